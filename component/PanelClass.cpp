@@ -1,0 +1,47 @@
+#include "component/PanelClass.h"
+
+#include "control/kalmevRepHistCtrl.h"
+#include "qt/PanelView.h"
+#include "qt/QtDesktop.h"
+
+namespace health {
+
+class PanelClass::Instance : public ComponentInstance {
+public:
+    Instance(PanelClass& panelClass, Host& host)
+        : m_class(panelClass)
+        , m_control(*panelClass.m_shared, host)
+    {
+        ++m_class.m_instances;
+        m_control.UserControl_Initialize();
+        m_view = std::make_unique<PanelView>(m_control, *panelClass.m_desktop);
+    }
+
+    ~Instance() override
+    {
+        m_control.UserControl_Terminate();
+        m_view.reset();
+        --m_class.m_instances;
+    }
+
+    QWidget* widget() override { return m_view.get(); }
+    ICSS_PatientEvents& patientEvents() override { return m_control.patientEvents(); }
+    ICSS_EncounterEvents& encounterEvents() override { return m_control.encounterEvents(); }
+
+private:
+    PanelClass& m_class;
+    kalmevRepHistCtrl m_control;
+    std::unique_ptr<PanelView> m_view;
+};
+
+PanelClass::PanelClass()
+    : m_desktop(std::make_unique<QtDesktop>())
+    , m_shared(std::make_unique<modShared>(*m_desktop))
+{
+}
+
+PanelClass::~PanelClass() = default;
+
+std::unique_ptr<ComponentInstance> PanelClass::create(Host& host) { return std::make_unique<Instance>(*this, host); }
+
+}

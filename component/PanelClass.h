@@ -1,0 +1,32 @@
+#pragma once
+
+#include "component/Component.h"
+
+#include <memory>
+
+namespace health {
+
+class modShared;
+class QtDesktop;
+
+inline constexpr const char* PanelProgId = "KalMevRepHistory.kalmevRepHistCtrl";
+
+// The class object of the panel. Owns what all instances of the process share; lives as long as the library.
+class PanelClass : public ComponentClass {
+public:
+    PanelClass();
+    ~PanelClass();
+
+    std::unique_ptr<ComponentInstance> create(Host& host) override;
+
+    bool hasInstances() const { return m_instances > 0; }
+
+private:
+    class Instance;
+
+    std::unique_ptr<QtDesktop> m_desktop;
+    std::unique_ptr<modShared> m_shared;
+    int m_instances = 0;
+};
+
+}

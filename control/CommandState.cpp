@@ -1,0 +1,82 @@
+// kalmevRepHistCtrl: which commands the user may give, and the context menu.
+#include "control/kalmevRepHistCtrl.h"
+
+#include "control/GridLoader.h"
+#include "platform/Conversions.h"
+
+namespace health {
+
+namespace {
+
+// Asks the host without a word to the user whether there is a visit that records can be added to.
+constexpr int UsableVisitFlags = 12;
+
+constexpr TextView InsufficientPermissions = L"Insufficient Permissions";
+
+// A type that a text names by its number; 0 for any other text.
+int typeIn(TextView text) { return static_cast<int>(roundToWhole(leadingNumber(text))); }
+
+}
+
+bool kalmevRepHistCtrl::isEditPermitted(int number, Report report)
+{
+    const RecordType* const type = recordType(number);
+    if (m_shared.patient().number() == 0 || !type)
+        return false;
+    Text refusal;
+    if (type->editRule == EditRule::PermissionMessage)
+        refusal = m_shared.PermissionMessage();
+    else if (type->editRule == EditRule::Key && !m_shared.HasProvider()
+        && !m_editKeys[static_cast<std::size_t>(type->editKey)])
+        refusal = L"Editing not permitted, you do not hold either the PROVIDER key or the " + Text(type->keyInRefusal)
+            + L" key.";
+    if (!refusal.empty() && report == Report::Shown)
+        m_shared.ErrorBox(refusal, InsufficientPermissions);
+    return refusal.empty();
+}
+
+bool kalmevRepHistCtrl::canAdd()
+{
+    const int number = cboType.itemData(cboType.listIndex());
+    if (!isEditPermitted(number, Report::Silent))
+        return false;
+    return !recordType(number)->needsVisit || m_shared.encounter().prepare(UsableVisitFlags);
+}
+
+void kalmevRepHistCtrl::updateCommands()
+{
+    std::array<bool, CommandCount> enabled {};
+    bool visitDetail = false;
+    trap(L"UpdateCommands", [&] {
+        enabled[Add] = canAdd();
+        const int row = fgData.row();
+        if (row == -1)
+            return;
+        const bool locked = fgData.text(row, GridColumn::Locked) == L"1";
+        enabled[Edit] = !locked && isEditPermitted(typeIn(fgData.text(row, GridColumn::Type)), Report::Silent);
+        enabled[Delete] = enabled[Edit];
+        visitDetail = !fgData.text(row, GridColumn::Visit).empty();
+    });
+    for (std::size_t i = 0; i < CommandCount; ++i) {
+        cmd[i].setEnabled(enabled[i]);
+        mnuCmd[i].setEnabled(enabled[i]);
+    }
+    mnuVisitDetail.setEnabled(visitDetail);
+}
+
+void kalmevRepHistCtrl::mnuVisitDetail_Click()
+{
+    if (fgData.row() != -1)
+        m_shared.VisitDetail(fgData.text(fgData.row(), GridColumn::Visit));
+}
+
+void kalmevRepHistCtrl::fgData_MouseUp(MouseButton button)
+{
+    if (button != MouseButton::Right)
+        return;
+    fgData.select(fgData.mouseRow());
+    updateCommands();
+    m_shared.desktop().popUp(mnuContextPopup);
+}
+
+}

@@ -1,0 +1,61 @@
+// Reads a patient's records from the server and fills the grid with them, one row each.
+#pragma once
+
+#include "control/RecordTypes.h"
+#include "platform/Grid.h"
+#include "shared/modShared.h"
+
+namespace health {
+
+class LinePieces;
+
+// Columns of the grid; only the first two are shown.
+namespace GridColumn {
+inline constexpr int Label = 0;
+inline constexpr int Summary = 1;
+inline constexpr int Record = 2; // record id; for the types of one record per patient the patient number
+inline constexpr int Visit = 3;
+inline constexpr int Locked = 4; // "1": the record may not be edited
+inline constexpr int Type = 5;
+inline constexpr int Count = 6;
+}
+
+// Makes the server calls in their fixed order and appends rows. A reply that is a server error is shown by the
+// check and adds no rows of its type. Throws what the grid throws; a failed call has been shown and reads as empty.
+class GridLoader {
+public:
+    GridLoader(modShared& shared, Grid& grid, const PatientFacts& patient)
+        : m_shared(shared)
+        , m_grid(grid)
+        , m_patient(patient)
+    {
+    }
+
+    void load();
+
+private:
+    struct Row {
+        TextView key;
+        TextView record;
+        TextView visit;
+        TextView locked;
+        TextView summary;
+    };
+
+    void loadReproductive();
+    void loadBirthMeasurements();
+    void loadList(RecordTypeNumber number);
+    void addListRow(const RecordType& type, TextView line);
+    void addRefusalRow(const RecordType& type, const LinePieces& pieces);
+    void addPatientRow(const RecordType& type, TextView summary);
+    void addRow(const RecordType& type, const Row& row);
+    TextView recordKey(const RecordType& type, TextView record);
+
+    modShared& m_shared;
+    Grid& m_grid;
+    const PatientFacts& m_patient;
+    Text m_text; // the summary being built; kept for its storage
+    Text m_key;
+};
+
+}

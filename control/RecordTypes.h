@@ -1,0 +1,79 @@
+// The kinds of record that the panel lists: one table for everything that differs between them.
+#pragma once
+
+#include "platform/Text.h"
+
+#include <span>
+
+namespace health {
+
+// What decides which records a patient can have.
+struct PatientFacts {
+    long number = 0;
+    Text sex;
+    double age = 0; // years
+
+    bool isFemale() const { return sex == L"F"; }
+    // Birth measurements and infant feeding are listed below this age.
+    bool isYoungChild() const { return age < 7; }
+};
+
+// The user's keys for the records, by the order in which the control keeps them.
+enum class EditKey {
+    Elder,
+    Pediatric,
+    Er,
+    TxContract,
+    Asthma,
+    Registry,
+};
+inline constexpr int EditKeyCount = 6;
+
+// Who may change records of a type.
+enum class EditRule {
+    PermissionMessage, // whoever has no PermissionMessage; no key overrides it
+    Key, // holders of the type's own key or of PROVIDER
+    Everybody,
+};
+
+enum class RecordTypeNumber {
+    Reproductive = 1,
+    InfantFeeding = 2,
+    BirthMeasurements = 3,
+    FunctionalStatus = 4,
+    Asthma = 5,
+    TreatmentContract = 6,
+    Refusal = 7,
+    EmergencyRoom = 8,
+};
+
+// One field of a summary: its caption (none: the value alone) and the "^"-piece of the record line.
+struct SummaryField {
+    TextView caption;
+    int piece;
+};
+
+struct RecordType {
+    RecordTypeNumber number;
+    TextView listText; // in the list of types that can be added
+    TextView rowLabel;
+    TextView rowKey; // the whole key, or, with a "^" at its end, what stands before the record's id
+    TextView callPrefix; // of the "GET", "SET" and " DEL" calls
+    bool (*isOffered)(const PatientFacts&);
+    EditRule editRule;
+    EditKey editKey; // for EditRule::Key
+    TextView keyInRefusal; // the key's name in the refusal of an edit; it differs from the key for one type
+    bool needsVisit; // a new record belongs to a visit
+    std::span<const SummaryField> fields;
+
+    int code() const { return static_cast<int>(number); }
+};
+
+// All types, in the order of their numbers.
+std::span<const RecordType> recordTypes();
+
+// The type of a number, null for a number without a type.
+const RecordType* recordType(int number);
+const RecordType& recordType(RecordTypeNumber number);
+
+}

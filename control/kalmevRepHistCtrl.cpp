@@ -1,0 +1,373 @@
+#include "control/kalmevRepHistCtrl.h"
+
+#include "control/GridLoader.h"
+#include "platform/Conversions.h"
+#include "shared/modConst.h"
+
+namespace health {
+
+namespace {
+
+constexpr TextView Module = L"kalmevRepHistCtrl";
+constexpr TextView RefreshEvent = L"REFRESH";
+
+constexpr int LabelColumnWidth = 1600; // twips
+constexpr int LabelColumnAlignment = 6;
+
+// Sets a flag for as long as the object lives.
+class FlagScope {
+public:
+    explicit FlagScope(bool& flag)
+        : m_flag(flag)
+    {
+        m_flag = true;
+    }
+    ~FlagScope() { m_flag = false; }
+
+private:
+    bool& m_flag;
+};
+
+// Keeps a grid from drawing for as long as the object lives.
+class DrawingPause {
+public:
+    explicit DrawingPause(Grid& grid)
+        : m_grid(grid)
+    {
+        m_grid.setDrawing(false);
+    }
+    ~DrawingPause() { m_grid.setDrawing(true); }
+
+private:
+    Grid& m_grid;
+};
+
+}
+
+kalmevRepHistCtrl::kalmevRepHistCtrl(modShared& shared, Host& host)
+    : m_shared(shared)
+    , m_host(host)
+{
+    setUpMenus();
+    fgData.SelectionChange = cboType.Click = [this] { updateCommands(); };
+    fgData.MouseUp = [this](MouseButton button) { trap(L"fgData_MouseUp", [&] { fgData_MouseUp(button); }); };
+}
+
+kalmevRepHistCtrl::~kalmevRepHistCtrl() { UserControl_Terminate(); }
+
+void kalmevRepHistCtrl::trap(TextView procedure, const std::function<void()>& work)
+{
+    m_shared.trap(Module, procedure, work);
+}
+
+std::function<void()> kalmevRepHistCtrl::trapped(TextView procedure, Procedure work)
+{
+    return [this, procedure, work] { trap(procedure, [&] { (this->*work)(); }); };
+}
+
+// --- Start and end ---
+
+void kalmevRepHistCtrl::UserControl_Initialize()
+{
+    trap(L"UserControl_Initialize", [&] {
+        m_initialized = true;
+        m_shared.InitObjects(m_host, true);
+        // Before the permissions are known: the tip tells of them from the second instance on. Intended.
+        imgIcon.setToolTip(m_shared.VersionText());
+        m_shared.CheckSecurity(DisableRepHistParameter, RepHistKey);
+        setUpGrid();
+        fetchEditKeys();
+    });
+}
+
+void kalmevRepHistCtrl::setUpMenus()
+{
+    static constexpr std::array<TextView, CommandCount> buttons { L"&Add", L"&Edit", L"&Delete" };
+    static constexpr std::array<TextView, CommandCount> items { L"&Add Record", L"&Edit Record", L"De&lete Record" };
+    for (std::size_t i = 0; i < CommandCount; ++i) {
+        cmd[i].setCaption(buttons[i]);
+        mnuCmd[i].setCaption(items[i]);
+        cmd[i].setEnabled(false);
+        mnuCmd[i].setEnabled(false);
+    }
+    mnuVisitDetail.setCaption(L"&Display Visit Detail");
+    mnuVisitDetail.setEnabled(false);
+    mnuVisitDetail.Click = trapped(L"mnuVisitDetail_Click", &kalmevRepHistCtrl::mnuVisitDetail_Click);
+    mnuContextPopup.setItems({ &mnuCmd[Add], &mnuCmd[Edit], &mnuCmd[Delete], nullptr, &mnuVisitDetail });
+}
+
+void kalmevRepHistCtrl::setUpGrid()
+{
+    fgData.setColumnCount(GridColumn::Count);
+    fgData.setColumnWidth(GridColumn::Label, LabelColumnWidth);
+    fgData.setColumnAlignment(GridColumn::Label, LabelColumnAlignment);
+    for (int column = GridColumn::Record; column < GridColumn::Count; ++column)
+        fgData.setColumnHidden(column, true);
+    fgData.setWordWrap(true);
+}
+
+void kalmevRepHistCtrl::fetchEditKeys()
+{
+    const Text held = m_shared.user().hasKeys(
+        L"MEVZ ELDER CASE EDIT^MEVZ PEDIATRIC EDIT^MEVZ ER EDIT^MEVZ ASTHMA EDIT^MEVZ TX CONTRACT EDIT^QASZMENU");
+    // By key: the answer's fourth and fifth pieces stand crosswise to the flags.
+    using enum EditKey;
+    static constexpr std::array<EditKey, EditKeyCount> answers { Elder, Pediatric, Er, Asthma, TxContract, Registry };
+    for (std::size_t i = 0; i < answers.size(); ++i)
+        m_editKeys[static_cast<std::size_t>(answers[i])] = pieceView(held, L"^", static_cast<short>(i + 1)) == L"1";
+}
+
+void kalmevRepHistCtrl::UserControl_Show()
+{
+    trap(L"UserControl_Show", [&] {
+        if (m_active)
+            return;
+        m_active = true;
+        ICSS_PatientEvents_Committed();
+        ICSS_EncounterEvents_Committed();
+        m_shared.session().registerEvent(RefreshEvent, *this);
+        m_refreshRegistered = true;
+    });
+}
+
+void kalmevRepHistCtrl::UserControl_Terminate()
+{
+    if (!m_initialized)
+        return;
+    m_initialized = false;
+    m_active = false;
+    // Each step on its own: a session that fails must not keep the host objects alive.
+    AbortAsync();
+    trap(L"UserControl_Terminate", [&] { unsubscribe(); });
+    trap(L"UserControl_Terminate", [&] {
+        if (m_refreshRegistered)
+            m_shared.session().unregisterEvent(RefreshEvent, *this);
+        m_refreshRegistered = false;
+    });
+    m_shared.ReleaseObjects();
+}
+
+void kalmevRepHistCtrl::UserControl_Resize(int width, int height)
+{
+    constexpr int margin = 50;
+    constexpr int gap = 30;
+    constexpr int buttonGap = 20;
+    constexpr int buttonMargin = 60;
+
+    const int rowHeight = std::max(imgIcon.place().height, cboType.place().height);
+    const auto placed = [](const Place& size, int left, int top) {
+        return Place { left, top, size.width, size.height };
+    };
+    const auto centred = [&](const Place& size) { return gap + (rowHeight - size.height) / 2; };
+    imgIcon.setPlace(placed(imgIcon.place(), margin, centred(imgIcon.place())));
+    cboType.setPlace(placed(cboType.place(), imgIcon.place().right() + margin, centred(cboType.place())));
+
+    const int top = gap + rowHeight + gap;
+    int buttonTop = top;
+    for (Button& button : cmd) {
+        button.setPlace(placed(button.place(), width - buttonMargin - button.place().width, buttonTop));
+        buttonTop = button.place().bottom() + buttonGap;
+    }
+    const int gridWidth = cmd[Add].place().left - margin - margin;
+    fgData.setPlace({ margin, top, std::max(0, gridWidth), std::max(0, height - top - gap) });
+}
+
+void kalmevRepHistCtrl::AbortAsync()
+{
+    trap(L"AbortAsync", [&] {
+        if (asyncHandle != 0)
+            m_shared.session().abortRequest(asyncHandle);
+    });
+}
+
+// --- Host events ---
+
+void kalmevRepHistCtrl::ICSS_PatientEvents_Committed()
+{
+    trap(L"ICSS_PatientEvents_Committed", [&] {
+        if (!m_active)
+            return;
+        // A change under a box of a running load waits, or two patients' rows would mix.
+        if (m_loading) {
+            m_patientChanged = true;
+            return;
+        }
+        unsubscribe();
+        const PatientFacts patient = currentPatient();
+        if (patient.number == 0) {
+            ClearPatientControls();
+            return;
+        }
+        subscribe(patient.number);
+        fillTypeList(patient);
+        LoadGrid();
+        if (fgData.rowCount() > 0)
+            fgData.showRow(0);
+    });
+    if (!m_loading && std::exchange(m_patientChanged, false))
+        ICSS_PatientEvents_Committed();
+}
+
+void kalmevRepHistCtrl::ICSS_EncounterEvents_Committed()
+{
+    trap(L"ICSS_EncounterEvents_Committed", [&] {
+        if (!m_active)
+            return;
+        updateCommands();
+        highlightVisit();
+    });
+}
+
+void kalmevRepHistCtrl::subscribe(long patientNumber)
+{
+    m_visitEventName = L"VXR." + wholeText(patientNumber);
+    m_refusalEventName = L"REFUSAL." + wholeText(patientNumber);
+    m_shared.session().registerEvent(m_visitEventName, *this);
+    m_shared.session().registerEvent(m_refusalEventName, *this);
+}
+
+void kalmevRepHistCtrl::unsubscribe()
+{
+    if (m_visitEventName.empty())
+        return;
+    // The names go first: whatever the session does, events of the old patient no longer match.
+    const Text visitEventName = std::exchange(m_visitEventName, {});
+    const Text refusalEventName = std::exchange(m_refusalEventName, {});
+    m_shared.session().unregisterEvent(visitEventName, *this);
+    m_shared.session().unregisterEvent(refusalEventName, *this);
+}
+
+bool kalmevRepHistCtrl::concernsPatient(TextView eventName) const
+{
+    const auto below = [&](const Text& name) {
+        return !name.empty() && MatchesLeading(eventName, name + L".", LetterCase::Exact);
+    };
+    return below(m_visitEventName) || below(m_refusalEventName);
+}
+
+void kalmevRepHistCtrl::EventCallback(TextView name, TextView)
+{
+    trap(L"EventCallback", [&] {
+        if (!m_active)
+            return;
+        if (concernsPatient(name) || MatchesLeading(name, RefreshEvent, LetterCase::Exact))
+            refreshGrid();
+    });
+}
+
+void kalmevRepHistCtrl::RPCCallback(long, TextView) { }
+
+void kalmevRepHistCtrl::RPCCallbackError(long, long, TextView) { }
+
+// --- Grid ---
+
+PatientFacts kalmevRepHistCtrl::currentPatient() const
+{
+    Patient& patient = m_shared.patient();
+    const long number = patient.number();
+    if (number == 0)
+        return {};
+    return { .number = number, .sex = patient.sex(), .age = leadingNumber(patient.age()) };
+}
+
+void kalmevRepHistCtrl::fillTypeList(const PatientFacts& patient)
+{
+    cboType.clear();
+    for (const RecordType& type : recordTypes()) {
+        if (type.isOffered(patient))
+            cboType.addItem(type.listText, type.code());
+    }
+    cboType.setVisible(cboType.count() > 0);
+    if (cboType.count() == 0)
+        return;
+    // The leading blank sorts it first.
+    cboType.addItem(L" To add, select a form...", 0);
+    cboType.selectItemData(0);
+}
+
+void kalmevRepHistCtrl::LoadGrid()
+{
+    bool loaded = false;
+    trap(L"LoadGrid", [&] {
+        m_shared.SetStatusText(L"Loading Personal Health Data");
+        const FlagScope loading(m_loading);
+        const DrawingPause pause(fgData);
+        fgData.clear();
+        fgData.setRowCount(0);
+        fgData.setColumnHidden(GridColumn::Label, false);
+        const PatientFacts patient = currentPatient();
+        GridLoader(m_shared, fgData, patient).load();
+        fgData.select(-1);
+        loaded = true;
+    });
+    if (!loaded) {
+        ClearPatientControls();
+        return;
+    }
+    m_shared.SetStatusText(L"");
+    updateCommands();
+    trap(L"LoadGrid", [&] { highlightVisit(); });
+}
+
+void kalmevRepHistCtrl::ClearPatientControls()
+{
+    trap(L"ClearPatientControls", [&] {
+        fgData.clear();
+        fgData.setRowCount(1);
+        fgData.setColumnHidden(GridColumn::Label, true);
+        fgData.setText(0, GridColumn::Summary, L"Patient Not Selected");
+        fgData.select(-1);
+        updateCommands();
+    });
+}
+
+void kalmevRepHistCtrl::refreshGrid()
+{
+    // A box that a running load shows lets further events in; they are caught up with after it.
+    if (m_loading) {
+        m_reloadWanted = true;
+        return;
+    }
+    do {
+        m_reloadWanted = false;
+        reload();
+    } while (m_reloadWanted);
+    if (std::exchange(m_patientChanged, false))
+        ICSS_PatientEvents_Committed();
+}
+
+void kalmevRepHistCtrl::reload()
+{
+    if (currentPatient().number == 0) {
+        updateCommands();
+        return;
+    }
+    m_savedRowKey = fgData.row() == -1 ? Text() : Text(fgData.rowData(fgData.row()));
+    LoadGrid();
+    fgData.select(-1);
+    if (!m_savedRowKey.empty())
+        selectRowOf(m_savedRowKey);
+    updateCommands();
+}
+
+void kalmevRepHistCtrl::selectRowOf(TextView key)
+{
+    for (int row = 0; row < fgData.rowCount(); ++row) {
+        if (fgData.rowData(row) != key)
+            continue;
+        fgData.select(row, GridColumn::Summary);
+        fgData.showRow(row);
+        return;
+    }
+}
+
+void kalmevRepHistCtrl::highlightVisit()
+{
+    const Text visit = wholeText(m_shared.encounter().visitNumber());
+    for (int row = 0; row < fgData.rowCount(); ++row) {
+        const bool current = fgData.text(row, GridColumn::Visit) == visit;
+        fgData.setCellForeColour(row, GridColumn::Summary, current ? Blue : DefaultColour);
+    }
+}
+
+}

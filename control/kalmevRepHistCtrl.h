@@ -1,0 +1,134 @@
+#pragma once
+
+#include "control/RecordTypes.h"
+#include "platform/Button.h"
+#include "platform/ComboBox.h"
+#include "platform/Grid.h"
+#include "platform/Menu.h"
+#include "shared/modShared.h"
+
+#include <array>
+
+namespace health {
+
+// The Personal Health panel: lists the current patient's records and follows the host's patient, visit and
+// session events. It keeps no data beyond what the grid shows.
+//
+// Life cycle: constructed, UserControl_Initialize, then on first display UserControl_Show; UserControl_Terminate
+// (by the destructor where it was not called) drops the subscriptions and counts the instance off. Until it is
+// shown, events change nothing. No operation throws: failures are reported to the user.
+class kalmevRepHistCtrl : private ICSS_SessionEvents {
+public:
+    static constexpr int Add = 0;
+    static constexpr int Edit = 1;
+    static constexpr int Delete = 2;
+    static constexpr std::size_t CommandCount = 3;
+
+    // Both must outlive the control.
+    kalmevRepHistCtrl(modShared& shared, Host& host);
+    ~kalmevRepHistCtrl();
+    kalmevRepHistCtrl(const kalmevRepHistCtrl&) = delete;
+    kalmevRepHistCtrl& operator=(const kalmevRepHistCtrl&) = delete;
+
+    void UserControl_Initialize();
+    void UserControl_Show();
+    void UserControl_Terminate();
+    // Places the controls on an area of this size, in twips. The sizes of icon, list and buttons are the
+    // front end's, which sets them before.
+    void UserControl_Resize(int width, int height);
+
+    // Where the host tells of the patient and of the visit; neither vetoes a change.
+    ICSS_PatientEvents& patientEvents() { return m_patientEvents; }
+    ICSS_EncounterEvents& encounterEvents() { return m_encounterEvents; }
+
+    // Cancels the pending asynchronous request, if any.
+    void AbortAsync();
+
+    // Fills the grid with the current patient's records. After a failure the grid says that no patient is selected.
+    void LoadGrid();
+    void ClearPatientControls();
+
+    Image imgIcon; // its tool tip is the version text
+    ComboBox cboType { ComboBox::Order::Sorted };
+    std::array<Button, CommandCount> cmd;
+    Grid fgData;
+    std::array<MenuItem, CommandCount> mnuCmd;
+    MenuItem mnuVisitDetail;
+    Menu mnuContextPopup;
+
+    // Handle of a pending asynchronous server request, 0 when there is none.
+    long asyncHandle = 0;
+
+private:
+    using Procedure = void (kalmevRepHistCtrl::*)();
+
+    // The host's patient and visit events have the same names; each goes to its own procedure.
+    template<typename Events, Procedure committed>
+    class HostEvents : public Events {
+    public:
+        explicit HostEvents(kalmevRepHistCtrl& control)
+            : m_control(control)
+        {
+        }
+        bool Pending() override { return false; }
+        void Committed() override { (m_control.*committed)(); }
+        void Canceled() override { }
+
+    private:
+        kalmevRepHistCtrl& m_control;
+    };
+
+    enum class Report {
+        Shown,
+        Silent,
+    };
+
+    // Binds a procedure to the error trap, under its own name.
+    std::function<void()> trapped(TextView procedure, Procedure work);
+    void trap(TextView procedure, const std::function<void()>& work);
+
+    void EventCallback(TextView name, TextView data) override;
+    void RPCCallback(long handle, TextView reply) override;
+    void RPCCallbackError(long handle, long code, TextView description) override;
+    void ICSS_PatientEvents_Committed();
+    void ICSS_EncounterEvents_Committed();
+
+    void setUpMenus();
+    void setUpGrid();
+    void fetchEditKeys();
+    void subscribe(long patientNumber);
+    void unsubscribe();
+    bool concernsPatient(TextView eventName) const;
+    PatientFacts currentPatient() const;
+    void fillTypeList(const PatientFacts& patient);
+    void refreshGrid();
+    void reload();
+    void selectRowOf(TextView key);
+    void highlightVisit();
+
+    // Command state
+    void updateCommands();
+    bool isEditPermitted(int type, Report report);
+    bool canAdd();
+    void mnuVisitDetail_Click();
+    void fgData_MouseUp(MouseButton button);
+
+    modShared& m_shared;
+    Host& m_host;
+    HostEvents<ICSS_PatientEvents, &kalmevRepHistCtrl::ICSS_PatientEvents_Committed> m_patientEvents { *this };
+    HostEvents<ICSS_EncounterEvents, &kalmevRepHistCtrl::ICSS_EncounterEvents_Committed> m_encounterEvents { *this };
+
+    bool m_initialized = false;
+    bool m_active = false;
+    bool m_refreshRegistered = false;
+    std::array<bool, EditKeyCount> m_editKeys {}; // by EditKey
+    Text m_visitEventName; // "VXR." + patient number; empty without a patient
+    Text m_refusalEventName; // "REFUSAL." + patient number
+    Text m_savedRowKey; // of the selected row, across a reload
+    bool m_loading = false;
+    // What arrived while a box of a running load was open:
+    bool m_reloadWanted = false;
+    bool m_patientChanged = false;
+};
+
+}

@@ -1,0 +1,111 @@
+// What all controls share: state that a front end mirrors, and one observer that is told of changes.
+#pragma once
+
+#include "platform/Text.h"
+
+#include <cstdint>
+#include <functional>
+#include <utility>
+
+namespace health {
+
+class Control;
+
+// Colours are blue-green-red numbers (0xFF0000 is blue); Default leaves the choice to the front end.
+using Colour = std::uint32_t;
+inline constexpr Colour DefaultColour = 0xFFFFFFFF;
+inline constexpr Colour Blue = 0xFF0000;
+
+// What has changed in a control.
+enum class Change {
+    Enabled,
+    Visible,
+    Caption,
+    ToolTip,
+    Place,
+    Items,
+    Selection,
+    Contents, // rows and texts of a grid
+    Colours, // of a grid's cells
+    Layout, // columns of a grid
+    ScrolledTo,
+};
+
+// Implemented by the front end; told after a change, on the user-interface thread.
+class ControlObserver {
+public:
+    virtual void controlChanged(Control& control, Change change) = 0;
+
+protected:
+    ~ControlObserver() = default;
+};
+
+// Place of a control on its form, in twips (1/1440 inch).
+struct Place {
+    int left = 0;
+    int top = 0;
+    int width = 0;
+    int height = 0;
+
+    int right() const { return left + width; }
+    int bottom() const { return top + height; }
+    bool operator==(const Place&) const = default;
+};
+
+// Base of all controls. A control belongs to its form and is never copied; its observer must outlive it
+// or take itself off with setObserver(nullptr).
+class Control {
+public:
+    Control() = default;
+    Control(const Control&) = delete;
+    Control& operator=(const Control&) = delete;
+
+    void setObserver(ControlObserver* observer) { m_observer = observer; }
+
+    bool isEnabled() const { return m_enabled; }
+    void setEnabled(bool enabled) { assign(m_enabled, enabled, Change::Enabled); }
+
+    bool isVisible() const { return m_visible; }
+    void setVisible(bool visible) { assign(m_visible, visible, Change::Visible); }
+
+    const Text& toolTip() const { return m_toolTip; }
+    void setToolTip(TextView toolTip) { assign(m_toolTip, Text(toolTip), Change::ToolTip); }
+
+    const Place& place() const { return m_place; }
+    void setPlace(const Place& place) { assign(m_place, place, Change::Place); }
+
+protected:
+    ~Control() = default;
+
+    void notify(Change change)
+    {
+        if (m_observer)
+            m_observer->controlChanged(*this, change);
+    }
+
+    template<typename Value>
+    void assign(Value& member, Value value, Change change)
+    {
+        if (member == value)
+            return;
+        member = std::move(value);
+        notify(change);
+    }
+
+private:
+    ControlObserver* m_observer = nullptr;
+    bool m_enabled = true;
+    bool m_visible = true;
+    Text m_toolTip;
+    Place m_place;
+};
+
+// Raises an event: calls the handler that the form has set, if any.
+template<typename... Parameters, typename... Arguments>
+void raise(const std::function<void(Parameters...)>& handler, Arguments&&... arguments)
+{
+    if (handler)
+        handler(std::forward<Arguments>(arguments)...);
+}
+
+}

@@ -1,0 +1,31 @@
+// A run-time failure with a description for the user.
+#pragma once
+
+#include "platform/Text.h"
+
+#include <exception>
+
+namespace health {
+
+// Thrown by host objects and by the logic; never leaves the control. what() gives the description
+// as UTF-8.
+class Failure : public std::exception {
+public:
+    explicit Failure(Text description)
+        : m_description(std::move(description))
+        , m_utf8(narrow(m_description))
+    {
+    }
+
+    const Text& description() const { return m_description; }
+    const char* what() const noexcept override { return m_utf8.c_str(); }
+
+private:
+    Text m_description;
+    std::string m_utf8;
+};
+
+// Describes the exception that is being handled. To be called inside a catch block only.
+Text describeCurrentFailure();
+
+}

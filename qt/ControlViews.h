@@ -1,0 +1,44 @@
+// Widgets that mirror buttons and pictures. A view is the observer of its control and must go before it.
+#pragma once
+
+#include "platform/Button.h"
+
+#include <QLabel>
+#include <QPushButton>
+
+namespace health {
+
+// Mirrors what all controls share. `widget` is the view's widget.
+void mirrorCommon(QWidget& widget, const Control& control, Change change);
+
+// Mirrors the whole common state, for a view that has just been made.
+void mirrorCommon(QWidget& widget, const Control& control);
+
+class ButtonView : public QPushButton, public ControlObserver {
+public:
+    ButtonView(Button& button, QWidget* parent);
+    ~ButtonView() override;
+
+    void controlChanged(Control& control, Change change) override;
+
+private:
+    Button& m_button;
+};
+
+class ImageView : public QLabel, public ControlObserver {
+public:
+    ImageView(Image& image, QWidget* parent);
+    ~ImageView() override;
+
+    void controlChanged(Control& control, Change change) override;
+
+protected:
+    void changeEvent(QEvent* event) override;
+
+private:
+    void draw();
+
+    Image& m_image;
+};
+
+}

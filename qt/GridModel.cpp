@@ -1,0 +1,115 @@
+#include "qt/GridModel.h"
+
+#include "qt/QtText.h"
+
+#include <QBrush>
+#include <QColor>
+#include <QFont>
+
+namespace health {
+
+namespace {
+
+QColor colourOf(Colour colour)
+{
+    return QColor(
+        static_cast<int>(colour & 0xFF), static_cast<int>(colour >> 8 & 0xFF), static_cast<int>(colour >> 16 & 0xFF));
+}
+
+// Alignment numbers run down the columns left, centre, right, each with top, middle, bottom.
+Qt::Alignment alignmentOf(int number)
+{
+    static constexpr Qt::AlignmentFlag horizontal[] = { Qt::AlignLeft, Qt::AlignHCenter, Qt::AlignRight };
+    static constexpr Qt::AlignmentFlag vertical[] = { Qt::AlignTop, Qt::AlignVCenter, Qt::AlignBottom };
+    if (number < 0 || number > 8)
+        return Qt::AlignLeft | Qt::AlignTop;
+    return horizontal[number / 3] | vertical[number % 3];
+}
+
+}
+
+GridModel::GridModel(const Grid& grid, QStringList headings, QObject* parent)
+    : QAbstractTableModel(parent)
+    , m_grid(grid)
+    , m_headings(std::move(headings))
+{
+    reset();
+}
+
+int GridModel::rowCount(const QModelIndex& parent) const
+{
+    return parent.isValid() || !m_grid.isDrawing() ? 0 : m_grid.rowCount();
+}
+
+int GridModel::columnCount(const QModelIndex& parent) const
+{
+    return parent.isValid() ? 0 : static_cast<int>(m_columns.size());
+}
+
+QVariant GridModel::data(const QModelIndex& index, int role) const
+{
+    if (!index.isValid() || index.row() >= rowCount() || index.column() >= columnCount())
+        return {};
+    const int column = m_columns[index.column()];
+    switch (role) {
+    case Qt::DisplayRole:
+        return toQString(m_grid.text(index.row(), column));
+    case Qt::ForegroundRole:
+        return foreground(m_grid.cellForeColour(index.row(), column));
+    case Qt::FontRole: {
+        // A second cue beside the colour, for eyes and themes that do not tell the colours apart.
+        if (m_grid.cellForeColour(index.row(), column) == DefaultColour)
+            return {};
+        QFont font;
+        font.setBold(true);
+        return font;
+    }
+    case Qt::TextAlignmentRole:
+        return QVariant(alignmentOf(m_grid.column(column).alignment));
+    default:
+        return {};
+    }
+}
+
+QVariant GridModel::foreground(Colour colour) const
+{
+    if (colour == DefaultColour)
+        return {};
+    const QColor exact = colourOf(colour);
+    // Pure blue on a dark ground can hardly be read.
+    return QBrush(m_dark ? QColor::fromHsl(exact.hslHue(), exact.hslSaturation(), 190) : exact);
+}
+
+QVariant GridModel::headerData(int section, Qt::Orientation orientation, int role) const
+{
+    if (orientation != Qt::Horizontal || role != Qt::DisplayRole || section >= columnCount())
+        return {};
+    return m_headings.value(m_columns[section]);
+}
+
+void GridModel::reset()
+{
+    beginResetModel();
+    m_columns.clear();
+    for (int column = 0; column < m_grid.columnCount(); ++column) {
+        if (!m_grid.column(column).hidden)
+            m_columns.append(column);
+    }
+    endResetModel();
+}
+
+void GridModel::coloursChanged()
+{
+    if (rowCount() > 0 && columnCount() > 0)
+        Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, columnCount() - 1), { Qt::ForegroundRole, Qt::FontRole });
+}
+
+void GridModel::setDark(bool dark)
+{
+    if (m_dark == dark)
+        return;
+    m_dark = dark;
+    coloursChanged();
+}
+
+}

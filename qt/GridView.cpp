@@ -1,0 +1,206 @@
+#include "qt/GridView.h"
+
+#include "qt/ControlViews.h"
+#include "qt/GridModel.h"
+#include "qt/QtDesktop.h"
+#include "qt/Scale.h"
+
+#include <QContextMenuEvent>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QScopedValueRollback>
+#include <QScrollBar>
+
+namespace health {
+
+GridView::GridView(Grid& grid, QtDesktop& desktop, QStringList headings, QWidget* parent)
+    : QTableView(parent)
+    , m_grid(grid)
+    , m_desktop(desktop)
+    , m_model(new GridModel(grid, std::move(headings), this))
+{
+    setModel(m_model);
+    setSelectionBehavior(SelectRows);
+    setSelectionMode(SingleSelection);
+    setTabKeyNavigation(false);
+    setEditTriggers(NoEditTriggers);
+    setHorizontalScrollMode(ScrollPerPixel);
+    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn); // a bar that comes and goes would wrap all rows anew
+    setAlternatingRowColors(true);
+    setTextElideMode(Qt::ElideNone);
+    horizontalHeader()->hide();
+    verticalHeader()->hide();
+    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    verticalHeader()->setMinimumSectionSize(1);
+    mirrorCommon(*this, grid);
+    applyPalette();
+    mirrorLayout();
+    m_grid.setObserver(this);
+    connect(selectionModel(), &QItemSelectionModel::currentRowChanged, this, [this](const QModelIndex& current) {
+        if (!m_mirroring && current.isValid())
+            m_grid.choose(current.row());
+    });
+}
+
+GridView::~GridView() { m_grid.setObserver(nullptr); }
+
+void GridView::controlChanged(Control& control, Change change)
+{
+    switch (change) {
+    case Change::Contents:
+        mirrorContents();
+        break;
+    case Change::Layout:
+        mirrorLayout();
+        break;
+    case Change::Selection:
+        mirrorSelection();
+        break;
+    case Change::Colours:
+        m_model->coloursChanged();
+        break;
+    case Change::ScrolledTo:
+        if (m_grid.shownRow() < m_model->rowCount())
+            scrollTo(m_model->index(m_grid.shownRow(), 0));
+        break;
+    default:
+        mirrorCommon(*this, control, change);
+    }
+}
+
+void GridView::mirrorContents()
+{
+    // A reload must not make the list jump away under the reader's eyes.
+    const int scrolled = verticalScrollBar()->value();
+    {
+        const QScopedValueRollback guard(m_mirroring, true);
+        m_model->reset();
+    }
+    mirrorSelection();
+    measureRowsInView();
+    if (m_grid.isDrawing())
+        verticalScrollBar()->setValue(scrolled);
+}
+
+void GridView::mirrorLayout()
+{
+    const QScopedValueRollback guard(m_mirroring, true);
+    m_model->reset();
+    setWordWrap(m_grid.wordWrap());
+    const Scale scale(*this);
+    for (int column = 0; column < m_model->columnCount(); ++column) {
+        const int width = m_grid.column(m_model->gridColumn(column)).width;
+        if (width >= 0)
+            setColumnWidth(column, scale.pixels(width));
+    }
+    horizontalHeader()->setStretchLastSection(true);
+    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + scale.pixels(60));
+    mirrorSelection();
+    measureRowsInView();
+}
+
+void GridView::mirrorSelection()
+{
+    const QScopedValueRollback guard(m_mirroring, true);
+    const int row = m_grid.row();
+    if (row >= 0 && row < m_model->rowCount()) {
+        selectRow(row);
+        return;
+    }
+    clearSelection();
+    selectionModel()->clearCurrentIndex();
+}
+
+// --- Row heights ---
+
+int GridView::measureRow(int row)
+{
+    const int height = std::max(sizeHintForRow(row), verticalHeader()->defaultSectionSize());
+    if (rowHeight(row) != height)
+        verticalHeader()->resizeSection(row, height);
+    return height;
+}
+
+void GridView::measureRowsInView()
+{
+    const int rows = m_model->rowCount();
+    if (m_measuring || rows == 0 || !m_grid.wordWrap())
+        return;
+    const QScopedValueRollback guard(m_measuring, true);
+    const int room = viewport()->height();
+    // The last screenful too: from its heights comes how far the bar can be scrolled.
+    int used = 0;
+    for (int row = rows - 1; row >= 0 && used < room; --row)
+        used += measureRow(row);
+    used = 0;
+    for (int row = std::max(0, rowAt(0)); row < rows && used < room; ++row)
+        used += measureRow(row);
+    updateGeometries();
+}
+
+void GridView::resizeEvent(QResizeEvent* event)
+{
+    QTableView::resizeEvent(event);
+    measureRowsInView();
+}
+
+void GridView::scrollContentsBy(int dx, int dy)
+{
+    QTableView::scrollContentsBy(dx, dy);
+    measureRowsInView();
+}
+
+// --- Look ---
+
+void GridView::applyPalette() { m_model->setDark(palette().color(QPalette::Base).lightness() < 128); }
+
+void GridView::changeEvent(QEvent* event)
+{
+    QTableView::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange)
+        applyPalette();
+    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange)
+        mirrorLayout();
+}
+
+// --- The user ---
+
+void GridView::contextMenuEvent(QContextMenuEvent* event)
+{
+    if (event->reason() == QContextMenuEvent::Keyboard) {
+        openMenuByKey();
+        return;
+    }
+    m_desktop.setPopUpPlace(event->globalPos());
+    m_grid.releaseMouse(MouseButton::Right, rowAt(event->pos().y()));
+}
+
+// Beside the selected row, for a menu that a key asked for.
+void GridView::openMenuByKey()
+{
+    const int row = m_grid.row();
+    const int below = row == -1 ? 0 : rowViewportPosition(row) + rowHeight(row);
+    m_desktop.setPopUpPlace(viewport()->mapToGlobal(QPoint(columnViewportPosition(m_model->columnCount() - 1), below)));
+    m_grid.releaseMouse(MouseButton::Right, row);
+}
+
+void GridView::keyPressEvent(QKeyEvent* event)
+{
+    const bool menuKey =
+        event->key() == Qt::Key_Menu || (event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier);
+    if (menuKey)
+        openMenuByKey();
+    else if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && m_grid.row() != -1)
+        m_grid.doubleClick(m_grid.row());
+    else
+        QTableView::keyPressEvent(event);
+}
+
+void GridView::mouseDoubleClickEvent(QMouseEvent* event)
+{
+    QTableView::mouseDoubleClickEvent(event);
+    if (event->button() == Qt::LeftButton)
+        m_grid.doubleClick(rowAt(event->position().toPoint().y()));
+}
+
+}

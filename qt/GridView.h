@@ -1,0 +1,47 @@
+#pragma once
+
+#include "platform/Grid.h"
+
+#include <QTableView>
+
+namespace health {
+
+class GridModel;
+class QtDesktop;
+
+// Mirrors a grid. Only rows that come into view are measured, so thousands of wrapped rows cost no more
+// than a screenful.
+class GridView : public QTableView, public ControlObserver {
+    Q_OBJECT
+public:
+    // Grid and desktop must outlive the view. `headings`: see GridModel.
+    GridView(Grid& grid, QtDesktop& desktop, QStringList headings, QWidget* parent);
+    ~GridView() override;
+
+    void controlChanged(Control& control, Change change) override;
+
+protected:
+    void changeEvent(QEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void scrollContentsBy(int dx, int dy) override;
+
+private:
+    void mirrorContents();
+    void mirrorLayout();
+    void mirrorSelection();
+    void applyPalette();
+    void openMenuByKey();
+    void measureRowsInView();
+    int measureRow(int row);
+
+    Grid& m_grid;
+    QtDesktop& m_desktop;
+    GridModel* m_model;
+    bool m_mirroring = false; // the selection is being set by the program
+    bool m_measuring = false;
+};
+
+}

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "platform/Desktop.h"
+
+#include <QPoint>
+
+namespace health {
+
+// The user's desktop by way of Qt. One per process, made after the application object.
+class QtDesktop : public Desktop {
+public:
+    QtDesktop() = default;
+    ~QtDesktop() override;
+
+    BoxAnswer messageBox(TextView text, int style, TextView title) override;
+    void setPointer(Pointer pointer) override;
+    void processPendingEvents() override;
+    void sendEditMessage(EditHandle edit, int message, long first, const int* value) override;
+    Moment now() const override;
+    void load(Form& form) override;
+    void unload(Form& form) override;
+    void popUp(Menu& menu) override;
+
+    // Where the next menu pops up, in global coordinates.
+    void setPopUpPlace(QPoint place) { m_popUpPlace = place; }
+
+private:
+    bool m_hourglass = false;
+    QPoint m_popUpPlace;
+};
+
+}

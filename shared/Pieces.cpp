@@ -1,0 +1,84 @@
+#include "shared/Pieces.h"
+
+#include "platform/Letters.h"
+#include "shared/modConst.h"
+
+#include <algorithm>
+
+namespace health {
+
+TextView pieceView(TextView text, TextView delimiter, short n)
+{
+    if (n == 0 || text == delimiter)
+        return {};
+    std::size_t end = delimiter.empty() ? TextView::npos : text.find(delimiter);
+    if (end == TextView::npos)
+        return n == 1 ? text : TextView();
+    for (; n > 1; --n) {
+        if (end == TextView::npos)
+            return {};
+        text.remove_prefix(end + delimiter.size());
+        end = text.find(delimiter);
+    }
+    return text.substr(0, end);
+}
+
+std::vector<Text> SplitPieces(TextView text, TextView delimiter, short minimumUpperBound)
+{
+    std::vector<Text> pieces;
+    std::size_t end = delimiter.empty() ? TextView::npos : text.find(delimiter);
+    while (end != TextView::npos) {
+        pieces.emplace_back(text.substr(0, end));
+        text.remove_prefix(end + delimiter.size());
+        end = text.find(delimiter);
+    }
+    pieces.emplace_back(text);
+    const auto minimum = static_cast<std::size_t>(std::max(0, minimumUpperBound + 1));
+    if (pieces.size() < minimum)
+        pieces.resize(minimum);
+    return pieces;
+}
+
+std::vector<TextView> replyLines(TextView reply)
+{
+    std::vector<TextView> lines;
+    for (std::size_t end = reply.find(LineBreak); end != TextView::npos; end = reply.find(LineBreak)) {
+        lines.push_back(reply.substr(0, end));
+        reply.remove_prefix(end + LineBreak.size());
+    }
+    return lines;
+}
+
+Text TranslateChars(TextView text, TextView from, TextView to)
+{
+    Text result(text);
+    for (std::size_t i = 0; i < from.size(); ++i) {
+        if (i < to.size())
+            std::replace(result.begin(), result.end(), from[i], to[i]);
+        else
+            std::erase(result, from[i]);
+    }
+    return result;
+}
+
+bool SameText(TextView a, TextView b) { return equalIgnoringCase(a, b); }
+
+bool MatchesLeading(TextView text, TextView prefix, LetterCase letterCase)
+{
+    const TextView leading = text.substr(0, prefix.size());
+    return letterCase == LetterCase::Exact ? leading == prefix : equalIgnoringCase(leading, prefix);
+}
+
+int SelectComboItem(ComboBox& comboBox, TextView text)
+{
+    comboBox.setListIndex(-1);
+    for (int i = 0; i < comboBox.count(); ++i) {
+        if (SameText(comboBox.itemText(i), text)) {
+            comboBox.setListIndex(i);
+            break;
+        }
+    }
+    return comboBox.listIndex();
+}
+
+}

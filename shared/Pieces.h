@@ -1,0 +1,40 @@
+// Taking texts apart: delimited pieces, characters, comparisons.
+#pragma once
+
+#include "platform/ComboBox.h"
+#include "platform/Text.h"
+
+#include <vector>
+
+namespace health {
+
+// The n-th piece of a text, counted from 1; empty when there is none. Where the delimiter occurs, a negative n
+// counts as 1. The view lies in `text`.
+TextView pieceView(TextView text, TextView delimiter, short n);
+inline Text Piece(TextView text, TextView delimiter, short n) { return Text(pieceView(text, delimiter, n)); }
+
+// All pieces, with empty texts added until the last index is at least `minimumUpperBound`.
+std::vector<Text> SplitPieces(TextView text, TextView delimiter, short minimumUpperBound);
+
+// The lines of a list reply, without the element after the last CR LF. Views into `reply`.
+std::vector<TextView> replyLines(TextView reply);
+
+// Replaces each of the from-characters by the to-character at its position, or deletes it where there is none.
+// One after the other: what one replacement wrote, a later one may replace again.
+Text TranslateChars(TextView text, TextView from, TextView to);
+
+bool SameText(TextView a, TextView b);
+
+enum class LetterCase {
+    Exact,
+    Ignored,
+};
+
+// The text begins with the prefix; an empty prefix always matches.
+bool MatchesLeading(TextView text, TextView prefix, LetterCase letterCase);
+
+// Selects the first entry with this text, the case of letters left aside, and gives its index; without one
+// nothing is selected any more and the result is -1.
+int SelectComboItem(ComboBox& comboBox, TextView text);
+
+}

@@ -1,0 +1,109 @@
+// modShared: calls of remote procedures, their errors, reports.
+#include "shared/modShared.h"
+
+#include "platform/Conversions.h"
+#include "shared/modConst.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace health {
+
+namespace {
+constexpr TextView SystemError = L"System Error";
+}
+
+Text modShared::CallRpc(TextView name, TextView parameter) { return call(&Session::callText, name, parameter); }
+
+Text modShared::CallRpcList(TextView name, TextView parameter) { return call(&Session::callList, name, parameter); }
+
+Text modShared::call(SessionCall operation, TextView name, TextView parameter)
+{
+    try {
+        m_desktop.setPointer(Pointer::Hourglass);
+        Text reply = (session().*operation)(name, parameter);
+        m_desktop.setPointer(Pointer::Default);
+        return reply;
+    } catch (...) {
+        const Text description = describeCurrentFailure();
+        m_desktop.setPointer(Pointer::Default);
+        ErrorBox(L"Error in remote procedure call: " + Text(name) + Text(LineBreak) + description, SystemError);
+        return {};
+    }
+}
+
+long long modShared::RpcErrorCode(TextView reply)
+{
+    const long long code = roundToWhole(leadingNumber(pieceView(reply, L"^", 1)));
+    return code < 0 ? -std::max(code, -std::numeric_limits<long long>::max()) : 0;
+}
+
+bool modShared::CheckRpcError(TextView reply, TextView title)
+{
+    if (RpcErrorCode(reply) == 0)
+        return false;
+    TextView message = pieceView(reply, L"^", 2);
+    // In a list reply the message carries the line's end.
+    if (message.ends_with(LineBreak))
+        message.remove_suffix(LineBreak.size());
+    ErrorBox(message, title);
+    SetStatusText(L"");
+    return true;
+}
+
+void modShared::ReportError(TextView module, TextView procedure)
+{
+    // Taken first: clearing the status line calls the host, which may fail in its turn.
+    const Text description = describeCurrentFailure();
+    m_desktop.setPointer(Pointer::Default);
+    try {
+        raiseStatus(L"");
+    } catch (...) {
+        // The box below tells of the failure that came first.
+    }
+    ErrorBox(L"Error in module " + Text(module) + L" at " + Text(procedure) + Text(LineBreak) + Text(LineBreak)
+            + description,
+        SystemError);
+}
+
+bool modShared::trap(TextView module, TextView procedure, const std::function<void()>& work)
+{
+    try {
+        work();
+        return true;
+    } catch (...) {
+        ReportError(module, procedure);
+        return false;
+    }
+}
+
+void modShared::raiseStatus(TextView text)
+{
+    if (m_session)
+        m_session->raiseEvent(L"STATUS", text);
+}
+
+void modShared::SetStatusText(TextView text)
+{
+    trap(L"modShared", L"SetStatusText", [&] { raiseStatus(text); });
+}
+
+void modShared::ShowReport(TextView report, TextView title)
+{
+    try {
+        required(m_print, L"print").preview(report, title, L"", L"", L"", 80, true, true);
+    } catch (...) {
+        ErrorBox(L"Error displaying requested report: " + Text(title) + Text(LineBreak) + describeCurrentFailure(),
+            SystemError);
+    }
+}
+
+void modShared::VisitDetail(TextView visit)
+{
+    trap(L"modShared", L"VisitDetail", [&] {
+        if (visit.find_first_not_of(L' ') != TextView::npos)
+            ShowReport(CallRpcList(L"MEVUTL GETRPT", visit), L"Visit Detail");
+    });
+}
+
+}

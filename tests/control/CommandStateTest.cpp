@@ -1,0 +1,127 @@
+#include "tests/support/ControlFixture.h"
+
+namespace health::test {
+namespace {
+
+class CommandState : public ControlFixture {
+protected:
+    // A child with one record of every type that can be listed.
+    void openWithAllRecords(std::set<Text> keys, TextView security)
+    {
+        host.user->keys = std::move(keys);
+        host.session->reply(L"MEVUTL CHKSEC", security);
+        host.session->reply(L"MEVREP GET", L"G0");
+        host.session->reply(L"MEVBMSR GET", L"7");
+        for (const TextView call : { L"MEVVIF GET", L"MEVVELD GET", L"MEVVAST GET", L"MEVVTXC GET", L"MEVREF GET" })
+            host.session->reply(call, L"5^^3260310|81^X\r\n");
+        open(12, L"F", L"4");
+    }
+
+    // The type numbers of the rows that may be edited.
+    Text editable()
+    {
+        Text types;
+        for (int row = 0; row < control.fgData.rowCount(); ++row) {
+            control.fgData.choose(row);
+            if (control.cmd[kalmevRepHistCtrl::Edit].isEnabled())
+                types += control.fgData.text(row, GridColumn::Type);
+        }
+        return types;
+    }
+
+    // The type numbers that may be added.
+    Text addable()
+    {
+        Text types;
+        for (int index = 0; index < control.cboType.count(); ++index) {
+            control.cboType.choose(index);
+            if (control.cmd[kalmevRepHistCtrl::Add].isEnabled())
+                types += std::to_wstring(control.cboType.itemData(index));
+        }
+        return types;
+    }
+
+    static constexpr TextView Provider = L"1|0|0|0^0~";
+    static constexpr TextView NoKey = L"0|0|0|0^0~";
+};
+
+// Rows stand in the order 1, 3, 2, 4, 5, 6, 7; the list of types in that of their names.
+TEST_F(CommandState, ProviderEditsEverything)
+{
+    openWithAllRecords({}, Provider);
+    EXPECT_EQ(editable(), L"1324567");
+    EXPECT_EQ(addable(), L"534276");
+}
+
+TEST_F(CommandState, EachKeyOpensItsOwnType)
+{
+    const std::pair<TextView, TextView> cases[] = { { L"MEVZ ELDER CASE EDIT", L"47" },
+        { L"MEVZ PEDIATRIC EDIT", L"327" }, { L"MEVZ ASTHMA EDIT", L"57" }, { L"MEVZ TX CONTRACT EDIT", L"67" },
+        { L"MEVZ ER EDIT", L"7" }, { L"QASZMENU", L"7" }, { L"MEVZ ELDER CARE EDIT", L"7" } };
+    for (const auto& [key, types] : cases) {
+        control.UserControl_Terminate();
+        openWithAllRecords({ Text(key) }, NoKey);
+        EXPECT_EQ(editable(), types) << narrow(key);
+    }
+}
+
+TEST_F(CommandState, ReproductiveHistoryFollowsThePermissionMessageAlone)
+{
+    openWithAllRecords({}, L"1|0|0|0^1~"); // a provider, blocked by the parameter
+    EXPECT_EQ(editable(), L"324567");
+    EXPECT_EQ(shared.PermissionMessage().empty(), false);
+}
+
+TEST_F(CommandState, HolderOfTheReproductiveKeyNeedsNoProvider)
+{
+    openWithAllRecords({}, L"0|0|0|1^0~");
+    EXPECT_EQ(editable(), L"17");
+}
+
+TEST_F(CommandState, AddingNeedsAVisitButForThreeTypes)
+{
+    host.encounter->usable = false;
+    openWithAllRecords({}, Provider);
+    EXPECT_EQ(addable(), L"37");
+    commitPatient(12, L"F", L"30");
+    EXPECT_EQ(addable(), L"71");
+    for (const int flags : host.encounter->preparations)
+        EXPECT_EQ(flags, 12);
+    host.encounter->usable = true;
+    control.encounterEvents().Committed(); // the visit has come: no new choice is needed
+    control.cboType.choose(1);
+    EXPECT_TRUE(control.cmd[kalmevRepHistCtrl::Add].isEnabled());
+}
+
+TEST_F(CommandState, LockedRecordsAndVisitDetail)
+{
+    host.session->reply(L"MEVVELD GET", L"1^1^3260310|81^A\r\n2^0^3260310|82^B\r\n3^2^3260310^C\r\n");
+    open(12);
+    const std::pair<int, TextView> cases[] = { { 0, L"---V" }, { 1, L"-EDV" }, { 2, L"-ED-" } };
+    for (const auto& [row, commands] : cases) {
+        control.fgData.choose(row);
+        EXPECT_EQ(enabledCommands(), commands) << row;
+    }
+}
+
+TEST_F(CommandState, RightButtonSelectsTheRowUnderTheMouseFirst)
+{
+    host.session->reply(L"MEVVELD GET", L"1^^3260310|81^A\r\n2^^3260310|82^B\r\n");
+    host.session->reply(L"MEVUTL GETRPT", L"REPORT\r\n");
+    open(12);
+    control.fgData.choose(0);
+    control.fgData.releaseMouse(MouseButton::Left, 1);
+    EXPECT_EQ(host.desktop.lastMenu, nullptr);
+    control.fgData.releaseMouse(MouseButton::Right, 1);
+    EXPECT_EQ(host.desktop.lastMenu, &control.mnuContextPopup);
+    EXPECT_EQ(control.fgData.row(), 1);
+    control.mnuVisitDetail.choose();
+    EXPECT_EQ(host.lines({ L"list MEVUTL", L"preview" }),
+        (Transcript { L"list MEVUTL GETRPT(82)", L"preview [Visit Detail||||80|11] REPORT\r\n" }));
+    control.fgData.releaseMouse(MouseButton::Right, -1); // beside the rows
+    EXPECT_EQ(control.fgData.row(), -1);
+    EXPECT_EQ(enabledCommands(), L"----");
+}
+
+}
+}

@@ -1,0 +1,241 @@
+#include "tests/support/ControlFixture.h"
+
+namespace health::test {
+namespace {
+
+class GridLoad : public ControlFixture {
+protected:
+    Text summaryOf(TextView call, TextView reply, TextView sex = L"F", TextView age = L"3")
+    {
+        host.session->reply(call, reply);
+        commitPatient(12, sex, age);
+        host.session->reply(call, L"");
+        return control.fgData.rowCount() == 0 ? Text() : Text(control.fgData.text(0, GridColumn::Summary));
+    }
+};
+
+TEST_F(GridLoad, CallsInTheirFixedOrder)
+{
+    open(12, L"F", L"6");
+    host.transcript.clear();
+    control.LoadGrid();
+    EXPECT_EQ(host.calls(),
+        (Transcript { L"call MEVREP GET(12^^1)", L"call MEVBMSR GET(12)", L"list MEVVIF GET(12)",
+            L"list MEVVELD GET(12)", L"list MEVVAST GET(12)", L"list MEVVTXC GET(12)", L"list MEVREF GET(12)" }));
+    host.transcript.clear();
+    commitPatient(13, L"M", L"7");
+    EXPECT_EQ(host.calls(),
+        (Transcript {
+            L"list MEVVELD GET(13)", L"list MEVVAST GET(13)", L"list MEVVTXC GET(13)", L"list MEVREF GET(13)" }));
+}
+
+TEST_F(GridLoad, WhatIsOfferedDependsOnSexAndAge)
+{
+    open(0);
+    struct Case {
+        TextView sex;
+        TextView age;
+        Transcript types;
+    };
+    const Text hint = L" To add, select a form...";
+    const Case cases[] = {
+        { L"F", L"4",
+            { hint, L"Asthma Status", L"Birth Measurements", L"Functional Status", L"Infant Feeding", L"Refusal",
+                L"Treatment Contract" } },
+        { L"F", L"5",
+            { hint, L"Asthma Status", L"Birth Measurements", L"Functional Status", L"Refusal",
+                L"Treatment Contract" } },
+        { L"F", L"8", { hint, L"Asthma Status", L"Functional Status", L"Refusal", L"Treatment Contract" } },
+        { L"F", L"9 YRS",
+            { hint, L"Asthma Status", L"Functional Status", L"Refusal", L"Reproductive History",
+                L"Treatment Contract" } },
+        { L"M", L"40", { hint, L"Asthma Status", L"Functional Status", L"Refusal", L"Treatment Contract" } },
+        { L"f", L"40", { hint, L"Asthma Status", L"Functional Status", L"Refusal", L"Treatment Contract" } },
+    };
+    for (const Case& c : cases) {
+        commitPatient(12, c.sex, c.age);
+        EXPECT_EQ(typesOffered(), c.types) << narrow(c.sex) << narrow(c.age);
+        EXPECT_EQ(control.cboType.text(), hint);
+        EXPECT_EQ(control.cboType.itemData(control.cboType.listIndex()), 0);
+    }
+    // A reload leaves the user's choice alone.
+    control.cboType.choose(2);
+    host.session->push(L"REFRESH");
+    EXPECT_EQ(control.cboType.listIndex(), 2);
+}
+
+TEST_F(GridLoad, RecordsBeyondTheAgeAreNotListed)
+{
+    host.session->reply(L"MEVREP GET", L"G0P0");
+    host.session->reply(L"MEVBMSR GET", L"7");
+    host.session->reply(L"MEVVIF GET", L"3^^^FORMULA ONLY|5\r\n");
+    open(12, L"F", L"8");
+    EXPECT_EQ(summaries(), Transcript { L"G0P0" }); // listed at 8, though not offered
+    commitPatient(12, L"M", L"6");
+    EXPECT_EQ(summaries(), (Transcript { L"Birth Weight=7 lbs ", L"Formula Only" }));
+}
+
+TEST_F(GridLoad, ReproductiveRow)
+{
+    open(0);
+    EXPECT_EQ(summaryOf(L"MEVREP GET", L"g3p2lc1sa0ta0^01/05/2026^ORAL CONTRACEPTIVES^12/01/2025^SONOGRAM^10/12/2026"),
+        L"G3P2LC1SA0TA0; LMP=01/05/2026; Contraceptive Method=Oral Contraceptives; Pregnant: Est. Delivery=10/12/2026; "
+        L"Determined by=Sonogram");
+    EXPECT_EQ(summaryOf(L"MEVREP GET", L"^^IUD"), L"Contraceptive Method=Iud"); // an empty first piece adds no "; "
+    EXPECT_EQ(summaryOf(L"MEVREP GET", L"^"), L"");
+    host.session->reply(L"MEVREP GET", L"G1");
+    commitPatient(12);
+    EXPECT_EQ(row(0), L"Reproductive|G1|12|||1");
+    EXPECT_EQ(control.fgData.rowData(0), L"REPR");
+}
+
+TEST_F(GridLoad, BirthRow)
+{
+    open(0);
+    const std::pair<TextView, TextView> cases[] = {
+        { L"7^2^3.2^3231^^^^^^1^6M^2W^5M^SMITH,ANNA|44",
+            L"Birth Weight=7 lbs 2 ozs (3.2 kgs) ; Birth Order=1; Formula Started=6m; Breast Stopped=2w; Solids "
+            L"Started=5m; "
+            L"Mother=Smith,Anna" },
+        { L"1^1^1", L"Birth Weight=1 lb 1 oz (1 kg) " },
+        { L"^0", L"Birth Weight= lbs 0 ozs " },
+        { L"1.0", L"Birth Weight=1.0 lbs " },
+        { L"7^^^3200^^^^^^", L"Birth Weight=7 lbs " },
+        { L"7^^^^^^^^^^^^^MUÑOZ, ÁNGEL|1", L"Birth Weight=7 lbs ; Mother=Muñoz, Ángel" },
+    };
+    for (const auto& [reply, summary] : cases)
+        EXPECT_EQ(summaryOf(L"MEVBMSR GET", reply, L"M"), summary);
+    host.session->reply(L"MEVBMSR GET", L"7");
+    commitPatient(12, L"M", L"0");
+    EXPECT_EQ(row(0), L"Birth Measurements|Birth Weight=7 lbs |12|||3");
+    EXPECT_EQ(control.fgData.rowData(0), L"BMSR");
+}
+
+TEST_F(GridLoad, ListRows)
+{
+    struct Case {
+        TextView call;
+        TextView reply;
+        TextView row;
+        TextView key;
+    };
+    const Case cases[] = {
+        { L"MEVVIF GET", L"45^1^3260310.143|812^1/2 BREAST & 1/2 FORMULA|3\r\n",
+            L"Infant Feeding|03/10/2026 14:30: 1/2 Breast & 1/2 Formula|45|812|1|2", L"IF^45" },
+        { L"MEVVELD GET", L"9^^3260310|81^INDEPENDENT|I^NEEDS HELP^^TOTALLY DEPENDENT^^^A^B^C^D^E^F^DECLINE^NO\r\n",
+            L"Functional Status|03/10/2026: Status Change=Decline; Caregiver=No; Toileting=Independent; Bathing=Needs "
+            L"Help; "
+            L"Transfers=Totally Dependent; Finances=A; Cooking=B; Shopping=C; Chores=D; Meds=E; "
+            L"Transportation=F|9|81||4",
+            L"FS^9" },
+        { L"MEVVAST GET", L"3^0^3260310|81^MILD PERSISTENT|2^90^80^450^YES^NO^YES^NO\r\n",
+            L"Asthma Status|03/10/2026: Severity=Mild Persistent; FEV=90; FEF=80; PEF=450; ETS=Yes; Particulates=No; "
+            L"Dust Mites=Yes; "
+            L"Mgt. Plan=No|3|81|0|5",
+            L"AS^3" },
+        { L"MEVVTXC GET", L"4^^03/10/2026@08:05|81^PAIN|P^03/09/2026^SMITH,JOHN Q|71\r\n",
+            L"Tx Contract|03/10/2026 08:05: Initiated=03/09/2026; Type=Pain; Provider=Smith,John Q|4|81||6", L"TXC^4" },
+        { L"MEVREF GET", L"8^^3260101|81^MEASUREMENTS^14^BLOOD PRESSURE^^^3260310^1^^Said No, twice\r\n",
+            L"Refusal|03/10/2026: BLOOD PRESSURE (Measurements); Comment=Said No, twice|8||1|7", L"REF^8" },
+    };
+    open(0);
+    for (const Case& c : cases) {
+        host.session->reply(c.call, c.reply);
+        commitPatient(12, L"M", L"3");
+        ASSERT_EQ(control.fgData.rowCount(), 1) << narrow(c.call);
+        EXPECT_EQ(row(0), c.row);
+        EXPECT_EQ(control.fgData.rowData(0), c.key);
+        host.session->reply(c.call, L"");
+    }
+}
+
+TEST_F(GridLoad, RefusalTexts)
+{
+    open(0);
+    const std::pair<TextView, TextView> cases[] = { { L"1^^^EKG^7^EKG\r\n", L"EKG" },
+        { L"1^^^PAP SMEAR^7\r\n", L"PAP SMEAR" }, { L"1^^^EKG,STAT CARE^7^12 LEAD\r\n", L"12 LEAD (Ekg,stat Care)" },
+        { L"1^^^^^^^^^^^only a comment|x\r\n", L"Comment=only a comment" },
+        { L"1^^^LAB^2^GLUCOSE^^^no date\r\n", L"GLUCOSE (Lab)" } };
+    for (const auto& [reply, summary] : cases)
+        EXPECT_EQ(summaryOf(L"MEVREF GET", reply), summary);
+}
+
+TEST_F(GridLoad, GarbledRepliesAddWhatCanBeRead)
+{
+    open(0);
+    const std::pair<TextView, std::size_t> cases[] = { { L"", 0 }, { L"no line end", 0 }, { L"1^^^A\r\n2^^^B", 1 },
+        { L"\r\n", 1 }, { L"^^^\r\n", 1 }, { L"1^^^A\r2^^^B\r\n", 1 }, { L"1\r\n2\r\n3\r\n", 3 } };
+    for (const auto& [reply, rows] : cases) {
+        host.session->reply(L"MEVVELD GET", reply);
+        commitPatient(12, L"M");
+        EXPECT_EQ(summaries().size(), rows) << narrow(reply);
+    }
+    Text wide = L"1^^3260310";
+    for (int i = 0; i < 10000; ++i)
+        wide += L"^x|";
+    EXPECT_EQ(summaryOf(L"MEVVAST GET", wide + L"\r\n", L"M", L"40"), summaries().front());
+    EXPECT_EQ(summaryOf(L"MEVVELD GET", L"1^^3260310^|only a code\r\n", L"M"), L"03/10/2026: ");
+    EXPECT_TRUE(host.boxes().empty());
+}
+
+TEST_F(GridLoad, FlaggedReplyDropsItsOwnTypeOnly)
+{
+    host.session->reply(L"MEVREP GET", L"-1^Reproductive data are locked.");
+    host.session->reply(L"MEVVELD GET", L"-2\r\n");
+    host.session->reply(L"MEVVAST GET", L"1^^^MILD\r\n");
+    open(12);
+    EXPECT_EQ(summaries(), Transcript { L"Severity=Mild" });
+    EXPECT_EQ(host.boxes(), Transcript { L"box [Error] Reproductive data are locked." });
+    EXPECT_EQ(host.lines({ L"status" }),
+        (Transcript { L"status Loading Personal Health Data", L"status ", L"status ", L"status " }));
+}
+
+TEST_F(GridLoad, FailedCallReadsAsNoRecords)
+{
+    host.session->failCall(L"MEVVELD GET", L"Torn frame.");
+    host.session->reply(L"MEVVAST GET", L"1^^^MILD\r\n");
+    open(12);
+    EXPECT_EQ(summaries(), Transcript { L"Severity=Mild" });
+    EXPECT_EQ(
+        host.boxes(), Transcript { L"box [System Error] Error in remote procedure call: MEVVELD GET\r\nTorn frame." });
+}
+
+TEST_F(GridLoad, RunTimeFailureLeavesNoHalfList)
+{
+    host.session->reply(L"MEVVELD GET", L"5^^^A\r\n");
+    open(12);
+    host.session->objects.clear();
+    // A failure that no call wrapper catches: the front end cannot show a row.
+    struct Breaking : ControlObserver {
+        void controlChanged(Control&, Change change) override
+        {
+            if (change == Change::Layout)
+                throw Failure(L"The list cannot be drawn.");
+        }
+    } breaking;
+    control.ClearPatientControls(); // hides column 0, so that loading has to show it
+    control.fgData.setObserver(&breaking);
+    control.LoadGrid();
+    control.fgData.setObserver(nullptr);
+    EXPECT_EQ(host.boxes().front(),
+        L"box [System Error] Error in module kalmevRepHistCtrl at LoadGrid\r\n\r\nThe list cannot be drawn.");
+    EXPECT_EQ(enabledCommands(), L"----");
+    EXPECT_TRUE(control.fgData.isDrawing());
+    // The subscriptions stay: the next event loads again.
+    host.session->push(L"VXR.12.VELD");
+    EXPECT_EQ(summaries(), Transcript { L"Toileting=A" });
+}
+
+TEST_F(GridLoad, EmergencyRecordsAreNeitherAskedForNorListed)
+{
+    host.session->reply(L"MEVVER GET", L"1^^^EMERGENT|E\r\n");
+    open(12, L"F", L"3");
+    for (const Text& call : host.calls())
+        EXPECT_EQ(call.find(L"MEVVER"), Text::npos);
+    EXPECT_EQ(control.fgData.rowCount(), 0);
+    // The format itself stays.
+    EXPECT_EQ(recordType(8)->fields.size(), 11u);
+}
+
+}
+}

@@ -1,0 +1,241 @@
+#include "tests/support/ControlFixture.h"
+
+namespace health::test {
+namespace {
+
+class LifeCycle : public ControlFixture { };
+
+TEST_F(LifeCycle, StartsInItsOrder)
+{
+    setPatient(12);
+    control.UserControl_Initialize();
+    EXPECT_EQ(host.calls(),
+        Transcript {
+            L"call MEVUTL CHKSEC(PROVIDER|MEVZ CAC|MEVZ VIEW ONLY|MEVZ REP HIST EDIT^MEV DISABLE REP HIST EDITING)" });
+    EXPECT_TRUE(host.session->subscriptions().empty());
+    EXPECT_EQ(control.imgIcon.toolTip(), L"1.0.0.0  Personal Health");
+    EXPECT_EQ(control.fgData.columnCount(), 6);
+    EXPECT_EQ(control.fgData.column(0).width, 1600);
+    EXPECT_TRUE(control.fgData.wordWrap());
+    for (const int column : { 2, 3, 4, 5 })
+        EXPECT_TRUE(control.fgData.column(column).hidden);
+
+    host.transcript.clear();
+    control.UserControl_Show();
+    EXPECT_EQ(host.lines({ L"register", L"unregister" }),
+        (Transcript { L"register VXR.12", L"register REFUSAL.12", L"register REFRESH" }));
+    EXPECT_EQ(host.transcript.back(), L"register REFRESH"); // after loading
+    host.transcript.clear();
+    control.UserControl_Show(); // shown again after it was hidden
+    EXPECT_TRUE(host.transcript.empty());
+}
+
+TEST_F(LifeCycle, SecondPanelTellsOfThePermissionInItsToolTip)
+{
+    host.session->reply(L"MEVUTL CHKSEC", L"1|0|1|0^0~");
+    open(0);
+    kalmevRepHistCtrl second(shared, host);
+    second.UserControl_Initialize();
+    EXPECT_EQ(control.imgIcon.toolTip(), L"1.0.0.0  Personal Health");
+    EXPECT_EQ(second.imgIcon.toolTip(),
+        L"1.0.0.0  Personal Health\r\n\r\nYou have the 'MEVZ VIEW ONLY' security key, thus you cannot make "
+        L"modifications.");
+}
+
+TEST_F(LifeCycle, EventsBeforeTheFirstShowChangeNothing)
+{
+    setPatient(12);
+    control.UserControl_Initialize();
+    host.transcript.clear();
+    control.patientEvents().Committed();
+    control.encounterEvents().Committed();
+    EXPECT_FALSE(control.patientEvents().Pending());
+    EXPECT_FALSE(control.encounterEvents().Pending());
+    control.patientEvents().Canceled();
+    control.encounterEvents().Canceled();
+    EXPECT_TRUE(host.transcript.empty());
+    EXPECT_EQ(control.fgData.rowCount(), 0);
+}
+
+TEST_F(LifeCycle, PatientChangeMovesTheSubscriptions)
+{
+    open(12);
+    host.transcript.clear();
+    commitPatient(34);
+    const Transcript expected { L"unregister VXR.12", L"unregister REFUSAL.12", L"register VXR.34",
+        L"register REFUSAL.34" };
+    EXPECT_EQ(host.lines({ L"register", L"unregister" }), expected);
+    commitPatient(0);
+    EXPECT_EQ(host.session->subscriptions(), std::multiset<Text> { L"REFRESH" });
+    host.transcript.clear();
+    commitPatient(0);
+    EXPECT_TRUE(host.lines({ L"register", L"unregister" }).empty());
+}
+
+TEST_F(LifeCycle, WithoutAPatientTheGridSaysSo)
+{
+    host.session->reply(L"MEVVELD GET", L"7^^^NEEDS HELP\r\n");
+    open(12);
+    ASSERT_EQ(control.fgData.rowCount(), 1);
+    control.fgData.choose(0);
+    commitPatient(0);
+    EXPECT_EQ(control.fgData.rowCount(), 1);
+    EXPECT_EQ(row(0), L"|Patient Not Selected||||");
+    EXPECT_TRUE(control.fgData.column(0).hidden);
+    EXPECT_EQ(control.fgData.row(), -1);
+    EXPECT_EQ(enabledCommands(), L"----");
+    control.fgData.choose(0);
+    EXPECT_EQ(enabledCommands(), L"----");
+
+    host.transcript.clear();
+    host.session->push(L"REFRESH"); // stays without a patient, asks nothing
+    EXPECT_TRUE(host.calls().empty());
+    EXPECT_EQ(row(0), L"|Patient Not Selected||||");
+
+    commitPatient(12);
+    EXPECT_FALSE(control.fgData.column(0).hidden);
+}
+
+TEST_F(LifeCycle, EventsThatReload)
+{
+    open(12);
+    const std::pair<TextView, bool> cases[] = { { L"VXR.12.VELD", true }, { L"REFUSAL.12.REF", true },
+        { L"REFRESH", true }, { L"REFRESHX", true }, { L"VXR.12", false }, { L"VXR.123.VELD", false },
+        { L"VXR.34.VELD", false }, { L"vxr.12.VELD", false }, { L"refresh", false }, { L".", false }, { L"", false } };
+    for (const auto& [name, reloads] : cases) {
+        host.transcript.clear();
+        host.session->pushToAll(name);
+        EXPECT_EQ(!host.calls().empty(), reloads) << narrow(name);
+    }
+    commitPatient(0);
+    setPatient(12); // changed, but not yet committed
+    host.transcript.clear();
+    host.session->pushToAll(L".x"); // no empty name may match
+    EXPECT_TRUE(host.calls().empty());
+}
+
+TEST_F(LifeCycle, SelectionSurvivesAReloadByItsKey)
+{
+    host.session->reply(L"MEVVELD GET", L"5^^^A\r\n7^^^B\r\n");
+    host.session->reply(L"MEVVAST GET", L"7^^^MILD\r\n");
+    open(12);
+    control.fgData.choose(2); // the asthma record 7, not the functional status of the same number
+    host.session->reply(L"MEVVELD GET", L"5^^^A\r\n6^^^NEW\r\n7^^^B\r\n");
+    host.session->push(L"VXR.12.VELD");
+    EXPECT_EQ(control.fgData.rowData(control.fgData.row()), L"AS^7");
+    EXPECT_EQ(control.fgData.selectedColumn(), 1);
+    EXPECT_EQ(control.fgData.shownRow(), control.fgData.row());
+    EXPECT_EQ(enabledCommands(), L"-ED-");
+
+    host.session->reply(L"MEVVAST GET", L"");
+    host.session->push(L"VXR.12.VAST"); // somebody deleted it
+    EXPECT_EQ(control.fgData.row(), -1);
+    EXPECT_EQ(enabledCommands(), L"----");
+}
+
+TEST_F(LifeCycle, SelectionIsNotCarriedToAnotherPatient)
+{
+    host.session->reply(L"MEVREP GET", L"G1P1");
+    open(12);
+    control.fgData.choose(0);
+    commitPatient(34); // has a row of the same key
+    EXPECT_EQ(control.fgData.row(), -1);
+}
+
+TEST_F(LifeCycle, EventDuringABoxOfALoadIsCaughtUpWith)
+{
+    open(12);
+    host.session->reply(L"MEVVELD GET", L"-1^Broken list.\r\n");
+    host.desktop.whileBoxIsOpen = [&] {
+        host.session->reply(L"MEVVELD GET", L"5^^^A\r\n");
+        host.session->push(L"VXR.12.VELD");
+    };
+    host.session->push(L"REFRESH");
+    EXPECT_EQ(summaries(), Transcript { L"Toileting=A" });
+    EXPECT_EQ(host.boxes(), Transcript { L"box [Error] Broken list." });
+}
+
+TEST_F(LifeCycle, PatientChangeDuringABoxOfALoadNeverMixesTwoPatients)
+{
+    host.session->reply(L"MEVVTXC GET", L"12", L"1^^^PAIN|P\r\n");
+    host.session->reply(L"MEVVTXC GET", L"34", L"2^^^MENTAL HEALTH|M\r\n");
+    open(12);
+    host.session->reply(L"MEVVELD GET", L"-1^Broken list.\r\n");
+    host.desktop.whileBoxIsOpen = [&] { commitPatient(34, L"M"); };
+    host.session->push(L"REFRESH");
+    EXPECT_EQ(summaries(), Transcript { L"Type=Mental Health" });
+    EXPECT_EQ(host.session->subscriptions(), (std::multiset<Text> { L"REFRESH", L"REFUSAL.34", L"VXR.34" }));
+}
+
+TEST_F(LifeCycle, RowsOfTheCurrentVisitAreHighlighted)
+{
+    host.session->reply(L"MEVVELD GET", L"1^^3260301|81^A\r\n2^^3260302|812^B\r\n3^^3260303^C\r\n");
+    host.encounter->visit = 81;
+    open(12);
+    const auto colours = [&] {
+        std::vector<bool> blue;
+        for (int index = 0; index < control.fgData.rowCount(); ++index) {
+            blue.push_back(control.fgData.cellForeColour(index, 1) == Blue);
+            EXPECT_EQ(control.fgData.cellForeColour(index, 0), DefaultColour);
+        }
+        return blue;
+    };
+    EXPECT_EQ(colours(), (std::vector { true, false, false })); // 812 is another visit
+    host.encounter->visit = 0;
+    host.transcript.clear();
+    control.encounterEvents().Committed();
+    EXPECT_EQ(colours(), (std::vector { false, false, false })); // no visit is not an empty visit
+    EXPECT_TRUE(host.calls().empty());
+}
+
+TEST_F(LifeCycle, EndDropsSubscriptionsAndTheLastOneTheObjects)
+{
+    open(12);
+    {
+        kalmevRepHistCtrl second(shared, host);
+        second.UserControl_Initialize();
+        second.UserControl_Show();
+        EXPECT_EQ(host.session->subscriptions().count(L"VXR.12"), 2u);
+        second.asyncHandle = 4;
+        host.transcript.clear();
+        second.UserControl_Terminate();
+        EXPECT_EQ(host.transcript,
+            (Transcript { L"abort 4", L"unregister VXR.12", L"unregister REFUSAL.12", L"unregister REFRESH" }));
+    } // its destructor does not count it off again
+    EXPECT_TRUE(shared.hasSession());
+    control.UserControl_Terminate();
+    EXPECT_FALSE(shared.hasSession());
+    EXPECT_TRUE(host.session->subscriptions().empty());
+}
+
+TEST_F(LifeCycle, FailuresNeverReachTheHost)
+{
+    host.user->fails = true;
+    setPatient(12);
+    control.UserControl_Initialize();
+    EXPECT_EQ(host.boxes(),
+        Transcript { L"box [System Error] Error in module kalmevRepHistCtrl at UserControl_Initialize\r\n\r\nThe user "
+                     L"object is gone." });
+    host.session->objects.clear();
+    kalmevRepHistCtrl orphan(shared, host);
+    EXPECT_NO_THROW(orphan.UserControl_Terminate());
+}
+
+TEST_F(LifeCycle, ControlsArePlacedInTwips)
+{
+    for (Button& button : control.cmd)
+        button.setPlace({ 0, 0, 900, 300 });
+    control.imgIcon.setPlace({ 0, 0, 240, 240 });
+    control.cboType.setPlace({ 0, 0, 3000, 320 });
+    control.UserControl_Resize(9000, 6000);
+    EXPECT_EQ(control.cmd[0].place(), (Place { 8040, 380, 900, 300 }));
+    EXPECT_EQ(control.cmd[2].place(), (Place { 8040, 1020, 900, 300 }));
+    EXPECT_EQ(control.fgData.place(), (Place { 50, 380, 7940, 5590 }));
+    EXPECT_EQ(control.cboType.place(), (Place { 340, 30, 3000, 320 }));
+    control.UserControl_Resize(100, 100); // smaller than its parts
+    EXPECT_EQ(control.fgData.place().width, 0);
+    EXPECT_EQ(control.fgData.place().height, 0);
+}
+
+}
+}

@@ -1,0 +1,132 @@
+#include "tests/support/ScriptedHost.h"
+
+#include <gtest/gtest.h>
+
+namespace health::test {
+namespace {
+
+class HostObjects : public testing::Test {
+protected:
+    ScriptedHost host;
+    modShared shared { host.desktop };
+
+    Text permissionFor(TextView reply, TextView extraKey = L"MEVZ REP HIST EDIT")
+    {
+        host.session->reply(L"MEVUTL CHKSEC", reply);
+        shared.CheckSecurity(L"MEV DISABLE REP HIST EDITING", extraKey);
+        return shared.PermissionMessage();
+    }
+};
+
+TEST_F(HostObjects, AreObtainedOnceInTheirOrder)
+{
+    shared.InitObjects(host, true);
+    const Transcript expected { L"load frmDummy", L"unload frmDummy", L"object DRN_VIM.VIM",
+        L"object CSS_Patient.Patient", L"object CSS_User.User", L"object CSS_Site.Site",
+        L"object CSS_Encounter.Encounter", L"object zvPrint.zvPrintX" };
+    EXPECT_EQ(host.transcript, expected);
+    shared.InitObjects(host, false);
+    EXPECT_EQ(host.transcript, expected);
+    EXPECT_EQ(host.managers, 1);
+    EXPECT_EQ(shared.instanceCount(), 2);
+}
+
+TEST_F(HostObjects, OutsideTheHostApplicationTheUserIsAsked)
+{
+    host.session->objects.erase(L"DRN_VIM.VIM");
+    host.session->connected = false;
+    shared.InitObjects(host, false);
+    EXPECT_EQ(host.transcript[1], L"connect ''"); // before the objects
+    EXPECT_EQ(host.patient->prompts, 1);
+    EXPECT_EQ(host.encounter->promptKinds, std::vector { 1 });
+}
+
+TEST_F(HostObjects, OutsideTheHostApplicationNothingIsAskedTwice)
+{
+    host.session->objects.erase(L"DRN_VIM.VIM");
+    host.patient->patientNumber = 7;
+    host.encounter->visit = 70;
+    shared.InitObjects(host, false);
+    EXPECT_TRUE(host.lines({ L"connect" }).empty());
+    EXPECT_EQ(host.patient->prompts, 0);
+    EXPECT_TRUE(host.encounter->promptKinds.empty());
+}
+
+TEST_F(HostObjects, FailedStartIsReportedAndNotRepeated)
+{
+    host.session->objects.erase(L"CSS_Site.Site");
+    shared.InitObjects(host, false);
+    EXPECT_EQ(host.boxes(),
+        Transcript { L"box [System Error] Error in module modShared at InitObjects\r\n\r\nThe host has no object "
+                     L"\"CSS_Site.Site\"." });
+    EXPECT_EQ(host.transcript.end()[-4], L"object CSS_Site.Site"); // the rest was not asked for
+    EXPECT_NO_THROW(shared.user());
+    EXPECT_THROW(shared.encounter(), Failure);
+    shared.InitObjects(host, false);
+    EXPECT_EQ(host.managers, 1);
+    EXPECT_EQ(shared.instanceCount(), 2);
+}
+
+TEST_F(HostObjects, AreReleasedWithTheLastInstance)
+{
+    shared.InitObjects(host, false);
+    shared.InitObjects(host, false);
+    permissionFor(L"0|0|1|0^0~");
+    shared.ReleaseObjects();
+    EXPECT_TRUE(shared.hasSession());
+    shared.ReleaseObjects();
+    EXPECT_FALSE(shared.hasSession());
+    EXPECT_EQ(host.patient.use_count(), 2); // the host's own two
+    EXPECT_EQ(shared.VersionText(), L"1.0.0.0  Personal Health");
+    shared.ReleaseObjects();
+    EXPECT_EQ(shared.instanceCount(), 0);
+    shared.InitObjects(host, false);
+    EXPECT_EQ(host.managers, 2);
+}
+
+TEST_F(HostObjects, PermissionMessage)
+{
+    shared.InitObjects(host, false);
+    const std::pair<TextView, TextView> cases[] = { { L"1|0|0|0^0~", L"" }, { L"0|0|0|1^0~", L"" },
+        { L"0|0|0|0^0~",
+            L"You do not have either the 'PROVIDER' or the 'MEVZ REP HIST EDIT' security keys, thus you cannot make "
+            L"modifications." },
+        { L"1|1|1|1^1~CLERKS", L"You have the 'MEVZ VIEW ONLY' security key, thus you cannot make modifications." },
+        { L"1|0|0|0^1~CLERKS",
+            L"You have been assigned the 'MEV DISABLE REP HIST EDITING' parameter, thus you cannot make "
+            L"modifications." },
+        { L"1|0|0|0^0~CLERKS",
+            L"You are a member of the user class 'CLERKS' which has been assigned the 'MEV DISABLE REP HIST EDITING' "
+            L"parameter, "
+            L"thus you cannot make modifications." },
+        { L"-1^Not allowed.",
+            L"You do not have either the 'PROVIDER' or the 'MEVZ REP HIST EDIT' security keys, thus you cannot make "
+            L"modifications." } };
+    for (const auto& [reply, message] : cases)
+        EXPECT_EQ(permissionFor(reply), message) << narrow(reply);
+    EXPECT_TRUE(host.boxes().empty()); // the error reply is not shown either
+    EXPECT_EQ(host.calls().front(),
+        L"call MEVUTL CHKSEC(PROVIDER|MEVZ CAC|MEVZ VIEW ONLY|MEVZ REP HIST EDIT^MEV DISABLE REP HIST EDITING)");
+    // Without an extra key nobody is stopped for the want of PROVIDER.
+    EXPECT_EQ(permissionFor(L"0|0|0|0^0~", L""), L"");
+}
+
+TEST_F(HostObjects, UserParameterIsAskedOncePerSession)
+{
+    shared.InitObjects(host, false);
+    host.transcript.clear();
+    EXPECT_EQ(shared.GetUserParam(L"RepHist-PedWtOpt", L"0"), L"0");
+    EXPECT_EQ(shared.GetUserParam(L"RepHist-PedWtOpt", L"2"), L"2"); // the empty value is kept, the default is not
+    EXPECT_EQ(host.calls(), Transcript { L"call MEVUTL GETPARM(RepHist-PedWtOpt)" });
+    EXPECT_EQ(host.session->values.at(L"MEVParam_RepHist_PedWtOpt"), L"");
+
+    shared.SetUserParam(L"RepHist-PedWtOpt", L"1");
+    EXPECT_EQ(shared.GetUserParam(L"RepHist-PedWtOpt", L"0"), L"1");
+    host.session->reply(L"MEVUTL SETPARM", L"-1^Not here.");
+    shared.SetUserParam(L"RepHist-PedWtOpt", L"2");
+    EXPECT_EQ(shared.GetUserParam(L"RepHist-PedWtOpt", L"0"), L"1"); // refused: the old value stands
+    EXPECT_EQ(host.boxes(), Transcript { L"box [Setting Parameter RepHist-PedWtOpt] Not here." });
+}
+
+}
+}

@@ -1,0 +1,169 @@
+#include "tests/support/ScriptedHost.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+
+namespace health::test {
+namespace {
+
+class ServerCalls : public testing::Test {
+protected:
+    void SetUp() override
+    {
+        shared.InitObjects(host, false);
+        host.transcript.clear();
+    }
+
+    ScriptedHost host;
+    modShared shared { host.desktop };
+};
+
+TEST_F(ServerCalls, RunUnderTheHourglass)
+{
+    host.session->reply(L"MEVREP GET", L"G1^");
+    EXPECT_EQ(shared.CallRpc(L"MEVREP GET", L"12^^1"), L"G1^");
+    EXPECT_EQ(host.transcript, (Transcript { L"pointer 11", L"call MEVREP GET(12^^1)", L"pointer 0" }));
+}
+
+TEST_F(ServerCalls, FailedCallShowsOneBoxAndGivesAnEmptyReply)
+{
+    host.session->failCall(L"MEVVELD GET", L"The server is gone.");
+    const Text reply = shared.CallRpcList(L"MEVVELD GET", L"12");
+    EXPECT_EQ(reply, L"");
+    EXPECT_FALSE(shared.CheckRpcError(reply, L""));
+    EXPECT_EQ(host.transcript,
+        (Transcript { L"pointer 11", L"list MEVVELD GET(12)", L"pointer 0",
+            L"box [System Error] Error in remote procedure call: MEVVELD GET\r\nThe server is gone." }));
+    EXPECT_EQ(host.desktop.styles, std::vector { 16 });
+}
+
+TEST_F(ServerCalls, ErrorCodeOfAReply)
+{
+    const std::pair<TextView, long long> cases[] = { { L"", 0 }, { L"0^x", 0 }, { L"5^x", 0 }, { L"word^x", 0 },
+        { L"-3^x", 3 }, { L"-1", 1 }, { L"-1\r\n", 1 }, { L"-3abc^x", 3 }, { L"-^x", 0 }, { L"-0.5^x", 0 },
+        { L"-0.2^x", 0 }, { L"-1.5^x", 2 }, { L"-2.5^x", 2 }, { L" -4^x", 4 },
+        { L"-1E999^x", std::numeric_limits<long long>::max() } };
+    for (const auto& [reply, code] : cases)
+        EXPECT_EQ(modShared::RpcErrorCode(reply), code) << narrow(reply);
+}
+
+TEST_F(ServerCalls, ServerErrorIsShownUnderTheCallersTitle)
+{
+    EXPECT_TRUE(shared.CheckRpcError(L"-1^No such patient.^further piece", L"Own Title"));
+    EXPECT_TRUE(shared.CheckRpcError(L"-3^Refused.\r\n", L""));
+    EXPECT_EQ(host.transcript,
+        (Transcript { L"box [Own Title] No such patient.", L"status ", L"box [Error] Refused.", L"status " }));
+}
+
+TEST_F(ServerCalls, ErrorWithoutMessageShowsNoBoxButIsAnError)
+{
+    for (const TextView reply : { L"-1", L"-1^", L"-1^\r\n" })
+        EXPECT_TRUE(shared.CheckRpcError(reply, L"")) << narrow(reply);
+    EXPECT_EQ(host.transcript, (Transcript { L"status ", L"status ", L"status " }));
+}
+
+TEST_F(ServerCalls, TrapReportsWithModuleAndProcedure)
+{
+    EXPECT_FALSE(shared.trap(L"frmTxc", L"LoadTXC", [] { throw Failure(L"What happened."); }));
+    EXPECT_FALSE(shared.trap(L"frmTxc", L"cmdAdd_Click", [] { throw std::out_of_range("Índex."); }));
+    EXPECT_TRUE(shared.trap(L"frmTxc", L"datInit", [] {}));
+    EXPECT_EQ(host.transcript,
+        (Transcript { L"pointer 0", L"status ",
+            L"box [System Error] Error in module frmTxc at LoadTXC\r\n\r\nWhat happened.", L"pointer 0", L"status ",
+            L"box [System Error] Error in module frmTxc at cmdAdd_Click\r\n\r\nÍndex." }));
+}
+
+TEST_F(ServerCalls, ReportNamesTheFirstFailureEvenWhenTheStatusLineFails)
+{
+    host.session->failsEvents = true;
+    shared.trap(L"modX", L"Y", [] { throw Failure(L"First."); });
+    shared.SetStatusText(L"text");
+    EXPECT_EQ(host.boxes(),
+        (Transcript { L"box [System Error] Error in module modX at Y\r\n\r\nFirst.",
+            L"box [System Error] Error in module modShared at SetStatusText\r\n\r\nNo events today." }));
+}
+
+TEST_F(ServerCalls, WithoutASessionTheStatusLineIsLeftAlone)
+{
+    modShared alone(host.desktop);
+    alone.SetStatusText(L"text");
+    EXPECT_TRUE(host.transcript.empty());
+    EXPECT_EQ(alone.CallRpc(L"MEVREP GET", L""), L"");
+    EXPECT_EQ(host.boxes(),
+        Transcript { L"box [System Error] Error in remote procedure call: MEVREP GET\r\nThe host's session object is "
+                     L"not available." });
+}
+
+TEST_F(ServerCalls, VisitDetailShowsTheReportAsItComes)
+{
+    shared.VisitDetail(L"   ");
+    EXPECT_TRUE(host.transcript.empty());
+    host.session->reply(L"MEVUTL GETRPT", L"-1^No such visit.\r\n");
+    shared.VisitDetail(L" 812 ");
+    EXPECT_EQ(host.lines({ L"list", L"preview", L"box" }),
+        (Transcript { L"list MEVUTL GETRPT( 812 )", L"preview [Visit Detail||||80|11] -1^No such visit.\r\n" }));
+}
+
+TEST_F(ServerCalls, PreviewThatFails)
+{
+    host.print->fails = true;
+    shared.ShowReport(L"text", L"Visit Detail");
+    EXPECT_EQ(host.boxes(),
+        Transcript { L"box [System Error] Error displaying requested report: Visit Detail\r\nNo printer object." });
+}
+
+TEST_F(ServerCalls, BoxesAndTheirTitles)
+{
+    shared.ErrorBox(L"e", L"");
+    shared.InfoBox(L"i", L"");
+    shared.WarningBox(L"w", L"");
+    shared.ErrorBox(L"", L"never");
+    EXPECT_EQ(host.boxes(), (Transcript { L"box [Error] e", L"box [Information] i", L"box [Warning] w" }));
+
+    Text title;
+    shared.ShowMessage(L"", title, BoxStyle::Exclamation);
+    EXPECT_EQ(title, L"Warning"); // filled in although nothing was shown
+    Text unknownKind;
+    shared.ShowMessage(L"?", unknownKind, 5);
+    EXPECT_EQ(unknownKind, L"");
+
+    host.desktop.answers = { BoxAnswer::Yes, BoxAnswer::No, BoxAnswer::Closed };
+    Text question;
+    EXPECT_TRUE(shared.ConfirmBox(L"", question));
+    EXPECT_EQ(question, L"Confirm");
+    EXPECT_FALSE(shared.ConfirmBox(L"Sure?", L"Please Confirm"));
+    EXPECT_FALSE(shared.ConfirmBox(L"Sure?", L"Please Confirm"));
+    EXPECT_EQ(host.desktop.styles, (std::vector { 16, 64, 48, 5, 292, 292, 292 }));
+}
+
+TEST_F(ServerCalls, EditKeysWithControlAlone)
+{
+    int cell = 0;
+    struct Case {
+        int keyCode;
+        int message;
+        int value;
+    };
+    for (const Case& c :
+        { Case { 65, 177, -1 }, { 67, 769, 0 }, { 86, 770, 0 }, { 88, 768, 0 }, { 89, 1108, 0 }, { 90, 199, 0 } }) {
+        int keyCode = c.keyCode;
+        shared.FilterEditKeys(keyCode, 2, &cell);
+        EXPECT_EQ(keyCode, 0);
+        const auto& sent = host.desktop.editMessages.back();
+        EXPECT_EQ(sent.edit, &cell);
+        EXPECT_EQ(sent.message, c.message);
+        EXPECT_EQ(sent.first, 0);
+        EXPECT_EQ(sent.value, c.value);
+    }
+    host.desktop.editMessages.clear();
+    for (const auto& [key, shift] : { std::pair { 65, 0 }, { 65, 3 }, { 67, 6 }, { 66, 2 } }) {
+        int keyCode = key;
+        shared.FilterEditKeys(keyCode, shift, &cell);
+        EXPECT_EQ(keyCode, key);
+    }
+    EXPECT_TRUE(host.desktop.editMessages.empty());
+}
+
+}
+}

@@ -1,0 +1,193 @@
+// A host without screen and server. Tests script its replies and read what was asked of it and shown.
+#pragma once
+
+#include "platform/Desktop.h"
+#include "platform/Failure.h"
+#include "platform/Form.h"
+#include "platform/Menu.h"
+#include "platform/host.h"
+#include "shared/modShared.h"
+
+#include <deque>
+#include <functional>
+#include <map>
+#include <ostream>
+#include <set>
+#include <vector>
+
+// GoogleTest prints wide texts with this.
+namespace std {
+inline ostream& operator<<(ostream& out, const wstring& text) { return out << health::narrow(text); }
+}
+
+namespace health::test {
+
+// What happened, in order, one line each: "call NAME(PARAMETER)", "box [TITLE] TEXT", "status TEXT", ...
+using Transcript = std::vector<Text>;
+
+class ScriptedDesktop : public Desktop {
+public:
+    explicit ScriptedDesktop(Transcript& transcript)
+        : m_transcript(transcript)
+    {
+    }
+
+    struct EditMessage {
+        EditHandle edit;
+        int message;
+        long first;
+        int value;
+    };
+
+    std::deque<BoxAnswer> answers; // for the next boxes; afterwards Ok, or No to a question
+    std::vector<int> styles; // of the boxes shown
+    std::vector<EditMessage> editMessages;
+    std::function<void()> whileBoxIsOpen;
+    Moment today = momentOf(2026, 3, 15, 9, 30);
+    Menu* lastMenu = nullptr;
+
+    BoxAnswer messageBox(TextView text, int style, TextView title) override;
+    void setPointer(Pointer pointer) override;
+    void processPendingEvents() override { m_transcript.push_back(L"pending events"); }
+    void sendEditMessage(EditHandle edit, int message, long first, const int* value) override
+    {
+        editMessages.push_back({ edit, message, first, *value });
+    }
+    Moment now() const override { return today; }
+    void load(Form& form) override;
+    void unload(Form& form) override;
+    void popUp(Menu& menu) override { lastMenu = &menu; }
+
+private:
+    Transcript& m_transcript;
+};
+
+struct ScriptedPatient : Patient {
+    long patientNumber = 0;
+    Text patientSex = L"F";
+    Text patientAge = L"30";
+    int prompts = 0;
+
+    long number() const override { return patientNumber; }
+    Text sex() const override { return patientSex; }
+    Text age() const override { return patientAge; }
+    bool isSelected() const override { return patientNumber != 0; }
+    void select() override { ++prompts; }
+};
+
+struct ScriptedUser : User {
+    std::set<Text> keys;
+    bool fails = false;
+
+    long number() const override { return 71; }
+    Text name() const override { return L"SORREL,ADA"; }
+    Text hasKeys(TextView keyNames) const override;
+};
+
+struct ScriptedSite : Site {
+    long number() const override { return 5; }
+    Text name() const override { return L"WILLOW CREEK"; }
+};
+
+struct ScriptedEncounter : Encounter {
+    long visit = 0;
+    bool usable = true;
+    std::vector<int> preparations; // flags asked for
+    std::vector<int> promptKinds;
+
+    long visitNumber() const override { return visit; }
+    bool isValid() const override { return visit != 0; }
+    bool prepare(int flags) override
+    {
+        preparations.push_back(flags);
+        return usable;
+    }
+    void prompt(int kind) override { promptKinds.push_back(kind); }
+};
+
+struct ScriptedPrint : PrintPreview {
+    explicit ScriptedPrint(Transcript& transcript)
+        : transcript(transcript)
+    {
+    }
+    Transcript& transcript;
+    bool fails = false;
+
+    void preview(TextView report, TextView title, TextView subtitle1, TextView subtitle2, TextView subtitle3,
+        int lineWidth, bool pageNumbers, bool patientHeading) override;
+};
+
+// Answers each call from its script. A call without a reply in the script gets an empty one.
+class ScriptedSession : public Session {
+public:
+    explicit ScriptedSession(Transcript& transcript)
+        : m_transcript(transcript)
+    {
+    }
+
+    // The reply to the next and all later calls of a name, for one parameter or for any.
+    void reply(TextView name, TextView text) { m_replies[Text(name)] = text; }
+    void reply(TextView name, TextView parameter, TextView text)
+    {
+        m_replies[Text(name) + L"(" + Text(parameter) + L")"] = text;
+    }
+    // Calls of this name fail with this description; an empty one takes that back.
+    void failCall(TextView name, TextView description) { m_failures[Text(name)] = description; }
+
+    // Tells the subscribers as a server would, by name.
+    void push(TextView name);
+    // Tells all subscribers whatever they subscribed.
+    void pushToAll(TextView name);
+    // Subscribed names; a name counts once for each sink.
+    std::multiset<Text> subscriptions() const;
+
+    std::map<Text, std::shared_ptr<HostObject>> objects;
+    std::map<Text, Text> values;
+    bool connected = true;
+    std::function<void(TextView name)> duringCall;
+    bool failsEvents = false;
+
+    Text callText(TextView name, TextView parameter) override { return call(name, parameter, L"call "); }
+    Text callList(TextView name, TextView parameter) override { return call(name, parameter, L"list "); }
+    void abortRequest(long handle) override { m_transcript.push_back(L"abort " + std::to_wstring(handle)); }
+    void registerEvent(TextView name, ICSS_SessionEvents& sink) override;
+    void unregisterEvent(TextView name, ICSS_SessionEvents& sink) override;
+    void raiseEvent(TextView name, TextView data) override;
+    std::optional<Text> value(TextView key) const override;
+    void setValue(TextView key, TextView value) override { values[Text(key)] = value; }
+    bool isConnected() const override { return connected; }
+    void connect(TextView server) override;
+    std::shared_ptr<HostObject> object(TextView progId) override;
+
+private:
+    Text call(TextView name, TextView parameter, TextView kind);
+
+    Transcript& m_transcript;
+    std::map<Text, Text> m_replies;
+    std::map<Text, Text> m_failures;
+    std::set<std::pair<Text, ICSS_SessionEvents*>> m_sinks;
+};
+
+// All of it together, with a patient of 30 years and a provider signed on.
+class ScriptedHost : public Host {
+public:
+    ScriptedHost();
+
+    Transcript transcript;
+    ScriptedDesktop desktop { transcript };
+    std::shared_ptr<ScriptedSession> session = std::make_shared<ScriptedSession>(transcript);
+    std::shared_ptr<ScriptedPatient> patient = std::make_shared<ScriptedPatient>();
+    std::shared_ptr<ScriptedUser> user = std::make_shared<ScriptedUser>();
+    std::shared_ptr<ScriptedEncounter> encounter = std::make_shared<ScriptedEncounter>();
+    std::shared_ptr<ScriptedPrint> print = std::make_shared<ScriptedPrint>(transcript);
+    int managers = 0; // made so far
+
+    std::unique_ptr<HostManager> createManager() override;
+
+    // The lines of the transcript that begin with one of these words.
+    Transcript lines(std::initializer_list<TextView> beginnings) const;
+    Transcript calls() const { return lines({ L"call ", L"list " }); }
+    Transcript boxes() const { return lines({ L"box " }); }
+};
+
+}
