@@ -1,0 +1,45 @@
+MEVDATE ; FileMan dates: year - 1700, month, day, and after a point the time without trailing zeros
+ ;
+TODAY() ; Today's date
+ QUIT $$OFDAY(+$HOROLOG)
+ ;
+OFDAY(day) ; The date of a $HOROLOG day
+ QUIT $ZDATE(day,"YYYYMMDD")-17000000
+ ;
+DAY(date) ; The $HOROLOG day of a date
+ NEW days,leaps,month,year
+ SET year=date\10000+1700,month=date\100#100
+ SET days=$PIECE("0,31,59,90,120,151,181,212,243,273,304,334",",",month)+(date\1#100)
+ IF month>2,$$LEAP(year) SET days=days+1
+ SET year=year-1,leaps=year\4-(year\100)+(year\400)-(1840\4-(1840\100)+(1840\400))
+ QUIT year-1840*365+leaps+days
+ ;
+LEAP(year) ; A leap year
+ QUIT year#4=0&(year#100'=0!(year#400=0))
+ ;
+ADD(date,days) ; The date some days later
+ QUIT $$OFDAY($$DAY(date)+days)
+ ;
+YEARSAGO(years) ; Today's date some years ago; 29 February becomes the 28th
+ NEW date
+ SET date=$$TODAY-(years*10000)
+ IF date#10000=229,'$$LEAP(date\10000+1700) SET date=date-1
+ QUIT date
+ ;
+AGE(birth) ; Age in whole years today; empty without a birth date
+ IF 'birth QUIT ""
+ QUIT $$TODAY\10000-(birth\10000)-($$TODAY#10000<(birth#10000))
+ ;
+SLASHED(date) ; mm/dd/yyyy; empty for an empty date
+ NEW whole
+ IF 'date QUIT ""
+ SET whole=date\1
+ QUIT $EXTRACT(whole,4,5)_"/"_$EXTRACT(whole,6,7)_"/"_(whole\10000+1700)
+ ;
+CLOCK(date) ; hh:mm of a date with a time, 00:00 without
+ NEW time
+ SET time=$EXTRACT($PIECE(date,".",2)_"0000",1,4)
+ QUIT $EXTRACT(time,1,2)_":"_$EXTRACT(time,3,4)
+ ;
+INVERSE(date) ; Sorts the latest first
+ QUIT 9999999-date

@@ -1,0 +1,67 @@
+MEVDD ; The files: number, name, global, in one table
+ ; Every file has a zero node NAME^number^last entry^number of entries, entries (ien,0) whose first piece is the name,
+ ; and the cross-reference "B" from name to entry.
+ ;
+TABLE ;
+ ;;2;PATIENT;^MEVPAT
+ ;;4;LOCATION;^AUTTLOC
+ ;;7;DISCIPLINE;^MEVDIS
+ ;;40.7;CLINIC;^MEVCLN
+ ;;44;HOSPITAL LOCATION;^MEVHLO
+ ;;50;DRUG;^MEVDRG
+ ;;60;LAB TEST;^MEVLAB
+ ;;71;RADIOLOGY PROCEDURE;^MEVRAD
+ ;;80.1;ICD PROCEDURE;^MEVICP
+ ;;200;USER;^MEVUSR
+ ;;8930;USER CLASS;^MEVCLS
+ ;;9000010;VISIT;^MEVVST
+ ;;9999999.04;MANUFACTURER LOT;^AUTTIML
+ ;;9999999.07;MEASUREMENT;^MEVMSR
+ ;;9999999.09;EDUCATION TOPIC;^MEVEDT
+ ;;9999999.11;VENDOR;^AUTTVNDR
+ ;;9999999.14;VACCINE;^AUTTIMM
+ ;;9999999.15;EXAM;^MEVEXM
+ ;;9999999.28;SKIN TEST;^MEVSKT
+ ;;9999999.64;HEALTH FACTOR;^MEVHFC
+ ;;9999999.68;DIAGNOSTIC PROCEDURE;^MEVDXP
+ ;;9999999.88;CPT MODIFIER;^MEVCPM
+ ;;9100.1;REPRODUCTIVE FACTORS;^MEVREP
+ ;;9100.2;INFANT FEEDING;^MEVVIF
+ ;;9100.3;BIRTH MEASUREMENT;^MEVBMSR
+ ;;9100.4;FUNCTIONAL STATUS;^MEVVELD
+ ;;9100.5;ASTHMA;^MEVVAST
+ ;;9100.6;TREATMENT CONTRACT;^MEVVTXC
+ ;;9100.7;REFUSAL;^MEVREF
+ ;;9100.8;EMERGENCY ROOM VISIT;^MEVVER
+ ;;9100.9;ASTHMA REGISTRY;^MEVREG
+ ;;
+ROOT(file) ; The global of a file, empty for an unknown number. The process keeps the table in roots.
+ NEW line,text
+ IF '$DATA(roots) FOR line=1:1 SET text=$TEXT(TABLE+line) QUIT:$PIECE(text,";",3)=""  SET roots($PIECE(text,";",3))=$PIECE(text,";",5)
+ QUIT $GET(roots(file))
+ ;
+NAME(file,ien) ; The name of an entry, empty when there is none
+ IF 'ien QUIT ""
+ QUIT $PIECE($GET(@$$ROOT(file)@(ien,0)),"^")
+ ;
+START ; Makes the zero nodes of all files
+ NEW line,root,text
+ FOR line=1:1 SET text=$TEXT(TABLE+line) QUIT:$PIECE(text,";",3)=""  DO
+ . SET root=$PIECE(text,";",5)
+ . SET @root@(0)=$PIECE(text,";",4)_"^"_$PIECE(text,";",3)_"^0^0"
+ QUIT
+ ;
+FILE(root,ien,node) ; Files an entry with its zero node and its name in "B"; an ien of 0 takes the next one. Gives the ien.
+ NEW header
+ SET:'ien ien=$PIECE(@root@(0),"^",3)+1
+ SET @root@(ien,0)=node
+ SET:$PIECE(node,"^")'="" @root@("B",$EXTRACT($PIECE(node,"^"),1,80),ien)=""
+ SET header=@root@(0)
+ IF ien>$PIECE(header,"^",3) SET $PIECE(header,"^",3)=ien
+ SET $PIECE(header,"^",4)=$PIECE(header,"^",4)+1,@root@(0)=header
+ QUIT ien
+ ;
+FILEAT(root,ien,node,patient,date) ; The same for what belongs to a patient and a date: "AA" lists it latest first
+ SET ien=$$FILE(root,ien,node)
+ SET @root@("AA",patient,$$INVERSE^MEVDATE(date),ien)=""
+ QUIT ien

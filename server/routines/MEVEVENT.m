@@ -1,0 +1,88 @@
+MEVEVENT ; Events between sessions
+ ; Each session has a number, a lock on it for life, a list of subscribed names and a queue. Who raises an event puts it
+ ; into the queues of all subscribers and wakes their processes; they send it between two frames. Whoever can get a
+ ; session's lock knows that it is gone, and clears what it left.
+ ;
+ ; ^MEVSES(session)=process id    ^MEVSES(session,"SUB",name)=""    ^MEVSUB(name,session)=""
+ ; ^MEVQUE(session,entry)=name LF data
+ ;
+OPEN ; A session begins
+ SET session=$INCREMENT(^MEVSES)
+ LOCK +^MEVSESL(session)
+ SET ^MEVSES(session)=$JOB
+ QUIT
+ ;
+CLOSE ; A session ends
+ DO CLEAR(session)
+ LOCK
+ QUIT
+ ;
+CLEAR(number) ; Takes out all that a session left
+ NEW name
+ SET name=""
+ FOR  SET name=$ORDER(^MEVSES(number,"SUB",name)) QUIT:name=""  KILL ^MEVSUB(name,number)
+ KILL ^MEVSES(number),^MEVQUE(number)
+ QUIT
+ ;
+SWEEP ; Clears the sessions whose processes are gone
+ NEW number
+ SET number=""
+ FOR  SET number=$ORDER(^MEVSES(number)) QUIT:number=""  IF number'=session DO
+ . LOCK +^MEVSESL(number):0 ELSE  QUIT
+ . DO CLEAR(number)
+ . LOCK -^MEVSESL(number)
+ QUIT
+ ;
+SUBSCRIBE ; Call: event name
+ IF param="" SET reply="-1^An event name is missing." QUIT
+ IF $LENGTH(param)>200 SET reply="-1^The event name is too long." QUIT
+ SET ^MEVSES(session,"SUB",param)="",^MEVSUB(param,session)="",reply=1
+ QUIT
+ ;
+DROP ; Call: event name
+ SET reply=1
+ QUIT:param=""
+ QUIT:$LENGTH(param)>200
+ KILL ^MEVSES(session,"SUB",param),^MEVSUB(param,session)
+ QUIT
+ ;
+RAISE(event,data) ; Queues an event for the subscribers of its name and of each beginning that a "." ends
+ NEW name,number,part,told
+ FOR part=1:1:$LENGTH(event,".") SET name=$PIECE(event,".",1,part) IF name'="" DO
+ . SET number=""
+ . FOR  SET number=$ORDER(^MEVSUB(name,number)) QUIT:number=""  IF '$DATA(told(number)) SET told(number)="" DO TELL(number)
+ QUIT
+ ;
+TELL(number) ; Queues for one session and wakes it
+ NEW ignored
+ SET ^MEVQUE(number,$INCREMENT(^MEVQUE))=event_$CHAR(10)_data
+ IF number=$GET(session) SET wake=1 QUIT
+ SET ignored=$ZSIGPROC(+$GET(^MEVSES(number)),10)
+ QUIT
+ ;
+WAKE ; By the signal of another session: sends at once when no frame is being worked on
+ SET wake=1
+ IF busy QUIT
+ DO SENDALL
+ USE input
+ QUIT
+ ;
+FLUSH ; Before a request is waited for: sends what has come in, then lets WAKE do it
+ FOR  DO SENDALL SET busy=0 QUIT:'wake
+ QUIT
+ ;
+SENDALL ; Sends the queue
+ NEW entry
+ SET busy=1,wake=0,entry=""
+ FOR  SET entry=$ORDER(^MEVQUE(session,entry)) QUIT:entry=""  DO
+ . DO FRAME^MEVSERVE("E"_^MEVQUE(session,entry))
+ . KILL ^MEVQUE(session,entry)
+ SET busy=0
+ QUIT
+ ;
+NOTIFY ; The administrator's tool: raises the event that the environment names
+ NEW event
+ SET event=$ZTRNLNM("mev_event")
+ IF event="" WRITE "No event was named.",! HALT
+ DO RAISE(event,$ZTRNLNM("mev_event_data"))
+ HALT

@@ -1,0 +1,112 @@
+MEVGET ; Reads records: what the panel lists and what an editor loads
+ ; Lists come latest first. Parameter of the lists: a patient, or "^" and one record.
+ ; Nodes (n,0) of the visit files: patient ^ visit ^ locked ^ the record's own pieces.
+ ;
+REP ; Call: patient, optionally ^^1; one line, empty without a record
+ NEW dfn,node
+ SET dfn=$PIECE(param,"^")
+ IF '$$KNOWN^MEVHOST(dfn) SET reply=$$NOPATIENT^MEVHOST(dfn) QUIT
+ SET node=$GET(^MEVREP(dfn,0))
+ QUIT:node=""
+ SET reply=$PIECE(node,"^",2)_"^"_$$SLASHED^MEVDATE($PIECE(node,"^",3))_"^"_$$TEXT^MEVCODE("METHOD",$PIECE(node,"^",4))
+ SET reply=reply_"^"_$$SLASHED^MEVDATE($PIECE(node,"^",5))_"^"_$$TEXT^MEVCODE("ESTIMATE",$PIECE(node,"^",6))
+ SET reply=reply_"^"_$$SLASHED^MEVDATE($PIECE(node,"^",7))
+ QUIT
+ ;
+BMSR ; Call: patient; one line, empty without a record
+ NEW mother,node
+ IF '$$KNOWN^MEVHOST(param) SET reply=$$NOPATIENT^MEVHOST(param) QUIT
+ SET node=$GET(^MEVBMSR(param,0))
+ QUIT:node=""
+ SET mother=$PIECE(node,"^",10)
+ SET reply=$PIECE(node,"^",2,5)_"^^^^^^"_$PIECE(node,"^",6,9)
+ SET reply=reply_"^"_$SELECT(mother:$$NAME^MEVDD(2,mother)_"|"_mother,1:"")
+ QUIT
+ ;
+VIF ; Call
+ DO LIST("^MEVVIF","FEEDINGLINE")
+ QUIT
+FEEDINGLINE(node) ;
+ QUIT $$PAIR^MEVCODE("FEEDING",$PIECE(node,"^",4))
+ ;
+VELD ; Call
+ DO LIST("^MEVVELD","FUNCTIONLINE")
+ QUIT
+FUNCTIONLINE(node) ; 14 items: twelve levels, change of status, caregiver
+ NEW index,line
+ SET line=""
+ FOR index=1:1:12 SET $PIECE(line,"^",index)=$$TEXT^MEVCODE("LEVEL",$PIECE(node,"^",index+3))
+ QUIT line_"^"_$$TEXT^MEVCODE("TREND",$PIECE(node,"^",16))_"^"_$$TEXT^MEVCODE("YESNO",$PIECE(node,"^",17))
+ ;
+VAST ; Call
+ DO LIST("^MEVVAST","ASTHMALINE")
+ QUIT
+ASTHMALINE(node) ; severity, three numbers, four answers
+ NEW index,line
+ SET line=$$PAIR^MEVCODE("SEVERITY",$PIECE(node,"^",4))_"^"_$PIECE(node,"^",5,7)
+ FOR index=8:1:11 SET line=line_"^"_$$TEXT^MEVCODE("YESNO",$PIECE(node,"^",index))
+ QUIT line
+ ;
+VTXC ; Call
+ DO LIST("^MEVVTXC","CONTRACTLINE")
+ QUIT
+CONTRACTLINE(node) ; type, date initiated, provider
+ NEW provider
+ SET provider=$PIECE(node,"^",6)
+ SET:provider provider=$$NAME^MEVDD(200,provider)_"|"_provider
+ QUIT $$PAIR^MEVCODE("CONTRACT",$PIECE(node,"^",4))_"^"_$$SLASHED^MEVDATE($PIECE(node,"^",5))_"^"_provider
+ ;
+LIST(root,format) ; All records of a patient, or one
+ NEW count,dfn,ien,inverse
+ SET dfn=$PIECE(param,"^"),ien=$PIECE(param,"^",2),count=0
+ IF dfn="",ien'="" DO ONE QUIT
+ IF '$$KNOWN^MEVHOST(dfn) SET reply=$$NOPATIENT^MEVHOST(dfn) QUIT
+ SET inverse=""
+ FOR  SET inverse=$ORDER(@root@("AA",dfn,inverse)) QUIT:inverse=""  DO
+ . SET ien=""
+ . FOR  SET ien=$ORDER(@root@("AA",dfn,inverse,ien)) QUIT:ien=""  DO ADD(ien)
+ QUIT
+ ;
+ONE ; One record by its number
+ IF ien'?1N.11N SET reply="-1^There is no such record." QUIT
+ IF '$DATA(@root@(ien,0)) SET reply="-1^The record "_ien_" does not exist any more." QUIT
+ DO ADD(ien)
+ QUIT
+ ;
+ADD(ien) ; One line: record ^ locked ^ visit date|visit ^ the record's own pieces
+ NEW date,node,visit
+ SET node=@root@(ien,0),visit=$PIECE(node,"^",2),date=$PIECE($GET(^MEVVST(+visit,0)),"^")
+ ; Contracts have always carried their visit's date as mm/dd/yyyy@hh:mm.
+ IF root="^MEVVTXC",date SET date=$$SLASHED^MEVDATE(date)_"@"_$$CLOCK^MEVDATE(date)
+ SET count=count+1
+ SET reply(count)=ien_"^"_$PIECE(node,"^",3)_"^"_date_"|"_visit_"^"_$$LINE(format,node)
+ QUIT
+ ;
+LINE(format,node) ; By the format's name
+ IF format="FUNCTIONLINE" QUIT $$FUNCTIONLINE(node)
+ IF format="ASTHMALINE" QUIT $$ASTHMALINE(node)
+ IF format="CONTRACTLINE" QUIT $$CONTRACTLINE(node)
+ QUIT $$FEEDINGLINE(node)
+ ;
+REF ; Call: patient, optionally ^ record. Node: patient ^ date ^ locked ^ type ^ item ^ item's name; comment in (n,1)
+ NEW count,dfn,ien,inverse
+ SET dfn=$PIECE(param,"^"),ien=$PIECE(param,"^",2),count=0
+ IF '$$KNOWN^MEVHOST(dfn) SET reply=$$NOPATIENT^MEVHOST(dfn) QUIT
+ IF ien'="" DO ONEREF QUIT
+ SET inverse=""
+ FOR  SET inverse=$ORDER(^MEVREF("AA",dfn,inverse)) QUIT:inverse=""  DO
+ . SET ien=""
+ . FOR  SET ien=$ORDER(^MEVREF("AA",dfn,inverse,ien)) QUIT:ien=""  DO ADDREF(ien)
+ QUIT
+ ;
+ONEREF ; One refusal, of this patient only
+ IF ien'?1N.11N SET reply="-1^There is no such refusal." QUIT
+ IF $PIECE($GET(^MEVREF(ien,0)),"^")'=dfn SET reply="-1^The refusal "_ien_" does not exist any more." QUIT
+ DO ADDREF(ien)
+ QUIT
+ ;
+ADDREF(ien) ; record ^^^ type ^ item ^ item's name ^^^ date ^ locked ^^ comment
+ NEW node
+ SET node=^MEVREF(ien,0),count=count+1
+ SET reply(count)=ien_"^^^"_$PIECE(node,"^",4,6)_"^^^"_$PIECE(node,"^",2)_"^"_$PIECE(node,"^",3)_"^^"_$GET(^MEVREF(ien,1))
+ QUIT

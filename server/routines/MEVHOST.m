@@ -1,0 +1,80 @@
+MEVHOST ; What the host itself asks: sign-on, keys, patients, visits
+ ;
+USERS ; Call: the users that may sign on here
+ NEW count,ien
+ SET count=0,ien=0
+ FOR  SET ien=$ORDER(^MEVUSR(ien)) QUIT:'ien  IF $PIECE(^MEVUSR(ien,0),"^",4) DO
+ . SET count=count+1,reply(count)=ien_"^"_$PIECE(^MEVUSR(ien,0),"^",1,2)
+ QUIT
+ ;
+SIGNON ; Call: session name ^ user name
+ NEW ien,name
+ SET token=$PIECE(param,"^"),name=$PIECE(param,"^",2)
+ IF token'?32(1N,1"a",1"b",1"c",1"d",1"e",1"f") SET token="",reply="-1^The session's name must be 32 hexadecimal digits." QUIT
+ IF name="" SET reply="-1^A user name is missing." QUIT
+ SET ien=$ORDER(^MEVUSR("B",$EXTRACT(name,1,80),""))
+ IF 'ien SET reply="-1^There is no user named "_$EXTRACT(name,1,80)_"." QUIT
+ IF '$PIECE(^MEVUSR(ien,0),"^",4) SET reply="-1^"_name_" may not sign on here." QUIT
+ SET user=ien
+ DO SWEEP^MEVEVENT,FORGET
+ SET reply=ien_"^"_name_"^1^"_$PIECE(^AUTTLOC(1,0),"^")
+ QUIT
+ ;
+FORGET ; Drops the remembered replies of sessions that ended more than two days ago
+ NEW name
+ SET name=""
+ FOR  SET name=$ORDER(^MEVDONE(name)) QUIT:name=""  IF $GET(^MEVDONE(name))<($HOROLOG-2) KILL:name'=token ^MEVDONE(name)
+ QUIT
+ ;
+KEYS ; Call: key ^ key ^ ...
+ NEW index
+ FOR index=1:1:$LENGTH(param,"^") SET $PIECE(reply,"^",index)=$$HOLDS^MEVUTL($PIECE(param,"^",index))
+ QUIT
+ ;
+PATIENTS ; Call: the beginning of a name, or a number; at most 250
+ NEW count,dfn,name
+ SET count=0
+ IF param?1.9N,$DATA(^MEVPAT(+param,0)) DO ADDPATIENT(+param)
+ IF $LENGTH(param)>100 QUIT
+ SET name=$SELECT(param="":"",$DATA(^MEVPAT("B",param)):$ORDER(^MEVPAT("B",param),-1),1:param)
+ FOR  SET name=$ORDER(^MEVPAT("B",name)) QUIT:name=""  QUIT:$EXTRACT(name,1,$LENGTH(param))'=param  QUIT:count=250  DO
+ . SET dfn=""
+ . FOR  SET dfn=$ORDER(^MEVPAT("B",name,dfn)) QUIT:dfn=""  QUIT:count=250  DO ADDPATIENT(dfn)
+ QUIT
+ ;
+ADDPATIENT(dfn) ; One line of the list
+ SET count=count+1,reply(count)=$$PATIENTLINE(dfn)
+ QUIT
+ ;
+PATIENTLINE(dfn) ; number ^ name ^ sex ^ birth date ^ age in years
+ QUIT dfn_"^"_$PIECE(^MEVPAT(dfn,0),"^",1,3)_"^"_$$AGE^MEVDATE($PIECE(^MEVPAT(dfn,0),"^",3))
+ ;
+PATIENT ; Call: number
+ SET reply=$SELECT($$KNOWN(param):$$PATIENTLINE(param),1:$$NOPATIENT(param))
+ QUIT
+ ;
+KNOWN(dfn) ; There is such a patient
+ QUIT $SELECT(dfn?1N.8N:$DATA(^MEVPAT(dfn,0))#10,1:0)
+ ;
+NOPATIENT(dfn) ; The error reply for a patient that does not exist
+ QUIT "-1^There is no patient "_$TRANSLATE($EXTRACT(dfn,1,20),"^"_$CHAR(13,10)," ")_"."
+ ;
+VISITS ; Call: patient number; latest first, at most 250
+ NEW count,ien,inverse
+ IF '$$KNOWN(param) SET reply=$$NOPATIENT(param) QUIT
+ SET count=0,inverse=""
+ FOR  SET inverse=$ORDER(^MEVVST("AA",param,inverse)) QUIT:inverse=""  QUIT:count=250  DO
+ . SET ien=""
+ . FOR  SET ien=$ORDER(^MEVVST("AA",param,inverse,ien)) QUIT:ien=""  QUIT:count=250  SET count=count+1,reply(count)=$$VISITLINE(ien)
+ QUIT
+ ;
+VISITLINE(ien) ; number ^ date and time ^ location ^ provider ^ category
+ NEW node
+ SET node=^MEVVST(ien,0)
+ QUIT ien_"^"_$PIECE(node,"^")_"^"_$$NAME^MEVDD(44,$PIECE(node,"^",3))_"^"_$$NAME^MEVDD(200,$PIECE(node,"^",4))_"^"_$PIECE(node,"^",5)
+ ;
+VISIT ; Call: visit number
+ IF param'?1N.8N SET reply="-1^There is no such visit." QUIT
+ IF '$DATA(^MEVVST(param,0)) SET reply="-1^There is no visit "_param_"." QUIT
+ SET reply=$$VISITLINE(param)_"^"_$PIECE(^MEVVST(param,0),"^",2)
+ QUIT

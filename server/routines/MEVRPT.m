@@ -1,0 +1,35 @@
+MEVRPT ; The report of a visit, lines of at most 80 characters
+ ;
+GETRPT ; Call: visit number
+ NEW count,dfn,ien,node
+ SET ien=$TRANSLATE(param," "),count=0
+ IF ien'?1N.8N SET reply="-1^There is no such visit." QUIT
+ IF '$DATA(^MEVVST(ien,0)) SET reply="-1^There is no visit "_ien_"." QUIT
+ SET node=^MEVVST(ien,0),dfn=$PIECE(node,"^",2)
+ DO PUT("VISIT "_ien)
+ DO PUT("Patient:   "_$$NAME^MEVDD(2,dfn)_"  (number "_dfn_")")
+ DO PUT("Date:      "_$$SLASHED^MEVDATE($PIECE(node,"^"))_" "_$$CLOCK^MEVDATE($PIECE(node,"^")))
+ DO PUT("Location:  "_$$NAME^MEVDD(44,$PIECE(node,"^",3)))
+ DO PUT("Provider:  "_$$NAME^MEVDD(200,$PIECE(node,"^",4)))
+ DO PUT("Category:  "_$PIECE(node,"^",5))
+ DO SECTION("INFANT FEEDING","^MEVVIF","FEEDINGLINE","Choice")
+ DO SECTION("FUNCTIONAL STATUS","^MEVVELD","FUNCTIONLINE","Toileting^Bathing^Dressing^Transfers^Feeding^Continence^Finances^Cooking^Shopping^Housework^Medications^Transportation^Change in status^Caregiver")
+ DO SECTION("ASTHMA","^MEVVAST","ASTHMALINE","Severity^FEV 1^FEF 25-75^PEF^Tobacco smoke^Particulate matter^Dust mites^Management plan")
+ DO SECTION("TREATMENT CONTRACT","^MEVVTXC","CONTRACTLINE","Type^Initiated^Provider")
+ QUIT
+ ;
+SECTION(title,root,format,captions) ; The records of one file that belong to the visit
+ NEW inverse,index,line,node,record,value
+ SET inverse=""
+ FOR  SET inverse=$ORDER(@root@("AA",dfn,inverse)) QUIT:inverse=""  DO
+ . SET record=""
+ . FOR  SET record=$ORDER(@root@("AA",dfn,inverse,record)) QUIT:record=""  SET node=@root@(record,0) IF $PIECE(node,"^",2)=ien DO
+ . . DO PUT(""),PUT(title)
+ . . SET line=$$LINE^MEVGET(format,node)
+ . . FOR index=1:1:$LENGTH(captions,"^") SET value=$PIECE($PIECE(line,"^",index),"|") IF value'="" DO PUT("  "_$EXTRACT($PIECE(captions,"^",index)_$JUSTIFY("",22),1,22)_value)
+ QUIT
+ ;
+PUT(text) ; One line, a longer one in several
+ FOR  DO  QUIT:text=""
+ . SET count=count+1,reply(count)=$EXTRACT(text,1,80),text=$EXTRACT(text,81,$LENGTH(text))
+ QUIT

@@ -1,0 +1,149 @@
+MEVSERVE ; One session: frames in, calls carried out, frames out
+ ; Reads request frames from standard input, dispatches them by a fixed table and answers each with one frame.
+ ; Does not know what the calls do. A call's error ends the call, never the session.
+ ;
+ ; The session's own variables: session (its number), token (its name, by the host), user (number, 0 before sign-on),
+ ; busy (a frame is being worked on or written), wake (an event came in meanwhile), input (the device of requests).
+ ;
+SERVE ; Entry: serves until the input ends
+ NEW busy,calls,ended,input,param,session,token,user,wake
+ SET $ETRAP="ZHALT 9"
+ SET busy=1,wake=0,ended=0,user=0,token=""
+ SET $ZINTERRUPT="DO WAKE^MEVEVENT"
+ ; A second opening of the input: the principal device would stop a read at each line feed.
+ SET input="/dev/stdin"
+ OPEN input:(FIFO:FIXED:READONLY:NOWRAP:RECORDSIZE=1048576)
+ USE $PRINCIPAL:(NOWRAP:WIDTH=1048576:NOESCAPE)
+ DO LOADTABLE,OPEN^MEVEVENT
+ FOR  DO NEXT QUIT:ended
+ DO CLOSE^MEVEVENT
+ HALT
+ ;
+NEXT ; Works on one request
+ NEW length,body
+ DO FLUSH^MEVEVENT
+ IF '$$READ(8,.length) SET ended=1 QUIT
+ SET busy=1
+ IF length'?8N DO FAILED(0,"The request's length is not eight digits.") SET ended=1 QUIT
+ IF length>1000000 DO SKIP(length) QUIT
+ IF '$$READ(+length,.body) SET ended=1 QUIT
+ DO REQUEST(body)
+ QUIT
+ ;
+READ(count,data) ; Reads exactly this many bytes; false at the end of the input
+ NEW part
+ SET data=""
+ USE input
+ FOR  QUIT:$LENGTH(data)=count  READ part#(count-$LENGTH(data)) SET data=data_part QUIT:$ZEOF&(part="")
+ USE $PRINCIPAL
+ QUIT $LENGTH(data)=count
+ ;
+SKIP(length) ; Reads and drops a request that is too long
+ NEW head,part,rest
+ IF '$$READ(200,.head) SET ended=1 QUIT
+ SET rest=length-200
+ FOR  QUIT:rest<1  QUIT:ended  SET ended='$$READ($SELECT(rest>32000:32000,1:rest),.part),rest=rest-32000
+ QUIT:ended
+ DO FAILED($$NUMBER($PIECE(head,$CHAR(10))),"The request is longer than 1,000,000 bytes.")
+ QUIT
+ ;
+NUMBER(text) ; A request number; 0 for what is none
+ QUIT $SELECT(text?1.15N:+text,1:0)
+ ;
+REQUEST(body) ; Number, name and parameter, parted by line feeds
+ NEW name,number
+ SET number=$$NUMBER($PIECE(body,$CHAR(10)))
+ IF number=0 DO FAILED(0,"The request has no number.") QUIT
+ IF $LENGTH(body,$CHAR(10))<3 DO FAILED(number,"The request has no name.") QUIT
+ SET name=$PIECE(body,$CHAR(10),2),param=$PIECE(body,$CHAR(10),3,$LENGTH(body))
+ IF name="" DO FAILED(number,"The request has no name.") QUIT
+ IF '$DATA(calls(name)) DO FAILED(number,"The server has no call named '"_$EXTRACT(name,1,60)_"'.") QUIT
+ IF 'user,$PIECE(calls(name),";",2)'["O" DO FAILED(number,"Sign on first.") QUIT
+ DO CALL(number,name)
+ QUIT
+ ;
+CALL(number,name) ; Carries a call out under its own trap
+ NEW $ETRAP,level,reply
+ SET level=$ZLEVEL
+ SET $ETRAP="ZGOTO level:CALLFAILED^MEVSERVE"
+ SET reply=""
+ IF $PIECE(calls(name),";",2)["W" DO
+ . DO ONCE(number,$PIECE(calls(name),";"))
+ ELSE  DO
+ . DO @$PIECE(calls(name),";") ; from the table below, never from a client
+ DO ANSWER(number)
+ QUIT
+ ;
+CALLFAILED ; What is left of the call is undone, the session goes on
+ NEW code,status
+ SET status=$ZSTATUS,$ECODE=""
+ IF $TLEVEL TROLLBACK
+ LOCK ^MEVSESL(session) ; drops the call's locks, keeps the session's own
+ SET code=$PIECE($PIECE(status,"%GTM-E-",2),",")
+ SET:code="" code=$EXTRACT($PIECE(status,",",3,9),1,80)
+ DO FAILED(number,"The server could not carry out "_name_" (error "_code_").")
+ QUIT
+ ;
+ONCE(number,entry) ; A call that changes data, done once: a repeated number is answered from memory
+ TSTART ():SERIAL
+ KILL reply SET reply=""
+ IF $DATA(^MEVDONE(token,number)) SET reply=^MEVDONE(token,number) TCOMMIT  QUIT
+ DO @entry
+ SET ^MEVDONE(token,number)=reply,^MEVDONE(token)=+$HOROLOG
+ KILL ^MEVDONE(token,number-50)
+ TCOMMIT
+ QUIT
+ ;
+ANSWER(number) ; Sends reply, or the lines reply(1), reply(2) ... each with its line end
+ NEW chunk,index,total
+ IF '$DATA(reply(1)) DO FRAME("R"_number_$CHAR(10)_reply) QUIT
+ SET total=0
+ FOR index=1:1 QUIT:'$DATA(reply(index))  SET total=total+$LENGTH(reply(index))+2
+ SET chunk="R"_number_$CHAR(10)
+ SET chunk=$$EIGHT(total+$LENGTH(chunk))_chunk
+ FOR index=1:1 QUIT:'$DATA(reply(index))  DO
+ . SET chunk=chunk_reply(index)_$CHAR(13,10)
+ . IF $LENGTH(chunk)>32000 WRITE chunk SET $X=0,chunk=""
+ WRITE chunk SET $X=0
+ QUIT
+ ;
+FAILED(number,text) ; Sends a failure
+ DO FRAME("F"_number_$CHAR(10)_text)
+ QUIT
+ ;
+FRAME(body) ; Sends one frame
+ USE $PRINCIPAL
+ WRITE $$EIGHT($LENGTH(body))_body
+ SET $X=0
+ QUIT
+ ;
+EIGHT(number) ; Eight digits
+ QUIT $TRANSLATE($JUSTIFY(number,8)," ","0")
+ ;
+LOADTABLE ; calls(name)=entry;flags
+ NEW line,text
+ FOR line=1:1 SET text=$PIECE($TEXT(TABLE+line),";;",2,3) QUIT:text=""  SET calls($PIECE(text,";"))=$PIECE(text,";",2,3)
+ QUIT
+ ;
+TABLE ; name;entry;flags: O open before sign-on, W changes data
+ ;;MEVHOST USERS;USERS^MEVHOST;O
+ ;;MEVHOST SIGNON;SIGNON^MEVHOST;O
+ ;;MEVHOST KEYS;KEYS^MEVHOST;
+ ;;MEVHOST PATIENTS;PATIENTS^MEVHOST;
+ ;;MEVHOST PATIENT;PATIENT^MEVHOST;
+ ;;MEVHOST VISITS;VISITS^MEVHOST;
+ ;;MEVHOST VISIT;VISIT^MEVHOST;
+ ;;MEVHOST SUBSCRIBE;SUBSCRIBE^MEVEVENT;
+ ;;MEVHOST UNSUBSCRIBE;DROP^MEVEVENT;
+ ;;MEVUTL CHKSEC;CHKSEC^MEVUTL;
+ ;;MEVUTL GETPARM;GETPARM^MEVUTL;
+ ;;MEVUTL SETPARM;SETPARM^MEVUTL;W
+ ;;MEVUTL GETRPT;GETRPT^MEVRPT;
+ ;;MEVREP GET;REP^MEVGET;
+ ;;MEVBMSR GET;BMSR^MEVGET;
+ ;;MEVVIF GET;VIF^MEVGET;
+ ;;MEVVELD GET;VELD^MEVGET;
+ ;;MEVVAST GET;VAST^MEVGET;
+ ;;MEVVTXC GET;VTXC^MEVGET;
+ ;;MEVREF GET;REF^MEVGET;
+ ;;
