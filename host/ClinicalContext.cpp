@@ -1,0 +1,91 @@
+#include "host/ClinicalContext.h"
+
+#include "host/DisplayText.h"
+
+#include <QApplication>
+
+#include <algorithm>
+
+namespace health {
+
+namespace {
+
+class Manager : public HostManager {
+public:
+    explicit Manager(std::shared_ptr<Session> session)
+        : m_session(std::move(session))
+    {
+    }
+    std::shared_ptr<Session> session() override { return m_session; }
+
+private:
+    std::shared_ptr<Session> m_session;
+};
+
+}
+
+ClinicalContext::ClinicalContext(Transport& transport, int timeoutMilliseconds, HostSession::TryAgain tryAgain)
+    : m_session(std::make_shared<HostSession>(transport, timeoutMilliseconds, std::move(tryAgain)))
+    , m_patient(std::make_shared<HostPatient>())
+    , m_encounter(std::make_shared<HostEncounter>())
+    , m_print(std::make_shared<HostPrintPreview>())
+{
+    m_session->setObject(L"DRN_VIM.VIM", std::make_shared<HostApplication>());
+    m_session->setObject(L"CSS_Patient.Patient", m_patient);
+    m_session->setObject(L"CSS_User.User", std::make_shared<HostUser>(*m_session));
+    m_session->setObject(L"CSS_Site.Site", std::make_shared<HostSite>(*m_session));
+    m_session->setObject(L"CSS_Encounter.Encounter", m_encounter);
+    m_session->setObject(L"zvPrint.zvPrintX", m_print);
+}
+
+std::unique_ptr<HostManager> ClinicalContext::createManager() { return std::make_unique<Manager>(m_session); }
+
+bool ClinicalContext::mayChange() const { return !m_session->isInCall() && !QApplication::activeModalWidget(); }
+
+PatientData ClinicalContext::readPatient(long number)
+{
+    if (number == 0)
+        return {};
+    const auto lines = linesOf(m_session->callText(L"MEVHOST PATIENT", std::to_wstring(number)));
+    const QStringList pieces = lines.value(0);
+    if (pieces.value(0).toLong() != number)
+        throw Failure(L"The server did not answer with patient " + std::to_wstring(number) + L".");
+    return { number, pieces.value(1), pieces.value(2), dateOfFileMan(pieces.value(3)).date() };
+}
+
+bool ClinicalContext::selectPatient(long number)
+{
+    const PatientData data = readPatient(number);
+    const auto vetoes = [](ComponentInstance* c) { return c->patientEvents().Pending(); };
+    if (std::any_of(m_components.begin(), m_components.end(), vetoes)) {
+        for (ComponentInstance* component : m_components)
+            component->patientEvents().Canceled();
+        return false;
+    }
+    m_patient->data = data;
+    m_encounter->data = {};
+    Q_EMIT patientChanged();
+    for (ComponentInstance* component : std::vector(m_components))
+        component->patientEvents().Committed();
+    Q_EMIT visitChanged();
+    for (ComponentInstance* component : std::vector(m_components))
+        component->encounterEvents().Committed();
+    return true;
+}
+
+bool ClinicalContext::selectVisit(const VisitData& visit)
+{
+    const auto vetoes = [](ComponentInstance* c) { return c->encounterEvents().Pending(); };
+    if (std::any_of(m_components.begin(), m_components.end(), vetoes)) {
+        for (ComponentInstance* component : m_components)
+            component->encounterEvents().Canceled();
+        return false;
+    }
+    m_encounter->data = visit;
+    Q_EMIT visitChanged();
+    for (ComponentInstance* component : std::vector(m_components))
+        component->encounterEvents().Committed();
+    return true;
+}
+
+}

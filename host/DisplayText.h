@@ -1,0 +1,26 @@
+// How the host shows the server's names and dates.
+#pragma once
+
+#include "platform/Text.h"
+
+#include <QDateTime>
+#include <QList>
+#include <QString>
+
+namespace health {
+
+// "O'BRIEN,MARY-ANN J" as "O'Brien, Mary-Ann J".
+QString displayName(const QString& name);
+
+// A FileMan date with or without time; invalid for a text that is none.
+QDateTime dateOfFileMan(const QString& text);
+// "mm/dd/yyyy", with " hh:mm" where the text has a time.
+QString displayDate(const QString& text);
+
+// Age on a day: months below two years, days below two months, else years.
+QString displayAge(const QDate& birth, const QDate& today);
+
+// The lines of a list reply, each as its "^"-pieces. A server error reply throws Failure with its text.
+QList<QStringList> linesOf(const Text& reply);
+
+}

@@ -1,0 +1,96 @@
+#pragma once
+
+#include "host/ServerConnection.h"
+#include "platform/host.h"
+
+#include <QObject>
+#include <QTimer>
+
+#include <deque>
+#include <functional>
+#include <map>
+#include <vector>
+
+namespace health {
+
+// The session with the clinical server over one connection. A call whose answer is lost is offered for another try
+// and sent again under its old number, over a new connection if need be; only when the user declines
+// does it fail. Events reach their subscribers from the event loop, never inside a call.
+class HostSession : public QObject, public Session {
+    Q_OBJECT
+public:
+    struct SignedOn {
+        long userNumber = 0;
+        Text userName;
+        long siteNumber = 0;
+        Text siteName;
+    };
+
+    // Asks the user whether to try again; gets what happened.
+    using TryAgain = std::function<bool(const QString& reason)>;
+
+    // The transport must outlive the session.
+    HostSession(Transport& transport, int timeoutMilliseconds, TryAgain tryAgain);
+
+    // Who may sign on, one line each: number ^ name ^ description. Throws Failure.
+    Text users();
+    // Signs on, after signing the old user off. Throws Failure, also for an unknown user.
+    void signOn(const Text& userName);
+    const SignedOn& signedOn() const { return m_signedOn; }
+
+    bool isInCall() const { return m_inCall; }
+    void setObject(TextView progId, std::shared_ptr<HostObject> object) { m_objects[Text(progId)] = std::move(object); }
+    // Where connect() gets the user's name from; empty when the user gave none.
+    std::function<Text()> chooseUser;
+
+    Text callText(TextView name, TextView parameter) override;
+    Text callList(TextView name, TextView parameter) override;
+    void abortRequest(long) override { } // there are no asynchronous requests
+    void registerEvent(TextView name, ICSS_SessionEvents& sink) override;
+    void unregisterEvent(TextView name, ICSS_SessionEvents& sink) override;
+    void raiseEvent(TextView name, TextView data) override;
+    std::optional<Text> value(TextView key) const override;
+    void setValue(TextView key, TextView value) override { m_values[Text(key)] = value; }
+    bool isConnected() const override { return m_signedOn.userNumber != 0; }
+    void connect(TextView server) override;
+    std::shared_ptr<HostObject> object(TextView progId) override;
+
+Q_SIGNALS:
+    void statusChanged(const QString& text);
+    void progressed(int percent, const QString& text);
+
+private:
+    struct Subscription {
+        Text name;
+        ICSS_SessionEvents* sink;
+        bool operator==(const Subscription&) const = default;
+    };
+
+    Text call(TextView name, TextView parameter);
+    template<typename Work>
+    auto withRetries(Work work);
+    QByteArray request(TextView name, TextView parameter);
+    void openConnection();
+    void openSession();
+    bool isSubscribed(TextView name) const;
+    void queueEvent(Text name, Text data);
+    void deliverQueued();
+    void deliver(const Text& name, const Text& data);
+    void reconnectQuietly();
+
+    ServerConnection m_connection;
+    TryAgain m_tryAgain;
+    Text m_token; // the session's name at the server
+    long long m_lastNumber = 0;
+    Text m_userName;
+    SignedOn m_signedOn;
+    std::vector<Subscription> m_subscriptions;
+    std::deque<std::pair<Text, Text>> m_events;
+    QTimer m_delivery;
+    bool m_delivering = false;
+    bool m_inCall = false; // from the first try to the end of the last
+    std::map<Text, Text> m_values;
+    std::map<Text, std::shared_ptr<HostObject>> m_objects;
+};
+
+}

@@ -1,0 +1,89 @@
+#include "host/Options.h"
+
+#include <QCommandLineParser>
+#include <QCoreApplication>
+#include <QFileInfo>
+#include <QStandardPaths>
+
+#include <cstdio>
+
+namespace health {
+
+namespace {
+
+// Longer than a server may have to wait for the journal of one that was killed.
+constexpr double DefaultTimeout = 90; // seconds
+
+QString defaultDataFolder()
+{
+    return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation)
+        + QStringLiteral("/personal-health/data");
+}
+
+// Beside the program in the build tree, or where it is installed.
+QString defaultServerProgram()
+{
+    const QString folder = QCoreApplication::applicationDirPath();
+    for (const char* place : { "/../server/phserver", "/../lib/personal-health/server/phserver" }) {
+        const QFileInfo file(folder + QLatin1String(place));
+        if (file.isExecutable())
+            return file.canonicalFilePath();
+    }
+    return folder + QStringLiteral("/../server/phserver");
+}
+
+[[noreturn]] void refuse(const QString& text)
+{
+    std::fprintf(stderr, "%s\n", qPrintable(text));
+    std::exit(2);
+}
+
+}
+
+Options readOptions()
+{
+    QCommandLineParser parser;
+    parser.setApplicationDescription(
+        QStringLiteral("Shows the Personal Health panel for patients of a clinical server."));
+    parser.addHelpOption();
+    parser.addVersionOption();
+    parser.addOptions({
+        { QStringLiteral("patient"), QStringLiteral("Select the patient with number N."), QStringLiteral("N") },
+        { QStringLiteral("user"), QStringLiteral("Sign on as NAME, as in \"SORREL,ADA\"."), QStringLiteral("NAME") },
+        { QStringLiteral("picture"), QStringLiteral("Save a picture of the loaded window in FILE and end."),
+            QStringLiteral("FILE") },
+        { QStringLiteral("list"), QStringLiteral("Print the grid as text and end.") },
+        { QStringLiteral("data"), QStringLiteral("Keep the local server's data in FOLDER."), QStringLiteral("FOLDER"),
+            defaultDataFolder() },
+        { QStringLiteral("server-program"), QStringLiteral("Start this local server."), QStringLiteral("PATH"),
+            defaultServerProgram() },
+        { QStringLiteral("timeout"), QStringLiteral("Wait at most SECONDS for an answer."), QStringLiteral("SECONDS"),
+            QString::number(DefaultTimeout) },
+        { QStringLiteral("register"), QStringLiteral("Register the component in LIBRARY and end."),
+            QStringLiteral("LIBRARY") },
+        { QStringLiteral("unregister"), QStringLiteral("Unregister the component in LIBRARY and end."),
+            QStringLiteral("LIBRARY") },
+    });
+    parser.process(*QCoreApplication::instance());
+
+    Options options;
+    bool understood = true;
+    if (parser.isSet(QStringLiteral("patient")))
+        options.patient = parser.value(QStringLiteral("patient")).toLong(&understood);
+    if (!understood || options.patient < 0)
+        refuse(QStringLiteral("--patient takes a patient's number."));
+    const double seconds = parser.value(QStringLiteral("timeout")).toDouble(&understood);
+    if (!understood || seconds <= 0 || seconds > 86400)
+        refuse(QStringLiteral("--timeout takes a number of seconds."));
+    options.timeoutMilliseconds = static_cast<int>(seconds * 1000);
+    options.user = parser.value(QStringLiteral("user"));
+    options.picture = parser.value(QStringLiteral("picture"));
+    options.list = parser.isSet(QStringLiteral("list"));
+    options.dataFolder = QFileInfo(parser.value(QStringLiteral("data"))).absoluteFilePath();
+    options.serverProgram = parser.value(QStringLiteral("server-program"));
+    options.registerLibrary = parser.value(QStringLiteral("register"));
+    options.unregisterLibrary = parser.value(QStringLiteral("unregister"));
+    return options;
+}
+
+}

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+namespace health {
+
+// What the command line asks for.
+struct Options {
+    long patient = 0;
+    QString user; // sign-on name; empty: the user is asked
+    QString picture; // file to save a picture of the window in
+    bool list = false; // print the grid
+    QString dataFolder;
+    QString serverProgram;
+    int timeoutMilliseconds = 0;
+    QString registerLibrary;
+    QString unregisterLibrary;
+
+    // Nobody sits in front of it: no questions are asked, errors go to standard error.
+    bool isUnattended() const { return list || !picture.isEmpty(); }
+};
+
+// Reads the command line of the application object. Ends the program for --help, --version and for what
+// cannot be understood.
+Options readOptions();
+
+}

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "host/ReportPages.h"
+
+#include <QDialog>
+#include <QPrinter>
+
+class QPrintPreviewWidget;
+
+namespace health {
+
+// Shows a report page by page; prints it or saves it as PDF.
+class PreviewDialog : public QDialog {
+    Q_OBJECT
+public:
+    PreviewDialog(ReportPages pages, const QString& title, QWidget* parent);
+
+private:
+    void print();
+    void savePdf();
+
+    ReportPages m_pages;
+    QPrinter m_printer;
+    QPrintPreviewWidget* m_preview;
+};
+
+}

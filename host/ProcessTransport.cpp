@@ -1,0 +1,53 @@
+#include "host/ProcessTransport.h"
+
+#include "platform/Failure.h"
+
+namespace health {
+
+namespace {
+constexpr int EndMilliseconds = 2000; // a server ends in a few when its input ends
+}
+
+ProcessTransport::ProcessTransport(QString program, QStringList arguments)
+    : m_program(std::move(program))
+    , m_arguments(std::move(arguments))
+{
+}
+
+ProcessTransport::~ProcessTransport() { close(); }
+
+void ProcessTransport::open()
+{
+    close();
+    m_process = std::make_unique<QProcess>();
+    connect(m_process.get(), &QProcess::finished, this, &Transport::ended);
+    connect(m_process.get(), &QProcess::readyReadStandardOutput, this, &Transport::readyRead);
+    m_process->start(m_program, m_arguments, QIODevice::ReadWrite | QIODevice::Unbuffered);
+    if (!m_process->waitForStarted()) {
+        const QString reason = m_process->errorString();
+        m_process.reset();
+        throw Failure(
+            QStringLiteral("The server program %1 cannot be started: %2").arg(m_program, reason).toStdWString());
+    }
+}
+
+void ProcessTransport::close()
+{
+    if (!m_process)
+        return;
+    m_process->disconnect(this);
+    m_process->closeWriteChannel();
+    if (!m_process->waitForFinished(EndMilliseconds)) {
+        m_process->kill();
+        m_process->waitForFinished(EndMilliseconds);
+    }
+    m_process.reset();
+}
+
+QString ProcessTransport::endReason() const
+{
+    const QString said = m_process ? QString::fromUtf8(m_process->readAllStandardError()).trimmed() : QString();
+    return said.isEmpty() ? tr("The server has ended.") : tr("The server has ended: %1").arg(said.right(400));
+}
+
+}

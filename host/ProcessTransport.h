@@ -1,0 +1,30 @@
+#pragma once
+
+#include "host/Transport.h"
+
+#include <QProcess>
+
+#include <memory>
+
+namespace health {
+
+// The server program as a child process; frames on its standard input and output.
+class ProcessTransport : public Transport {
+    Q_OBJECT
+public:
+    ProcessTransport(QString program, QStringList arguments);
+    ~ProcessTransport() override;
+
+    void open() override;
+    void close() override;
+    QIODevice* device() override { return m_process.get(); }
+    bool isAlive() const override { return m_process && m_process->state() != QProcess::NotRunning; }
+    QString endReason() const override;
+
+private:
+    QString m_program;
+    QStringList m_arguments;
+    std::unique_ptr<QProcess> m_process;
+};
+
+}

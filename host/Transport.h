@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QObject>
+
+class QIODevice;
+
+namespace health {
+
+// A byte stream to a server: a child process, or a connection over the network.
+class Transport : public QObject {
+    Q_OBJECT
+public:
+    // Opens the stream; throws Failure with a description. Closes an old one first.
+    virtual void open() = 0;
+    virtual void close() = 0;
+    // The stream while it is open, else null. Owned by the transport.
+    virtual QIODevice* device() = 0;
+    // True until the other side has gone.
+    virtual bool isAlive() const = 0;
+    // Why the stream ended, a sentence for the user.
+    virtual QString endReason() const = 0;
+
+Q_SIGNALS:
+    // The other side has gone, or sent something, while nobody waited for it.
+    void ended();
+    void readyRead();
+};
+
+}
