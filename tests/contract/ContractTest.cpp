@@ -1,0 +1,209 @@
+// What the panel relies on in the server's replies. The same tests run against the scripted session, whose replies the
+// other tests are written with, and against the real server, so that the two cannot drift apart.
+#include "control/GridLoader.h"
+#include "control/kalmevRepHistCtrl.h"
+#include "platform/Conversions.h"
+#include "shared/FileManDates.h"
+#include "tests/support/RealServer.h"
+#include "tests/support/ScriptedHost.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <regex>
+
+namespace health::test {
+namespace {
+
+class Backend {
+public:
+    virtual ~Backend() = default;
+    virtual Session& session() = 0;
+};
+
+// Patient 1 is a pregnant woman, 5 an infant, 13 has refusals of every kind, 14 has nothing.
+class ScriptedBackend : public Backend {
+public:
+    ScriptedBackend()
+    {
+        ScriptedSession& s = *m_host.session;
+        s.reply(L"MEVUTL CHKSEC", L"1|1|0|0^0~");
+        s.reply(L"MEVUTL SETPARM", L"1");
+        s.reply(L"MEVUTL SETPARM", L"MEVZ^1", L"-1^The parameter MEVZ may not be changed here.");
+        s.reply(L"MEVUTL GETPARM", L"RepHist-PedWtOpt", L"2");
+        s.reply(L"MEVUTL GETRPT", L"VISIT 1\r\n");
+        s.reply(L"MEVREP GET", L"1^^1", L"G3P1LC1SA1TA0^07/24/2026^NONE^01/25/2026^SONOGRAM^04/30/2027");
+        s.reply(L"MEVREP GET", L"1", L"G3P1LC1SA1TA0^07/24/2026^NONE^01/25/2026^SONOGRAM^04/30/2027");
+        s.reply(L"MEVBMSR GET", L"5", L"7^2^3.23^3232^^^^^^2^1M^6M^6M^HARTLEY,MARIGOLD ROSE|1");
+        s.reply(L"MEVVIF GET", L"5", L"2^^3261030.1015|8^MOSTLY FORMULA|4\r\n1^^3260902.093|7^FORMULA ONLY|5\r\n");
+        s.reply(L"MEVVELD GET", L"1",
+            L"1^^3261121.0815|1^INDEPENDENT^INDEPENDENT^^INDEPENDENT^^^^^^NEEDS HELP^TOTALLY DEPENDENT^^SAME^NO\r\n");
+        s.reply(L"MEVVAST GET", L"1",
+            L"1^^3261121.0815|1^MILD INTERMITTENT|1^93^49^420^YES^YES^NO^YES\r\n2^1^3260922.143|2^MILD "
+            L"PERSISTENT|2^61^95^400^NO^YES^YES^NO\r\n");
+        s.reply(L"MEVVTXC GET", L"1", L"1^^11/21/2026@08:15|1^MENTAL HEALTH|M^11/21/2026^OAKHURST,KATHERINE J|15\r\n");
+        s.reply(L"MEVREF GET", L"13", L"3^^^EKG^1^ELECTROCARDIOGRAM^^^3261106^^^Said no\r\n");
+        for (const TextView call : { L"MEVVIF GET", L"MEVVELD GET", L"MEVVAST GET", L"MEVVTXC GET", L"MEVREF GET",
+                 L"MEVREP GET", L"MEVBMSR GET" }) {
+            s.reply(call, L"999999", L"-1^There is no patient 999999.");
+            s.reply(call, L"1\"_$H", L"-1^There is no patient.");
+        }
+    }
+    Session& session() override { return *m_host.session; }
+
+private:
+    ScriptedHost m_host;
+};
+
+class RealBackend : public Backend {
+public:
+    Session& session() override { return m_real.session; }
+
+private:
+    RealSession m_real;
+};
+
+class Contract : public testing::TestWithParam<const char*> {
+protected:
+    Contract()
+        : backend(std::string(GetParam()) == "scripted" ? std::unique_ptr<Backend>(std::make_unique<ScriptedBackend>())
+                                                        : std::make_unique<RealBackend>())
+    {
+    }
+
+    Text call(TextView name, TextView parameter) { return backend->session().callText(name, parameter); }
+
+    // The lines of a list as their pieces; the list must be whole and not empty.
+    std::vector<std::vector<Text>> list(TextView name, TextView parameter)
+    {
+        const Text reply = backend->session().callList(name, parameter);
+        EXPECT_TRUE(reply.ends_with(L"\r\n")) << narrow(name);
+        std::vector<std::vector<Text>> lines;
+        for (const TextView line : replyLines(reply))
+            lines.push_back(SplitPieces(line, L"^", 0));
+        EXPECT_FALSE(lines.empty()) << narrow(name);
+        return lines;
+    }
+
+    static bool matches(const Text& text, const wchar_t* pattern)
+    {
+        return std::regex_match(text, std::wregex(pattern));
+    }
+
+    std::unique_ptr<Backend> backend;
+};
+
+INSTANTIATE_TEST_SUITE_P(
+    Servers, Contract, testing::Values("scripted", "real"), [](const auto& info) { return std::string(info.param); });
+
+TEST_P(Contract, SecurityHasOnePieceForEachKeyAndTheParameter)
+{
+    const Text reply =
+        call(L"MEVUTL CHKSEC", L"PROVIDER|MEVZ CAC|MEVZ VIEW ONLY|MEVZ REP HIST EDIT^MEV DISABLE REP HIST EDITING");
+    EXPECT_EQ(reply, L"1|1|0|0^0~");
+}
+
+TEST_P(Contract, ParametersOfTheUser)
+{
+    EXPECT_EQ(modShared::RpcErrorCode(call(L"MEVUTL SETPARM", L"RepHist-PedWtOpt^2")), 0);
+    EXPECT_EQ(call(L"MEVUTL GETPARM", L"RepHist-PedWtOpt"), L"2");
+    EXPECT_EQ(call(L"MEVUTL GETPARM", L"Unknown"), L"");
+    EXPECT_EQ(call(L"MEVUTL SETPARM", L"MEVZ^1"), L"-1^The parameter MEVZ may not be changed here.");
+}
+
+TEST_P(Contract, ReproductiveReply)
+{
+    const auto pieces = SplitPieces(call(L"MEVREP GET", L"1^^1"), L"^", 5);
+    EXPECT_EQ(pieces.size(), 6u);
+    EXPECT_TRUE(matches(pieces[0], L"G\\d+P\\d+LC\\d+SA\\d+TA\\d+"));
+    for (const std::size_t date : { 1, 3, 5 })
+        EXPECT_TRUE(isDate(pieces[date])) << narrow(pieces[date]);
+    EXPECT_EQ(pieces[4], L"SONOGRAM"); // the method before the date
+    EXPECT_EQ(call(L"MEVREP GET", L"1"), call(L"MEVREP GET", L"1^^1"));
+    EXPECT_EQ(call(L"MEVREP GET", L"14"), L""); // nothing is no error
+}
+
+TEST_P(Contract, BirthReply)
+{
+    const auto pieces = SplitPieces(call(L"MEVBMSR GET", L"5"), L"^", 0);
+    ASSERT_EQ(pieces.size(), 14u);
+    for (const std::size_t number : { 0, 1, 2, 3, 9 })
+        EXPECT_TRUE(isNumeric(pieces[number])) << number;
+    for (const std::size_t age : { 10, 11, 12 })
+        EXPECT_TRUE(matches(pieces[age], L"\\d+[DWMY]")) << narrow(pieces[age]);
+    EXPECT_TRUE(matches(pieces[13], L"[^|]+,[^|]+\\|\\d+"));
+}
+
+TEST_P(Contract, ListsOfVisitRecords)
+{
+    struct Case {
+        TextView call;
+        TextView patient;
+        std::size_t pieces;
+    };
+    for (const Case& c : { Case { L"MEVVIF GET", L"5", 4 }, { L"MEVVELD GET", L"1", 17 }, { L"MEVVAST GET", L"1", 11 },
+             { L"MEVVTXC GET", L"1", 6 } }) {
+        for (const auto& line : list(c.call, c.patient)) {
+            ASSERT_EQ(line.size(), c.pieces) << narrow(c.call);
+            EXPECT_TRUE(matches(line[0], L"\\d+"));
+            EXPECT_TRUE(matches(line[1], L"1?"));
+            EXPECT_TRUE(matches(Piece(line[2], L"|", 2), L"\\d+"));
+            EXPECT_NE(fmDateToDisplay(Piece(line[2], L"|", 1)), L"") << narrow(line[2]);
+        }
+    }
+}
+
+TEST_P(Contract, CodedTexts)
+{
+    for (const auto& line : list(L"MEVVIF GET", L"5"))
+        EXPECT_TRUE(matches(line[3], L"[A-Z0-9/& ]+\\|[1-5]")) << narrow(line[3]);
+    for (const auto& line : list(L"MEVVAST GET", L"1")) {
+        EXPECT_TRUE(matches(line[3], L"[A-Z ]+\\|[1-4]")) << narrow(line[3]);
+        for (std::size_t answer = 7; answer < 11; ++answer)
+            EXPECT_TRUE(matches(line[answer], L"YES|NO|")) << narrow(line[answer]);
+    }
+    for (const auto& line : list(L"MEVVTXC GET", L"1")) {
+        EXPECT_TRUE(matches(line[3], L"PAIN\\|P|MENTAL HEALTH\\|M")) << narrow(line[3]);
+        EXPECT_TRUE(isDate(line[4])) << narrow(line[4]);
+        EXPECT_TRUE(matches(line[5], L".+,.+\\|\\d+")) << narrow(line[5]);
+    }
+    for (const auto& line : list(L"MEVVELD GET", L"1")) {
+        for (std::size_t item = 3; item < 15; ++item)
+            EXPECT_TRUE(matches(line[item], L"INDEPENDENT|NEEDS HELP|TOTALLY DEPENDENT|")) << narrow(line[item]);
+        EXPECT_TRUE(matches(line[15], L"SAME|IMPROVEMENT|DECLINE|"));
+        EXPECT_TRUE(matches(line[16], L"YES|NO|"));
+    }
+}
+
+TEST_P(Contract, RefusalsCarryTheirOwnDateAndNoVisit)
+{
+    for (const auto& line : list(L"MEVREF GET", L"13")) {
+        ASSERT_EQ(line.size(), 12u);
+        EXPECT_EQ(line[2], L"");
+        EXPECT_FALSE(line[3].empty());
+        EXPECT_TRUE(matches(line[4], L"\\d+"));
+        EXPECT_NE(fmDateToDisplay(line[8]), L"") << narrow(line[8]);
+        EXPECT_TRUE(matches(line[9], L"1?"));
+    }
+}
+
+TEST_P(Contract, UnknownPatientsAreServerErrors)
+{
+    for (const TextView name : { L"MEVREP GET", L"MEVBMSR GET", L"MEVVIF GET", L"MEVVELD GET", L"MEVVAST GET",
+             L"MEVVTXC GET", L"MEVREF GET" }) {
+        for (const TextView parameter : { L"999999", L"1\"_$H" }) {
+            const Text reply = call(name, parameter);
+            EXPECT_EQ(modShared::RpcErrorCode(reply), 1) << narrow(name) << narrow(reply);
+            EXPECT_NE(Piece(reply, L"^", 2), L"");
+        }
+    }
+}
+
+TEST_P(Contract, VisitReportIsAListOfNarrowLines)
+{
+    for (const auto& line : list(L"MEVUTL GETRPT", L"1"))
+        EXPECT_LE(line[0].size(), 80u);
+}
+
+}
+}

@@ -1,0 +1,228 @@
+// The real server by itself: what the panel lists from it, what it survives.
+#include "control/GridLoader.h"
+#include "control/kalmevRepHistCtrl.h"
+#include "tests/support/RealServer.h"
+#include "tests/support/ScriptedHost.h"
+
+#include <QElapsedTimer>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+#include <signal.h>
+
+namespace health::test {
+namespace {
+
+// Lists a patient's records with the real panel logic over a session.
+Transcript listed(HostSession& session, long number, TextView sex, TextView age)
+{
+    class RealHost : public Host {
+    public:
+        explicit RealHost(HostSession& session)
+            : m_session(std::shared_ptr<Session>(&session, [](Session*) {}))
+        {
+        }
+        std::unique_ptr<HostManager> createManager() override
+        {
+            struct Manager : HostManager {
+                std::shared_ptr<Session> kept;
+                std::shared_ptr<Session> session() override { return kept; }
+            };
+            auto manager = std::make_unique<Manager>();
+            manager->kept = m_session;
+            return manager;
+        }
+
+    private:
+        std::shared_ptr<Session> m_session;
+    } host(session);
+
+    ScriptedHost objects;
+    objects.patient->patientNumber = number;
+    objects.patient->patientSex = sex;
+    objects.patient->patientAge = age;
+    for (const auto& [progId, object] : objects.session->objects)
+        session.setObject(progId, object);
+    modShared shared(objects.desktop);
+    kalmevRepHistCtrl control(shared, host);
+    control.UserControl_Initialize();
+    control.UserControl_Show();
+    Transcript rows = objects.boxes();
+    for (int row = 0; row < control.fgData.rowCount(); ++row)
+        rows.push_back(Text(control.fgData.text(row, GridColumn::Label)) + L": "
+            + Text(control.fgData.text(row, GridColumn::Summary)));
+    return rows;
+}
+
+std::map<Text, int> countLabels(const Transcript& rows)
+{
+    std::map<Text, int> counts;
+    for (const Text& row : rows)
+        ++counts[Piece(row, L": ", 1)];
+    return counts;
+}
+
+TEST(Server, StoryPatientsAreListed)
+{
+    RealSession real;
+    using Counts = std::map<Text, int>;
+    EXPECT_EQ(countLabels(listed(real.session, 1, L"F", L"29")),
+        (Counts { { L"Reproductive", 1 }, { L"Functional Status", 1 }, { L"Asthma Status", 2 }, { L"Tx Contract", 1 },
+            { L"Refusal", 1 } }));
+    EXPECT_EQ(countLabels(listed(real.session, 5, L"M", L"0")),
+        (Counts { { L"Birth Measurements", 1 }, { L"Infant Feeding", 2 } }));
+    EXPECT_EQ(countLabels(listed(real.session, 9, L"M", L"7")), Counts {}); // seven today: no longer listed
+    EXPECT_EQ(countLabels(listed(real.session, 10, L"F", L"84")), (Counts { { L"Functional Status", 14 } }));
+    EXPECT_EQ(countLabels(listed(real.session, 13, L"M", L"61")), (Counts { { L"Refusal", 10 } }));
+    EXPECT_EQ(countLabels(listed(real.session, 14, L"F", L"40")), Counts {});
+    EXPECT_EQ(countLabels(listed(real.session, 15, L"F", L"91")), (Counts { { L"Functional Status", 5000 } }));
+    EXPECT_EQ(countLabels(listed(real.session, 16, L"M", L"22")), Counts {}); // emergency visits are not listed
+    EXPECT_NE(listed(real.session, 1, L"F", L"29")[0].find(L"Determined by=Sonogram"), Text::npos);
+}
+
+TEST(Server, PatientDeletedWhileShownIsToldPlainly)
+{
+    RealSession real;
+    const Transcript rows = listed(real.session, 999999, L"M", L"40");
+    ASSERT_EQ(rows.size(), 4u);
+    EXPECT_EQ(rows[0], L"box [Error] There is no patient 999999.");
+}
+
+TEST(Server, EventReachesEverySubscriberWithin50Milliseconds)
+{
+    RealSession first;
+    RealSession second(sharedDataFolder(), L"BARE,JUNO");
+    struct Sink : ICSS_SessionEvents {
+        Transcript names;
+        void EventCallback(TextView name, TextView) override { names.emplace_back(name); }
+        void RPCCallback(long, TextView) override { }
+        void RPCCallbackError(long, long, TextView) override { }
+    } sink, other;
+    first.session.registerEvent(L"VXR.12", sink);
+    second.session.registerEvent(L"VXR.12", sink);
+    second.session.registerEvent(L"VXR.1", other);
+    ASSERT_EQ(notify(QStringLiteral("VXR.12.VELD")), 0);
+    QElapsedTimer waited;
+    waited.start();
+    while (sink.names.size() < 2 && waited.elapsed() < 1000)
+        QTest::qWait(1);
+    EXPECT_LT(waited.elapsed(), 50);
+    EXPECT_EQ(sink.names, (Transcript { L"VXR.12.VELD", L"VXR.12.VELD" }));
+    EXPECT_TRUE(other.names.empty());
+
+    first.session.unregisterEvent(L"VXR.12", sink);
+    notify(QStringLiteral("VXR.12.VELD"));
+    QTest::qWait(50);
+    EXPECT_EQ(sink.names.size(), 3u);
+}
+
+TEST(Server, KilledServerIsStartedAgainAndASaveIsDoneOnce)
+{
+    RealSession real;
+    real.session.callText(L"MEVUTL SETPARM", L"RepHist-PedWtOpt^1");
+    const qint64 old = real.processId();
+    ::kill(static_cast<pid_t>(old), SIGKILL);
+    real.retries = 5;
+    EXPECT_EQ(real.session.callText(L"MEVUTL GETPARM", L"RepHist-PedWtOpt"), L"1");
+    EXPECT_NE(real.processId(), old);
+}
+
+// Writes raw bytes and reads what comes until the server is quiet or gone.
+QByteArray rawExchange(const QByteArray& bytes)
+{
+    QProcess server;
+    server.start(QStringLiteral(SERVER_PROGRAM), { QStringLiteral("--data"), sharedDataFolder() });
+    server.write(bytes);
+    server.closeWriteChannel();
+    server.waitForFinished(20000);
+    return server.readAllStandardOutput();
+}
+
+QByteArray framed(const QByteArray& body) { return QByteArray::number(body.size()).rightJustified(8, '0') + body; }
+
+TEST(Server, BadFramesGetAnAnswerAndTheSessionLivesOn)
+{
+    RealSession warm; // the database is there
+    const QByteArray token(32, 'a');
+    const QByteArray signOn = framed("1\nMEVHOST SIGNON\n" + token + "^SORREL,ADA");
+    const QByteArray good = framed("9\nMEVHOST PATIENT\n14");
+    const std::pair<QByteArray, QByteArray> cases[] = {
+        { framed(""), framed("F0\nThe request has no number.") },
+        { framed("x\nMEVREP GET\n1"), framed("F0\nThe request has no number.") },
+        { framed("2\n\n"), framed("F2\nThe request has no name.") },
+        { framed("2\nHALT\n"), framed("F2\nThe server has no call named 'HALT'.") },
+        { framed("2\nMEVREP GET\n" + QByteArray(1200000, 'x')),
+            framed("F2\nThe request is longer than 1,000,000 bytes.") },
+        { framed("2\nMEVREP GET\n\xff\xfe^"), framed("R2\n-1^There is no patient \xff\xfe.") },
+        { framed("2\nMEVHOST SUBSCRIBE\n" + QByteArray(5000, 'x')), framed("R2\n-1^The event name is too long.") },
+        // Deeper than any subscript may be: an error of the engine, in the middle of a call.
+        { framed("2\nMEVHOST KEYS\n" + QByteArray(30000, '^')),
+            framed("R2\n" + QByteArray("0^").repeated(30000) + "0") },
+    };
+    for (const auto& [request, answer] : cases) {
+        const QByteArray answers = rawExchange(signOn + request + good);
+        EXPECT_TRUE(answers.contains(answer))
+            << request.left(40).toStdString() << " -> " << answers.left(200).toStdString();
+        EXPECT_TRUE(answers.contains("R9\n14^QUIET,IRIS")) << request.left(40).toStdString();
+    }
+    EXPECT_EQ(rawExchange("GARBAGE!"), framed("F0\nThe request's length is not eight digits."));
+    EXPECT_EQ(rawExchange("0000"), QByteArray()); // ends in the middle: no word
+    EXPECT_EQ(rawExchange(framed("1\nMEVREP GET\n1")), framed("F1\nSign on first."));
+}
+
+TEST(Server, RepeatedSaveIsAnsweredFromMemory)
+{
+    const QByteArray token(32, 'b');
+    const auto exchange = [&](const QByteArray& value) {
+        return rawExchange(framed("1\nMEVHOST SIGNON\n" + token + "^SORREL,ADA")
+            + framed("7\nMEVUTL SETPARM\nRepHist-PedWtOpt^" + value) + framed("8\nMEVUTL GETPARM\nRepHist-PedWtOpt"));
+    };
+    EXPECT_TRUE(exchange("2").endsWith(framed("R7\n1") + framed("R8\n2")));
+    // The same number of the same session in another process: not done again.
+    EXPECT_TRUE(exchange("0").endsWith(framed("R7\n1") + framed("R8\n2")));
+}
+
+TEST(Server, FolderThatCannotBeUsedIsNamed)
+{
+    RealSession real(QStringLiteral("/proc/nothing"), L"");
+    EXPECT_THROW(real.session.users(), Failure);
+    EXPECT_EQ(real.questions, QStringList { QStringLiteral("The data folder /proc/nothing cannot be written.") });
+}
+
+TEST(Server, TwoHostsAtTheSameMomentOnAFreshMachine)
+{
+    const QTemporaryDir folder;
+    const QString data = folder.filePath(QStringLiteral("data"));
+    std::vector<std::unique_ptr<QProcess>> servers;
+    for (int i = 0; i < 5; ++i) {
+        servers.push_back(std::make_unique<QProcess>());
+        servers.back()->start(QStringLiteral(SERVER_PROGRAM), { QStringLiteral("--data"), data });
+        servers.back()->write(framed("1\nMEVHOST USERS\n"));
+        servers.back()->closeWriteChannel();
+    }
+    for (const auto& server : servers) {
+        ASSERT_TRUE(server->waitForFinished(30000));
+        EXPECT_TRUE(server->readAllStandardOutput().contains("R1\n1^SORREL,ADA"));
+    }
+}
+
+TEST(Server, RecoversAfterAKillOfAllProcesses)
+{
+    const QTemporaryDir folder;
+    const QString data = folder.filePath(QStringLiteral("data"));
+    {
+        RealSession real(data);
+        real.session.callText(L"MEVUTL SETPARM", L"RepHist-PedWtOpt^2");
+        ::kill(static_cast<pid_t>(real.processId()), SIGKILL);
+    }
+    RealSession again(data);
+    EXPECT_EQ(again.session.callText(L"MEVUTL GETPARM", L"RepHist-PedWtOpt"), L"2"); // acknowledged, so there
+    EXPECT_TRUE(again.questions.isEmpty());
+    EXPECT_EQ(QProcess::execute(
+                  QStringLiteral(SERVER_PROGRAM), { QStringLiteral("--data"), data, QStringLiteral("--check") }),
+        0);
+}
+
+}
+}

@@ -1,0 +1,66 @@
+#include "host/DisplayText.h"
+#include "host/ReportPages.h"
+#include "platform/Failure.h"
+#include "tests/support/ScriptedHost.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+namespace health::test {
+namespace {
+
+TEST(DisplayText, Names)
+{
+    EXPECT_EQ(displayName(QStringLiteral("O'BRIEN,MARY-ANN J")), QStringLiteral("O'Brien, Mary-Ann J"));
+    EXPECT_EQ(displayName(QStringLiteral("MUÑOZ-GARCÍA,ÁNGEL")), QStringLiteral("Muñoz-García, Ángel"));
+}
+
+TEST(DisplayText, DatesAndAges)
+{
+    EXPECT_EQ(displayDate(QStringLiteral("3261121.0815")), QStringLiteral("11/21/2026 08:15"));
+    EXPECT_EQ(displayDate(QStringLiteral("3261121")), QStringLiteral("11/21/2026"));
+    EXPECT_EQ(displayDate(QStringLiteral("junk")), QString());
+    const QDate today(2026, 3, 15);
+    const std::pair<QDate, const char*> ages[] = { { QDate(2026, 3, 14), "1 day" }, { QDate(2026, 1, 16), "58 days" },
+        { QDate(2025, 11, 15), "4 months" }, { QDate(2024, 3, 16), "23 months" }, { QDate(2024, 3, 15), "2 years" },
+        { QDate(1940, 3, 16), "85 years" }, { QDate(2026, 3, 16), "" }, { QDate(), "" } };
+    for (const auto& [birth, age] : ages)
+        EXPECT_EQ(displayAge(birth, today), QLatin1String(age));
+}
+
+TEST(DisplayText, ServerErrorsAreFailures)
+{
+    EXPECT_EQ(linesOf(L"1^A\r\n2^B\r\n").size(), 2);
+    EXPECT_TRUE(linesOf(L"").isEmpty());
+    EXPECT_THROW(linesOf(L"-1^No."), Failure);
+}
+
+TEST(ReportPages, LinesAreBrokenAtTheWidth)
+{
+    const ReportPages pages(
+        QString(170, u'x') + QStringLiteral("\r\n\r\nend\r\n"), QStringLiteral("T"), QStringLiteral("O"));
+    EXPECT_EQ(pages.lines(),
+        (QStringList { QString(80, u'x'), QString(80, u'x'), QString(10, u'x'), QString(), QStringLiteral("end") }));
+}
+
+TEST(ReportPages, PdfIsWrittenWithoutAPrinter)
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("report.pdf"));
+    QString report;
+    for (int line = 0; line < 300; ++line)
+        report += QStringLiteral("line\r\n");
+    const ReportPages pages(report, QStringLiteral("Visit Detail"), QStringLiteral("Patient: X"));
+    pages.savePdf(path);
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const QByteArray bytes = file.readAll();
+    EXPECT_TRUE(bytes.startsWith("%PDF"));
+    EXPECT_GE(bytes.count("/Type /Page\n"), 4);
+    EXPECT_THROW(pages.savePdf(folder.filePath(QStringLiteral("missing/report.pdf"))), Failure);
+}
+
+}
+}

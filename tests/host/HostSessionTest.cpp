@@ -1,0 +1,245 @@
+#include "host/HostSession.h"
+#include "tests/support/ScriptedHost.h"
+#include "tests/support/ScriptedTransport.h"
+
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+namespace health::test {
+namespace {
+
+struct Sink : ICSS_SessionEvents {
+    std::function<void(TextView)> told;
+    std::vector<Text> names;
+    void EventCallback(TextView name, TextView) override
+    {
+        names.emplace_back(name);
+        if (told)
+            told(name);
+    }
+    void RPCCallback(long, TextView) override { }
+    void RPCCallbackError(long, long, TextView) override { }
+};
+
+class HostSessionTest : public testing::Test {
+protected:
+    HostSessionTest()
+    {
+        transport.answer = [this](const Request& request) {
+            seen.push_back(request);
+            if (request.name == u"MEVHOST SIGNON")
+                return ScriptedTransport::reply(request, "71^SORREL,ADA^5^WILLOW CREEK");
+            if (onCall)
+                return onCall(request);
+            return ScriptedTransport::reply(request, "1");
+        };
+    }
+
+    // "NAME" of all requests but sign-ons, each with its number where it was sent more than once.
+    QStringList names() const
+    {
+        QStringList list;
+        for (const Request& request : seen)
+            list.append(request.name);
+        return list;
+    }
+
+    ScriptedTransport transport;
+    std::function<QByteArray(const Request&)> onCall;
+    std::vector<Request> seen;
+    QStringList questions;
+    int retries = 0; // answered yes so many times
+    HostSession session { transport, 300, [this](const QString& reason) {
+                             questions.append(reason);
+                             return retries-- > 0;
+                         } };
+};
+
+TEST_F(HostSessionTest, SignsOnWithItsFirstCall)
+{
+    session.signOn(L"SORREL,ADA");
+    EXPECT_EQ(session.callText(L"MEVREP GET", L"12"), L"1");
+    EXPECT_EQ(names(), (QStringList { QStringLiteral("MEVHOST SIGNON"), QStringLiteral("MEVREP GET") }));
+    EXPECT_EQ(seen[0].parameter.section(u'^', 0, 0).size(), 32);
+    EXPECT_EQ(session.signedOn().userNumber, 71);
+    EXPECT_EQ(session.signedOn().siteName, L"WILLOW CREEK");
+}
+
+TEST_F(HostSessionTest, LostAnswerIsAskedForAgainUnderItsNumber)
+{
+    session.signOn(L"SORREL,ADA");
+    Sink sink;
+    session.registerEvent(L"VXR.12", sink);
+    seen.clear();
+    retries = 1;
+    onCall = [&](const Request& request) {
+        if (request.connection > 1)
+            return ScriptedTransport::reply(request, "done");
+        transport.endsAfterAnswer = true;
+        return QByteArray();
+    };
+    EXPECT_EQ(session.callText(L"MEVREP SET", L"12"), L"done");
+    EXPECT_EQ(names(),
+        (QStringList { QStringLiteral("MEVREP SET"), QStringLiteral("MEVHOST SIGNON"),
+            QStringLiteral("MEVHOST SUBSCRIBE"), QStringLiteral("MEVREP SET") }));
+    EXPECT_EQ(seen[0].number, seen[3].number);
+    EXPECT_EQ(questions, QStringList { QStringLiteral("The server has ended.") });
+}
+
+TEST_F(HostSessionTest, ServerThatDiesAtAnyByteOfItsAnswer)
+{
+    session.signOn(L"SORREL,ADA");
+    const qsizetype whole = ScriptedTransport::frame("R999\nG1P1^").size();
+    for (qsizetype cut = 0; cut < whole; ++cut) {
+        retries = 1;
+        bool first = true;
+        onCall = [&](const Request& request) {
+            const QByteArray answer = ScriptedTransport::reply(request, "G1P1^");
+            if (!std::exchange(first, false))
+                return answer;
+            transport.endsAfterAnswer = true;
+            return answer.left(std::min(cut, answer.size() - 1));
+        };
+        EXPECT_EQ(session.callText(L"MEVREP GET", L"12"), L"G1P1^") << cut;
+    }
+    EXPECT_EQ(questions.size(), whole);
+    EXPECT_EQ(questions.last(), QStringLiteral("The server has ended. Its last answer was cut off."));
+}
+
+TEST_F(HostSessionTest, DeclinedRetryFailsAndTheNextCallStartsAfresh)
+{
+    session.signOn(L"SORREL,ADA");
+    onCall = [](const Request&) { return QByteArray("GARBAGE!"); };
+    try {
+        session.callText(L"MEVREP GET", L"12");
+        FAIL() << "no failure";
+    } catch (const Failure& failure) {
+        EXPECT_EQ(failure.description(), L"The server's answer was garbled (no length).");
+    }
+    onCall = nullptr;
+    EXPECT_EQ(session.callText(L"MEVREP GET", L"12"), L"1");
+    EXPECT_EQ(transport.connections, 2);
+    EXPECT_EQ(questions.size(), 1);
+}
+
+TEST_F(HostSessionTest, SilentServerTimesOut)
+{
+    session.signOn(L"SORREL,ADA");
+    onCall = [](const Request&) { return QByteArray(); };
+    EXPECT_THROW(session.callText(L"MEVREP GET", L"12"), Failure);
+    EXPECT_EQ(questions, QStringList { QStringLiteral("The server did not answer within 0.3 seconds.") });
+}
+
+TEST_F(HostSessionTest, AnswersThatAreNoReply)
+{
+    session.signOn(L"SORREL,ADA");
+    onCall = [](const Request& request) {
+        return ScriptedTransport::frame("F" + QByteArray::number(request.number) + "\nNo such call.");
+    };
+    try {
+        session.callText(L"MEVX", L"");
+        FAIL() << "no failure";
+    } catch (const Failure& failure) {
+        EXPECT_EQ(failure.description(), L"No such call.");
+    }
+    EXPECT_TRUE(questions.isEmpty()); // the server did answer
+    onCall = [](const Request&) { return ScriptedTransport::frame("F0\nThe data folder cannot be written."); };
+    EXPECT_THROW(session.callText(L"MEVX", L""), Failure);
+    onCall = [](const Request& request) {
+        return ScriptedTransport::frame("R" + QByteArray::number(request.number + 1) + "\n1");
+    };
+    EXPECT_THROW(session.callText(L"MEVX", L""), Failure);
+    EXPECT_EQ(questions,
+        (QStringList { QStringLiteral("The data folder cannot be written."),
+            QStringLiteral("The server's answer belongs to another call.") }));
+}
+
+TEST_F(HostSessionTest, BytesThatAreNoUtf8AreShownAsReplacements)
+{
+    session.signOn(L"SORREL,ADA");
+    onCall = [](const Request& request) { return ScriptedTransport::reply(request, "MU\xD1OZ^\xC3\x89"); };
+    EXPECT_EQ(session.callText(L"MEVREP GET", L"12"), L"MU\xFFFDOZ^É");
+}
+
+TEST_F(HostSessionTest, ServerThatCannotBeReachedIsTriedAsLongAsTheUserWants)
+{
+    transport.refuseConnections = 2;
+    retries = 2;
+    session.signOn(L"SORREL,ADA");
+    EXPECT_EQ(questions.size(), 2);
+    transport.close();
+}
+
+TEST_F(HostSessionTest, UnknownUserIsRefusedInTheServersWords)
+{
+    transport.answer = [](const Request& request) {
+        return ScriptedTransport::reply(request, "-1^There is no user named X.");
+    };
+    try {
+        session.signOn(L"X");
+        FAIL() << "no failure";
+    } catch (const Failure& failure) {
+        EXPECT_EQ(failure.description(), L"There is no user named X.");
+    }
+}
+
+TEST_F(HostSessionTest, EventsArriveByNameAndNeverInsideACall)
+{
+    session.signOn(L"SORREL,ADA");
+    Sink patient;
+    Sink other;
+    session.registerEvent(L"VXR.12", patient);
+    session.registerEvent(L"VXR.12", patient);
+    session.registerEvent(L"VXR.1", other);
+    onCall = [&](const Request& request) {
+        return ScriptedTransport::frame("EVXR.12.VELD\n") + ScriptedTransport::frame("EVXR.12.VELD\n")
+            + ScriptedTransport::reply(request, "1");
+    };
+    patient.told = [&](TextView) { EXPECT_FALSE(session.isInCall()); };
+    session.callText(L"MEVREP GET", L"12");
+    EXPECT_TRUE(patient.names.empty());
+    QTest::qWait(30);
+    EXPECT_EQ(patient.names, std::vector<Text> { L"VXR.12.VELD" }); // told once
+    EXPECT_TRUE(other.names.empty());
+    EXPECT_EQ(names().count(QStringLiteral("MEVHOST SUBSCRIBE")), 2);
+
+    transport.stream().push(ScriptedTransport::frame("EVXR.1.X\n")); // while nobody waits
+    QTest::qWait(30);
+    EXPECT_EQ(other.names, std::vector<Text> { L"VXR.1.X" });
+}
+
+TEST_F(HostSessionTest, SinksMayGoWhileTheyAreTold)
+{
+    session.signOn(L"SORREL,ADA");
+    Sink first;
+    Sink second;
+    session.registerEvent(L"REFRESH", first);
+    session.registerEvent(L"REFRESH", second);
+    first.told = [&](TextView) {
+        session.unregisterEvent(L"REFRESH", first);
+        session.unregisterEvent(L"REFRESH", second);
+    };
+    session.raiseEvent(L"REFRESH", L"");
+    session.raiseEvent(L"REFRESH", L"");
+    EXPECT_EQ(first.names.size(), 1u);
+    EXPECT_TRUE(second.names.empty());
+    EXPECT_EQ(names(), QStringList { QStringLiteral("MEVHOST SIGNON") }); // local names never reach the server
+}
+
+TEST_F(HostSessionTest, ConnectionLostWhileIdleComesBackByItself)
+{
+    session.signOn(L"SORREL,ADA");
+    Sink sink;
+    session.registerEvent(L"REFRESH", sink);
+    session.registerEvent(L"VXR.12", sink);
+    transport.end();
+    QTest::qWait(30);
+    EXPECT_EQ(transport.connections, 2);
+    EXPECT_EQ(sink.names, std::vector<Text> { L"REFRESH" }); // events may have been missed
+    EXPECT_TRUE(questions.isEmpty());
+    EXPECT_EQ(names().last(), QStringLiteral("MEVHOST SUBSCRIBE"));
+}
+
+}
+}

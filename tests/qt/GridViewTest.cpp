@@ -1,0 +1,181 @@
+#include "qt/GridView.h"
+#include "qt/GridModel.h"
+#include "qt/QtDesktop.h"
+#include "tests/support/ScriptedHost.h"
+
+#include <QAbstractItemModelTester>
+#include <QContextMenuEvent>
+#include <QLineEdit>
+#include <QScrollBar>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+namespace health::test {
+namespace {
+
+class GridViewTest : public testing::Test {
+protected:
+    GridViewTest()
+    {
+        grid.setColumnCount(3);
+        grid.setColumnWidth(0, 1600);
+        grid.setColumnHidden(2, true);
+        grid.setWordWrap(true);
+    }
+
+    void fill(int rows)
+    {
+        grid.setDrawing(false);
+        grid.setRowCount(rows);
+        for (int row = 0; row < rows; ++row) {
+            grid.setText(row, 0, L"Functional Status");
+            grid.setText(
+                row, 1, row % 2 == 0 ? Text(400, L'w').replace(50, 1, L" ").replace(200, 1, L" ") : Text(L"short"));
+            grid.setText(row, 2, std::to_wstring(row));
+        }
+        grid.setDrawing(true);
+    }
+
+    void show()
+    {
+        view.resize(500, 300);
+        view.show();
+        QTest::qWait(20);
+    }
+
+    int defaultHeight() { return view.fontMetrics().height() * 2; }
+
+    QtDesktop desktop;
+    Grid grid;
+    GridView view { grid, desktop, { QStringLiteral("Record"), QStringLiteral("Summary") }, nullptr };
+};
+
+TEST_F(GridViewTest, ModelHasTheShownColumnsOnly)
+{
+    const QAbstractItemModelTester tester(view.model(), QAbstractItemModelTester::FailureReportingMode::Fatal);
+    fill(3);
+    EXPECT_EQ(view.model()->rowCount(), 3);
+    EXPECT_EQ(view.model()->columnCount(), 2);
+    EXPECT_EQ(view.model()->index(1, 1).data().toString(), QStringLiteral("short"));
+    EXPECT_EQ(view.model()->headerData(1, Qt::Horizontal).toString(), QStringLiteral("Summary"));
+    grid.setColumnHidden(0, true);
+    EXPECT_EQ(view.model()->columnCount(), 1);
+    EXPECT_EQ(view.model()->headerData(0, Qt::Horizontal).toString(), QStringLiteral("Summary"));
+}
+
+TEST_F(GridViewTest, ShowsNoRowsWhileTheGridDoesNotDraw)
+{
+    fill(3);
+    grid.setDrawing(false);
+    EXPECT_EQ(view.model()->rowCount(), 0);
+    grid.setRowCount(0); // a paint event here would find nothing to ask for
+    show();
+    grid.setDrawing(true);
+    EXPECT_EQ(view.model()->rowCount(), 0);
+}
+
+TEST_F(GridViewTest, MeasuresOnlyRowsThatCanBeSeen)
+{
+    show();
+    fill(10000);
+    const int unmeasured = view.rowHeight(5000);
+    EXPECT_GT(view.rowHeight(0), unmeasured); // wrapped
+    EXPECT_EQ(view.rowHeight(5000), view.rowHeight(5001));
+    view.verticalScrollBar()->setValue(5000);
+    EXPECT_GT(view.rowHeight(5000), unmeasured);
+    EXPECT_EQ(view.rowHeight(8000), unmeasured);
+    view.scrollToBottom();
+    const int bottom = view.rowViewportPosition(9999) + view.rowHeight(9999);
+    EXPECT_LE(bottom, view.viewport()->height());
+}
+
+TEST_F(GridViewTest, AReloadDoesNotMoveTheList)
+{
+    show();
+    fill(1000);
+    view.verticalScrollBar()->setValue(500);
+    fill(1000);
+    EXPECT_EQ(view.verticalScrollBar()->value(), 500);
+}
+
+TEST_F(GridViewTest, SelectionGoesBothWays)
+{
+    show();
+    fill(10);
+    grid.select(4);
+    EXPECT_EQ(view.currentIndex().row(), 4);
+    QTest::keyClick(&view, Qt::Key_Down);
+    EXPECT_EQ(grid.row(), 5);
+    grid.select(-1);
+    EXPECT_FALSE(view.selectionModel()->hasSelection());
+    QTest::mouseClick(view.viewport(), Qt::LeftButton, {}, QPoint(5, view.rowViewportPosition(1) + 2));
+    EXPECT_EQ(grid.row(), 1);
+}
+
+TEST_F(GridViewTest, ContextMenuByMouseAndByKeys)
+{
+    show();
+    fill(4);
+    grid.select(1);
+    std::vector<int> rows;
+    grid.MouseUp = [&](MouseButton button) {
+        EXPECT_EQ(button, MouseButton::Right);
+        rows.push_back(grid.mouseRow());
+    };
+    QTest::keyClick(&view, Qt::Key_Menu);
+    QTest::keyClick(&view, Qt::Key_F10, Qt::ShiftModifier);
+    const QPoint inRow2(5, view.rowViewportPosition(2) + 2);
+    QContextMenuEvent overRow(QContextMenuEvent::Mouse, inRow2, view.viewport()->mapToGlobal(inRow2));
+    QCoreApplication::sendEvent(view.viewport(), &overRow);
+    grid.setRowCount(1);
+    QContextMenuEvent below(QContextMenuEvent::Mouse, QPoint(5, 290), view.viewport()->mapToGlobal(QPoint(5, 290)));
+    QCoreApplication::sendEvent(view.viewport(), &below);
+    EXPECT_EQ(rows, (std::vector { 1, 1, 2, -1 }));
+}
+
+TEST_F(GridViewTest, DoubleClickAndEnter)
+{
+    show();
+    fill(4);
+    int times = 0;
+    grid.DblClick = [&] { ++times; };
+    QTest::mouseDClick(view.viewport(), Qt::LeftButton, {}, QPoint(5, 5));
+    grid.select(1);
+    QTest::keyClick(&view, Qt::Key_Return);
+    EXPECT_EQ(times, 2);
+    grid.select(-1);
+    QTest::keyClick(&view, Qt::Key_Return);
+    EXPECT_EQ(times, 2);
+}
+
+TEST_F(GridViewTest, TabLeavesTheList)
+{
+    QWidget window;
+    view.setParent(&window);
+    QLineEdit next(&window);
+    QWidget::setTabOrder(&view, &next);
+    window.show();
+    fill(4);
+    view.setFocus();
+    QTest::keyClick(&view, Qt::Key_Tab);
+    EXPECT_EQ(window.focusWidget(), &next);
+    view.setParent(nullptr);
+}
+
+TEST_F(GridViewTest, ColouredRowsAreReadableOnAnyGround)
+{
+    fill(2);
+    grid.setCellForeColour(1, 1, Blue);
+    const auto colour = [&] { return view.model()->index(1, 1).data(Qt::ForegroundRole).value<QBrush>().color(); };
+    EXPECT_EQ(colour(), QColor(0, 0, 255));
+    EXPECT_TRUE(view.model()->index(1, 1).data(Qt::FontRole).value<QFont>().bold());
+    EXPECT_FALSE(view.model()->index(0, 1).data(Qt::ForegroundRole).isValid());
+    QPalette dark = view.palette();
+    dark.setColor(QPalette::Base, QColor(30, 30, 30));
+    view.setPalette(dark);
+    EXPECT_GT(colour().lightness(), 180);
+}
+
+}
+}

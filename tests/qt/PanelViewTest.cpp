@@ -1,0 +1,151 @@
+#include "qt/PanelView.h"
+#include "control/kalmevRepHistCtrl.h"
+#include "qt/QtDesktop.h"
+#include "tests/support/ScriptedHost.h"
+
+#include <QApplication>
+#include <QMenu>
+#include <QMessageBox>
+#include <QTest>
+#include <QTimer>
+#include <QWheelEvent>
+
+#include <gtest/gtest.h>
+
+namespace health::test {
+namespace {
+
+// The panel on a scripted host, with real widgets.
+class PanelViewTest : public testing::Test {
+protected:
+    void open(long patient)
+    {
+        host.patient->patientNumber = patient;
+        control.UserControl_Initialize();
+        view = std::make_unique<PanelView>(control, desktop);
+        view->resize(900, 500);
+        view->show();
+        QTest::qWait(20);
+    }
+
+    void turnWheel(QWidget& widget)
+    {
+        QWheelEvent wheel(QPointF(5, 5), widget.mapToGlobal(QPointF(5, 5)), {}, QPoint(0, -120), Qt::NoButton, {},
+            Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(&widget, &wheel);
+    }
+
+    ScriptedHost host;
+    QtDesktop desktop;
+    modShared shared { desktop };
+    kalmevRepHistCtrl control { shared, host };
+    std::unique_ptr<PanelView> view;
+};
+
+TEST_F(PanelViewTest, LoadsWhenFirstShown)
+{
+    host.session->reply(L"MEVVELD GET", L"1^^^NEEDS HELP\r\n");
+    open(12);
+    auto* const table = view->findChild<QTableView*>();
+    EXPECT_EQ(table->model()->index(0, 1).data().toString(), QStringLiteral("Toileting=Needs Help"));
+    EXPECT_EQ(view->findChild<QComboBox*>()->currentText(), QStringLiteral(" To add, select a form..."));
+    const auto calls = host.calls().size();
+    view->hide();
+    view->show();
+    EXPECT_EQ(host.calls().size(), calls);
+}
+
+TEST_F(PanelViewTest, NothingIsCutOffAtAnyTextSize)
+{
+    open(12);
+    for (const double factor : { 1.0, 1.5, 2.0 }) {
+        QFont font = QApplication::font();
+        font.setPointSizeF(font.pointSizeF() * factor);
+        view->setFont(font);
+        view->resize(static_cast<int>(900 * factor), 600);
+        QTest::qWait(10);
+        for (const auto* button : view->findChildren<QPushButton*>()) {
+            EXPECT_GE(button->width(), button->sizeHint().width()) << factor;
+            EXPECT_GE(button->height(), button->sizeHint().height() - 1) << factor;
+            EXPECT_LE(button->geometry().right(), view->width());
+        }
+        const auto* const table = view->findChild<QTableView*>();
+        EXPECT_GE(table->columnWidth(0), table->fontMetrics().horizontalAdvance(QStringLiteral("Functional Status")))
+            << factor;
+        EXPECT_LT(table->geometry().right(), view->findChild<QPushButton*>()->geometry().left());
+        EXPECT_GE(view->findChild<QComboBox*>()->height(), table->fontMetrics().height());
+    }
+}
+
+TEST_F(PanelViewTest, WheelChangesTheListOfTypesOnlyWithTheFocus)
+{
+    open(12);
+    auto* const types = view->findChild<QComboBox*>();
+    view->activateWindow();
+    view->findChild<QTableView*>()->setFocus();
+    turnWheel(*types);
+    EXPECT_EQ(types->currentIndex(), 0);
+    types->setFocus();
+    turnWheel(*types);
+    EXPECT_EQ(types->currentIndex(), 1);
+    EXPECT_EQ(control.cboType.listIndex(), 1);
+    EXPECT_TRUE(control.cmd[kalmevRepHistCtrl::Add].isEnabled());
+    EXPECT_TRUE(view->findChild<QPushButton*>()->isEnabled());
+}
+
+TEST_F(PanelViewTest, ContextMenuShowsVisitDetail)
+{
+    host.session->reply(L"MEVVELD GET", L"1^^3260310|81^A\r\n");
+    host.session->reply(L"MEVUTL GETRPT", L"REPORT\r\n");
+    open(12);
+    control.fgData.choose(0);
+    QStringList entries;
+    QTimer::singleShot(50, [&] {
+        auto* const menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        ASSERT_NE(menu, nullptr);
+        for (const QAction* action : menu->actions())
+            entries.append(action->isSeparator() ? QStringLiteral("-")
+                                                 : action->text() + QLatin1String(action->isEnabled() ? "+" : ""));
+        menu->setActiveAction(menu->actions().last());
+        QTest::keyClick(menu, Qt::Key_Return);
+    });
+    QTest::keyClick(view->findChild<QTableView*>(), Qt::Key_F10, Qt::ShiftModifier);
+    EXPECT_EQ(entries,
+        (QStringList { QStringLiteral("&Add Record"), QStringLiteral("&Edit Record+"),
+            QStringLiteral("De&lete Record+"), QStringLiteral("-"), QStringLiteral("&Display Visit Detail+") }));
+    EXPECT_EQ(host.lines({ L"preview" }), Transcript { L"preview [Visit Detail||||80|11] REPORT\r\n" });
+}
+
+TEST_F(PanelViewTest, MessageBoxesHaveTheirKindTitleAndDefault)
+{
+    struct Seen {
+        QString title;
+        QString text;
+        QMessageBox::Icon icon;
+        QString defaultButton;
+    } seen;
+    const auto answerWith = [&](Qt::Key key) {
+        QTimer::singleShot(50, [&seen, key] {
+            auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+            ASSERT_NE(box, nullptr);
+            seen = { box->windowTitle(), box->text(), box->icon(),
+                box->defaultButton() ? box->defaultButton()->text() : QString() };
+            QTest::keyClick(box, key);
+        });
+    };
+    answerWith(Qt::Key_Escape);
+    EXPECT_FALSE(shared.ConfirmBox(L"Sure?\r\nReally?", L"Remove Record?"));
+    EXPECT_EQ(seen.text, QStringLiteral("Sure?\nReally?"));
+    EXPECT_EQ(seen.icon, QMessageBox::Question);
+    EXPECT_EQ(seen.defaultButton, QStringLiteral("&No"));
+    answerWith(Qt::Key_Y);
+    EXPECT_TRUE(shared.ConfirmBox(L"Sure?", L"Remove Record?"));
+    answerWith(Qt::Key_Return);
+    shared.ErrorBox(L"<b>plain</b>", L"");
+    EXPECT_EQ(seen.title, QStringLiteral("Error"));
+    EXPECT_EQ(seen.text, QStringLiteral("<b>plain</b>"));
+    EXPECT_EQ(seen.icon, QMessageBox::Critical);
+}
+
+}
+}
