@@ -73,7 +73,7 @@ REFUSER ; Every kind of refusal, with comments and without
  FOR kind=1:1:10 DO REFUSE^MEVRECS(dfn,$$ADD^MEVDATE(today,-15*kind),$SELECT(kind=10:1,1:""),$PIECE($TEXT(KINDS+kind^MEVRECS),";;",2),$SELECT(kind#2:"Said: ""not this year"", see note No. "_kind,1:""))
  QUIT
  ;
-OTHERS ; Nothing at all; very much; an emergency; a very long name; accents
+OTHERS ; Nothing at all; very much; an emergency; a very long name; accents; much
  NEW count,dfn,visit
  SET dfn=$$PERSON("QUIET,IRIS","F",$$AGED(40,1))
  SET dfn=$$PERSON("STEADMAN,GERTRUDE","F",$$AGED(91,5))
@@ -84,4 +84,6 @@ OTHERS ; Nothing at all; very much; an emergency; a very long name; accents
  DO FUNCTIONAL^MEVRECS(dfn,visit,"")
  SET dfn=$$PERSON("MUÑOZ-GARCÍA,ÁNGEL Ó","M",$$AGED(36,3)),visit=$$VISIT^MEVSAMPLE(dfn,$$ADD^MEVDATE(today,-30)_".16")
  DO CONTRACT^MEVRECS(dfn,visit,"","P")
+ SET dfn=$$PERSON("STEADMAN,HORACE","M",$$AGED(78,5))
+ FOR count=1:1:200 SET:count#10=1 visit=$$VISIT^MEVSAMPLE(dfn,$$ADD^MEVDATE(today,count-201)_".14") DO FUNCTIONAL^MEVRECS(dfn,visit,"")
  QUIT
