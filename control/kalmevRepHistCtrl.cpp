@@ -48,7 +48,7 @@ kalmevRepHistCtrl::kalmevRepHistCtrl(modShared& shared, Host& host)
     : m_shared(shared)
     , m_host(host)
 {
-    setUpMenus();
+    setUpCommands();
     fgData.SelectionChange = cboType.Click = [this] { updateCommands(); };
     fgData.MouseUp = [this](MouseButton button) { trap(L"fgData_MouseUp", [&] { fgData_MouseUp(button); }); };
 }
@@ -80,7 +80,7 @@ void kalmevRepHistCtrl::UserControl_Initialize()
     });
 }
 
-void kalmevRepHistCtrl::setUpMenus()
+void kalmevRepHistCtrl::setUpCommands()
 {
     static constexpr std::array<TextView, CommandCount> buttons { L"&Add", L"&Edit", L"&Delete" };
     static constexpr std::array<TextView, CommandCount> items { L"&Add Record", L"&Edit Record", L"De&lete Record" };
@@ -90,6 +90,7 @@ void kalmevRepHistCtrl::setUpMenus()
         cmd[i].setEnabled(false);
         mnuCmd[i].setEnabled(false);
     }
+    cboType.setVisible(false); // until a patient decides what it offers
     mnuVisitDetail.setCaption(L"&Display Visit Detail");
     mnuVisitDetail.setEnabled(false);
     mnuVisitDetail.Click = trapped(L"mnuVisitDetail_Click", &kalmevRepHistCtrl::mnuVisitDetail_Click);

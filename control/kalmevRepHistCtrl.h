@@ -93,7 +93,7 @@ private:
     void ICSS_PatientEvents_Committed();
     void ICSS_EncounterEvents_Committed();
 
-    void setUpMenus();
+    void setUpCommands();
     void setUpGrid();
     void fetchEditKeys();
     void subscribe(long patientNumber);

@@ -35,6 +35,7 @@ ListPicker::ListPicker(const QString& title, const QStringList& headings, QWidge
     m_list->setSelectionMode(QAbstractItemView::SingleSelection);
     m_list->setEditTriggers(QAbstractItemView::NoEditTriggers);
     m_list->setTabKeyNavigation(false);
+    m_list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     m_list->setShowGrid(false);
     m_list->setAlternatingRowColors(true);
     m_list->verticalHeader()->hide();
@@ -75,10 +76,10 @@ void ListPicker::setRows(const QList<Row>& rows)
             m_list->setItem(row, column, new QTableWidgetItem(rows[row].texts.value(column)));
     }
     m_list->resizeColumnsToContents();
-    // A very long name must not push the other columns out of sight.
-    for (int column = 0; column < m_list->columnCount(); ++column)
-        m_list->setColumnWidth(
-            column, std::min(m_list->columnWidth(column) + fontMetrics().horizontalAdvance(u'x') * 2, width() / 2));
+    // A very long name must not push the other columns out of sight; the last column takes what is left.
+    const int space = fontMetrics().horizontalAdvance(u'x') * 2;
+    for (int column = 0; column + 1 < m_list->columnCount(); ++column)
+        m_list->setColumnWidth(column, std::min(m_list->columnWidth(column) + space, width() / 2));
     if (!rows.isEmpty())
         m_list->selectRow(0);
     updateButtons();

@@ -11,6 +11,8 @@
 #include <QScopedValueRollback>
 #include <QScrollBar>
 
+#include <utility>
+
 namespace health {
 
 GridView::GridView(Grid& grid, QtDesktop& desktop, QStringList headings, QWidget* parent)
@@ -57,7 +59,9 @@ void GridView::controlChanged(Control& control, Change change)
         mirrorSelection();
         break;
     case Change::Colours:
-        m_model->coloursChanged();
+        // Cell by cell they would cost as many passes; bold text may need more lines.
+        if (!std::exchange(m_coloursChanged, true))
+            QMetaObject::invokeMethod(this, &GridView::mirrorColours, Qt::QueuedConnection);
         break;
     case Change::ScrolledTo:
         if (m_grid.shownRow() < m_model->rowCount())
@@ -82,6 +86,13 @@ void GridView::mirrorContents()
         verticalScrollBar()->setValue(scrolled);
 }
 
+void GridView::mirrorColours()
+{
+    m_coloursChanged = false;
+    m_model->coloursChanged();
+    measureRowsInView();
+}
+
 void GridView::mirrorLayout()
 {
     const QScopedValueRollback guard(m_mirroring, true);
@@ -94,7 +105,7 @@ void GridView::mirrorLayout()
             setColumnWidth(column, scale.pixels(width));
     }
     horizontalHeader()->setStretchLastSection(true);
-    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + scale.pixels(60));
+    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + scale.pixels(90));
     mirrorSelection();
     measureRowsInView();
 }
@@ -115,7 +126,8 @@ void GridView::mirrorSelection()
 
 int GridView::measureRow(int row)
 {
-    const int height = std::max(sizeHintForRow(row), verticalHeader()->defaultSectionSize());
+    const int padding = verticalHeader()->defaultSectionSize() - fontMetrics().height();
+    const int height = std::max(sizeHintForRow(row) + padding / 2, verticalHeader()->defaultSectionSize());
     if (rowHeight(row) != height)
         verticalHeader()->resizeSection(row, height);
     return height;

@@ -30,6 +30,7 @@ protected:
 
 private:
     void mirrorContents();
+    void mirrorColours();
     void mirrorLayout();
     void mirrorSelection();
     void applyPalette();
@@ -42,6 +43,7 @@ private:
     GridModel* m_model;
     bool m_mirroring = false; // the selection is being set by the program
     bool m_measuring = false;
+    bool m_coloursChanged = false;
 };
 
 }
