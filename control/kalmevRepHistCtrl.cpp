@@ -55,9 +55,9 @@ kalmevRepHistCtrl::kalmevRepHistCtrl(modShared& shared, Host& host)
 
 kalmevRepHistCtrl::~kalmevRepHistCtrl() { UserControl_Terminate(); }
 
-void kalmevRepHistCtrl::trap(TextView procedure, const std::function<void()>& work)
+bool kalmevRepHistCtrl::trap(TextView procedure, const std::function<void()>& work)
 {
-    m_shared.trap(Module, procedure, work);
+    return m_shared.trap(Module, procedure, work);
 }
 
 std::function<void()> kalmevRepHistCtrl::trapped(TextView procedure, Procedure work)
@@ -185,7 +185,7 @@ void kalmevRepHistCtrl::AbortAsync()
 
 void kalmevRepHistCtrl::ICSS_PatientEvents_Committed()
 {
-    trap(L"ICSS_PatientEvents_Committed", [&] {
+    const bool done = trap(L"ICSS_PatientEvents_Committed", [&] {
         if (!m_active)
             return;
         // A change under a box of a running load waits, or two patients' rows would mix.
@@ -205,6 +205,9 @@ void kalmevRepHistCtrl::ICSS_PatientEvents_Committed()
         if (fgData.rowCount() > 0)
             fgData.showRow(0);
     });
+    // Never one patient's records under another's name.
+    if (!done)
+        ClearPatientControls();
     if (!m_loading && std::exchange(m_patientChanged, false))
         ICSS_PatientEvents_Committed();
 }

@@ -85,7 +85,7 @@ private:
 
     // Binds a procedure to the error trap, under its own name.
     std::function<void()> trapped(TextView procedure, Procedure work);
-    void trap(TextView procedure, const std::function<void()>& work);
+    bool trap(TextView procedure, const std::function<void()>& work);
 
     void EventCallback(TextView name, TextView data) override;
     void RPCCallback(long handle, TextView reply) override;

@@ -167,6 +167,17 @@ TEST_F(LifeCycle, PatientChangeDuringABoxOfALoadNeverMixesTwoPatients)
     EXPECT_EQ(host.session->subscriptions(), (std::multiset<Text> { L"REFRESH", L"REFUSAL.34", L"VXR.34" }));
 }
 
+TEST_F(LifeCycle, PatientChangeThatFailsLeavesNoRecordsOfTheOldPatient)
+{
+    host.session->reply(L"MEVVELD GET", L"5^^^A\r\n");
+    open(12);
+    host.session->failsSubscriptions = true;
+    commitPatient(34);
+    EXPECT_EQ(summaries(), Transcript { L"Patient Not Selected" });
+    EXPECT_EQ(host.boxes(),
+        Transcript { L"box [System Error] Error in module kalmevRepHistCtrl at ICSS_PatientEvents_Committed\r\n\r\nNo subscriptions today." });
+}
+
 TEST_F(LifeCycle, RowsOfTheCurrentVisitAreHighlighted)
 {
     host.session->reply(L"MEVVELD GET", L"1^^3260301|81^A\r\n2^^3260302|812^B\r\n3^^3260303^C\r\n");

@@ -86,6 +86,8 @@ std::multiset<Text> ScriptedSession::subscriptions() const
 
 void ScriptedSession::registerEvent(TextView name, ICSS_SessionEvents& sink)
 {
+    if (failsSubscriptions)
+        throw Failure(L"No subscriptions today.");
     m_transcript.push_back(L"register " + Text(name));
     m_sinks.insert({ Text(name), &sink });
 }

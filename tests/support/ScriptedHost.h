@@ -146,6 +146,7 @@ public:
     bool connected = true;
     std::function<void(TextView name)> duringCall;
     bool failsEvents = false;
+    bool failsSubscriptions = false;
 
     Text callText(TextView name, TextView parameter) override { return call(name, parameter, L"call "); }
     Text callList(TextView name, TextView parameter) override { return call(name, parameter, L"list "); }
