@@ -50,6 +50,7 @@ kalmevRepHistCtrl::kalmevRepHistCtrl(modShared& shared, Host& host)
 {
     setUpCommands();
     fgData.SelectionChange = cboType.Click = [this] { updateCommands(); };
+    fgData.DblClick = [this] { cmd[Edit].click(); };
     fgData.MouseUp = [this](MouseButton button) { trap(L"fgData_MouseUp", [&] { fgData_MouseUp(button); }); };
 }
 
@@ -89,6 +90,8 @@ void kalmevRepHistCtrl::setUpCommands()
         mnuCmd[i].setCaption(items[i]);
         cmd[i].setEnabled(false);
         mnuCmd[i].setEnabled(false);
+        cmd[i].Click = [this, i] { trap(L"cmd_Click", [&] { cmd_Click(static_cast<int>(i)); }); };
+        mnuCmd[i].Click = [this, i] { trap(L"mnuCmd_Click", [&] { cmd_Click(static_cast<int>(i)); }); };
     }
     cboType.setVisible(false); // until a patient decides what it offers
     mnuVisitDetail.setCaption(L"&Display Visit Detail");

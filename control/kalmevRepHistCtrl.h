@@ -106,10 +106,14 @@ private:
     void selectRowOf(TextView key);
     void highlightVisit();
 
-    // Command state
+    // Commands
     void updateCommands();
     bool isEditPermitted(int type, Report report);
     bool canAdd();
+    void cmd_Click(int index);
+    void openEditor(int number, const Text& record, Text visit);
+    void showEditor(RecordTypeNumber number, const Text& record, const Text& visit);
+    void DelRec(int number, const Text& record, const Text& label);
     void mnuVisitDetail_Click();
     void fgData_MouseUp(MouseButton button);
 

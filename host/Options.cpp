@@ -52,6 +52,8 @@ Options readOptions()
         { QStringLiteral("user"), QStringLiteral("Sign on as NAME, as in \"SORREL,ADA\"."), QStringLiteral("NAME") },
         { QStringLiteral("picture"), QStringLiteral("Save a picture of the loaded window in FILE and end."),
             QStringLiteral("FILE") },
+        { QStringLiteral("tour"), QStringLiteral("Save pictures of all windows in FOLDER and end."),
+            QStringLiteral("FOLDER") },
         { QStringLiteral("list"), QStringLiteral("Print the grid as text and end.") },
         { QStringLiteral("data"), QStringLiteral("Keep the local server's data in FOLDER."), QStringLiteral("FOLDER"),
             defaultDataFolder() },
@@ -78,6 +80,7 @@ Options readOptions()
     options.timeoutMilliseconds = static_cast<int>(seconds * 1000);
     options.user = parser.value(QStringLiteral("user"));
     options.picture = parser.value(QStringLiteral("picture"));
+    options.tour = parser.value(QStringLiteral("tour"));
     options.list = parser.isSet(QStringLiteral("list"));
     options.dataFolder = QFileInfo(parser.value(QStringLiteral("data"))).absoluteFilePath();
     options.serverProgram = parser.value(QStringLiteral("server-program"));

@@ -10,6 +10,7 @@ struct Options {
     long patient = 0;
     QString user; // sign-on name; empty: the user is asked
     QString picture; // file to save a picture of the window in
+    QString tour; // folder to save pictures of all windows in
     bool list = false; // print the grid
     QString dataFolder;
     QString serverProgram;
@@ -18,7 +19,7 @@ struct Options {
     QString unregisterLibrary;
 
     // Nobody sits in front of it: no questions are asked, errors go to standard error.
-    bool isUnattended() const { return list || !picture.isEmpty(); }
+    bool isUnattended() const { return list || !picture.isEmpty() || !tour.isEmpty(); }
 };
 
 // Reads the command line of the application object. Ends the program for --help, --version and for what

@@ -1,6 +1,7 @@
 #include "host/ComponentLoader.h"
 #include "host/DisplayText.h"
 #include "host/MainWindow.h"
+#include "host/Tour.h"
 
 #include <QApplication>
 #include <QMessageBox>
@@ -17,6 +18,14 @@ namespace {
 int report(MainWindow& window, const Options& options)
 {
     QApplication::processEvents();
+    if (!options.tour.isEmpty()) {
+        const int pictures = Tour(window, options.tour).run();
+        if (pictures < 0)
+            std::fprintf(stderr, "The pictures cannot be saved in %s.\n", qPrintable(options.tour));
+        else
+            std::printf("%d pictures saved.\n", pictures);
+        return pictures < 0 ? 1 : 0;
+    }
     if (options.list) {
         const PatientData& patient = window.context().patient();
         if (patient.number != 0)

@@ -22,12 +22,14 @@ public:
     // The user presses the button; nothing happens while it is disabled or hidden.
     void click()
     {
-        if (isEnabled() && isVisible())
+        if (canBeUsed())
             raise(Click);
     }
 
     std::function<void()> Click;
 };
+
+class Label : public CaptionedControl { };
 
 // A picture; the front end knows which.
 class Image : public Control { };

@@ -63,7 +63,7 @@ Text ComboBox::text() const { return m_listIndex == -1 ? Text() : itemText(m_lis
 
 void ComboBox::choose(int index)
 {
-    if (isEnabled() && isVisible() && index < count())
+    if (canBeUsed() && index < count())
         setListIndex(index);
 }
 

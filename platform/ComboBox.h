@@ -41,8 +41,11 @@ public:
 
     // The user chooses an entry from the list.
     void choose(int index);
+    // The user presses a key in the list; 0 afterwards: swallowed.
+    void pressKey(wchar_t& key) { raise(KeyPress, key); }
 
     std::function<void()> Click;
+    std::function<void(wchar_t& key)> KeyPress;
 
 private:
     struct Item {

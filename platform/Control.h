@@ -29,6 +29,11 @@ enum class Change {
     Colours, // of a grid's cells
     Layout, // columns of a grid
     ScrolledTo,
+    Text,
+    Value, // of an option, a check box, a list's checks, an up-down
+    ForeColour,
+    BackColour,
+    AllSelected, // the program has selected a field's whole text
 };
 
 // Implemented by the front end; told after a change, on the user-interface thread.
@@ -39,6 +44,12 @@ public:
 protected:
     ~ControlObserver() = default;
 };
+
+// System colours that a program names without knowing their values.
+inline constexpr Colour WindowBackground = 0x80000005;
+inline constexpr Colour ButtonFace = 0x8000000F;
+inline constexpr Colour ButtonText = 0x80000012;
+inline constexpr Colour GreyText = 0x80000011;
 
 // Place of a control on its form, in twips (1/1440 inch).
 struct Place {
@@ -62,8 +73,13 @@ public:
 
     void setObserver(ControlObserver* observer) { m_observer = observer; }
 
+    // The control's own state; it can be used only where all frames around it are enabled too.
     bool isEnabled() const { return m_enabled; }
-    void setEnabled(bool enabled) { assign(m_enabled, enabled, Change::Enabled); }
+    virtual void setEnabled(bool enabled) { assign(m_enabled, enabled, Change::Enabled); }
+    bool canBeUsed() const { return m_enabled && m_visible && (!m_frame || m_frame->canBeUsed()); }
+    // The frame that holds the control, null for none; outlives it.
+    const Control* frame() const { return m_frame; }
+    void setFrame(const Control* frame) { m_frame = frame; }
 
     bool isVisible() const { return m_visible; }
     void setVisible(bool visible) { assign(m_visible, visible, Change::Visible); }
@@ -73,6 +89,16 @@ public:
 
     const Place& place() const { return m_place; }
     void setPlace(const Place& place) { assign(m_place, place, Change::Place); }
+
+    Colour foreColour() const { return m_foreColour; }
+    virtual void setForeColour(Colour colour) { assign(m_foreColour, colour, Change::ForeColour); }
+    Colour backColour() const { return m_backColour; }
+    void setBackColour(Colour colour) { assign(m_backColour, colour, Change::BackColour); }
+
+    // Focus events, raised by the form. Validate may keep the focus by setting `cancel`.
+    std::function<void()> GotFocus;
+    std::function<void()> LostFocus;
+    std::function<void(bool& cancel)> Validate;
 
 protected:
     ~Control() = default;
@@ -96,6 +122,9 @@ private:
     ControlObserver* m_observer = nullptr;
     bool m_enabled = true;
     bool m_visible = true;
+    const Control* m_frame = nullptr;
+    Colour m_foreColour = DefaultColour;
+    Colour m_backColour = DefaultColour;
     Text m_toolTip;
     Place m_place;
 };

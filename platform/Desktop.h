@@ -53,6 +53,9 @@ public:
     // Makes the windows of a form without showing it, and drops them. The form stays the caller's.
     virtual void load(Form& form) = 0;
     virtual void unload(Form& form) = 0;
+    // Shows a form until it is closed: raises Form_Load, then Form_Activate whenever the form becomes active. The
+    // caller makes the form for this one display and drops it afterwards.
+    virtual void showModal(Form& form) = 0;
     // Pops a menu up at the pointer, or at the control with the focus when a key asked for it.
     virtual void popUp(Menu& menu) = 0;
 };

@@ -1,14 +1,35 @@
 #pragma once
 
-#include "platform/Text.h"
+#include "platform/Arrangement.h"
+#include "platform/Button.h"
+
+#include <functional>
+#include <map>
 
 namespace health {
 
-// A window of the program: its controls are members of the class that derives from it.
+class Form;
+
+// Implemented by the front end for an open form.
+class FormObserver {
+public:
+    virtual void captionChanged(Form& form) = 0;
+    // The program has moved the focus; null: to no control.
+    virtual void focusMoved(Form& form) = 0;
+    virtual void defaultChanged(Form& form) = 0;
+    virtual void closed(Form& form) = 0;
+
+protected:
+    ~FormObserver() = default;
+};
+
+// A window of the program: its controls are members of the class that derives from it. The form knows which control has
+// the focus and runs the events of leaving and entering; a front end tells it what the user does.
 class Form {
 public:
-    explicit Form(TextView name)
+    explicit Form(TextView name, TextView caption = {})
         : m_name(name)
+        , m_caption(caption)
     {
     }
     Form(const Form&) = delete;
@@ -17,9 +38,62 @@ public:
 
     // The form's own name, as error reports give it.
     const Text& name() const { return m_name; }
+    const Text& caption() const { return m_caption; }
+    void setCaption(TextView caption);
+    // Design height in twips; 0: as high as its parts need.
+    int height = 0;
+
+    // What the form looks like; null for a form that is never shown.
+    virtual Arrangement arrangement() { return {}; }
+
+    // Before the form is shown (by way of load()), and each time it becomes the active window.
+    virtual void Form_Load() { }
+    virtual void Form_Activate() { }
+
+    // Raises Form_Load, once in the form's life.
+    void load();
+
+    void setObserver(FormObserver* observer) { m_observer = observer; }
+
+    bool isOpen() const { return m_open; }
+    // By the front end, when it shows the form.
+    void open() { m_open = true; }
+    // Ends the modal display.
+    void close();
+
+    Control* activeControl() const { return m_active; }
+    // By the program: moves the focus, with the events of leaving and entering.
+    void setFocus(Control& control);
+    // By the user: the same, unless Validate keeps the focus; false then. Validate does not stand in the way of Cancel.
+    bool moveFocus(Control& control);
+
+    // The button that Enter presses, and the one that Escape presses; null for none.
+    Button* defaultButton() const { return m_default; }
+    void setDefaultButton(Button* button);
+    Button* cancelButton() const { return m_cancel; }
+
+    // The user presses a button by any means: the field with the focus is left first, but for Cancel.
+    void press(Button& button);
+
+protected:
+    void setCancelButton(Button& button) { m_cancel = &button; }
+    // The button beside a field that opens its lookup. Going from the field to it does not leave the field yet.
+    void setLookupButton(Control& field, Button& button) { m_lookupButtons[&field] = &button; }
 
 private:
+    bool isLookupOf(const Control* field, const Control& button) const;
+    void enter(Control& control);
+
     Text m_name;
+    Text m_caption;
+    FormObserver* m_observer = nullptr;
+    Control* m_active = nullptr;
+    Control* m_notYetLeft = nullptr; // the field whose lookup button has the focus
+    Button* m_default = nullptr;
+    Button* m_cancel = nullptr;
+    std::map<const Control*, const Control*> m_lookupButtons;
+    bool m_open = false;
+    bool m_loaded = false;
 };
 
 }

@@ -88,6 +88,13 @@ void Grid::setDrawing(bool drawing)
     notify(Change::Contents);
 }
 
+void Grid::moveMouse(int row, int column)
+{
+    m_mouseRow = row < rowCount() ? row : -1;
+    m_mouseColumn = m_mouseRow == -1 ? -1 : column;
+    raise(MouseMove);
+}
+
 void Grid::choose(int row)
 {
     if (isEnabled() && row < rowCount())

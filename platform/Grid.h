@@ -20,6 +20,7 @@ public:
         int width = -1; // twips; -1: what is left, or as the front end sees fit
         bool hidden = false;
         int alignment = 0; // number of the alignment: 6 is right, top
+        Text heading; // above the column; a grid without any heading shows no heading row
     };
 
     int columnCount() const { return static_cast<int>(m_columns.size()); }
@@ -29,6 +30,8 @@ public:
     void setColumnWidth(int index, int twips) { assignColumn(index, &Column::width, twips); }
     void setColumnHidden(int index, bool hidden) { assignColumn(index, &Column::hidden, hidden); }
     void setColumnAlignment(int index, int alignment) { assignColumn(index, &Column::alignment, alignment); }
+
+    void setColumnHeading(int index, TextView heading) { assignColumn(index, &Column::heading, Text(heading)); }
 
     bool wordWrap() const { return m_wordWrap; }
     void setWordWrap(bool wrap) { assign(m_wordWrap, wrap, Change::Layout); }
@@ -66,6 +69,9 @@ public:
     // The row under the mouse, -1 when the mouse is not over a row.
     int mouseRow() const { return m_mouseRow; }
 
+    // The user moves the mouse over a cell; -1 for no cell.
+    void moveMouse(int row, int column);
+    int mouseColumn() const { return m_mouseColumn; }
     // The user selects a row.
     void choose(int row);
     // The user releases a mouse button over a row, or beside the rows (-1). A key that asks for the context
@@ -76,6 +82,7 @@ public:
     std::function<void()> SelectionChange;
     std::function<void(MouseButton)> MouseUp;
     std::function<void()> DblClick;
+    std::function<void()> MouseMove;
 
 private:
     struct Cell {
@@ -103,6 +110,7 @@ private:
     int m_selectedColumn = 0;
     int m_shownRow = 0;
     int m_mouseRow = -1;
+    int m_mouseColumn = -1;
 };
 
 }

@@ -3,6 +3,7 @@
 #include "qt/ControlViews.h"
 #include "qt/QtText.h"
 
+#include <QKeyEvent>
 #include <QWheelEvent>
 
 namespace health {
@@ -37,6 +38,18 @@ void ComboBoxView::mirrorItems()
     for (int i = 0; i < m_comboBox.count(); ++i)
         addItem(toQString(m_comboBox.itemText(i)));
     setCurrentIndex(m_comboBox.listIndex());
+}
+
+void ComboBoxView::keyPressEvent(QKeyEvent* event)
+{
+    if (event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter) {
+        QComboBox::keyPressEvent(event);
+        return;
+    }
+    wchar_t key = L'\r';
+    m_comboBox.pressKey(key);
+    if (key != 0)
+        event->ignore(); // for the form's default button
 }
 
 void ComboBoxView::wheelEvent(QWheelEvent* event)

@@ -16,6 +16,7 @@ public:
     void controlChanged(Control& control, Change change) override;
 
 protected:
+    void keyPressEvent(QKeyEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
 
 private:

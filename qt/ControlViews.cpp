@@ -42,7 +42,12 @@ ButtonView::ButtonView(Button& button, QWidget* parent)
     setAutoDefault(false);
     mirrorCommon(*this, button);
     m_button.setObserver(this);
-    connect(this, &QPushButton::clicked, this, [this] { m_button.click(); });
+    connect(this, &QPushButton::clicked, this, [this] {
+        if (m_press)
+            m_press();
+        else
+            m_button.click();
+    });
 }
 
 ButtonView::~ButtonView() { m_button.setObserver(nullptr); }

@@ -21,8 +21,12 @@ public:
 
     void controlChanged(Control& control, Change change) override;
 
+    // What a click does instead of clicking the control itself.
+    void setPress(std::function<void()> press) { m_press = std::move(press); }
+
 private:
     Button& m_button;
+    std::function<void()> m_press;
 };
 
 class ImageView : public QLabel, public ControlObserver {

@@ -84,7 +84,8 @@ QVariant GridModel::headerData(int section, Qt::Orientation orientation, int rol
 {
     if (orientation != Qt::Horizontal || role != Qt::DisplayRole || section >= columnCount())
         return {};
-    return m_headings.value(m_columns[section]);
+    const Text& heading = m_grid.column(m_columns[section]).heading;
+    return heading.empty() ? m_headings.value(m_columns[section]) : toQString(heading);
 }
 
 void GridModel::reset()

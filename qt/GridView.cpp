@@ -25,6 +25,7 @@ GridView::GridView(Grid& grid, QtDesktop& desktop, QStringList headings, QWidget
     setSelectionBehavior(SelectRows);
     setSelectionMode(SingleSelection);
     setTabKeyNavigation(false);
+    setMouseTracking(true);
     setEditTriggers(NoEditTriggers);
     setHorizontalScrollMode(ScrollPerPixel);
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn); // a bar that comes and goes would wrap all rows anew
@@ -105,6 +106,10 @@ void GridView::mirrorLayout()
             setColumnWidth(column, scale.pixels(width));
     }
     horizontalHeader()->setStretchLastSection(true);
+    bool headings = false;
+    for (int column = 0; column < m_grid.columnCount(); ++column)
+        headings = headings || !m_grid.column(column).heading.empty();
+    horizontalHeader()->setVisible(headings);
     verticalHeader()->setDefaultSectionSize(fontMetrics().height() + scale.pixels(90));
     mirrorSelection();
     measureRowsInView();
@@ -206,6 +211,13 @@ void GridView::keyPressEvent(QKeyEvent* event)
         m_grid.doubleClick(m_grid.row());
     else
         QTableView::keyPressEvent(event);
+}
+
+void GridView::mouseMoveEvent(QMouseEvent* event)
+{
+    const QModelIndex index = indexAt(event->position().toPoint());
+    m_grid.moveMouse(index.isValid() ? index.row() : -1, index.isValid() ? m_model->gridColumn(index.column()) : -1);
+    QTableView::mouseMoveEvent(event);
 }
 
 void GridView::mouseDoubleClickEvent(QMouseEvent* event)

@@ -2,6 +2,7 @@
 
 #include "platform/Form.h"
 #include "platform/Menu.h"
+#include "qt/FormDialog.h"
 #include "qt/QtText.h"
 
 #include <QApplication>
@@ -123,6 +124,12 @@ void QtDesktop::load(Form& form)
 }
 
 void QtDesktop::unload(Form&) { }
+
+void QtDesktop::showModal(Form& form)
+{
+    form.load();
+    FormDialog(form, *this, QApplication::activeWindow()).run();
+}
 
 void QtDesktop::popUp(Menu& menu)
 {

@@ -19,6 +19,7 @@ public:
     Moment now() const override;
     void load(Form& form) override;
     void unload(Form& form) override;
+    void showModal(Form& form) override;
     void popUp(Menu& menu) override;
 
     // Where the next menu pops up, in global coordinates.

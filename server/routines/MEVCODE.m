@@ -15,6 +15,17 @@ PAIR(set,code) ; text|code, empty for an empty code
  IF code="" QUIT ""
  QUIT $$TEXT(set,code)_"|"_code
  ;
+CODE(set,text) ; The code of a text, the case of letters left aside; empty for a text without one
+ NEW code,upper
+ IF text="" QUIT ""
+ IF '$DATA(codes(set)) DO LOAD(set)
+ SET code="",upper=$$UPPER(text)
+ FOR  SET code=$ORDER(codes(set,code)) QUIT:code=""  QUIT:codes(set,code)=upper
+ QUIT code
+ ;
+UPPER(text) ; Upper case of the letters A to Z
+ QUIT $TRANSLATE(text,"abcdefghijklmnopqrstuvwxyz","ABCDEFGHIJKLMNOPQRSTUVWXYZ")
+ ;
 FEEDING ;;1:EXCLUSIVE BREASTFEEDING;2:MOSTLY BREASTFEEDING;3:1/2 BREAST & 1/2 FORMULA;4:MOSTLY FORMULA;5:FORMULA ONLY
 LEVEL ;;I:INDEPENDENT;N:NEEDS HELP;T:TOTALLY DEPENDENT
 TREND ;;S:SAME;I:IMPROVEMENT;D:DECLINE

@@ -43,3 +43,16 @@ CLOCK(date) ; hh:mm of a date with a time, 00:00 without
  ;
 INVERSE(date) ; Sorts the latest first
  QUIT 9999999-date
+ ;
+PARSE(text) ; The FileMan date of mm/dd/yyyy, a time hh:mm may follow; empty for what is no such date
+ NEW date,day,month,time,year
+ SET date=$PIECE(text," "),time=$PIECE(text," ",2)
+ IF date'?1.2N1"/"1.2N1"/"4N QUIT ""
+ SET month=+date,day=+$PIECE(date,"/",2),year=+$PIECE(date,"/",3)
+ IF year<1701!(month<1)!(month>12)!(day<1) QUIT ""
+ IF day>$SELECT(month=2:28+$$LEAP(year),1:$PIECE("31,28,31,30,31,30,31,31,30,31,30,31",",",month)) QUIT ""
+ SET date=year-1700*10000+(month*100)+day
+ IF text'[" " QUIT date
+ IF time'?2N1":"2N QUIT ""
+ IF time>23!($PIECE(time,":",2)>59) QUIT ""
+ QUIT +(date_"."_$TRANSLATE(time,":"))

@@ -65,3 +65,18 @@ FILEAT(root,ien,node,patient,date) ; The same for what belongs to a patient and 
  SET ien=$$FILE(root,ien,node)
  SET @root@("AA",patient,$$INVERSE^MEVDATE(date),ien)=""
  QUIT ien
+ ;
+REMOVE(root,ien) ; Takes an entry out, with its cross-references; keeps it in the audit node
+ NEW date,header,node,patient
+ DO KEEP(root,ien)
+ SET node=@root@(ien,0),patient=$PIECE(node,"^")
+ KILL @root@("B",$EXTRACT(patient,1,80),ien)
+ SET date=""
+ FOR  SET date=$ORDER(@root@("AA",patient,date)) QUIT:date=""  KILL @root@("AA",patient,date,ien)
+ KILL @root@(ien)
+ SET header=@root@(0),$PIECE(header,"^",4)=$PIECE(header,"^",4)-1,@root@(0)=header
+ QUIT
+ ;
+KEEP(root,ien) ; Keeps what an entry is before a change in the audit node of the call
+ MERGE ^MEVAUD(audit,"BEFORE",root,ien)=@root@(ien)
+ QUIT

@@ -53,11 +53,17 @@ RAISE(event,data) ; Queues an event for the subscribers of its name and of each 
  . FOR  SET number=$ORDER(^MEVSUB(name,number)) QUIT:number=""  IF '$DATA(told(number)) SET told(number)="" DO TELL(number)
  QUIT
  ;
-TELL(number) ; Queues for one session and wakes it
- NEW ignored
- SET ^MEVQUE(number,$INCREMENT(^MEVQUE))=event_$CHAR(10)_data
- IF number=$GET(session) SET wake=1 QUIT
- SET ignored=$ZSIGPROC(+$GET(^MEVSES(number)),10)
+TELL(number) ; Queues for one session; SIGNAL wakes it, after the transaction
+ SET ^MEVQUE(number,$INCREMENT(^MEVQUE))=event_$CHAR(10)_data,signals(number)=""
+ QUIT
+ ;
+SIGNAL ; Wakes the sessions that something was queued for
+ NEW ignored,number
+ SET number=""
+ FOR  SET number=$ORDER(signals(number)) QUIT:number=""  DO
+ . IF number=$GET(session) SET wake=1 QUIT
+ . SET ignored=$ZSIGPROC(+$GET(^MEVSES(number)),10)
+ KILL signals
  QUIT
  ;
 WAKE ; By the signal of another session: sends at once when no frame is being worked on
@@ -84,5 +90,5 @@ NOTIFY ; The administrator's tool: raises the event that the environment names
  NEW event
  SET event=$ZTRNLNM("mev_event")
  IF event="" WRITE "No event was named.",! HALT
- DO RAISE(event,$ZTRNLNM("mev_event_data"))
+ DO RAISE(event,$ZTRNLNM("mev_event_data")),SIGNAL
  HALT

@@ -85,13 +85,18 @@ CALLFAILED ; What is left of the call is undone, the session goes on
  QUIT
  ;
 ONCE(number,entry) ; A call that changes data, done once: a repeated number is answered from memory
+ ; The audit node keeps who, when, what, and from FILE^MEVSET what was there before.
+ NEW audit
  TSTART ():SERIAL
- KILL reply SET reply=""
+ KILL reply,signals SET reply=""
  IF $DATA(^MEVDONE(token,number)) SET reply=^MEVDONE(token,number) TCOMMIT  QUIT
+ SET audit=$INCREMENT(^MEVAUD)
  DO @entry
+ SET ^MEVAUD(audit)=$HOROLOG_"^"_user_"^"_name_"^"_$PIECE(reply,"^"),^MEVAUD(audit,"CALL")=param
  SET ^MEVDONE(token,number)=reply,^MEVDONE(token)=+$HOROLOG
  KILL ^MEVDONE(token,number-50)
  TCOMMIT
+ DO SIGNAL^MEVEVENT
  QUIT
  ;
 ANSWER(number) ; Sends reply, or the lines reply(1), reply(2) ... each with its line end
@@ -139,6 +144,24 @@ TABLE ; name;entry;flags: O open before sign-on, W changes data
  ;;MEVUTL GETPARM;GETPARM^MEVUTL;
  ;;MEVUTL SETPARM;SETPARM^MEVUTL;W
  ;;MEVUTL GETRPT;GETRPT^MEVRPT;
+ ;;MEVUTL DICLKUP;DICLKUP^MEVLOOK;
+ ;;MEVICDLK ICDLKUP;ICDLKUP^MEVLOOK;
+ ;;MEVUTL ICDLEX;ICDLEX^MEVLOOK;
+ ;;MEVVCPT CPTLKUP;CPTLKUP^MEVLOOK;
+ ;;MEVUTL LEXLKUP;CPTLKUP^MEVLOOK;
+ ;;MEVCPTPR OTHCATS;OTHCATS^MEVLOOK;
+ ;;MEVVTC CMLKUP;CMLKUP^MEVLOOK;
+ ;;MEVREP SET;REP^MEVSET;W
+ ;;MEVREP DEL;DELREP^MEVDEL;W
+ ;;MEVBMSR SET;BMSR^MEVSET;W
+ ;;MEVBMSR DEL;DELBMSR^MEVDEL;W
+ ;;MEVVIF SET;VIF^MEVSET;W
+ ;;MEVVIF DEL;DELVIF^MEVDEL;W
+ ;;MEVVELD DEL;DELVELD^MEVDEL;W
+ ;;MEVVAST DEL;DELVAST^MEVDEL;W
+ ;;MEVVAST SETREG;SETREG^MEVSET;W
+ ;;MEVVTXC DEL;DELVTXC^MEVDEL;W
+ ;;MEVREF DEL;DELREF^MEVDEL;W
  ;;MEVREP GET;REP^MEVGET;
  ;;MEVBMSR GET;BMSR^MEVGET;
  ;;MEVVIF GET;VIF^MEVGET;

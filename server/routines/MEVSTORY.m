@@ -43,7 +43,7 @@ INFANTS ; 4 months, 4, 5 and 6 years, and exactly 7 today
  NEW birth,dfn,index,name,visit
  FOR index=1:1:5 DO
  . SET name=$PIECE("PEMBERTON,OTIS^PEMBERTON,MAISIE^TREVELYAN,JUDE^TREVELYAN,WREN^TREVELYAN,PIP","^",index)
- . SET birth=$SELECT(index=1:$$ADD^MEVDATE(today,-122),index=5:$$YEARSAGO^MEVDATE(7),1:$$AGED(index+2,90))
+ . SET birth=$SELECT(index=1:$$ADD^MEVDATE(today,-130),index=5:$$YEARSAGO^MEVDATE(7),1:$$AGED(index+2,90))
  . SET dfn=$$PERSON(name,$PIECE("M^F^M^F^M","^",index),birth)
  . DO BIRTH^MEVRECS(dfn,$PIECE("7^6^1^8^9","^",index),$PIECE("2^11^1^0^4","^",index),$PIECE("2^1^3^2^1","^",index),$SELECT(index<3:1,1:""))
  . DO FEEDING^MEVRECS(dfn,$$VISIT^MEVSAMPLE(dfn,$$ADD^MEVDATE(birth,42)_".093"),1)

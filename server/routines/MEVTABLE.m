@@ -7,7 +7,7 @@ FILL ; Files them all
  . FOR index=1:1:$LENGTH(list,",") DO ENTRY($$ROOT^MEVDD($PIECE(text,";")),$PIECE(list,",",index))
  QUIT
  ;
-ENTRY(root,text) ; name=code, the code where there is one
+ENTRY(root,text) ; name=code, the code where there is one. The code of a lot is its vaccine.
  NEW code,ien
  SET code=$PIECE(text,"=",2)
  SET ien=$$FILE^MEVDD(root,0,$PIECE(text,"=")_"^"_code)

@@ -24,6 +24,21 @@ void ScriptedDesktop::load(Form& form) { m_transcript.push_back(L"load " + form.
 
 void ScriptedDesktop::unload(Form& form) { m_transcript.push_back(L"unload " + form.name()); }
 
+void ScriptedDesktop::showModal(Form& form)
+{
+    m_transcript.push_back(L"show " + form.name());
+    form.load();
+    form.open();
+    form.Form_Activate();
+    if (!inForms.empty()) {
+        const auto act = std::move(inForms.front());
+        inForms.pop_front();
+        act(form);
+    }
+    m_transcript.push_back((form.isOpen() ? L"left open " : L"closed ") + form.name());
+    form.close();
+}
+
 Text ScriptedUser::hasKeys(TextView keyNames) const
 {
     if (fails)

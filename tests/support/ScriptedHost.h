@@ -57,6 +57,10 @@ public:
     void load(Form& form) override;
     void unload(Form& form) override;
     void popUp(Menu& menu) override { lastMenu = &menu; }
+    void showModal(Form& form) override;
+
+    // What the user does in the next forms, one function a form; a form without one is closed at once.
+    std::deque<std::function<void(Form&)>> inForms;
 
 private:
     Transcript& m_transcript;

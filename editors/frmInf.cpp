@@ -1,0 +1,71 @@
+#include "editors/frmInf.h"
+
+#include "platform/Conversions.h"
+
+namespace health {
+
+frmInf::frmInf(modShared& shared)
+    : EditorForm(shared, L"frmInf", L"Infant Feeding Choice")
+{
+    static constexpr TextView choices[] = { L"Exclusive Breastfeeding", L"Mostly Breastfeeding",
+        L"1/2 Breast & 1/2 Formula", L"Mostly Formula", L"Formula Only" };
+    for (const TextView choice : choices)
+        lstINF.addItem(choice, lstINF.count() + 1);
+    lstINF.ItemCheck = [this](int item) { trap(L"lstINF_ItemCheck", [&] { lstINF_ItemCheck(item); }); };
+    cmdAdd.Click = trapped(L"cmdAdd_Click", [this] { cmdAdd_Click(); });
+}
+
+Arrangement frmInf::arrangement() { return column({ lstINF, buttons({ cmdAdd, cmdCancel }) }); }
+
+void frmInf::activate()
+{
+    if (m_sIEN.empty())
+        setCaption(L"Add Infant Feeding Record");
+    else
+        loadRecord();
+}
+
+void frmInf::loadRecord()
+{
+    const Text reply = m_shared.CallRpcList(L"MEVVIF GET", L"^" + m_sIEN);
+    if (reply.empty() || m_shared.CheckRpcError(reply, L""))
+        return;
+    for (const TextView line : replyLines(reply)) {
+        const auto code = static_cast<int>(roundToWhole(leadingNumber(pieceView(pieceView(line, L"^", 4), L"|", 2))));
+        for (int item = 0; code != 0 && item < lstINF.count(); ++item) {
+            if (lstINF.itemData(item) != code)
+                continue;
+            lstINF.setListIndex(item);
+            lstINF.setChecked(item, true);
+            break;
+        }
+    }
+}
+
+void frmInf::lstINF_ItemCheck(int item)
+{
+    if (!lstINF.isChecked(item))
+        return;
+    for (int other = 0; other < lstINF.count(); ++other) {
+        if (other != item)
+            lstINF.setChecked(other, false);
+    }
+}
+
+void frmInf::cmdAdd_Click()
+{
+    Text record = m_sIEN + L"^" + m_sVisit;
+    int item = 0;
+    while (item < lstINF.count() && !lstINF.isChecked(item))
+        ++item;
+    if (item == lstINF.count()) {
+        m_shared.WarningBox(
+            L"You must select the infant feeding option, before the record can be saved.", L"Type Missing");
+        return;
+    }
+    record += L"^" + wholeText(lstINF.itemData(item));
+    if (!m_shared.CheckRpcError(m_shared.CallRpc(L"MEVVIF SET", record), L""))
+        close();
+}
+
+}

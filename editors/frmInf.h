@@ -1,0 +1,27 @@
+#pragma once
+
+#include "editors/EditorForm.h"
+#include "platform/CheckList.h"
+
+namespace health {
+
+// How an infant is fed: one choice out of five.
+class frmInf : public EditorForm {
+public:
+    explicit frmInf(modShared& shared);
+
+    Text m_sIEN; // the record; empty to add one
+    Text m_sVisit; // its visit
+
+    Arrangement arrangement() override;
+
+    CheckList lstINF;
+
+private:
+    void activate() override;
+    void loadRecord();
+    void lstINF_ItemCheck(int item);
+    void cmdAdd_Click();
+};
+
+}

@@ -1,0 +1,187 @@
+#include "editors/frmPediatric.h"
+
+#include "lookups/frmLookup.h"
+#include "platform/Conversions.h"
+#include "platform/Letters.h"
+
+namespace health {
+
+namespace {
+
+constexpr TextView UnitParameter = L"RepHist-PedWtOpt";
+constexpr TextView Kilograms = L"(kg)";
+constexpr TextView Grams = L"(grams)";
+constexpr TextView PoundsOunces = L"(lbs-oz)";
+
+// Strictly between two bounds; the bounds themselves are refused, on purpose.
+bool isBetween(TextView text, double low, double high)
+{
+    const auto value = numericValue(text);
+    return value && *value > low && *value < high;
+}
+
+TextView withoutLast(TextView text) { return text.substr(0, text.size() - 1); }
+
+// "7 2" or "7-2": pounds and ounces at the first blank, else at the first hyphen.
+bool isValidPoundsOunces(TextView weight, TextView separator)
+{
+    const std::size_t at = weight.find(separator);
+    return isBetween(weight.substr(0, at), 1, 25) && isBetween(weight.substr(at + 1), -1, 17);
+}
+
+bool isValidAge(TextView age)
+{
+    return TextView(L"DWMY").find(age.back()) != TextView::npos && isBetween(withoutLast(age), 0, 999);
+}
+
+}
+
+frmPediatric::frmPediatric(modShared& shared)
+    : EditorForm(shared, L"frmPediatric", L"Update Birth Measurements")
+{
+    setCaptions();
+    for (std::size_t i = 0; i < Boxes; ++i) {
+        txt[i].KeyPress = [this](wchar_t& key) { txt_KeyPress(key); };
+        txt[i].Validate = [this, i](bool& cancel) { trap(L"txt_Validate", [&] { txt_Validate(i, cancel); }); };
+    }
+    bindLookup(txtPat, cmdPat, trapped(L"cmdPat_Click", [this] { cmdPat_Click(); }));
+    cmdAdd.Click = trapped(L"cmdAdd_Click", [this] { cmdAdd_Click(); });
+}
+
+void frmPediatric::setCaptions()
+{
+    static constexpr std::array<TextView, 11> captions {
+        L"Birth &Weight", L"Birth &Order", L"&Formula Started", L"&Breast Feeding Stopped", L"&Solids Started",
+        L"&Mother or Guardian",
+        L"To enter Birth Weight in lbs and ozs, enter two values separated by a space. Also you can  enter K after the "
+        L"value for "
+        L"kilograms (kg), and likewise for grams enter G after the value.",
+        L"Examples: 7 2 for 7 lbs 2 ozs", L"3.2K for 3.2 kilograms", L"3200G for 3200 grams",
+        L"Feeding Choices must contain a number and then either a D for Days, W for Weeks, M for Months or Y for years."
+    };
+    for (std::size_t i = 0; i < captions.size(); ++i)
+        lbl[i].setCaption(captions[i]);
+    lblWt.setCaption(L"(lbs oz)");
+    cmdPat.setCaption(L"...");
+}
+
+Arrangement frmPediatric::arrangement()
+{
+    return column({ fields({ field(lbl[0], { txt[0], lblWt }), field(lbl[1], { txt[1] }) }), lbl[6], lbl[7], lbl[8],
+        lbl[9], line(), fields({ field(lbl[2], { txt[2] }), field(lbl[3], { txt[3] }), field(lbl[4], { txt[4] }) }),
+        lbl[10], line(), fields({ field(lbl[5], { txtPat, cmdPat }) }), buttons({ cmdAdd, cmdCancel }) });
+}
+
+void frmPediatric::activate()
+{
+    trap(L"LoadData", [this] { LoadData(); });
+}
+
+void frmPediatric::LoadData()
+{
+    const double option = leadingNumber(m_shared.GetUserParam(UnitParameter, L"0"));
+    showUnit(option);
+    const Text reply = m_shared.CallRpc(L"MEVBMSR GET", wholeText(m_shared.patient().number()));
+    if (reply.empty() || m_shared.CheckRpcError(reply, L""))
+        return;
+    const auto pieces = SplitPieces(reply, L"^", 13);
+    if (option == 1) {
+        if (!pieces[2].empty())
+            txt[0].setText(pieces[2] + L"K");
+    } else if (option == 2) {
+        if (!pieces[3].empty())
+            txt[0].setText(pieces[3] + L"G");
+    } else if (!pieces[0].empty()) {
+        txt[0].setText(pieces[0] + L" " + pieces[1]);
+    }
+    for (std::size_t i = 1; i < Boxes; ++i)
+        txt[i].setText(pieces[8 + i]);
+    txtPat.setText(pieceView(pieces[13], L"|", 1));
+    txtPat.setTag(pieceView(pieces[13], L"|", 2));
+}
+
+void frmPediatric::showUnit(double option)
+{
+    if (option == 1)
+        lblWt.setCaption(Kilograms);
+    else if (option == 2)
+        lblWt.setCaption(Grams);
+}
+
+// In any of the boxes; a lower-case "m" counts too, also of a feeding age in months. Intended.
+void frmPediatric::txt_KeyPress(wchar_t key)
+{
+    if (key == L'K' || key == L'k')
+        lblWt.setCaption(Kilograms);
+    else if (key == L'G' || key == L'g')
+        lblWt.setCaption(Grams);
+    else if (key == L' ' || key == L'm')
+        lblWt.setCaption(PoundsOunces);
+}
+
+Text frmPediatric::weightWithUnit(Text weight) const
+{
+    if (lblWt.caption() == Kilograms && !weight.ends_with(L'K'))
+        weight += L'K';
+    else if (lblWt.caption() == Grams && !weight.ends_with(L'G'))
+        weight += L'G';
+    return weight;
+}
+
+bool frmPediatric::isValidWeight(const Text& weight) const
+{
+    for (const TextView separator : { L" ", L"-" }) {
+        if (weight.find(separator) != Text::npos)
+            return isValidPoundsOunces(weight, separator);
+    }
+    if (weight.ends_with(L'K'))
+        return isBetween(withoutLast(weight), 0.907, 10);
+    return weight.ends_with(L'G') && isBetween(withoutLast(weight), 907, 10000);
+}
+
+void frmPediatric::txt_Validate(std::size_t index, bool& cancel)
+{
+    const Text entry = upperCase(txt[index].text());
+    if (entry.empty())
+        return;
+    TextView message;
+    if (index == 0 && !isValidWeight(weightWithUnit(entry)))
+        message = L"Invalid birth weight, please see example on form.";
+    // 25 is refused although the message names it; both stand.
+    else if (index == 1 && !isBetween(entry, 0, 25))
+        message = L"Invalid birth order - answer must be between 1 and 25.";
+    else if (index > 1 && !isValidAge(entry))
+        message = L"Invalid feeding choice entry, please see explanation on form.";
+    if (message.empty())
+        return;
+    m_shared.ErrorBox(message, L"Invalid Entry");
+    cancel = true;
+}
+
+void frmPediatric::cmdPat_Click()
+{
+    frmLookup lookup(m_shared);
+    if (!lookup.RunQuery(LookupTableNumber::Patient, txtPat.text(), true, L"*"))
+        return;
+    const bool chosen = !lookup.m_sRecId.empty();
+    txtPat.setText(chosen ? lookup.m_sName : Text());
+    txtPat.setTag(lookup.m_sRecId);
+}
+
+void frmPediatric::cmdAdd_Click()
+{
+    Text record = wholeText(m_shared.patient().number()) + L"^" + weightWithUnit(upperCase(txt[0].text()));
+    for (std::size_t i = 1; i < Boxes; ++i)
+        record += L"^" + upperCase(txt[i].text());
+    record += L"^" + txtPat.tag();
+    if (m_shared.CheckRpcError(m_shared.CallRpc(L"MEVBMSR SET", record), L""))
+        return;
+    if (!txt[0].text().empty())
+        m_shared.SetUserParam(UnitParameter,
+            lblWt.caption() == Kilograms   ? L"1"
+                : lblWt.caption() == Grams ? L"2"
+                                           : L"0");
+    close();
+}
+
+}

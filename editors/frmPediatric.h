@@ -1,0 +1,38 @@
+#pragma once
+
+#include "editors/EditorForm.h"
+
+#include <array>
+
+namespace health {
+
+// A child's birth measurements: weight, birth order, three feeding ages, mother or guardian. There is one record per
+// patient.
+class frmPediatric : public EditorForm {
+public:
+    static constexpr std::size_t Boxes = 5; // weight, order, formula started, breast feeding stopped, solids started
+
+    explicit frmPediatric(modShared& shared);
+
+    Arrangement arrangement() override;
+
+    std::array<TextBox, Boxes> txt;
+    Label lblWt; // the unit of the weight
+    TextBox txtPat; // its tag holds the chosen patient's number
+    Button cmdPat;
+    std::array<Label, 11> lbl; // captions of the fields, then the help texts
+
+private:
+    void setCaptions();
+    void activate() override;
+    void LoadData();
+    void showUnit(double option);
+    void txt_KeyPress(wchar_t key);
+    void txt_Validate(std::size_t index, bool& cancel);
+    Text weightWithUnit(Text weight) const;
+    bool isValidWeight(const Text& weight) const;
+    void cmdPat_Click();
+    void cmdAdd_Click();
+};
+
+}

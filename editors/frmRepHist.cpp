@@ -1,0 +1,284 @@
+#include "editors/frmRepHist.h"
+
+#include "platform/Conversions.h"
+#include "platform/Letters.h"
+
+namespace health {
+
+using namespace std::chrono;
+
+namespace {
+
+constexpr std::array<TextView, frmRepHist::CountBoxes> CountCodes { L"G", L"P", L"LC", L"SA", L"TA" };
+
+// Almost black: what the labels of the pregnancy block have always had.
+constexpr Colour QuietColour = 2;
+
+constexpr TextView InvalidDate = L"Invalid Date";
+constexpr int LongestPregnancy = 270; // days ahead
+
+double numberIn(const TextBox& box) { return leadingNumber(box.text()); }
+
+bool isDigit(wchar_t letter) { return letter >= L'0' && letter <= L'9'; }
+
+// The date control's value as the server reads dates; empty for an empty control.
+Text savedDate(const mevZvDate& date)
+{
+    if (date.isEmpty())
+        return {};
+    const auto moment = date.moment();
+    if (!moment)
+        throw Failure(L"\"" + date.value() + L"\" is not a date.");
+    return defaultDateText(*moment);
+}
+
+void showDate(mevZvDate& control, TextView text)
+{
+    if (const auto moment = parseDate(text))
+        control.setValue(defaultDateText(*moment));
+}
+
+}
+
+frmRepHist::frmRepHist(modShared& shared)
+    : EditorForm(shared, L"frmRepHist", L"Update Reproductive History")
+{
+    setCaptions();
+    for (std::size_t i = 0; i < CountBoxes; ++i)
+        fraWH.hold({ &lblFP[i], &txNumRH[i], &udNumRH[i] });
+    fraWH.hold({ &lbl[0], &lbl[1], &lbl[2], &datLMP, &cboFP, &datFP, &chkPregnant, &fraPregnant });
+    fraPregnant.hold({ &lblPreg[0], &lblPreg[1], &datDelivery, &cboEstMethod });
+    bindEvents();
+}
+
+void frmRepHist::setCaptions()
+{
+    static constexpr std::array<TextView, CountBoxes> counts { L"&G", L"&P", L"&LC", L"&SA", L"T&A" };
+    for (std::size_t i = 0; i < CountBoxes; ++i)
+        lblFP[i].setCaption(counts[i]);
+    lbl[0].setCaption(L"L&MP");
+    lbl[1].setCaption(L"Date FP &Began");
+    lbl[2].setCaption(L"&Family Planning Method");
+    chkPregnant.setCaption(L"Preg&nant");
+    lblPreg[0].setCaption(L"&Est. Delivery");
+    lblPreg[1].setCaption(L"&Determined By");
+}
+
+void frmRepHist::bindEvents()
+{
+    static constexpr std::array<TextView, CountBoxes> tips { L"Gravidity", L"Parity", L"Living Children",
+        L"Spontaneous Abortions", L"Therapeutic Abortions" };
+    for (std::size_t i = 0; i < CountBoxes; ++i) {
+        txNumRH[i].GotFocus = [this, i] { m_valueOnFocus[i] = static_cast<short>(roundToWhole(numberIn(txNumRH[i]))); };
+        txNumRH[i].Changed = trapped(L"txNumRH_Change", [this, i] { txNumRH_Change(i); });
+        txNumRH[i].KeyPress = [this, i](wchar_t& key) { txNumRH_KeyPress(i, key); };
+        txNumRH[i].MouseMove = trapped(L"txNumRH_MouseMove", [this, i] { txNumRH[i].setToolTip(tips[i]); });
+        udNumRH[i].ValueChanged = [this, i] { txNumRH[i].setText(wholeText(udNumRH[i].value())); };
+    }
+    cboFP.KeyPress = [this](wchar_t& key) { moveOnEnter(key, datFP); };
+    cboEstMethod.KeyPress = [this](wchar_t& key) { moveOnEnter(key, txNumRH[0]); };
+    chkPregnant.Click = [this] { fraPregnant.setEnabled(chkPregnant.isChecked()); };
+    datLMP.NewDateEntered = trapped(L"datLMP_NewDateEntered", [this] { refuseFuture(datLMP); });
+    datFP.NewDateEntered = trapped(L"datFP_NewDateEntered", [this] { refuseFuture(datFP); });
+    datDelivery.NewDateEntered = trapped(L"datDelivery_NewDateEntered", [this] { datDelivery_NewDateEntered(); });
+    cmdAdd.Click = trapped(L"cmdAdd_Click", [this] { cmdAdd_Click(); });
+}
+
+Arrangement frmRepHist::arrangement()
+{
+    std::vector<Arrangement> counts;
+    for (std::size_t i = 0; i < CountBoxes; ++i)
+        counts.push_back(field(lblFP[i], { txNumRH[i], udNumRH[i] }));
+    return column(
+        { frame(fraWH,
+              column({ row(std::move(counts)),
+                  fields({ field(lbl[0], { datLMP }), field(lbl[2], { cboFP }), field(lbl[1], { datFP }) }), line(),
+                  chkPregnant,
+                  frame(fraPregnant,
+                      fields({ field(lblPreg[0], { datDelivery }), field(lblPreg[1], { cboEstMethod }) })) })),
+            buttons({ cmdAdd, cmdCancel }) });
+}
+
+void frmRepHist::activate()
+{
+    m_shared.desktop().processPendingEvents();
+    FillLists();
+    trap(L"LoadRepHist", [this] { LoadRepHist(); });
+    setFocus(txNumRH[0]);
+}
+
+void frmRepHist::FillLists()
+{
+    for (const TextView method : { L"", L"Education Only", L"Oral Contraceptives", L"IUD", L"Surgical Sterilization",
+             L"Barrier Methods", L"Partner Sterilized", L"Natural Techniques", L"Menopause", L"None", L"Other",
+             L"Hormonal Implant", L"Hormone Injection", L"Abstinence" })
+        cboFP.addItem(method);
+    for (const TextView method : { L"", L"Unknown Method", L"Sonogram", L"Dates", L"Clinical Parameters" })
+        cboEstMethod.addItem(method);
+    cboEstMethod.setForeColour(QuietColour);
+    cboEstMethod.setEnabled(false);
+    datDelivery.setEnabled(false);
+    for (Label& label : lblPreg)
+        label.setForeColour(QuietColour);
+}
+
+void frmRepHist::SetWomensHealthEnabled(bool enabled)
+{
+    fraWH.setEnabled(enabled);
+    cboFP.setBackColour(enabled ? WindowBackground : ButtonFace);
+    for (Label& label : lblFP)
+        label.setForeColour(enabled ? ButtonText : GreyText);
+    for (Label& label : lbl)
+        label.setForeColour(enabled ? ButtonText : GreyText);
+    chkPregnant.setEnabled(enabled);
+}
+
+bool frmRepHist::isEligible()
+{
+    const Patient& patient = m_shared.patient();
+    return patient.sex() == L"F" && leadingNumber(patient.age()) > 8;
+}
+
+// --- Loading ---
+
+void frmRepHist::LoadRepHist()
+{
+    clearFields();
+    SetWomensHealthEnabled(isEligible());
+    if (!fraWH.isEnabled())
+        return;
+    const Text reply = m_shared.CallRpc(L"MEVREP GET", wholeText(m_shared.patient().number()));
+    if (m_shared.CheckRpcError(reply, L"Error Loading Reproductive Factors")) {
+        SetWomensHealthEnabled(false);
+        return;
+    }
+    if (!reply.empty())
+        showRecord(reply);
+}
+
+void frmRepHist::clearFields()
+{
+    for (TextBox& box : txNumRH)
+        box.setText(L"0");
+    datLMP.clear();
+    datFP.clear();
+    chkPregnant.setChecked(false);
+    fraPregnant.setEnabled(false);
+    cboFP.setListIndex(0);
+}
+
+// Counts ^ last menstrual period ^ method ^ its date ^ estimation method ^ estimated delivery: the save has the last
+// two the other way round.
+void frmRepHist::showRecord(const Text& reply)
+{
+    const auto pieces = SplitPieces(reply, L"^", 5);
+    showCounts(upperCase(pieces[0]));
+    showDate(datLMP, pieces[1]);
+    SelectComboItem(cboFP, pieces[2]);
+    showDate(datFP, pieces[3]);
+    if (pieces[4].empty() && pieces[5].empty())
+        return;
+    chkPregnant.setChecked(true);
+    showDate(datDelivery, pieces[5]);
+    SelectComboItem(cboEstMethod, pieces[4]);
+    fraPregnant.setEnabled(true);
+}
+
+void frmRepHist::showCounts(const Text& counts)
+{
+    for (std::size_t i = 0; i < CountBoxes; ++i) {
+        const std::size_t found = counts.find(CountCodes[i]);
+        if (found != Text::npos) {
+            const std::size_t start = found + CountCodes[i].size();
+            const bool twoDigits = start + 1 < counts.size() && isDigit(counts[start + 1]);
+            txNumRH[i].setText(start < counts.size() ? counts.substr(start, twoDigits ? 2 : 1) : Text());
+        }
+        udNumRH[i].setValue(static_cast<int>(roundToWhole(numberIn(txNumRH[i]))));
+    }
+}
+
+// --- Saving ---
+
+Text frmRepHist::countString() const
+{
+    Text counts;
+    for (std::size_t i = 0; i < CountBoxes; ++i)
+        counts += Text(CountCodes[i]) + txNumRH[i].text();
+    return counts;
+}
+
+void frmRepHist::cmdAdd_Click()
+{
+    Text record = wholeText(m_shared.patient().number()) + L"^" + countString() + L"^" + savedDate(datLMP) + L"^"
+        + cboFP.text() + L"^" + savedDate(datFP);
+    if (isEligible())
+        record += Text(L"^") + (chkPregnant.isChecked() ? L"1" : L"0") + L"^" + savedDate(datDelivery) + L"^"
+            + cboEstMethod.text();
+    if (!m_shared.CheckRpcError(m_shared.CallRpc(L"MEVREP SET", record), L""))
+        close();
+}
+
+// --- Entering ---
+
+void frmRepHist::refuseFuture(mevZvDate& date)
+{
+    const auto moment = date.moment();
+    if (!moment || dateOf(*moment) <= dateOf(m_shared.desktop().now()))
+        return;
+    m_shared.ErrorBox(L"Future dates are not allowed.", InvalidDate);
+    date.clear();
+}
+
+void frmRepHist::datDelivery_NewDateEntered()
+{
+    // A stored date may lie in the past; only what is entered afterwards is judged.
+    if (datDelivery.isEmpty() || !wasActivated())
+        return;
+    const auto moment = datDelivery.moment();
+    const Moment now = m_shared.desktop().now();
+    if (!moment) {
+        m_shared.ErrorBox(L"This is not a valid date format.", InvalidDate);
+        datDelivery.clear();
+        return;
+    }
+    const auto ahead = floor<days>(*moment) - floor<days>(now);
+    if (ahead < days { 0 }) {
+        m_shared.ErrorBox(L"Past dates are not allowed.", InvalidDate);
+        datDelivery.clear();
+    } else if (ahead > days { LongestPregnancy }) {
+        m_shared.ErrorBox(L"Date cannot be more than 9 months in the future.", InvalidDate);
+        datDelivery.setValue(defaultDateText(now + days { LongestPregnancy }));
+    }
+}
+
+void frmRepHist::txNumRH_Change(std::size_t index)
+{
+    TextBox& box = txNumRH[index];
+    UpDown& upDown = udNumRH[index];
+    if (box.text().empty())
+        box.setText(L"0");
+    if (numberIn(box) <= upDown.maximum())
+        upDown.setValue(static_cast<int>(roundToWhole(numberIn(box))));
+    else
+        box.setText(wholeText(upDown.maximum()));
+    if (numberIn(box) < upDown.minimum())
+        box.setText(wholeText(upDown.minimum()));
+}
+
+void frmRepHist::txNumRH_KeyPress(std::size_t index, wchar_t& key)
+{
+    if (index + 1 < CountBoxes)
+        moveOnEnter(key, txNumRH[index + 1]);
+    else
+        moveOnEnter(key, datLMP);
+}
+
+void frmRepHist::moveOnEnter(wchar_t& key, Control& next)
+{
+    if (key != EnterKey)
+        return;
+    key = 0;
+    setFocus(next);
+}
+
+}

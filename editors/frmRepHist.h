@@ -1,0 +1,62 @@
+#pragma once
+
+#include "editors/EditorForm.h"
+#include "platform/CheckBox.h"
+#include "platform/ComboBox.h"
+#include "platform/UpDown.h"
+#include "platform/mevContainer.h"
+#include "platform/mevZvDate.h"
+
+#include <array>
+
+namespace health {
+
+// The patient's reproductive factors: five counts, last menstrual period, family planning, a current pregnancy. There
+// is one record per patient.
+class frmRepHist : public EditorForm {
+public:
+    static constexpr std::size_t CountBoxes =
+        5; // gravidity, parity, living children, spontaneous and therapeutic abortions
+
+    explicit frmRepHist(modShared& shared);
+
+    Arrangement arrangement() override;
+
+    mevContainer fraWH;
+    std::array<Label, CountBoxes> lblFP;
+    std::array<TextBox, CountBoxes> txNumRH;
+    // Two digits each: what the count string holds.
+    std::array<UpDown, CountBoxes> udNumRH { { { 0, 99 }, { 0, 99 }, { 0, 99 }, { 0, 99 }, { 0, 99 } } };
+    std::array<Label, 3> lbl;
+    mevZvDate datLMP;
+    ComboBox cboFP;
+    mevZvDate datFP;
+    CheckBox chkPregnant;
+    mevContainer fraPregnant;
+    mevZvDate datDelivery;
+    std::array<Label, 2> lblPreg;
+    ComboBox cboEstMethod;
+
+private:
+    void setCaptions();
+    void bindEvents();
+    void activate() override;
+    void FillLists();
+    void SetWomensHealthEnabled(bool enabled);
+    void LoadRepHist();
+    void clearFields();
+    void showRecord(const Text& reply);
+    void showCounts(const Text& counts);
+    bool isEligible();
+    Text countString() const;
+    void cmdAdd_Click();
+    void refuseFuture(mevZvDate& date);
+    void datDelivery_NewDateEntered();
+    void txNumRH_Change(std::size_t index);
+    void txNumRH_KeyPress(std::size_t index, wchar_t& key);
+    void moveOnEnter(wchar_t& key, Control& next);
+
+    std::array<short, 6> m_valueOnFocus {}; // of each count box; kept, not consulted
+};
+
+}

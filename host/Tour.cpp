@@ -1,0 +1,122 @@
+#include "host/Tour.h"
+
+#include "host/DisplayText.h"
+#include "host/MainWindow.h"
+
+#include <QAbstractItemView>
+#include <QApplication>
+#include <QComboBox>
+#include <QDir>
+#include <QKeyEvent>
+#include <QPushButton>
+
+#include <cstdio>
+
+namespace health {
+
+namespace {
+
+// Story patients whose records show every form.
+constexpr long Patients[] = { 1, 5, 2 };
+constexpr int WatchMilliseconds = 120;
+
+void pressKey(QWidget& widget, Qt::Key key)
+{
+    for (const auto type : { QEvent::KeyPress, QEvent::KeyRelease }) {
+        QKeyEvent event(type, key, Qt::NoModifier);
+        QCoreApplication::sendEvent(&widget, &event);
+    }
+}
+
+QString fileName(const QString& title)
+{
+    QString name;
+    for (const QChar letter : title.toLower())
+        name += letter.isLetterOrNumber() ? letter : QChar(u'-');
+    return name;
+}
+
+}
+
+Tour::Tour(MainWindow& window, const QString& folder)
+    : m_window(window)
+    , m_folder(folder)
+{
+    connect(&m_watch, &QTimer::timeout, this, &Tour::takeDialog);
+}
+
+int Tour::run()
+{
+    if (!QDir().mkpath(m_folder))
+        return -1;
+    m_watch.start(WatchMilliseconds);
+    for (const long patient : Patients)
+        visitPatient(patient);
+    m_watch.stop();
+    return m_failed ? -1 : m_pictures;
+}
+
+void Tour::visitPatient(long number)
+{
+    std::printf("Patient %ld\n", number);
+    std::fflush(stdout);
+    m_window.context().selectPatient(number);
+    const auto visits = linesOf(m_window.context().session().callList(L"MEVHOST VISITS", std::to_wstring(number)));
+    if (!visits.isEmpty())
+        m_window.context().selectVisit({ visits[0][0].toLong(), visits[0].value(1), displayName(visits[0].value(2)) });
+    QApplication::processEvents();
+    m_prefix = QStringLiteral("patient-%1").arg(number);
+    save(m_window, m_prefix);
+    openRows();
+    openTypes();
+}
+
+void Tour::openRows()
+{
+    auto* const grid = m_window.findChild<QAbstractItemView*>(QString(), Qt::FindChildrenRecursively);
+    QSet<QString> seen;
+    for (int row = 0; row < grid->model()->rowCount(); ++row) {
+        const QString label = grid->model()->index(row, 0).data().toString();
+        if (seen.contains(label))
+            continue;
+        seen.insert(label);
+        m_prefix = QStringLiteral("edit-") + fileName(label);
+        grid->setCurrentIndex(grid->model()->index(row, 0));
+        pressKey(*grid, Qt::Key_Return);
+    }
+}
+
+void Tour::openTypes()
+{
+    auto* const types = m_window.findChild<QComboBox*>();
+    auto* const add = types->parentWidget()->findChild<QPushButton*>();
+    for (int index = 0; index < types->count(); ++index) {
+        types->setCurrentIndex(index);
+        Q_EMIT types->activated(index);
+        m_prefix = QStringLiteral("add-") + fileName(types->currentText().trimmed());
+        add->click();
+    }
+}
+
+void Tour::takeDialog()
+{
+    QWidget* const dialog = QApplication::activeModalWidget();
+    if (dialog && dialog == m_seen) {
+        save(*dialog, m_prefix);
+        m_seen = nullptr;
+        pressKey(*dialog, Qt::Key_Escape);
+        return;
+    }
+    m_seen = dialog;
+}
+
+void Tour::save(QWidget& widget, const QString& name)
+{
+    const QString path = m_folder + u'/' + name + QStringLiteral(".png");
+    if (widget.grab().save(path))
+        ++m_pictures;
+    else
+        m_failed = true;
+}
+
+}

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QObject>
+#include <QSet>
+#include <QTimer>
+
+namespace health {
+
+class MainWindow;
+
+// Opens every dialog that the panels offer for some of the sample patients, saves a picture of each and closes it
+// again: the pictures of the documentation, and a quick look at all windows after a change.
+class Tour : public QObject {
+    Q_OBJECT
+public:
+    Tour(MainWindow& window, const QString& folder);
+
+    // Runs to the end; the number of pictures, -1 when one could not be saved.
+    int run();
+
+private:
+    void visitPatient(long number);
+    void openRows();
+    void openTypes();
+    void takeDialog();
+    void save(QWidget& widget, const QString& name);
+
+    MainWindow& m_window;
+    QString m_folder;
+    QString m_prefix; // of the pictures being taken
+    QTimer m_watch;
+    QWidget* m_seen = nullptr; // a dialog seen once is taken the next time, when it has been laid out
+    int m_pictures = 0;
+    bool m_failed = false;
+};
+
+}

@@ -1,0 +1,42 @@
+// The server tables that can be searched: all that differs between them.
+#pragma once
+
+#include "platform/Text.h"
+
+#include <vector>
+
+namespace health {
+
+struct LookupTable {
+    TextView name; // after "Lookup " in the dialog's caption
+    TextView file; // FileMan file number
+    TextView call = L"MEVUTL DICLKUP";
+    TextView screen = {}; // M expression of the server; "~" stands where it means "^"
+    TextView fields = L".01";
+    TextView index = {};
+    TextView columns = {}; // empty: id, hidden code, name
+    bool allowsEmptySearch = true;
+};
+
+namespace LookupTableNumber {
+inline constexpr int DiagnosisByCode = 12;
+inline constexpr int DiagnosisByTerm = 13;
+inline constexpr int Provider = 11;
+inline constexpr int Patient = 24;
+}
+
+// A table by its number; any other number is a std::out_of_range.
+const LookupTable& lookupTable(int number);
+
+// One column of the result grid.
+struct LookupColumn {
+    Text heading;
+    bool hidden = false;
+    int source = 0; // "^"-piece of a reply line; 0: an empty column
+    bool properCase = false;
+};
+
+// The table's column layout, taken apart: heading ":" hidden flag ":" source [":" case flag], joined by "^".
+std::vector<LookupColumn> lookupColumns(const LookupTable& table);
+
+}

@@ -1,0 +1,67 @@
+#pragma once
+
+#include "platform/Button.h"
+
+#include <vector>
+
+namespace health {
+
+// How the parts of a form stand to each other: a small tree that one renderer turns into real layouts. Tab order
+// follows the tree.
+struct Arrangement {
+    enum class Kind {
+        Nothing,
+        Column, // children below each other
+        Row, // children side by side
+        Frame, // `control` (a mevContainer) around the only child
+        Field, // `label` beside its control or row of controls, the children
+        Single, // `control`
+        Buttons, // children at the end of a row
+        Grid, // children of the kind Field, labels in one column
+        Line, // a separating line
+    };
+
+    Kind kind = Kind::Nothing;
+    Control* control = nullptr;
+    Label* label = nullptr;
+    std::vector<Arrangement> children;
+
+    Arrangement() = default;
+    Arrangement(Control& single)
+        : kind(Kind::Single)
+        , control(&single)
+    {
+    }
+    Arrangement(Kind kind, std::vector<Arrangement> children, Control* control = nullptr, Label* label = nullptr)
+        : kind(kind)
+        , control(control)
+        , label(label)
+        , children(std::move(children))
+    {
+    }
+};
+
+inline Arrangement column(std::vector<Arrangement> children)
+{
+    return { Arrangement::Kind::Column, std::move(children) };
+}
+inline Arrangement row(std::vector<Arrangement> children) { return { Arrangement::Kind::Row, std::move(children) }; }
+inline Arrangement buttons(std::vector<Arrangement> children)
+{
+    return { Arrangement::Kind::Buttons, std::move(children) };
+}
+inline Arrangement fields(std::vector<Arrangement> children)
+{
+    return { Arrangement::Kind::Grid, std::move(children) };
+}
+inline Arrangement line() { return { Arrangement::Kind::Line, {} }; }
+inline Arrangement frame(Control& container, Arrangement child)
+{
+    return { Arrangement::Kind::Frame, { std::move(child) }, &container };
+}
+inline Arrangement field(Label& label, std::vector<Arrangement> controls)
+{
+    return { Arrangement::Kind::Field, std::move(controls), nullptr, &label };
+}
+
+}

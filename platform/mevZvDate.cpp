@@ -1,0 +1,100 @@
+#include "platform/mevZvDate.h"
+
+#include "platform/Conversions.h"
+#include "platform/Letters.h"
+
+#include <algorithm>
+
+namespace health {
+
+using namespace std::chrono;
+
+namespace {
+
+// A day some months later; the last day of the month where the day does not exist.
+Moment addMonths(Moment moment, int count)
+{
+    const year_month_day date { floor<days>(moment) };
+    year_month_day moved = date + months { count };
+    if (!moved.ok())
+        moved = moved.year() / moved.month() / last;
+    return local_days { moved } + (moment - dateOf(moment));
+}
+
+// "", "+3", "-2W": an offset in days, weeks, months or years behind a "T" or "N".
+std::optional<Moment> shifted(Moment start, TextView offset)
+{
+    if (offset.empty())
+        return start;
+    const bool negative = offset.front() == L'-';
+    if (!negative && offset.front() != L'+')
+        return std::nullopt;
+    offset.remove_prefix(1);
+    const std::size_t digits = std::min(offset.find_first_not_of(L"0123456789"), offset.size());
+    if (digits == 0 || digits > 4)
+        return std::nullopt;
+    const int count = static_cast<int>(leadingNumber(offset.substr(0, digits))) * (negative ? -1 : 1);
+    const TextView unit = offset.substr(digits);
+    if (unit.empty() || unit == L"D")
+        return start + days { count };
+    if (unit == L"W")
+        return start + weeks { count };
+    if (unit == L"M")
+        return addMonths(start, count);
+    if (unit == L"Y")
+        return addMonths(start, count * 12);
+    return std::nullopt;
+}
+
+// "010206" and "01022006" with slashes; any other text as it is.
+Text withSlashes(TextView date)
+{
+    const bool digits = !date.empty() && date.find_first_not_of(L"0123456789") == TextView::npos;
+    if (!digits || (date.size() != 6 && date.size() != 8))
+        return Text(date);
+    return Text(date.substr(0, 2)) + L"/" + Text(date.substr(2, 2)) + L"/" + Text(date.substr(4));
+}
+
+TextView trimmed(TextView text)
+{
+    const std::size_t start = text.find_first_not_of(L' ');
+    return start == TextView::npos ? TextView() : text.substr(start, text.find_last_not_of(L' ') - start + 1);
+}
+
+}
+
+std::optional<Moment> momentEntered(TextView text, Moment now)
+{
+    Text upper = upperCase(trimmed(text));
+    std::replace(upper.begin(), upper.end(), L'@', L' ');
+    const std::size_t blank = std::min(upper.find(L' '), upper.size());
+    const Text date = upper.substr(0, blank);
+    const Text time = upper.substr(blank);
+    const std::size_t current = date.starts_with(L"NOW") ? 3 : date.starts_with(L"N") ? 1 : 0;
+    if (current > 0 && time.empty()) {
+        // "NOV 2, 2006" begins with an N too.
+        if (const auto moment = shifted(now, TextView(date).substr(current)))
+            return floor<minutes>(*moment);
+    }
+    const std::size_t today = date.starts_with(L"TODAY") ? 5 : date.starts_with(L"T") ? 1 : 0;
+    if (today > 0) {
+        const auto moment = shifted(dateOf(now), TextView(date).substr(today));
+        return moment ? parseDate(dateText(*moment) + time) : std::nullopt;
+    }
+    return parseDate(withSlashes(date) + time);
+}
+
+void mevZvDate::enter(TextView text, Moment now)
+{
+    if (!canBeUsed())
+        return;
+    const auto moment = momentEntered(text, now);
+    const Text value = moment ? defaultDateText(*moment) : Text(trimmed(text));
+    if (value == m_value)
+        return;
+    setValue(value);
+    if (!value.empty())
+        raise(NewDateEntered);
+}
+
+}

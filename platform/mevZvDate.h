@@ -1,0 +1,36 @@
+#pragma once
+
+#include "platform/Control.h"
+#include "platform/Dates.h"
+
+#include <optional>
+
+namespace health {
+
+// A field for a date. The user may type what clinical users type: a date, "T" for today, "N" for now, "T-3", "T+2W",
+// "T-1M", "T+1Y", six or eight digits as 010206 or 01022006, a time after a blank or "@". What is understood is shown
+// as "mm/dd/yyyy" or "mm/dd/yyyy hh:mm"; other text stays as it is, for the form to judge.
+class mevZvDate : public Control {
+public:
+    const Text& value() const { return m_value; }
+    // By the program; raises nothing.
+    void setValue(TextView value) { assign(m_value, Text(value), Change::Text); }
+    void clear() { setValue({}); }
+
+    bool isEmpty() const { return m_value.empty(); }
+    std::optional<Moment> moment() const { return parseDate(m_value); }
+
+    // The user has entered a text. `now` is the desktop's time, for "T" and "N". Raises NewDateEntered when the
+    // text differs and is not empty.
+    void enter(TextView text, Moment now);
+
+    std::function<void()> NewDateEntered;
+
+private:
+    Text m_value;
+};
+
+// The moment that an entered text means, with all the short forms; empty where it means none.
+std::optional<Moment> momentEntered(TextView text, Moment now);
+
+}

@@ -1,0 +1,301 @@
+#include "qt/FieldViews.h"
+
+#include "qt/ControlViews.h"
+#include "qt/QtDesktop.h"
+#include "qt/QtText.h"
+
+#include <QCalendarWidget>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QMenu>
+#include <QScopedValueRollback>
+#include <QVBoxLayout>
+#include <QWidgetAction>
+
+namespace health {
+
+// --- Label and frame ---
+
+LabelView::LabelView(Label& label)
+    : m_label(label)
+{
+    mirrorCommon(*this, label);
+    mirrorCaption();
+    mirrorColour();
+    m_label.setObserver(this);
+}
+
+void LabelView::controlChanged(Control& control, Change change)
+{
+    if (change == Change::Caption)
+        mirrorCaption();
+    else if (change == Change::ForeColour)
+        mirrorColour();
+    else
+        mirrorCommon(*this, control, change);
+}
+
+void LabelView::mirrorCaption()
+{
+    setText(toQString(m_label.caption()));
+    // Help texts run over several lines.
+    const bool isLong = m_label.caption().size() > 60;
+    setWordWrap(isLong);
+    setMinimumWidth(isLong ? fontMetrics().averageCharWidth() * 60 : 0);
+}
+
+// Grey is what the palette shows for it; other numbers would not be readable on every ground.
+void LabelView::mirrorColour()
+{
+    const bool grey = m_label.foreColour() == GreyText;
+    QPalette colours = QPalette();
+    if (grey)
+        colours.setColor(QPalette::WindowText, colours.color(QPalette::Disabled, QPalette::WindowText));
+    setPalette(colours);
+}
+
+FrameView::FrameView(mevContainer& container)
+    : QGroupBox(toQString(container.caption()))
+    , m_container(container)
+{
+    mirrorCommon(*this, container);
+    m_container.setObserver(this);
+}
+
+void FrameView::controlChanged(Control& control, Change change)
+{
+    if (change == Change::Caption)
+        setTitle(toQString(m_container.caption()));
+    else
+        mirrorCommon(*this, control, change);
+}
+
+// --- Text ---
+
+TextBoxView::TextBoxView(TextBox& textBox)
+    : QLineEdit(toQString(textBox.text()))
+    , m_textBox(textBox)
+{
+    setMouseTracking(true);
+    mirrorCommon(*this, textBox);
+    m_textBox.setObserver(this);
+    connect(this, &QLineEdit::textEdited, this, [this](const QString& text) { m_textBox.edit(toText(text)); });
+}
+
+void TextBoxView::controlChanged(Control& control, Change change)
+{
+    if (change == Change::Text) {
+        const QString text = toQString(m_textBox.text());
+        if (text != QLineEdit::text())
+            setText(text);
+    } else if (change == Change::AllSelected) {
+        selectAll();
+    } else {
+        mirrorCommon(*this, control, change);
+    }
+}
+
+void TextBoxView::keyPressEvent(QKeyEvent* event)
+{
+    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    const QString text = event->text();
+    const bool printable = !enter && text.size() == 1 && text[0].isPrint()
+        && !(event->modifiers() & (Qt::ControlModifier | Qt::AltModifier));
+    if (enter || printable) {
+        if (m_textBox.pressKey(enter ? EnterKey : static_cast<wchar_t>(text[0].unicode())) == 0)
+            return;
+    }
+    if (enter)
+        event->ignore(); // for the form's default button
+    else
+        QLineEdit::keyPressEvent(event);
+}
+
+void TextBoxView::mouseMoveEvent(QMouseEvent* event)
+{
+    health::raise(m_textBox.MouseMove);
+    QLineEdit::mouseMoveEvent(event);
+}
+
+// --- Check box and checked list ---
+
+CheckBoxView::CheckBoxView(CheckBox& checkBox)
+    : QCheckBox(toQString(checkBox.caption()))
+    , m_checkBox(checkBox)
+{
+    setChecked(checkBox.isChecked());
+    mirrorCommon(*this, checkBox);
+    m_checkBox.setObserver(this);
+    connect(this, &QCheckBox::toggled, this, [this](bool checked) {
+        if (checked != m_checkBox.isChecked())
+            m_checkBox.click();
+    });
+}
+
+void CheckBoxView::controlChanged(Control& control, Change change)
+{
+    if (change == Change::Value)
+        setChecked(m_checkBox.isChecked());
+    else if (change == Change::Caption)
+        setText(toQString(m_checkBox.caption()));
+    else
+        mirrorCommon(*this, control, change);
+}
+
+CheckListView::CheckListView(CheckList& list)
+    : m_list(list)
+{
+    mirrorCommon(*this, list);
+    mirrorItems();
+    m_list.setObserver(this);
+    connect(this, &QListWidget::itemChanged, this, [this](QListWidgetItem* item) {
+        if (m_mirroring)
+            return;
+        m_list.click(row(item));
+        mirrorChecks();
+    });
+    connect(this, &QListWidget::currentRowChanged, this, [this](int row) {
+        if (!m_mirroring)
+            m_list.setListIndex(row);
+    });
+}
+
+void CheckListView::controlChanged(Control& control, Change change)
+{
+    const QScopedValueRollback guard(m_mirroring, true);
+    if (change == Change::Items)
+        mirrorItems();
+    else if (change == Change::Value)
+        mirrorChecks();
+    else if (change == Change::Selection)
+        setCurrentRow(m_list.listIndex());
+    else
+        mirrorCommon(*this, control, change);
+}
+
+void CheckListView::mirrorItems()
+{
+    const QScopedValueRollback guard(m_mirroring, true);
+    clear();
+    for (int i = 0; i < m_list.count(); ++i)
+        addItem(toQString(m_list.itemText(i)));
+    mirrorChecks();
+}
+
+void CheckListView::mirrorChecks()
+{
+    const QScopedValueRollback guard(m_mirroring, true);
+    for (int i = 0; i < count(); ++i)
+        item(i)->setCheckState(m_list.isChecked(i) ? Qt::Checked : Qt::Unchecked);
+}
+
+QSize CheckListView::sizeHint() const
+{
+    const int rows = std::max(1, count()) * std::max(sizeHintForRow(0), fontMetrics().height());
+    return { sizeHintForColumn(0) + fontMetrics().height() * 4, rows + 2 * frameWidth() + fontMetrics().height() / 2 };
+}
+
+// --- Arrows ---
+
+UpDownView::UpDownView(UpDown& upDown)
+    : m_upDown(upDown)
+{
+    auto* const layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    for (const int step : { 1, -1 }) {
+        auto* const arrow = new QToolButton;
+        arrow->setArrowType(step > 0 ? Qt::UpArrow : Qt::DownArrow);
+        arrow->setAutoRepeat(true);
+        arrow->setFocusPolicy(Qt::NoFocus); // the field beside it can be typed in
+        arrow->setFixedHeight(fontMetrics().height() * 3 / 4);
+        arrow->setAccessibleName(step > 0 ? tr("One more") : tr("One less"));
+        connect(arrow, &QToolButton::clicked, this, [this, step] { m_upDown.step(step); });
+        layout->addWidget(arrow);
+    }
+    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    mirrorCommon(*this, upDown);
+    m_upDown.setObserver(this);
+}
+
+void UpDownView::controlChanged(Control& control, Change change) { mirrorCommon(*this, control, change); }
+
+// --- Date ---
+
+DateView::DateView(mevZvDate& date, QtDesktop& desktop)
+    : m_date(date)
+    , m_desktop(desktop)
+    , m_line(new QLineEdit(toQString(date.value())))
+    , m_button(new QToolButton)
+{
+    m_line->setPlaceholderText(tr("mm/dd/yyyy, T, T-3"));
+    m_line->setMinimumWidth(fontMetrics().averageCharWidth() * 24);
+    m_button->setArrowType(Qt::DownArrow);
+    m_button->setAccessibleName(tr("Calendar"));
+    m_button->setToolTip(tr("Calendar"));
+    m_button->setFocusPolicy(Qt::NoFocus); // Alt+Down in the field opens it too
+    auto* const layout = new QHBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(m_line);
+    layout->addWidget(m_button);
+    setFocusProxy(m_line);
+    mirrorCommon(*this, date);
+    m_date.setObserver(this);
+    connect(m_button, &QToolButton::clicked, this, &DateView::openCalendar);
+    auto* const key = new QAction(this);
+    key->setShortcut(QKeySequence(Qt::ALT | Qt::Key_Down));
+    key->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+    addAction(key);
+    connect(key, &QAction::triggered, this, &DateView::openCalendar);
+}
+
+void DateView::controlChanged(Control& control, Change change)
+{
+    if (change == Change::Text)
+        m_line->setText(toQString(m_date.value()));
+    else
+        mirrorCommon(*this, control, change);
+}
+
+bool DateView::commit()
+{
+    const Text typed = toText(m_line->text());
+    if (typed == m_date.value())
+        return true;
+    const auto moment = momentEntered(typed, m_desktop.now());
+    m_date.enter(typed, m_desktop.now());
+    m_line->setText(toQString(m_date.value()));
+    return m_date.value() == (moment ? defaultDateText(*moment) : typed);
+}
+
+void DateView::openCalendar()
+{
+    QMenu popup(this);
+    auto* const calendar = new QCalendarWidget;
+    if (const auto moment = m_date.moment()) {
+        const std::chrono::year_month_day date { std::chrono::floor<std::chrono::days>(*moment) };
+        calendar->setSelectedDate(QDate(int(date.year()), int(unsigned(date.month())), int(unsigned(date.day()))));
+    }
+    auto* const action = new QWidgetAction(&popup);
+    action->setDefaultWidget(calendar);
+    popup.addAction(action);
+    QString picked;
+    connect(calendar, &QCalendarWidget::activated, &popup, [&](const QDate& date) {
+        picked = date.toString(QStringLiteral("MM/dd/yyyy"));
+        popup.close();
+    });
+    connect(calendar, &QCalendarWidget::clicked, &popup, [&](const QDate& date) {
+        picked = date.toString(QStringLiteral("MM/dd/yyyy"));
+        popup.close();
+    });
+    calendar->setFocus();
+    popup.exec(m_line->mapToGlobal(QPoint(0, m_line->height())));
+    if (picked.isEmpty())
+        return;
+    m_line->setText(picked);
+    m_line->setFocus();
+    commit();
+}
+
+}

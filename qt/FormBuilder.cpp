@@ -1,0 +1,154 @@
+#include "qt/FormBuilder.h"
+
+#include "qt/ComboBoxView.h"
+#include "qt/ControlViews.h"
+#include "qt/FieldViews.h"
+#include "qt/GridView.h"
+#include "qt/QtDesktop.h"
+#include "qt/QtText.h"
+
+#include <QBoxLayout>
+#include <QGridLayout>
+
+namespace health {
+
+namespace {
+
+// Adds a part to a box, be it a layout or a widget.
+void add(QBoxLayout* box, QLayout* layout) { box->addLayout(layout); }
+
+QWidget* separator()
+{
+    auto* const line = new QFrame;
+    line->setFrameShape(QFrame::HLine);
+    line->setFrameShadow(QFrame::Sunken);
+    return line;
+}
+
+QLayout* wrapped(QWidget* widget)
+{
+    auto* const box = new QHBoxLayout;
+    box->addWidget(widget);
+    return box;
+}
+
+}
+
+QLayout* FormBuilder::build(const Arrangement& arrangement)
+{
+    switch (arrangement.kind) {
+    case Arrangement::Kind::Column:
+        return buildBox(arrangement, Qt::Vertical);
+    case Arrangement::Kind::Row:
+        return buildBox(arrangement, Qt::Horizontal);
+    case Arrangement::Kind::Grid:
+        return buildFields(arrangement);
+    case Arrangement::Kind::Buttons:
+        return buildButtons(arrangement);
+    case Arrangement::Kind::Field:
+        return buildField(arrangement);
+    case Arrangement::Kind::Frame:
+        return wrapped(buildFrame(arrangement));
+    case Arrangement::Kind::Single:
+        return wrapped(widgetFor(*arrangement.control));
+    case Arrangement::Kind::Line:
+        return wrapped(separator());
+    case Arrangement::Kind::Nothing:
+        break;
+    }
+    return new QVBoxLayout;
+}
+
+QLayout* FormBuilder::buildBox(const Arrangement& box, Qt::Orientation orientation)
+{
+    auto* const layout =
+        new QBoxLayout(orientation == Qt::Vertical ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight);
+    for (const Arrangement& child : box.children)
+        add(layout, build(child));
+    return layout;
+}
+
+QWidget* FormBuilder::labelFor(const Arrangement& field, QWidget* buddy)
+{
+    auto* const label = new LabelView(*field.label);
+    label->setBuddy(buddy);
+    buddy->setAccessibleName(toQString(field.label->caption()).remove(u'&'));
+    return label;
+}
+
+QLayout* FormBuilder::buildField(const Arrangement& field)
+{
+    auto* const layout = new QHBoxLayout;
+    for (const Arrangement& child : field.children)
+        layout->addWidget(widgetFor(*child.control));
+    layout->insertWidget(0, labelFor(field, m_widgets.value(field.children.front().control)));
+    return layout;
+}
+
+QLayout* FormBuilder::buildFields(const Arrangement& grid)
+{
+    auto* const layout = new QGridLayout;
+    for (const Arrangement& field : grid.children) {
+        const int row = layout->rowCount();
+        auto* const controls = new QHBoxLayout;
+        for (const Arrangement& child : field.children)
+            controls->addWidget(widgetFor(*child.control));
+        layout->addWidget(labelFor(field, m_widgets.value(field.children.front().control)), row, 0);
+        layout->addLayout(controls, row, 1);
+    }
+    layout->setColumnStretch(1, 1);
+    return layout;
+}
+
+QLayout* FormBuilder::buildButtons(const Arrangement& row)
+{
+    auto* const layout = new QHBoxLayout;
+    layout->addStretch();
+    for (const Arrangement& child : row.children)
+        layout->addWidget(widgetFor(*child.control));
+    return layout;
+}
+
+QWidget* FormBuilder::buildFrame(const Arrangement& frame)
+{
+    auto* const view = new FrameView(*static_cast<mevContainer*>(frame.control));
+    view->setLayout(build(frame.children.front()));
+    return view;
+}
+
+QWidget* FormBuilder::widgetFor(Control& control)
+{
+    QWidget* const widget = makeWidget(control);
+    m_widgets.insert(&control, widget);
+    return widget;
+}
+
+QWidget* FormBuilder::makeWidget(Control& control)
+{
+    if (auto* const button = dynamic_cast<Button*>(&control)) {
+        auto* const view = new ButtonView(*button, nullptr);
+        // "..." beside a field needs no more than its text.
+        if (button->caption() == L"...")
+            view->setFixedWidth(view->fontMetrics().horizontalAdvance(QStringLiteral("...")) * 3);
+        return view;
+    }
+    if (auto* const textBox = dynamic_cast<TextBox*>(&control))
+        return new TextBoxView(*textBox);
+    if (auto* const comboBox = dynamic_cast<ComboBox*>(&control))
+        return new ComboBoxView(*comboBox, nullptr);
+    if (auto* const date = dynamic_cast<mevZvDate*>(&control))
+        return new DateView(*date, m_desktop);
+    if (auto* const checkBox = dynamic_cast<CheckBox*>(&control))
+        return new CheckBoxView(*checkBox);
+    if (auto* const list = dynamic_cast<CheckList*>(&control))
+        return new CheckListView(*list);
+    if (auto* const upDown = dynamic_cast<UpDown*>(&control))
+        return new UpDownView(*upDown);
+    if (auto* const grid = dynamic_cast<Grid*>(&control))
+        return new GridView(*grid, m_desktop, {}, nullptr);
+    if (auto* const label = dynamic_cast<Label*>(&control))
+        return new LabelView(*label);
+    return new QWidget;
+}
+
+}

@@ -1,0 +1,138 @@
+#include "qt/FormDialog.h"
+
+#include "qt/ControlViews.h"
+#include "qt/FieldViews.h"
+#include "qt/QtDesktop.h"
+#include "qt/QtText.h"
+
+#include <QApplication>
+#include <QFocusEvent>
+#include <QKeyEvent>
+#include <QTimer>
+
+namespace health {
+
+FormDialog::FormDialog(Form& form, QtDesktop& desktop, QWidget* parent)
+    : QDialog(parent)
+    , m_form(form)
+    , m_builder(form, desktop)
+{
+    setWindowTitle(toQString(form.caption()));
+    setLayout(m_builder.build(form.arrangement()));
+    for (auto entry = m_builder.widgets().begin(); entry != m_builder.widgets().end(); ++entry) {
+        QWidget* const focused = entry.value()->focusProxy() ? entry.value()->focusProxy() : entry.value();
+        m_controls.insert(focused, entry.key());
+        focused->installEventFilter(this);
+        if (auto* const button = dynamic_cast<ButtonView*>(entry.value())) {
+            auto* const core = static_cast<Button*>(entry.key());
+            button->setPress([this, core] {
+                if (core == m_form.cancelButton() || commitDate())
+                    m_form.press(*core);
+            });
+        }
+    }
+    m_form.setObserver(this);
+    defaultChanged(form);
+}
+
+FormDialog::~FormDialog()
+{
+    m_form.setObserver(nullptr);
+    // Losing its widgets is no leaving of a field.
+    for (auto entry = m_controls.begin(); entry != m_controls.end(); ++entry)
+        entry.key()->removeEventFilter(this);
+}
+
+void FormDialog::run()
+{
+    m_form.open();
+    QTimer::singleShot(0, this, [this] {
+        m_started = true;
+        m_form.Form_Activate();
+        if (!m_form.activeControl())
+            focusNextChild();
+    });
+    exec();
+}
+
+// --- What the form does ---
+
+void FormDialog::captionChanged(Form& form) { setWindowTitle(toQString(form.caption())); }
+
+void FormDialog::focusMoved(Form& form)
+{
+    QWidget* const widget = m_builder.widgets().value(form.activeControl());
+    if (widget && !widget->hasFocus())
+        widget->setFocus(Qt::OtherFocusReason);
+}
+
+void FormDialog::defaultChanged(Form& form)
+{
+    for (auto entry = m_builder.widgets().begin(); entry != m_builder.widgets().end(); ++entry) {
+        if (auto* const button = dynamic_cast<ButtonView*>(entry.value()))
+            button->setDefault(entry.key() == form.defaultButton());
+    }
+}
+
+void FormDialog::closed(Form&) { done(Accepted); }
+
+// --- What the user does ---
+
+void FormDialog::reject()
+{
+    if (m_form.cancelButton())
+        m_form.press(*m_form.cancelButton());
+    else
+        m_form.close();
+}
+
+// What was typed into a date is handed over before anything is saved; false when the form refused it.
+bool FormDialog::commitDate()
+{
+    QWidget* const focused = focusWidget();
+    auto* const date = focused ? dynamic_cast<DateView*>(focused->parentWidget()) : nullptr;
+    return !date || date->commit();
+}
+
+bool FormDialog::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut) {
+        const auto reason = static_cast<QFocusEvent*>(event)->reason();
+        const bool real =
+            reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason && reason != Qt::MenuBarFocusReason;
+        if (real && event->type() == QEvent::FocusIn)
+            QTimer::singleShot(0, this, [this, control = m_controls.value(watched)] { focusEntered(*control); });
+        auto* const date = dynamic_cast<DateView*>(watched->parent());
+        Control* const next = m_controls.value(QApplication::focusWidget());
+        if (real && date && event->type() == QEvent::FocusOut && next && next != m_form.cancelButton())
+            date->commit();
+    }
+    return QDialog::eventFilter(watched, event);
+}
+
+void FormDialog::focusEntered(Control& control)
+{
+    if (m_form.isOpen() && m_controls.value(QApplication::focusWidget()) == &control)
+        m_form.moveFocus(control);
+}
+
+void FormDialog::changeEvent(QEvent* event)
+{
+    QDialog::changeEvent(event);
+    if (event->type() == QEvent::ActivationChange && isActiveWindow() && m_started && m_form.isOpen())
+        m_form.Form_Activate();
+}
+
+void FormDialog::keyPressEvent(QKeyEvent* event)
+{
+    if (event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter) {
+        QDialog::keyPressEvent(event);
+        return;
+    }
+    auto* const focused = dynamic_cast<ButtonView*>(focusWidget());
+    QWidget* const fallback = m_builder.widgets().value(m_form.defaultButton());
+    if (auto* const button = focused ? focused : dynamic_cast<ButtonView*>(fallback))
+        button->click();
+}
+
+}

@@ -1,0 +1,97 @@
+MEVLOOK ; Searches of tables: by the beginning of the name, by code, by number
+ ; Screens come with the call as texts; they are compared with the ones known here and never executed.
+ ;
+DICLKUP ; Call: file ^ text ^^^ most ^ index ^ screen ^^ fields. Lines by the file's layout, see LINE.
+ NEW count,file,most,root,screen,search
+ SET file=$PIECE(param,"^"),search=$PIECE(param,"^",2),most=$PIECE(param,"^",5),screen=$PIECE(param,"^",7),count=0
+ SET root=$SELECT(file?1.7N.1(1".".3N):$$ROOT^MEVDD(file),1:"")
+ IF root="" DO NO^MEVSET("This file cannot be searched.") QUIT
+ IF screen'="",'$$ISKNOWN(screen) DO NO^MEVSET("This screen is not known.") QUIT
+ IF file=200!(file=2),search="" QUIT
+ IF most'?1.3N!(most>250)!(most<1) SET most=250
+ QUIT:$LENGTH(search)>100
+ DO BYNUMBER,BYCODE,BYNAME
+ QUIT
+ ;
+BYNUMBER ; The entry of this number
+ IF search?1N.8N,$DATA(@root@(search,0)) DO TAKE(search)
+ QUIT
+ ;
+BYCODE ; The entries of exactly this code
+ NEW ien
+ QUIT:search=""
+ SET ien=""
+ FOR  SET ien=$ORDER(@root@("C",search,ien)) QUIT:ien=""  QUIT:count=most  DO TAKE(ien)
+ QUIT
+ ;
+BYNAME ; The entries whose name begins so
+ NEW ien,name
+ SET name=$SELECT(search="":"",$DATA(@root@("B",search)):$ORDER(@root@("B",search),-1),1:search)
+ FOR  SET name=$ORDER(@root@("B",name)) QUIT:name=""  QUIT:$EXTRACT(name,1,$LENGTH(search))'=search  QUIT:count=most  DO
+ . SET ien=""
+ . FOR  SET ien=$ORDER(@root@("B",name,ien)) QUIT:ien=""  QUIT:count=most  DO TAKE(ien)
+ QUIT
+ ;
+TAKE(ien) ; Adds an entry that the screen lets pass, once
+ QUIT:$DATA(search(ien))
+ QUIT:'$$PASSES(ien)
+ SET search(ien)="",count=count+1,reply(count)=$$LINE(ien)
+ QUIT
+ ;
+LINE(ien) ; number ^ name ^ name ^ code; where the columns ask for it the code or the name stands in another place
+ NEW code,name,node
+ SET node=@root@(ien,0),name=$PIECE(node,"^"),code=$PIECE(node,"^",2)
+ IF file=2 QUIT ien_"^"_name_"^"_name_"^"_$PIECE(node,"^",2)_"^"_$$SLASHED^MEVDATE($PIECE(node,"^",3))
+ IF file=200 QUIT ien_"^"_name_"^"_name
+ IF file=44 QUIT ien_"^"_name_"^"_code
+ IF file=9999999.07 QUIT ien_"^^"_code_"^"_name
+ IF file=9999999.14 QUIT ien_"^"_name_"^"_name_"^^"_name
+ IF file=9999999.88!(file=80.1) QUIT ien_"^"_code_"^"_code_"^"_name
+ QUIT ien_"^"_name_"^"_name_"^"_code
+ ;
+ISKNOWN(screen) ; One of the screens that the panel sends
+ QUIT $$SCREENKIND(screen)'=""
+ ;
+SCREENKIND(screen) ; What a screen asks: ACTIVE (the entry is in use), PROVIDER, LOT, empty when unknown
+ IF screen="I $$ACTPRV(Y)" QUIT "PROVIDER"
+ IF screen="I $$ACTHLOC(Y)" QUIT "ACTIVE"
+ IF screen=".07'=1"!(screen=".03'=1")!(screen=".04'=1")!(screen=".13'=1")!(screen="100'=1") QUIT "ACTIVE"
+ IF screen="I $D(~AUTTIML(""C"",Y)),$P($G(~AUTTIMM(Y,0)),U,7)'=1" QUIT "LOT"
+ QUIT ""
+ ;
+PASSES(ien) ; The entry passes the screen
+ NEW kind
+ SET kind=$$SCREENKIND(screen)
+ IF kind="PROVIDER" QUIT $DATA(^MEVUSR(ien,"KEY","PROVIDER"))
+ IF kind="ACTIVE" QUIT '$GET(@root@(ien,"INACTIVE"))
+ IF kind="LOT" QUIT $DATA(^AUTTIML("C",ien))&'$GET(^AUTTIMM(ien,"INACTIVE"))
+ QUIT 1
+ ;
+TABLE(which,layout) ; Searches one of the lists below by code or by a word in the text
+ NEW code,count,index,list,search,text
+ SET search=$PIECE(param,"^",2),list=$PIECE($TEXT(@which),";;",2),count=0
+ FOR index=1:1:$LENGTH(list,";") DO
+ . SET code=$PIECE($PIECE(list,";",index),"="),text=$PIECE($PIECE(list,";",index),"=",2)
+ . IF search'="",$EXTRACT(code,1,$LENGTH(search))'=search,text'[search QUIT
+ . SET count=count+1,reply(count)=$SELECT(layout="DIAGNOSIS":text_"^"_index_"^^"_code,layout="CODES":index_"^"_code_"^"_text_"^^",1:index_"^"_text_"^"_text_"^"_code)
+ QUIT
+ ;
+ICDLKUP ; Call: diagnoses by code or text; text ^ number ^^ code
+ DO TABLE("DIAGNOSES","DIAGNOSIS")
+ QUIT
+ICDLEX ; Call: diagnoses by term
+ DO TABLE("DIAGNOSES","DIAGNOSIS")
+ QUIT
+CPTLKUP ; Call: procedures
+ DO TABLE("PROCEDURES","")
+ QUIT
+OTHCATS ; Call: categories of procedures
+ DO TABLE("CATEGORIES","")
+ QUIT
+CMLKUP ; Call: transaction codes; number ^ code ^ description ^ CAN ^ class
+ DO TABLE("TRANSACTIONS","CODES")
+ QUIT
+DIAGNOSES ;;J45.20=ASTHMA, MILD INTERMITTENT;J45.30=ASTHMA, MILD PERSISTENT;J45.40=ASTHMA, MODERATE PERSISTENT;E11.9=DIABETES, TYPE 2;I10=HYPERTENSION;Z34.90=PRENATAL CARE
+PROCEDURES ;;94010=SPIROMETRY;93000=ELECTROCARDIOGRAM;90471=IMMUNIZATION ADMINISTRATION;99213=OFFICE VISIT
+CATEGORIES ;;1=OFFICE VISITS;2=LABORATORY;3=RADIOLOGY;4=THERAPIES
+TRANSACTIONS ;;T100=CLINIC VISIT;T200=TELEPHONE CONTACT;T300=HOME VISIT
