@@ -54,6 +54,8 @@ QByteArray ServerConnection::exchange(long long number, TextView name, TextView 
     const QByteArray frame = encodeRequest(number, name, parameter);
     if (m_transport.device()->write(frame) != frame.size())
         lose(m_transport.endReason());
+    // Events that came along behind the answer are read when the call is over.
+    QMetaObject::invokeMethod(this, &ServerConnection::readIdle, Qt::QueuedConnection);
     return waitFor(number);
 }
 

@@ -59,7 +59,7 @@ WEIGHT(text) ; pounds ^ ounces ^ kilograms ^ grams of "7 2", "7-2", "3.2K", "320
  SET text=$$UPPER^MEVCODE(text)
  IF text=""!(text="K")!(text="G") QUIT "^^^"
  IF text[" "!(text["-") DO  QUIT $SELECT(text="":"BAD",1:$$UNITS(grams,pounds,ounces))
- . SET text=$TRANSLATE(text,"-"," "),pounds=$PIECE(text," "),ounces=$PIECE(text," ",2)
+ . SET text=$TRANSLATE(text,"-"," "),pounds=$PIECE(text," "),ounces=$PIECE(text," ",$LENGTH(text," "))
  . IF '$$NUMBER(pounds)!'$$NUMBER(ounces) SET text="" QUIT
  . SET grams=$JUSTIFY(pounds*453.592+(ounces*28.35),0,0)
  SET number=$EXTRACT(text,1,$LENGTH(text)-1)

@@ -2,6 +2,7 @@
 // other tests are written with, and against the real server, so that the two cannot drift apart.
 #include "control/GridLoader.h"
 #include "control/kalmevRepHistCtrl.h"
+#include "lookups/LookupTables.h"
 #include "platform/Conversions.h"
 #include "shared/FileManDates.h"
 #include "tests/support/RealServer.h"
@@ -20,6 +21,12 @@ public:
     virtual ~Backend() = default;
     virtual Session& session() = 0;
 };
+
+// The parameter of an empty search, as the dialog sends it.
+Text searchOf(const LookupTable& table)
+{
+    return Text(table.file) + L"^^^^250^" + Text(table.index) + L"^" + Text(table.screen) + L"^^" + Text(table.fields);
+}
 
 // Patient 1 is a pregnant woman, 5 an infant, 13 has refusals of every kind, 14 has nothing.
 class ScriptedBackend : public Backend {
@@ -42,6 +49,22 @@ public:
             L"1^^3261121.0815|1^MILD INTERMITTENT|1^93^49^420^YES^YES^NO^YES\r\n2^1^3260922.143|2^MILD "
             L"PERSISTENT|2^61^95^400^NO^YES^YES^NO\r\n");
         s.reply(L"MEVVTXC GET", L"1", L"1^^11/21/2026@08:15|1^MENTAL HEALTH|M^11/21/2026^OAKHURST,KATHERINE J|15\r\n");
+        s.reply(L"MEVREP SET", L"1");
+        s.reply(L"MEVREP SET", L"1^Gx", L"-1^The counts Gx cannot be read.");
+        s.reply(L"MEVREP SET", L"1^G1P0LC0SA0TA0^02/30/2026^^", L"-1^02/30/2026 is not a date.");
+        s.reply(L"MEVBMSR SET", L"1");
+        s.reply(L"MEVBMSR SET", L"5^heavy^2^^^^", L"-1^The birth weight heavy cannot be read.");
+        s.reply(L"MEVBMSR SET", L"5^7 2^25^^^^", L"-1^The birth order 25 is not possible.");
+        s.reply(L"MEVVIF SET", L"^8^9", L"-1^The feeding choice is not known.");
+        s.reply(L"MEVVIF SET", L"99999999^8^1", L"-1^The record 99999999 does not exist any more.");
+        for (const TextView call : { L"MEVVIF DEL", L"MEVVELD DEL", L"MEVVAST DEL", L"MEVVTXC DEL", L"MEVREF DEL" })
+            s.reply(call, L"99999999", L"-1^The record 99999999 does not exist any more.");
+        s.reply(L"MEVUTL DICLKUP", L"2^HARTLEY^^^250^^^^.01;.02;.03;.09", L"1^HARTLEY,MARIGOLD ROSE^HARTLEY,MARIGOLD ROSE^F^08/13/1997\r\n");
+        s.reply(L"MEVUTL DICLKUP", L"2^^^^250^^K ^MEVPAT^^.01", L"-1^This screen is not known.");
+        for (int number = 0; number < 25; ++number) {
+            if (const LookupTable& table = lookupTable(number); table.allowsEmptySearch)
+                s.reply(table.call, searchOf(table), number == 12 || number == 13 ? L"ASTHMA^1^^J45.20\r\n" : L"1^10^10^10^10\r\n");
+        }
         s.reply(L"MEVREF GET", L"13", L"3^^^EKG^1^ELECTROCARDIOGRAM^^^3261106^^^Said no\r\n");
         for (const TextView call : { L"MEVVIF GET", L"MEVVELD GET", L"MEVVAST GET", L"MEVVTXC GET", L"MEVREF GET",
                  L"MEVREP GET", L"MEVBMSR GET" }) {
@@ -83,6 +106,14 @@ protected:
             lines.push_back(SplitPieces(line, L"^", 0));
         EXPECT_FALSE(lines.empty()) << narrow(name);
         return lines;
+    }
+
+    static Text joined(const std::vector<Text>& pieces)
+    {
+        Text text;
+        for (const Text& piece : pieces)
+            text += (&piece == &pieces.front() ? L"" : L"^") + piece;
+        return text;
     }
 
     static bool matches(const Text& text, const wchar_t* pattern)
@@ -197,6 +228,54 @@ TEST_P(Contract, UnknownPatientsAreServerErrors)
             EXPECT_NE(Piece(reply, L"^", 2), L"");
         }
     }
+}
+
+TEST_P(Contract, SavesThatFitAreTaken)
+{
+    for (const auto& [name, parameter] : std::initializer_list<std::pair<TextView, TextView>> {
+             { L"MEVREP SET", L"1^G3P1LC1SA1TA0^07/24/2026^None^01/25/2026^1^04/30/2027^Sonogram" },
+             { L"MEVBMSR SET", L"5^7 2^2^6M^2W^5M^1" }, { L"MEVBMSR SET", L"5^3.23K^2^6M^2W^5M^1" } })
+        EXPECT_EQ(modShared::RpcErrorCode(call(name, parameter)), 0) << narrow(parameter);
+    EXPECT_EQ(Piece(call(L"MEVBMSR GET", L"5"), L"^", 1), L"7"); // pounds, whatever unit was sent
+}
+
+TEST_P(Contract, SavesThatDoNotFitAreRefusedInWords)
+{
+    struct Case {
+        TextView name;
+        TextView parameter;
+        TextView message;
+    };
+    for (const Case& c : { Case { L"MEVREP SET", L"1^Gx", L"The counts Gx cannot be read." },
+             { L"MEVREP SET", L"1^G1P0LC0SA0TA0^02/30/2026^^", L"02/30/2026 is not a date." },
+             { L"MEVBMSR SET", L"5^heavy^2^^^^", L"The birth weight heavy cannot be read." },
+             { L"MEVBMSR SET", L"5^7 2^25^^^^", L"The birth order 25 is not possible." },
+             { L"MEVVIF SET", L"^8^9", L"The feeding choice is not known." },
+             { L"MEVVIF SET", L"99999999^8^1", L"The record 99999999 does not exist any more." } })
+        EXPECT_EQ(call(c.name, c.parameter), L"-1^" + Text(c.message));
+}
+
+TEST_P(Contract, DeletingWhatIsGoneIsRefused)
+{
+    for (const TextView name : { L"MEVVIF DEL", L"MEVVELD DEL", L"MEVVAST DEL", L"MEVVTXC DEL", L"MEVREF DEL" })
+        EXPECT_EQ(call(name, L"99999999"), L"-1^The record 99999999 does not exist any more.") << narrow(name);
+}
+
+TEST_P(Contract, EveryTableCanBeSearched)
+{
+    for (int number = 0; number < 25; ++number) {
+        const LookupTable& table = lookupTable(number);
+        if (!table.allowsEmptySearch)
+            continue;
+        const auto columns = lookupColumns(table);
+        for (const auto& line : list(table.call, searchOf(table))) {
+            const auto value = [&](std::size_t column) { return Piece(joined(line), L"^", static_cast<short>(columns[column].source)); };
+            EXPECT_TRUE(matches(value(0), L"\\d+")) << number;
+            EXPECT_NE(value(2), L"") << number; // the name
+        }
+    }
+    EXPECT_EQ(list(L"MEVUTL DICLKUP", L"2^HARTLEY^^^250^^^^.01;.02;.03;.09")[0][0], L"1");
+    EXPECT_EQ(modShared::RpcErrorCode(call(L"MEVUTL DICLKUP", L"2^^^^250^^K ^MEVPAT^^.01")), 1); // never executed
 }
 
 TEST_P(Contract, VisitReportIsAListOfNarrowLines)

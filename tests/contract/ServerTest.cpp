@@ -183,6 +183,58 @@ TEST(Server, RepeatedSaveIsAnsweredFromMemory)
     EXPECT_TRUE(exchange("0").endsWith(framed("R7\n1") + framed("R8\n2")));
 }
 
+TEST(Server, SaveRaisesThePatientsEventInEverySession)
+{
+    RealSession writer;
+    RealSession other(sharedDataFolder(), L"BARE,JUNO");
+    struct Sink : ICSS_SessionEvents {
+        Transcript names;
+        void EventCallback(TextView name, TextView) override { names.emplace_back(name); }
+        void RPCCallback(long, TextView) override { }
+        void RPCCallbackError(long, long, TextView) override { }
+    } own, others;
+    writer.session.registerEvent(L"VXR.6", own);
+    other.session.registerEvent(L"VXR.6", others);
+    QElapsedTimer waited;
+    waited.start();
+    EXPECT_EQ(writer.session.callText(L"MEVBMSR SET", L"6^6 11^1^^^^1"), L"1");
+    while ((own.names.empty() || others.names.empty()) && waited.elapsed() < 1000)
+        QTest::qWait(1);
+    EXPECT_LT(waited.elapsed(), 50);
+    EXPECT_EQ(own.names, Transcript { L"VXR.6.BMSR" });
+    EXPECT_EQ(others.names, Transcript { L"VXR.6.BMSR" });
+}
+
+TEST(Server, RightsAreAskedAgainAtEverySave)
+{
+    const std::tuple<TextView, TextView, TextView> cases[] = { { L"BARE,JUNO", L"MEVVIF DEL", L"1" }, { L"PACT,MILO", L"MEVBMSR SET", L"6^^^^^^" },
+        { L"GLASS,VIOLA", L"MEVREP SET", L"1^G0P0LC0SA0TA0^^^" }, { L"HALTON,PIERS", L"MEVREP SET", L"1^G0P0LC0SA0TA0^^^" },
+        { L"NEWCOMB,TESSA", L"MEVREP DEL", L"1" }, { L"BRIGHTWATER,NELL", L"MEVVAST DEL", L"1" } };
+    for (const auto& [user, name, parameter] : cases) {
+        RealSession real(sharedDataFolder(), Text(user));
+        EXPECT_EQ(modShared::RpcErrorCode(real.session.callText(name, parameter)), 1) << narrow(user);
+    }
+    RealSession nurse(sharedDataFolder(), L"BRIGHTWATER,NELL");
+    EXPECT_EQ(nurse.session.callText(L"MEVBMSR SET", L"7^1 1^3^^^^"), L"1");
+}
+
+TEST(Server, RecordsAreAddedChangedAndDeletedOnce)
+{
+    RealSession real;
+    const auto records = [&] { return replyLines(real.session.callList(L"MEVVIF GET", L"7")).size(); };
+    const auto before = records();
+    const Text visit = Piece(real.session.callList(L"MEVHOST VISITS", L"7"), L"^", 1);
+    EXPECT_EQ(real.session.callText(L"MEVVIF SET", L"^" + visit + L"^3"), L"1");
+    EXPECT_EQ(records(), before + 1);
+    const Text line(replyLines(real.session.callList(L"MEVVIF GET", L"7"))[0]);
+    const Text record = Piece(line, L"^", 1);
+    EXPECT_EQ(real.session.callText(L"MEVVIF SET", record + L"^" + visit + L"^5"), L"1");
+    EXPECT_EQ(Piece(real.session.callList(L"MEVVIF GET", L"^" + record), L"^", 4), L"FORMULA ONLY|5\r\n");
+    EXPECT_EQ(real.session.callText(L"MEVVIF DEL", record), L"1");
+    EXPECT_EQ(records(), before);
+    EXPECT_EQ(modShared::RpcErrorCode(real.session.callText(L"MEVVIF SET", record + L"^" + visit + L"^5")), 1); // gone meanwhile
+}
+
 TEST(Server, FolderThatCannotBeUsedIsNamed)
 {
     RealSession real(QStringLiteral("/proc/nothing"), L"");

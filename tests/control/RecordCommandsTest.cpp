@@ -1,0 +1,172 @@
+#include "editors/frmInf.h"
+#include "editors/frmRepHist.h"
+#include "tests/support/ControlFixture.h"
+
+namespace health::test {
+namespace {
+
+class RecordCommands : public ControlFixture {
+protected:
+    static constexpr int Add = kalmevRepHistCtrl::Add;
+    static constexpr int Edit = kalmevRepHistCtrl::Edit;
+    static constexpr int Delete = kalmevRepHistCtrl::Delete;
+
+    // A child with a record of each kind; the rows stand in the order 1, 3, 2, 4, 5, 6, 7.
+    void openChild()
+    {
+        host.session->reply(L"MEVREP GET", L"G0");
+        host.session->reply(L"MEVBMSR GET", L"7");
+        for (const TextView call : { L"MEVVIF GET", L"MEVVELD GET", L"MEVVAST GET", L"MEVVTXC GET", L"MEVREF GET" })
+            host.session->reply(call, L"5^^3260310|81^X\r\n");
+        open(12, L"F", L"4");
+        host.transcript.clear();
+    }
+
+    void click(int row, int command)
+    {
+        control.fgData.choose(row);
+        host.transcript.clear();
+        control.cmd[static_cast<std::size_t>(command)].click();
+    }
+
+    void add(int type)
+    {
+        control.cboType.selectItemData(type);
+        host.transcript.clear();
+        control.cmd[Add].click();
+    }
+};
+
+TEST_F(RecordCommands, EditorGetsRecordAndVisitOfTheRow)
+{
+    openChild();
+    host.desktop.inForms.push_back([](Form& form) {
+        EXPECT_EQ(dynamic_cast<frmInf&>(form).m_sIEN, L"5");
+        EXPECT_EQ(dynamic_cast<frmInf&>(form).m_sVisit, L"81");
+    });
+    host.encounter->preparations.clear();
+    click(2, Edit);
+    EXPECT_EQ(host.lines({ L"show" }), Transcript { L"show frmInf" });
+    for (const int flags : host.encounter->preparations)
+        EXPECT_EQ(flags, 12); // the row has its visit: nobody is asked
+    click(0, Edit);
+    EXPECT_EQ(host.lines({ L"show" }), Transcript { L"show frmRepHist" });
+    click(1, Edit);
+    EXPECT_EQ(host.lines({ L"show" }), Transcript { L"show frmPediatric" });
+}
+
+TEST_F(RecordCommands, AddingTakesTheActiveVisit)
+{
+    openChild();
+    host.encounter->visit = 99;
+    host.desktop.inForms.push_back([](Form& form) {
+        EXPECT_EQ(dynamic_cast<frmInf&>(form).m_sIEN, L"");
+        EXPECT_EQ(dynamic_cast<frmInf&>(form).m_sVisit, L"99");
+    });
+    add(2);
+    EXPECT_EQ(host.lines({ L"show" }), Transcript { L"show frmInf" });
+    EXPECT_NE(std::find(host.encounter->preparations.begin(), host.encounter->preparations.end(), 44), host.encounter->preparations.end());
+}
+
+TEST_F(RecordCommands, WithoutAVisitNoEditorOpens)
+{
+    host.session->reply(L"MEVVIF GET", L"5^^3260310^X\r\n"); // a record without a visit
+    open(12, L"M", L"4");
+    control.fgData.choose(0);
+    host.transcript.clear();
+    host.encounter->usable = false;
+    control.cmd[Edit].click();
+    EXPECT_EQ(host.lines({ L"box", L"show" }), Transcript { L"box [Active Visit Not Selected] An active visit has not been selected." });
+    EXPECT_EQ(host.desktop.styles.back(), 48);
+}
+
+TEST_F(RecordCommands, ReproductiveHistoryNeedsNoVisit)
+{
+    host.encounter->usable = false;
+    open(12);
+    add(1);
+    EXPECT_EQ(host.lines({ L"show", L"box" }), Transcript { L"show frmRepHist" });
+}
+
+TEST_F(RecordCommands, DoubleClickEditsOnlyWhereEditingIsAllowed)
+{
+    host.session->reply(L"MEVVIF GET", L"5^1^3260310|81^X\r\n6^^3260310|81^X\r\n");
+    open(12, L"M", L"4");
+    control.fgData.choose(0);
+    control.fgData.doubleClick(0);
+    EXPECT_TRUE(host.lines({ L"show" }).empty()); // locked
+    control.fgData.choose(1);
+    control.fgData.doubleClick(1);
+    EXPECT_EQ(host.lines({ L"show" }).size(), 1u);
+}
+
+TEST_F(RecordCommands, DeletingAsksAndCallsByType)
+{
+    openChild();
+    struct Case {
+        int row;
+        TextView label;
+        TextView call;
+    };
+    for (const Case& c : { Case { 0, L"Reproductive", L"call MEVREP DEL(12)" }, { 1, L"Birth Measurements", L"call MEVBMSR DEL(12)" },
+             { 2, L"Infant Feeding", L"call MEVVIF DEL(5)" }, { 3, L"Functional Status", L"call MEVVELD DEL(5)" },
+             { 5, L"Tx Contract", L"call MEVVTXC DEL(5)" }, { 6, L"Refusal", L"call MEVREF DEL(5)" } }) {
+        const Text question = L"box [Remove Record?] Are you sure you want to delete the selected " + Text(c.label) + L" record?";
+        click(c.row, Delete); // answered No
+        EXPECT_EQ(host.lines({ L"box", L"call", L"list" }), Transcript { question });
+        host.desktop.answers = { BoxAnswer::Yes };
+        click(c.row, Delete);
+        EXPECT_EQ(host.lines({ L"box", L"call", L"list" }), (Transcript { question, Text(c.call) })); // and no reload
+    }
+}
+
+TEST_F(RecordCommands, DeletingAsthmaOffersTheRegistry)
+{
+    openChild();
+    const auto deletion = [&](std::deque<BoxAnswer> answers) {
+        host.desktop.answers = std::move(answers);
+        click(4, Delete);
+        return host.calls();
+    };
+    EXPECT_EQ(deletion({ BoxAnswer::No }), Transcript {});
+    EXPECT_EQ(host.boxes().size(), 1u);
+    EXPECT_EQ(deletion({ BoxAnswer::Yes, BoxAnswer::No }), Transcript { L"call MEVVAST DEL(5)" });
+    EXPECT_EQ(host.boxes()[1], L"box [Inactivate Patient?] Do you wish to inactivate this patient from the asthma registry?");
+    EXPECT_EQ(deletion({ BoxAnswer::Yes, BoxAnswer::Yes }), (Transcript { L"call MEVVAST SETREG(12^I)", L"call MEVVAST DEL(5)" }));
+    host.session->reply(L"MEVVAST SETREG", L"-1");
+    EXPECT_EQ(deletion({ BoxAnswer::Yes, BoxAnswer::Yes }), Transcript { L"call MEVVAST SETREG(12^I)" }); // stops, without a box
+}
+
+TEST_F(RecordCommands, RefusedDeletionIsShownAndLeavesTheGrid)
+{
+    openChild();
+    host.session->reply(L"MEVVIF DEL", L"-1^The record is locked.");
+    host.desktop.answers = { BoxAnswer::Yes };
+    click(2, Delete);
+    EXPECT_EQ(host.boxes().back(), L"box [Error] The record is locked.");
+    EXPECT_EQ(control.fgData.rowCount(), 7);
+}
+
+TEST_F(RecordCommands, GridFollowsTheServersEventAlone)
+{
+    openChild();
+    host.desktop.inForms.push_back([&](Form& form) {
+        host.session->reply(L"MEVREP GET", L"G2");
+        host.session->push(L"VXR.12.REP"); // arrives while the editor is open
+        dynamic_cast<frmRepHist&>(form).close();
+    });
+    click(0, Edit);
+    EXPECT_EQ(control.fgData.text(0, GridColumn::Summary), L"G2");
+    EXPECT_EQ(control.fgData.row(), 0);
+}
+
+TEST_F(RecordCommands, MenuDoesWhatTheButtonsDo)
+{
+    openChild();
+    control.fgData.choose(2);
+    control.mnuCmd[Edit].choose();
+    EXPECT_EQ(host.lines({ L"show" }), Transcript { L"show frmInf" });
+}
+
+}
+}

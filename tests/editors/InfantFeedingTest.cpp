@@ -1,0 +1,86 @@
+#include "editors/frmInf.h"
+#include "tests/support/FormFixture.h"
+
+namespace health::test {
+namespace {
+
+class InfantFeeding : public FormFixture<frmInf> {
+protected:
+    // The codes of the checked rows.
+    Text checked()
+    {
+        Text codes;
+        for (int i = 0; i < form.lstINF.count(); ++i)
+            codes += form.lstINF.isChecked(i) ? std::to_wstring(form.lstINF.itemData(i)) : L"";
+        return codes;
+    }
+};
+
+TEST_F(InfantFeeding, AddingAsksNothingAndSavesTheCode)
+{
+    form.m_sVisit = L"812";
+    open();
+    EXPECT_EQ(form.caption(), L"Add Infant Feeding Record");
+    EXPECT_TRUE(host.calls().empty());
+    form.lstINF.click(2);
+    form.press(form.cmdAdd);
+    EXPECT_EQ(host.calls(), Transcript { L"call MEVVIF SET(^812^3)" });
+    EXPECT_FALSE(form.isOpen());
+}
+
+TEST_F(InfantFeeding, EditingLoadsByTheRecordAndRepeatsNothing)
+{
+    form.m_sIEN = L"45";
+    form.m_sVisit = L"812";
+    host.session->reply(L"MEVVIF GET", L"45^^3260310|812^MOSTLY FORMULA|4\r\n45^^^FORMULA ONLY|9\r\n45^^^X\r\n45^^^FORMULA|5");
+    open();
+    EXPECT_EQ(form.caption(), L"Infant Feeding Choice");
+    EXPECT_EQ(checked(), L"4"); // unknown codes check nothing, the unterminated line is no line
+    EXPECT_EQ(form.lstINF.listIndex(), 3);
+    form.Form_Activate(); // coming back from a box
+    EXPECT_EQ(host.calls(), Transcript { L"list MEVVIF GET(^45)" });
+    form.lstINF.click(0);
+    form.press(form.cmdAdd);
+    EXPECT_EQ(host.calls().back(), L"call MEVVIF SET(45^812^1)");
+}
+
+TEST_F(InfantFeeding, AtMostOneChoice)
+{
+    open();
+    form.lstINF.click(0);
+    form.lstINF.click(4);
+    EXPECT_EQ(checked(), L"5");
+    form.lstINF.click(4);
+    EXPECT_EQ(checked(), L"");
+    form.press(form.cmdAdd);
+    EXPECT_EQ(host.boxes(),
+        Transcript { L"box [Type Missing] You must select the infant feeding option, before the record can be saved." });
+    EXPECT_EQ(host.desktop.styles, std::vector { 48 });
+    EXPECT_TRUE(host.calls().empty());
+    EXPECT_TRUE(form.isOpen());
+}
+
+TEST_F(InfantFeeding, RefusedSaveLeavesTheFormAsItWas)
+{
+    host.session->reply(L"MEVVIF SET", L"-1^The record is locked.");
+    open();
+    form.lstINF.click(1);
+    form.press(form.cmdAdd);
+    EXPECT_EQ(host.boxes(), Transcript { L"box [Error] The record is locked." });
+    EXPECT_TRUE(form.isOpen());
+    EXPECT_EQ(checked(), L"2");
+    form.press(form.cmdCancel);
+    EXPECT_FALSE(form.isOpen());
+}
+
+TEST_F(InfantFeeding, FailedReadLeavesEverythingUnchecked)
+{
+    form.m_sIEN = L"45";
+    host.session->reply(L"MEVVIF GET", L"-1^The record 45 does not exist any more.");
+    open();
+    EXPECT_EQ(checked(), L"");
+    EXPECT_EQ(host.boxes(), Transcript { L"box [Error] The record 45 does not exist any more." });
+}
+
+}
+}

@@ -1,0 +1,192 @@
+#include "editors/frmRepHist.h"
+#include "tests/support/FormFixture.h"
+
+namespace health::test {
+namespace {
+
+class ReproductiveHistory : public FormFixture<frmRepHist> {
+protected:
+    void load(TextView reply)
+    {
+        host.session->reply(L"MEVREP GET", reply);
+        open();
+    }
+
+    Text counts()
+    {
+        Text texts;
+        for (const TextBox& box : form.txNumRH)
+            texts += (texts.empty() ? L"" : L",") + box.text();
+        return texts;
+    }
+
+    Text saved()
+    {
+        form.press(form.cmdAdd);
+        return host.calls().back();
+    }
+
+    static constexpr TextView Empty = L"G0P0LC0SA0TA0^^^^^";
+};
+
+TEST_F(ReproductiveHistory, LoadsAndSavesWithItsTwoOrders)
+{
+    load(L"g3p2lc1sa0ta0^01/05/2026^ORAL contraceptives^12/01/2025^SONOGRAM^10/12/2026");
+    EXPECT_EQ(host.calls(), Transcript { L"call MEVREP GET(12)" });
+    EXPECT_EQ(counts(), L"3,2,1,0,0");
+    EXPECT_TRUE(form.chkPregnant.isChecked());
+    EXPECT_TRUE(form.datDelivery.canBeUsed());
+    EXPECT_EQ(form.lblPreg[0].foreColour(), DefaultColour);
+    EXPECT_EQ(form.activeControl(), &form.txNumRH[0]);
+    EXPECT_EQ(saved(), L"call MEVREP SET(12^G3P2LC1SA0TA0^01/05/2026^Oral Contraceptives^12/01/2025^1^10/12/2026^Sonogram)");
+    EXPECT_FALSE(form.isOpen());
+}
+
+TEST_F(ReproductiveHistory, CountStrings)
+{
+    const std::pair<TextView, TextView> cases[] = { { L"G12P3", L"12,3,0,0,0" }, { L"G123", L"12,0,0,0,0" }, { L"G1xP2", L"1,2,0,0,0" },
+        { L"P2", L"0,2,0,0,0" }, { L"G1P", L"1,0,0,0,0" }, { L"LC4TA9SA10", L"0,0,4,10,9" }, { L"junk", L"0,0,0,0,0" } };
+    for (const auto& [text, expected] : cases) {
+        frmRepHist own(shared);
+        host.session->reply(L"MEVREP GET", Text(text) + L"^^^^^");
+        own.open();
+        own.Form_Activate();
+        Text texts;
+        for (const TextBox& box : own.txNumRH)
+            texts += (texts.empty() ? L"" : L",") + box.text();
+        EXPECT_EQ(texts, expected) << narrow(text);
+    }
+}
+
+TEST_F(ReproductiveHistory, PatientWhoDoesNotQualifySeesItGreyedAndIsNotAskedFor)
+{
+    const std::pair<TextView, TextView> patients[] = { { L"M", L"30" }, { L"F", L"8" }, { L"f", L"30" } };
+    for (const auto& [sex, age] : patients) {
+        host.patient->patientSex = sex;
+        host.patient->patientAge = age;
+        host.transcript.clear();
+        frmRepHist own(shared);
+        own.open();
+        own.Form_Activate();
+        EXPECT_TRUE(host.calls().empty());
+        for (const Control* control : std::initializer_list<const Control*> { &own.txNumRH[0], &own.datLMP, &own.cboFP, &own.chkPregnant, &own.datDelivery })
+            EXPECT_FALSE(control->canBeUsed());
+        EXPECT_EQ(own.lbl[0].foreColour(), GreyText);
+        EXPECT_EQ(own.cboFP.backColour(), ButtonFace);
+        own.press(own.cmdAdd);
+        EXPECT_EQ(host.calls(), Transcript { L"call MEVREP SET(12^G0P0LC0SA0TA0^^^)" });
+    }
+}
+
+TEST_F(ReproductiveHistory, PregnancyBlockFollowsTheBox)
+{
+    load(Empty);
+    EXPECT_FALSE(form.chkPregnant.isChecked());
+    EXPECT_FALSE(form.datDelivery.canBeUsed()); // enabling the whole block did not enable it
+    EXPECT_EQ(form.lblPreg[0].foreColour(), 2u);
+    form.chkPregnant.click();
+    EXPECT_TRUE(form.datDelivery.canBeUsed());
+    enterDate(form.datDelivery, L"T+100");
+    form.chkPregnant.click();
+    EXPECT_FALSE(form.datDelivery.canBeUsed());
+    EXPECT_EQ(saved(), L"call MEVREP SET(12^G0P0LC0SA0TA0^^^^0^06/23/2026^)"); // nothing is emptied
+}
+
+TEST_F(ReproductiveHistory, FailedReadGreysTheFormButNotTheSave)
+{
+    load(L"-1^Not today.");
+    EXPECT_EQ(host.boxes(), Transcript { L"box [Error Loading Reproductive Factors] Not today." });
+    EXPECT_FALSE(form.txNumRH[0].canBeUsed());
+    EXPECT_EQ(saved(), L"call MEVREP SET(12^G0P0LC0SA0TA0^^^^0^^)");
+}
+
+TEST_F(ReproductiveHistory, DatesOfThePast)
+{
+    load(Empty);
+    struct Case {
+        mevZvDate frmRepHist::* date;
+        TextView typed;
+        TextView kept;
+    };
+    // Today is 03/15/2026, 09:30.
+    for (const Case& c : { Case { &frmRepHist::datLMP, L"T", L"03/15/2026" }, { &frmRepHist::datLMP, L"T+1", L"" },
+             { &frmRepHist::datFP, L"T-900", L"09/27/2023" }, { &frmRepHist::datFP, L"3/16/2026", L"" } }) {
+        host.transcript.clear();
+        enterDate(form.*c.date, c.typed);
+        EXPECT_EQ((form.*c.date).value(), c.kept) << narrow(c.typed);
+        const Transcript refusal { L"box [Invalid Date] Future dates are not allowed." };
+        EXPECT_EQ(host.boxes(), c.kept.empty() ? refusal : Transcript {});
+    }
+}
+
+TEST_F(ReproductiveHistory, DeliveryDates)
+{
+    load(L"G1P0LC0SA0TA0^^^^DATES^01/01/2020"); // a stored past date passes
+    EXPECT_EQ(form.datDelivery.value(), L"01/01/2020");
+    struct Case {
+        TextView typed;
+        TextView kept;
+        Transcript boxes;
+    };
+    const Case cases[] = { { L"T", L"03/15/2026", {} }, { L"T+270", L"12/10/2026", {} },
+        { L"T+271", L"12/10/2026 09:30", { L"box [Invalid Date] Date cannot be more than 9 months in the future." } },
+        { L"T-1", L"", { L"box [Invalid Date] Past dates are not allowed." } },
+        { L"soon", L"", { L"box [Invalid Date] This is not a valid date format." } } };
+    for (const Case& c : cases) {
+        host.transcript.clear();
+        enterDate(form.datDelivery, c.typed);
+        EXPECT_EQ(form.datDelivery.value(), c.kept) << narrow(c.typed);
+        EXPECT_EQ(host.boxes(), c.boxes);
+    }
+}
+
+TEST_F(ReproductiveHistory, CountsAndArrowsStayInStep)
+{
+    load(Empty);
+    typeInto(form.txNumRH[0], L"12");
+    EXPECT_EQ(form.udNumRH[0].value(), 12);
+    form.udNumRH[0].step(1);
+    EXPECT_EQ(form.txNumRH[0].text(), L"13");
+    form.txNumRH[0].edit(L"100");
+    EXPECT_EQ(form.txNumRH[0].text(), L"99");
+    form.txNumRH[0].edit(L"");
+    EXPECT_EQ(form.txNumRH[0].text(), L"0");
+    form.txNumRH[0].edit(L"-5");
+    EXPECT_EQ(form.txNumRH[0].text(), L"0");
+}
+
+TEST_F(ReproductiveHistory, EnterGoesOnToTheNextField)
+{
+    load(Empty);
+    for (std::size_t i = 0; i < 5; ++i) {
+        EXPECT_EQ(form.activeControl(), &form.txNumRH[i]);
+        EXPECT_EQ(form.txNumRH[i].pressKey(EnterKey), 0);
+    }
+    EXPECT_EQ(form.activeControl(), &form.datLMP);
+    form.moveFocus(form.cboFP);
+    wchar_t key = EnterKey;
+    form.cboFP.pressKey(key);
+    EXPECT_EQ(form.activeControl(), &form.datFP);
+    EXPECT_EQ(key, 0);
+    form.txNumRH[3].MouseMove();
+    EXPECT_EQ(form.txNumRH[3].toolTip(), L"Spontaneous Abortions");
+}
+
+TEST_F(ReproductiveHistory, DateThatIsNoneIsNotSaved)
+{
+    load(Empty);
+    enterDate(form.datLMP, L"last week");
+    form.press(form.cmdAdd);
+    EXPECT_EQ(host.boxes(), Transcript { L"box [System Error] Error in module frmRepHist at cmdAdd_Click\r\n\r\n\"last week\" is not a date." });
+    EXPECT_EQ(host.calls().size(), 1u);
+    EXPECT_TRUE(form.isOpen());
+}
+
+TEST_F(ReproductiveHistory, UnknownMethodIsLost)
+{
+    load(L"G0P0LC0SA0TA0^^CHARMS^^^");
+    EXPECT_EQ(saved(), L"call MEVREP SET(12^G0P0LC0SA0TA0^^^^0^^)");
+}
+
+}
+}

@@ -1,0 +1,179 @@
+#include "lookups/frmLookup.h"
+#include "tests/support/FormFixture.h"
+
+namespace health::test {
+namespace {
+
+class Lookup : public FormFixture<frmLookup> {
+protected:
+    Text callOf(int table, TextView text, TextView screen = L"*")
+    {
+        frmLookup own(shared);
+        host.transcript.clear();
+        own.RunQuery(table, text, true, screen);
+        const auto calls = host.calls();
+        return calls.empty() ? Text() : calls.back();
+    }
+
+    void inDialog(std::function<void()> act)
+    {
+        host.desktop.inForms.push_back([act = std::move(act)](Form&) { act(); });
+    }
+
+    static constexpr TextView TwoProviders = L"7^X^SMITH,ANNA\r\n8^Y^SMITH,BOB\r\n";
+};
+
+TEST_F(Lookup, ParameterHasNinePieces)
+{
+    EXPECT_EQ(callOf(24, L"muñ"), L"list MEVUTL DICLKUP(2^MUÑ^^^250^^^^.01;.02;.03;.09)");
+    EXPECT_EQ(callOf(11, L"a"), L"list MEVUTL DICLKUP(200^A^^^250^^I $$ACTPRV(Y)^^.01)");
+    EXPECT_EQ(callOf(18, L""), L"list MEVUTL DICLKUP(9999999.88^^^^250^B~C^^^.01;.02)");
+    EXPECT_EQ(callOf(12, L"j45"), L"list MEVICDLK ICDLKUP(^J45^^^250^^^^.01)");
+    EXPECT_EQ(callOf(1, L"", L"I 1"), L"list MEVUTL DICLKUP(9999999.28^^^^250^^I 1^^.01)");
+    EXPECT_EQ(callOf(0, L"25 - Significant - x"), L"list MEVUTL DICLKUP(9999999.14^25^^^250^^.07'=1^^.01;1.14)");
+    EXPECT_EQ(callOf(0, L"a-b^c\x01"), L"list MEVUTL DICLKUP(9999999.14^A-BC^^^250^^.07'=1^^.01;1.14)");
+}
+
+TEST_F(Lookup, EmptySearchOfProvidersAndPatientsIsNotMade)
+{
+    EXPECT_EQ(callOf(11, L""), L"");
+    EXPECT_EQ(host.lines({ L"show" }), Transcript { L"show frmLookup" });
+    EXPECT_EQ(callOf(24, L""), L"");
+    EXPECT_NE(callOf(14, L""), L"");
+}
+
+TEST_F(Lookup, EveryTableHasItsLayout)
+{
+    for (int number = 0; number < 25; ++number) {
+        const auto columns = lookupColumns(lookupTable(number));
+        ASSERT_GE(columns.size(), 3u) << number;
+        EXPECT_EQ(columns[0].heading, L"ID");
+        EXPECT_TRUE(columns[0].hidden);
+        EXPECT_FALSE(columns[2].hidden);
+    }
+    const auto byDefault = lookupColumns(lookupTable(21));
+    EXPECT_EQ(byDefault[1].heading, L"Code");
+    EXPECT_EQ(byDefault[1].source, 4);
+    EXPECT_EQ(byDefault[2].heading, L"Vendor");
+    EXPECT_EQ(lookupColumns(lookupTable(12))[0].source, 2); // the number stands second there
+    EXPECT_TRUE(lookupColumns(lookupTable(8))[2].properCase);
+    EXPECT_THROW(lookupTable(25), std::out_of_range);
+}
+
+TEST_F(Lookup, SingleMatchIsReturnedWithoutADialog)
+{
+    host.session->reply(L"MEVUTL DICLKUP", L"7^X^SMITH,ANNA\r\n");
+    EXPECT_TRUE(form.RunQuery(11, L"smith", true, L"*"));
+    EXPECT_EQ(form.m_sRecId, L"7");
+    EXPECT_EQ(form.m_sName, L"SMITH,ANNA");
+    EXPECT_TRUE(host.lines({ L"show" }).empty());
+}
+
+TEST_F(Lookup, SingleMatchIsShownWhenTheCallerWantsIt)
+{
+    host.session->reply(L"MEVUTL DICLKUP", L"7^X^SMITH,ANNA\r\n");
+    inDialog([&] {
+        EXPECT_EQ(form.fgResults.row(), 0);
+        EXPECT_EQ(form.activeControl(), &form.txtName); // fewer than two rows
+        form.press(form.cmdSelect);
+    });
+    EXPECT_TRUE(form.RunQuery(11, L"smith", false, L"*"));
+    EXPECT_EQ(form.m_sRecId, L"7");
+}
+
+TEST_F(Lookup, NamesWithACode)
+{
+    struct Case {
+        int table;
+        TextView call;
+        TextView line;
+        TextView returnedAtOnce;
+        TextView selected;
+    };
+    for (const Case& c : { Case { 12, L"MEVICDLK ICDLKUP", L"ASTHMA^5^^J45.20\r\n", L"J45.20 - Asthma", L"Asthma" },
+             { 18, L"MEVUTL DICLKUP", L"3^25^^SEPARATE\r\n", L"SEPARATE", L"25 - SEPARATE" },
+             { 14, L"MEVUTL DICLKUP", L"4^X^CLINIC^4001\r\n", L"CLINIC", L"CLINIC" } }) {
+        host.session->reply(c.call, c.line);
+        frmLookup atOnce(shared);
+        EXPECT_TRUE(atOnce.RunQuery(c.table, L"x", true, L"*"));
+        EXPECT_EQ(atOnce.m_sName, c.returnedAtOnce) << c.table;
+        frmLookup shown(shared);
+        inDialog([&] { shown.press(shown.cmdSelect); });
+        EXPECT_TRUE(shown.RunQuery(c.table, L"x", false, L"*"));
+        EXPECT_EQ(shown.m_sName, c.selected) << c.table;
+    }
+}
+
+TEST_F(Lookup, UserChoosesOrCancels)
+{
+    host.session->reply(L"MEVUTL DICLKUP", TwoProviders);
+    inDialog([&] {
+        EXPECT_EQ(form.caption(), L"Lookup Provider");
+        EXPECT_EQ(form.activeControl(), &form.fgResults);
+        EXPECT_EQ(form.defaultButton(), &form.cmdSelect);
+        form.fgResults.choose(1);
+        form.fgResults.doubleClick(1);
+    });
+    EXPECT_TRUE(form.RunQuery(11, L"smith", true, L"*"));
+    EXPECT_EQ(form.m_sRecId, L"8");
+
+    frmLookup cancelled(shared);
+    inDialog([&] { cancelled.press(cancelled.cmdCancel); });
+    EXPECT_FALSE(cancelled.RunQuery(11, L"smith", true, L"*"));
+    frmLookup closed(shared); // by the window's own means
+    EXPECT_FALSE(closed.RunQuery(11, L"smith", true, L"*"));
+    EXPECT_EQ(closed.m_sRecId, L"");
+}
+
+TEST_F(Lookup, RefusedSearchShowsNoDialog)
+{
+    host.session->reply(L"MEVUTL DICLKUP", L"-1^This screen is not known.");
+    EXPECT_FALSE(form.RunQuery(11, L"smith", true, L"I 1"));
+    EXPECT_EQ(host.boxes(), Transcript { L"box [Error] This screen is not known." });
+    EXPECT_TRUE(host.lines({ L"show" }).empty());
+    EXPECT_FALSE(form.fgResults.isVisible());
+}
+
+TEST_F(Lookup, SearchingAgainInTheDialog)
+{
+    host.session->reply(L"MEVUTL DICLKUP", TwoProviders);
+    inDialog([&] {
+        form.txtName.edit(L"");
+        form.press(form.cmdSearch);
+        EXPECT_EQ(host.boxes(), Transcript { L"box [Nothing to Search] You must first enter some text to be searched." });
+
+        host.session->reply(L"MEVUTL DICLKUP", L"9^X^JONES,CAY\r\n");
+        form.txtName.edit(L"jones");
+        form.press(form.cmdSearch);
+        EXPECT_TRUE(form.isOpen()); // never returns by itself
+        EXPECT_EQ(form.fgResults.rowCount(), 1);
+        EXPECT_EQ(host.calls().back(), L"list MEVUTL DICLKUP(200^JONES^^^250^^I OWN^^.01)"); // the caller's screen stays
+
+        host.session->reply(L"MEVUTL DICLKUP", L"-1");
+        form.press(form.cmdSearch);
+        EXPECT_EQ(host.boxes().back(), L"box [Find Record] Search found no matches.");
+        EXPECT_FALSE(form.cmdSelect.isEnabled());
+        EXPECT_TRUE(form.isOpen());
+    });
+    EXPECT_FALSE(form.RunQuery(11, L"smith", true, L"I OWN"));
+    EXPECT_EQ(host.lines({ L"show" }).size(), 1u);
+}
+
+TEST_F(Lookup, GarbledRepliesAndToolTips)
+{
+    host.session->reply(L"MEVUTL DICLKUP", L"7\r\n^\r\n8^^A^B^C^D\r\nunterminated");
+    inDialog([&] {
+        EXPECT_EQ(form.fgResults.rowCount(), 3);
+        EXPECT_EQ(form.fgResults.text(0, 2), L"");
+        EXPECT_EQ(form.fgResults.text(2, 2), L"A");
+        form.fgResults.moveMouse(2, 2);
+        EXPECT_EQ(form.fgResults.toolTip(), L"A");
+        form.fgResults.moveMouse(-1, -1);
+        EXPECT_EQ(form.fgResults.toolTip(), L"");
+    });
+    form.RunQuery(14, L"x", true, L"*");
+    EXPECT_TRUE(host.boxes().empty());
+}
+
+}
+}

@@ -1,0 +1,161 @@
+#include "platform/CheckBox.h"
+#include "platform/CheckList.h"
+#include "platform/Form.h"
+#include "platform/TextBox.h"
+#include "platform/UpDown.h"
+#include "platform/mevContainer.h"
+#include "platform/mevZvDate.h"
+#include "tests/support/ScriptedHost.h"
+
+#include <gtest/gtest.h>
+
+namespace health::test {
+namespace {
+
+// Two fields, the first with a lookup, and the usual buttons; writes down what happens.
+struct TwoFields : Form {
+    TwoFields()
+        : Form(L"TwoFields")
+    {
+        setCancelButton(cancel);
+        setLookupButton(first, lookup);
+        for (const auto& [control, name] : std::initializer_list<std::pair<Control*, const char*>> { { &first, "first" }, { &second, "second" }, { &ok, "ok" } }) {
+            control->GotFocus = [this, name = name] { log += std::string(name) + "+ "; };
+            control->LostFocus = [this, name = name] { log += std::string(name) + "- "; };
+        }
+        first.Validate = [this](bool& keep) {
+            log += "validate ";
+            keep = refuse;
+        };
+        ok.Click = [this] { log += "OK "; };
+        lookup.Click = [this] { log += "lookup "; };
+        cancel.Click = [this] { close(); };
+        open();
+    }
+
+    TextBox first;
+    TextBox second;
+    Button lookup;
+    Button ok;
+    Button cancel;
+    std::string log;
+    bool refuse = false;
+};
+
+TEST(Form, LeavingAField)
+{
+    TwoFields form;
+    form.moveFocus(form.first);
+    form.moveFocus(form.second);
+    EXPECT_EQ(form.log, "first+ validate first- second+ ");
+}
+
+TEST(Form, RefusedFieldKeepsTheFocusAndTheButtonIsNotPressed)
+{
+    TwoFields form;
+    form.moveFocus(form.first);
+    form.refuse = true;
+    EXPECT_FALSE(form.moveFocus(form.second));
+    form.press(form.ok); // by Enter or Alt+O: the focus never left the field by itself
+    EXPECT_EQ(form.activeControl(), &form.first);
+    EXPECT_EQ(form.log, "first+ validate validate ");
+    form.press(form.cancel); // Cancel always closes
+    EXPECT_FALSE(form.isOpen());
+}
+
+TEST(Form, FieldIsLeftBeforeTheButtonIsPressed)
+{
+    TwoFields form;
+    form.moveFocus(form.first);
+    form.press(form.ok);
+    EXPECT_EQ(form.log, "first+ validate first- ok+ OK ");
+    form.close();
+    form.press(form.ok); // the second half of a double click
+    EXPECT_EQ(form.log, "first+ validate first- ok+ OK ");
+}
+
+TEST(Form, LookupButtonBelongsToItsField)
+{
+    TwoFields form;
+    form.moveFocus(form.first);
+    form.press(form.lookup);
+    EXPECT_EQ(form.log, "first+ lookup "); // not left, so not searched twice
+    form.moveFocus(form.second);
+    EXPECT_EQ(form.log, "first+ lookup validate first- second+ ");
+}
+
+TEST(Form, ProgramDoesNotMoveTheFocusIntoWhatCannotBeUsed)
+{
+    TwoFields form;
+    form.second.setEnabled(false);
+    form.setFocus(form.second);
+    EXPECT_EQ(form.activeControl(), nullptr);
+}
+
+TEST(Container, PassesItsStateButNotThroughAnotherFrame)
+{
+    mevContainer outer;
+    mevContainer inner;
+    TextBox box;
+    Label label;
+    CheckBox check;
+    outer.hold({ &check, &inner });
+    inner.hold({ &box, &label });
+    inner.setEnabled(false);
+    label.setForeColour(2);
+    outer.setEnabled(false);
+    outer.setEnabled(true);
+    EXPECT_TRUE(check.canBeUsed());
+    EXPECT_FALSE(box.isEnabled());
+    inner.setEnabled(true);
+    EXPECT_TRUE(box.canBeUsed());
+    EXPECT_EQ(label.foreColour(), DefaultColour);
+    outer.setEnabled(false);
+    EXPECT_TRUE(inner.isEnabled());
+    EXPECT_FALSE(box.canBeUsed());
+    check.click();
+    EXPECT_FALSE(check.isChecked());
+}
+
+TEST(DateControl, ShortForms)
+{
+    const Moment now = momentOf(2026, 3, 31, 14, 5, 40);
+    const std::pair<TextView, TextView> cases[] = { { L"T", L"03/31/2026" }, { L"t-3", L"03/28/2026" }, { L"T+1W", L"04/07/2026" },
+        { L"T-1M", L"02/28/2026" }, { L"T+1Y", L"03/31/2027" }, { L"TODAY", L"03/31/2026" }, { L"T@0830", L"T@0830" },
+        { L"T@08:30", L"03/31/2026 08:30" }, { L"N", L"03/31/2026 14:05" }, { L"NOW", L"03/31/2026 14:05" }, { L"N-1D", L"03/30/2026 14:05" },
+        { L"010206", L"01/02/2006" }, { L"01022006", L"01/02/2006" }, { L"1/2/2006", L"01/02/2006" }, { L"JAN 2,2006@14:30", L"01/02/2006 14:30" },
+        { L"NOV 2, 2006", L"11/02/2006" }, { L"T+", L"T+" }, { L"T-3X", L"T-3X" }, { L"TT", L"TT" }, { L"133206", L"133206" }, { L" soon ", L"soon" } };
+    for (const auto& [typed, shown] : cases) {
+        mevZvDate date;
+        date.enter(typed, now);
+        EXPECT_EQ(date.value(), shown) << narrow(typed);
+    }
+}
+
+TEST(DateControl, TellsOfWhatTheUserEnteredOnly)
+{
+    mevZvDate date;
+    int entered = 0;
+    date.NewDateEntered = [&] { ++entered; };
+    date.setValue(L"01/02/2006");
+    date.enter(L"01/02/2006", Moment());
+    date.enter(L"", Moment());
+    EXPECT_EQ(entered, 0);
+    date.enter(L"1/3/2006", Moment());
+    EXPECT_EQ(entered, 1);
+}
+
+TEST(UpDown, StaysWithinItsBounds)
+{
+    UpDown upDown(0, 2);
+    int changes = 0;
+    upDown.ValueChanged = [&] { ++changes; };
+    upDown.step(-1);
+    upDown.step(1);
+    upDown.setValue(9);
+    EXPECT_EQ(upDown.value(), 2);
+    EXPECT_EQ(changes, 2);
+}
+
+}
+}

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "tests/support/ScriptedHost.h"
+
+#include "platform/mevZvDate.h"
+
+#include <gtest/gtest.h>
+
+namespace health::test {
+
+// A form on a scripted host: opened as the desktop does it, then acted on at its controls.
+template<typename EditorForm>
+class FormFixture : public testing::Test {
+protected:
+    FormFixture()
+    {
+        shared.InitObjects(host, false);
+        host.patient->patientNumber = 12;
+        host.transcript.clear();
+    }
+
+    void open()
+    {
+        form.load();
+        form.open();
+        form.Form_Activate();
+    }
+
+    void enterDate(mevZvDate& date, TextView text)
+    {
+        form.moveFocus(date);
+        date.enter(text, host.desktop.today);
+    }
+
+    // The user enters a box and types over what is there.
+    void typeInto(TextBox& box, TextView text)
+    {
+        form.moveFocus(box);
+        box.edit(L"");
+        box.type(text);
+    }
+
+    ScriptedHost host;
+    modShared shared { host.desktop };
+    EditorForm form { shared };
+};
+
+}
