@@ -56,12 +56,6 @@ bool Form::moveFocus(Control& control)
 {
     if (m_active == &control)
         return true;
-    if (isLookupOf(m_active, control)) {
-        m_notYetLeft = m_active;
-        enter(control);
-        raise(control.GotFocus);
-        return true;
-    }
     Control* const left = m_notYetLeft ? m_notYetLeft : m_active;
     if (left && left != &control) {
         bool cancel = false;
@@ -85,8 +79,15 @@ bool Form::moveFocus(Control& control)
 
 void Form::press(Button& button)
 {
-    if (!m_open || !button.canBeUsed() || !moveFocus(button))
+    if (!m_open || !button.canBeUsed())
         return;
+    if (isLookupOf(m_active, button)) {
+        m_notYetLeft = m_active;
+        enter(button);
+        raise(button.GotFocus);
+    } else if (!moveFocus(button)) {
+        return;
+    }
     button.click();
 }
 

@@ -72,16 +72,19 @@ public:
     void setDefaultButton(Button* button);
     Button* cancelButton() const { return m_cancel; }
 
+    // The button opens the lookup of the field.
+    bool isLookupOf(const Control* field, const Control& button) const;
+
     // The user presses a button by any means: the field with the focus is left first, but for Cancel.
     void press(Button& button);
 
 protected:
     void setCancelButton(Button& button) { m_cancel = &button; }
-    // The button beside a field that opens its lookup. Going from the field to it does not leave the field yet.
+    // The button beside a field that opens its lookup. Pressing it out of the field does not leave the field yet, or
+    // the lookup would come twice.
     void setLookupButton(Control& field, Button& button) { m_lookupButtons[&field] = &button; }
 
 private:
-    bool isLookupOf(const Control* field, const Control& button) const;
     void enter(Control& control);
 
     Text m_name;

@@ -100,8 +100,11 @@ bool FormDialog::eventFilter(QObject* watched, QEvent* event)
         const auto reason = static_cast<QFocusEvent*>(event)->reason();
         const bool real =
             reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason && reason != Qt::MenuBarFocusReason;
-        if (real && event->type() == QEvent::FocusIn)
-            QTimer::singleShot(0, this, [this, control = m_controls.value(watched)] { focusEntered(*control); });
+        Control* const entered = m_controls.value(watched);
+        // A lookup button under the mouse: the click that follows does it all.
+        const bool lookup = reason == Qt::MouseFocusReason && m_form.isLookupOf(m_form.activeControl(), *entered);
+        if (real && !lookup && event->type() == QEvent::FocusIn)
+            QTimer::singleShot(0, this, [this, entered] { focusEntered(*entered); });
         auto* const date = dynamic_cast<DateView*>(watched->parent());
         Control* const next = m_controls.value(QApplication::focusWidget());
         if (real && date && event->type() == QEvent::FocusOut && next && next != m_form.cancelButton())

@@ -59,11 +59,13 @@ public:
         s.reply(L"MEVVIF SET", L"99999999^8^1", L"-1^The record 99999999 does not exist any more.");
         for (const TextView call : { L"MEVVIF DEL", L"MEVVELD DEL", L"MEVVAST DEL", L"MEVVTXC DEL", L"MEVREF DEL" })
             s.reply(call, L"99999999", L"-1^The record 99999999 does not exist any more.");
-        s.reply(L"MEVUTL DICLKUP", L"2^HARTLEY^^^250^^^^.01;.02;.03;.09", L"1^HARTLEY,MARIGOLD ROSE^HARTLEY,MARIGOLD ROSE^F^08/13/1997\r\n");
+        s.reply(L"MEVUTL DICLKUP", L"2^HARTLEY^^^250^^^^.01;.02;.03;.09",
+            L"1^HARTLEY,MARIGOLD ROSE^HARTLEY,MARIGOLD ROSE^F^08/13/1997\r\n");
         s.reply(L"MEVUTL DICLKUP", L"2^^^^250^^K ^MEVPAT^^.01", L"-1^This screen is not known.");
         for (int number = 0; number < 25; ++number) {
             if (const LookupTable& table = lookupTable(number); table.allowsEmptySearch)
-                s.reply(table.call, searchOf(table), number == 12 || number == 13 ? L"ASTHMA^1^^J45.20\r\n" : L"1^10^10^10^10\r\n");
+                s.reply(table.call, searchOf(table),
+                    number == 12 || number == 13 ? L"ASTHMA^1^^J45.20\r\n" : L"1^10^10^10^10\r\n");
         }
         s.reply(L"MEVREF GET", L"13", L"3^^^EKG^1^ELECTROCARDIOGRAM^^^3261106^^^Said no\r\n");
         for (const TextView call : { L"MEVVIF GET", L"MEVVELD GET", L"MEVVAST GET", L"MEVVTXC GET", L"MEVREF GET",
@@ -269,7 +271,9 @@ TEST_P(Contract, EveryTableCanBeSearched)
             continue;
         const auto columns = lookupColumns(table);
         for (const auto& line : list(table.call, searchOf(table))) {
-            const auto value = [&](std::size_t column) { return Piece(joined(line), L"^", static_cast<short>(columns[column].source)); };
+            const auto value = [&](std::size_t column) {
+                return Piece(joined(line), L"^", static_cast<short>(columns[column].source));
+            };
             EXPECT_TRUE(matches(value(0), L"\\d+")) << number;
             EXPECT_NE(value(2), L"") << number; // the name
         }

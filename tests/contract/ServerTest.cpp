@@ -207,9 +207,10 @@ TEST(Server, SaveRaisesThePatientsEventInEverySession)
 
 TEST(Server, RightsAreAskedAgainAtEverySave)
 {
-    const std::tuple<TextView, TextView, TextView> cases[] = { { L"BARE,JUNO", L"MEVVIF DEL", L"1" }, { L"PACT,MILO", L"MEVBMSR SET", L"6^^^^^^" },
-        { L"GLASS,VIOLA", L"MEVREP SET", L"1^G0P0LC0SA0TA0^^^" }, { L"HALTON,PIERS", L"MEVREP SET", L"1^G0P0LC0SA0TA0^^^" },
-        { L"NEWCOMB,TESSA", L"MEVREP DEL", L"1" }, { L"BRIGHTWATER,NELL", L"MEVVAST DEL", L"1" } };
+    const std::tuple<TextView, TextView, TextView> cases[] = { { L"BARE,JUNO", L"MEVVIF DEL", L"1" },
+        { L"PACT,MILO", L"MEVBMSR SET", L"6^^^^^^" }, { L"GLASS,VIOLA", L"MEVREP SET", L"1^G0P0LC0SA0TA0^^^" },
+        { L"HALTON,PIERS", L"MEVREP SET", L"1^G0P0LC0SA0TA0^^^" }, { L"NEWCOMB,TESSA", L"MEVREP DEL", L"1" },
+        { L"BRIGHTWATER,NELL", L"MEVVAST DEL", L"1" } };
     for (const auto& [user, name, parameter] : cases) {
         RealSession real(sharedDataFolder(), Text(user));
         EXPECT_EQ(modShared::RpcErrorCode(real.session.callText(name, parameter)), 1) << narrow(user);
@@ -232,7 +233,8 @@ TEST(Server, RecordsAreAddedChangedAndDeletedOnce)
     EXPECT_EQ(Piece(real.session.callList(L"MEVVIF GET", L"^" + record), L"^", 4), L"FORMULA ONLY|5\r\n");
     EXPECT_EQ(real.session.callText(L"MEVVIF DEL", record), L"1");
     EXPECT_EQ(records(), before);
-    EXPECT_EQ(modShared::RpcErrorCode(real.session.callText(L"MEVVIF SET", record + L"^" + visit + L"^5")), 1); // gone meanwhile
+    EXPECT_EQ(modShared::RpcErrorCode(real.session.callText(L"MEVVIF SET", record + L"^" + visit + L"^5")),
+        1); // gone meanwhile
 }
 
 TEST(Server, FolderThatCannotBeUsedIsNamed)

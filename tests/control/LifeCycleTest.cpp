@@ -175,7 +175,8 @@ TEST_F(LifeCycle, PatientChangeThatFailsLeavesNoRecordsOfTheOldPatient)
     commitPatient(34);
     EXPECT_EQ(summaries(), Transcript { L"Patient Not Selected" });
     EXPECT_EQ(host.boxes(),
-        Transcript { L"box [System Error] Error in module kalmevRepHistCtrl at ICSS_PatientEvents_Committed\r\n\r\nNo subscriptions today." });
+        Transcript { L"box [System Error] Error in module kalmevRepHistCtrl at ICSS_PatientEvents_Committed\r\n\r\nNo "
+                     L"subscriptions today." });
 }
 
 TEST_F(LifeCycle, RowsOfTheCurrentVisitAreHighlighted)

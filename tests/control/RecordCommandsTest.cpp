@@ -65,7 +65,8 @@ TEST_F(RecordCommands, AddingTakesTheActiveVisit)
     });
     add(2);
     EXPECT_EQ(host.lines({ L"show" }), Transcript { L"show frmInf" });
-    EXPECT_NE(std::find(host.encounter->preparations.begin(), host.encounter->preparations.end(), 44), host.encounter->preparations.end());
+    EXPECT_NE(std::find(host.encounter->preparations.begin(), host.encounter->preparations.end(), 44),
+        host.encounter->preparations.end());
 }
 
 TEST_F(RecordCommands, WithoutAVisitNoEditorOpens)
@@ -76,7 +77,8 @@ TEST_F(RecordCommands, WithoutAVisitNoEditorOpens)
     host.transcript.clear();
     host.encounter->usable = false;
     control.cmd[Edit].click();
-    EXPECT_EQ(host.lines({ L"box", L"show" }), Transcript { L"box [Active Visit Not Selected] An active visit has not been selected." });
+    EXPECT_EQ(host.lines({ L"box", L"show" }),
+        Transcript { L"box [Active Visit Not Selected] An active visit has not been selected." });
     EXPECT_EQ(host.desktop.styles.back(), 48);
 }
 
@@ -108,10 +110,12 @@ TEST_F(RecordCommands, DeletingAsksAndCallsByType)
         TextView label;
         TextView call;
     };
-    for (const Case& c : { Case { 0, L"Reproductive", L"call MEVREP DEL(12)" }, { 1, L"Birth Measurements", L"call MEVBMSR DEL(12)" },
-             { 2, L"Infant Feeding", L"call MEVVIF DEL(5)" }, { 3, L"Functional Status", L"call MEVVELD DEL(5)" },
-             { 5, L"Tx Contract", L"call MEVVTXC DEL(5)" }, { 6, L"Refusal", L"call MEVREF DEL(5)" } }) {
-        const Text question = L"box [Remove Record?] Are you sure you want to delete the selected " + Text(c.label) + L" record?";
+    for (const Case& c :
+        { Case { 0, L"Reproductive", L"call MEVREP DEL(12)" }, { 1, L"Birth Measurements", L"call MEVBMSR DEL(12)" },
+            { 2, L"Infant Feeding", L"call MEVVIF DEL(5)" }, { 3, L"Functional Status", L"call MEVVELD DEL(5)" },
+            { 5, L"Tx Contract", L"call MEVVTXC DEL(5)" }, { 6, L"Refusal", L"call MEVREF DEL(5)" } }) {
+        const Text question =
+            L"box [Remove Record?] Are you sure you want to delete the selected " + Text(c.label) + L" record?";
         click(c.row, Delete); // answered No
         EXPECT_EQ(host.lines({ L"box", L"call", L"list" }), Transcript { question });
         host.desktop.answers = { BoxAnswer::Yes };
@@ -131,10 +135,13 @@ TEST_F(RecordCommands, DeletingAsthmaOffersTheRegistry)
     EXPECT_EQ(deletion({ BoxAnswer::No }), Transcript {});
     EXPECT_EQ(host.boxes().size(), 1u);
     EXPECT_EQ(deletion({ BoxAnswer::Yes, BoxAnswer::No }), Transcript { L"call MEVVAST DEL(5)" });
-    EXPECT_EQ(host.boxes()[1], L"box [Inactivate Patient?] Do you wish to inactivate this patient from the asthma registry?");
-    EXPECT_EQ(deletion({ BoxAnswer::Yes, BoxAnswer::Yes }), (Transcript { L"call MEVVAST SETREG(12^I)", L"call MEVVAST DEL(5)" }));
+    EXPECT_EQ(
+        host.boxes()[1], L"box [Inactivate Patient?] Do you wish to inactivate this patient from the asthma registry?");
+    EXPECT_EQ(deletion({ BoxAnswer::Yes, BoxAnswer::Yes }),
+        (Transcript { L"call MEVVAST SETREG(12^I)", L"call MEVVAST DEL(5)" }));
     host.session->reply(L"MEVVAST SETREG", L"-1");
-    EXPECT_EQ(deletion({ BoxAnswer::Yes, BoxAnswer::Yes }), Transcript { L"call MEVVAST SETREG(12^I)" }); // stops, without a box
+    EXPECT_EQ(deletion({ BoxAnswer::Yes, BoxAnswer::Yes }),
+        Transcript { L"call MEVVAST SETREG(12^I)" }); // stops, without a box
 }
 
 TEST_F(RecordCommands, RefusedDeletionIsShownAndLeavesTheGrid)

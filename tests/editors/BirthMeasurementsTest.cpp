@@ -59,10 +59,12 @@ TEST_F(BirthMeasurements, LoadsTheUnitThatTheUserLikes)
 TEST_F(BirthMeasurements, Weights)
 {
     load(L"", L"");
-    for (const TextView weight : { L"7 2", L"7-2", L"3.2K", L"3.2k", L"3200G", L"2 0", L"24 16", L"1.5 0", L"7  2", L"9.99K", L"908g" })
+    for (const TextView weight :
+        { L"7 2", L"7-2", L"3.2K", L"3.2k", L"3200G", L"2 0", L"24 16", L"1.5 0", L"7  2", L"9.99K", L"908g" })
         EXPECT_TRUE(accepts(0, weight)) << narrow(weight);
     EXPECT_TRUE(host.boxes().empty());
-    for (const TextView weight : { L"1 5", L"25 0", L"7 17", L"0.907K", L"10K", L"907G", L"10000G", L"K", L"x 2", L"7 x", L" " })
+    for (const TextView weight :
+        { L"1 5", L"25 0", L"7 17", L"0.907K", L"10K", L"907G", L"10000G", L"K", L"x 2", L"7 x", L" " })
         EXPECT_FALSE(accepts(0, weight)) << narrow(weight);
     EXPECT_EQ(host.boxes().front(), L"box [Invalid Entry] Invalid birth weight, please see example on form.");
 }
@@ -77,7 +79,8 @@ TEST_F(BirthMeasurements, UnitFollowsTheKeys)
     form.press(form.cmdAdd);
     EXPECT_EQ(host.calls()[2], L"call MEVBMSR SET(12^3.2K^^^^^)");
     EXPECT_EQ(host.calls()[3], L"call MEVUTL SETPARM(RepHist-PedWtOpt^1)");
-    const std::pair<TextView, TextView> keys[] = { { L"g", L"(grams)" }, { L" ", L"(lbs-oz)" }, { L"k", L"(kg)" }, { L"M", L"(kg)" }, { L"m", L"(lbs-oz)" } };
+    const std::pair<TextView, TextView> keys[] = { { L"g", L"(grams)" }, { L" ", L"(lbs-oz)" }, { L"k", L"(kg)" },
+        { L"M", L"(kg)" }, { L"m", L"(lbs-oz)" } };
     for (const auto& [key, unit] : keys) {
         form.txt[3].pressKey(key[0]);
         EXPECT_EQ(form.lblWt.caption(), unit) << narrow(key);
@@ -103,7 +106,8 @@ TEST_F(BirthMeasurements, OrdersAndAges)
         EXPECT_TRUE(accepts(2, age)) << narrow(age);
     for (const TextView age : { L"M", L"0M", L"999D", L"6", L"6 X" })
         EXPECT_FALSE(accepts(4, age)) << narrow(age);
-    EXPECT_EQ(host.boxes().back(), L"box [Invalid Entry] Invalid feeding choice entry, please see explanation on form.");
+    EXPECT_EQ(
+        host.boxes().back(), L"box [Invalid Entry] Invalid feeding choice entry, please see explanation on form.");
 }
 
 TEST_F(BirthMeasurements, RefusedBoxKeepsTheFocusAndTheSaveDoesNotHappen)

@@ -32,7 +32,8 @@ TEST_F(InfantFeeding, EditingLoadsByTheRecordAndRepeatsNothing)
 {
     form.m_sIEN = L"45";
     form.m_sVisit = L"812";
-    host.session->reply(L"MEVVIF GET", L"45^^3260310|812^MOSTLY FORMULA|4\r\n45^^^FORMULA ONLY|9\r\n45^^^X\r\n45^^^FORMULA|5");
+    host.session->reply(
+        L"MEVVIF GET", L"45^^3260310|812^MOSTLY FORMULA|4\r\n45^^^FORMULA ONLY|9\r\n45^^^X\r\n45^^^FORMULA|5");
     open();
     EXPECT_EQ(form.caption(), L"Infant Feeding Choice");
     EXPECT_EQ(checked(), L"4"); // unknown codes check nothing, the unterminated line is no line
@@ -54,7 +55,8 @@ TEST_F(InfantFeeding, AtMostOneChoice)
     EXPECT_EQ(checked(), L"");
     form.press(form.cmdAdd);
     EXPECT_EQ(host.boxes(),
-        Transcript { L"box [Type Missing] You must select the infant feeding option, before the record can be saved." });
+        Transcript {
+            L"box [Type Missing] You must select the infant feeding option, before the record can be saved." });
     EXPECT_EQ(host.desktop.styles, std::vector { 48 });
     EXPECT_TRUE(host.calls().empty());
     EXPECT_TRUE(form.isOpen());

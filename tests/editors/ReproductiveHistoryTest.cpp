@@ -38,14 +38,16 @@ TEST_F(ReproductiveHistory, LoadsAndSavesWithItsTwoOrders)
     EXPECT_TRUE(form.datDelivery.canBeUsed());
     EXPECT_EQ(form.lblPreg[0].foreColour(), DefaultColour);
     EXPECT_EQ(form.activeControl(), &form.txNumRH[0]);
-    EXPECT_EQ(saved(), L"call MEVREP SET(12^G3P2LC1SA0TA0^01/05/2026^Oral Contraceptives^12/01/2025^1^10/12/2026^Sonogram)");
+    EXPECT_EQ(
+        saved(), L"call MEVREP SET(12^G3P2LC1SA0TA0^01/05/2026^Oral Contraceptives^12/01/2025^1^10/12/2026^Sonogram)");
     EXPECT_FALSE(form.isOpen());
 }
 
 TEST_F(ReproductiveHistory, CountStrings)
 {
-    const std::pair<TextView, TextView> cases[] = { { L"G12P3", L"12,3,0,0,0" }, { L"G123", L"12,0,0,0,0" }, { L"G1xP2", L"1,2,0,0,0" },
-        { L"P2", L"0,2,0,0,0" }, { L"G1P", L"1,0,0,0,0" }, { L"LC4TA9SA10", L"0,0,4,10,9" }, { L"junk", L"0,0,0,0,0" } };
+    const std::pair<TextView, TextView> cases[] = { { L"G12P3", L"12,3,0,0,0" }, { L"G123", L"12,0,0,0,0" },
+        { L"G1xP2", L"1,2,0,0,0" }, { L"P2", L"0,2,0,0,0" }, { L"G1P", L"1,0,0,0,0" }, { L"LC4TA9SA10", L"0,0,4,10,9" },
+        { L"junk", L"0,0,0,0,0" } };
     for (const auto& [text, expected] : cases) {
         frmRepHist own(shared);
         host.session->reply(L"MEVREP GET", Text(text) + L"^^^^^");
@@ -69,7 +71,8 @@ TEST_F(ReproductiveHistory, PatientWhoDoesNotQualifySeesItGreyedAndIsNotAskedFor
         own.open();
         own.Form_Activate();
         EXPECT_TRUE(host.calls().empty());
-        for (const Control* control : std::initializer_list<const Control*> { &own.txNumRH[0], &own.datLMP, &own.cboFP, &own.chkPregnant, &own.datDelivery })
+        for (const Control* control : std::initializer_list<const Control*> {
+                 &own.txNumRH[0], &own.datLMP, &own.cboFP, &own.chkPregnant, &own.datDelivery })
             EXPECT_FALSE(control->canBeUsed());
         EXPECT_EQ(own.lbl[0].foreColour(), GreyText);
         EXPECT_EQ(own.cboFP.backColour(), ButtonFace);
@@ -104,7 +107,7 @@ TEST_F(ReproductiveHistory, DatesOfThePast)
 {
     load(Empty);
     struct Case {
-        mevZvDate frmRepHist::* date;
+        mevZvDate frmRepHist::*date;
         TextView typed;
         TextView kept;
     };
@@ -177,7 +180,9 @@ TEST_F(ReproductiveHistory, DateThatIsNoneIsNotSaved)
     load(Empty);
     enterDate(form.datLMP, L"last week");
     form.press(form.cmdAdd);
-    EXPECT_EQ(host.boxes(), Transcript { L"box [System Error] Error in module frmRepHist at cmdAdd_Click\r\n\r\n\"last week\" is not a date." });
+    EXPECT_EQ(host.boxes(),
+        Transcript {
+            L"box [System Error] Error in module frmRepHist at cmdAdd_Click\r\n\r\n\"last week\" is not a date." });
     EXPECT_EQ(host.calls().size(), 1u);
     EXPECT_TRUE(form.isOpen());
 }

@@ -214,7 +214,9 @@ TEST_F(HostSessionTest, EventBehindAnAnswerIsNotForgotten)
     session.signOn(L"SORREL,ADA");
     Sink sink;
     session.registerEvent(L"VXR.12", sink);
-    onCall = [](const Request& request) { return ScriptedTransport::reply(request, "1") + ScriptedTransport::frame("EVXR.12.REP\n"); };
+    onCall = [](const Request& request) {
+        return ScriptedTransport::reply(request, "1") + ScriptedTransport::frame("EVXR.12.REP\n");
+    };
     session.callText(L"MEVREP SET", L"12");
     QTest::qWait(30);
     EXPECT_EQ(sink.names, std::vector<Text> { L"VXR.12.REP" });

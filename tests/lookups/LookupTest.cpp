@@ -140,14 +140,16 @@ TEST_F(Lookup, SearchingAgainInTheDialog)
     inDialog([&] {
         form.txtName.edit(L"");
         form.press(form.cmdSearch);
-        EXPECT_EQ(host.boxes(), Transcript { L"box [Nothing to Search] You must first enter some text to be searched." });
+        EXPECT_EQ(
+            host.boxes(), Transcript { L"box [Nothing to Search] You must first enter some text to be searched." });
 
         host.session->reply(L"MEVUTL DICLKUP", L"9^X^JONES,CAY\r\n");
         form.txtName.edit(L"jones");
         form.press(form.cmdSearch);
         EXPECT_TRUE(form.isOpen()); // never returns by itself
         EXPECT_EQ(form.fgResults.rowCount(), 1);
-        EXPECT_EQ(host.calls().back(), L"list MEVUTL DICLKUP(200^JONES^^^250^^I OWN^^.01)"); // the caller's screen stays
+        EXPECT_EQ(
+            host.calls().back(), L"list MEVUTL DICLKUP(200^JONES^^^250^^I OWN^^.01)"); // the caller's screen stays
 
         host.session->reply(L"MEVUTL DICLKUP", L"-1");
         form.press(form.cmdSearch);

@@ -1,6 +1,6 @@
+#include "platform/Form.h"
 #include "platform/CheckBox.h"
 #include "platform/CheckList.h"
-#include "platform/Form.h"
 #include "platform/TextBox.h"
 #include "platform/UpDown.h"
 #include "platform/mevContainer.h"
@@ -19,7 +19,8 @@ struct TwoFields : Form {
     {
         setCancelButton(cancel);
         setLookupButton(first, lookup);
-        for (const auto& [control, name] : std::initializer_list<std::pair<Control*, const char*>> { { &first, "first" }, { &second, "second" }, { &ok, "ok" } }) {
+        for (const auto& [control, name] : std::initializer_list<std::pair<Control*, const char*>> {
+                 { &first, "first" }, { &second, "second" }, { &ok, "ok" } }) {
             control->GotFocus = [this, name = name] { log += std::string(name) + "+ "; };
             control->LostFocus = [this, name = name] { log += std::string(name) + "- "; };
         }
@@ -82,6 +83,10 @@ TEST(Form, LookupButtonBelongsToItsField)
     EXPECT_EQ(form.log, "first+ lookup "); // not left, so not searched twice
     form.moveFocus(form.second);
     EXPECT_EQ(form.log, "first+ lookup validate first- second+ ");
+    form.log.clear();
+    form.moveFocus(form.first);
+    form.moveFocus(form.lookup); // by Tab: left as by any other way
+    EXPECT_EQ(form.log, "second- first+ validate first- ");
 }
 
 TEST(Form, ProgramDoesNotMoveTheFocusIntoWhatCannotBeUsed)
@@ -120,11 +125,13 @@ TEST(Container, PassesItsStateButNotThroughAnotherFrame)
 TEST(DateControl, ShortForms)
 {
     const Moment now = momentOf(2026, 3, 31, 14, 5, 40);
-    const std::pair<TextView, TextView> cases[] = { { L"T", L"03/31/2026" }, { L"t-3", L"03/28/2026" }, { L"T+1W", L"04/07/2026" },
-        { L"T-1M", L"02/28/2026" }, { L"T+1Y", L"03/31/2027" }, { L"TODAY", L"03/31/2026" }, { L"T@0830", L"T@0830" },
-        { L"T@08:30", L"03/31/2026 08:30" }, { L"N", L"03/31/2026 14:05" }, { L"NOW", L"03/31/2026 14:05" }, { L"N-1D", L"03/30/2026 14:05" },
-        { L"010206", L"01/02/2006" }, { L"01022006", L"01/02/2006" }, { L"1/2/2006", L"01/02/2006" }, { L"JAN 2,2006@14:30", L"01/02/2006 14:30" },
-        { L"NOV 2, 2006", L"11/02/2006" }, { L"T+", L"T+" }, { L"T-3X", L"T-3X" }, { L"TT", L"TT" }, { L"133206", L"133206" }, { L" soon ", L"soon" } };
+    const std::pair<TextView, TextView> cases[] = { { L"T", L"03/31/2026" }, { L"t-3", L"03/28/2026" },
+        { L"T+1W", L"04/07/2026" }, { L"T-1M", L"02/28/2026" }, { L"T+1Y", L"03/31/2027" }, { L"TODAY", L"03/31/2026" },
+        { L"T@0830", L"T@0830" }, { L"T@08:30", L"03/31/2026 08:30" }, { L"N", L"03/31/2026 14:05" },
+        { L"NOW", L"03/31/2026 14:05" }, { L"N-1D", L"03/30/2026 14:05" }, { L"010206", L"01/02/2006" },
+        { L"01022006", L"01/02/2006" }, { L"1/2/2006", L"01/02/2006" }, { L"JAN 2,2006@14:30", L"01/02/2006 14:30" },
+        { L"NOV 2, 2006", L"11/02/2006" }, { L"T+", L"T+" }, { L"T-3X", L"T-3X" }, { L"TT", L"TT" },
+        { L"133206", L"133206" }, { L" soon ", L"soon" } };
     for (const auto& [typed, shown] : cases) {
         mevZvDate date;
         date.enter(typed, now);

@@ -39,6 +39,14 @@ protected:
         window->activateWindow();
         ASSERT_TRUE(QTest::qWaitForWindowExposed(window.get()));
         ASSERT_TRUE(waitUntil([&] { return window->isActiveWindow(); }));
+        // What a window manager does after a dialog; there is none here.
+        QObject::connect(&activation, &QTimer::timeout, window.get(), [this] {
+            QWidget* const modal = QApplication::activeModalWidget();
+            QWidget* const top = modal ? modal : window.get();
+            if (!QApplication::activePopupWidget() && !top->isActiveWindow())
+                top->activateWindow();
+        });
+        activation.start(50);
     }
 
     // Opens the patient picker by its key, types, and picks by Enter. The picker is modal: its keys are sent
@@ -53,8 +61,39 @@ protected:
         pressKeys({ QStringLiteral("key"), QStringLiteral("ctrl+o") });
     }
 
+    QTableView* grid() { return window->findChild<QTableView*>(); }
+
+    QString summary(int row) { return grid()->model()->index(row, 1).data().toString(); }
+
+    // Selects a row with the focus in the grid, as a user does before a command.
+    void selectRow(int row)
+    {
+        window->activateWindow();
+        ASSERT_TRUE(waitUntil([&] { return window->isActiveWindow(); }));
+        grid()->setFocus();
+        grid()->setCurrentIndex(grid()->model()->index(row, 0));
+        QTest::qWait(50);
+    }
+
+    // Presses keys one group after the other while the program's dialogs run; each group has half a second to
+    // take effect.
+    void pressKeysInDialogs(const QStringList& groups)
+    {
+        QString script = QStringLiteral("true");
+        for (const QString& group : groups)
+            script += QStringLiteral("; sleep 0.5; xdotool ") + group;
+        keys.start(QStringLiteral("sh"), { QStringLiteral("-c"), script });
+    }
+
+    bool waitForKeys()
+    {
+        return waitUntil([&] { return keys.state() == QProcess::NotRunning && !QApplication::activeModalWidget(); });
+    }
+
     QTemporaryDir folder;
     std::unique_ptr<MainWindow> window;
+    QProcess keys;
+    QTimer activation;
 };
 
 TEST_F(HostWindow, PatientIsPickedByKeysAndTheGridListsTheRecords)
@@ -68,7 +107,6 @@ TEST_F(HostWindow, PatientIsPickedByKeysAndTheGridListsTheRecords)
 
     // By keys alone: into the list, down, the context menu, and Escape.
     auto* const grid = window->findChild<QTableView*>();
-    window->activateWindow(); // what a window manager does after a dialog; there is none here
     ASSERT_TRUE(waitUntil([&] { return window->isActiveWindow(); }));
     grid->setFocus();
     pressKeys({ QStringLiteral("key"), QStringLiteral("Down"), QStringLiteral("Down") });
@@ -121,6 +159,95 @@ TEST_F(HostWindow, VisitOfTheDayIsHighlighted)
     pressKeys({ QStringLiteral("key"), QStringLiteral("ctrl+t") });
     ASSERT_TRUE(waitUntil([&] { return window->context().visit().number != 0; }));
     EXPECT_EQ(bold(), 3); // functional status, asthma and contract of that visit
+}
+
+TEST_F(HostWindow, ReproductiveHistoryIsEditedByKeys)
+{
+    ASSERT_TRUE(window->context().selectPatient(1));
+    selectRow(0);
+    // Gravidity has the focus; Enter goes on to parity; Alt+O saves.
+    pressKeysInDialogs(
+        { QStringLiteral("key Return"), QStringLiteral("key ctrl+a 5 Return ctrl+a 4"), QStringLiteral("key alt+o") });
+    ASSERT_TRUE(waitForKeys());
+    EXPECT_TRUE(waitUntil([&] { return summary(0).startsWith(QStringLiteral("G5P4LC1SA1TA0")); }))
+        << summary(0).toStdString();
+    EXPECT_EQ(grid()->currentIndex().row(), 0); // still selected after the reload
+}
+
+TEST_F(HostWindow, InfantFeedingIsEditedAndDeletedByKeys)
+{
+    ASSERT_TRUE(window->context().selectPatient(5));
+    selectRow(1);
+    pressKeysInDialogs({ QStringLiteral("key Return"), QStringLiteral("key End space"), QStringLiteral("key alt+o") });
+    ASSERT_TRUE(waitForKeys());
+    EXPECT_TRUE(waitUntil([&] { return summary(1).endsWith(QStringLiteral("Formula Only")); }))
+        << summary(1).toStdString();
+
+    selectRow(1);
+    pressKeysInDialogs({ QStringLiteral("key alt+d"), QStringLiteral("key Return") }); // No is the default
+    ASSERT_TRUE(waitForKeys());
+    EXPECT_EQ(grid()->model()->rowCount(), 3);
+    selectRow(1);
+    pressKeysInDialogs({ QStringLiteral("key alt+d"), QStringLiteral("key alt+y") });
+    ASSERT_TRUE(waitForKeys());
+    EXPECT_TRUE(waitUntil([&] { return grid()->model()->rowCount() == 2; }));
+}
+
+TEST_F(HostWindow, BirthMeasurementsWithALookup)
+{
+    ASSERT_TRUE(window->context().selectPatient(5));
+    selectRow(0);
+    // The mother's name is found on leaving its field by Tab; there is one patient of that name.
+    pressKeysInDialogs({ QStringLiteral("key Return"), QStringLiteral("key ctrl+a"), QStringLiteral("type '8 1'"),
+        QStringLiteral("key alt+m BackSpace Tab"), QStringLiteral("key alt+m"), QStringLiteral("type lindqvist,fr"),
+        QStringLiteral("key Tab"), QStringLiteral("key Tab"), QStringLiteral("key Return") });
+    ASSERT_TRUE(waitForKeys());
+    EXPECT_TRUE(waitUntil([&] { return summary(0).startsWith(QStringLiteral("Birth Weight=8 lbs 1 oz ")); }))
+        << summary(0).toStdString();
+    EXPECT_TRUE(summary(0).endsWith(QStringLiteral("Mother=Lindqvist,Freya"))) << summary(0).toStdString();
+}
+
+TEST_F(HostWindow, InvalidFieldCannotBeSavedByAShortcut)
+{
+    ASSERT_TRUE(window->context().selectPatient(5));
+    const QString before = summary(0);
+    selectRow(0);
+    QStringList boxes;
+    QTimer watch;
+    QObject::connect(&watch, &QTimer::timeout, window.get(), [&] {
+        const QWidget* const modal = QApplication::activeModalWidget();
+        if (modal && (boxes.isEmpty() || boxes.last() != modal->windowTitle()))
+            boxes.append(modal->windowTitle());
+    });
+    watch.start(50);
+    pressKeysInDialogs({ QStringLiteral("key Return"), QStringLiteral("key Tab ctrl+a 3 0"),
+        // "Birth &Order" and "&OK" share their key, so it only moves the focus; Enter presses OK.
+        QStringLiteral("key alt+o"), QStringLiteral("key Return"), QStringLiteral("key Return"),
+        QStringLiteral("key Escape") });
+    ASSERT_TRUE(waitForKeys());
+    EXPECT_EQ(boxes,
+        (QStringList { QStringLiteral("Update Birth Measurements"), QStringLiteral("Invalid Entry"),
+            QStringLiteral("Update Birth Measurements") }));
+    EXPECT_EQ(summary(0), before);
+}
+
+TEST_F(HostWindow, ServerKilledUnderAFormIsTriedAgainAndSavesOnce)
+{
+    ASSERT_TRUE(window->context().selectPatient(6));
+    selectRow(1);
+    const int rows = grid()->model()->rowCount();
+    QTimer::singleShot(1200, [] {
+        QProcess::execute(QStringLiteral("pkill"),
+            { QStringLiteral("-9"), QStringLiteral("-P"), QString::number(QCoreApplication::applicationPid()),
+                QStringLiteral("mumps") });
+    });
+    // "Try again?" may or may not be asked: the session comes back by itself where it notices the end in time.
+    pressKeysInDialogs({ QStringLiteral("key Return"), QStringLiteral("key Home space"), QStringLiteral("key shift"),
+        QStringLiteral("key shift"), QStringLiteral("key alt+o"), QStringLiteral("key alt+y") });
+    ASSERT_TRUE(waitForKeys());
+    EXPECT_TRUE(waitUntil([&] { return summary(1).endsWith(QStringLiteral("Exclusive Breastfeeding")); }))
+        << summary(1).toStdString();
+    EXPECT_EQ(grid()->model()->rowCount(), rows);
 }
 
 }
