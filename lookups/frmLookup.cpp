@@ -125,6 +125,14 @@ frmLookup::Outcome frmLookup::search(TextView text)
     return Outcome::Answered;
 }
 
+void frmLookup::searchAgain(TextView screen)
+{
+    m_screen = screen;
+    search(txtName.text());
+    if (fgResults.rowCount() > 0)
+        fgResults.select(0);
+}
+
 void frmLookup::LoadGrid(TextView reply)
 {
     fgResults.setDrawing(false);

@@ -34,13 +34,17 @@ public:
     Button cmdSelect;
     Button cmdCancel;
 
+protected:
+    std::function<void()> trapped(TextView procedure, std::function<void()> work);
+    // Searches the same text with another screen.
+    void searchAgain(TextView screen);
+
 private:
     enum class Outcome {
         Refused, // by the server; told to the user
         Answered, // the grid is filled, or nothing was searched
     };
 
-    std::function<void()> trapped(TextView procedure, std::function<void()> work);
     void chooseTable(int number);
     Outcome search(TextView text);
     void LoadGrid(TextView reply);

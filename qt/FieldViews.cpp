@@ -142,6 +142,30 @@ void CheckBoxView::controlChanged(Control& control, Change change)
         mirrorCommon(*this, control, change);
 }
 
+OptionButtonView::OptionButtonView(OptionButton& option)
+    : QRadioButton(toQString(option.caption()))
+    , m_option(option)
+{
+    setAutoExclusive(false); // the form knows which belong together
+    setChecked(option.isChosen());
+    mirrorCommon(*this, option);
+    m_option.setObserver(this);
+    connect(this, &QRadioButton::clicked, this, [this] {
+        m_option.click();
+        setChecked(m_option.isChosen());
+    });
+}
+
+void OptionButtonView::controlChanged(Control& control, Change change)
+{
+    if (change == Change::Value)
+        setChecked(m_option.isChosen());
+    else if (change == Change::Caption)
+        setText(toQString(m_option.caption()));
+    else
+        mirrorCommon(*this, control, change);
+}
+
 CheckListView::CheckListView(CheckList& list)
     : m_list(list)
 {

@@ -3,6 +3,7 @@
 
 #include "platform/CheckBox.h"
 #include "platform/CheckList.h"
+#include "platform/OptionButton.h"
 #include "platform/TextBox.h"
 #include "platform/UpDown.h"
 #include "platform/mevContainer.h"
@@ -13,6 +14,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QRadioButton>
 #include <QToolButton>
 
 namespace health {
@@ -64,6 +66,16 @@ public:
 
 private:
     CheckBox& m_checkBox;
+};
+
+class OptionButtonView : public QRadioButton, public ControlObserver {
+public:
+    explicit OptionButtonView(OptionButton& option);
+    ~OptionButtonView() override { m_option.setObserver(nullptr); }
+    void controlChanged(Control& control, Change change) override;
+
+private:
+    OptionButton& m_option;
 };
 
 class CheckListView : public QListWidget, public ControlObserver {

@@ -140,6 +140,8 @@ QWidget* FormBuilder::makeWidget(Control& control)
         return new DateView(*date, m_desktop);
     if (auto* const checkBox = dynamic_cast<CheckBox*>(&control))
         return new CheckBoxView(*checkBox);
+    if (auto* const option = dynamic_cast<OptionButton*>(&control))
+        return new OptionButtonView(*option);
     if (auto* const list = dynamic_cast<CheckList*>(&control))
         return new CheckListView(*list);
     if (auto* const upDown = dynamic_cast<UpDown*>(&control))

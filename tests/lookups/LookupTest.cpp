@@ -1,4 +1,5 @@
 #include "lookups/frmLookup.h"
+#include "lookups/frmLookupImm.h"
 #include "tests/support/FormFixture.h"
 
 namespace health::test {
@@ -159,6 +160,24 @@ TEST_F(Lookup, SearchingAgainInTheDialog)
     });
     EXPECT_FALSE(form.RunQuery(11, L"smith", true, L"I OWN"));
     EXPECT_EQ(host.lines({ L"show" }).size(), 1u);
+}
+
+TEST_F(Lookup, VaccinesWithALotNumber)
+{
+    frmLookupImm vaccines(shared);
+    host.session->reply(L"MEVUTL DICLKUP", L"1^X^INFLUENZA^^\r\n2^X^TETANUS^^\r\n");
+    inDialog([&] {
+        EXPECT_TRUE(vaccines.optAll.isChosen());
+        vaccines.optLot.click();
+        EXPECT_FALSE(vaccines.optAll.isChosen());
+        vaccines.optAll.click();
+        vaccines.press(vaccines.cmdSelect);
+    });
+    EXPECT_TRUE(vaccines.RunQuery(L""));
+    EXPECT_EQ(vaccines.m_sName, L"INFLUENZA");
+    const Text all = L"list MEVUTL DICLKUP(9999999.14^^^^250^^.07'=1^^.01;1.14)";
+    EXPECT_EQ(host.calls(),
+        (Transcript { all, L"list MEVUTL DICLKUP(9999999.14^^^^250^^I $D(~AUTTIML(\"C\",Y)),$P($G(~AUTTIMM(Y,0)),U,7)'=1^^.01;1.14)", all }));
 }
 
 TEST_F(Lookup, GarbledRepliesAndToolTips)

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "lookups/frmLookup.h"
+#include "platform/OptionButton.h"
+
+namespace health {
+
+// The lookup of vaccines: the generic one on their table, with the choice between all active ones and those of which there
+// is a lot.
+class frmLookupImm : public frmLookup {
+public:
+    explicit frmLookupImm(modShared& shared);
+
+    // Searches the vaccines for a text; for the rest see RunQuery of the generic lookup.
+    bool RunQuery(TextView param);
+
+    Arrangement arrangement() override;
+
+    OptionButton optAll;
+    OptionButton optLot;
+
+private:
+    void opt_Click(OptionButton& other, TextView screen);
+};
+
+}
