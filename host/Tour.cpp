@@ -17,7 +17,7 @@ namespace health {
 namespace {
 
 // Story patients whose records show every form.
-constexpr long Patients[] = { 1, 5, 2 };
+constexpr long Patients[] = { 1, 3, 5, 6, 2 };
 constexpr int WatchMilliseconds = 120;
 
 void pressKey(QWidget& widget, Qt::Key key)
@@ -65,8 +65,8 @@ void Tour::visitPatient(long number)
     if (!visits.isEmpty())
         m_window.context().selectVisit({ visits[0][0].toLong(), visits[0].value(1), displayName(visits[0].value(2)) });
     QApplication::processEvents();
-    m_prefix = QStringLiteral("patient-%1").arg(number);
-    save(m_window, m_prefix);
+    m_patient = QStringLiteral("patient-%1").arg(number);
+    save(m_window, m_patient);
     openRows();
     openTypes();
 }
@@ -80,7 +80,7 @@ void Tour::openRows()
         if (seen.contains(label))
             continue;
         seen.insert(label);
-        m_prefix = QStringLiteral("edit-") + fileName(label);
+        m_prefix = m_patient + QStringLiteral("-edit-") + fileName(label);
         grid->setCurrentIndex(grid->model()->index(row, 0));
         pressKey(*grid, Qt::Key_Return);
     }
@@ -93,7 +93,7 @@ void Tour::openTypes()
     for (int index = 0; index < types->count(); ++index) {
         types->setCurrentIndex(index);
         Q_EMIT types->activated(index);
-        m_prefix = QStringLiteral("add-") + fileName(types->currentText().trimmed());
+        m_prefix = m_patient + QStringLiteral("-add-") + fileName(types->currentText().trimmed());
         add->click();
     }
 }

@@ -27,7 +27,8 @@ private:
 
     MainWindow& m_window;
     QString m_folder;
-    QString m_prefix; // of the pictures being taken
+    QString m_patient; // begins the names of the pictures being taken
+    QString m_prefix; // the picture of the next dialog
     QTimer m_watch;
     QWidget* m_seen = nullptr; // a dialog seen once is taken the next time, when it has been laid out
     int m_pictures = 0;

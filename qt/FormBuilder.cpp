@@ -63,8 +63,15 @@ QLayout* FormBuilder::buildBox(const Arrangement& box, Qt::Orientation orientati
 {
     auto* const layout =
         new QBoxLayout(orientation == Qt::Vertical ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight);
-    for (const Arrangement& child : box.children)
+    LabelView* waiting = nullptr; // a label with an access key stands for the control that follows it
+    for (const Arrangement& child : box.children) {
         add(layout, build(child));
+        QWidget* const widget = m_widgets.value(child.control);
+        if (waiting && widget)
+            waiting->setBuddy(widget);
+        auto* const label = dynamic_cast<LabelView*>(widget);
+        waiting = label && label->text().contains(u'&') ? label : nullptr;
+    }
     return layout;
 }
 
