@@ -104,7 +104,7 @@ bool FormDialog::eventFilter(QObject* watched, QEvent* event)
         // A lookup button under the mouse: the click that follows does it all.
         const bool lookup = reason == Qt::MouseFocusReason && m_form.isLookupOf(m_form.activeControl(), *entered);
         if (real && !lookup && event->type() == QEvent::FocusIn)
-            QTimer::singleShot(0, this, [this, entered] { focusEntered(*entered); });
+            focusEntered(*entered); // at once: of keys typed fast none may be missed
         auto* const date = dynamic_cast<DateView*>(watched->parent());
         Control* const next = m_controls.value(QApplication::focusWidget());
         if (real && date && event->type() == QEvent::FocusOut && next && next != m_form.cancelButton())
