@@ -50,7 +50,7 @@ PatientData ClinicalContext::readPatient(long number)
     const QStringList pieces = lines.value(0);
     if (pieces.value(0).toLong() != number)
         throw Failure(L"The server did not answer with patient " + std::to_wstring(number) + L".");
-    return { number, pieces.value(1), pieces.value(2), dateOfFileMan(pieces.value(3)).date() };
+    return { number, pieces.value(1), pieces.value(2), pieces.value(3), dateOfFileMan(pieces.value(3)).date() };
 }
 
 bool ClinicalContext::selectPatient(long number)

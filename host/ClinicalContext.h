@@ -29,7 +29,7 @@ public:
     void add(ComponentInstance& component) { m_components.push_back(&component); }
     void remove(ComponentInstance& component) { std::erase(m_components, &component); }
 
-    // False while a dialog or a call is open, in which nobody may change the patient.
+    // False while a dialog is open or a call runs: nobody may change patient, visit or user then.
     bool mayChange() const;
 
     // Selects a patient (0: none) without a visit; false when a component vetoes. Throws Failure for an unknown one.

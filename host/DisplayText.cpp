@@ -4,6 +4,8 @@
 
 #include <QStringList>
 
+#include <algorithm>
+
 namespace health {
 
 QString displayName(const QString& name)
@@ -23,18 +25,31 @@ QDateTime dateOfFileMan(const QString& text)
 {
     const QStringList parts = text.split(u'.');
     const int number = parts[0].toInt();
-    const QDate date(number / 10000 + 1700, number / 100 % 100, number % 100);
+    const QDate date(number / 10000 + 1700, std::max(1, number / 100 % 100), std::max(1, number % 100));
+    if (parts[0].size() != 7 || !date.isValid())
+        return {};
     const QString digits = parts.value(1).leftJustified(6, u'0');
-    const QTime time(digits.left(2).toInt(), digits.mid(2, 2).toInt(), digits.mid(4, 2).toInt());
-    return QDateTime(date, time);
+    const int hour = digits.left(2).toInt();
+    // Midnight is hour 24 of the day that it ends.
+    return QDateTime(date.addDays(hour / 24), QTime(hour % 24, digits.mid(2, 2).toInt(), digits.mid(4, 2).toInt()));
 }
 
 QString displayDate(const QString& text)
 {
-    const QDateTime date = dateOfFileMan(text);
-    if (!date.isValid())
+    if (!dateOfFileMan(text).isValid())
         return {};
-    return date.toString(text.contains(u'.') ? QStringLiteral("MM/dd/yyyy hh:mm") : QStringLiteral("MM/dd/yyyy"));
+    const QString date = text.section(u'.', 0, 0);
+    const QString time = text.section(u'.', 1);
+    const QString year = QString::number(date.left(3).toInt() + 1700);
+    const QString month = date.mid(3, 2);
+    const QString day = date.mid(5, 2);
+    if (month == u"00")
+        return year;
+    if (day == u"00")
+        return month + u'/' + year;
+    const QString shown = month + u'/' + day + u'/' + year;
+    const QString digits = time.leftJustified(4, u'0');
+    return time.isEmpty() ? shown : shown + u' ' + digits.left(2) + u':' + digits.mid(2, 2);
 }
 
 QString displayAge(const QDate& birth, const QDate& today)

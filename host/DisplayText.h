@@ -12,9 +12,10 @@ namespace health {
 // "O'BRIEN,MARY-ANN J" as "O'Brien, Mary-Ann J".
 QString displayName(const QString& name);
 
-// A FileMan date with or without time; invalid for a text that is none.
+// A FileMan date with or without time; invalid for a text that is none. An inexact date (day or month 00) gives
+// its first day.
 QDateTime dateOfFileMan(const QString& text);
-// "mm/dd/yyyy", with " hh:mm" where the text has a time.
+// "mm/dd/yyyy", with " hh:mm" where the text has a time; "mm/yyyy" or "yyyy" for an inexact date.
 QString displayDate(const QString& text);
 
 // Age on a day: months below two years, days below two months, else years.

@@ -3,16 +3,18 @@
 #include "platform/Failure.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace health {
 
 namespace {
 
 constexpr qsizetype LengthDigits = 8;
+constexpr qsizetype LongestRequest = 1'000'000; // bytes of a body
 
-bool allDigits(const QByteArray& text)
+bool areDigits(QByteArrayView text)
 {
-    return !text.isEmpty() && std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
+    return std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
 }
 
 Answer::Kind kindOf(char letter)
@@ -31,18 +33,19 @@ Answer::Kind kindOf(char letter)
     }
 }
 
-Answer decode(const QByteArray& body)
+Answer decode(QByteArrayView body)
 {
     const Answer::Kind kind = kindOf(body.isEmpty() ? '\0' : body[0]);
     const qsizetype end = body.indexOf('\n');
     if (end < 0)
         throw Failure(L"The server's answer was garbled (no heading).");
-    const QByteArray heading = body.mid(1, end - 1);
+    const QByteArray heading = body.sliced(1, end - 1).toByteArray();
+    QByteArray text = body.sliced(end + 1).toByteArray();
     if (kind == Answer::Kind::Event)
-        return { kind, 0, heading, body.mid(end + 1) };
-    if (!allDigits(heading))
+        return { kind, 0, heading, std::move(text) };
+    if (heading.isEmpty() || !areDigits(heading))
         throw Failure(L"The server's answer was garbled (no number).");
-    return { kind, heading.toLongLong(), {}, body.mid(end + 1) };
+    return { kind, heading.toLongLong(), {}, std::move(text) };
 }
 
 }
@@ -53,21 +56,36 @@ QByteArray encodeRequest(long long number, TextView name, TextView parameter)
     body += narrow(name);
     body += '\n';
     body += narrow(parameter);
+    if (body.size() > LongestRequest)
+        throw Failure(L"The request is longer than 1,000,000 bytes.");
     return QByteArray::number(body.size()).rightJustified(LengthDigits, '0') + body;
+}
+
+void FrameReader::feed(const QByteArray& bytes)
+{
+    if (bytes.isEmpty())
+        return;
+    // A stream whose reads never end on a frame's end must not grow for ever.
+    m_buffer.remove(0, std::exchange(m_start, 0));
+    m_buffer += bytes;
+}
+
+// The length at the beginning of the buffer, as far as it has come; what is no digit shows at once.
+qsizetype FrameReader::length() const
+{
+    const auto digits = QByteArrayView(m_buffer).sliced(m_start, std::min(LengthDigits, pending()));
+    if (!areDigits(digits))
+        throw Failure(L"The server's answer was garbled (no length).");
+    return digits.toByteArray().toLongLong();
 }
 
 std::optional<Answer> FrameReader::next()
 {
-    if (pending() < LengthDigits)
+    const qsizetype body = length();
+    if (pending() < LengthDigits || pending() < LengthDigits + body)
         return std::nullopt;
-    const QByteArray digits = m_buffer.mid(m_start, LengthDigits);
-    if (!allDigits(digits))
-        throw Failure(L"The server's answer was garbled (no length).");
-    const qsizetype length = digits.toLongLong();
-    if (pending() < LengthDigits + length)
-        return std::nullopt;
-    Answer answer = decode(m_buffer.mid(m_start + LengthDigits, length));
-    m_start += LengthDigits + length;
+    Answer answer = decode(QByteArrayView(m_buffer).sliced(m_start + LengthDigits, body));
+    m_start += LengthDigits + body;
     if (m_start == m_buffer.size()) {
         m_buffer.clear();
         m_start = 0;

@@ -23,20 +23,22 @@ struct Answer {
     QByteArray text; // UTF-8
 };
 
-// The frame of one request.
+// The frame of one request. Throws Failure for one that is longer than a server takes.
 QByteArray encodeRequest(long long number, TextView name, TextView parameter);
 
 // Takes bytes as they come and gives whole answers. Throws Failure where the bytes are no frame; nothing
 // more can be read then.
 class FrameReader {
 public:
-    void feed(const QByteArray& bytes) { m_buffer += bytes; }
+    void feed(const QByteArray& bytes);
     std::optional<Answer> next();
 
     // Bytes of a frame that is not whole yet.
     qsizetype pending() const { return m_buffer.size() - m_start; }
 
 private:
+    qsizetype length() const;
+
     qsizetype m_start = 0; // of the next frame in the buffer
     QByteArray m_buffer;
 };

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "host/HostSession.h"
+#include "host/ReportPages.h"
 
 #include <QDate>
 
@@ -12,7 +13,8 @@ struct PatientData {
     long number = 0;
     QString name; // as stored
     QString sex;
-    QDate birth;
+    QString birthDate; // FileMan
+    QDate birth; // the earliest that an inexact birth date can mean
 };
 
 struct VisitData {
@@ -73,12 +75,10 @@ public:
 
 class HostPrintPreview : public PrintPreview {
 public:
-    std::function<void(const QString& report, const QString& title)> show;
+    std::function<void(const Report& report)> show;
 
-    void preview(TextView report, TextView title, TextView, TextView, TextView, int, bool, bool) override
-    {
-        show(QString::fromStdWString(Text(report)), QString::fromStdWString(Text(title)));
-    }
+    void preview(TextView report, TextView title, TextView subtitle1, TextView subtitle2, TextView subtitle3,
+        int lineWidth, bool pageNumbers, bool patientHeading) override;
 };
 
 }

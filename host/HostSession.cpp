@@ -1,11 +1,10 @@
 #include "host/HostSession.h"
 
-#include <QCursor>
-#include <QGuiApplication>
 #include <QScopedValueRollback>
 #include <QUuid>
 
 #include <algorithm>
+#include <utility>
 
 namespace health {
 
@@ -18,12 +17,8 @@ Text newToken() { return QString::fromLatin1(QUuid::createUuid().toRfc4122().toH
 
 Text widenBytes(const QByteArray& utf8) { return widen({ utf8.data(), static_cast<std::size_t>(utf8.size()) }); }
 
-// Shows the busy pointer for as long as it lives.
-class BusyPointer {
-public:
-    BusyPointer() { QGuiApplication::setOverrideCursor(Qt::WaitCursor); }
-    ~BusyPointer() { QGuiApplication::restoreOverrideCursor(); }
-};
+// A server that ends again and again is left alone for so long.
+constexpr qint64 QuietTryMilliseconds = 10'000;
 
 }
 
@@ -44,29 +39,39 @@ HostSession::HostSession(Transport& transport, int timeoutMilliseconds, TryAgain
 
 void HostSession::openConnection()
 {
-    if (!m_connection.isOpen())
-        m_connection.open();
+    if (m_connection.isOpen())
+        return;
+    m_onConnection = false;
+    m_namesAtServer.clear();
+    m_connection.open();
 }
 
-// Opens a connection and makes it what the old one was: signed on, with all subscriptions.
+// Makes the connection what the old one was: signed on, with all subscriptions.
 void HostSession::openSession()
 {
-    if (m_connection.isOpen())
+    if (isReady())
         return;
     if (m_userName.empty())
         throw Failure(L"Nobody has signed on.");
-    m_connection.open();
+    openConnection();
+    try {
+        signOnConnection();
+        for (const Subscription& subscription : m_subscriptions)
+            subscribe(subscription.name);
+    } catch (const Failure&) {
+        m_connection.close(); // never half a session
+        throw;
+    }
+    m_onConnection = true;
+}
+
+void HostSession::signOnConnection()
+{
     const Text reply = widenBytes(request(L"MEVHOST SIGNON", m_token + L"^" + m_userName));
     const QStringList pieces = QString::fromStdWString(reply).split(u'^');
-    if (pieces.size() < 4 || pieces[0].toLong() <= 0) {
-        m_connection.close();
+    if (pieces.size() < 4 || pieces[0].toLong() <= 0)
         throw Failure(pieces.value(1, QStringLiteral("The server did not take the sign-on.")).toStdWString());
-    }
     m_signedOn = { pieces[0].toLong(), pieces[1].toStdWString(), pieces[2].toLong(), pieces[3].toStdWString() };
-    for (const Subscription& subscription : m_subscriptions) {
-        if (!isLocal(subscription.name))
-            request(L"MEVHOST SUBSCRIBE", subscription.name);
-    }
 }
 
 QByteArray HostSession::request(TextView name, TextView parameter)
@@ -77,15 +82,14 @@ QByteArray HostSession::request(TextView name, TextView parameter)
 template<typename Work>
 auto HostSession::withRetries(Work work)
 {
-    const QScopedValueRollback inCall(m_inCall, true);
+    const Call inCall(*this);
     for (;;) {
         try {
-            const BusyPointer busy;
             return work();
         } catch (const ConnectionLost& lost) {
             m_connection.close();
             if (!m_tryAgain(QString::fromStdWString(lost.description())))
-                throw Failure(lost.description());
+                throw CallAbandoned(lost.description());
         }
     }
 }
@@ -100,33 +104,49 @@ Text HostSession::users()
 
 void HostSession::signOn(const Text& userName)
 {
-    m_connection.close();
+    if (isConnected()) {
+        m_connection.close();
+        m_token = newToken(); // another user never gets the answers of this one
+    }
     m_userName = userName;
     m_signedOn = {};
     m_values.clear();
-    m_token = newToken();
     withRetries([this] { openSession(); });
 }
 
 void HostSession::connect(TextView)
 {
+    if (!m_userName.empty())
+        return withRetries([this] { openSession(); });
     const Text userName = chooseUser ? chooseUser() : Text();
     if (userName.empty())
         throw Failure(L"Nobody has signed on.");
     signOn(userName);
 }
 
-// Events would be missed without a connection. One try; the next call goes on from there.
+// Without a connection events would be missed. One try without a word; the next call goes on from there.
 void HostSession::reconnectQuietly()
 {
     if (m_connection.isOpen() || m_inCall || m_userName.empty())
         return;
+    m_eventsMissed = true;
+    if (m_sinceQuietTry.isValid() && m_sinceQuietTry.elapsed() < QuietTryMilliseconds)
+        return;
+    m_sinceQuietTry.start();
     try {
+        const Call inCall(*this);
         openSession();
-        raiseEvent(L"REFRESH", L"");
     } catch (const Failure&) {
-        m_connection.close();
+        return;
     }
+    tellMissedEvents();
+}
+
+// Nobody knows what was missed: the panels read all anew.
+void HostSession::tellMissedEvents()
+{
+    if (std::exchange(m_eventsMissed, false))
+        queueEvent(L"REFRESH", L"");
 }
 
 // --- Calls ---
@@ -137,13 +157,13 @@ Text HostSession::callList(TextView name, TextView parameter) { return call(name
 
 Text HostSession::call(TextView name, TextView parameter)
 {
-    if (m_inCall)
-        throw Failure(L"Another call is still running.");
     const long long number = ++m_lastNumber; // the same for every try, so that the server does it once
-    return widenBytes(withRetries([&] {
+    const QByteArray reply = withRetries([&] {
         openSession();
         return m_connection.exchange(number, name, parameter);
-    }));
+    });
+    tellMissedEvents();
+    return widenBytes(reply);
 }
 
 // --- Events ---
@@ -154,24 +174,46 @@ bool HostSession::isSubscribed(TextView name) const
         m_subscriptions.begin(), m_subscriptions.end(), [&](const Subscription& s) { return s.name == name; });
 }
 
+// Subscribes a name over the open connection, once.
+void HostSession::subscribe(TextView name)
+{
+    if (isLocal(name) || m_namesAtServer.contains(Text(name)))
+        return;
+    request(L"MEVHOST SUBSCRIBE", name);
+    m_namesAtServer.emplace(name);
+}
+
 void HostSession::registerEvent(TextView name, ICSS_SessionEvents& sink)
 {
     const Subscription subscription { Text(name), &sink };
     if (std::find(m_subscriptions.begin(), m_subscriptions.end(), subscription) != m_subscriptions.end())
         return;
-    const bool known = isSubscribed(name);
-    // First here, so that a reconnection subscribes it too, then at the server.
+    // First here: should the server be gone, the next connection subscribes it.
     m_subscriptions.push_back(subscription);
-    if (!known && !isLocal(name))
-        call(L"MEVHOST SUBSCRIBE", name);
+    if (isLocal(name) || (isReady() && m_namesAtServer.contains(Text(name))))
+        return;
+    withRetries([&] {
+        openSession();
+        subscribe(name);
+    });
 }
 
 void HostSession::unregisterEvent(TextView name, ICSS_SessionEvents& sink)
 {
     const auto removed = std::erase(m_subscriptions, Subscription { Text(name), &sink });
-    // A connection that is gone has taken its subscriptions along.
-    if (removed > 0 && !isSubscribed(name) && !isLocal(name) && m_connection.isOpen())
-        call(L"MEVHOST UNSUBSCRIBE", name);
+    const bool last = removed > 0 && !isSubscribed(name) && m_namesAtServer.contains(Text(name));
+    // A connection that is gone has taken its subscriptions along; an event that nobody wants does no harm.
+    if (!last || !isReady() || m_inCall)
+        return;
+    try {
+        const Call inCall(*this);
+        m_namesAtServer.erase(Text(name));
+        request(L"MEVHOST UNSUBSCRIBE", name);
+    } catch (const ConnectionLost&) {
+        Q_EMIT m_connection.lostWhileIdle(); // nothing that the user wanted has failed
+    } catch (const Failure&) {
+        // The server goes on telling, and nobody listens.
+    }
 }
 
 void HostSession::raiseEvent(TextView name, TextView data)
@@ -218,7 +260,17 @@ void HostSession::deliver(const Text& name, const Text& data)
     }
     for (const Subscription& subscription : told) {
         if (std::find(m_subscriptions.begin(), m_subscriptions.end(), subscription) != m_subscriptions.end())
-            subscription.sink->EventCallback(name, data);
+            tell(subscription, name, data);
+    }
+}
+
+// A sink that fails does not keep the news from the others.
+void HostSession::tell(const Subscription& subscription, const Text& name, const Text& data)
+{
+    try {
+        subscription.sink->EventCallback(name, data);
+    } catch (...) {
+        Q_EMIT statusChanged(QString::fromStdWString(describeCurrentFailure()));
     }
 }
 

@@ -3,15 +3,22 @@
 #include "host/ServerConnection.h"
 #include "platform/host.h"
 
+#include <QElapsedTimer>
 #include <QObject>
 #include <QTimer>
 
 #include <deque>
 #include <functional>
 #include <map>
+#include <set>
 #include <vector>
 
 namespace health {
+
+// A call that the user did not want to try again: what happened has been shown already.
+class CallAbandoned : public Failure {
+    using Failure::Failure;
+};
 
 // The session with the clinical server over one connection. A call whose answer is lost is offered for another try
 // and sent again under its old number, over a new connection if need be; only when the user declines
@@ -26,7 +33,7 @@ public:
         Text siteName;
     };
 
-    // Asks the user whether to try again; gets what happened.
+    // Asks the user whether to try again; gets what happened. Where it says no, the call throws CallAbandoned.
     using TryAgain = std::function<bool(const QString& reason)>;
 
     // The transport must outlive the session.
@@ -58,8 +65,32 @@ public:
 Q_SIGNALS:
     void statusChanged(const QString& text);
     void progressed(int percent, const QString& text);
+    // A call is over, well or not.
+    void callEnded();
 
 private:
+    // Marks the session as in a call for as long as it lives, and says when the call is over.
+    class Call {
+    public:
+        explicit Call(HostSession& session)
+            : m_session(session)
+        {
+            if (m_session.m_inCall)
+                throw Failure(L"Another call is still running.");
+            m_session.m_inCall = true;
+        }
+        ~Call()
+        {
+            m_session.m_inCall = false;
+            Q_EMIT m_session.callEnded();
+        }
+        Call(const Call&) = delete;
+        Call& operator=(const Call&) = delete;
+
+    private:
+        HostSession& m_session;
+    };
+
     struct Subscription {
         Text name;
         ICSS_SessionEvents* sink;
@@ -72,11 +103,16 @@ private:
     QByteArray request(TextView name, TextView parameter);
     void openConnection();
     void openSession();
+    void signOnConnection();
+    bool isReady() const { return m_connection.isOpen() && m_onConnection; }
+    void subscribe(TextView name);
     bool isSubscribed(TextView name) const;
     void queueEvent(Text name, Text data);
     void deliverQueued();
     void deliver(const Text& name, const Text& data);
+    void tell(const Subscription& subscription, const Text& name, const Text& data);
     void reconnectQuietly();
+    void tellMissedEvents();
 
     ServerConnection m_connection;
     TryAgain m_tryAgain;
@@ -84,10 +120,14 @@ private:
     long long m_lastNumber = 0;
     Text m_userName;
     SignedOn m_signedOn;
+    bool m_onConnection = false; // the open connection has been signed on
     std::vector<Subscription> m_subscriptions;
+    std::set<Text> m_namesAtServer; // subscribed over the open connection
     std::deque<std::pair<Text, Text>> m_events;
     QTimer m_delivery;
     bool m_delivering = false;
+    bool m_eventsMissed = false; // the connection was lost while no call ran
+    QElapsedTimer m_sinceQuietTry;
     bool m_inCall = false; // from the first try to the end of the last
     std::map<Text, Text> m_values;
     std::map<Text, std::shared_ptr<HostObject>> m_objects;

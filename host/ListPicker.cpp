@@ -9,6 +9,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
+#include <QScreen>
 #include <QVBoxLayout>
 
 namespace health {
@@ -18,12 +19,19 @@ constexpr int TypingPause = 150; // milliseconds after the last key
 constexpr int MostHits = 250; // the server sends no more
 }
 
+void resizeToScreen(QWidget& window, QSize size)
+{
+    window.resize(size.boundedTo(window.screen()->availableSize() * 0.95));
+}
+
 ListPicker::ListPicker(const QString& title, const QStringList& headings, QWidget* parent)
     : QDialog(parent)
     , m_text(new QLineEdit)
     , m_list(new QTableWidget(0, static_cast<int>(headings.size())))
     , m_remark(new QLabel)
 {
+    m_remark->setTextFormat(Qt::PlainText);
+    m_remark->setWordWrap(true);
     setWindowTitle(title);
     m_text->hide();
     m_text->setClearButtonEnabled(true);
@@ -61,8 +69,7 @@ ListPicker::ListPicker(const QString& title, const QStringList& headings, QWidge
     connect(&m_pause, &QTimer::timeout, this, &ListPicker::runSearch);
     connect(m_text, &QLineEdit::textChanged, this, [this] { m_pause.start(TypingPause); });
 
-    const int letter = fontMetrics().horizontalAdvance(u'x');
-    resize(letter * 90, fontMetrics().height() * 26);
+    resizeToScreen(*this, { fontMetrics().horizontalAdvance(u'x') * 90, fontMetrics().height() * 26 });
     updateButtons();
 }
 
@@ -95,6 +102,13 @@ void ListPicker::setSearch(const QString& hint, Search search)
     runSearch();
 }
 
+void ListPicker::selectKey(const QString& key)
+{
+    const auto row = m_keys.indexOf(key);
+    if (row >= 0)
+        m_list->selectRow(static_cast<int>(row));
+}
+
 void ListPicker::runSearch()
 {
     m_pause.stop();
@@ -102,15 +116,26 @@ void ListPicker::runSearch()
         return;
     try {
         const auto rows = m_search(m_text->text().trimmed().toUpper());
-        setRows(rows);
-        m_remark->setText(rows.isEmpty() ? tr("Nobody found.")
-                : rows.size() >= MostHits
-                ? tr("The first %1 are shown. Type more to narrow the list.").arg(MostHits)
-                : tr("%n found.", nullptr, static_cast<int>(rows.size())).replace(u"(s)"_qs, QString()));
+        if (!rows)
+            return m_pause.start(TypingPause);
+        setRows(*rows);
+        m_remark->setText(rows->isEmpty()  ? tr("Nobody found.")
+                : rows->size() >= MostHits ? tr("The first %1 are shown. Type more to narrow the list.").arg(MostHits)
+                                           : tr("%1 found.").arg(rows->size()));
     } catch (const Failure& failure) {
         setRows({});
         m_remark->setText(QString::fromStdWString(failure.description()));
     }
+}
+
+// What was typed last counts, even when its search has not run yet. True when Enter must not pick: the user has not
+// seen yet among whom.
+bool ListPicker::pressedEnter()
+{
+    if (!m_pause.isActive())
+        return false;
+    runSearch();
+    return m_keys.size() != 1;
 }
 
 void ListPicker::updateButtons() { m_select->setEnabled(m_list->currentRow() >= 0); }
@@ -145,10 +170,7 @@ bool ListPicker::eventFilter(QObject* watched, QEvent* event)
         return true;
     case Qt::Key_Return:
     case Qt::Key_Enter:
-        // What was typed last counts, even when its search has not run yet.
-        if (m_pause.isActive())
-            runSearch();
-        return QDialog::eventFilter(watched, event);
+        return pressedEnter() || QDialog::eventFilter(watched, event);
     default:
         return QDialog::eventFilter(watched, event);
     }

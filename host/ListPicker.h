@@ -6,11 +6,15 @@
 #include <QTimer>
 
 #include <functional>
+#include <optional>
 
 class QLabel;
 class QPushButton;
 
 namespace health {
+
+// Gives a window its size, but never more than the screen has.
+void resizeToScreen(QWidget& window, QSize size);
 
 // A dialog that lists rows of texts and lets the user pick one; on demand with a search field that
 // keeps the focus while the arrow keys move through the list.
@@ -22,12 +26,16 @@ public:
         QString key;
         QStringList texts;
     };
-    // Gives the rows for a search text; may throw Failure.
-    using Search = std::function<QList<Row>(const QString& text)>;
+    // Gives the rows for a search text; empty when the search cannot be made just now and is wanted again. May throw
+    // Failure.
+    using Search = std::function<std::optional<QList<Row>>(const QString& text)>;
 
     ListPicker(const QString& title, const QStringList& headings, QWidget* parent);
 
+    // Shows the rows and selects the first.
     void setRows(const QList<Row>& rows);
+    // Selects the row with a key, if there is one.
+    void selectKey(const QString& key);
     // Puts a search field on top and searches as the user types. `hint` stands in the empty field.
     void setSearch(const QString& hint, Search search);
 
@@ -40,6 +48,7 @@ protected:
 
 private:
     void runSearch();
+    bool pressedEnter();
     void updateButtons();
 
     QLineEdit* m_text;

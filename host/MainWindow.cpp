@@ -1,12 +1,12 @@
 #include "host/MainWindow.h"
 
-#include "host/ComponentLoader.h"
 #include "host/DisplayText.h"
+#include "host/ListPicker.h"
 #include "host/PatientBanner.h"
 #include "host/Pickers.h"
 #include "host/PreviewDialog.h"
+#include "host/WheelGuard.h"
 
-#include <QAbstractItemView>
 #include <QApplication>
 #include <QCloseEvent>
 #include <QLabel>
@@ -14,90 +14,109 @@
 #include <QMessageBox>
 #include <QProgressDialog>
 #include <QSettings>
-#include <QSplitter>
 #include <QStatusBar>
 #include <QVBoxLayout>
 
-#include <cmath>
+#include <algorithm>
 #include <cstdio>
 
 namespace health {
 
 namespace {
-constexpr std::size_t MostPanels = 4;
-const QString PanelProgId = QStringLiteral("KalMevRepHistory.kalmevRepHistCtrl");
+constexpr double SmallestText = 0.7;
+constexpr double LargestText = 3;
 }
-
-// A panel on its page; without a component the page says why.
-struct MainWindow::Panel {
-    std::unique_ptr<ComponentInstance> component;
-    QPointer<QWidget> page;
-};
 
 MainWindow::MainWindow(const Options& options)
     : m_options(options)
     , m_transport(options.serverProgram, { QStringLiteral("--data"), options.dataFolder })
     , m_context(m_transport, options.timeoutMilliseconds, [this](const QString& reason) { return askAgain(reason); })
-    , m_pages(new QSplitter)
+    , m_pages(new PanelPages(m_context))
     , m_userLabel(new QLabel)
     , m_basePointSize(QApplication::font().pointSizeF())
 {
     auto* const banner = new PatientBanner(m_context, this);
-    m_pages->setChildrenCollapsible(false);
     auto* const centre = new QWidget;
     auto* const layout = new QVBoxLayout(centre);
     layout->addWidget(banner);
     layout->addWidget(m_pages, 1);
     setCentralWidget(centre);
+    m_userLabel->setTextFormat(Qt::PlainText);
     statusBar()->addPermanentWidget(m_userLabel);
-    makeMenus();
-
+    statusBar()->setAccessibleName(tr("Status"));
+    makeFileMenu();
+    makeViewMenu();
+    menuBar()->addMenu(tr("&Help"))->addAction(tr("&About"), this, &MainWindow::showAbout);
     connect(banner, &PatientBanner::patientWanted, this, &MainWindow::choosePatient);
     connect(banner, &PatientBanner::visitWanted, this, &MainWindow::chooseVisit);
+    connect(m_pages, &PanelPages::countChanged, this, &MainWindow::updatePanelActions);
+    connectContext();
+    QApplication::instance()->installEventFilter(new WheelGuard(this));
+
+    const QSize size(fontMetrics().horizontalAdvance(u'x') * 150, fontMetrics().height() * 42);
+    if (m_options.isUnattended()) {
+        resize(size); // a picture needs no screen
+    } else {
+        resizeToScreen(*this, size);
+        restoreGeometry(QSettings().value(QStringLiteral("geometry")).toByteArray());
+    }
+    updateTitle();
+}
+
+// The panels use the session to the last.
+MainWindow::~MainWindow() { m_pages->dropAll(); }
+
+void MainWindow::connectContext()
+{
     connect(&m_context, &ClinicalContext::patientChanged, this, &MainWindow::updateTitle);
     connect(&m_context.session(), &HostSession::statusChanged, this,
         [this](const QString& text) { statusBar()->showMessage(text); });
     connect(&m_context.session(), &HostSession::progressed, this, &MainWindow::showProgress);
+    connect(&m_context.session(), &HostSession::callEnded, this, &MainWindow::endProgress);
     m_context.patientObject().prompt = [this] { choosePatient(); };
     m_context.encounterObject().choose = [this] { chooseVisit(); };
-    m_context.printObject().show = [this](const QString& report, const QString& title) { showReport(report, title); };
+    m_context.printObject().show = [this](const Report& report) { showReport(report); };
     m_context.session().chooseUser = [this] { return userOfOptions(); };
-
-    resize(fontMetrics().horizontalAdvance(u'x') * 150, fontMetrics().height() * 42);
-    if (!m_options.isUnattended())
-        restoreGeometry(QSettings().value(QStringLiteral("geometry")).toByteArray());
-    updateTitle();
 }
 
-MainWindow::~MainWindow() { dropPanels(); }
-
-void MainWindow::makeMenus()
+void MainWindow::makeFileMenu()
 {
     QMenu* const file = menuBar()->addMenu(tr("&File"));
     file->addAction(tr("Select &Patient..."), QKeySequence(tr("Ctrl+O")), this, &MainWindow::choosePatient);
     m_visitAction = file->addAction(tr("Select &Visit..."), QKeySequence(tr("Ctrl+T")), this, &MainWindow::chooseVisit);
     file->addAction(tr("Sign On &As..."), this, &MainWindow::chooseUser);
     file->addSeparator();
-    m_newPanel = file->addAction(tr("&New Panel"), QKeySequence(tr("Ctrl+N")), this, &MainWindow::addPanel);
-    m_closePanel = file->addAction(tr("&Close Panel"), QKeySequence(tr("Ctrl+W")), this, &MainWindow::closePanel);
+    m_newPanel = file->addAction(tr("&New Panel"), QKeySequence(tr("Ctrl+N")), m_pages, &PanelPages::add);
+    m_closePanel = file->addAction(tr("&Close Panel"), QKeySequence(tr("Ctrl+W")), m_pages, &PanelPages::closeCurrent);
     file->addSeparator();
     file->addAction(tr("&Quit"), QKeySequence(tr("Ctrl+Q")), this, &QWidget::close);
+}
 
+void MainWindow::makeViewMenu()
+{
     QMenu* const view = menuBar()->addMenu(tr("&View"));
     view->addAction(tr("&Refresh"), QKeySequence(Qt::Key_F5), this, [this] {
         if (m_context.mayChange())
             m_context.session().raiseEvent(L"REFRESH", L"");
     });
     view->addSeparator();
-    view->addAction(tr("&Larger Text"), QKeySequence(tr("Ctrl++")), this, [this] { changeTextSize(1.1); });
+    // The plus stands on a shifted key of many keyboards.
+    view->addAction(tr("&Larger Text"), this, [this] { changeTextSize(1.1); })
+        ->setShortcuts({ QKeySequence(tr("Ctrl++")), QKeySequence(tr("Ctrl+=")) });
     view->addAction(tr("&Smaller Text"), QKeySequence(tr("Ctrl+-")), this, [this] { changeTextSize(1 / 1.1); });
     view->addAction(tr("&Normal Text"), QKeySequence(tr("Ctrl+0")), this, [this] { changeTextSize(0); });
+}
 
-    QMenu* const help = menuBar()->addMenu(tr("&Help"));
-    help->addAction(tr("&About"), this, [this] {
-        QMessageBox::about(
-            this, tr("About"), tr("Reference host %1 of the Personal Health panel.").arg(QStringLiteral(HOST_VERSION)));
-    });
+void MainWindow::updatePanelActions()
+{
+    m_newPanel->setEnabled(m_pages->mayAdd());
+    m_closePanel->setEnabled(m_pages->mayClose());
+}
+
+void MainWindow::showAbout()
+{
+    QMessageBox::about(
+        this, tr("About"), tr("Reference host %1 of the Personal Health panel.").arg(QStringLiteral(HOST_VERSION)));
 }
 
 // --- Start ---
@@ -108,10 +127,10 @@ bool MainWindow::start()
     if (user.empty())
         return false;
     m_context.session().signOn(user);
-    m_userLabel->setText(displayName(QString::fromStdWString(m_context.session().signedOn().userName)));
+    showUser();
     if (m_options.patient != 0)
         m_context.selectPatient(m_options.patient);
-    addPanel();
+    m_pages->add();
     return true;
 }
 
@@ -126,18 +145,18 @@ Text MainWindow::userOfOptions()
 
 bool MainWindow::askAgain(const QString& reason)
 {
-    if (m_progress)
-        m_progress->close();
+    endProgress();
     if (m_options.isUnattended()) {
         std::fprintf(stderr, "%s\n", qPrintable(reason));
         return false;
     }
     QMessageBox box(QMessageBox::Warning, tr("Personal Health"), tr("The server did not answer. Try again?"),
-        QMessageBox::Yes | QMessageBox::No, QApplication::activeWindow());
+        QMessageBox::Retry | QMessageBox::Cancel, QApplication::activeWindow());
     box.setInformativeText(reason);
     box.setTextFormat(Qt::PlainText);
-    box.setDefaultButton(QMessageBox::Yes);
-    return box.exec() == QMessageBox::Yes;
+    box.setTextInteractionFlags(Qt::TextSelectableByMouse);
+    box.setDefaultButton(QMessageBox::Retry);
+    return box.exec() == QMessageBox::Retry;
 }
 
 void MainWindow::showProgress(int percent, const QString& text)
@@ -146,92 +165,35 @@ void MainWindow::showProgress(int percent, const QString& text)
         return;
     if (!m_progress) {
         m_progress = new QProgressDialog(text, QString(), 0, 100, isVisible() ? this : nullptr);
-        m_progress->setAttribute(Qt::WA_DeleteOnClose);
         m_progress->setWindowTitle(tr("Preparing the clinical data"));
-        m_progress->setMinimumDuration(0);
+        m_progress->setAccessibleName(tr("Preparing the clinical data"));
+        m_progress->setAutoClose(false);
+        m_progress->setAutoReset(false);
+        m_progress->setMinimumWidth(fontMetrics().horizontalAdvance(u'x') * 50);
     }
     m_progress->setLabelText(text);
-    m_progress->setValue(percent); // closes itself at 100
+    m_progress->setValue(percent);
+    m_progress->show();
 }
 
-// --- Panels ---
-
-void MainWindow::addPanel()
-{
-    if (m_panels.size() >= MostPanels)
-        return;
-    auto panel = std::make_unique<Panel>();
-    try {
-        panel->component = loadComponentClass(PanelProgId).create(m_context);
-        m_context.add(*panel->component);
-        panel->page = panel->component->widget();
-    } catch (const Failure& failure) {
-        auto* const message = new QLabel(QString::fromStdWString(failure.description()));
-        message->setWordWrap(true);
-        message->setAlignment(Qt::AlignCenter);
-        panel->page = message;
-    }
-    QWidget* const page = panel->page;
-    m_panels.push_back(std::move(panel));
-    m_pages->addWidget(page);
-    m_newPanel->setEnabled(m_panels.size() < MostPanels);
-    m_closePanel->setEnabled(m_panels.size() > 1);
-}
-
-void MainWindow::closePanel()
-{
-    if (m_panels.size() < 2 || !m_context.mayChange())
-        return;
-    const auto focused = std::find_if(m_panels.begin(), m_panels.end(),
-        [](const auto& panel) { return panel->page && panel->page->isAncestorOf(QApplication::focusWidget()); });
-    const auto closed = focused == m_panels.end() ? m_panels.end() - 1 : focused;
-    if ((*closed)->component)
-        m_context.remove(*(*closed)->component);
-    else
-        delete (*closed)->page;
-    m_panels.erase(closed);
-    m_newPanel->setEnabled(true);
-    m_closePanel->setEnabled(m_panels.size() > 1);
-}
-
-void MainWindow::dropPanels()
-{
-    for (const auto& panel : m_panels) {
-        if (panel->component)
-            m_context.remove(*panel->component);
-        else
-            delete panel->page;
-    }
-    m_panels.clear();
-}
-
-QString MainWindow::gridText() const
-{
-    const auto* const view = m_panels.empty() || !m_panels.front()->page
-        ? nullptr
-        : m_panels.front()->page->findChild<QAbstractItemView*>(QString(), Qt::FindDirectChildrenOnly);
-    QString text;
-    const QAbstractItemModel* const model = view ? view->model() : nullptr;
-    for (int row = 0; model && row < model->rowCount(); ++row) {
-        QStringList cells;
-        for (int column = 0; column < model->columnCount(); ++column)
-            cells.append(model->index(row, column).data().toString());
-        text += cells.join(u'\t') + u'\n';
-    }
-    return text;
-}
+void MainWindow::endProgress() { delete m_progress; }
 
 // --- The user's choices ---
 
-// Shows what a choice throws; nothing is begun while a dialog or a call is open.
+// Does what the user chose, and shows what goes wrong. Nothing is begun while a dialog is open or a call runs.
 void MainWindow::guarded(const std::function<void()>& work)
 {
-    if (m_context.session().isInCall())
+    if (!m_context.mayChange())
         return;
     try {
         work();
+    } catch (const CallAbandoned&) {
+        // The user has seen what happened, and has had enough.
     } catch (const Failure& failure) {
-        QMessageBox::critical(this, tr("Personal Health"), QString::fromStdWString(failure.description()));
+        QMessageBox box(QMessageBox::Critical, tr("Personal Health"), QString::fromStdWString(failure.description()),
+            QMessageBox::Ok, this);
+        box.setTextFormat(Qt::PlainText);
+        box.exec();
     }
 }
 
@@ -248,40 +210,64 @@ void MainWindow::chooseVisit()
     guarded([this] {
         if (m_context.patient().number == 0)
             return;
-        if (const auto visit = pickVisit(m_context.session(), m_context.patient().number, this))
+        if (const auto visit =
+                pickVisit(m_context.session(), m_context.patient().number, m_context.visit().number, this))
             m_context.selectVisit(*visit);
     });
 }
 
-// The panels ask for the user's keys when they start, so they start anew.
 void MainWindow::chooseUser()
 {
-    if (!m_context.mayChange())
-        return;
     guarded([this] {
         const Text user = pickUser(m_context.session(), this);
-        if (user.empty())
-            return;
-        const std::size_t panels = m_panels.size();
-        dropPanels();
-        m_context.selectPatient(0);
-        m_context.session().signOn(user);
-        m_userLabel->setText(displayName(QString::fromStdWString(m_context.session().signedOn().userName)));
-        for (std::size_t i = 0; i < panels; ++i)
-            addPanel();
+        if (!user.empty())
+            changeUser(user);
     });
 }
 
-void MainWindow::showReport(const QString& report, const QString& title)
+// The panels ask for the user's keys when they start, so they start anew. Should the new user be refused, the old one
+// is signed on again.
+void MainWindow::changeUser(const Text& user)
+{
+    if (!m_context.selectPatient(0))
+        return;
+    const Text old = m_context.session().signedOn().userName;
+    const std::size_t panels = m_pages->count();
+    m_pages->dropAll();
+    std::exception_ptr refusal;
+    try {
+        m_context.session().signOn(user);
+    } catch (const CallAbandoned&) {
+        refusal = std::current_exception(); // the server is away: the new user stays to be signed on
+    } catch (const Failure&) {
+        refusal = std::current_exception();
+        m_context.session().signOn(old);
+    }
+    showUser();
+    for (std::size_t i = 0; i < panels; ++i)
+        m_pages->add();
+    if (refusal)
+        std::rethrow_exception(refusal);
+}
+
+void MainWindow::showUser()
+{
+    const QString name = displayName(QString::fromStdWString(m_context.session().signedOn().userName));
+    m_userLabel->setText(name.isEmpty() ? tr("Nobody has signed on") : tr("User: %1").arg(name));
+}
+
+void MainWindow::showReport(const Report& report)
 {
     const PatientData& patient = m_context.patient();
-    const QString owner = tr("Patient: %1   Number: %2").arg(displayName(patient.name)).arg(patient.number);
-    PreviewDialog(ReportPages(report, title, owner), title, this).exec();
+    const QString owner = patient.number == 0
+        ? tr("No patient selected")
+        : tr("Patient: %1   Number: %2").arg(displayName(patient.name)).arg(patient.number);
+    PreviewDialog(ReportPages(report, owner), report.title, QApplication::activeWindow()).exec();
 }
 
 void MainWindow::changeTextSize(double factor)
 {
-    m_textSize = factor == 0 ? 1 : std::clamp(m_textSize * factor, 0.7, 3.0);
+    m_textSize = factor == 0 ? 1 : std::clamp(m_textSize * factor, SmallestText, LargestText);
     QFont font = QApplication::font();
     font.setPointSizeF(m_basePointSize * m_textSize);
     QApplication::setFont(font);

@@ -2,16 +2,14 @@
 
 #include "host/ClinicalContext.h"
 #include "host/Options.h"
+#include "host/PanelPages.h"
 #include "host/ProcessTransport.h"
 
 #include <QMainWindow>
 #include <QPointer>
 
-#include <vector>
-
 class QLabel;
 class QProgressDialog;
-class QSplitter;
 
 namespace health {
 
@@ -28,23 +26,27 @@ public:
     ClinicalContext& context() { return m_context; }
 
     // The rows of the first panel's grid as text, texts parted by tabs.
-    QString gridText() const;
+    QString gridText() const { return m_pages->gridText(); }
+    // Why the panel could not be loaded; empty when it could.
+    QString panelFailure() const { return m_pages->failure(); }
 
 protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
-    struct Panel;
-
-    void makeMenus();
-    void addPanel();
-    void closePanel();
-    void dropPanels();
+    void makeFileMenu();
+    void makeViewMenu();
+    void connectContext();
+    void updatePanelActions();
+    void changeUser(const Text& user);
+    void showUser();
     void choosePatient();
     void chooseVisit();
     void chooseUser();
-    void showReport(const QString& report, const QString& title);
+    void showReport(const Report& report);
+    void showAbout();
     void showProgress(int percent, const QString& text);
+    void endProgress();
     void changeTextSize(double factor);
     void updateTitle();
     bool askAgain(const QString& reason);
@@ -54,7 +56,7 @@ private:
     Options m_options;
     ProcessTransport m_transport;
     ClinicalContext m_context;
-    QSplitter* m_pages;
+    PanelPages* m_pages;
     QLabel* m_userLabel;
     QAction* m_newPanel = nullptr;
     QAction* m_closePanel = nullptr;
@@ -62,7 +64,6 @@ private:
     QPointer<QProgressDialog> m_progress;
     double m_basePointSize;
     double m_textSize = 1;
-    std::vector<std::unique_ptr<Panel>> m_panels;
 };
 
 }

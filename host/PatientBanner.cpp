@@ -16,7 +16,7 @@ PatientBanner::PatientBanner(ClinicalContext& context, QWidget* parent)
     , m_name(new QLabel)
     , m_details(new QLabel)
     , m_visit(new QLabel)
-    , m_visitButton(new QPushButton(tr("Select &Visit...")))
+    , m_visitButton(new QPushButton(tr("Select V&isit...")))
 {
     setFrameShape(StyledPanel);
     setAccessibleName(tr("Patient"));
@@ -68,10 +68,9 @@ void PatientBanner::refresh()
     if (!selected)
         return;
     const QString sex = patient.sex == u"F" ? tr("Female") : patient.sex == u"M" ? tr("Male") : tr("Sex unknown");
-    m_details->setText(
-        tr("Number %1   %2   Born %3   Age %4")
-            .arg(QString::number(patient.number), sex, patient.birth.toString(QStringLiteral("MM/dd/yyyy")),
-                displayAge(patient.birth, QDate::currentDate())));
+    m_details->setText(tr("Number %1   %2   Born %3   Age %4")
+                           .arg(QString::number(patient.number), sex, displayDate(patient.birthDate),
+                               displayAge(patient.birth, QDate::currentDate())));
     const VisitData& visit = m_context.visit();
     m_visit->setText(
         visit.number == 0 ? tr("No visit selected") : tr("Visit %1, %2").arg(displayDate(visit.date), visit.location));

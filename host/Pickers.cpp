@@ -1,7 +1,7 @@
 #include "host/Pickers.h"
 
 #include "host/DisplayText.h"
-#include "host/ListPicker.h"
+#include "host/PatientSearch.h"
 
 #include <QCoreApplication>
 
@@ -11,29 +11,22 @@ namespace {
 
 QString tr(const char* text) { return QCoreApplication::translate("Pickers", text); }
 
-QList<ListPicker::Row> patientRows(HostSession& session, const QString& text)
-{
-    QList<ListPicker::Row> rows;
-    for (const QStringList& pieces : linesOf(session.callList(L"MEVHOST PATIENTS", text.toStdWString()))) {
-        const QString birth = pieces.value(3);
-        rows.append({ pieces[0],
-            { displayName(pieces.value(1)), pieces[0], pieces.value(2), displayDate(birth),
-                displayAge(dateOfFileMan(birth).date(), QDate::currentDate()) } });
-    }
-    return rows;
-}
-
 }
 
 long pickPatient(HostSession& session, QWidget* parent)
 {
-    ListPicker picker(tr("Select Patient"), { tr("Name"), tr("Number"), tr("Sex"), tr("Born"), tr("Age") }, parent);
+    const PatientSearch patients(session);
+    ListPicker picker(tr("Select Patient"), PatientSearch::headings(), parent);
     picker.setSearch(tr("Beginning of the name (last, first), or number"),
-        [&](const QString& text) { return patientRows(session, text); });
+        [&](const QString& text) -> std::optional<QList<ListPicker::Row>> {
+            if (session.isInCall())
+                return std::nullopt;
+            return patients.rows(text, QDate::currentDate());
+        });
     return picker.pick().toLong();
 }
 
-std::optional<VisitData> pickVisit(HostSession& session, long patientNumber, QWidget* parent)
+std::optional<VisitData> pickVisit(HostSession& session, long patientNumber, long currentVisit, QWidget* parent)
 {
     ListPicker picker(tr("Select Visit"), { tr("Date"), tr("Location"), tr("Provider"), tr("Category") }, parent);
     QList<ListPicker::Row> rows { { QStringLiteral("0"), { tr("No visit") } } };
@@ -46,6 +39,7 @@ std::optional<VisitData> pickVisit(HostSession& session, long patientNumber, QWi
                 displayName(pieces.value(4)) } });
     }
     picker.setRows(rows);
+    picker.selectKey(QString::number(currentVisit));
     const auto found = visits.find(picker.pick());
     return found == visits.end() ? std::nullopt : std::optional(found->second);
 }

@@ -1,9 +1,11 @@
 #include "host/PreviewDialog.h"
 
+#include "host/ListPicker.h"
 #include "platform/Failure.h"
 
 #include <QDialogButtonBox>
 #include <QFileDialog>
+#include <QGraphicsView>
 #include <QMessageBox>
 #include <QPrintDialog>
 #include <QPrintPreviewWidget>
@@ -13,16 +15,20 @@
 
 namespace health {
 
-PreviewDialog::PreviewDialog(ReportPages pages, const QString& title, QWidget* parent)
+PreviewDialog::PreviewDialog(const ReportPages& pages, const QString& title, QWidget* parent)
     : QDialog(parent)
-    , m_pages(std::move(pages))
+    , m_pages(pages)
     , m_printer(QPrinter::HighResolution)
 {
     setWindowTitle(title);
-    if (QPrinterInfo::availablePrinters().isEmpty())
+    if (QPrinterInfo::availablePrinters().isEmpty()) {
         m_printer.setOutputFormat(QPrinter::PdfFormat);
+        ReportPages::setUsualPaper(m_printer);
+    }
     m_preview = new QPrintPreviewWidget(&m_printer);
     m_preview->setAccessibleName(title);
+    if (auto* const pages = m_preview->findChild<QGraphicsView*>())
+        pages->setAccessibleName(tr("Pages"));
     connect(
         m_preview, &QPrintPreviewWidget::paintRequested, this, [this](QPrinter* printer) { m_pages.paint(*printer); });
 
@@ -44,7 +50,7 @@ PreviewDialog::PreviewDialog(ReportPages pages, const QString& title, QWidget* p
     auto* const layout = new QVBoxLayout(this);
     layout->addWidget(m_preview, 1);
     layout->addWidget(buttons);
-    resize(fontMetrics().horizontalAdvance(u'x') * 110, fontMetrics().height() * 44);
+    resizeToScreen(*this, { fontMetrics().horizontalAdvance(u'x') * 110, fontMetrics().height() * 44 });
     m_preview->fitToWidth();
 }
 
@@ -57,12 +63,14 @@ void PreviewDialog::print()
 
 void PreviewDialog::savePdf()
 {
-    const QString path =
-        QFileDialog::getSaveFileName(this, tr("Save as PDF"), QStringLiteral("report.pdf"), tr("PDF files (*.pdf)"));
-    if (path.isEmpty())
+    QFileDialog dialog(this, tr("Save as PDF"), QString(), tr("PDF files (*.pdf)"));
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setDefaultSuffix(QStringLiteral("pdf"));
+    dialog.selectFile(QStringLiteral("report.pdf"));
+    if (dialog.exec() != Accepted)
         return;
     try {
-        m_pages.savePdf(path);
+        m_pages.savePdf(dialog.selectedFiles().value(0));
     } catch (const Failure& failure) {
         QMessageBox::critical(this, tr("Save as PDF"), QString::fromStdWString(failure.description()));
     }

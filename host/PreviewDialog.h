@@ -13,7 +13,7 @@ namespace health {
 class PreviewDialog : public QDialog {
     Q_OBJECT
 public:
-    PreviewDialog(ReportPages pages, const QString& title, QWidget* parent);
+    PreviewDialog(const ReportPages& pages, const QString& title, QWidget* parent);
 
 private:
     void print();

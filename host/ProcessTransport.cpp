@@ -37,6 +37,9 @@ void ProcessTransport::close()
         return;
     m_process->disconnect(this);
     m_process->closeWriteChannel();
+    if (m_process->waitForFinished(EndMilliseconds))
+        return m_process.reset();
+    m_process->terminate();
     if (!m_process->waitForFinished(EndMilliseconds)) {
         m_process->kill();
         m_process->waitForFinished(EndMilliseconds);

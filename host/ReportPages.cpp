@@ -2,49 +2,115 @@
 
 #include "platform/Failure.h"
 
-#include <QDir>
 #include <QFileInfo>
 #include <QFontDatabase>
 #include <QFontMetricsF>
 #include <QLocale>
+#include <QPageSize>
 #include <QPainter>
 #include <QPrinter>
+
+#include <algorithm>
 
 namespace health {
 
 namespace {
 
-// Heading, an empty line, the report, an empty line, the foot.
-constexpr int FrameLines = 5;
+constexpr int FootLines = 2; // an empty line and the foot
+constexpr qsizetype TabWidth = 8;
 
 // The largest fixed font with which a line of the full width fits the page.
-QFont fittingFont(QPrinter& printer, double width)
+QFont fittingFont(QPrinter& printer, int letters, double width)
 {
     QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
     font.setPointSizeF(10.5);
-    const auto lineWidth = [&] {
-        return QFontMetricsF(font, &printer).horizontalAdvance(QString(ReportPages::LineWidth, u'M'));
-    };
+    const auto lineWidth = [&] { return QFontMetricsF(font, &printer).horizontalAdvance(QString(letters, u'M')); };
     while (font.pointSizeF() > 4 && lineWidth() > width)
         font.setPointSizeF(font.pointSizeF() - 0.25);
     return font;
 }
 
+QString withoutTabs(const QString& line)
+{
+    QString text;
+    for (const QChar letter : line) {
+        if (letter == u'\t')
+            text.resize((text.size() / TabWidth + 1) * TabWidth, u' ');
+        else
+            text += letter;
+    }
+    return text;
 }
 
-ReportPages::ReportPages(const QString& report, QString title, QString owner)
-    : m_title(std::move(title))
-    , m_owner(std::move(owner))
+// Where to break a line that is too long: after the last blank before the width's end, else at the width. A blank that
+// stands just behind the width is dropped.
+qsizetype breakOf(const QString& line, qsizetype width)
 {
-    QString text = report;
-    text.replace(QStringLiteral("\r\n"), QStringLiteral("\n")).replace(u'\r', u'\n').replace(u"\f"_qs, u"\n\f\n"_qs);
+    const qsizetype blank = line.lastIndexOf(u' ', width);
+    if (blank > width / 2)
+        return blank + 1;
+    return line[width - 1].isHighSurrogate() ? width - 1 : width;
+}
+
+QStringList brokenLines(QString line, qsizetype width)
+{
+    QStringList lines;
+    while (line.size() > width) {
+        const qsizetype end = breakOf(line, width);
+        lines.append(line.left(std::min(end, width)));
+        line.remove(0, end);
+    }
+    lines.append(line);
+    return lines;
+}
+
+[[noreturn]] void cannotWrite(const QString& path)
+{
+    throw Failure(QStringLiteral("The file %1 cannot be written.").arg(path).toStdWString());
+}
+
+}
+
+ReportPages::ReportPages(const Report& report, const QString& owner)
+    : m_lineWidth(std::clamp(report.lineWidth, 20, 250))
+    , m_pageNumbers(report.pageNumbers)
+{
+    m_heading.append(report.title);
+    m_heading.append(report.subtitles);
+    if (report.patientHeading)
+        m_heading.append(owner);
+
+    QString text = report.text;
+    text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"))
+        .replace(u'\r', u'\n')
+        .replace(QStringLiteral("\n\f\n"), QStringLiteral("\f"))
+        .replace(QStringLiteral("\f"), QStringLiteral("\n\f\n"));
     if (text.endsWith(u'\n'))
         text.chop(1);
-    for (const QString& line : text.split(u'\n')) {
-        m_lines.append(line.left(LineWidth));
-        for (qsizetype at = LineWidth; at < line.size(); at += LineWidth)
-            m_lines.append(line.mid(at, LineWidth));
+    for (const QString& line : text.split(u'\n'))
+        m_lines.append(brokenLines(withoutTabs(line), m_lineWidth));
+}
+
+QList<QStringList> ReportPages::pagesOf(int perPage) const
+{
+    QList<QStringList> pages(1);
+    for (const QString& line : m_lines) {
+        const bool feed = line == u"\f";
+        // A form feed at a page's beginning would leave that page empty.
+        if ((feed && !pages.last().isEmpty()) || (!feed && pages.last().size() == perPage))
+            pages.append(QStringList());
+        if (!feed)
+            pages.last().append(line);
     }
+    if (pages.size() > 1 && pages.last().isEmpty())
+        pages.removeLast();
+    return pages;
+}
+
+void ReportPages::setUsualPaper(QPrinter& printer)
+{
+    const bool letter = QLocale::system().measurementSystem() == QLocale::ImperialUSSystem;
+    printer.setPageSize(QPageSize(letter ? QPageSize::Letter : QPageSize::A4));
 }
 
 int ReportPages::paint(QPrinter& printer) const
@@ -53,32 +119,29 @@ int ReportPages::paint(QPrinter& printer) const
     if (!painter.begin(&printer))
         throw Failure(L"The report cannot be printed.");
     const QRectF page = printer.pageRect(QPrinter::DevicePixel);
-    const QFont font = fittingFont(printer, page.width());
+    const QFont font = fittingFont(printer, m_lineWidth, page.width());
     painter.setFont(font);
     const double lineHeight = QFontMetricsF(font, &printer).lineSpacing();
-    const int perPage = std::max(1, static_cast<int>(page.height() / lineHeight) - FrameLines);
+    const int rows = static_cast<int>(page.height() / lineHeight);
+    const int firstRow = static_cast<int>(m_heading.size()) + 1;
+    const QList<QStringList> pages = pagesOf(std::max(1, rows - firstRow - FootLines));
 
-    QList<QStringList> pages(1);
-    for (const QString& line : m_lines) {
-        if (line == u"\f" || pages.last().size() == perPage)
-            pages.append(QStringList());
-        if (line != u"\f")
-            pages.last().append(line);
-    }
-    const QString date = QLocale().toString(QDate::currentDate(), QLocale::ShortFormat);
+    const auto drawLine = [&](qsizetype row, const QString& text, Qt::Alignment alignment = Qt::AlignLeft) {
+        const QRectF line(0, static_cast<double>(row) * lineHeight, page.width(), lineHeight);
+        painter.drawText(line, static_cast<int>(alignment) | Qt::TextDontClip | Qt::TextSingleLine, text);
+    };
+    const QString printed =
+        QStringLiteral("Printed %1").arg(QDate::currentDate().toString(QStringLiteral("MM/dd/yyyy")));
     for (qsizetype number = 0; number < pages.size(); ++number) {
         if (number > 0)
             printer.newPage();
-        const auto drawLine = [&](int row, const QString& text, Qt::Alignment alignment) {
-            const QRectF line(0, row * lineHeight, page.width(), lineHeight);
-            painter.drawText(line, static_cast<int>(alignment) | Qt::TextDontClip | Qt::TextSingleLine, text);
-        };
-        drawLine(0, m_title, Qt::AlignLeft);
-        drawLine(0, date, Qt::AlignRight);
-        drawLine(1, m_owner, Qt::AlignLeft);
-        for (qsizetype line = 0; line < pages[number].size(); ++line)
-            drawLine(static_cast<int>(line) + 3, pages[number][line], Qt::AlignLeft);
-        drawLine(perPage + 4, QStringLiteral("Page %1 of %2").arg(number + 1).arg(pages.size()), Qt::AlignRight);
+        for (qsizetype row = 0; row < m_heading.size(); ++row)
+            drawLine(row, m_heading[row]);
+        for (qsizetype row = 0; row < pages[number].size(); ++row)
+            drawLine(firstRow + row, pages[number][row]);
+        drawLine(rows - 1, printed);
+        if (m_pageNumbers)
+            drawLine(rows - 1, QStringLiteral("Page %1 of %2").arg(number + 1).arg(pages.size()), Qt::AlignRight);
     }
     painter.end();
     return static_cast<int>(pages.size());
@@ -86,18 +149,22 @@ int ReportPages::paint(QPrinter& printer) const
 
 void ReportPages::savePdf(const QString& path) const
 {
+    const QFileInfo file(path);
+    if (file.isDir() || (file.exists() && !file.isWritable()))
+        cannotWrite(path);
     QPrinter printer(QPrinter::HighResolution);
     printer.setOutputFormat(QPrinter::PdfFormat);
     printer.setOutputFileName(path);
-    printer.setDocName(m_title);
-    const bool writable = QFileInfo(path).absoluteDir().exists();
-    if (!writable)
-        throw Failure(QStringLiteral("The file %1 cannot be written.").arg(path).toStdWString());
+    printer.setDocName(m_heading.first());
+    setUsualPaper(printer);
     try {
         paint(printer);
     } catch (const Failure&) {
-        throw Failure(QStringLiteral("The file %1 cannot be written.").arg(path).toStdWString());
+        cannotWrite(path);
     }
+    // A file that the disk had no room for is left without its end.
+    if (QFileInfo(path).size() == 0)
+        cannotWrite(path);
 }
 
 }

@@ -3,15 +3,31 @@
 #include "host/Transport.h"
 
 #include <QCoreApplication>
+#include <QCursor>
 #include <QElapsedTimer>
+#include <QGuiApplication>
 #include <QIODevice>
+#include <QScopeGuard>
 #include <QScopedValueRollback>
+
+#include <algorithm>
 
 namespace health {
 
 namespace {
+
 constexpr qint64 QuietMilliseconds = 100; // shorter calls do not turn the event loop
 constexpr int SliceMilliseconds = 20;
+
+// Shows the busy pointer for as long as it lives.
+class BusyPointer {
+public:
+    BusyPointer() { QGuiApplication::setOverrideCursor(Qt::WaitCursor); }
+    ~BusyPointer() { QGuiApplication::restoreOverrideCursor(); }
+    BusyPointer(const BusyPointer&) = delete;
+    BusyPointer& operator=(const BusyPointer&) = delete;
+};
+
 }
 
 ServerConnection::ServerConnection(Transport& transport, int timeoutMilliseconds)
@@ -54,38 +70,62 @@ QByteArray ServerConnection::exchange(long long number, TextView name, TextView 
     const QByteArray frame = encodeRequest(number, name, parameter);
     if (m_transport.device()->write(frame) != frame.size())
         lose(m_transport.endReason());
-    // Events that came along behind the answer are read when the call is over.
-    QMetaObject::invokeMethod(this, &ServerConnection::readIdle, Qt::QueuedConnection);
+    // Events that came along behind the answer are read when the call is over; posted only then, since a long call
+    // works on posted events itself.
+    const auto readLate =
+        qScopeGuard([this] { QMetaObject::invokeMethod(this, &ServerConnection::readIdle, Qt::QueuedConnection); });
     return waitFor(number);
 }
 
 QByteArray ServerConnection::waitFor(long long number)
 {
-    QElapsedTimer silence;
-    silence.start();
+    QElapsedTimer call;
+    call.start();
+    QElapsedTimer silence = call;
+    std::optional<BusyPointer> busy;
     for (;;) {
-        const auto answer = nextAnswer();
-        if (!answer) {
-            if (silence.elapsed() > m_timeout)
-                lose(tr("The server did not answer within %1 seconds.").arg(m_timeout / 1000.0));
-            readMore(silence.elapsed());
+        if (const auto answer = nextAnswer()) {
+            silence.restart();
+            if (auto reply = replyIn(*answer, number))
+                return *std::move(reply);
             continue;
         }
-        silence.restart();
-        if (answer->kind == Answer::Kind::Progress && onProgress)
-            onProgress(static_cast<int>(answer->number), QString::fromUtf8(answer->text));
-        if (answer->kind == Answer::Kind::Event && onEvent)
-            onEvent(*answer);
-        if (answer->kind != Answer::Kind::Reply && answer->kind != Answer::Kind::Failed)
+        if (silence.elapsed() > m_timeout)
+            lose(tr("The server did not answer within %1 seconds.").arg(m_timeout / 1000.0));
+        if (readMore())
+            silence.restart();
+        if (call.elapsed() < QuietMilliseconds)
             continue;
-        if (answer->kind == Answer::Kind::Failed && answer->number == 0)
-            lose(QString::fromUtf8(answer->text));
-        if (answer->number != number)
-            lose(tr("The server's answer belongs to another call."));
-        if (answer->kind == Answer::Kind::Failed)
-            throw Failure(widen({ answer->text.data(), static_cast<std::size_t>(answer->text.size()) }));
-        return answer->text;
+        if (!busy)
+            busy.emplace();
+        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents | QEventLoop::X11ExcludeTimers);
     }
+}
+
+// The reply that the call waits for; empty for news on the way.
+std::optional<QByteArray> ServerConnection::replyIn(const Answer& answer, long long number)
+{
+    switch (answer.kind) {
+    case Answer::Kind::Progress:
+        if (onProgress)
+            onProgress(static_cast<int>(std::clamp(answer.number, 0LL, 100LL)), QString::fromUtf8(answer.text));
+        return std::nullopt;
+    case Answer::Kind::Event:
+        if (onEvent)
+            onEvent(answer);
+        return std::nullopt;
+    case Answer::Kind::Failed:
+        if (answer.number == number)
+            throw Failure(widen({ answer.text.data(), static_cast<std::size_t>(answer.text.size()) }));
+        if (answer.number == 0)
+            lose(QString::fromUtf8(answer.text));
+        break;
+    case Answer::Kind::Reply:
+        if (answer.number == number)
+            return answer.text;
+        break;
+    }
+    lose(tr("The server's answer belongs to another call."));
 }
 
 std::optional<Answer> ServerConnection::nextAnswer()
@@ -98,29 +138,31 @@ std::optional<Answer> ServerConnection::nextAnswer()
     }
 }
 
-void ServerConnection::readMore(qint64 waited)
+// Waits a little for bytes; true when some came.
+bool ServerConnection::readMore()
 {
     QIODevice* const device = m_transport.device();
+    // In this order: what a server said before it ended is read first.
     const bool alive = m_transport.isAlive();
     if (device->bytesAvailable() > 0)
-        return;
+        return true;
     if (!alive) {
         const bool torn = m_reader.pending() > 0;
         lose(m_transport.endReason() + (torn ? tr(" Its last answer was cut off.") : QString()));
     }
-    device->waitForReadyRead(SliceMilliseconds);
-    if (waited > QuietMilliseconds)
-        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+    return device->waitForReadyRead(SliceMilliseconds);
 }
 
-// What comes while no call waits can only be events.
+// What comes while no call waits can only be events; after anything else the stream is out of step.
 void ServerConnection::readIdle()
 {
     if (m_waiting || !m_open)
         return;
     try {
         while (const auto answer = nextAnswer()) {
-            if (answer->kind == Answer::Kind::Event && onEvent)
+            if (answer->kind != Answer::Kind::Event)
+                lose(tr("The server answered without a call."));
+            if (onEvent)
                 onEvent(*answer);
         }
         if (m_transport.isAlive())

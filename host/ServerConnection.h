@@ -20,7 +20,7 @@ class ConnectionLost : public Failure {
 class ServerConnection : public QObject {
     Q_OBJECT
 public:
-    // The transport must outlive the connection. The time-out counts from the last sign of life.
+    // The transport must outlive the connection. The time-out counts from the last byte that came.
     ServerConnection(Transport& transport, int timeoutMilliseconds);
 
     bool isOpen() const { return m_open; }
@@ -28,8 +28,9 @@ public:
     void open();
     void close();
 
-    // Sends a request and waits for its reply (UTF-8). User input waits; the window is painted. Throws ConnectionLost
-    // where there is no answer, Failure with the server's text where the call failed there.
+    // Sends a request and waits for its reply (UTF-8). In a long call the window is painted and the pointer is busy,
+    // but user input and timers wait: nothing else begins meanwhile. Throws ConnectionLost where there is no answer,
+    // Failure with the server's text where the call failed there.
     QByteArray exchange(long long number, TextView name, TextView parameter);
     bool isWaiting() const { return m_waiting; }
 
@@ -43,7 +44,8 @@ Q_SIGNALS:
 private:
     QByteArray waitFor(long long number);
     std::optional<Answer> nextAnswer();
-    void readMore(qint64 waited);
+    std::optional<QByteArray> replyIn(const Answer& answer, long long number);
+    bool readMore();
     void readIdle();
     [[noreturn]] void lose(const QString& reason);
 

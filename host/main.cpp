@@ -2,6 +2,7 @@
 #include "host/DisplayText.h"
 #include "host/MainWindow.h"
 #include "host/Tour.h"
+#include "host/UnattendedDialogs.h"
 
 #include <QApplication>
 #include <QMessageBox>
@@ -14,47 +15,71 @@ using namespace health;
 
 namespace {
 
-// Prints and saves what the options ask for; 0 when all went well.
-int report(MainWindow& window, const Options& options)
+// Prints and saves what the options ask for; false when that did not go well.
+bool report(MainWindow& window, const Options& options)
 {
-    QApplication::processEvents();
     if (!options.tour.isEmpty()) {
         const int pictures = Tour(window, options.tour).run();
         if (pictures < 0)
             std::fprintf(stderr, "The pictures cannot be saved in %s.\n", qPrintable(options.tour));
         else
             std::printf("%d pictures saved.\n", pictures);
-        return pictures < 0 ? 1 : 0;
+        return pictures >= 0;
     }
     if (options.list) {
         const PatientData& patient = window.context().patient();
-        if (patient.number != 0)
+        if (patient.number == 0)
+            std::puts("No patient selected");
+        else
             std::printf("%s (%ld)\n", qUtf8Printable(displayName(patient.name)), patient.number);
         std::fputs(qUtf8Printable(window.gridText()), stdout);
     }
-    if (!options.picture.isEmpty() && !window.grab().save(options.picture)) {
-        std::fprintf(stderr, "The picture cannot be saved in %s.\n", qPrintable(options.picture));
-        return 1;
-    }
-    return 0;
+    if (options.picture.isEmpty() || window.grab().save(options.picture))
+        return true;
+    std::fprintf(stderr, "The picture cannot be saved in %s.\n", qPrintable(options.picture));
+    return false;
 }
 
-int runWindow(const Options& options)
+int runUnattended(const Options& options)
+{
+    UnattendedDialogs dialogs;
+    if (options.tour.isEmpty()) // which opens dialogs of its own, and closes them
+        QApplication::instance()->installEventFilter(&dialogs);
+    MainWindow window(options);
+    try {
+        if (!window.start())
+            throw Failure(L"The server knows no user.");
+    } catch (const CallAbandoned&) {
+        return 1; // printed where the question would have been asked
+    } catch (const Failure& failure) {
+        std::fprintf(stderr, "%s\n", failure.what());
+        return 1;
+    }
+    if (!window.panelFailure().isEmpty())
+        std::fprintf(stderr, "%s\n", qPrintable(window.panelFailure()));
+    window.show();
+    QApplication::processEvents();
+    const bool reported = report(window, options);
+    return reported && !dialogs.hasSeenOne() && window.panelFailure().isEmpty() ? 0 : 1;
+}
+
+int runAttended(const Options& options)
 {
     MainWindow window(options);
     try {
         if (!window.start())
             return 0;
+    } catch (const CallAbandoned&) {
+        return 1; // the user has seen why
     } catch (const Failure& failure) {
-        const QString text = QString::fromStdWString(failure.description());
-        if (options.isUnattended())
-            std::fprintf(stderr, "%s\n", qPrintable(text));
-        else
-            QMessageBox::critical(nullptr, QStringLiteral("Personal Health"), text);
+        QMessageBox box(QMessageBox::Critical, QStringLiteral("Personal Health"),
+            QString::fromStdWString(failure.description()), QMessageBox::Ok);
+        box.setTextFormat(Qt::PlainText);
+        box.exec();
         return 1;
     }
     window.show();
-    return options.isUnattended() ? report(window, options) : QApplication::exec();
+    return QApplication::exec();
 }
 
 int registration(const Options& options)
@@ -90,7 +115,9 @@ int run(int argc, char** argv)
     Application::setApplicationVersion(QStringLiteral(HOST_VERSION));
     const Options options = readOptions();
     const bool registers = !options.registerLibrary.isEmpty() || !options.unregisterLibrary.isEmpty();
-    return registers ? registration(options) : runWindow(options);
+    if (registers)
+        return registration(options);
+    return options.isUnattended() ? runUnattended(options) : runAttended(options);
 }
 
 }
