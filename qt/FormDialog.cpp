@@ -8,7 +8,10 @@
 #include <QApplication>
 #include <QFocusEvent>
 #include <QKeyEvent>
+#include <QLayout>
 #include <QTimer>
+
+#include <algorithm>
 
 namespace health {
 
@@ -33,6 +36,15 @@ FormDialog::FormDialog(Form& form, QtDesktop& desktop, QWidget* parent)
     }
     m_form.setObserver(this);
     defaultChanged(form);
+    fitToText();
+}
+
+// As high as the wrapped help texts need at this width; the usual first size may be less on a small screen.
+void FormDialog::fitToText()
+{
+    const QSize size = layout()->totalSizeHint();
+    const int height = layout()->hasHeightForWidth() ? layout()->totalHeightForWidth(size.width()) : size.height();
+    resize(size.width(), std::max(height, size.height()));
 }
 
 FormDialog::~FormDialog()

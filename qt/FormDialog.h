@@ -33,6 +33,7 @@ protected:
 
 private:
     Control* controlOf(QObject* widget) const;
+    void fitToText();
     void focusEntered(Control& control);
     bool commitDate();
 
