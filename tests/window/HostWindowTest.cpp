@@ -4,6 +4,7 @@
 #include "host/MainWindow.h"
 
 #include <QApplication>
+#include <QPushButton>
 #include <QTableView>
 #include <QTemporaryDir>
 #include <QTest>
@@ -248,6 +249,84 @@ TEST_F(HostWindow, ServerKilledUnderAFormIsTriedAgainAndSavesOnce)
     EXPECT_TRUE(waitUntil([&] { return summary(1).endsWith(QStringLiteral("Exclusive Breastfeeding")); }))
         << summary(1).toStdString();
     EXPECT_EQ(grid()->model()->rowCount(), rows);
+}
+
+TEST_F(HostWindow, LookupFieldIsLeftByClickAndByCancel)
+{
+    ASSERT_TRUE(window->context().selectPatient(9)); // no longer listed
+    ASSERT_TRUE(window->context().selectPatient(6));
+    selectRow(0);
+    QStringList dialogs;
+    // Where the widget with this text or of this name is on the screen, clicked as by a mouse.
+    const auto click = [](QWidget& dialog, const QString& caption) {
+        for (QPushButton* button : dialog.findChildren<QPushButton*>()) {
+            if (QString(button->text()).remove(u'&') != caption)
+                continue;
+            const QPoint place = button->mapToGlobal(button->rect().center());
+            pressKeys({ QStringLiteral("mousemove"), QString::number(place.x()), QString::number(place.y()),
+                QStringLiteral("click"), QStringLiteral("1") });
+        }
+    };
+    int step = 0;
+    QTimer driver;
+    QObject::connect(&driver, &QTimer::timeout, window.get(), [&] {
+        QWidget* const dialog = QApplication::activeModalWidget();
+        if (!dialog)
+            return;
+        dialogs.append(dialog->windowTitle());
+        switch (step++) {
+        case 0:
+            pressKeys({ QStringLiteral("key"), QStringLiteral("alt+m"), QStringLiteral("BackSpace"),
+                QStringLiteral("Tab"), QStringLiteral("alt+m") });
+            break;
+        case 1:
+            pressKeys({ QStringLiteral("type"), QStringLiteral("pember") });
+            break;
+        case 2:
+            click(*dialog, QStringLiteral("OK")); // leaves the field: two are found, the dialog asks
+            break;
+        case 3:
+            click(*dialog, QStringLiteral("Cancel")); // the lookup's: nothing was chosen, the name is cleared
+            break;
+        case 4:
+            pressKeys({ QStringLiteral("key"), QStringLiteral("alt+m") });
+            break;
+        case 5:
+            pressKeys({ QStringLiteral("type"), QStringLiteral("pember") });
+            break;
+        default:
+            click(*dialog, QStringLiteral("Cancel")); // the form's: no lookup on the way out
+        }
+    });
+    driver.start(500);
+    pressKeys({ QStringLiteral("key"), QStringLiteral("Return") });
+    ASSERT_TRUE(waitUntil([&] { return step >= 7 && !QApplication::activeModalWidget(); }));
+    EXPECT_EQ(dialogs.count(QStringLiteral("Lookup Patient")), 1) << dialogs.join(u'|').toStdString();
+}
+
+TEST_F(HostWindow, SecondHostFollowsTheFirst)
+{
+    ASSERT_TRUE(window->context().selectPatient(5));
+    ASSERT_TRUE(summary(1).endsWith(QStringLiteral("1/2 Breast & 1/2 Formula")));
+    activation.stop(); // the other program has the keyboard now
+    QProcess other;
+    other.start(QStringLiteral(HOST_PROGRAM),
+        { QStringLiteral("--data"), folder.filePath(QStringLiteral("data")), QStringLiteral("--server-program"),
+            QStringLiteral(SERVER_PROGRAM), QStringLiteral("--user"), QStringLiteral("BRIGHTWATER,NELL"),
+            QStringLiteral("--patient"), QStringLiteral("5") });
+    keys.start(QStringLiteral("sh"),
+        { QStringLiteral("-c"),
+            QStringLiteral("sleep 2; w=$(xdotool search --pid %1 --name Pemberton | tail -1); xdotool windowraise $w "
+                           "windowfocus $w; sleep 0.5; "
+                           "xdotool mousemove --window $w 400 230 click 1; sleep 0.3; xdotool key Home Down Return; "
+                           "sleep 0.7; xdotool key End space; sleep 0.3; "
+                           "w=$(xdotool search --pid %1 --name 'Infant Feeding' | tail -1); xdotool key alt+o")
+                .arg(other.processId()) });
+    EXPECT_TRUE(waitUntil([&] { return summary(1).endsWith(QStringLiteral("Formula Only")); }))
+        << summary(1).toStdString();
+    keys.waitForFinished();
+    other.terminate();
+    EXPECT_TRUE(other.waitForFinished(5000));
 }
 
 }
