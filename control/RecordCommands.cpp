@@ -2,9 +2,15 @@
 #include "control/kalmevRepHistCtrl.h"
 
 #include "control/GridLoader.h"
+#include "editors/frmAsthma.h"
+#include "editors/frmER.h"
+#include "editors/frmElder.h"
+#include "editors/frmElderView.h"
 #include "editors/frmInf.h"
 #include "editors/frmPediatric.h"
+#include "editors/frmRefusal.h"
 #include "editors/frmRepHist.h"
+#include "editors/frmTxc.h"
 #include "platform/Conversions.h"
 
 namespace health {
@@ -14,10 +20,12 @@ namespace {
 // Lets the host offer its visits when none is active.
 constexpr int AskForVisitFlags = 44;
 
-// Set by the caller in the order given, shown, and gone.
-template<typename Editor>
-void show(modShared& shared, Editor& editor)
+// A new one each time; its public fields are set in the order given, it is shown, and gone.
+template<typename Editor, typename... Fields>
+void show(modShared& shared, Fields&&... set)
 {
+    Editor editor(shared);
+    (set(editor), ...);
     shared.desktop().showModal(editor);
 }
 
@@ -38,7 +46,7 @@ void kalmevRepHistCtrl::cmd_Click(int index)
     if (index == Edit)
         openEditor(type, record, Text(fgData.text(row, GridColumn::Visit)));
     else
-        DelRec(type, record, Text(fgData.text(row, GridColumn::Label)));
+        trap(L"DelRec", [&] { DelRec(type, record, Text(fgData.text(row, GridColumn::Label))); });
 }
 
 void kalmevRepHistCtrl::openEditor(int number, const Text& record, Text visit)
@@ -58,27 +66,35 @@ void kalmevRepHistCtrl::openEditor(int number, const Text& record, Text visit)
 // The grid follows by the server's event, not from here.
 void kalmevRepHistCtrl::showEditor(RecordTypeNumber number, const Text& record, const Text& visit)
 {
+    const auto hasKey = [this](EditKey key) { return m_editKeys[static_cast<std::size_t>(key)]; };
+    const auto setRecord = [&](auto& editor) { editor.m_sIEN = record; };
+    const auto setVisit = [&](auto& editor) { editor.m_sVisit = visit; };
     switch (number) {
-    case RecordTypeNumber::Reproductive: {
-        frmRepHist editor(m_shared);
-        show(m_shared, editor);
-        break;
-    }
-    case RecordTypeNumber::InfantFeeding: {
-        frmInf editor(m_shared);
-        editor.m_sIEN = record;
-        editor.m_sVisit = visit;
-        show(m_shared, editor);
-        break;
-    }
-    case RecordTypeNumber::BirthMeasurements: {
-        frmPediatric editor(m_shared);
-        show(m_shared, editor);
-        break;
-    }
-    default:
-        m_shared.InfoBox(L"Records of this type can be listed and deleted; their editor comes with a later version.",
-            L"Personal Health");
+    case RecordTypeNumber::Reproductive:
+        return show<frmRepHist>(m_shared);
+    case RecordTypeNumber::InfantFeeding:
+        return show<frmInf>(m_shared, setRecord, setVisit);
+    case RecordTypeNumber::BirthMeasurements:
+        return show<frmPediatric>(m_shared);
+    case RecordTypeNumber::FunctionalStatus:
+        if (record.empty())
+            return show<frmElder>(m_shared, setVisit, setRecord);
+        return show<frmElderView>(
+            m_shared, [&](frmElderView& viewer) { viewer.m_bElder = hasKey(EditKey::Elder); }, setVisit, setRecord);
+    case RecordTypeNumber::Asthma:
+        return show<frmAsthma>(
+            m_shared,
+            [&](frmAsthma& editor) {
+                editor.m_bRegKey = hasKey(EditKey::Registry);
+                editor.height = editor.m_bRegKey ? frmAsthma::RegistryHeight : frmAsthma::PlainHeight;
+            },
+            setVisit, setRecord);
+    case RecordTypeNumber::TreatmentContract:
+        return show<frmTxc>(m_shared, setVisit, setRecord);
+    case RecordTypeNumber::Refusal:
+        return show<frmRefusal>(m_shared, [&](frmRefusal& editor) { editor.m_sRefusalIen = record; });
+    case RecordTypeNumber::EmergencyRoom:
+        return show<frmER>(m_shared, setVisit, setRecord);
     }
 }
 
@@ -92,13 +108,14 @@ void kalmevRepHistCtrl::DelRec(int number, const Text& record, const Text& label
         m_shared.WarningBox(label + L" may not be deleted.", L"Deletion not Allowed");
         return;
     }
+    const Text patient = wholeText(m_shared.patient().number()); // the one that the questions are about
     if (!m_shared.ConfirmBox(
             L"Are you sure you want to delete the selected " + label + L" record?", TextView(L"Remove Record?")))
         return;
     if (type->number == RecordTypeNumber::Asthma
         && m_shared.ConfirmBox(
             L"Do you wish to inactivate this patient from the asthma registry?", TextView(L"Inactivate Patient?"))) {
-        const Text reply = m_shared.CallRpc(L"MEVVAST SETREG", wholeText(m_shared.patient().number()) + L"^I");
+        const Text reply = m_shared.CallRpc(L"MEVVAST SETREG", patient + L"^I");
         if (m_shared.CheckRpcError(reply, L""))
             return;
     }

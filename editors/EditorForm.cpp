@@ -1,17 +1,17 @@
 #include "editors/EditorForm.h"
 
+#include "lookups/frmLookup.h"
+#include "platform/Letters.h"
+
 namespace health {
 
 EditorForm::EditorForm(modShared& shared, TextView name, TextView caption)
     : Form(name, caption)
     , m_shared(shared)
 {
-    cmdAdd.setCaption(L"&OK");
-    cmdAdd.setToolTip(L"Add data");
     cmdCancel.setCaption(L"&Cancel");
     cmdCancel.setToolTip(L"Cancel adding data");
     cmdCancel.Click = [this] { close(); };
-    setDefaultButton(&cmdAdd);
     setCancelButton(cmdCancel);
 }
 
@@ -28,30 +28,92 @@ std::function<void()> EditorForm::trapped(TextView procedure, std::function<void
     return [this, procedure, work = std::move(work)] { trap(procedure, work); };
 }
 
-void EditorForm::bindLookup(TextBox& field, Button& button, std::function<void()> lookup)
+// --- Reading and saving ---
+
+void EditorForm::bindSave(Button& button, TextView procedure, std::function<void()> work)
+{
+    button.setCaption(L"&OK");
+    button.setToolTip(L"Add data");
+    button.Click = trapped(procedure, std::move(work));
+    m_save = &button;
+    setDefaultButton(m_save);
+}
+
+Text EditorForm::readRecord(TextView call, TextView parameter)
+{
+    const Text reply = m_shared.CallRpcList(call, parameter);
+    return m_shared.CheckRpcError(reply, L"") ? Text() : reply;
+}
+
+void EditorForm::save(TextView call, TextView record)
+{
+    if (!m_shared.CheckRpcError(m_shared.CallRpc(call, record), L""))
+        close();
+}
+
+// --- Fields with a lookup ---
+
+void EditorForm::bindLookup(TextBox& field, Button& button, TypedOver typedOver, std::function<void()> lookup)
 {
     setLookupButton(field, button);
-    button.Click = lookup;
-    field.GotFocus = [this, &field, &button] {
+    button.setCaption(L"...");
+    LookupField& own = m_lookupFields[&field];
+    own = { typedOver, {}, {}, std::move(lookup) };
+    button.Click = [&field, &own] {
+        own.searched = field.text();
+        own.lookup();
+    };
+    field.GotFocus = [this, &field, &button, &own] {
+        own.searched.clear();
         field.selectAll();
         setDefaultButton(&button);
     };
-    field.LostFocus = [this, &field, lookup = std::move(lookup)] { leaveLookupField(field, lookup); };
+    field.LostFocus = [this, &field, &own] { leaveLookupField(field, own); };
 }
 
-void EditorForm::leaveLookupField(TextBox& field, const std::function<void()>& lookup)
+void EditorForm::leaveLookupField(TextBox& field, const LookupField& lookupField)
 {
-    setDefaultButton(&cmdAdd);
+    setDefaultButton(m_save);
     if (activeControl() == &cmdCancel)
         return;
-    if (field.text().empty()) {
+    const bool typedOver = lookupField.typedOver == TypedOver::ClearsId && field.text() != lookupField.picked;
+    if (typedOver || field.text().empty())
         field.setTag({});
-        return;
-    }
-    if (field.tag().empty())
-        lookup();
+    if (!field.text().empty() && field.tag().empty() && field.text() != lookupField.searched)
+        lookupField.lookup();
     if (field.tag().empty())
         field.setText({});
+}
+
+bool EditorForm::lookUp(TextBox& field, int table)
+{
+    frmLookup lookup(m_shared);
+    if (!lookup.RunQuery(table, field.text(), true, L"*"))
+        return false;
+    setPicked(field, lookup.m_sRecId.empty() ? Text() : lookup.m_sName, lookup.m_sRecId);
+    return true;
+}
+
+void EditorForm::setPicked(TextBox& field, TextView name, TextView id)
+{
+    field.setText(name);
+    field.setTag(id);
+    m_lookupFields[&field].picked = field.text();
+}
+
+// --- Texts ---
+
+Text withoutCarets(TextView text) { return TranslateChars(text, L"^", L" "); }
+
+Text spacedName(TextView name)
+{
+    Text spaced;
+    for (const wchar_t letter : name) {
+        spaced += letter;
+        if (letter == L',')
+            spaced += L' ';
+    }
+    return properCase(spaced);
 }
 
 }

@@ -6,12 +6,12 @@
 
 namespace health {
 
-// What the record editors share: the error trap under their own names, the first activation, OK and Cancel.
+// What the record editors share: the error trap under their own names, the first activation, reading and saving,
+// fields with a lookup, Cancel.
 class EditorForm : public Form {
 public:
     void Form_Activate() final;
 
-    Button cmdAdd;
     Button cmdCancel;
 
 protected:
@@ -25,16 +25,48 @@ protected:
     std::function<void()> trapped(TextView procedure, std::function<void()> work);
     void trap(TextView procedure, const std::function<void()>& work) { m_shared.trap(name(), procedure, work); }
 
+    // The button that saves: "&OK", pressed by Enter; `work` runs as the procedure of that name.
+    void bindSave(Button& button, TextView procedure, std::function<void()> work);
+
+    // The reply of a list call; empty when the server refused it, which was told.
+    Text readRecord(TextView call, TextView parameter);
+    // Closes the form when the server took the record.
+    void save(TextView call, TextView record);
+
+    // What becomes of the id when the user types over a name that a lookup gave.
+    enum class TypedOver {
+        KeepsId,
+        ClearsId,
+    };
     // A field whose value is picked by a lookup: entering it makes the lookup the default, a text without an id is
     // looked up on leaving, an unresolved one cleared.
-    void bindLookup(TextBox& field, Button& button, std::function<void()> lookup);
+    void bindLookup(TextBox& field, Button& button, TypedOver typedOver, std::function<void()> lookup);
+    // Looks the field's text up in a table. A choice goes into the field, an empty choice clears it; cancelling changes
+    // nothing and gives false.
+    bool lookUp(TextBox& field, int table);
+    // Puts a name and its id into such a field.
+    void setPicked(TextBox& field, TextView name, TextView id);
 
     modShared& m_shared;
 
 private:
-    void leaveLookupField(TextBox& field, const std::function<void()>& lookup);
+    struct LookupField {
+        TypedOver typedOver;
+        Text picked; // the name that came with the id
+        Text searched; // by the button; leaving the field does not ask the same again
+        std::function<void()> lookup;
+    };
+    void leaveLookupField(TextBox& field, const LookupField& lookupField);
 
+    std::map<TextBox*, LookupField> m_lookupFields;
+    Button* m_save = nullptr;
     bool m_activated = false;
 };
+
+// A free text as it is saved: "^" would shift the pieces that follow.
+Text withoutCarets(TextView text);
+
+// A name as lists show it: SMITH,JOHN is Smith, John.
+Text spacedName(TextView name);
 
 }

@@ -12,7 +12,7 @@ frmInf::frmInf(modShared& shared)
     for (const TextView choice : choices)
         lstINF.addItem(choice, lstINF.count() + 1);
     lstINF.ItemCheck = [this](int item) { trap(L"lstINF_ItemCheck", [&] { lstINF_ItemCheck(item); }); };
-    cmdAdd.Click = trapped(L"cmdAdd_Click", [this] { cmdAdd_Click(); });
+    bindSave(cmdAdd, L"cmdAdd_Click", [this] { cmdAdd_Click(); });
 }
 
 Arrangement frmInf::arrangement() { return column({ lstINF, buttons({ cmdAdd, cmdCancel }) }); }
@@ -27,11 +27,9 @@ void frmInf::activate()
 
 void frmInf::loadRecord()
 {
-    const Text reply = m_shared.CallRpcList(L"MEVVIF GET", L"^" + m_sIEN);
-    if (reply.empty() || m_shared.CheckRpcError(reply, L""))
-        return;
+    const Text reply = readRecord(L"MEVVIF GET", L"^" + m_sIEN);
     for (const TextView line : replyLines(reply)) {
-        const auto code = static_cast<int>(roundToWhole(leadingNumber(pieceView(pieceView(line, L"^", 4), L"|", 2))));
+        const double code = leadingNumber(pieceView(pieceView(line, L"^", 4), L"|", 2));
         for (int item = 0; code != 0 && item < lstINF.count(); ++item) {
             if (lstINF.itemData(item) != code)
                 continue;
@@ -64,8 +62,7 @@ void frmInf::cmdAdd_Click()
         return;
     }
     record += L"^" + wholeText(lstINF.itemData(item));
-    if (!m_shared.CheckRpcError(m_shared.CallRpc(L"MEVVIF SET", record), L""))
-        close();
+    save(L"MEVVIF SET", record);
 }
 
 }

@@ -16,6 +16,7 @@ public:
     Arrangement arrangement() override;
 
     CheckList lstINF;
+    Button cmdAdd;
 
 private:
     void activate() override;

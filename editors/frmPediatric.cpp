@@ -1,6 +1,6 @@
 #include "editors/frmPediatric.h"
 
-#include "lookups/frmLookup.h"
+#include "lookups/LookupTables.h"
 #include "platform/Conversions.h"
 #include "platform/Letters.h"
 
@@ -44,8 +44,9 @@ frmPediatric::frmPediatric(modShared& shared)
         txt[i].KeyPress = [this](wchar_t& key) { txt_KeyPress(key); };
         txt[i].Validate = [this, i](bool& cancel) { trap(L"txt_Validate", [&] { txt_Validate(i, cancel); }); };
     }
-    bindLookup(txtPat, cmdPat, trapped(L"cmdPat_Click", [this] { cmdPat_Click(); }));
-    cmdAdd.Click = trapped(L"cmdAdd_Click", [this] { cmdAdd_Click(); });
+    bindLookup(txtPat, cmdPat, TypedOver::KeepsId,
+        trapped(L"cmdPat_Click", [this] { lookUp(txtPat, LookupTableNumber::Patient); }));
+    bindSave(cmdAdd, L"cmdAdd_Click", [this] { cmdAdd_Click(); });
 }
 
 void frmPediatric::setCaptions()
@@ -62,7 +63,6 @@ void frmPediatric::setCaptions()
     for (std::size_t i = 0; i < captions.size(); ++i)
         lbl[i].setCaption(captions[i]);
     lblWt.setCaption(L"(lbs oz)");
-    cmdPat.setCaption(L"...");
 }
 
 Arrangement frmPediatric::arrangement()
@@ -96,8 +96,7 @@ void frmPediatric::LoadData()
     }
     for (std::size_t i = 1; i < Boxes; ++i)
         txt[i].setText(pieces[8 + i]);
-    txtPat.setText(pieceView(pieces[13], L"|", 1));
-    txtPat.setTag(pieceView(pieces[13], L"|", 2));
+    setPicked(txtPat, pieceView(pieces[13], L"|", 1), pieceView(pieces[13], L"|", 2));
 }
 
 void frmPediatric::showUnit(double option)
@@ -156,16 +155,6 @@ void frmPediatric::txt_Validate(std::size_t index, bool& cancel)
         return;
     m_shared.ErrorBox(message, L"Invalid Entry");
     cancel = true;
-}
-
-void frmPediatric::cmdPat_Click()
-{
-    frmLookup lookup(m_shared);
-    if (!lookup.RunQuery(LookupTableNumber::Patient, txtPat.text(), true, L"*"))
-        return;
-    const bool chosen = !lookup.m_sRecId.empty();
-    txtPat.setText(chosen ? lookup.m_sName : Text());
-    txtPat.setTag(lookup.m_sRecId);
 }
 
 void frmPediatric::cmdAdd_Click()

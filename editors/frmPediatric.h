@@ -21,6 +21,7 @@ public:
     TextBox txtPat; // its tag holds the chosen patient's number
     Button cmdPat;
     std::array<Label, 11> lbl; // captions of the fields, then the help texts
+    Button cmdAdd;
 
 private:
     void setCaptions();
@@ -31,7 +32,6 @@ private:
     void txt_Validate(std::size_t index, bool& cancel);
     Text weightWithUnit(Text weight) const;
     bool isValidWeight(const Text& weight) const;
-    void cmdPat_Click();
     void cmdAdd_Click();
 };
 

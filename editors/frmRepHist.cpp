@@ -81,7 +81,7 @@ void frmRepHist::bindEvents()
     datLMP.NewDateEntered = trapped(L"datLMP_NewDateEntered", [this] { refuseFuture(datLMP); });
     datFP.NewDateEntered = trapped(L"datFP_NewDateEntered", [this] { refuseFuture(datFP); });
     datDelivery.NewDateEntered = trapped(L"datDelivery_NewDateEntered", [this] { datDelivery_NewDateEntered(); });
-    cmdAdd.Click = trapped(L"cmdAdd_Click", [this] { cmdAdd_Click(); });
+    bindSave(cmdAdd, L"cmdAdd_Click", [this] { cmdAdd_Click(); });
 }
 
 Arrangement frmRepHist::arrangement()
@@ -91,7 +91,7 @@ Arrangement frmRepHist::arrangement()
         counts.push_back(field(lblFP[i], { txNumRH[i], udNumRH[i] }));
     return column(
         { frame(fraWH,
-              column({ row(std::move(counts)),
+              column({ row(std::move(counts)), line(),
                   fields({ field(lbl[0], { datLMP }), field(lbl[2], { cboFP }), field(lbl[1], { datFP }) }), line(),
                   chkPregnant,
                   frame(fraPregnant,
@@ -214,8 +214,7 @@ void frmRepHist::cmdAdd_Click()
     if (isEligible())
         record += Text(L"^") + (chkPregnant.isChecked() ? L"1" : L"0") + L"^" + savedDate(datDelivery) + L"^"
             + cboEstMethod.text();
-    if (!m_shared.CheckRpcError(m_shared.CallRpc(L"MEVREP SET", record), L""))
-        close();
+    save(L"MEVREP SET", record);
 }
 
 // --- Entering ---

@@ -36,6 +36,7 @@ public:
     mevZvDate datDelivery;
     std::array<Label, 2> lblPreg;
     ComboBox cboEstMethod;
+    Button cmdAdd;
 
 private:
     void setCaptions();

@@ -21,7 +21,11 @@ struct LookupTable {
 namespace LookupTableNumber {
 inline constexpr int DiagnosisByCode = 12;
 inline constexpr int DiagnosisByTerm = 13;
+inline constexpr int Immunization = 0;
 inline constexpr int Provider = 11;
+inline constexpr int Location = 14;
+inline constexpr int Vendor = 21;
+inline constexpr int EducationTopic = 22;
 inline constexpr int Patient = 24;
 }
 

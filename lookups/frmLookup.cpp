@@ -107,7 +107,8 @@ frmLookup::Outcome frmLookup::search(TextView text)
 {
     m_searchText = searchable(text);
     txtName.setText(m_searchText);
-    fgResults.setRowCount(0);
+    if (!m_searchText.empty())
+        fgResults.setRowCount(0);
     // A value shown as "code - name" is searched by its code.
     m_searchText = m_searchText.substr(0, m_searchText.find(L" - "));
     if (m_searchText.empty() && !m_table->allowsEmptySearch)
@@ -136,6 +137,7 @@ void frmLookup::searchAgain(TextView screen)
 void frmLookup::LoadGrid(TextView reply)
 {
     fgResults.setDrawing(false);
+    fgResults.setRowCount(0);
     fgResults.setColumnCount(static_cast<int>(m_columns.size()));
     for (int column = 0; column < fgResults.columnCount(); ++column) {
         const LookupColumn& layout = m_columns[static_cast<std::size_t>(column)];
@@ -153,6 +155,9 @@ void frmLookup::LoadGrid(TextView reply)
         }
     }
     fgResults.setDrawing(true);
+    fgResults.sizeColumns();
+    fgResults.setToolTip({});
+    m_tipRow = m_tipColumn = -1;
     if (fgResults.rowCount() > 0)
         fgResults.showRow(0);
 }

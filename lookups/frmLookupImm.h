@@ -5,8 +5,8 @@
 
 namespace health {
 
-// The lookup of vaccines: the generic one on their table, with the choice between all active ones and those of which there
-// is a lot.
+// The lookup of vaccines: the generic one on their table, with the choice between all active ones and those of which
+// there is a lot.
 class frmLookupImm : public frmLookup {
 public:
     explicit frmLookupImm(modShared& shared);

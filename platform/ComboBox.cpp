@@ -63,7 +63,9 @@ Text ComboBox::text() const { return m_listIndex == -1 ? Text() : itemText(m_lis
 
 void ComboBox::choose(int index)
 {
-    if (canBeUsed() && index < count())
+    if (!canBeUsed() || index < -1 || index >= count())
+        return;
+    if (index != -1 || m_emptiable)
         setListIndex(index);
 }
 

@@ -39,8 +39,9 @@ public:
     // The selected entry's text; empty when there is none.
     Text text() const;
 
-    // The user chooses an entry from the list.
+    // The user chooses an entry from the list, or takes the choice back with -1, where the program allows that.
     void choose(int index);
+    void setEmptiable(bool emptiable) { m_emptiable = emptiable; }
     // The user presses a key in the list; 0 afterwards: swallowed.
     void pressKey(wchar_t& key) { raise(KeyPress, key); }
 
@@ -56,6 +57,7 @@ private:
     Order m_order;
     std::vector<Item> m_items;
     int m_listIndex = -1;
+    bool m_emptiable = false;
 };
 
 }

@@ -16,6 +16,9 @@ using Colour = std::uint32_t;
 inline constexpr Colour DefaultColour = 0xFFFFFFFF;
 inline constexpr Colour Blue = 0xFF0000;
 
+// The window of an edit box; the front end gives it its meaning, the logic only hands it on.
+using EditHandle = void*;
+
 // What has changed in a control.
 enum class Change {
     Enabled,
@@ -28,6 +31,7 @@ enum class Change {
     Contents, // rows and texts of a grid
     Colours, // of a grid's cells
     Layout, // columns of a grid
+    ColumnsSized, // to their contents
     ScrolledTo,
     Text,
     Value, // of an option, a check box, a list's checks, an up-down

@@ -1,6 +1,7 @@
 // The user's desktop, as the logic sees it: boxes, pointer, modal forms, clock.
 #pragma once
 
+#include "platform/Control.h"
 #include "platform/Dates.h"
 #include "platform/Text.h"
 
@@ -31,9 +32,6 @@ enum class Pointer {
     Default = 0,
     Hourglass = 11,
 };
-
-// The window of an edit box; the front end gives it its meaning, the logic only hands it on.
-using EditHandle = void*;
 
 // Implemented by the front end. All operations run on the user-interface thread.
 class Desktop {

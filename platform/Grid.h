@@ -33,6 +33,9 @@ public:
 
     void setColumnHeading(int index, TextView heading) { assignColumn(index, &Column::heading, Text(heading)); }
 
+    // Makes all shown columns as wide as their contents.
+    void sizeColumns() { notify(Change::ColumnsSized); }
+
     bool wordWrap() const { return m_wordWrap; }
     void setWordWrap(bool wrap) { assign(m_wordWrap, wrap, Change::Layout); }
 

@@ -6,9 +6,22 @@ namespace health {
 
 inline constexpr wchar_t EnterKey = L'\r';
 
-// A field for text. Beside the text it carries a tag of the program's own, which nothing but the program changes.
+// A field for text of one line or more; lines are parted by CR LF. Beside the text it carries a tag of the program's
+// own, which nothing but the program changes.
 class TextBox : public Control {
 public:
+    enum class Lines {
+        One,
+        Several,
+    };
+
+    explicit TextBox(Lines lines = Lines::One)
+        : m_lines(lines)
+    {
+    }
+
+    Lines lines() const { return m_lines; }
+
     const Text& text() const { return m_text; }
     // Sets the text and raises Changed when it differs.
     void setText(TextView text);
@@ -22,14 +35,23 @@ public:
     void edit(TextView text);
     // The user presses a key that stands for a character; gives what the program made of it, 0: swallowed.
     wchar_t pressKey(wchar_t key);
+    // The user presses any key, before it does its work in the field; 0 afterwards: swallowed. Key codes are those of
+    // the capital letters; the shift state is 1 for Shift, 2 for Control, 4 for Alt, added up.
+    void pressKeyDown(int& keyCode, int shift) { raise(KeyDown, keyCode, shift); }
+    // The field's window, for Desktop::sendEditMessage; null while it is not shown.
+    EditHandle window() const { return m_window; }
+    void setWindow(EditHandle window) { m_window = window; }
     // The user types: each character as a key at the end of the text.
     void type(TextView keys);
 
     std::function<void()> Changed;
     std::function<void(wchar_t& key)> KeyPress;
+    std::function<void(int& keyCode, int shift)> KeyDown;
     std::function<void()> MouseMove;
 
 private:
+    Lines m_lines;
+    EditHandle m_window = nullptr;
     Text m_text;
     Text m_tag;
 };

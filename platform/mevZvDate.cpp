@@ -84,14 +84,31 @@ std::optional<Moment> momentEntered(TextView text, Moment now)
     return parseDate(withSlashes(date) + time);
 }
 
+// A time of day was given, be it midnight.
+static bool givesTime(TextView text, Moment moment) { return hasTime(moment) || text.find(L':') != TextView::npos; }
+
+Text mevZvDate::understood(TextView text, Moment now) const
+{
+    const auto moment = momentEntered(text, now);
+    if (!moment)
+        return Text(trimmed(text));
+    if (m_dateOnly)
+        return dateText(*moment);
+    return givesTime(text, *moment) && m_requireTime ? dateTimeText(*moment) : defaultDateText(*moment);
+}
+
 void mevZvDate::enter(TextView text, Moment now)
 {
     if (!canBeUsed())
         return;
-    const auto moment = momentEntered(text, now);
-    const Text value = moment ? defaultDateText(*moment) : Text(trimmed(text));
+    const Text value = understood(text, now);
     if (value == m_value)
         return;
+    const auto moment = momentEntered(text, now);
+    if (m_requireTime && !value.empty() && !(moment && givesTime(text, *moment))) {
+        raise(EntryRefused);
+        return;
+    }
     setValue(value);
     if (!value.empty())
         raise(NewDateEntered);

@@ -20,14 +20,24 @@ public:
     bool isEmpty() const { return m_value.empty(); }
     std::optional<Moment> moment() const { return parseDate(m_value); }
 
+    // A date with its time of day is wanted: what the user enters else is refused, the value stays.
+    void setRequireTime(bool required) { m_requireTime = required; }
+    // A time is dropped from what the user enters.
+    void setDateOnly(bool dateOnly) { m_dateOnly = dateOnly; }
+
     // The user has entered a text. `now` is the desktop's time, for "T" and "N". Raises NewDateEntered when the
-    // text differs and is not empty.
+    // text differs and is not empty, EntryRefused when an option refuses it.
     void enter(TextView text, Moment now);
+    // What the control makes of a text: the date as it would be shown, else the text without blanks around it.
+    Text understood(TextView text, Moment now) const;
 
     std::function<void()> NewDateEntered;
+    std::function<void()> EntryRefused;
 
 private:
     Text m_value;
+    bool m_requireTime = false;
+    bool m_dateOnly = false;
 };
 
 // The moment that an entered text means, with all the short forms; empty where it means none.

@@ -42,6 +42,10 @@ void ComboBoxView::mirrorItems()
 
 void ComboBoxView::keyPressEvent(QKeyEvent* event)
 {
+    if (event->key() == Qt::Key_Delete || event->key() == Qt::Key_Backspace) {
+        m_comboBox.choose(-1);
+        return;
+    }
     if (event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter) {
         QComboBox::keyPressEvent(event);
         return;

@@ -31,7 +31,8 @@ void mirrorCommon(QWidget& widget, const Control& control, Change change)
 void mirrorCommon(QWidget& widget, const Control& control)
 {
     widget.setEnabled(control.isEnabled());
-    widget.setVisible(control.isVisible());
+    if (!control.isVisible())
+        widget.hide(); // to show it now would open it as a window of its own
     widget.setToolTip(toLines(control.toolTip()));
 }
 

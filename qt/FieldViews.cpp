@@ -117,6 +117,69 @@ void TextBoxView::mouseMoveEvent(QMouseEvent* event)
     QLineEdit::mouseMoveEvent(event);
 }
 
+namespace {
+
+QString withLineFeeds(const Text& text) { return toQString(text).remove(u'\r'); }
+
+// The shift state as the logic counts it.
+int shiftState(const QKeyEvent& event)
+{
+    const auto held = event.modifiers();
+    return (held & Qt::ShiftModifier ? 1 : 0) + (held & Qt::ControlModifier ? 2 : 0) + (held & Qt::AltModifier ? 4 : 0);
+}
+
+constexpr int AreaLines = 4;
+
+}
+
+TextAreaView::TextAreaView(TextBox& textBox)
+    : m_textBox(textBox)
+{
+    setPlainText(withLineFeeds(textBox.text()));
+    setTabChangesFocus(true);
+    setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    mirrorCommon(*this, textBox);
+    m_textBox.setWindow(static_cast<QPlainTextEdit*>(this));
+    m_textBox.setObserver(this);
+    connect(this, &QPlainTextEdit::textChanged, this, [this] {
+        if (toPlainText() != withLineFeeds(m_textBox.text()))
+            m_textBox.edit(toText(toPlainText().replace(u'\n', QStringLiteral("\r\n"))));
+    });
+}
+
+TextAreaView::~TextAreaView()
+{
+    m_textBox.setObserver(nullptr);
+    m_textBox.setWindow(nullptr);
+}
+
+void TextAreaView::controlChanged(Control& control, Change change)
+{
+    if (change == Change::Text) {
+        if (toPlainText() != withLineFeeds(m_textBox.text()))
+            setPlainText(withLineFeeds(m_textBox.text()));
+    } else if (change == Change::AllSelected) {
+        selectAll();
+    } else {
+        mirrorCommon(*this, control, change);
+    }
+}
+
+void TextAreaView::keyPressEvent(QKeyEvent* event)
+{
+    int keyCode = event->key();
+    m_textBox.pressKeyDown(keyCode, shiftState(*event));
+    if (keyCode != 0)
+        QPlainTextEdit::keyPressEvent(event);
+}
+
+QSize TextAreaView::sizeHint() const
+{
+    const int width = fontMetrics().averageCharWidth() * 50;
+    return { width,
+        fontMetrics().lineSpacing() * AreaLines + 2 * (frameWidth() + static_cast<int>(document()->documentMargin())) };
+}
+
 // --- Check box and checked list ---
 
 CheckBoxView::CheckBoxView(CheckBox& checkBox)
@@ -146,24 +209,31 @@ OptionButtonView::OptionButtonView(OptionButton& option)
     : QRadioButton(toQString(option.caption()))
     , m_option(option)
 {
-    setAutoExclusive(false); // the form knows which belong together
+    // Those of one frame belong together, so that the arrow keys go from one to the next.
     setChecked(option.isChosen());
     mirrorCommon(*this, option);
     m_option.setObserver(this);
     connect(this, &QRadioButton::clicked, this, [this] {
         m_option.click();
-        setChecked(m_option.isChosen());
+        mirrorChoice();
     });
 }
 
 void OptionButtonView::controlChanged(Control& control, Change change)
 {
     if (change == Change::Value)
-        setChecked(m_option.isChosen());
+        mirrorChoice();
     else if (change == Change::Caption)
         setText(toQString(m_option.caption()));
     else
         mirrorCommon(*this, control, change);
+}
+
+void OptionButtonView::mirrorChoice()
+{
+    setAutoExclusive(m_option.isChosen()); // an exclusive button cannot be taken back
+    setChecked(m_option.isChosen());
+    setAutoExclusive(true);
 }
 
 CheckListView::CheckListView(CheckList& list)
@@ -287,10 +357,10 @@ bool DateView::commit()
     const Text typed = toText(m_line->text());
     if (typed == m_date.value())
         return true;
-    const auto moment = momentEntered(typed, m_desktop.now());
+    const Text expected = m_date.understood(typed, m_desktop.now());
     m_date.enter(typed, m_desktop.now());
     m_line->setText(toQString(m_date.value()));
-    return m_date.value() == (moment ? defaultDateText(*moment) : typed);
+    return m_date.value() == expected;
 }
 
 void DateView::openCalendar()

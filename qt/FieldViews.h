@@ -14,6 +14,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QPlainTextEdit>
 #include <QRadioButton>
 #include <QToolButton>
 
@@ -58,6 +59,21 @@ private:
     TextBox& m_textBox;
 };
 
+// A field of several lines. Tab leaves it; Enter makes a new line.
+class TextAreaView : public QPlainTextEdit, public ControlObserver {
+public:
+    explicit TextAreaView(TextBox& textBox);
+    ~TextAreaView() override;
+    void controlChanged(Control& control, Change change) override;
+    QSize sizeHint() const override;
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    TextBox& m_textBox;
+};
+
 class CheckBoxView : public QCheckBox, public ControlObserver {
 public:
     explicit CheckBoxView(CheckBox& checkBox);
@@ -75,6 +91,8 @@ public:
     void controlChanged(Control& control, Change change) override;
 
 private:
+    void mirrorChoice();
+
     OptionButton& m_option;
 };
 

@@ -140,7 +140,8 @@ QWidget* FormBuilder::makeWidget(Control& control)
         return view;
     }
     if (auto* const textBox = dynamic_cast<TextBox*>(&control))
-        return new TextBoxView(*textBox);
+        return textBox->lines() == TextBox::Lines::Several ? static_cast<QWidget*>(new TextAreaView(*textBox))
+                                                           : new TextBoxView(*textBox);
     if (auto* const comboBox = dynamic_cast<ComboBox*>(&control))
         return new ComboBoxView(*comboBox, nullptr);
     if (auto* const date = dynamic_cast<mevZvDate*>(&control))

@@ -56,6 +56,9 @@ void GridView::controlChanged(Control& control, Change change)
     case Change::Layout:
         mirrorLayout();
         break;
+    case Change::ColumnsSized:
+        resizeColumnsToContents();
+        break;
     case Change::Selection:
         mirrorSelection();
         break;
@@ -218,6 +221,29 @@ void GridView::mouseMoveEvent(QMouseEvent* event)
     const QModelIndex index = indexAt(event->position().toPoint());
     m_grid.moveMouse(index.isValid() ? index.row() : -1, index.isValid() ? m_model->gridColumn(index.column()) : -1);
     QTableView::mouseMoveEvent(event);
+}
+
+void GridView::leaveEvent(QEvent* event)
+{
+    m_grid.moveMouse(-1, -1);
+    QTableView::leaveEvent(event);
+}
+
+// Getting the focus selects nothing by itself; an arrow key does.
+void GridView::focusInEvent(QFocusEvent* event)
+{
+    const QScopedValueRollback guard(m_mirroring, true);
+    QTableView::focusInEvent(event);
+    if (m_grid.row() == -1)
+        mirrorSelection();
+}
+
+// Ctrl+click takes no selection back: the commands act on the row that is seen as selected.
+QItemSelectionModel::SelectionFlags GridView::selectionCommand(const QModelIndex& index, const QEvent* event) const
+{
+    return QTableView::selectionCommand(index, event) == QItemSelectionModel::NoUpdate
+        ? QItemSelectionModel::NoUpdate
+        : QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows;
 }
 
 void GridView::mouseDoubleClickEvent(QMouseEvent* event)

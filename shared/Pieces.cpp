@@ -49,6 +49,16 @@ std::vector<TextView> replyLines(TextView reply)
     return lines;
 }
 
+std::vector<TextView> recordLines(TextView reply)
+{
+    std::vector<TextView> lines = replyLines(reply);
+    const std::size_t end = reply.rfind(LineBreak);
+    const TextView rest = end == TextView::npos ? reply : reply.substr(end + LineBreak.size());
+    if (!rest.empty())
+        lines.push_back(rest);
+    return lines;
+}
+
 Text TranslateChars(TextView text, TextView from, TextView to)
 {
     Text result(text);

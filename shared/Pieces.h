@@ -19,6 +19,9 @@ std::vector<Text> SplitPieces(TextView text, TextView delimiter, short minimumUp
 // The lines of a list reply, without the element after the last CR LF. Views into `reply`.
 std::vector<TextView> replyLines(TextView reply);
 
+// The same for a record that is read whole: a last line without its CR LF counts too.
+std::vector<TextView> recordLines(TextView reply);
+
 // Replaces each of the from-characters by the to-character at its position, or deletes it where there is none.
 // One after the other: what one replacement wrote, a later one may replace again.
 Text TranslateChars(TextView text, TextView from, TextView to);

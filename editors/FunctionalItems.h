@@ -1,0 +1,27 @@
+// The items of a functional status assessment, in the order in which they travel.
+#pragma once
+
+#include "platform/Text.h"
+
+#include <array>
+#include <span>
+
+namespace health {
+
+struct FunctionalItem {
+    TextView label; // on the editor, with its access key
+    TextView rowName; // in the viewer
+    std::span<const TextView> choices;
+    TextView toolTip;
+};
+
+inline constexpr std::size_t FunctionalItemCount = 14;
+inline constexpr std::size_t DailyLivingItems = 6; // 0 to 5; the instrumental ones are 6 to 11
+inline constexpr std::size_t InstrumentalItems = 12;
+
+extern const std::array<FunctionalItem, FunctionalItemCount> FunctionalItems;
+
+// The "^"-piece of item n in a reply of "MEVVELD GET", counted from 1: text, optionally "|" and more.
+constexpr short functionalPiece(std::size_t item) { return static_cast<short>(item + 4); }
+
+}

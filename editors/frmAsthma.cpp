@@ -1,0 +1,258 @@
+#include "editors/frmAsthma.h"
+
+#include "editors/frmAsthmaReg.h"
+#include "platform/Conversions.h"
+#include "platform/Letters.h"
+
+namespace health {
+
+namespace {
+
+struct LungValue {
+    TextView caption;
+    TextView toolTip;
+    int lowest;
+    int highest;
+};
+
+// Both bounds are allowed.
+constexpr std::array<LungValue, 3> LungValues { {
+    { L"&FEV 1", L"Forced Expiratory Volume (range 0 to 150)", 0, 150 },
+    { L"F&EF 25-75", L"Forced Expiratory Flow Rate (range 0-150)", 0, 150 },
+    { L"&PEF/Best PF", L"Peak Expiratory Flow (range 100 to 700)", 100, 700 },
+} };
+
+// Pieces of a reply line, counted from 1.
+constexpr short SeverityPiece = 4;
+constexpr short LungPiece = 5;
+constexpr short TriggerPiece = 8;
+
+enum RegistryRow {
+    CaseManagerRow = 3,
+    CommentsRow = 4,
+    RegistryRows = 5,
+};
+
+}
+
+frmAsthma::frmAsthma(modShared& shared)
+    : EditorForm(shared, L"frmAsthma", L"Update Asthma Record")
+{
+    height = PlainHeight;
+    setCaptions();
+    for (const TextView severity :
+        { L"Mild Intermittent", L"Mild Persistent", L"Moderate Persistent", L"Severe Persistent" })
+        cboSeverity.addItem(severity, cboSeverity.count() + 1);
+    cboSeverity.setEmptiable(true);
+    for (ComboBox& answer : cbo) {
+        answer.addItem(L"Yes");
+        answer.addItem(L"No");
+        answer.setEmptiable(true);
+    }
+    for (std::size_t i = 0; i < txt.size(); ++i)
+        fraLung.hold({ &lblLung[i], &txt[i] });
+    for (std::size_t i = 0; i < 3; ++i)
+        fraTriggers.hold({ &lblTriggers[i], &cbo[i] });
+    fraRegister.hold({ &lblRegister, &lblStatus, &cmdActivate, &cmdEditReg, &fg });
+    fg.setColumnCount(2);
+    fg.setColumnWidth(0, 2000);
+    fg.setWordWrap(true);
+    bindEvents();
+}
+
+void frmAsthma::setCaptions()
+{
+    lblSeverity.setCaption(L"&Severity");
+    fraLung.setCaption(L"&Lung Function");
+    for (std::size_t i = 0; i < txt.size(); ++i) {
+        lblLung[i].setCaption(LungValues[i].caption);
+        txt[i].setToolTip(LungValues[i].toolTip);
+    }
+    fraTriggers.setCaption(L"&Triggers");
+    static constexpr std::array<TextView, 4> triggers { L"Env. &Tobacco Smoke", L"Particulate &Matter", L"&Dust Mite",
+        L"Asthma &Management Plan" };
+    for (std::size_t i = 0; i < triggers.size(); ++i)
+        lblTriggers[i].setCaption(triggers[i]);
+    fraRegister.setCaption(L"Asthma &Registry");
+    lblRegister.setCaption(L"&Status");
+    lblStatus.setCaption(L"Not in Registry");
+    cmdActivate.setCaption(ActivateCaption);
+    cmdEditReg.setCaption(L"&Edit");
+    cmdEditReg.setVisible(false);
+    cmdHS.setCaption(L"Visit &Summary");
+}
+
+void frmAsthma::bindEvents()
+{
+    for (std::size_t i = 0; i < txt.size(); ++i)
+        txt[i].Validate = [this, i](bool& cancel) { trap(L"txt_Validate", [&] { txt_Validate(i, cancel); }); };
+    cmdActivate.Click = trapped(L"cmdActivate_Click", [this] { cmdActivate_Click(); });
+    cmdEditReg.Click = trapped(L"cmdEditReg_Click", [this] { cmdEditReg_Click(); });
+    cmdHS.Click = trapped(L"cmdHS_Click", [this] { m_shared.VisitDetail(m_sVisit); });
+    bindSave(cmdAdd, L"cmdAdd_Click", [this] { cmdAdd_Click(); });
+}
+
+Arrangement frmAsthma::arrangement()
+{
+    const auto entries = [](auto& labels, auto& controls, std::size_t count) {
+        std::vector<Arrangement> parts;
+        for (std::size_t i = 0; i < count; ++i)
+            parts.push_back(field(labels[i], { controls[i] }));
+        return fields(std::move(parts));
+    };
+    std::vector<Arrangement> parts { fields({ field(lblSeverity, { cboSeverity }) }),
+        row({ frame(fraLung, entries(lblLung, txt, 3)), frame(fraTriggers, entries(lblTriggers, cbo, 3)) }),
+        fields({ field(lblTriggers[3], { cbo[3] }) }) };
+    if (height >= RegistryHeight)
+        parts.push_back(
+            frame(fraRegister, column({ row({ field(lblRegister, { lblStatus, cmdActivate, cmdEditReg }) }), fg })));
+    parts.push_back(buttons({ cmdHS, cmdAdd, cmdCancel }));
+    return column(std::move(parts));
+}
+
+// --- The record ---
+
+void frmAsthma::activate()
+{
+    m_shared.desktop().processPendingEvents();
+    if (m_sIEN.empty())
+        setCaption(L"Add Asthma Record");
+    else
+        trap(L"LoadAst", [this] { LoadAst(); });
+    trap(L"LoadRegistry", [this] { showRegistry(); });
+}
+
+void frmAsthma::LoadAst()
+{
+    const Text reply = readRecord(L"MEVVAST GET", L"^" + m_sIEN);
+    for (const TextView line : replyLines(reply))
+        showRecord(line);
+}
+
+void frmAsthma::showRecord(TextView line)
+{
+    const auto text = [&](short piece) { return pieceView(pieceView(line, L"^", piece), L"|", 1); };
+    SelectComboItem(cboSeverity, text(SeverityPiece));
+    for (short i = 0; i < 3; ++i) {
+        const TextView value = pieceView(line, L"^", static_cast<short>(LungPiece + i));
+        if (!value.empty())
+            txt[static_cast<std::size_t>(i)].setText(value);
+    }
+    for (short i = 0; i < 4; ++i) {
+        const TextView answer = text(static_cast<short>(TriggerPiece + i));
+        if (!answer.empty())
+            SelectComboItem(cbo[static_cast<std::size_t>(i)], answer);
+    }
+}
+
+void frmAsthma::cmdAdd_Click()
+{
+    Text record = m_sIEN + L"^" + m_sVisit + L"^";
+    if (cboSeverity.listIndex() != -1)
+        record += wholeText(cboSeverity.itemData(cboSeverity.listIndex()));
+    for (const TextBox& value : txt)
+        record += L"^" + value.text();
+    for (const ComboBox& answer : cbo)
+        record += L"^" + answer.text();
+    save(L"MEVVAST SET", record);
+}
+
+void frmAsthma::txt_Validate(std::size_t index, bool& cancel)
+{
+    const Text& entry = txt[index].text();
+    if (entry.empty())
+        return;
+    const LungValue& range = LungValues[index];
+    const auto value = numericValue(entry);
+    Text message;
+    if (!value)
+        message = L"Entry must be numeric.";
+    else if (entry.find(L'.') != Text::npos)
+        message = L"Entry must be a whole number.";
+    else if (*value < range.lowest || *value > range.highest)
+        message = L"Entry must be between " + wholeText(range.lowest) + L" and " + wholeText(range.highest) + L".";
+    if (message.empty())
+        return;
+    m_shared.ErrorBox(message, L"Invalid Entry");
+    cancel = true;
+}
+
+// --- The registry ---
+
+void frmAsthma::showRegistry()
+{
+    fg.setRowCount(0);
+    const Text patient = wholeText(m_shared.patient().number());
+    const Text reply = m_shared.CallRpc(L"MEVVAST GETREG", patient);
+    if (!reply.empty() && !m_shared.CheckRpcError(reply, L""))
+        showRegistryEntry(reply, patient);
+}
+
+// Patient ^ status|code ^ last visit ^ date due ^ next appointment ^ manager.
+void frmAsthma::showRegistryEntry(const Text& reply, const Text& patient)
+{
+    m_registryActive = pieceView(pieceView(reply, L"^", 2), L"|", 2) == L"A";
+    lblStatus.setCaption(properCase(pieceView(pieceView(reply, L"^", 2), L"|", 1)));
+    updateRegistryCommands();
+    static constexpr std::array<TextView, RegistryRows> names { L"Last Asthma Visit", L"Calculated Date Due",
+        L"Next Appointment", L"Case Manager", L"Comments" };
+    fg.setRowCount(RegistryRows);
+    for (int row = 0; row < RegistryRows; ++row) {
+        fg.setText(row, 0, names[static_cast<std::size_t>(row)]);
+        const TextView value = pieceView(pieceView(reply, L"^", static_cast<short>(row + 3)), L"|", 1);
+        if (row < CaseManagerRow)
+            fg.setText(row, 1, value);
+        else if (row == CaseManagerRow)
+            fg.setText(row, 1, spacedName(value));
+    }
+    fg.setText(CommentsRow, 1, registryNote(m_shared, patient));
+}
+
+void frmAsthma::updateRegistryCommands()
+{
+    cmdActivate.setCaption(m_registryActive ? InactivateCaption : ActivateCaption);
+    cmdEditReg.setVisible(m_registryActive);
+}
+
+bool frmAsthma::mayEditRegistry()
+{
+    if (!m_bRegKey)
+        m_shared.ErrorBox(L"You do not have the necessary security permission to edit the asthma registry.",
+            L"Insufficient Permissions");
+    return m_bRegKey;
+}
+
+void frmAsthma::openRegistryEditor()
+{
+    frmAsthmaReg editor(m_shared);
+    m_shared.desktop().showModal(editor);
+}
+
+void frmAsthma::cmdActivate_Click()
+{
+    if (!mayEditRegistry())
+        return;
+    const Text question = Text(L"Are you sure you want to ") + (m_registryActive ? L"in" : L"")
+        + L"activate this patient in the asthma registry?";
+    if (!m_shared.ConfirmBox(question, TextView(L"Please Confirm")))
+        return;
+    const Text parameter = wholeText(m_shared.patient().number()) + (m_registryActive ? L"^I" : L"^A");
+    if (m_shared.CheckRpcError(m_shared.CallRpc(L"MEVVAST SETREG", parameter), L""))
+        return;
+    m_registryActive = !m_registryActive;
+    if (m_registryActive)
+        openRegistryEditor();
+    cmdActivate.setCaption(m_registryActive ? InactivateCaption : ActivateCaption);
+    lblStatus.setCaption(m_registryActive ? L"Active" : L"Inactive");
+    showRegistry();
+}
+
+void frmAsthma::cmdEditReg_Click()
+{
+    if (!mayEditRegistry())
+        return;
+    openRegistryEditor();
+    showRegistry();
+}
+
+}

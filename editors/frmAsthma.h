@@ -1,0 +1,64 @@
+#pragma once
+
+#include "editors/EditorForm.h"
+#include "platform/ComboBox.h"
+#include "platform/Grid.h"
+#include "platform/mevContainer.h"
+
+#include <array>
+
+namespace health {
+
+// One asthma record: severity, lung function, triggers, management plan. Shows the patient's standing in the asthma
+// registry too.
+class frmAsthma : public EditorForm {
+public:
+    // Heights in twips, without and with the registry.
+    static constexpr int PlainHeight = 2400;
+    static constexpr int RegistryHeight = 5265;
+
+    explicit frmAsthma(modShared& shared);
+
+    Text m_sIEN; // the record; empty to add one
+    Text m_sVisit; // its visit
+    bool m_bRegKey = false; // the user may edit the registry
+
+    Arrangement arrangement() override;
+
+    Label lblSeverity;
+    ComboBox cboSeverity;
+    mevContainer fraLung;
+    std::array<Label, 3> lblLung;
+    std::array<TextBox, 3> txt; // FEV 1, FEF 25-75, PEF
+    mevContainer fraTriggers;
+    std::array<Label, 4> lblTriggers;
+    std::array<ComboBox, 4> cbo; // smoke, particulate matter, dust mite; management plan outside the frame
+    mevContainer fraRegister;
+    Label lblRegister;
+    Label lblStatus;
+    Button cmdActivate;
+    Button cmdEditReg;
+    Grid fg;
+    Button cmdAdd;
+    Button cmdHS;
+
+private:
+    void setCaptions();
+    void bindEvents();
+    void activate() override;
+    void LoadAst();
+    void showRecord(TextView line);
+    void showRegistry();
+    void showRegistryEntry(const Text& reply, const Text& patient);
+    void updateRegistryCommands();
+    void txt_Validate(std::size_t index, bool& cancel);
+    bool mayEditRegistry();
+    void openRegistryEditor();
+    void cmdActivate_Click();
+    void cmdEditReg_Click();
+    void cmdAdd_Click();
+
+    bool m_registryActive = false;
+};
+
+}

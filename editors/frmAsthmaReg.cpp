@@ -1,0 +1,118 @@
+#include "editors/frmAsthmaReg.h"
+
+#include "lookups/LookupTables.h"
+#include "platform/Conversions.h"
+#include "platform/Letters.h"
+#include "shared/modConst.h"
+
+namespace health {
+
+namespace {
+
+Text blankForLineBreaks(TextView text)
+{
+    Text result;
+    for (std::size_t end = text.find(LineBreak); end != TextView::npos; end = text.find(LineBreak)) {
+        result += Text(text.substr(0, end)) + L' ';
+        text.remove_prefix(end + LineBreak.size());
+    }
+    return result + Text(text);
+}
+
+}
+
+Text registryNote(modShared& shared, Text patient)
+{
+    Text note = shared.CallRpcList(L"MEVVAST GETNOTE", patient);
+    if (shared.CheckRpcError(note, L""))
+        return {};
+    if (note.ends_with(LineBreak))
+        note.resize(note.size() - LineBreak.size());
+    return note;
+}
+
+frmAsthmaReg::frmAsthmaReg(modShared& shared)
+    : EditorForm(shared, L"frmAsthmaReg", L"Update Asthma Registry")
+{
+    static constexpr std::array<TextView, 6> captions { L"&Status", L"Last Asthma &Visit", L"Calculated Date Due",
+        L"&Next Appt", L"Case &Manager", L"&Comments" };
+    for (std::size_t i = 0; i < captions.size(); ++i)
+        lbl[i].setCaption(captions[i]);
+    lblStatus.setCaption(L"Not in Registry");
+    cmdActivate.setCaption(ActivateCaption);
+    cmdActivate.Click = trapped(L"cmdActivate_Click", [this] { cmdActivate_Click(); });
+    for (std::size_t i = 0; i < dat.size(); ++i)
+        dat[i].NewDateEntered = trapped(L"dat_NewDateEntered", [this, i] { dat_NewDateEntered(i); });
+    bindLookup(txtPrv, cmdPrv, TypedOver::ClearsId,
+        trapped(L"cmdPrv_Click", [this] { lookUp(txtPrv, LookupTableNumber::Provider); }));
+    txtComments.KeyDown = [this](int& keyCode, int shift) {
+        trap(L"txtComments_KeyDown", [&] { m_shared.FilterEditKeys(keyCode, shift, txtComments.window()); });
+    };
+    bindSave(cmdAdd, L"cmdAdd_Click", [this] { cmdAdd_Click(); });
+}
+
+Arrangement frmAsthmaReg::arrangement()
+{
+    return column(
+        { fields({ field(lbl[0], { lblStatus, cmdActivate }), field(lbl[1], { dat[0] }), field(lbl[2], { dat[1] }),
+              field(lbl[3], { dat[2] }), field(lbl[4], { txtPrv, cmdPrv }), field(lbl[5], { txtComments }) }),
+            buttons({ cmdAdd, cmdCancel }) });
+}
+
+void frmAsthmaReg::activate()
+{
+    m_shared.desktop().processPendingEvents();
+    trap(L"LoadReg", [this] { LoadReg(); });
+}
+
+// Patient ^ status|code ^ last visit ^ date due ^ next appointment ^ manager.
+void frmAsthmaReg::LoadReg()
+{
+    const Text patient = wholeText(m_shared.patient().number());
+    const Text reply = m_shared.CallRpc(L"MEVVAST GETREG", patient);
+    if (!reply.empty() && !m_shared.CheckRpcError(reply, L"")) {
+        const auto pieces = SplitPieces(reply, L"^", 5);
+        lblStatus.setCaption(properCase(pieceView(pieces[1], L"|", 1)));
+        if (lblStatus.caption() == L"Active")
+            cmdActivate.setCaption(InactivateCaption);
+        for (std::size_t i = 0; i < dat.size(); ++i) {
+            const Text date = fmDateToDisplay(pieceView(pieces[i + 2], L"|", 1));
+            if (!date.empty())
+                dat[i].setValue(date);
+        }
+        // Without the manager's id, on purpose: it is sent only when it was looked up here.
+        txtPrv.setText(spacedName(pieceView(pieces[5], L"|", 1)));
+    }
+    txtComments.setText(blankForLineBreaks(registryNote(m_shared, patient)));
+}
+
+// Saving keeps or puts the patient on the active registry, whatever the status was.
+void frmAsthmaReg::cmdAdd_Click()
+{
+    Text entry = wholeText(m_shared.patient().number()) + L"^A";
+    for (const mevZvDate& date : dat)
+        entry += L"^" + date.value();
+    save(L"MEVVAST SETREG", entry + L"^" + txtPrv.tag() + L"^" + withoutCarets(txtComments.text()));
+}
+
+void frmAsthmaReg::cmdActivate_Click()
+{
+    const bool activates = cmdActivate.caption() == ActivateCaption;
+    const Text question =
+        L"Are you sure you want to " + cmdActivate.caption().substr(1) + L" this patient in the asthma registry?";
+    if (!m_shared.ConfirmBox(question, TextView(L"Please Confirm")))
+        return;
+    const Text patient = wholeText(m_shared.patient().number());
+    if (m_shared.CheckRpcError(m_shared.CallRpc(L"MEVVAST SETREG", patient + (activates ? L"^A" : L"^I")), L""))
+        return;
+    cmdActivate.setCaption(activates ? InactivateCaption : ActivateCaption);
+    lblStatus.setCaption(activates ? L"Active" : L"Inactive");
+}
+
+void frmAsthmaReg::dat_NewDateEntered(std::size_t index)
+{
+    if (!dat[index].moment())
+        m_shared.ErrorBox(L"Not a valid date format", L"Invalid Date");
+}
+
+}

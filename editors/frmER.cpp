@@ -1,0 +1,252 @@
+#include "editors/frmER.h"
+
+#include "lookups/LookupTables.h"
+#include "platform/Letters.h"
+
+#include <algorithm>
+#include <span>
+
+namespace health {
+
+namespace {
+
+// A button of an option group: its caption and the code that stands for it in the record.
+struct Choice {
+    TextView caption;
+    TextView code;
+};
+
+constexpr Choice Urgencies[] = { { L"Emergent", L"E" }, { L"Urgent", L"U" }, { L"Non-Emergent", L"N" } };
+constexpr Choice Arrivals[] = { { L"Ambulance", L"A" }, { L"Police", L"P" }, { L"POV", L"POV" }, { L"Taxi", L"T" },
+    { L"Walked", L"W" }, { L"Air", L"R" }, { L"Other:", L"O" } };
+constexpr Choice Entries[] = { { L"Ambulatory", L"A" }, { L"Wheel Chair", L"W" }, { L"Stretcher", L"S" },
+    { L"Carried", L"C" } };
+constexpr Choice Notifications[] = { { L"Relative", L"R" }, { L"Police", L"P" }, { L"Coroner", L"C" } };
+constexpr Choice Dispositions[] = { { L"Discharged", L"D" }, { L"Admitted", L"A" }, { L"Transferred", L"T" },
+    { L"AMA / Patient Left", L"1" }, { L"Medivac Transfer", L"M" }, { L"Lifeguard", L"L" }, { L"Died / Expired", L"E" },
+    { L"Other", L"O" } };
+// The codes are the files' roots.
+constexpr Choice Transfers[] = { { L"Outside &Provider", L"AUTTVNDR(" }, { L"&Facility", L"AUTTLOC(" } };
+
+constexpr int OtherArrival = 6;
+constexpr int Transferred = 2;
+constexpr int AgainstAdvice = 3;
+constexpr int OtherDisposition = 7;
+constexpr int OutsideProvider = 0;
+constexpr int Facility = 1;
+
+template<std::size_t Count>
+void setCaptions(OptionArray<Count>& group, mevContainer& frame, const Choice (&choices)[Count])
+{
+    for (std::size_t i = 0; i < Count; ++i) {
+        group[i].setCaption(choices[i].caption);
+        frame.hold({ &group[i] });
+    }
+}
+
+// Chooses the button of a code; a code without one chooses none.
+template<std::size_t Count>
+void chooseCode(OptionArray<Count>& group, const Choice (&choices)[Count], TextView code)
+{
+    for (std::size_t i = 0; i < Count; ++i) {
+        if (choices[i].code == code) {
+            group[i].setChosen(true);
+            return;
+        }
+    }
+}
+
+template<std::size_t Count>
+Text codeOf(const OptionArray<Count>& group, const Choice (&choices)[Count])
+{
+    return group.chosen() == group.None ? Text() : Text(choices[group.chosen()].code);
+}
+
+template<std::size_t Count>
+std::vector<Arrangement> buttonsOf(OptionArray<Count>& group)
+{
+    std::vector<Arrangement> parts;
+    for (OptionButton& button : group)
+        parts.emplace_back(button);
+    return parts;
+}
+
+void setTextIfAny(TextBox& box, TextView text)
+{
+    if (!text.empty())
+        box.setText(text);
+}
+
+}
+
+frmER::frmER(modShared& shared)
+    : EditorForm(shared, L"frmER", L"Update Emergency Room Visit")
+{
+    setCaptions();
+    bindEvents();
+    fraArrival.hold({ &txtOther });
+    fraInformant.hold({ &txtInformant });
+    fraDispostion.hold({ &txtDispOth });
+    fraTransfer.hold({ &txtLoc, &cmdLoc });
+    txtOther.setEnabled(false);
+    txtDispOth.setEnabled(false);
+    fraTransfer.setEnabled(false);
+}
+
+void frmER::setCaptions()
+{
+    fraUrgency.setCaption(L"&Urgency");
+    fraArrival.setCaption(L"&Means of Arrival");
+    fraEntered.setCaption(L"&Entered By");
+    fraInformant.setCaption(L"&Informant");
+    fraNotified.setCaption(L"&Notified");
+    fraDispostion.setCaption(L"&Disposition of Care");
+    fraTransfer.setCaption(L"&Transferred To");
+    lblDepart.setCaption(L"Departure Date/Time");
+    lblCond.setCaption(L"&Condition on Departure");
+    health::setCaptions(opt, fraUrgency, Urgencies);
+    health::setCaptions(optArrival, fraArrival, Arrivals);
+    health::setCaptions(optEntered, fraEntered, Entries);
+    health::setCaptions(optNotified, fraNotified, Notifications);
+    health::setCaptions(optDisch, fraDispostion, Dispositions);
+    health::setCaptions(optTransfer, fraTransfer, Transfers);
+}
+
+void frmER::bindEvents()
+{
+    optArrival.Click = [this](int index) { trap(L"optArrival_Click", [&] { optArrival_Click(index); }); };
+    optDisch.Click = [this](int index) { trap(L"optDisch_Click", [&] { optDisch_Click(index); }); };
+    bindLookup(txtLoc, cmdLoc, TypedOver::ClearsId, trapped(L"cmdLoc_Click", [this] { cmdLoc_Click(); }));
+    datDepart.EntryRefused = trapped(L"datDepart_EntryRefused", [this] {
+        m_shared.ErrorBox(L"Enter the departure date with its time, such as 1/2/2006 14:30.", L"Invalid Date");
+    });
+    bindSave(cmdOK, L"cmdOK_Click", [this] { cmdOK_Click(); });
+}
+
+Arrangement frmER::arrangement()
+{
+    auto arrival = buttonsOf(optArrival);
+    arrival.back() = row({ optArrival[OtherArrival], txtOther });
+    auto disposition = buttonsOf(optDisch);
+    disposition.back() = row({ optDisch[OtherDisposition], txtDispOth });
+    auto transfer = buttonsOf(optTransfer);
+    transfer.push_back(row({ txtLoc, cmdLoc }));
+    return column(
+        { row({ column({ frame(fraUrgency, column(buttonsOf(opt))), frame(fraEntered, column(buttonsOf(optEntered))) }),
+              frame(fraArrival, column(std::move(arrival))),
+              column({ frame(fraInformant, txtInformant), frame(fraNotified, column(buttonsOf(optNotified))) }) }),
+            row({ frame(fraDispostion, column(std::move(disposition))),
+                frame(fraTransfer, column(std::move(transfer))) }),
+            fields({ field(lblDepart, { datDepart }), field(lblCond, { txtCond }) }), buttons({ cmdOK, cmdCancel }) });
+}
+
+// --- Loading ---
+
+void frmER::activate()
+{
+    m_shared.desktop().processPendingEvents();
+    datDepart.setRequireTime(true);
+    datDepart.setDateOnly(false);
+    if (m_sIEN.empty())
+        setCaption(L"Add Emergency Room Record");
+    else
+        trap(L"LoadER", [this] { LoadER(); });
+}
+
+void frmER::LoadER()
+{
+    const Text reply = readRecord(L"MEVVER GET", L"^" + m_sIEN);
+    for (const TextView line : replyLines(reply))
+        showRecord(line);
+}
+
+// The order of the pieces differs from that of the save. An option comes before its text, which it clears.
+void frmER::showRecord(TextView line)
+{
+    const auto piece = [&](short n) { return pieceView(line, L"^", n); };
+    const auto code = [&](short n) { return pieceView(piece(n), L"|", 2); };
+    chooseCode(opt, Urgencies, code(4));
+    chooseCode(optArrival, Arrivals, code(5));
+    setTextIfAny(txtOther, piece(6));
+    chooseCode(optEntered, Entries, code(7));
+    setTextIfAny(txtInformant, piece(8));
+    chooseCode(optNotified, Notifications, code(9));
+    chooseCode(optDisch, Dispositions, code(10));
+    setTextIfAny(txtDispOth, piece(11));
+    // The second is the departure against advice, which wins.
+    for (const short departure : { 12, 13 }) {
+        const Text date = fmDateToDisplay(pieceView(piece(departure), L"|", 1));
+        if (!date.empty())
+            datDepart.setValue(date);
+    }
+    setTextIfAny(txtCond, piece(14));
+    if (!piece(15).empty())
+        showTransfer(piece(15));
+}
+
+// Name|id;root.
+void frmER::showTransfer(TextView piece)
+{
+    const TextView entry = pieceView(piece, L"|", 2);
+    setPicked(txtLoc, properCase(pieceView(piece, L"|", 1)), pieceView(entry, L";", 1));
+    chooseCode(optTransfer, Transfers, pieceView(entry, L";", 2));
+}
+
+// --- Choosing ---
+
+void frmER::optArrival_Click(int index) { enableText(txtOther, index == OtherArrival); }
+
+void frmER::optDisch_Click(int index)
+{
+    enableText(txtDispOth, index == OtherDisposition);
+    enableTransfer(index == Transferred);
+}
+
+// Loading leaves the focus where it is.
+void frmER::enableText(TextBox& box, bool enabled)
+{
+    box.setEnabled(enabled);
+    if (!enabled)
+        box.setText({});
+    else if (wasActivated())
+        setFocus(box);
+}
+
+void frmER::enableTransfer(bool enabled)
+{
+    if (!enabled)
+        setPicked(txtLoc, {}, {});
+    fraTransfer.setEnabled(enabled);
+}
+
+void frmER::cmdLoc_Click()
+{
+    lookUp(txtLoc, optTransfer.chosen() == Facility ? LookupTableNumber::Location : LookupTableNumber::Vendor);
+}
+
+// --- Saving ---
+
+// Departure ^ departure against advice.
+Text frmER::departurePieces()
+{
+    const Text date = datDepart.isEmpty() ? Text() : m_shared.DateToFMDate(datDepart.value(), TimePart::With);
+    return optDisch.chosen() == AgainstAdvice ? L"^" + date : date + L"^";
+}
+
+void frmER::cmdOK_Click()
+{
+    const bool otherArrival = optArrival.chosen() == OtherArrival;
+    const bool otherDisposition = optDisch.chosen() == OtherDisposition;
+    Text record = m_sIEN;
+    for (const Text& piece : { m_sVisit, codeOf(opt, Urgencies), codeOf(optEntered, Entries),
+             codeOf(optArrival, Arrivals), otherArrival ? withoutCarets(txtOther.text()) : Text(),
+             codeOf(optNotified, Notifications), withoutCarets(txtInformant.text()), codeOf(optDisch, Dispositions),
+             otherDisposition ? withoutCarets(txtDispOth.text()) : Text(), departurePieces(),
+             withoutCarets(txtCond.text()) })
+        record += L"^" + piece;
+    if (!txtLoc.tag().empty())
+        record += (optTransfer.chosen() == OutsideProvider ? L"^VEN.`" : L"^LOC.`") + txtLoc.tag();
+    save(L"MEVVER SET", record);
+}
+
+}

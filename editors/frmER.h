@@ -1,0 +1,60 @@
+#pragma once
+
+#include "editors/EditorForm.h"
+#include "platform/OptionArray.h"
+#include "platform/mevContainer.h"
+#include "platform/mevZvDate.h"
+
+namespace health {
+
+// One emergency room visit.
+class frmER : public EditorForm {
+public:
+    explicit frmER(modShared& shared);
+
+    Text m_sIEN; // the record; empty to add one
+    Text m_sVisit; // its visit
+
+    Arrangement arrangement() override;
+
+    mevContainer fraUrgency;
+    OptionArray<3> opt;
+    mevContainer fraArrival;
+    OptionArray<7> optArrival;
+    TextBox txtOther; // the other means of arrival
+    mevContainer fraEntered;
+    OptionArray<4> optEntered;
+    mevContainer fraInformant;
+    TextBox txtInformant;
+    mevContainer fraNotified;
+    OptionArray<3> optNotified;
+    mevContainer fraDispostion; // spelled so since long
+    OptionArray<8> optDisch;
+    TextBox txtDispOth; // the other disposition
+    mevContainer fraTransfer;
+    OptionArray<2> optTransfer; // outside provider, facility
+    TextBox txtLoc; // its tag holds the entry's number
+    Button cmdLoc;
+    Label lblDepart;
+    mevZvDate datDepart;
+    Label lblCond;
+    TextBox txtCond;
+    Button cmdOK;
+
+private:
+    void setCaptions();
+    void bindEvents();
+    void activate() override;
+    void LoadER();
+    void showRecord(TextView line);
+    void showTransfer(TextView piece);
+    void optArrival_Click(int index);
+    void optDisch_Click(int index);
+    void enableText(TextBox& box, bool enabled);
+    void enableTransfer(bool enabled);
+    void cmdLoc_Click();
+    Text departurePieces();
+    void cmdOK_Click();
+};
+
+}

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "editors/EditorForm.h"
+#include "editors/FunctionalItems.h"
+#include "platform/ComboBox.h"
+#include "platform/mevContainer.h"
+
+#include <array>
+
+namespace health {
+
+// One assessment of a patient's functional status.
+class frmElder : public EditorForm {
+public:
+    explicit frmElder(modShared& shared);
+
+    Text m_sIEN; // the record; empty to add one
+    Text m_sVisit; // its visit
+
+    Arrangement arrangement() override;
+
+    std::array<mevContainer, 2> fra; // activities of daily living, instrumental ones
+    std::array<Label, FunctionalItemCount> lbl;
+    std::array<ComboBox, FunctionalItemCount> cbo;
+    Button cmdAdd;
+
+private:
+    Arrangement itemFields(std::size_t first, std::size_t last);
+    void activate() override;
+    void loadRecord();
+    void cmdAdd_Click();
+};
+
+}

@@ -1,0 +1,53 @@
+#include "editors/frmElderView.h"
+
+#include "editors/frmElder.h"
+#include "platform/Letters.h"
+
+namespace health {
+
+frmElderView::frmElderView(modShared& shared)
+    : EditorForm(shared, L"frmElderView", L"View Functional Status Record")
+{
+    fg.setColumnCount(2);
+    fg.setColumnWidth(0, 2000);
+    bindSave(cmdEdit, L"cmdEdit_Click", [this] { cmdEdit_Click(); });
+    cmdEdit.setCaption(L"&Edit");
+}
+
+Arrangement frmElderView::arrangement() { return column({ fg, buttons({ cmdEdit, cmdCancel }) }); }
+
+void frmElderView::activate()
+{
+    const Text reply = readRecord(L"MEVVELD GET", L"^" + m_sIEN);
+    for (const TextView line : recordLines(reply)) {
+        addRow(L"Visit Date", fmDateToDisplay(pieceView(pieceView(line, L"^", 3), L"|", 1)));
+        for (std::size_t i = 0; i < FunctionalItemCount; ++i)
+            addRow(
+                FunctionalItems[i].rowName, properCase(pieceView(pieceView(line, L"^", functionalPiece(i)), L"|", 1)));
+    }
+}
+
+void frmElderView::addRow(TextView name, TextView value)
+{
+    const int row = fg.rowCount();
+    fg.setRowCount(row + 1);
+    fg.setText(row, 0, name);
+    fg.setText(row, 1, value);
+}
+
+void frmElderView::cmdEdit_Click()
+{
+    if (!m_bElder && !m_shared.HasProvider()) {
+        m_shared.ErrorBox(
+            L"Editing not permitted, you do not hold either the PROVIDER key or the MEVZ ELDER CARE EDIT key.",
+            L"Insufficient Permissions");
+        return;
+    }
+    frmElder editor(m_shared);
+    editor.m_sVisit = m_sVisit;
+    editor.m_sIEN = m_sIEN;
+    m_shared.desktop().showModal(editor);
+    close(); // what it shows is no longer true, or nothing was to be done
+}
+
+}

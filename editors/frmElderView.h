@@ -1,0 +1,28 @@
+#pragma once
+
+#include "editors/EditorForm.h"
+#include "platform/Grid.h"
+
+namespace health {
+
+// Shows one assessment of a patient's functional status, and opens its editor.
+class frmElderView : public EditorForm {
+public:
+    explicit frmElderView(modShared& shared);
+
+    Text m_sIEN; // the record
+    Text m_sVisit; // its visit
+    bool m_bElder = false; // the user holds the key for functional status
+
+    Arrangement arrangement() override;
+
+    Grid fg; // name and value
+    Button cmdEdit;
+
+private:
+    void activate() override;
+    void addRow(TextView name, TextView value);
+    void cmdEdit_Click();
+};
+
+}

@@ -1,0 +1,245 @@
+#include "editors/frmRefusal.h"
+
+#include "lookups/LookupTables.h"
+#include "lookups/frmLookupEd2.h"
+#include "lookups/frmLookupImm.h"
+#include "platform/Conversions.h"
+#include "platform/Letters.h"
+#include "shared/modConst.h"
+
+namespace health {
+
+namespace {
+
+struct RefusalType {
+    TextView text;
+    int lookupTable;
+};
+
+constexpr RefusalType Types[] = { { L"EKG", 7 }, { L"Exam", 5 }, { L"Immunization", 0 }, { L"Lab", 2 },
+    { L"Mammogram", 4 }, { L"Measurement", 3 }, { L"Medication/Drug", 6 }, { L"PAP Smear", 2 },
+    { L"Radiology Exam", 4 }, { L"Skin Test", 1 } };
+
+// Types of which there is one item only.
+bool hasOnlyItem(TextView type) { return type == L"PAP Smear" || type == L"Mammogram" || type == L"EKG"; }
+
+// The server's name of a type; it has two of them in the plural.
+Text serverType(TextView type)
+{
+    const Text name = upperCase(type);
+    return name == L"MEASUREMENT" || name == L"EDUCATION TOPIC" ? name + L"S" : name;
+}
+
+constexpr TextView TypeNotSelected = L"Refusal Type not Selected";
+
+}
+
+frmRefusal::frmRefusal(modShared& shared)
+    : EditorForm(shared, L"frmRefusal", L"Enter Refusal")
+{
+    for (const RefusalType& type : Types)
+        lstRefusals.addItem(type.text, type.lookupTable);
+    lblRefusals.setCaption(L"Refusal &Type");
+    lblItem.setCaption(L"Refusal &Item");
+    lblRefused.setCaption(L"&Date Refused");
+    lblComment.setCaption(L"Comme&nt");
+    bindLookup(txtItem, cmdItem, TypedOver::ClearsId, trapped(L"cmdItem_Click", [this] { cmdItem_Click(); }));
+    lstRefusals.ItemCheck = [this](int row) { trap(L"lstRefusals_ItemCheck", [&] { lstRefusals_ItemCheck(row); }); };
+    txtItem.Changed = trapped(L"txtItem_Change", [this] { txtItem_Change(); });
+    datRefused.NewDateEntered = trapped(L"datRefused_NewDateEntered", [this] { datRefused_NewDateEntered(); });
+    txtRefComment.Validate = [this](bool& cancel) {
+        trap(L"txtRefComment_Validate", [&] { txtRefComment_Validate(cancel); });
+    };
+    bindSave(cmdOK, L"cmdOK_Click", [this] { cmdOK_Click(); });
+    cmdOK.setCaption(L"&Add");
+}
+
+Arrangement frmRefusal::arrangement()
+{
+    return column({ lblRefusals, lstRefusals,
+        fields({ field(lblItem, { txtItem, cmdItem }), field(lblRefused, { datRefused }),
+            field(lblComment, { txtRefComment }) }),
+        buttons({ cmdOK, cmdCancel }) });
+}
+
+void frmRefusal::activate()
+{
+    if (m_sRefusalIen.empty()) {
+        datRefused.setValue(dateText(m_shared.desktop().now()));
+        return;
+    }
+    cmdOK.setCaption(L"&Save");
+    setCaption(L"Edit Refusal");
+    trap(L"LoadRef", [this] { LoadRef(); });
+}
+
+// --- Loading ---
+
+void frmRefusal::LoadRef()
+{
+    const Text reply = readRecord(L"MEVREF GET", wholeText(m_shared.patient().number()) + L"^" + m_sRefusalIen);
+    for (const TextView line : recordLines(reply))
+        showRecord(line);
+}
+
+// Record ^^^ type ^ item ^ item's name ^^^ date ^ locked ^^ comment.
+void frmRefusal::showRecord(TextView line)
+{
+    const auto pieces = SplitPieces(line, L"^", 11);
+    checkType(pieces[3]);
+    datRefused.setValue(fmDateToDisplay(pieces[8]));
+    m_loading = true;
+    setPicked(txtItem, pieces[5], pieces[4]);
+    m_loading = false;
+    txtRefComment.setText(pieces[11]);
+}
+
+// Checks and selects the row of a stored type, so that the record can be saved at once.
+void frmRefusal::checkType(TextView type)
+{
+    const Text stored = upperCase(type);
+    for (int row = 0; row < lstRefusals.count(); ++row) {
+        const Text& text = lstRefusals.itemText(row);
+        if (stored != upperCase(text) && stored != serverType(text))
+            continue;
+        m_loading = true;
+        lstRefusals.setListIndex(row);
+        lstRefusals.setChecked(row, true);
+        m_loading = false;
+        return;
+    }
+}
+
+// --- The type ---
+
+void frmRefusal::lstRefusals_ItemCheck(int row)
+{
+    if (!lstRefusals.isChecked(row))
+        return;
+    for (int other = 0; other < lstRefusals.count(); ++other) {
+        if (other != row)
+            lstRefusals.setChecked(other, false);
+    }
+    const Text& type = lstRefusals.itemText(row);
+    setPicked(txtItem, L"", L"");
+    lblItem.setCaption(L"&" + type);
+    if (!m_loading && hasOnlyItem(type))
+        takeOnlyItem(type);
+}
+
+void frmRefusal::takeOnlyItem(const Text& type)
+{
+    setPicked(txtItem, upperCase(type), L"");
+    const Text reply = m_shared.CallRpc(L"MEVREF REFLIST", type);
+    if (!m_shared.CheckRpcError(reply, L""))
+        txtItem.setTag(reply);
+    setFocus(txtItem);
+}
+
+bool frmRefusal::warnWithoutType()
+{
+    if (lstRefusals.listIndex() != -1)
+        return false;
+    m_shared.WarningBox(L"You must first select a refusal type from the above list.", L"Type Not Selected");
+    return true;
+}
+
+// --- The item ---
+
+void frmRefusal::txtItem_Change()
+{
+    if (m_loading || m_clearing || !warnWithoutType())
+        return;
+    m_clearing = true; // one warning, not another one for the clearing
+    txtItem.setText(L"");
+    m_clearing = false;
+    setFocus(lstRefusals);
+}
+
+void frmRefusal::cmdItem_Click()
+{
+    if (warnWithoutType()) {
+        setFocus(lstRefusals);
+        return;
+    }
+    const int table = lstRefusals.itemData(lstRefusals.listIndex());
+    const auto pickFrom = [&](auto& lookup) {
+        const bool chosen = lookup.RunQuery(txtItem.text()) && !lookup.m_sRecId.empty();
+        setPicked(txtItem, chosen ? lookup.m_sName : Text(), chosen ? lookup.m_sRecId : Text());
+    };
+    if (table == LookupTableNumber::Immunization) {
+        frmLookupImm lookup(m_shared);
+        pickFrom(lookup);
+    } else if (table == LookupTableNumber::EducationTopic) {
+        frmLookupEd2 lookup(m_shared);
+        pickFrom(lookup);
+    } else if (!lookUp(txtItem, table)) {
+        setPicked(txtItem, L"", L""); // also when it was cancelled, unlike elsewhere
+    }
+}
+
+// --- Date and comment ---
+
+void frmRefusal::datRefused_NewDateEntered()
+{
+    const auto moment = datRefused.moment();
+    const Moment today = dateOf(m_shared.desktop().now());
+    if (!moment)
+        m_shared.ErrorBox(L"Invalid date format.", L"");
+    else if (dateOf(*moment) > today)
+        m_shared.ErrorBox(L"The date cannot be in the future.", L"Invalid Historical Date");
+    else
+        return;
+    datRefused.setValue(dateText(today));
+}
+
+void frmRefusal::txtRefComment_Validate(bool& cancel)
+{
+    static constexpr std::size_t Longest = 200;
+    Text comment = txtRefComment.text();
+    if (comment.size() > Longest) {
+        m_shared.ErrorBox(L"Comment cannot be longer than 200 characters.", L"Comment Too Long");
+        cancel = true;
+    } else if (comment.size() == 1) {
+        m_shared.ErrorBox(L"Comment must be longer than 1 character.", L"Comment Too Short");
+        cancel = true;
+    }
+    if (cancel)
+        return;
+    for (std::size_t at = comment.find(LineBreak); at != Text::npos; at = comment.find(LineBreak, at))
+        comment.erase(at, LineBreak.size());
+    txtRefComment.setText(comment);
+}
+
+// --- Saving ---
+
+bool frmRefusal::isComplete()
+{
+    const int row = lstRefusals.listIndex();
+    Text message;
+    TextView title = TypeNotSelected;
+    if (row == -1) {
+        message = L"You must first select the refusal type that you wish to add for this patient.";
+    } else if (!lstRefusals.isChecked(row)) {
+        message = L"You must first click the checkbox for the refusal type that you wish to add for this patient.";
+    } else if (txtItem.tag().empty()) {
+        message = L"You must first select the " + TranslateChars(lblItem.caption(), L"&", L"")
+            + L" type that you wish to add for this patient.";
+        title = L"Item Not Selected";
+    }
+    if (!message.empty())
+        m_shared.WarningBox(message, title);
+    return message.empty();
+}
+
+void frmRefusal::cmdOK_Click()
+{
+    if (!isComplete())
+        return;
+    save(L"MEVREF SET",
+        m_sRefusalIen + L"^" + serverType(lstRefusals.itemText(lstRefusals.listIndex())) + L"^" + txtItem.tag() + L"^"
+            + wholeText(m_shared.patient().number()) + L"^" + datRefused.value() + L"^"
+            + withoutCarets(txtRefComment.text()));
+}
+
+}

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "editors/EditorForm.h"
+#include "platform/CheckList.h"
+#include "platform/mevZvDate.h"
+
+namespace health {
+
+// The patient's refusal of a service: its kind, the item refused, the date, a comment.
+class frmRefusal : public EditorForm {
+public:
+    explicit frmRefusal(modShared& shared);
+
+    Text m_sRefusalIen; // the refusal; empty to add one
+
+    Arrangement arrangement() override;
+
+    Label lblRefusals;
+    CheckList lstRefusals; // its item data are lookup tables
+    Label lblItem;
+    TextBox txtItem; // its tag holds the item's number
+    Button cmdItem;
+    Label lblRefused;
+    mevZvDate datRefused;
+    Label lblComment;
+    TextBox txtRefComment { TextBox::Lines::Several };
+    Button cmdOK;
+
+private:
+    void activate() override;
+    void LoadRef();
+    void showRecord(TextView line);
+    void checkType(TextView type);
+    void lstRefusals_ItemCheck(int row);
+    void takeOnlyItem(const Text& type);
+    void txtItem_Change();
+    void cmdItem_Click();
+    void datRefused_NewDateEntered();
+    void txtRefComment_Validate(bool& cancel);
+    bool warnWithoutType();
+    bool isComplete();
+    void cmdOK_Click();
+
+    bool m_loading = false;
+    bool m_clearing = false;
+};
+
+}

@@ -1,0 +1,112 @@
+#include "editors/frmTxc.h"
+
+#include "lookups/LookupTables.h"
+#include "platform/Conversions.h"
+
+namespace health {
+
+namespace {
+
+constexpr std::array<TextView, 2> TypeCodes { L"P", L"M" };
+constexpr std::chrono::days OldestContract { 365 };
+
+}
+
+frmTxc::frmTxc(modShared& shared)
+    : EditorForm(shared, L"frmTxc", L"Update Treatment Contract")
+{
+    opt[0].setCaption(L"Pain");
+    opt[1].setCaption(L"Mental Health");
+    fraTypes.hold({ &opt[0], &opt[1] });
+    lbl[0].setCaption(L"Date Initiated");
+    lbl[1].setCaption(L"Provider");
+    bindLookup(txtPrv, cmdPrv, TypedOver::KeepsId,
+        trapped(L"cmdPrv_Click", [this] { lookUp(txtPrv, LookupTableNumber::Provider); }));
+    datInit.NewDateEntered = trapped(L"datInit_NewDateEntered", [this] { datInit_NewDateEntered(); });
+    bindSave(cmdAdd, L"cmdAdd_Click", [this] { cmdAdd_Click(); });
+}
+
+Arrangement frmTxc::arrangement()
+{
+    return column({ frame(fraTypes, row({ opt[0], opt[1] })),
+        fields({ field(lbl[0], { datInit }), field(lbl[1], { txtPrv, cmdPrv }) }), buttons({ cmdAdd, cmdCancel }) });
+}
+
+void frmTxc::Form_Load()
+{
+    trap(L"Form_Load", [this] {
+        datInit.setValue(dateText(m_shared.desktop().now()));
+        const User& user = m_shared.user();
+        setPicked(txtPrv, user.name(), wholeText(user.number()));
+    });
+}
+
+void frmTxc::activate()
+{
+    m_shared.desktop().processPendingEvents();
+    if (m_sIEN.empty())
+        setCaption(L"Add Treatment Contract Record");
+    else
+        trap(L"LoadTXC", [this] { LoadTXC(); });
+}
+
+void frmTxc::LoadTXC()
+{
+    const Text reply = readRecord(L"MEVVTXC GET", L"^" + m_sIEN);
+    for (const TextView line : recordLines(reply))
+        showRecord(line);
+}
+
+// Record ^ locked ^ visit's date ^ type|code ^ date initiated ^ provider|id.
+void frmTxc::showRecord(TextView line)
+{
+    const TextView code = pieceView(pieceView(line, L"^", 4), L"|", 2);
+    for (std::size_t i = 0; i < TypeCodes.size(); ++i) {
+        if (code == TypeCodes[i])
+            opt[i].setChosen(true);
+    }
+    TextView date = pieceView(line, L"^", 5);
+    if (date.empty())
+        date = pieceView(line, L"^", 3);
+    if (const auto moment = parseDate(pieceView(pieceView(date, L"|", 1), L"@", 1)))
+        datInit.setValue(defaultDateText(*moment));
+    const TextView provider = pieceView(line, L"^", 6);
+    setPicked(txtPrv, pieceView(provider, L"|", 1), pieceView(provider, L"|", 2));
+}
+
+void frmTxc::datInit_NewDateEntered()
+{
+    const auto moment = datInit.moment();
+    const Moment now = m_shared.desktop().now();
+    TextView message;
+    if (!moment)
+        message = L"The date format is not valid.";
+    else if (*moment > now)
+        message = L"The date cannot be in the future.";
+    // To the second: of the day a year ago only the hours after this time of day would count. Intended.
+    else if (*moment < now - OldestContract)
+        message = L"Treatment date cannot be older than a year.";
+    if (message.empty())
+        return;
+    m_shared.ErrorBox(message, L"Invalid Date");
+    datInit.setValue(dateText(now));
+}
+
+void frmTxc::cmdAdd_Click()
+{
+    if (txtPrv.tag().empty()) {
+        m_shared.WarningBox(L"You must select the provider.", L"Provider Missing");
+        return;
+    }
+    if (datInit.isEmpty())
+        datInit.setValue(defaultDateText(m_shared.desktop().now()));
+    if (opt.chosen() == opt.None) {
+        m_shared.WarningBox(L"You must select the type of contract, PAIN or MENTAL HEALTH.", L"Type Missing");
+        return;
+    }
+    save(L"MEVVTXC SET",
+        m_sIEN + L"^" + m_sVisit + L"^" + Text(TypeCodes[static_cast<std::size_t>(opt.chosen())]) + L"^"
+            + datInit.value() + L"^" + txtPrv.tag());
+}
+
+}

@@ -1,0 +1,37 @@
+#pragma once
+
+#include "editors/EditorForm.h"
+#include "platform/OptionArray.h"
+#include "platform/mevContainer.h"
+#include "platform/mevZvDate.h"
+
+namespace health {
+
+// A treatment contract with the patient: pain or mental health, the date it was initiated, the provider.
+class frmTxc : public EditorForm {
+public:
+    explicit frmTxc(modShared& shared);
+
+    Text m_sIEN; // the record; empty to add one
+    Text m_sVisit; // its visit
+
+    void Form_Load() override;
+    Arrangement arrangement() override;
+
+    mevContainer fraTypes;
+    OptionArray<2> opt; // pain, mental health
+    std::array<Label, 2> lbl;
+    mevZvDate datInit;
+    TextBox txtPrv; // its tag holds the provider's number
+    Button cmdPrv;
+    Button cmdAdd;
+
+private:
+    void activate() override;
+    void LoadTXC();
+    void showRecord(TextView line);
+    void datInit_NewDateEntered();
+    void cmdAdd_Click();
+};
+
+}
