@@ -66,8 +66,10 @@ void kalmevRepHistCtrl::updateCommands()
 
 void kalmevRepHistCtrl::mnuVisitDetail_Click()
 {
-    if (fgData.row() != -1)
-        m_shared.VisitDetail(fgData.text(fgData.row(), GridColumn::Visit));
+    if (fgData.row() == -1)
+        return;
+    const Text visit(fgData.text(fgData.row(), GridColumn::Visit)); // a copy: the call may let an event reload the grid
+    m_shared.VisitDetail(visit);
 }
 
 void kalmevRepHistCtrl::fgData_MouseUp(MouseButton button)

@@ -19,13 +19,14 @@ class FlagScope {
 public:
     explicit FlagScope(bool& flag)
         : m_flag(flag)
+        , m_before(std::exchange(flag, true))
     {
-        m_flag = true;
     }
-    ~FlagScope() { m_flag = false; }
+    ~FlagScope() { m_flag = m_before; }
 
 private:
     bool& m_flag;
+    bool m_before;
 };
 
 // Keeps a grid from drawing for as long as the object lives.
@@ -142,7 +143,7 @@ void kalmevRepHistCtrl::UserControl_Terminate()
     m_active = false;
     // Each step on its own: a session that fails must not keep the host objects alive.
     AbortAsync();
-    trap(L"UserControl_Terminate", [&] { unsubscribe(); });
+    unsubscribe(L"UserControl_Terminate");
     trap(L"UserControl_Terminate", [&] {
         if (m_refreshRegistered)
             m_shared.session().unregisterEvent(RefreshEvent, *this);
@@ -188,15 +189,28 @@ void kalmevRepHistCtrl::AbortAsync()
 
 void kalmevRepHistCtrl::ICSS_PatientEvents_Committed()
 {
+    // A change under a box of a running load waits, or two patients' rows would mix.
+    m_patientChanged = m_patientChanged || m_active;
+    catchUp();
+}
+
+// Loads what changed, until nothing came meanwhile: a box that a load shows lets further events in.
+void kalmevRepHistCtrl::catchUp()
+{
+    while (!m_loading && (m_patientChanged || m_reloadWanted)) {
+        m_reloadWanted = false;
+        if (std::exchange(m_patientChanged, false))
+            loadPatient();
+        else
+            reload();
+    }
+}
+
+void kalmevRepHistCtrl::loadPatient()
+{
+    const FlagScope loading(m_loading);
     const bool done = trap(L"ICSS_PatientEvents_Committed", [&] {
-        if (!m_active)
-            return;
-        // A change under a box of a running load waits, or two patients' rows would mix.
-        if (m_loading) {
-            m_patientChanged = true;
-            return;
-        }
-        unsubscribe();
+        unsubscribe(L"ICSS_PatientEvents_Committed");
         const PatientFacts patient = currentPatient();
         if (patient.number == 0) {
             ClearPatientControls();
@@ -211,8 +225,6 @@ void kalmevRepHistCtrl::ICSS_PatientEvents_Committed()
     // Never one patient's records under another's name.
     if (!done)
         ClearPatientControls();
-    if (!m_loading && std::exchange(m_patientChanged, false))
-        ICSS_PatientEvents_Committed();
 }
 
 void kalmevRepHistCtrl::ICSS_EncounterEvents_Committed()
@@ -233,15 +245,16 @@ void kalmevRepHistCtrl::subscribe(long patientNumber)
     m_shared.session().registerEvent(m_refusalEventName, *this);
 }
 
-void kalmevRepHistCtrl::unsubscribe()
+void kalmevRepHistCtrl::unsubscribe(TextView procedure)
 {
     if (m_visitEventName.empty())
         return;
     // The names go first: whatever the session does, events of the old patient no longer match.
     const Text visitEventName = std::exchange(m_visitEventName, {});
     const Text refusalEventName = std::exchange(m_refusalEventName, {});
-    m_shared.session().unregisterEvent(visitEventName, *this);
-    m_shared.session().unregisterEvent(refusalEventName, *this);
+    // Each on its own: the session keeps no subscription of this control because another one failed.
+    for (const Text& name : { visitEventName, refusalEventName })
+        trap(procedure, [&] { m_shared.session().unregisterEvent(name, *this); });
 }
 
 bool kalmevRepHistCtrl::concernsPatient(TextView eventName) const
@@ -258,7 +271,8 @@ void kalmevRepHistCtrl::EventCallback(TextView name, TextView)
         if (!m_active)
             return;
         if (concernsPatient(name) || MatchesLeading(name, RefreshEvent, LetterCase::Exact))
-            refreshGrid();
+            m_reloadWanted = true;
+        catchUp();
     });
 }
 
@@ -294,26 +308,27 @@ void kalmevRepHistCtrl::fillTypeList(const PatientFacts& patient)
 
 void kalmevRepHistCtrl::LoadGrid()
 {
-    bool loaded = false;
-    trap(L"LoadGrid", [&] {
+    const FlagScope loading(m_loading);
+    const bool loaded = trap(L"LoadGrid", [&] {
         m_shared.SetStatusText(L"Loading Personal Health Data");
-        const FlagScope loading(m_loading);
-        const DrawingPause pause(fgData);
-        fgData.clear();
-        fgData.setRowCount(0);
-        fgData.setColumnHidden(GridColumn::Label, false);
-        const PatientFacts patient = currentPatient();
-        GridLoader(m_shared, fgData, patient).load();
-        fgData.select(-1);
-        loaded = true;
+        fillGrid();
+        m_shared.SetStatusText(L"");
+        updateCommands();
+        highlightVisit();
     });
-    if (!loaded) {
+    if (!loaded)
         ClearPatientControls();
-        return;
-    }
-    m_shared.SetStatusText(L"");
-    updateCommands();
-    trap(L"LoadGrid", [&] { highlightVisit(); });
+}
+
+void kalmevRepHistCtrl::fillGrid()
+{
+    const DrawingPause pause(fgData);
+    fgData.clear();
+    fgData.setRowCount(0);
+    fgData.setColumnHidden(GridColumn::Label, false);
+    const PatientFacts patient = currentPatient();
+    GridLoader(m_shared, fgData, patient).load();
+    fgData.select(-1);
 }
 
 void kalmevRepHistCtrl::ClearPatientControls()
@@ -326,21 +341,6 @@ void kalmevRepHistCtrl::ClearPatientControls()
         fgData.select(-1);
         updateCommands();
     });
-}
-
-void kalmevRepHistCtrl::refreshGrid()
-{
-    // A box that a running load shows lets further events in; they are caught up with after it.
-    if (m_loading) {
-        m_reloadWanted = true;
-        return;
-    }
-    do {
-        m_reloadWanted = false;
-        reload();
-    } while (m_reloadWanted);
-    if (std::exchange(m_patientChanged, false))
-        ICSS_PatientEvents_Committed();
 }
 
 void kalmevRepHistCtrl::reload()

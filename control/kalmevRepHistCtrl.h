@@ -97,11 +97,13 @@ private:
     void setUpGrid();
     void fetchEditKeys();
     void subscribe(long patientNumber);
-    void unsubscribe();
+    void unsubscribe(TextView procedure);
     bool concernsPatient(TextView eventName) const;
     PatientFacts currentPatient() const;
     void fillTypeList(const PatientFacts& patient);
-    void refreshGrid();
+    void catchUp();
+    void loadPatient();
+    void fillGrid();
     void reload();
     void selectRowOf(TextView key);
     void highlightVisit();
@@ -130,7 +132,7 @@ private:
     Text m_refusalEventName; // "REFUSAL." + patient number
     Text m_savedRowKey; // of the selected row, across a reload
     bool m_loading = false;
-    // What arrived while a box of a running load was open:
+    // What has arrived and is not loaded yet:
     bool m_reloadWanted = false;
     bool m_patientChanged = false;
 };
