@@ -41,6 +41,17 @@ CLOCK(date) ; hh:mm of a date with a time, 00:00 without
  SET time=$EXTRACT($PIECE(date,".",2)_"0000",1,4)
  QUIT $EXTRACT(time,1,2)_":"_$EXTRACT(time,3,4)
  ;
+TIMED(date) ; mm/dd/yyyy@hh:mm; empty for an empty date
+ IF 'date QUIT ""
+ QUIT $$SLASHED(date)_"@"_$$CLOCK(date)
+ ;
+ISDATE(text) ; A FileMan date of the calendar, a time may follow
+ NEW time
+ IF text'?7N.1(1".".6N) QUIT 0
+ IF $$PARSE($$SLASHED(text))'=(text\1) QUIT 0
+ SET time=$EXTRACT($PIECE(text,".",2)_"000000",1,6)
+ QUIT $EXTRACT(time,1,2)<25&($EXTRACT(time,3,4)<60)&($EXTRACT(time,5,6)<60)
+ ;
 INVERSE(date) ; Sorts the latest first
  QUIT 9999999-date
  ;

@@ -44,6 +44,10 @@ NAME(file,ien) ; The name of an entry, empty when there is none
  IF 'ien QUIT ""
  QUIT $PIECE($GET(@$$ROOT(file)@(ien,0)),"^")
  ;
+EXISTS(file,ien) ; There is an entry of this number
+ IF ien'?1N.11N QUIT 0
+ QUIT $DATA(@$$ROOT(file)@(ien,0))#10
+ ;
 START ; Makes the zero nodes of all files
  NEW line,root,text
  FOR line=1:1 SET text=$TEXT(TABLE+line) QUIT:$PIECE(text,";",3)=""  DO

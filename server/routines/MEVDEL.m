@@ -22,6 +22,10 @@ DELREF ;
  DO RECORD("^MEVREF","REF")
  QUIT
  ;
+DELVER ;
+ DO RECORD("^MEVVER","VER")
+ QUIT
+ ;
 OFPATIENT(root,kind) ; The one record of a patient
  SET reply=$$REFUSED^MEVMAY(kind)
  QUIT:reply'=""

@@ -6,15 +6,15 @@ MEVEVENT ; Events between sessions
  ; ^MEVSES(session)=process id    ^MEVSES(session,"SUB",name)=""    ^MEVSUB(name,session)=""
  ; ^MEVQUE(session,entry)=name LF data
  ;
-OPEN ; A session begins
+OPEN ; A session begins. Its lock is of the kind that LOCK, which ends a call's locks, leaves alone.
  SET session=$INCREMENT(^MEVSES)
- LOCK +^MEVSESL(session)
+ ZALLOCATE ^MEVSESL(session)
  SET ^MEVSES(session)=$JOB
  QUIT
  ;
 CLOSE ; A session ends
  DO CLEAR(session)
- LOCK
+ ZDEALLOCATE
  QUIT
  ;
 CLEAR(number) ; Takes out all that a session left
@@ -25,13 +25,16 @@ CLEAR(number) ; Takes out all that a session left
  QUIT
  ;
 SWEEP ; Clears the sessions whose processes are gone
- NEW number
+ NEW ignored,number
  SET number=""
- FOR  SET number=$ORDER(^MEVSES(number)) QUIT:number=""  IF number'=session DO
- . LOCK +^MEVSESL(number):0 ELSE  QUIT
- . DO CLEAR(number)
- . LOCK -^MEVSESL(number)
+ FOR  SET number=$ORDER(^MEVSES(number)) QUIT:number=""  IF number'=session SET ignored=$$ALIVE(number)
  QUIT
+ ;
+ALIVE(number) ; The session's process lives; what a dead one left is cleared
+ LOCK +^MEVSESL(number):0 ELSE  QUIT 1
+ DO CLEAR(number)
+ LOCK -^MEVSESL(number)
+ QUIT 0
  ;
 SUBSCRIBE ; Call: event name
  IF param="" SET reply="-1^An event name is missing." QUIT
@@ -57,12 +60,12 @@ TELL(number) ; Queues for one session; SIGNAL wakes it, after the transaction
  SET ^MEVQUE(number,$INCREMENT(^MEVQUE))=event_$CHAR(10)_data,signals(number)=""
  QUIT
  ;
-SIGNAL ; Wakes the sessions that something was queued for
+SIGNAL ; Wakes the sessions that something was queued for. A dead session's process number may long be another program's.
  NEW ignored,number
  SET number=""
  FOR  SET number=$ORDER(signals(number)) QUIT:number=""  DO
  . IF number=$GET(session) SET wake=1 QUIT
- . SET ignored=$ZSIGPROC(+$GET(^MEVSES(number)),10)
+ . IF $$ALIVE(number) SET ignored=$ZSIGPROC(+$GET(^MEVSES(number)),10)
  KILL signals
  QUIT
  ;
@@ -89,6 +92,5 @@ SENDALL ; Sends the queue
 NOTIFY ; The administrator's tool: raises the event that the environment names
  NEW event
  SET event=$ZTRNLNM("mev_event")
- IF event="" WRITE "No event was named.",! HALT
  DO RAISE(event,$ZTRNLNM("mev_event_data")),SIGNAL
  HALT

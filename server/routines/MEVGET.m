@@ -56,6 +56,18 @@ CONTRACTLINE(node) ; type, date initiated, provider
  SET:provider provider=$$NAME^MEVDD(200,provider)_"|"_provider
  QUIT $$PAIR^MEVCODE("CONTRACT",$PIECE(node,"^",4))_"^"_$$SLASHED^MEVDATE($PIECE(node,"^",5))_"^"_provider
  ;
+VER ; Call
+ DO LIST("^MEVVER","EMERGENCYLINE")
+ QUIT
+EMERGENCYLINE(node) ; urgency, arrival, other, entered by, informant, notified, disposition, other, departure, departure against advice, condition, transfer
+ NEW line,transfer
+ SET line=$$PAIR^MEVCODE("URGENCY",$PIECE(node,"^",4))_"^"_$$PAIR^MEVCODE("ARRIVAL",$PIECE(node,"^",5))_"^"_$PIECE(node,"^",6)
+ SET line=line_"^"_$$PAIR^MEVCODE("ENTERED",$PIECE(node,"^",7))_"^"_$PIECE(node,"^",8)_"^"_$$PAIR^MEVCODE("NOTIFIED",$PIECE(node,"^",9))
+ SET line=line_"^"_$$PAIR^MEVCODE("DISPOSITION",$PIECE(node,"^",10))_"^"_$PIECE(node,"^",11)
+ SET line=line_"^"_$$TIMED^MEVDATE($PIECE(node,"^",12))_"^"_$$TIMED^MEVDATE($PIECE(node,"^",13))_"^"_$PIECE(node,"^",14)
+ SET transfer=$PIECE(node,"^",15)
+ QUIT line_"^"_$SELECT(transfer="":"",1:$$NAME^MEVDD($SELECT(transfer["LOC":4,1:9999999.11),+transfer)_"|"_transfer)
+ ;
 LIST(root,format) ; All records of a patient, or one
  NEW count,dfn,ien,inverse
  SET dfn=$PIECE(param,"^"),ien=$PIECE(param,"^",2),count=0
@@ -77,7 +89,7 @@ ADD(ien) ; One line: record ^ locked ^ visit date|visit ^ the record's own piece
  NEW date,node,visit
  SET node=@root@(ien,0),visit=$PIECE(node,"^",2),date=$PIECE($GET(^MEVVST(+visit,0)),"^")
  ; Contracts have always carried their visit's date as mm/dd/yyyy@hh:mm.
- IF root="^MEVVTXC",date SET date=$$SLASHED^MEVDATE(date)_"@"_$$CLOCK^MEVDATE(date)
+ IF root="^MEVVTXC",date SET date=$$TIMED^MEVDATE(date)
  SET count=count+1
  SET reply(count)=ien_"^"_$PIECE(node,"^",3)_"^"_date_"|"_visit_"^"_$$LINE(format,node)
  QUIT
@@ -86,27 +98,5 @@ LINE(format,node) ; By the format's name
  IF format="FUNCTIONLINE" QUIT $$FUNCTIONLINE(node)
  IF format="ASTHMALINE" QUIT $$ASTHMALINE(node)
  IF format="CONTRACTLINE" QUIT $$CONTRACTLINE(node)
+ IF format="EMERGENCYLINE" QUIT $$EMERGENCYLINE(node)
  QUIT $$FEEDINGLINE(node)
- ;
-REF ; Call: patient, optionally ^ record. Node: patient ^ date ^ locked ^ type ^ item ^ item's name; comment in (n,1)
- NEW count,dfn,ien,inverse
- SET dfn=$PIECE(param,"^"),ien=$PIECE(param,"^",2),count=0
- IF '$$KNOWN^MEVHOST(dfn) SET reply=$$NOPATIENT^MEVHOST(dfn) QUIT
- IF ien'="" DO ONEREF QUIT
- SET inverse=""
- FOR  SET inverse=$ORDER(^MEVREF("AA",dfn,inverse)) QUIT:inverse=""  DO
- . SET ien=""
- . FOR  SET ien=$ORDER(^MEVREF("AA",dfn,inverse,ien)) QUIT:ien=""  DO ADDREF(ien)
- QUIT
- ;
-ONEREF ; One refusal, of this patient only
- IF ien'?1N.11N SET reply="-1^There is no such refusal." QUIT
- IF $PIECE($GET(^MEVREF(ien,0)),"^")'=dfn SET reply="-1^The refusal "_ien_" does not exist any more." QUIT
- DO ADDREF(ien)
- QUIT
- ;
-ADDREF(ien) ; record ^^^ type ^ item ^ item's name ^^^ date ^ locked ^^ comment
- NEW node
- SET node=^MEVREF(ien,0),count=count+1
- SET reply(count)=ien_"^^^"_$PIECE(node,"^",4,6)_"^^^"_$PIECE(node,"^",2)_"^"_$PIECE(node,"^",3)_"^^"_$GET(^MEVREF(ien,1))
- QUIT

@@ -16,14 +16,8 @@ SIGNON ; Call: session name ^ user name
  IF 'ien SET reply="-1^There is no user named "_$EXTRACT(name,1,80)_"." QUIT
  IF '$PIECE(^MEVUSR(ien,0),"^",4) SET reply="-1^"_name_" may not sign on here." QUIT
  SET user=ien
- DO SWEEP^MEVEVENT,FORGET
+ DO SWEEP^MEVEVENT,FORGET^MEVONCE
  SET reply=ien_"^"_name_"^1^"_$PIECE(^AUTTLOC(1,0),"^")
- QUIT
- ;
-FORGET ; Drops the remembered replies of sessions that ended more than two days ago
- NEW name
- SET name=""
- FOR  SET name=$ORDER(^MEVDONE(name)) QUIT:name=""  IF $GET(^MEVDONE(name))<($HOROLOG-2) KILL:name'=token ^MEVDONE(name)
  QUIT
  ;
 KEYS ; Call: key ^ key ^ ...

@@ -69,7 +69,7 @@ FEEDING(dfn,visit,choice) ;
  ;
 REFUSAL(dfn,date) ; A refusal of any kind
  NEW line
- SET line=$PIECE($TEXT(KINDS+$$RANDOM^MEVSAMPLE(10)),";;",2)
+ SET line=$PIECE($TEXT(TYPES+$$RANDOM^MEVSAMPLE(10)^MEVREFUS),";;",2)
  DO REFUSE(dfn,date,"",line,$$PICK^MEVSAMPLE(",,Will think about it,Does not want it today,Prefers to wait"))
  QUIT
  ;
@@ -80,14 +80,3 @@ REFUSE(dfn,date,locked,kind,comment) ; kind: type;file of the item
  SET ien=$$FILEAT^MEVDD("^MEVREF",0,dfn_"^"_date_"^"_locked_"^"_$PIECE(kind,";")_"^"_item_"^"_$$NAME^MEVDD(file,item),dfn,date)
  SET:comment'="" ^MEVREF(ien,1)=comment
  QUIT
-KINDS ; type;file;item where there is only one
- ;;EKG;9999999.68;1
- ;;EXAM;9999999.15
- ;;IMMUNIZATION;9999999.14
- ;;LAB;60
- ;;MAMMOGRAM;71;1
- ;;MEASUREMENTS;9999999.07
- ;;MEDICATION/DRUG;50
- ;;PAP SMEAR;60;1
- ;;RADIOLOGY EXAM;71
- ;;SKIN TEST;9999999.28

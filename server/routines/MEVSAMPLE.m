@@ -2,7 +2,7 @@ MEVSAMPLE ; Makes the sample data: invented people, from a fixed seed, relative 
  ; The same seed gives the same people on every machine; an infant of this year is an infant of next year too.
  ;
 CREATE ; Entry: fills an empty database. Where mev_frames is 1, tells the session's client how far it is.
- NEW dfn,frames,patients,seed,today
+ NEW dfn,frames,patients,seed,today,writing
  SET $ETRAP="ZHALT 9"
  SET frames=$ZTRNLNM("mev_frames"),seed=20260315,patients=2000,today=$$TODAY^MEVDATE
  USE $PRINCIPAL:(NOWRAP:WIDTH=1048576)

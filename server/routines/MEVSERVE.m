@@ -3,21 +3,34 @@ MEVSERVE ; One session: frames in, calls carried out, frames out
  ; Does not know what the calls do. A call's error ends the call, never the session.
  ;
  ; The session's own variables: session (its number), token (its name, by the host), user (number, 0 before sign-on),
- ; busy (a frame is being worked on or written), wake (an event came in meanwhile), input (the device of requests).
+ ; busy (a frame is being worked on or written), wake (an event came in meanwhile), input (the device of requests),
+ ; writing (a frame is half written).
  ;
 SERVE ; Entry: serves until the input ends
- NEW busy,calls,ended,input,param,session,token,user,wake
- SET $ETRAP="ZHALT 9"
- SET busy=1,wake=0,ended=0,user=0,token=""
+ NEW busy,calls,ended,input,param,session,token,user,wake,writing
+ SET $ETRAP="GOTO BROKEN^MEVSERVE"
+ SET busy=1,wake=0,writing=0,ended=0,user=0,token=""
  SET $ZINTERRUPT="DO WAKE^MEVEVENT"
+ USE $PRINCIPAL:(NOWRAP:WIDTH=1048576:NOESCAPE)
  ; A second opening of the input: the principal device would stop a read at each line feed.
  SET input="/dev/stdin"
  OPEN input:(FIFO:FIXED:READONLY:NOWRAP:RECORDSIZE=1048576)
- USE $PRINCIPAL:(NOWRAP:WIDTH=1048576:NOESCAPE)
- DO LOADTABLE,OPEN^MEVEVENT
+ DO LOADTABLE
+ DO OPEN^MEVEVENT
  FOR  DO NEXT QUIT:ended
  DO CLOSE^MEVEVENT
  HALT
+ ;
+BROKEN ; The session cannot go on: its database is out of reach, or its client. Says so where a frame can still be sent.
+ SET $ETRAP="ZHALT 9"
+ IF 'writing DO FAILED(0,"The server cannot go on: "_$$REASON($ZSTATUS))
+ ZHALT 9
+ ;
+REASON(status) ; The engine's word for an error and its message, such as UNDEF, Undefined local variable: x
+ NEW text
+ SET text=$PIECE(status,",",3,99)
+ IF text["-E-" SET text=$PIECE(text,"-E-",2,99)
+ QUIT $TRANSLATE($EXTRACT(text,1,200),$CHAR(10,13),"  ")_"."
  ;
 NEXT ; Works on one request
  NEW length,body
@@ -31,12 +44,19 @@ NEXT ; Works on one request
  QUIT
  ;
 READ(count,data) ; Reads exactly this many bytes; false at the end of the input
+ ; Waits in turns: a signal that comes while another one is being worked on is lost, its event is sent at the next turn.
  NEW part
  SET data=""
  USE input
- FOR  QUIT:$LENGTH(data)=count  READ part#(count-$LENGTH(data)) SET data=data_part QUIT:$ZEOF&(part="")
+ FOR  QUIT:$LENGTH(data)=count  READ part#(count-$LENGTH(data)):20 SET data=data_part QUIT:$ZEOF&(part="")  DO TURN
  USE $PRINCIPAL
  QUIT $LENGTH(data)=count
+ ;
+TURN ; Between two waits inside READ
+ QUIT:busy
+ DO SENDALL^MEVEVENT
+ USE input
+ QUIT
  ;
 SKIP(length) ; Reads and drops a request that is too long
  NEW head,part,rest
@@ -62,41 +82,28 @@ REQUEST(body) ; Number, name and parameter, parted by line feeds
  DO CALL(number,name)
  QUIT
  ;
-CALL(number,name) ; Carries a call out under its own trap
- NEW $ETRAP,level,reply
- SET level=$ZLEVEL
- SET $ETRAP="ZGOTO level:CALLFAILED^MEVSERVE"
- SET reply=""
- IF $PIECE(calls(name),";",2)["W" DO
- . DO ONCE(number,$PIECE(calls(name),";"))
- ELSE  DO
- . DO @$PIECE(calls(name),";") ; from the table below, never from a client
+CALL(number,name) ; Carries a call out and answers it. The answer is sent outside the call's trap: half a frame cannot be mended.
+ NEW failure,reply
+ SET failure="",reply=""
+ DO TRY(number,name)
+ IF failure'="" DO FAILED(number,failure) QUIT
  DO ANSWER(number)
  QUIT
  ;
-CALLFAILED ; What is left of the call is undone, the session goes on
- NEW code,status
- SET status=$ZSTATUS,$ECODE=""
- IF $TLEVEL TROLLBACK
- LOCK ^MEVSESL(session) ; drops the call's locks, keeps the session's own
- SET code=$PIECE($PIECE(status,"%GTM-E-",2),",")
- SET:code="" code=$EXTRACT($PIECE(status,",",3,9),1,80)
- DO FAILED(number,"The server could not carry out "_name_" (error "_code_").")
+TRY(number,name) ; Under its own trap: sets reply, or failure to a sentence
+ NEW $ETRAP,level
+ SET level=$ZLEVEL
+ SET $ETRAP="ZGOTO level:UNDO^MEVSERVE"
+ IF $PIECE(calls(name),";",2)["W" DO ONCE^MEVONCE(number,name,$PIECE(calls(name),";")) QUIT
+ DO @$PIECE(calls(name),";") ; from the table below, never from a client
  QUIT
  ;
-ONCE(number,entry) ; A call that changes data, done once: a repeated number is answered from memory
- ; The audit node keeps who, when, what, and from FILE^MEVSET what was there before.
- NEW audit
- TSTART ():SERIAL
- KILL reply,signals SET reply=""
- IF $DATA(^MEVDONE(token,number)) SET reply=^MEVDONE(token,number) TCOMMIT  QUIT
- SET audit=$INCREMENT(^MEVAUD)
- DO @entry
- SET ^MEVAUD(audit)=$HOROLOG_"^"_user_"^"_name_"^"_$PIECE(reply,"^"),^MEVAUD(audit,"CALL")=param
- SET ^MEVDONE(token,number)=reply,^MEVDONE(token)=+$HOROLOG
- KILL ^MEVDONE(token,number-50)
- TCOMMIT
- DO SIGNAL^MEVEVENT
+UNDO ; What is left of a failed call is undone, the session goes on
+ SET $ETRAP="GOTO BROKEN^MEVSERVE"
+ SET failure="The server could not carry out "_name_": "_$$REASON($ZSTATUS),$ECODE=""
+ IF $TLEVEL TROLLBACK
+ LOCK  ; the call's locks; the session's own is held by ZALLOCATE
+ KILL signals
  QUIT
  ;
 ANSWER(number) ; Sends reply, or the lines reply(1), reply(2) ... each with its line end
@@ -108,8 +115,8 @@ ANSWER(number) ; Sends reply, or the lines reply(1), reply(2) ... each with its 
  SET chunk=$$EIGHT(total+$LENGTH(chunk))_chunk
  FOR index=1:1 QUIT:'$DATA(reply(index))  DO
  . SET chunk=chunk_reply(index)_$CHAR(13,10)
- . IF $LENGTH(chunk)>32000 WRITE chunk SET $X=0,chunk=""
- WRITE chunk SET $X=0
+ . IF $LENGTH(chunk)>32000 DO PUT(chunk) SET chunk=""
+ DO PUT(chunk)
  QUIT
  ;
 FAILED(number,text) ; Sends a failure
@@ -117,9 +124,14 @@ FAILED(number,text) ; Sends a failure
  QUIT
  ;
 FRAME(body) ; Sends one frame
+ DO PUT($$EIGHT($LENGTH(body))_body)
+ QUIT
+ ;
+PUT(bytes) ; Writes bytes as they are
+ SET writing=1
  USE $PRINCIPAL
- WRITE $$EIGHT($LENGTH(body))_body
- SET $X=0
+ WRITE bytes
+ SET $X=0,writing=0
  QUIT
  ;
 EIGHT(number) ; Eight digits
@@ -155,18 +167,28 @@ TABLE ; name;entry;flags: O open before sign-on, W changes data
  ;;MEVREP DEL;DELREP^MEVDEL;W
  ;;MEVBMSR SET;BMSR^MEVSET;W
  ;;MEVBMSR DEL;DELBMSR^MEVDEL;W
- ;;MEVVIF SET;VIF^MEVSET;W
+ ;;MEVVIF SET;VIF^MEVSETV;W
  ;;MEVVIF DEL;DELVIF^MEVDEL;W
+ ;;MEVVELD SET;VELD^MEVSETV;W
  ;;MEVVELD DEL;DELVELD^MEVDEL;W
+ ;;MEVVAST SET;VAST^MEVSETV;W
  ;;MEVVAST DEL;DELVAST^MEVDEL;W
- ;;MEVVAST SETREG;SETREG^MEVSET;W
+ ;;MEVVAST SETREG;SETREG^MEVASREG;W
+ ;;MEVVTXC SET;VTXC^MEVSETV;W
  ;;MEVVTXC DEL;DELVTXC^MEVDEL;W
+ ;;MEVREF SET;SET^MEVREFUS;W
  ;;MEVREF DEL;DELREF^MEVDEL;W
+ ;;MEVVER SET;VER^MEVSETV;W
+ ;;MEVVER DEL;DELVER^MEVDEL;W
  ;;MEVREP GET;REP^MEVGET;
  ;;MEVBMSR GET;BMSR^MEVGET;
  ;;MEVVIF GET;VIF^MEVGET;
  ;;MEVVELD GET;VELD^MEVGET;
  ;;MEVVAST GET;VAST^MEVGET;
  ;;MEVVTXC GET;VTXC^MEVGET;
- ;;MEVREF GET;REF^MEVGET;
+ ;;MEVVER GET;VER^MEVGET;
+ ;;MEVVAST GETREG;GETREG^MEVASREG;
+ ;;MEVVAST GETNOTE;GETNOTE^MEVASREG;
+ ;;MEVREF GET;GET^MEVREFUS;
+ ;;MEVREF REFLIST;REFLIST^MEVREFUS;
  ;;

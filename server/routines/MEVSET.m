@@ -1,4 +1,4 @@
-MEVSET ; Saves records: inside a transaction, after the user's rights and each value were checked
+MEVSET ; Saves the records of which a patient has one: inside a transaction, after the user's rights and each value were checked
  ; A refusal is an error reply and changes nothing.
  ;
 NO(text) ; Refuses
@@ -78,39 +78,3 @@ SPLIT(grams) ; The four weights of a weight in grams
  ;
 UNITS(grams,pounds,ounces) ;
  QUIT +pounds_"^"_+ounces_"^"_(+$JUSTIFY(grams/1000,0,3))_"^"_+grams
- ;
-VIF ; Call: record ^ visit ^ choice
- NEW choice,ien
- SET reply=$$REFUSED^MEVMAY("VIF"),choice=$PIECE(param,"^",3)
- QUIT:reply'=""
- IF $$TEXT^MEVCODE("FEEDING",choice)="" DO NO("The feeding choice is not known.") QUIT
- SET ien=$$TARGET("^MEVVIF")
- QUIT:ien=""
- SET $PIECE(^MEVVIF(ien,0),"^",4)=choice
- DO CHANGED($PIECE(^MEVVIF(ien,0),"^"),"VIF")
- QUIT
- ;
-TARGET(root) ; The record that a save means: the one named, unlocked, or a new one of the visit. Empty after a refusal.
- NEW ien,patient,visit
- SET ien=$PIECE(param,"^"),visit=$PIECE(param,"^",2)
- IF visit'?1N.8N DO NO("The visit is not known.") QUIT ""
- IF '$DATA(^MEVVST(visit,0)) DO NO("The visit "_visit_" does not exist.") QUIT ""
- SET patient=$PIECE(^MEVVST(visit,0),"^",2)
- IF ien="" QUIT $$FILEAT^MEVDD(root,0,patient_"^"_visit_"^^",patient,$PIECE(^MEVVST(visit,0),"^"))
- IF ien'?1N.11N DO NO("There is no such record.") QUIT ""
- IF '$DATA(@root@(ien,0)) DO NO("The record "_ien_" does not exist any more.") QUIT ""
- IF $PIECE(@root@(ien,0),"^")'=patient DO NO("The record belongs to another patient.") QUIT ""
- IF $PIECE(@root@(ien,0),"^",3) DO NO("The record is locked.") QUIT ""
- DO KEEP^MEVDD(root,ien)
- QUIT ien
- ;
-SETREG ; Call: patient ^ A or I. The rest of the registry comes with its editor.
- NEW dfn,node,status
- SET dfn=$PIECE(param,"^"),status=$PIECE(param,"^",2)
- IF '$$HOLDS^MEVUTL("QASZMENU"),'$$HOLDS^MEVUTL("PROVIDER"),'$$HOLDS^MEVUTL("MEVZ ASTHMA EDIT") DO NO("You may not change the asthma registry.") QUIT
- IF '$$KNOWN^MEVHOST(dfn) SET reply=$$NOPATIENT^MEVHOST(dfn) QUIT
- IF status'?1(1"A",1"I") DO NO("The registry status must be A or I.") QUIT
- IF '$DATA(^MEVREG(dfn,0)),status="I" SET reply=1 QUIT
- SET node=$GET(^MEVREG(dfn,0),dfn),$PIECE(node,"^",2)=status
- DO PUT("^MEVREG",dfn,node),CHANGED(dfn,"VAST")
- QUIT

@@ -70,7 +70,7 @@ ASTHMATICS ; Active and inactive in the registry
 REFUSER ; Every kind of refusal, with comments and without
  NEW dfn,kind
  SET dfn=$$PERSON("WINTERBOURNE,CECIL","M",$$AGED(61,77))
- FOR kind=1:1:10 DO REFUSE^MEVRECS(dfn,$$ADD^MEVDATE(today,-15*kind),$SELECT(kind=10:1,1:""),$PIECE($TEXT(KINDS+kind^MEVRECS),";;",2),$SELECT(kind#2:"Said: ""not this year"", see note No. "_kind,1:""))
+ FOR kind=1:1:10 DO REFUSE^MEVRECS(dfn,$$ADD^MEVDATE(today,-15*kind),$SELECT(kind=10:1,1:""),$PIECE($TEXT(TYPES+kind^MEVREFUS),";;",2),$SELECT(kind#2:"Said: ""not this year"", see note No. "_kind,1:""))
  QUIT
  ;
 OTHERS ; Nothing at all; very much; an emergency; a very long name; accents; much

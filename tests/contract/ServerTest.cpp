@@ -174,13 +174,17 @@ TEST(Server, BadFramesGetAnAnswerAndTheSessionLivesOn)
 TEST(Server, RepeatedSaveIsAnsweredFromMemory)
 {
     const QByteArray token(32, 'b');
-    const auto exchange = [&](const QByteArray& value) {
+    const auto exchange = [&](const QByteArray& number, const QByteArray& value) {
         return rawExchange(framed("1\nMEVHOST SIGNON\n" + token + "^SORREL,ADA")
-            + framed("7\nMEVUTL SETPARM\nRepHist-PedWtOpt^" + value) + framed("8\nMEVUTL GETPARM\nRepHist-PedWtOpt"));
+            + framed(number + "\nMEVUTL SETPARM\nRepHist-PedWtOpt^" + value)
+            + framed("99\nMEVUTL GETPARM\nRepHist-PedWtOpt"));
     };
-    EXPECT_TRUE(exchange("2").endsWith(framed("R7\n1") + framed("R8\n2")));
-    // The same number of the same session in another process: not done again.
-    EXPECT_TRUE(exchange("0").endsWith(framed("R7\n1") + framed("R8\n2")));
+    EXPECT_TRUE(exchange("7", "2").endsWith(framed("R7\n1") + framed("R99\n2")));
+    EXPECT_TRUE(exchange("8", "0").endsWith(framed("R8\n1") + framed("R99\n0")));
+    // The same call of the same session in another process: answered as before, not done again.
+    EXPECT_TRUE(exchange("7", "2").endsWith(framed("R7\n1") + framed("R99\n0")));
+    // Its number with another parameter is no repetition.
+    EXPECT_TRUE(exchange("7", "1").endsWith(framed("F7\nRequest 7 was another call.") + framed("R99\n0")));
 }
 
 TEST(Server, SaveRaisesThePatientsEventInEverySession)

@@ -1,0 +1,53 @@
+MEVONCE ; Calls that change data: one transaction each, done once, kept in the audit
+ ; Does not know what the calls do. Such a call answers in single form, with reply.
+ ;
+ ; ^MEVDONE(session name)=day of the last change       ^MEVDONE(session name,request)=audit ^ reply
+ ; ^MEVAUD(audit)=when ^ user ^ call ^ "1" or the error number   ^MEVAUD(audit,"CALL")=parameter
+ ; ^MEVAUD(audit,"BEFORE",global,entry)=the entry as it was before
+ ;
+ONCE(number,name,entry) ; Carries out entry from the table of calls; a repeated number is answered from memory
+ NEW audit
+ IF '$$JOURNALED SET failure="The server cannot save: its disk is full." QUIT
+ TSTART ():SERIAL
+ KILL reply,signals
+ SET reply=""
+ IF $DATA(^MEVDONE(token,number)) DO RECALL TCOMMIT  QUIT
+ SET audit=$INCREMENT(^MEVAUD)
+ DO @entry ; from the table of calls, never from a client
+ DO REMEMBER
+ TCOMMIT
+ DO SIGNAL^MEVEVENT
+ IF '$$JOURNALED SET failure="The change was made, but cannot be kept safe: the server's disk is full."
+ QUIT
+ ;
+RECALL ; The reply of the first time. Another user's or another call's number is no repetition.
+ NEW remembered
+ SET remembered=^MEVDONE(token,number),audit=$PIECE(remembered,"^")
+ IF $PIECE(^MEVAUD(audit),"^",2,3)'=(user_"^"_name)!(^MEVAUD(audit,"CALL")'=param) SET failure="Request "_number_" was another call." QUIT
+ SET reply=$PIECE(remembered,"^",2,$LENGTH(remembered,"^"))
+ QUIT
+ ;
+REMEMBER ; Keeps the reply and who, when, what; of a session the last 50 replies
+ NEW count,old
+ SET ^MEVAUD(audit)=$HOROLOG_"^"_user_"^"_name_"^"_$PIECE(reply,"^")
+ SET ^MEVAUD(audit,"CALL")=param
+ SET ^MEVDONE(token,number)=audit_"^"_reply
+ SET ^MEVDONE(token)=+$HOROLOG
+ SET old=""
+ FOR count=1:1:51 SET old=$ORDER(^MEVDONE(token,old),-1) QUIT:old=""
+ KILL:old'="" ^MEVDONE(token,old)
+ QUIT
+ ;
+FORGET ; Drops what is remembered of sessions whose last change is more than two days ago
+ NEW name
+ SET name=""
+ FOR  SET name=$ORDER(^MEVDONE(name)) QUIT:name=""  IF name'=token,^MEVDONE(name)<($HOROLOG-2) KILL ^MEVDONE(name)
+ QUIT
+ ;
+JOURNALED() ; What is saved is in the journal, so that it outlives a crash. The engine closes the journal when the disk is full,
+ ; and goes on without; this opens it again as soon as there is room.
+ NEW ignored
+ IF $VIEW("JNLACTIVE","DEFAULT")=2 QUIT 1
+ ZSYSTEM $ZTRNLNM("mev_journal_on") ; the start script's fixed command
+ SET ignored=$DATA(^MEVAUD)
+ QUIT $VIEW("JNLACTIVE","DEFAULT")=2

@@ -1,0 +1,83 @@
+MEVREFUS ; Refusals of services: their types, the only items of some, reading and saving
+ ; ^MEVREF(refusal,0)=patient ^ date ^ locked ^ type ^ item ^ item's name    ^MEVREF(refusal,1)=comment
+ ;
+GET ; Call: patient, optionally ^ record
+ NEW count,dfn,ien,inverse
+ SET dfn=$PIECE(param,"^"),ien=$PIECE(param,"^",2),count=0
+ IF '$$KNOWN^MEVHOST(dfn) SET reply=$$NOPATIENT^MEVHOST(dfn) QUIT
+ IF ien'="" DO ONE QUIT
+ SET inverse=""
+ FOR  SET inverse=$ORDER(^MEVREF("AA",dfn,inverse)) QUIT:inverse=""  DO
+ . SET ien=""
+ . FOR  SET ien=$ORDER(^MEVREF("AA",dfn,inverse,ien)) QUIT:ien=""  DO ADD(ien)
+ QUIT
+ ;
+ONE ; One refusal, of this patient only
+ IF ien'?1N.11N DO NO^MEVSET("There is no such refusal.") QUIT
+ IF $PIECE($GET(^MEVREF(ien,0)),"^")'=dfn DO NO^MEVSET("The refusal "_ien_" does not exist any more.") QUIT
+ DO ADD(ien)
+ QUIT
+ ;
+ADD(ien) ; record ^^^ type ^ item ^ item's name ^^^ date ^ locked ^^ comment
+ NEW node
+ SET node=^MEVREF(ien,0),count=count+1
+ SET reply(count)=ien_"^^^"_$PIECE(node,"^",4,6)_"^^^"_$PIECE(node,"^",2)_"^"_$PIECE(node,"^",3)_"^^"_$GET(^MEVREF(ien,1))
+ QUIT
+ ;
+REFLIST ; Call: a type of which there is one item only; the item's number
+ NEW line
+ SET line=$$TYPE($$UPPER^MEVCODE(param)),reply=$PIECE(line,";",3)
+ IF reply="" DO NO^MEVSET("There is no single item of this type.")
+ QUIT
+ ;
+SET ; Call: record ^ type ^ item ^ patient ^ date ^ comment
+ NEW bad,comment,date,dfn,ien,item,node,type
+ SET ien=$PIECE(param,"^"),type=$$TYPE($PIECE(param,"^",2)),item=$PIECE(param,"^",3),dfn=$PIECE(param,"^",4),comment=$PIECE(param,"^",6)
+ SET bad="",date=$$PARSE^MEVDATE($PIECE(param,"^",5))\1
+ IF '$$KNOWN^MEVHOST(dfn) SET reply=$$NOPATIENT^MEVHOST(dfn) QUIT
+ IF type="" DO NO^MEVSET("The refusal's type is not known.") QUIT
+ IF '$$EXISTS^MEVDD($PIECE(type,";",2),item) DO NO^MEVSET("The refused item is not known.") QUIT
+ IF 'date DO NO^MEVSET("The refusal's date is not a date.") QUIT
+ IF date>$$TODAY^MEVDATE DO NO^MEVSET("The refusal cannot be in the future.") QUIT
+ IF $LENGTH(comment)=1!($LENGTH(comment)>800) DO NO^MEVSET("The comment is too short or too long.") QUIT
+ SET ien=$$TARGET(ien,dfn)
+ QUIT:ien=""
+ SET node=dfn_"^"_date_"^^"_$PIECE(type,";")_"^"_item_"^"_$$NAME^MEVDD($PIECE(type,";",2),item)
+ IF ien SET ^MEVREF(ien,0)=node,^MEVREF("AA",dfn,$$INVERSE^MEVDATE(date),ien)=""
+ ELSE  SET ien=$$FILEAT^MEVDD("^MEVREF",0,node,dfn,date)
+ KILL ^MEVREF(ien,1)
+ SET:comment'="" ^MEVREF(ien,1)=comment
+ DO CHANGED^MEVSET(dfn,"REF")
+ QUIT
+ ;
+TARGET(ien,dfn) ; The refusal to be changed, unlocked and taken out of its date; 0 for a new one; empty after a refusal
+ NEW node
+ IF ien="" QUIT 0
+ IF ien'?1N.11N DO NO^MEVSET("There is no such refusal.") QUIT ""
+ SET node=$GET(^MEVREF(ien,0))
+ IF node="" DO NO^MEVSET("The refusal "_ien_" does not exist any more.") QUIT ""
+ IF $PIECE(node,"^")'=dfn DO NO^MEVSET("The refusal belongs to another patient.") QUIT ""
+ IF $PIECE(node,"^",3) DO NO^MEVSET("The refusal is locked.") QUIT ""
+ DO KEEP^MEVDD("^MEVREF",ien)
+ KILL ^MEVREF("AA",dfn,$$INVERSE^MEVDATE($PIECE(node,"^",2)),ien)
+ QUIT ien
+ ;
+TYPE(name) ; The line of a type, empty for an unknown one
+ NEW index,line
+ SET line=""
+ FOR index=1:1 SET line=$PIECE($TEXT(TYPES+index),";;",2) QUIT:line=""  QUIT:$PIECE(line,";")=name
+ QUIT line
+ ;
+TYPES ; type;file of the item;the item where there is only one
+ ;;EKG;9999999.68;1
+ ;;EXAM;9999999.15
+ ;;IMMUNIZATION;9999999.14
+ ;;LAB;60
+ ;;MAMMOGRAM;71;1
+ ;;MEASUREMENTS;9999999.07
+ ;;MEDICATION/DRUG;50
+ ;;PAP SMEAR;60;1
+ ;;RADIOLOGY EXAM;71
+ ;;SKIN TEST;9999999.28
+ ;;EDUCATION TOPICS;9999999.09
+ ;;
