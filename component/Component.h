@@ -29,6 +29,11 @@ public:
     // instance before the change and calls Committed (or Canceled) afterwards.
     virtual ICSS_PatientEvents& patientEvents() = 0;
     virtual ICSS_EncounterEvents& encounterEvents() = 0;
+
+    // Opens the editor of a record for the current patient, as the panel's own commands do: the permission is asked,
+    // and without a visit the active one is taken. For records that the panel does not list: emergency visits, type 8,
+    // whose page belongs to the host. An empty record adds one. Returns when the editor is closed.
+    virtual void openRecord(int type, const Text& record, const Text& visit) = 0;
 };
 
 // Makes the instances of one ProgID. Owned by the library.

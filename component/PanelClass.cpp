@@ -27,6 +27,10 @@ public:
     QWidget* widget() override { return m_view.get(); }
     ICSS_PatientEvents& patientEvents() override { return m_control.patientEvents(); }
     ICSS_EncounterEvents& encounterEvents() override { return m_control.encounterEvents(); }
+    void openRecord(int type, const Text& record, const Text& visit) override
+    {
+        m_control.OpenRecord(type, record, visit);
+    }
 
 private:
     PanelClass& m_class;

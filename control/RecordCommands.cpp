@@ -49,6 +49,11 @@ void kalmevRepHistCtrl::cmd_Click(int index)
         trap(L"DelRec", [&] { DelRec(type, record, Text(fgData.text(row, GridColumn::Label))); });
 }
 
+void kalmevRepHistCtrl::OpenRecord(int type, const Text& record, const Text& visit)
+{
+    trap(L"OpenRecord", [&] { openEditor(type, record, visit); });
+}
+
 void kalmevRepHistCtrl::openEditor(int number, const Text& record, Text visit)
 {
     if (!isEditPermitted(number, Report::Shown))

@@ -48,6 +48,9 @@ public:
     void LoadGrid();
     void ClearPatientControls();
 
+    // Opens the editor of a record for the host, as the commands do; also of a type that is never listed.
+    void OpenRecord(int type, const Text& record, const Text& visit);
+
     Image imgIcon; // its tool tip is the version text
     ComboBox cboType { ComboBox::Order::Sorted };
     std::array<Button, CommandCount> cmd;

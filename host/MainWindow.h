@@ -27,6 +27,7 @@ public:
 
     // The rows of the first panel's grid as text, texts parted by tabs.
     QString gridText() const { return m_pages->gridText(); }
+    ComponentInstance* firstPanel() const { return m_pages->first(); }
     // Why the panel could not be loaded; empty when it could.
     QString panelFailure() const { return m_pages->failure(); }
 

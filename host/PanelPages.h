@@ -32,6 +32,9 @@ public:
     // Takes all panels off.
     void dropAll();
 
+    // The first panel, null when it could not be loaded.
+    ComponentInstance* first() const { return m_panels.empty() ? nullptr : m_panels.front().component.get(); }
+
     // The rows of the first panel's grid as text, texts parted by tabs.
     QString gridText() const;
     // Why a panel could not be loaded; empty when all could.

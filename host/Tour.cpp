@@ -3,6 +3,7 @@
 #include "host/DisplayText.h"
 #include "host/MainWindow.h"
 
+#include <QAbstractButton>
 #include <QAbstractItemView>
 #include <QApplication>
 #include <QComboBox>
@@ -17,7 +18,8 @@ namespace health {
 namespace {
 
 // Story patients whose records show every form.
-constexpr long Patients[] = { 1, 3, 5, 6, 2 };
+constexpr long Patients[] = { 1, 3, 5, 6, 2, 11, 13, 16 };
+constexpr int EmergencyVisit = 8; // never listed by the panel
 constexpr int WatchMilliseconds = 120;
 
 void pressKey(QWidget& widget, Qt::Key key)
@@ -69,6 +71,7 @@ void Tour::visitPatient(long number)
     save(m_window, m_patient);
     openRows();
     openTypes();
+    openEmergencyVisits(number);
 }
 
 void Tour::openRows()
@@ -98,16 +101,54 @@ void Tour::openTypes()
     }
 }
 
+void Tour::openEmergencyVisits(long patient)
+{
+    const auto records = linesOf(m_window.context().session().callList(L"MEVVER GET", std::to_wstring(patient)));
+    for (const QStringList& record : records) {
+        m_prefix = m_patient + QStringLiteral("-edit-emergency-visit-") + record[0];
+        const QString visit = record.value(2).section(u'|', 1, 1);
+        m_window.firstPanel()->openRecord(EmergencyVisit, record[0].toStdWString(), visit.toStdWString());
+    }
+    if (records.isEmpty())
+        return;
+    m_prefix = m_patient + QStringLiteral("-add-emergency-visit");
+    m_window.firstPanel()->openRecord(EmergencyVisit, {}, {});
+}
+
+// A dialog that has been open for one turn is taken, then those that it opens, then it is closed.
 void Tour::takeDialog()
 {
     QWidget* const dialog = QApplication::activeModalWidget();
-    if (dialog && dialog == m_seen) {
-        save(*dialog, m_prefix);
-        m_seen = nullptr;
-        pressKey(*dialog, Qt::Key_Escape);
+    if (!dialog || dialog != m_seen) {
+        m_seen = dialog;
         return;
     }
-    m_seen = dialog;
+    m_seen = nullptr;
+    if (!m_names.contains(dialog)) {
+        m_names.insert(dialog, m_prefix);
+        save(*dialog, m_prefix);
+    }
+    if (QAbstractButton* const next = buttonToFollow(*dialog)) {
+        m_prefix = m_names[dialog] + (next->text() == QStringLiteral("...") ? "-lookup" : "-editor");
+        QTimer::singleShot(0, next, &QAbstractButton::click);
+        return;
+    }
+    m_names.remove(dialog);
+    pressKey(*dialog, Qt::Key_Escape);
+}
+
+// One that opens a further dialog and was not followed yet.
+QAbstractButton* Tour::buttonToFollow(const QWidget& dialog)
+{
+    for (QAbstractButton* const button : dialog.findChildren<QAbstractButton*>()) {
+        const bool opens = button->text() == QStringLiteral("...") || button->text() == QStringLiteral("&Edit");
+        const QString key = dialog.windowTitle() + button->text();
+        if (!opens || !button->isVisible() || !button->isEnabled() || m_followed.contains(key))
+            continue;
+        m_followed.insert(key);
+        return button;
+    }
+    return nullptr;
 }
 
 void Tour::save(QWidget& widget, const QString& name)

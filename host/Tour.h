@@ -1,8 +1,11 @@
 #pragma once
 
+#include <QHash>
 #include <QObject>
 #include <QSet>
 #include <QTimer>
+
+class QAbstractButton;
 
 namespace health {
 
@@ -22,7 +25,9 @@ private:
     void visitPatient(long number);
     void openRows();
     void openTypes();
+    void openEmergencyVisits(long patient);
     void takeDialog();
+    QAbstractButton* buttonToFollow(const QWidget& dialog);
     void save(QWidget& widget, const QString& name);
 
     MainWindow& m_window;
@@ -31,6 +36,8 @@ private:
     QString m_prefix; // the picture of the next dialog
     QTimer m_watch;
     QWidget* m_seen = nullptr; // a dialog seen once is taken the next time, when it has been laid out
+    QHash<QWidget*, QString> m_names; // of the open dialogs' pictures
+    QSet<QString> m_followed; // buttons that open further dialogs, by dialog and caption
     int m_pictures = 0;
     bool m_failed = false;
 };

@@ -35,6 +35,7 @@ enum class Change {
     ScrolledTo,
     Text,
     Value, // of an option, a check box, a list's checks, an up-down
+    Options, // of a date
     ForeColour,
     BackColour,
     AllSelected, // the program has selected a field's whole text

@@ -75,6 +75,8 @@ public:
     // The button opens the lookup of the field.
     bool isLookupOf(const Control* field, const Control& button) const;
 
+    bool hasLookup(const Control* field) const { return m_lookupButtons.contains(field); }
+
     // The user presses a button by any means: the field with the focus is left first, but for Cancel.
     void press(Button& button);
 

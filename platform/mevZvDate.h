@@ -21,7 +21,8 @@ public:
     std::optional<Moment> moment() const { return parseDate(m_value); }
 
     // A date with its time of day is wanted: what the user enters else is refused, the value stays.
-    void setRequireTime(bool required) { m_requireTime = required; }
+    bool requiresTime() const { return m_requireTime; }
+    void setRequireTime(bool required) { assign(m_requireTime, required, Change::Options); }
     // A time is dropped from what the user enters.
     void setDateOnly(bool dateOnly) { m_dateOnly = dateOnly; }
 

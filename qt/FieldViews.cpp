@@ -86,8 +86,10 @@ void TextBoxView::controlChanged(Control& control, Change change)
 {
     if (change == Change::Text) {
         const QString text = toQString(m_textBox.text());
-        if (text != QLineEdit::text())
+        if (text != QLineEdit::text()) {
             setText(text);
+            setCursorPosition(0); // of a long name the beginning is seen
+        }
     } else if (change == Change::AllSelected) {
         selectAll();
     } else {
@@ -283,6 +285,14 @@ void CheckListView::mirrorChecks()
         item(i)->setCheckState(m_list.isChecked(i) ? Qt::Checked : Qt::Unchecked);
 }
 
+// Getting the focus selects nothing by itself; an arrow key does.
+void CheckListView::focusInEvent(QFocusEvent* event)
+{
+    const QScopedValueRollback guard(m_mirroring, true);
+    QListWidget::focusInEvent(event);
+    setCurrentRow(m_list.listIndex());
+}
+
 QSize CheckListView::sizeHint() const
 {
     const int rows = std::max(1, count()) * std::max(sizeHintForRow(0), fontMetrics().height());
@@ -322,7 +332,7 @@ DateView::DateView(mevZvDate& date, QtDesktop& desktop)
     , m_line(new QLineEdit(toQString(date.value())))
     , m_button(new QToolButton)
 {
-    m_line->setPlaceholderText(tr("mm/dd/yyyy, T, T-3"));
+    mirrorOptions();
     m_line->setMinimumWidth(fontMetrics().averageCharWidth() * 24);
     m_button->setArrowType(Qt::DownArrow);
     m_button->setAccessibleName(tr("Calendar"));
@@ -348,8 +358,15 @@ void DateView::controlChanged(Control& control, Change change)
 {
     if (change == Change::Text)
         m_line->setText(toQString(m_date.value()));
+    else if (change == Change::Options)
+        mirrorOptions();
     else
         mirrorCommon(*this, control, change);
+}
+
+void DateView::mirrorOptions()
+{
+    m_line->setPlaceholderText(m_date.requiresTime() ? tr("mm/dd/yyyy hh:mm, N") : tr("mm/dd/yyyy, T, T-3"));
 }
 
 bool DateView::commit()

@@ -103,6 +103,9 @@ public:
     void controlChanged(Control& control, Change change) override;
     QSize sizeHint() const override;
 
+protected:
+    void focusInEvent(QFocusEvent* event) override;
+
 private:
     void mirrorItems();
     void mirrorChecks();
@@ -134,6 +137,7 @@ public:
     QLineEdit* line() { return m_line; }
 
 private:
+    void mirrorOptions();
     void openCalendar();
 
     mevZvDate& m_date;

@@ -14,6 +14,8 @@ namespace health {
 
 namespace {
 
+constexpr int NameCharacters = 40;
+
 // Adds a part to a box, be it a layout or a widget.
 void add(QBoxLayout* box, QLayout* layout) { box->addLayout(layout); }
 
@@ -92,6 +94,14 @@ QLayout* FormBuilder::buildField(const Arrangement& field)
     return layout;
 }
 
+// A field with a lookup shows names.
+void FormBuilder::widenForNames(const Arrangement& field)
+{
+    QWidget* const text = m_widgets.value(field.children.front().control);
+    if (field.children.size() > 1 && m_form.hasLookup(field.children.front().control))
+        text->setMinimumWidth(text->fontMetrics().averageCharWidth() * NameCharacters);
+}
+
 QLayout* FormBuilder::buildFields(const Arrangement& grid)
 {
     auto* const layout = new QGridLayout;
@@ -100,7 +110,11 @@ QLayout* FormBuilder::buildFields(const Arrangement& grid)
         auto* const controls = new QHBoxLayout;
         for (const Arrangement& child : field.children)
             controls->addWidget(widgetFor(*child.control));
-        layout->addWidget(labelFor(field, m_widgets.value(field.children.front().control)), row, 0);
+        widenForNames(field);
+        // Beside several lines the label stands at the first one.
+        const bool tall = dynamic_cast<TextAreaView*>(m_widgets.value(field.children.front().control));
+        layout->addWidget(labelFor(field, m_widgets.value(field.children.front().control)), row, 0,
+            tall ? Qt::AlignTop : Qt::Alignment());
         layout->addLayout(controls, row, 1);
     }
     layout->setColumnStretch(1, 1);
@@ -119,7 +133,11 @@ QLayout* FormBuilder::buildButtons(const Arrangement& row)
 QWidget* FormBuilder::buildFrame(const Arrangement& frame)
 {
     auto* const view = new FrameView(*static_cast<mevContainer*>(frame.control));
-    view->setLayout(build(frame.children.front()));
+    auto* const layout = new QVBoxLayout(view);
+    layout->addLayout(build(frame.children.front()));
+    // Rows keep together at the top where a neighbour is taller; a grid takes the room itself.
+    if (!view->findChild<GridView*>())
+        layout->addStretch();
     return view;
 }
 
@@ -127,6 +145,8 @@ QWidget* FormBuilder::widgetFor(Control& control)
 {
     QWidget* const widget = makeWidget(control);
     m_widgets.insert(&control, widget);
+    if (widget->focusPolicy() != Qt::NoFocus || widget->focusProxy())
+        m_inOrder.append(widget);
     return widget;
 }
 

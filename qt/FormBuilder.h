@@ -27,9 +27,12 @@ public:
 
     // The widget that takes the focus for a control, by control.
     const QHash<Control*, QWidget*>& widgets() const { return m_widgets; }
+    // The widgets in the order of the arrangement, which is that of Tab.
+    const QList<QWidget*>& inTabOrder() const { return m_inOrder; }
 
 private:
     QLayout* buildBox(const Arrangement& box, Qt::Orientation orientation);
+    void widenForNames(const Arrangement& field);
     QLayout* buildFields(const Arrangement& grid);
     QLayout* buildButtons(const Arrangement& row);
     QLayout* buildField(const Arrangement& field);
@@ -41,6 +44,7 @@ private:
     Form& m_form;
     QtDesktop& m_desktop;
     QHash<Control*, QWidget*> m_widgets;
+    QList<QWidget*> m_inOrder;
 };
 
 }

@@ -4,6 +4,7 @@
 #include "qt/FieldViews.h"
 #include "qt/QtDesktop.h"
 #include "qt/QtText.h"
+#include "qt/Scale.h"
 
 #include <QApplication>
 #include <QFocusEvent>
@@ -34,17 +35,32 @@ FormDialog::FormDialog(Form& form, QtDesktop& desktop, QWidget* parent)
             });
         }
     }
+    const QList<QWidget*>& order = m_builder.inTabOrder();
+    for (int i = 1; i < order.size(); ++i)
+        setTabOrder(order[i - 1], order[i]);
     m_form.setObserver(this);
     defaultChanged(form);
     fitToText();
 }
 
-// As high as the wrapped help texts need at this width; the usual first size may be less on a small screen.
+// As high as the wrapped help texts need at this width, and as the form wants to be; the usual first size may be less
+// on a small screen.
 void FormDialog::fitToText()
 {
     const QSize size = layout()->totalSizeHint();
     const int height = layout()->hasHeightForWidth() ? layout()->totalHeightForWidth(size.width()) : size.height();
-    resize(size.width(), std::max(height, size.height()));
+    resize(size.width(), std::max({ height, size.height(), Scale(*this).pixels(m_form.height) }));
+}
+
+// Where the program set no focus: the first field that can be used.
+void FormDialog::focusFirst()
+{
+    for (QWidget* const widget : m_builder.inTabOrder()) {
+        if (!widget->isEnabled() || !widget->isVisible())
+            continue;
+        widget->setFocus(Qt::TabFocusReason);
+        return;
+    }
 }
 
 FormDialog::~FormDialog()
@@ -62,7 +78,7 @@ void FormDialog::run()
         m_started = true;
         m_form.Form_Activate();
         if (!m_form.activeControl())
-            focusNextChild();
+            focusFirst();
     });
     exec();
 }

@@ -34,6 +34,7 @@ protected:
 private:
     Control* controlOf(QObject* widget) const;
     void fitToText();
+    void focusFirst();
     void focusEntered(Control& control);
     bool commitDate();
 

@@ -158,6 +158,15 @@ void GridView::measureRowsInView()
     updateGeometries();
 }
 
+QSize GridView::sizeHint() const
+{
+    // Beside the columns of fixed width as much as a sentence takes.
+    int width = fontMetrics().averageCharWidth() * 40;
+    for (int column = 0; column + 1 < m_model->columnCount(); ++column)
+        width += columnWidth(column);
+    return { std::max(width, QTableView::sizeHint().width()), QTableView::sizeHint().height() };
+}
+
 void GridView::resizeEvent(QResizeEvent* event)
 {
     QTableView::resizeEvent(event);

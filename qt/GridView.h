@@ -19,6 +19,7 @@ public:
     ~GridView() override;
 
     void controlChanged(Control& control, Change change) override;
+    QSize sizeHint() const override;
 
 protected:
     void changeEvent(QEvent* event) override;

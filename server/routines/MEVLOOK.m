@@ -10,6 +10,8 @@ DICLKUP ; Call: file ^ text ^^^ most ^ index ^ screen ^^ fields. Lines by the fi
  IF file=200!(file=2),search="" QUIT
  IF most'?1.3N!(most>250)!(most<1) SET most=250
  QUIT:$LENGTH(search)>100
+ ; Names are shown with a blank after the comma, and kept without.
+ FOR  QUIT:search'[", "  SET search=$PIECE(search,", ")_","_$PIECE(search,", ",2,99)
  DO BYNUMBER,BYCODE,BYNAME
  QUIT
  ;
