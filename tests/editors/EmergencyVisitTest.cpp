@@ -1,0 +1,151 @@
+#include "editors/frmER.h"
+#include "tests/support/FormFixture.h"
+
+namespace health::test {
+namespace {
+
+class EmergencyVisit : public FormFixture<frmER> {
+protected:
+    EmergencyVisit() { form.m_sVisit = L"81"; }
+
+    void load(TextView reply)
+    {
+        form.m_sIEN = L"45";
+        host.session->reply(L"MEVVER GET", reply);
+        open();
+    }
+
+    // The parameter of the save.
+    Text saved()
+    {
+        host.transcript.clear();
+        form.open(); // may have been closed by a former save
+        form.press(form.cmdOK);
+        const Transcript calls = host.lines({ L"call MEVVER SET" });
+        return calls.empty() ? Text() : calls.front().substr(15);
+    }
+
+    static constexpr TextView Discharged = L"45^^11/20/2026@22:45|81^URGENT|U^POV|POV^^STRETCHER|S^Her aunt^RELATIVE|R^"
+                                           L"DISCHARGED|D^^11/20/2026@23:50|x^^Stable^\r\n";
+};
+
+TEST_F(EmergencyVisit, UntouchedNewVisitHasThirteenPieces)
+{
+    open();
+    EXPECT_EQ(form.caption(), L"Add Emergency Room Record");
+    EXPECT_TRUE(host.calls().empty());
+    EXPECT_FALSE(form.txtOther.canBeUsed() || form.txtDispOth.canBeUsed() || form.txtLoc.canBeUsed());
+    EXPECT_EQ(saved(), L"(^81^^^^^^^^^^^)");
+    EXPECT_FALSE(form.isOpen());
+}
+
+TEST_F(EmergencyVisit, ReadAndSavedInTheirOwnOrders)
+{
+    load(Discharged);
+    form.Form_Activate();
+    EXPECT_EQ(host.calls(), Transcript { L"list MEVVER GET(^45)" });
+    EXPECT_EQ(form.caption(), L"Update Emergency Room Visit");
+    EXPECT_EQ(form.datDepart.value(), L"11/20/2026 23:50");
+    EXPECT_EQ(saved(), L"(45^81^U^S^POV^^R^Her aunt^D^^3261120.235^^Stable)");
+}
+
+TEST_F(EmergencyVisit, TextsBelongToTheirOptions)
+{
+    load(L"45^^^^Other|O^by raft^^^^OTHER|O^walked out^^^^\r\n");
+    EXPECT_EQ(form.txtOther.text() + L"/" + form.txtDispOth.text(), L"by raft/walked out");
+    EXPECT_TRUE(form.txtOther.canBeUsed() && form.txtDispOth.canBeUsed());
+    EXPECT_EQ(saved(), L"(45^81^^^O^by raft^^^O^walked out^^^)");
+    form.optArrival[3].click();
+    form.optDisch[1].click();
+    EXPECT_EQ(saved(), L"(45^81^^^T^^^^A^^^^)");
+    EXPECT_FALSE(form.txtOther.canBeUsed() || form.txtDispOth.canBeUsed());
+    form.optArrival[6].click();
+    EXPECT_EQ(form.activeControl(), &form.txtOther);
+    form.txtOther.edit(L"a^b");
+    form.txtCond.edit(L"c^d");
+    EXPECT_EQ(saved(), L"(45^81^^^O^a b^^^A^^^^c d)");
+}
+
+TEST_F(EmergencyVisit, DepartureAgainstAdviceHasItsOwnPiece)
+{
+    load(L"45^^^^^^^^^AMA|1^^3261120.08^3261120.0915^^\r\n"); // the second wins
+    EXPECT_EQ(saved(), L"(45^81^^^^^^^1^^^3261120.0915^)");
+    form.optDisch[0].click();
+    EXPECT_EQ(saved(), L"(45^81^^^^^^^D^^3261120.0915^^)");
+}
+
+TEST_F(EmergencyVisit, DepartureIsADateWithItsTime)
+{
+    open();
+    for (const TextView text : { L"11/20/2026", L"T", L"soon" }) {
+        enterDate(form.datDepart, text);
+        EXPECT_TRUE(form.datDepart.isEmpty()) << narrow(text);
+    }
+    EXPECT_EQ(host.boxes().size(), 3u);
+    EXPECT_EQ(
+        host.boxes().front(), L"box [Invalid Date] Enter the departure date with its time, such as 1/2/2006 14:30.");
+    enterDate(form.datDepart, L"03/14/2026@00:00");
+    EXPECT_EQ(form.datDepart.value(), L"03/14/2026 00:00");
+    enterDate(form.datDepart, L"N");
+    EXPECT_EQ(saved(), L"(^81^^^^^^^^^3260315.093^^)");
+    EXPECT_EQ(host.boxes().size(), 0u);
+}
+
+TEST_F(EmergencyVisit, TransferByTheFilesRoot)
+{
+    struct Case {
+        TextView piece;
+        int option;
+        TextView saved;
+    };
+    for (const Case& c : { Case { L"RIVERSIDE HOSPITAL|7;AUTTVNDR(", 0, L"^VEN.`7)" },
+             { L"NORTH CLINIC|7;AUTTLOC(", 1, L"^LOC.`7)" }, { L"NORTH CLINIC|7;DIC(", -1, L"^LOC.`7)" } }) {
+        frmER own(shared);
+        own.m_sIEN = L"45";
+        host.session->reply(L"MEVVER GET", L"45^^^^^^^^^TRANSFERRED|T^^^^^" + Text(c.piece) + L"\r\n");
+        own.open();
+        own.Form_Activate();
+        EXPECT_EQ(own.optTransfer.chosen(), c.option);
+        EXPECT_TRUE(own.txtLoc.text() == L"Riverside Hospital" || own.txtLoc.text() == L"North Clinic");
+        own.moveFocus(own.txtLoc); // passing through asks for nothing
+        own.press(own.cmdOK);
+        EXPECT_TRUE(host.calls().back().ends_with(c.saved)) << narrow(host.calls().back());
+        EXPECT_TRUE(host.lines({ L"list MEVUTL" }).empty());
+    }
+}
+
+TEST_F(EmergencyVisit, TransferIsLookedUpInTheFileOfItsOption)
+{
+    open();
+    form.optDisch[2].click();
+    EXPECT_TRUE(form.txtLoc.canBeUsed() && form.optTransfer[0].canBeUsed());
+    host.session->reply(L"MEVUTL DICLKUP", L"9^^RIVERSIDE HOSPITAL\r\n");
+    typeInto(form.txtLoc, L"river");
+    form.moveFocus(form.txtCond);
+    EXPECT_EQ(host.calls().back(), L"list MEVUTL DICLKUP(9999999.11^RIVER^^^250^^^^.01)");
+    EXPECT_TRUE(saved().ends_with(L"^LOC.`9)")); // no option: searched among the vendors, sent as a location
+    form.optTransfer[1].click();
+    EXPECT_EQ(form.txtLoc.tag(), L"9");
+    typeInto(form.txtLoc, L"north");
+    form.moveFocus(form.txtCond); // typed over: the number is looked up again
+    EXPECT_EQ(host.calls().back(), L"list MEVUTL DICLKUP(4^NORTH^^^250^^^^.01)");
+    form.optDisch[0].click();
+    EXPECT_EQ(form.txtLoc.text() + form.txtLoc.tag(), L"");
+    EXPECT_FALSE(form.cmdLoc.canBeUsed());
+    EXPECT_TRUE(saved().ends_with(L"^D^^^^)"));
+}
+
+TEST_F(EmergencyVisit, UnknownCodesAndFailuresLeaveTheFormClear)
+{
+    load(L"45^^^URGENT|u^X|X^^^^^D^^02/30/2026@08:00^^^\r\n45^^^EMERGENT|E"); // the unterminated line is no line
+    EXPECT_EQ(form.opt.chosen() + form.optArrival.chosen() + form.optDisch.chosen(), -3);
+    EXPECT_TRUE(form.datDepart.isEmpty());
+    host.session->reply(L"MEVVER SET", L"-1^The record is locked.");
+    form.opt[0].click();
+    form.press(form.cmdOK);
+    EXPECT_EQ(host.boxes(), Transcript { L"box [Error] The record is locked." });
+    EXPECT_TRUE(form.isOpen() && form.opt[0].isChosen());
+}
+
+}
+}

@@ -1,0 +1,116 @@
+#include "editors/frmElder.h"
+#include "editors/frmElderView.h"
+#include "tests/support/FormFixture.h"
+
+namespace health::test {
+namespace {
+
+// Items 0 to 13 of one assessment; the first three have more behind the text.
+constexpr TextView Stored =
+    L"31^^3260310.0915|81^INDEPENDENT|I^needs help|N^TOTALLY DEPENDENT|T^^X^^^^^NEEDS HELP^^^DECLINE^YES\r\n";
+
+using FunctionalStatus = FormFixture<frmElder>;
+
+TEST_F(FunctionalStatus, UntouchedNewRecordIsSaved)
+{
+    form.m_sVisit = L"81";
+    open();
+    EXPECT_EQ(form.caption(), L"Enter Functional Status Record");
+    form.press(form.cmdAdd);
+    EXPECT_EQ(host.calls(), Transcript { L"call MEVVELD SET(^81^^^^^^^^^^^^^^)" });
+    EXPECT_FALSE(form.isOpen());
+}
+
+TEST_F(FunctionalStatus, LoadedItemsAreSavedAsTexts)
+{
+    form.m_sVisit = L"81";
+    form.m_sIEN = L"31";
+    host.session->reply(L"MEVVELD GET", Stored);
+    open();
+    form.Form_Activate(); // coming back from a box
+    EXPECT_EQ(form.caption(), L"Update Functional Status Record");
+    EXPECT_EQ(form.cbo[4].listIndex(), -1); // matches no choice
+    form.cbo[13].choose(1);
+    form.cbo[2].choose(-1); // taken back
+    form.press(form.cmdAdd);
+    EXPECT_EQ(host.calls(),
+        (Transcript { L"list MEVVELD GET(^31)",
+            L"call MEVVELD SET(31^81^Independent^Needs Help^^^^^^^^Needs Help^^^Decline^No)" }));
+}
+
+TEST_F(FunctionalStatus, FailuresLeaveTheFormAsItIs)
+{
+    form.m_sIEN = L"31";
+    host.session->reply(L"MEVVELD GET", L"-1^The record 31 does not exist any more.");
+    host.session->reply(L"MEVVELD SET", L"-1^The record is locked.");
+    open();
+    form.cbo[0].choose(2);
+    form.press(form.cmdAdd);
+    EXPECT_EQ(host.boxes(),
+        (Transcript { L"box [Error] The record 31 does not exist any more.", L"box [Error] The record is locked." }));
+    EXPECT_TRUE(form.isOpen());
+    EXPECT_EQ(form.cbo[0].text(), L"Totally Dependent");
+}
+
+class FunctionalStatusView : public FormFixture<frmElderView> {
+protected:
+    Transcript rows()
+    {
+        Transcript lines;
+        for (int row = 0; row < form.fg.rowCount(); ++row)
+            lines.push_back(Text(form.fg.text(row, 0)) + L"=" + Text(form.fg.text(row, 1)));
+        return lines;
+    }
+
+    void openOn(TextView reply)
+    {
+        form.m_sVisit = L"81";
+        form.m_sIEN = L"31";
+        host.session->reply(L"MEVVELD GET", reply);
+        open();
+    }
+};
+
+TEST_F(FunctionalStatusView, ShowsAllItemsOfEachLine)
+{
+    openOn(Stored);
+    EXPECT_EQ(rows(),
+        (Transcript { L"Visit Date=03/10/2026 09:15", L"Toileting=Independent", L"Bathing=Needs Help",
+            L"Dressing=Totally Dependent", L"Transfers=", L"Feeding=X", L"Continence=", L"Finance=", L"Cooking=",
+            L"Shopping=", L"Housework=Needs Help", L"Medications=", L"Transportation=", L"Status Change=Decline",
+            L"Caregiver=Yes" }));
+    EXPECT_EQ(host.calls(), Transcript { L"list MEVVELD GET(^31)" });
+}
+
+TEST_F(FunctionalStatusView, EditNeedsTheKeyAndEndsTheView)
+{
+    openOn(Stored);
+    form.press(form.cmdEdit);
+    EXPECT_EQ(host.boxes(),
+        Transcript {
+            L"box [Insufficient Permissions] Editing not permitted, you do not hold either the PROVIDER key or "
+            L"the MEVZ ELDER CARE EDIT key." });
+    EXPECT_EQ(host.desktop.styles, std::vector { 16 });
+    EXPECT_TRUE(form.isOpen());
+
+    form.m_bElder = true;
+    host.desktop.inForms.push_back([](Form& opened) {
+        auto& editor = dynamic_cast<frmElder&>(opened);
+        EXPECT_EQ(editor.m_sVisit + L"/" + editor.m_sIEN, L"81/31");
+        EXPECT_EQ(editor.cbo[0].text(), L"Independent");
+        editor.press(editor.cmdCancel);
+    });
+    form.press(form.cmdEdit);
+    EXPECT_EQ(host.lines({ L"show", L"closed" }), (Transcript { L"show frmElder", L"closed frmElder" }));
+    EXPECT_FALSE(form.isOpen()); // also after a cancel
+}
+
+TEST_F(FunctionalStatusView, FailedReadLeavesTheGridEmpty)
+{
+    openOn(L"-1^");
+    EXPECT_TRUE(rows().empty());
+    EXPECT_TRUE(host.boxes().empty());
+}
+
+}
+}

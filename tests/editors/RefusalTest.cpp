@@ -1,0 +1,199 @@
+#include "editors/frmRefusal.h"
+#include "lookups/frmLookupImm.h"
+#include "tests/support/FormFixture.h"
+
+namespace health::test {
+namespace {
+
+class Refusals : public FormFixture<frmRefusal> {
+protected:
+    int rowOf(TextView type)
+    {
+        int row = 0;
+        while (row < form.lstRefusals.count() && form.lstRefusals.itemText(row) != type)
+            ++row;
+        return row;
+    }
+    void check(TextView type)
+    {
+        form.moveFocus(form.lstRefusals);
+        form.lstRefusals.click(rowOf(type));
+    }
+    Text checked()
+    {
+        Text types;
+        for (int row = 0; row < form.lstRefusals.count(); ++row)
+            types += form.lstRefusals.isChecked(row) ? form.lstRefusals.itemText(row) : Text();
+        return types;
+    }
+    Text item() { return form.lblItem.caption() + L": " + form.txtItem.text() + L"|" + form.txtItem.tag(); }
+};
+
+TEST_F(Refusals, NewRefusalFromTypeToSave)
+{
+    open();
+    EXPECT_EQ(form.caption() + form.cmdOK.caption() + form.datRefused.value(), L"Enter Refusal&Add03/15/2026");
+    EXPECT_TRUE(host.calls().empty());
+    check(L"Exam");
+    check(L"Measurement");
+    EXPECT_EQ(checked(), L"Measurement");
+    EXPECT_EQ(item(), L"&Measurement: |");
+    host.session->reply(L"MEVUTL DICLKUP", L"7^^WT^WEIGHT\r\n");
+    typeInto(form.txtItem, L"wt");
+    typeInto(form.txtRefComment, L"Said ^no^");
+    form.press(form.cmdOK);
+    EXPECT_EQ(host.calls(),
+        (Transcript { L"list MEVUTL DICLKUP(9999999.07^WT^^^250^^^^.01;.02)",
+            L"call MEVREF SET(^MEASUREMENTS^7^12^03/15/2026^Said  no )" }));
+    EXPECT_FALSE(form.isOpen());
+}
+
+TEST_F(Refusals, TypesOfOneItemTakeIt)
+{
+    host.session->reply(L"MEVREF REFLIST", L"9");
+    host.session->reply(L"MEVREF REFLIST", L"EKG", L"-1^There is no such item.");
+    open();
+    check(L"PAP Smear");
+    EXPECT_EQ(item(), L"&PAP Smear: PAP SMEAR|9");
+    EXPECT_EQ(form.activeControl(), &form.txtItem);
+    form.moveFocus(form.txtRefComment); // leaving asks for nothing
+    check(L"Lab");
+    EXPECT_EQ(item(), L"&Lab: |");
+    EXPECT_EQ(host.calls(), Transcript { L"call MEVREF REFLIST(PAP Smear)" });
+    check(L"EKG");
+    EXPECT_EQ(item(), L"&EKG: EKG|");
+    EXPECT_EQ(host.boxes(), Transcript { L"box [Error] There is no such item." });
+}
+
+TEST_F(Refusals, StoredRefusalCanBeSavedAtOnce)
+{
+    struct Case {
+        TextView type;
+        TextView saved;
+    };
+    for (const Case& c :
+        { Case { L"EKG", L"EKG" }, { L"MEASUREMENTS", L"MEASUREMENTS" }, { L"Medication/Drug", L"MEDICATION/DRUG" } }) {
+        host.transcript.clear();
+        host.session->reply(L"MEVREF GET", L"5^^^" + Text(c.type) + L"^3^THIRD ITEM^^^3260310.0915^^^Said no\r\n");
+        frmRefusal own(shared);
+        own.m_sRefusalIen = L"5";
+        own.open();
+        own.Form_Activate();
+        own.Form_Activate();
+        EXPECT_EQ(own.caption() + own.cmdOK.caption(), L"Edit Refusal&Save");
+        own.moveFocus(own.txtItem); // passing through asks for nothing
+        own.press(own.cmdOK);
+        EXPECT_EQ(host.calls(),
+            (Transcript { L"list MEVREF GET(12^5)",
+                L"call MEVREF SET(5^" + Text(c.saved) + L"^3^12^03/10/2026 09:15^Said no)" }));
+        EXPECT_TRUE(host.boxes().empty());
+    }
+}
+
+TEST_F(Refusals, ChecksInTheirOrder)
+{
+    open();
+    form.press(form.cmdOK);
+    form.lstRefusals.setListIndex(1);
+    form.press(form.cmdOK);
+    check(L"Skin Test");
+    form.press(form.cmdOK);
+    EXPECT_EQ(host.boxes(),
+        (Transcript {
+            L"box [Refusal Type not Selected] You must first select the refusal type that you wish to add for "
+            L"this patient.",
+            L"box [Refusal Type not Selected] You must first click the checkbox for the refusal type that you wish to "
+            L"add for this patient.",
+            L"box [Item Not Selected] You must first select the Skin Test type that you wish to add for this "
+            L"patient." }));
+    EXPECT_EQ(host.desktop.styles, (std::vector { 48, 48, 48 }));
+    EXPECT_TRUE(host.calls().empty());
+}
+
+TEST_F(Refusals, ItemNeedsATypeFirst)
+{
+    open();
+    const Text warning = L"box [Type Not Selected] You must first select a refusal type from the above list.";
+    form.moveFocus(form.txtItem);
+    form.txtItem.edit(L"x");
+    EXPECT_EQ(host.boxes(), Transcript { warning }); // one, though clearing changes the text again
+    EXPECT_EQ(form.txtItem.text(), L"");
+    EXPECT_EQ(form.activeControl(), &form.lstRefusals);
+    form.press(form.cmdItem);
+    EXPECT_EQ(host.boxes(), (Transcript { warning, warning }));
+    EXPECT_EQ(form.activeControl(), &form.lstRefusals);
+}
+
+TEST_F(Refusals, CancelledLookupClearsTheItem)
+{
+    open();
+    check(L"Immunization");
+    host.session->reply(L"MEVUTL DICLKUP", L"1^^TETANUS\r\n");
+    typeInto(form.txtItem, L"tet");
+    form.moveFocus(form.txtRefComment);
+    EXPECT_EQ(item(), L"&Immunization: TETANUS|1");
+    form.moveFocus(form.txtItem);
+    host.session->reply(L"MEVUTL DICLKUP", L"1^^A\r\n2^^B\r\n");
+    host.desktop.inForms.push_back([](Form& opened) {
+        auto& lookup = dynamic_cast<frmLookupImm&>(opened); // the vaccines have a dialog of their own
+        lookup.press(lookup.cmdCancel);
+    });
+    form.press(form.cmdItem);
+    EXPECT_EQ(item(), L"&Immunization: |");
+}
+
+TEST_F(Refusals, Dates)
+{
+    open();
+    for (const TextView date : { L"T+1", L"soon" }) {
+        enterDate(form.datRefused, date);
+        EXPECT_EQ(form.datRefused.value(), L"03/15/2026");
+    }
+    enterDate(form.datRefused, L"03/15/2026 23:59"); // later today is today
+    enterDate(form.datRefused, L"T-4000");
+    EXPECT_EQ(host.boxes(),
+        (Transcript {
+            L"box [Invalid Historical Date] The date cannot be in the future.", L"box [Error] Invalid date format." }));
+}
+
+TEST_F(Refusals, CommentOfTwoTo200Characters)
+{
+    open();
+    const auto leaves = [&](const Text& comment) {
+        form.moveFocus(form.txtRefComment);
+        form.txtRefComment.edit(comment);
+        return form.moveFocus(form.datRefused);
+    };
+    EXPECT_TRUE(leaves(L"ab"));
+    EXPECT_TRUE(leaves(Text(200, L'x')));
+    EXPECT_TRUE(leaves(L""));
+    EXPECT_TRUE(leaves(L"one\r\ntwo"));
+    EXPECT_EQ(form.txtRefComment.text(), L"onetwo");
+    EXPECT_TRUE(host.boxes().empty());
+    EXPECT_FALSE(leaves(L"a"));
+    EXPECT_FALSE(leaves(Text(201, L'x')));
+    EXPECT_EQ(host.boxes(),
+        (Transcript { L"box [Comment Too Short] Comment must be longer than 1 character.",
+            L"box [Comment Too Long] Comment cannot be longer than 200 characters." }));
+    form.press(form.cmdOK); // refused entries cannot be saved by a shortcut
+    EXPECT_EQ(form.activeControl(), &form.txtRefComment);
+    EXPECT_TRUE(host.calls().empty());
+}
+
+TEST_F(Refusals, RefusedSaveAndFailedRead)
+{
+    form.m_sRefusalIen = L"5";
+    host.session->reply(L"MEVREF GET", L"-1^The refusal 5 does not exist any more.");
+    host.session->reply(L"MEVREF SET", L"-1^The refusal is locked.");
+    host.session->reply(L"MEVREF REFLIST", L"9");
+    open();
+    EXPECT_EQ(checked() + form.datRefused.value(), L"");
+    check(L"Mammogram");
+    form.press(form.cmdOK);
+    EXPECT_EQ(host.boxes().back(), L"box [Error] The refusal is locked.");
+    EXPECT_TRUE(form.isOpen());
+    EXPECT_EQ(item(), L"&Mammogram: MAMMOGRAM|9");
+}
+
+}
+}

@@ -1,0 +1,144 @@
+#include "editors/frmTxc.h"
+#include "lookups/frmLookup.h"
+#include "tests/support/FormFixture.h"
+
+namespace health::test {
+namespace {
+
+class TreatmentContract : public FormFixture<frmTxc> {
+protected:
+    void load(TextView reply)
+    {
+        form.m_sVisit = L"81";
+        form.m_sIEN = L"45";
+        host.session->reply(L"MEVVTXC GET", reply);
+        open();
+    }
+
+    // Type, date and provider as the form shows them.
+    Text shown()
+    {
+        return Text(form.opt[0].isChosen()      ? L"P"
+                       : form.opt[1].isChosen() ? L"M"
+                                                : L"-")
+            + L" " + form.datInit.value() + L" " + form.txtPrv.text() + L" " + form.txtPrv.tag();
+    }
+};
+
+TEST_F(TreatmentContract, NewContractHasTodayAndTheUserAndWantsItsType)
+{
+    form.m_sVisit = L"81";
+    open();
+    EXPECT_EQ(form.caption(), L"Add Treatment Contract Record");
+    EXPECT_EQ(shown(), L"- 03/15/2026 SORREL,ADA 71");
+    form.press(form.cmdAdd);
+    EXPECT_EQ(host.boxes(),
+        Transcript { L"box [Type Missing] You must select the type of contract, PAIN or MENTAL HEALTH." });
+    EXPECT_EQ(host.desktop.styles, std::vector { 48 });
+    form.opt[1].click();
+    form.opt[0].click();
+    EXPECT_FALSE(form.opt[1].isChosen());
+    form.press(form.cmdAdd);
+    EXPECT_EQ(host.calls(), Transcript { L"call MEVVTXC SET(^81^P^03/15/2026^71)" });
+    EXPECT_FALSE(form.isOpen());
+}
+
+TEST_F(TreatmentContract, LoadsOverTheDefaults)
+{
+    struct Case {
+        TextView reply;
+        TextView shown;
+    };
+    for (const Case& c :
+        { Case { L"45^^01/05/2026@10:00|81^PAIN|P^02/01/2026@08:30|x^OAK,KIT|15\r\n", L"P 02/01/2026 OAK,KIT 15" },
+            { L"45^^01/05/2026@10:00|81^MENTAL HEALTH|M^^OAK,KIT|15\r\n", L"M 01/05/2026 OAK,KIT 15" },
+            { L"45^^^X|x^02/30/2026^\r\n", L"- 03/15/2026  " }, // a bad date leaves today, no provider clears the user
+            { L"45^^^PAIN|P^02/01/2026^A|1\r\n45^^^MENTAL HEALTH|M^02/02/2026^B|2", L"M 02/02/2026 B 2" },
+            { L"-1^Gone.", L"- 03/15/2026 SORREL,ADA 71" } }) {
+        frmTxc own(shared);
+        own.m_sIEN = L"45";
+        host.session->reply(L"MEVVTXC GET", c.reply);
+        own.load();
+        own.open();
+        own.Form_Activate();
+        EXPECT_EQ(own.caption(), L"Update Treatment Contract");
+        EXPECT_EQ(Text(own.opt[0].isChosen()      ? L"P"
+                          : own.opt[1].isChosen() ? L"M"
+                                                  : L"-")
+                + L" " + own.datInit.value() + L" " + own.txtPrv.text() + L" " + own.txtPrv.tag(),
+            c.shown);
+    }
+}
+
+TEST_F(TreatmentContract, DatesOfTheLastYearOnly)
+{
+    open();
+    for (const TextView date : { L"03/15/2026", L"T-364", L"N" }) {
+        enterDate(form.datInit, date);
+        EXPECT_TRUE(host.boxes().empty()) << narrow(date);
+    }
+    // By day a year ago, but not by the time of day.
+    for (const TextView date : { L"T-365", L"T+1", L"soon" }) {
+        enterDate(form.datInit, date);
+        EXPECT_EQ(form.datInit.value(), L"03/15/2026") << narrow(date);
+        form.datInit.clear();
+    }
+    EXPECT_EQ(host.boxes(),
+        (Transcript { L"box [Invalid Date] Treatment date cannot be older than a year.",
+            L"box [Invalid Date] The date cannot be in the future.",
+            L"box [Invalid Date] The date format is not valid." }));
+    EXPECT_EQ(host.desktop.styles, (std::vector { 16, 16, 16 }));
+}
+
+TEST_F(TreatmentContract, ProviderComesFirstAndAnEmptyDateIsFilled)
+{
+    open();
+    typeInto(form.txtPrv, L"");
+    form.datInit.clear();
+    form.press(form.cmdAdd);
+    EXPECT_EQ(host.boxes(), Transcript { L"box [Provider Missing] You must select the provider." });
+    EXPECT_TRUE(form.datInit.isEmpty());
+    form.moveFocus(form.datInit);
+    typeInto(form.txtPrv, L"OAK");
+    host.session->reply(L"MEVUTL DICLKUP", L"15^^OAKHURST,KATHERINE J\r\n");
+    form.press(form.cmdAdd); // leaves the field first: the single match is taken
+    EXPECT_EQ(form.txtPrv.text() + L"|" + form.txtPrv.tag(), L"OAKHURST,KATHERINE J|15");
+    EXPECT_EQ(host.boxes().back().substr(0, 18), L"box [Type Missing]");
+    EXPECT_EQ(form.datInit.value(), L"03/15/2026 09:30");
+}
+
+TEST_F(TreatmentContract, TypedOverProviderKeepsTheNumber)
+{
+    load(L"45^^^PAIN|P^02/01/2026^OAK,KIT|15\r\n");
+    typeInto(form.txtPrv, L"ELM");
+    EXPECT_EQ(form.defaultButton(), &form.cmdPrv);
+    form.press(form.cmdAdd);
+    EXPECT_EQ(host.calls().back(), L"call MEVVTXC SET(45^81^P^02/01/2026^15)");
+}
+
+TEST_F(TreatmentContract, CancelledLookupChangesNothingAndLeavingThenClears)
+{
+    open();
+    typeInto(form.txtPrv, L"");
+    form.moveFocus(form.datInit);
+    typeInto(form.txtPrv, L"ZZ");
+    form.press(form.cmdPrv); // shows the empty dialog, which is closed
+    EXPECT_EQ(form.txtPrv.text(), L"ZZ");
+    form.moveFocus(form.datInit);
+    EXPECT_EQ(form.txtPrv.text(), L"");
+    EXPECT_EQ(host.lines({ L"show" }), Transcript { L"show frmLookup" }); // and not a second time
+}
+
+TEST_F(TreatmentContract, RefusedSaveLeavesTheFormOpen)
+{
+    host.session->reply(L"MEVVTXC SET", L"-1^The provider is not known.");
+    open();
+    form.opt[1].click();
+    form.press(form.cmdAdd);
+    EXPECT_EQ(host.boxes(), Transcript { L"box [Error] The provider is not known." });
+    EXPECT_TRUE(form.isOpen());
+    EXPECT_EQ(shown(), L"M 03/15/2026 SORREL,ADA 71");
+}
+
+}
+}
