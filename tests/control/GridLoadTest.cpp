@@ -173,7 +173,10 @@ TEST_F(GridLoad, GarbledRepliesAddWhatCanBeRead)
     Text wide = L"1^^3260310";
     for (int i = 0; i < 10000; ++i)
         wide += L"^x|";
-    EXPECT_EQ(summaryOf(L"MEVVAST GET", wide + L"\r\n", L"M", L"40"), summaries().front());
+    host.session->reply(L"MEVVELD GET", L"");
+    EXPECT_EQ(summaryOf(L"MEVVAST GET", wide + L"\r\n", L"M", L"40"),
+        L"03/10/2026: Severity=X; FEV=X; FEF=X; PEF=X; ETS=X; Particulates=X; Dust Mites=X; Mgt. Plan=X");
+    host.session->reply(L"MEVVAST GET", L"");
     EXPECT_EQ(summaryOf(L"MEVVELD GET", L"1^^3260310^|only a code\r\n", L"M"), L"03/10/2026: ");
     EXPECT_TRUE(host.boxes().empty());
 }
@@ -204,26 +207,25 @@ TEST_F(GridLoad, RunTimeFailureLeavesNoHalfList)
 {
     host.session->reply(L"MEVVELD GET", L"5^^^A\r\n");
     open(12);
-    host.session->objects.clear();
-    // A failure that no call wrapper catches: the front end cannot show a row.
-    struct Breaking : ControlObserver {
-        void controlChanged(Control&, Change change) override
-        {
-            if (change == Change::Layout)
-                throw Failure(L"The list cannot be drawn.");
-        }
-    } breaking;
-    control.ClearPatientControls(); // hides column 0, so that loading has to show it
-    control.fgData.setObserver(&breaking);
-    control.LoadGrid();
-    control.fgData.setObserver(nullptr);
-    EXPECT_EQ(host.boxes().front(),
-        L"box [System Error] Error in module kalmevRepHistCtrl at LoadGrid\r\n\r\nThe list cannot be drawn.");
-    EXPECT_EQ(enabledCommands(), L"----");
-    EXPECT_TRUE(control.fgData.isDrawing());
-    // The subscriptions stay: the next event loads again.
-    host.session->push(L"VXR.12.VELD");
-    EXPECT_EQ(summaries(), Transcript { L"Toileting=A" });
+    // Failures that no call wrapper catches: before the rows and after them.
+    const std::pair<const char*, std::function<void(bool)>> failures[] = {
+        { "patient", [&](bool fails) { host.patient->fails = fails; } },
+        { "visit", [&](bool fails) { host.encounter->fails = fails; } },
+    };
+    for (const auto& [name, setFailing] : failures) {
+        host.transcript.clear();
+        setFailing(true);
+        control.LoadGrid();
+        EXPECT_EQ(host.boxes().front(),
+            L"box [System Error] Error in module kalmevRepHistCtrl at LoadGrid\r\n\r\nThe host is gone.")
+            << name;
+        EXPECT_EQ(summaries(), Transcript { L"Patient Not Selected" }) << name;
+        setFailing(false);
+        EXPECT_TRUE(control.fgData.isDrawing());
+        // The subscriptions stay: the next event loads again.
+        host.session->push(L"VXR.12.VELD");
+        EXPECT_EQ(summaries(), Transcript { L"Toileting=A" }) << name;
+    }
 }
 
 TEST_F(GridLoad, EmergencyRecordsAreNeitherAskedForNorListed)
@@ -234,7 +236,12 @@ TEST_F(GridLoad, EmergencyRecordsAreNeitherAskedForNorListed)
         EXPECT_EQ(call.find(L"MEVVER"), Text::npos);
     EXPECT_EQ(control.fgData.rowCount(), 0);
     // The format itself stays.
-    EXPECT_EQ(recordType(8)->fields.size(), 11u);
+    Text format(recordType(8)->rowKey);
+    for (const SummaryField& field : recordType(8)->fields)
+        format += L" " + Text(field.caption) + std::to_wstring(field.piece);
+    EXPECT_EQ(format,
+        L"ER^ Urgency4 Means of Arrival5 Other Means6 Entered ER by7 Informant8 Notified9 Disposition10 Other "
+        L"Disposition11 Departure Date12 Discharge Condition13 Transferred to14");
 }
 
 }

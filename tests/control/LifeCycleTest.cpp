@@ -145,14 +145,39 @@ TEST_F(LifeCycle, SelectionIsNotCarriedToAnotherPatient)
 TEST_F(LifeCycle, EventDuringABoxOfALoadIsCaughtUpWith)
 {
     open(12);
-    host.session->reply(L"MEVVELD GET", L"-1^Broken list.\r\n");
+    const std::pair<const char*, std::function<void()>> loads[] = {
+        { "refresh", [&] { host.session->push(L"REFRESH"); } }, { "patient", [&] { commitPatient(34, L"M"); } }
+    };
+    for (const auto& [name, load] : loads) {
+        host.transcript.clear();
+        host.session->reply(L"MEVVELD GET", L"-1^Broken list.\r\n");
+        host.desktop.whileBoxIsOpen = [&] {
+            host.session->reply(L"MEVVELD GET", L"5^^^A\r\n");
+            host.session->push(L"VXR." + std::to_wstring(host.patient->patientNumber) + L".VELD");
+        };
+        load();
+        EXPECT_EQ(summaries(), Transcript { L"Toileting=A" }) << name;
+        EXPECT_EQ(host.boxes(), Transcript { L"box [Error] Broken list." }) << name;
+    }
+}
+
+// The box that reports a failed load lets events in too; what they load stays.
+TEST_F(LifeCycle, EventDuringTheReportOfAFailureLoadsAfterIt)
+{
+    open(12);
+    host.session->reply(L"MEVVELD GET", L"5^^^A\r\n");
+    host.patient->fails = true;
     host.desktop.whileBoxIsOpen = [&] {
-        host.session->reply(L"MEVVELD GET", L"5^^^A\r\n");
+        host.patient->fails = false;
         host.session->push(L"VXR.12.VELD");
     };
+    control.LoadGrid();
+    EXPECT_EQ(summaries(), Transcript { L"Patient Not Selected" }); // called from outside: nobody catches up
+    host.patient->fails = true;
+    host.desktop.whileBoxIsOpen = [&] { host.patient->fails = false; };
     host.session->push(L"REFRESH");
+    host.session->push(L"VXR.12.VELD");
     EXPECT_EQ(summaries(), Transcript { L"Toileting=A" });
-    EXPECT_EQ(host.boxes(), Transcript { L"box [Error] Broken list." });
 }
 
 TEST_F(LifeCycle, PatientChangeDuringABoxOfALoadNeverMixesTwoPatients)
@@ -229,8 +254,11 @@ TEST_F(LifeCycle, FailuresNeverReachTheHost)
         Transcript { L"box [System Error] Error in module kalmevRepHistCtrl at UserControl_Initialize\r\n\r\nThe user "
                      L"object is gone." });
     host.session->objects.clear();
-    kalmevRepHistCtrl orphan(shared, host);
-    EXPECT_NO_THROW(orphan.UserControl_Terminate());
+    // Every call of the session fails from here on; the end still counts the panel off.
+    control.UserControl_Show();
+    host.session->failsSubscriptions = true;
+    EXPECT_NO_THROW(control.UserControl_Terminate());
+    EXPECT_FALSE(shared.hasSession());
 }
 
 TEST_F(LifeCycle, ControlsArePlacedInTwips)

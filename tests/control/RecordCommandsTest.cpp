@@ -1,5 +1,11 @@
+#include "editors/frmAsthma.h"
+#include "editors/frmER.h"
+#include "editors/frmElder.h"
+#include "editors/frmElderView.h"
 #include "editors/frmInf.h"
+#include "editors/frmRefusal.h"
 #include "editors/frmRepHist.h"
+#include "editors/frmTxc.h"
 #include "tests/support/ControlFixture.h"
 
 namespace health::test {
@@ -69,11 +75,103 @@ TEST_F(RecordCommands, AddingTakesTheActiveVisit)
         host.encounter->preparations.end());
 }
 
+// The editor's record and visit.
+template<typename Editor>
+Text idsOf(Form& form)
+{
+    const auto& editor = dynamic_cast<Editor&>(form);
+    return editor.m_sIEN + L"/" + editor.m_sVisit;
+}
+
+TEST_F(RecordCommands, EachTypeOpensItsEditor)
+{
+    openChild();
+    host.encounter->visit = 99;
+    struct Case {
+        int type;
+        TextView show;
+        Text (*ids)(Form&);
+    };
+    for (const Case& c : { Case { 2, L"show frmInf", idsOf<frmInf> }, { 4, L"show frmElderView", idsOf<frmElderView> },
+             { 5, L"show frmAsthma", idsOf<frmAsthma> }, { 6, L"show frmTxc", idsOf<frmTxc> },
+             { 8, L"show frmER", idsOf<frmER> },
+             { 7, L"show frmRefusal", [](Form& form) { return dynamic_cast<frmRefusal&>(form).m_sRefusalIen; } } }) {
+        Text ids;
+        host.transcript.clear();
+        host.desktop.inForms = { [&](Form& form) { ids = c.ids(form); } };
+        control.OpenRecord(c.type, L"5", L"81");
+        EXPECT_EQ(host.lines({ L"show" }), Transcript { Text(c.show) });
+        EXPECT_EQ(ids, c.type == 7 ? L"5" : L"5/81") << c.type;
+        const bool viewed = c.type == 4;
+        host.transcript.clear();
+        host.desktop.inForms = { [&](Form& form) { ids = viewed ? idsOf<frmElder>(form) : c.ids(form); } };
+        control.OpenRecord(c.type, L"", L"");
+        EXPECT_EQ(host.lines({ L"show" }), Transcript { viewed ? Text(L"show frmElder") : Text(c.show) });
+        EXPECT_EQ(ids, c.type == 7 ? L"" : L"/99") << c.type;
+    }
+}
+
+TEST_F(RecordCommands, RegistryAndViewerFollowTheKeys)
+{
+    for (const bool holds : { true, false }) {
+        if (holds)
+            host.user->keys = { L"QASZMENU", L"MEVZ ELDER CASE EDIT" };
+        else
+            host.user->keys.clear();
+        kalmevRepHistCtrl own(shared, host);
+        own.UserControl_Initialize();
+        setPatient(12);
+        own.UserControl_Show();
+        host.desktop.inForms = { [&](Form& form) {
+                                    const auto& editor = dynamic_cast<frmAsthma&>(form);
+                                    EXPECT_EQ(editor.m_bRegKey, holds);
+                                    EXPECT_EQ(editor.height, holds ? 5265 : 2400);
+                                },
+            [&](Form& form) { EXPECT_EQ(dynamic_cast<frmElderView&>(form).m_bElder, holds); } };
+        own.OpenRecord(5, L"5", L"81");
+        own.OpenRecord(4, L"5", L"81");
+        EXPECT_TRUE(host.desktop.inForms.empty());
+    }
+}
+
+TEST_F(RecordCommands, RefusedPermissionIsToldBeforeAnythingElse)
+{
+    host.session->reply(L"MEVUTL CHKSEC", L"0|0|0|0^0~"); // no PROVIDER
+    open(12, L"F", L"4");
+    host.encounter->usable = false;
+    const std::pair<int, TextView> keys[] = { { 2, L"MEVZ PEDIATRIC EDIT" }, { 3, L"MEVZ PEDIATRIC EDIT" },
+        { 4, L"MEVZ ELDER CARE EDIT" }, { 5, L"MEVZ ASTHMA EDIT" }, { 6, L"MEVZ TX CONTRACT EDIT" },
+        { 8, L"MEVZ ER EDIT" } };
+    for (const auto& [type, key] : keys) {
+        host.transcript.clear();
+        host.encounter->preparations.clear();
+        control.OpenRecord(type, L"", L"");
+        EXPECT_EQ(host.lines({ L"box", L"show", L"call", L"list" }),
+            Transcript {
+                L"box [Insufficient Permissions] Editing not permitted, you do not hold either the PROVIDER key "
+                L"or the "
+                + Text(key) + L" key." });
+        EXPECT_TRUE(host.encounter->preparations.empty());
+    }
+    host.transcript.clear();
+    control.OpenRecord(1, L"", L"");
+    EXPECT_EQ(host.boxes(), Transcript { L"box [Insufficient Permissions] " + shared.PermissionMessage() });
+    control.OpenRecord(9, L"", L"");
+    control.OpenRecord(7, L"", L""); // everybody's, and without a visit
+    EXPECT_EQ(host.lines({ L"box", L"show" }).back(), L"show frmRefusal");
+    EXPECT_EQ(host.boxes().size(), 1u);
+}
+
 TEST_F(RecordCommands, WithoutAVisitNoEditorOpens)
 {
+    openChild();
+    host.encounter->opensVisit = false; // the user picks none when asked
+    add(2);
+    EXPECT_EQ(host.lines({ L"box", L"show" }),
+        Transcript { L"box [Active Visit Not Selected] An active visit has not been selected." });
     host.session->reply(L"MEVVIF GET", L"5^^3260310^X\r\n"); // a record without a visit
-    open(12, L"M", L"4");
-    control.fgData.choose(0);
+    commitPatient(12, L"M", L"4");
+    control.fgData.choose(1);
     host.transcript.clear();
     host.encounter->usable = false;
     control.cmd[Edit].click();

@@ -71,8 +71,14 @@ struct ScriptedPatient : Patient {
     Text patientSex = L"F";
     Text patientAge = L"30";
     int prompts = 0;
+    bool fails = false;
 
-    long number() const override { return patientNumber; }
+    long number() const override
+    {
+        if (fails)
+            throw Failure(L"The host is gone.");
+        return patientNumber;
+    }
     Text sex() const override { return patientSex; }
     Text age() const override { return patientAge; }
     bool isSelected() const override { return patientNumber != 0; }
@@ -98,13 +104,20 @@ struct ScriptedEncounter : Encounter {
     bool usable = true;
     std::vector<int> preparations; // flags asked for
     std::vector<int> promptKinds;
+    bool fails = false;
+    bool opensVisit = true; // lets the user pick a visit when none is active
 
-    long visitNumber() const override { return visit; }
+    long visitNumber() const override
+    {
+        if (fails)
+            throw Failure(L"The host is gone.");
+        return visit;
+    }
     bool isValid() const override { return visit != 0; }
     bool prepare(int flags) override
     {
         preparations.push_back(flags);
-        return usable;
+        return usable && (opensVisit || flags != 44);
     }
     void prompt(int kind) override { promptKinds.push_back(kind); }
 };
