@@ -3,6 +3,8 @@
 #include "lookups/frmLookup.h"
 #include "platform/Letters.h"
 
+#include <utility>
+
 namespace health {
 
 EditorForm::EditorForm(modShared& shared, TextView name, TextView caption)
@@ -17,7 +19,7 @@ EditorForm::EditorForm(modShared& shared, TextView name, TextView caption)
 
 void EditorForm::Form_Activate()
 {
-    if (m_activated)
+    if (std::exchange(m_activating, true))
         return;
     trap(L"Form_Activate", [this] { activate(); });
     m_activated = true;

@@ -60,6 +60,7 @@ private:
 
     std::map<TextBox*, LookupField> m_lookupFields;
     Button* m_save = nullptr;
+    bool m_activating = false; // what it calls may let the window become active once more
     bool m_activated = false;
 };
 

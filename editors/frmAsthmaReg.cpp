@@ -41,8 +41,10 @@ frmAsthmaReg::frmAsthmaReg(modShared& shared)
     lblStatus.setCaption(L"Not in Registry");
     cmdActivate.setCaption(ActivateCaption);
     cmdActivate.Click = trapped(L"cmdActivate_Click", [this] { cmdActivate_Click(); });
-    for (std::size_t i = 0; i < dat.size(); ++i)
+    for (std::size_t i = 0; i < dat.size(); ++i) {
+        dat[i].setDateOnly(true); // the registry keeps no times
         dat[i].NewDateEntered = trapped(L"dat_NewDateEntered", [this, i] { dat_NewDateEntered(i); });
+    }
     bindLookup(txtPrv, cmdPrv, TypedOver::ClearsId,
         trapped(L"cmdPrv_Click", [this] { lookUp(txtPrv, LookupTableNumber::Provider); }));
     txtComments.KeyDown = [this](int& keyCode, int shift) {

@@ -13,6 +13,7 @@ frmElderView::frmElderView(modShared& shared)
     fg.setColumnWidth(0, 2000);
     bindSave(cmdEdit, L"cmdEdit_Click", [this] { cmdEdit_Click(); });
     cmdEdit.setCaption(L"&Edit");
+    cmdCancel.setToolTip({});
 }
 
 Arrangement frmElderView::arrangement() { return column({ fg, buttons({ cmdEdit, cmdCancel }) }); }

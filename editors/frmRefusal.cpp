@@ -52,6 +52,9 @@ frmRefusal::frmRefusal(modShared& shared)
     };
     bindSave(cmdOK, L"cmdOK_Click", [this] { cmdOK_Click(); });
     cmdOK.setCaption(L"&Add");
+    cmdOK.setToolTip({});
+    cmdCancel.setToolTip({});
+    datRefused.setDateOnly(true);
 }
 
 Arrangement frmRefusal::arrangement()
@@ -87,7 +90,8 @@ void frmRefusal::showRecord(TextView line)
 {
     const auto pieces = SplitPieces(line, L"^", 11);
     checkType(pieces[3]);
-    datRefused.setValue(fmDateToDisplay(pieces[8]));
+    const Text date = fmDateToDisplay(pieces[8]);
+    datRefused.setValue(date.empty() ? pieces[8] : date);
     m_loading = true;
     setPicked(txtItem, pieces[5], pieces[4]);
     m_loading = false;

@@ -61,6 +61,15 @@ TextView trimmed(TextView text)
     return start == TextView::npos ? TextView() : text.substr(start, text.find_last_not_of(L' ') - start + 1);
 }
 
+// A time of day was given, be it midnight: by the clock or as "now".
+bool givesTime(TextView text, Moment moment)
+{
+    const Text upper = upperCase(trimmed(text));
+    const bool isNow =
+        upper == L"N" || upper.starts_with(L"NOW") || upper.starts_with(L"N+") || upper.starts_with(L"N-");
+    return isNow || hasTime(moment) || text.find(L':') != TextView::npos;
+}
+
 }
 
 std::optional<Moment> momentEntered(TextView text, Moment now)
@@ -84,9 +93,6 @@ std::optional<Moment> momentEntered(TextView text, Moment now)
     return parseDate(withSlashes(date) + time);
 }
 
-// A time of day was given, be it midnight.
-static bool givesTime(TextView text, Moment moment) { return hasTime(moment) || text.find(L':') != TextView::npos; }
-
 Text mevZvDate::understood(TextView text, Moment now) const
 {
     const auto moment = momentEntered(text, now);
@@ -94,7 +100,7 @@ Text mevZvDate::understood(TextView text, Moment now) const
         return Text(trimmed(text));
     if (m_dateOnly)
         return dateText(*moment);
-    return givesTime(text, *moment) && m_requireTime ? dateTimeText(*moment) : defaultDateText(*moment);
+    return m_requireTime && givesTime(text, *moment) ? dateTimeText(*moment) : defaultDateText(*moment);
 }
 
 void mevZvDate::enter(TextView text, Moment now)

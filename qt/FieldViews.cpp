@@ -404,8 +404,16 @@ void DateView::openCalendar()
     popup.exec(m_line->mapToGlobal(QPoint(0, m_line->height())));
     if (picked.isEmpty())
         return;
-    m_line->setText(picked);
     m_line->setFocus();
+    if (m_date.requiresTime()) {
+        // The time that is there stays; without one the user goes on with it.
+        const QString time = m_line->text().section(u' ', 1);
+        m_line->setText(picked + u' ' + time);
+        if (time.isEmpty())
+            return;
+    } else {
+        m_line->setText(picked);
+    }
     commit();
 }
 

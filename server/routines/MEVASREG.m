@@ -16,6 +16,8 @@ GETNOTE ; Call: patient; the comment's lines
  IF '$$KNOWN^MEVHOST(param) SET reply=$$NOPATIENT^MEVHOST(param) QUIT
  SET note=$GET(^MEVREG(param,1))
  QUIT:note=""
+ ; A reply that begins with a negative number would be read as an error: a dash stands for the minus sign.
+ IF +note<0 SET note=$PIECE(note,"-")_$CHAR(226,128,147)_$PIECE(note,"-",2,$LENGTH(note,"-"))
  FOR index=1:1:$LENGTH(note,$CHAR(13,10)) SET reply(index)=$PIECE(note,$CHAR(13,10),index)
  QUIT
  ;
@@ -30,7 +32,7 @@ SETREG ; Call: patient ^ A or I [^ last visit ^ date due ^ next appointment ^ ma
  SET node=$GET(^MEVREG(dfn,0),dfn),$PIECE(node,"^",2)=status
  IF $LENGTH(param,"^")>2 SET node=$$ENTRY(node) QUIT:node=""
  DO PUT^MEVSET("^MEVREG",dfn,node)
- IF $LENGTH(param,"^")>2 SET ^MEVREG(dfn,1)=$PIECE(param,"^",7)
+ IF $LENGTH(param,"^")>2 SET ^MEVREG(dfn,1)=$$PLAIN^MEVCODE($PIECE(param,"^",7),$CHAR(13,10))
  DO CHANGED^MEVSET(dfn,"VAST")
  QUIT
  ;
@@ -47,6 +49,6 @@ ENTRY(node) ; The node with the saved dates and manager; empty after a refusal. 
  IF bad'="" DO NO^MEVSET(bad_" is not a date.") QUIT ""
  IF manager'="",'$$EXISTS^MEVDD(200,manager) DO NO^MEVSET("The case manager is not known.") QUIT ""
  IF $LENGTH(param,"^")>7 DO NO^MEVSET("The comment cannot hold a ""^"".") QUIT ""
- IF $LENGTH($PIECE(param,"^",7))>4000 DO NO^MEVSET("The comment is longer than 4,000 characters.") QUIT ""
+ IF $$CHARACTERS^MEVCODE($PIECE(param,"^",7))>4000 DO NO^MEVSET("The comment is longer than 4,000 characters.") QUIT ""
  SET:manager'="" $PIECE(node,"^",6)=manager
  QUIT node

@@ -50,6 +50,7 @@ ISDATE(text) ; A FileMan date of the calendar, a time may follow
  IF text'?7N.1(1".".6N) QUIT 0
  IF $$PARSE($$SLASHED(text))'=(text\1) QUIT 0
  SET time=$EXTRACT($PIECE(text,".",2)_"000000",1,6)
+ IF time>240000 QUIT 0
  QUIT $EXTRACT(time,1,2)<25&($EXTRACT(time,3,4)<60)&($EXTRACT(time,5,6)<60)
  ;
 INVERSE(date) ; Sorts the latest first

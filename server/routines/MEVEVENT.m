@@ -61,11 +61,12 @@ TELL(number) ; Queues for one session; SIGNAL wakes it, after the transaction
  QUIT
  ;
 SIGNAL ; Wakes the sessions that something was queued for. A dead session's process number may long be another program's.
- NEW ignored,number
+ NEW ignored,number,process
  SET number=""
  FOR  SET number=$ORDER(signals(number)) QUIT:number=""  DO
  . IF number=$GET(session) SET wake=1 QUIT
- . IF $$ALIVE(number) SET ignored=$ZSIGPROC(+$GET(^MEVSES(number)),10)
+ . SET process=+$GET(^MEVSES(number))
+ . IF process>0,$$ALIVE(number) SET ignored=$ZSIGPROC(process,10)
  KILL signals
  QUIT
  ;

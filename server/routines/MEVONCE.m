@@ -5,19 +5,20 @@ MEVONCE ; Calls that change data: one transaction each, done once, kept in the a
  ; ^MEVAUD(audit)=when ^ user ^ call ^ "1" or the error number   ^MEVAUD(audit,"CALL")=parameter
  ; ^MEVAUD(audit,"BEFORE",global,entry)=the entry as it was before
  ;
-ONCE(number,name,entry) ; Carries out entry from the table of calls; a repeated number is answered from memory
+ONCE(number,name,entry) ; Carries out entry from the table of calls; a repeated number is answered from memory.
+ ; Sets reply, or failure; with a failure filed says whether the change was made nevertheless.
  NEW audit
+ IF $DATA(^MEVDONE(token,number)) DO RECALL QUIT
  IF '$$JOURNALED SET failure="The server cannot save: its disk is full." QUIT
  TSTART ():SERIAL
  KILL reply,signals
  SET reply=""
- IF $DATA(^MEVDONE(token,number)) DO RECALL TCOMMIT  QUIT
  SET audit=$INCREMENT(^MEVAUD)
  DO @entry ; from the table of calls, never from a client
  DO REMEMBER
  TCOMMIT
  DO SIGNAL^MEVEVENT
- IF '$$JOURNALED SET failure="The change was made, but cannot be kept safe: the server's disk is full."
+ IF '$$JOURNALED SET failure="The change was made, but cannot be kept safe: the server's disk is full.",filed=1
  QUIT
  ;
 RECALL ; The reply of the first time. Another user's or another call's number is no repetition.
@@ -41,7 +42,7 @@ REMEMBER ; Keeps the reply and who, when, what; of a session the last 50 replies
 FORGET ; Drops what is remembered of sessions whose last change is more than two days ago
  NEW name
  SET name=""
- FOR  SET name=$ORDER(^MEVDONE(name)) QUIT:name=""  IF name'=token,^MEVDONE(name)<($HOROLOG-2) KILL ^MEVDONE(name)
+ FOR  SET name=$ORDER(^MEVDONE(name)) QUIT:name=""  IF name'=token,$GET(^MEVDONE(name))<($HOROLOG-2) KILL ^MEVDONE(name)
  QUIT
  ;
 JOURNALED() ; What is saved is in the journal, so that it outlives a crash. The engine closes the journal when the disk is full,

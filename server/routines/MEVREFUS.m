@@ -32,14 +32,14 @@ REFLIST ; Call: a type of which there is one item only; the item's number
  ;
 SET ; Call: record ^ type ^ item ^ patient ^ date ^ comment
  NEW bad,comment,date,dfn,ien,item,node,type
- SET ien=$PIECE(param,"^"),type=$$TYPE($PIECE(param,"^",2)),item=$PIECE(param,"^",3),dfn=$PIECE(param,"^",4),comment=$PIECE(param,"^",6)
+ SET ien=$PIECE(param,"^"),type=$$TYPE($PIECE(param,"^",2)),item=$PIECE(param,"^",3),dfn=$PIECE(param,"^",4),comment=$$PLAIN^MEVCODE($PIECE(param,"^",6),"")
  SET bad="",date=$$PARSE^MEVDATE($PIECE(param,"^",5))\1
  IF '$$KNOWN^MEVHOST(dfn) SET reply=$$NOPATIENT^MEVHOST(dfn) QUIT
  IF type="" DO NO^MEVSET("The refusal's type is not known.") QUIT
  IF '$$EXISTS^MEVDD($PIECE(type,";",2),item) DO NO^MEVSET("The refused item is not known.") QUIT
  IF 'date DO NO^MEVSET("The refusal's date is not a date.") QUIT
  IF date>$$TODAY^MEVDATE DO NO^MEVSET("The refusal cannot be in the future.") QUIT
- IF $LENGTH(comment)=1!($LENGTH(comment)>800) DO NO^MEVSET("The comment is too short or too long.") QUIT
+ IF $LENGTH(comment)=1!($$CHARACTERS^MEVCODE(comment)>200) DO NO^MEVSET("The comment is too short or too long.") QUIT
  SET ien=$$TARGET(ien,dfn)
  QUIT:ien=""
  SET node=dfn_"^"_date_"^^"_$PIECE(type,";")_"^"_item_"^"_$$NAME^MEVDD($PIECE(type,";",2),item)

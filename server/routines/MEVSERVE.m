@@ -83,9 +83,11 @@ REQUEST(body) ; Number, name and parameter, parted by line feeds
  QUIT
  ;
 CALL(number,name) ; Carries a call out and answers it. The answer is sent outside the call's trap: half a frame cannot be mended.
- NEW failure,reply
- SET failure="",reply=""
+ NEW failure,filed,reply
+ SET failure="",filed=0,reply=""
  DO TRY(number,name)
+ ; A save that was not made is refused like one with a bad value, so that the client keeps what was entered.
+ IF failure'="",'filed,$PIECE(calls(name),";",2)["W" KILL reply SET reply="-1^"_$TRANSLATE(failure,"^"," "),failure=""
  IF failure'="" DO FAILED(number,failure) QUIT
  DO ANSWER(number)
  QUIT

@@ -26,7 +26,7 @@ VAST ; Call: record ^ visit ^ severity's code ^ FEV 1 ^ FEF 25-75 ^ PEF ^ smoke 
  SET reply=$$REFUSED^MEVMAY("VAST"),severity=$PIECE(param,"^",3),bad=""
  QUIT:reply'=""
  IF severity'="",$$TEXT^MEVCODE("SEVERITY",severity)="" DO NO^MEVSET("The severity is not known.") QUIT
- FOR index=4:1:6 SET text=$PIECE(param,"^",index) IF text'="",'$$LUNG(index,text) SET bad=$EXTRACT(text,1,20)
+ FOR index=4:1:6 SET text=$TRANSLATE($PIECE(param,"^",index)," +"),$PIECE(param,"^",index)=text IF text'="",'$$LUNG(index,text) SET bad=$EXTRACT(text,1,20)
  IF bad'="" DO NO^MEVSET("The lung function value "_bad_" is not possible.") QUIT
  SET pieces=severity_"^"_$PIECE(param,"^",4,6)
  FOR index=7:1:10 DO  QUIT:bad'=""
@@ -62,11 +62,13 @@ VER ; Call: record ^ visit ^ urgency ^ entered by ^ arrival ^ other ^ notified ^
  . SET text=$PIECE(param,"^",index),set=$PIECE("^^URGENCY^ENTERED^ARRIVAL^^NOTIFIED^^DISPOSITION","^",index)
  . IF text'="",$$TEXT^MEVCODE(set,text)="" SET bad="The code "_$EXTRACT(text,1,20)_" is not known."
  FOR index=11,12 SET text=$PIECE(param,"^",index) IF text'="",'$$ISDATE^MEVDATE(text) SET bad="The departure "_$EXTRACT(text,1,20)_" is not a date."
- FOR index=6,8,10,13 IF $LENGTH($PIECE(param,"^",index))>200 SET bad="A text is longer than 200 characters."
+ SET param=$$PLAIN^MEVCODE(param,"")
+ FOR index=6,8,10,13 IF $$CHARACTERS^MEVCODE($PIECE(param,"^",index))>200 SET bad="A text is longer than 200 characters."
  SET text=$$TRANSFER($PIECE(param,"^",14)) IF text="BAD" SET bad="The place of the transfer is not known."
  IF bad'="" DO NO^MEVSET(bad) QUIT
- SET pieces=$PIECE(param,"^",3)_"^"_$PIECE(param,"^",5,6)_"^"_$PIECE(param,"^",4)_"^"_$PIECE(param,"^",8)_"^"_$PIECE(param,"^",7)
- DO STORE("VER",pieces_"^"_$PIECE(param,"^",9,13)_"^"_text)
+ SET pieces=$PIECE(param,"^",3)_"^"_$PIECE(param,"^",5)_"^"_$PIECE(param,"^",6)_"^"_$PIECE(param,"^",4)_"^"_$PIECE(param,"^",8)_"^"_$PIECE(param,"^",7)
+ FOR index=9:1:13 SET pieces=pieces_"^"_$PIECE(param,"^",index)
+ DO STORE("VER",pieces_"^"_text)
  QUIT
  ;
 TRANSFER(pointer) ; entry;root of VEN.`7 or LOC.`7; empty for none; "BAD"

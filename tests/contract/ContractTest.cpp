@@ -28,6 +28,35 @@ Text searchOf(const LookupTable& table)
     return Text(table.file) + L"^^^^250^" + Text(table.index) + L"^" + Text(table.screen) + L"^^" + Text(table.fields);
 }
 
+// What a save refuses, with visit 1 of patient 1.
+struct BadSave {
+    TextView call;
+    TextView parameter;
+    TextView message;
+};
+constexpr BadSave BadSaves[] = {
+    { L"MEVVELD SET", L"^1^Often^^^^^^^^^^^^^", L"The answer Often is not known." },
+    { L"MEVVELD SET", L"^1^^^^^^^^^^^^^Independent^", L"The answer Independent is not known." },
+    { L"MEVVELD SET", L"^99999999^^^^^^^^^^^^^^", L"The visit 99999999 does not exist." },
+    { L"MEVVELD SET", L"99999999^1^^^^^^^^^^^^^^", L"The record 99999999 does not exist any more." },
+    { L"MEVVAST SET", L"^1^5^^^^^^^", L"The severity is not known." },
+    { L"MEVVAST SET", L"^1^^151^^^^^^", L"The lung function value 151 is not possible." },
+    { L"MEVVAST SET", L"^1^^^^99^^^^", L"The lung function value 99 is not possible." },
+    { L"MEVVAST SET", L"^1^^^^^Maybe^^^", L"The answer Maybe is not Yes or No." },
+    { L"MEVVTXC SET", L"^1^X^01/02/2026^1", L"The type of contract is not known." },
+    { L"MEVVTXC SET", L"^1^P^02/30/2026^1", L"The date initiated is not a date." },
+    { L"MEVVTXC SET", L"^1^P^01/02/2099^1", L"The contract cannot begin in the future." },
+    { L"MEVVTXC SET", L"^1^P^01/02/2026^99999", L"The provider is not known." },
+    { L"MEVVER SET", L"^1^e^^^^^^^^^^", L"The code e is not known." },
+    { L"MEVVER SET", L"^1^^^^^^^^^3260230.08^^", L"The departure 3260230.08 is not a date." },
+    { L"MEVVER SET", L"^1^^^^^^^^^^^^LOC.`99999", L"The place of the transfer is not known." },
+    { L"MEVREF SET", L"^TATTOO^1^1^01/02/2026^", L"The refusal's type is not known." },
+    { L"MEVREF SET", L"^EXAM^99999^1^01/02/2026^", L"The refused item is not known." },
+    { L"MEVREF SET", L"^EXAM^1^1^01/02/2099^", L"The refusal cannot be in the future." },
+    { L"MEVREF SET", L"^EXAM^1^1^^", L"The refusal's date is not a date." },
+    { L"MEVREF SET", L"3^EXAM^1^1^01/02/2026^", L"The refusal belongs to another patient." },
+};
+
 // Patient 1 is a pregnant woman, 5 an infant, 13 has refusals of every kind, 14 has nothing.
 class ScriptedBackend : public Backend {
 public:
@@ -59,6 +88,25 @@ public:
         s.reply(L"MEVVIF SET", L"99999999^8^1", L"-1^The record 99999999 does not exist any more.");
         for (const TextView call : { L"MEVVIF DEL", L"MEVVELD DEL", L"MEVVAST DEL", L"MEVVTXC DEL", L"MEVREF DEL" })
             s.reply(call, L"99999999", L"-1^The record 99999999 does not exist any more.");
+        s.reply(L"MEVVELD GET", L"^1", L"1^^3261121.0815|1^INDEPENDENT^^^^^^^^^^^^SAME^NO\r\n");
+        s.reply(L"MEVVAST GET", L"^1", L"1^^3261121.0815|1^MILD INTERMITTENT|1^93^49^420^YES^YES^NO^YES\r\n");
+        s.reply(L"MEVVTXC GET", L"^1", L"1^^11/21/2026@08:15|1^MENTAL HEALTH|M^11/21/2026^OAKHURST,KATHERINE J|15\r\n");
+        s.reply(L"MEVVER GET", L"^1",
+            L"1^^3261120.2245|542^NON-EMERGENT|N^POV|POV^^WHEEL CHAIR|W^Patient^RELATIVE|R^DISCHARGED|D^^11/20/"
+            L"2026@22:45^^Stable^\r\n");
+        for (const TextView call : { L"MEVVELD GET", L"MEVVAST GET", L"MEVVTXC GET", L"MEVVER GET" })
+            s.reply(call, L"^99999999", L"-1^The record 99999999 does not exist any more.");
+        s.reply(L"MEVREF GET", L"13^3", L"3^^^EKG^1^ELECTROCARDIOGRAM^^^3261106^^^Said no\r\n");
+        s.reply(L"MEVREF GET", L"14^3", L"-1^The refusal 3 does not exist any more.");
+        s.reply(L"MEVVAST GETREG", L"11", L"11^ACTIVE|A^10/12/2026^01/10/2027^12/12/2026^WHITCOMB,YOLANDA D|46");
+        s.reply(L"MEVVAST GETNOTE", L"11", L"Spacer technique checked.\r\nCall before the pollen season.\r\n");
+        for (const TextView call : { L"MEVVAST GETREG", L"MEVVAST GETNOTE" })
+            s.reply(call, L"999999", L"-1^There is no patient 999999.");
+        for (const TextView type : { L"EKG", L"PAP Smear", L"Mammogram" })
+            s.reply(L"MEVREF REFLIST", type, L"1");
+        s.reply(L"MEVREF REFLIST", L"Lab", L"-1^There is no single item of this type.");
+        for (const BadSave& save : BadSaves)
+            s.reply(save.call, save.parameter, L"-1^" + Text(save.message));
         s.reply(L"MEVUTL DICLKUP", L"2^HARTLEY^^^250^^^^.01;.02;.03;.09",
             L"1^HARTLEY,MARIGOLD ROSE^HARTLEY,MARIGOLD ROSE^F^08/13/1997\r\n");
         s.reply(L"MEVUTL DICLKUP", L"2^^^^250^^K ^MEVPAT^^.01", L"-1^This screen is not known.");
@@ -255,6 +303,53 @@ TEST_P(Contract, SavesThatDoNotFitAreRefusedInWords)
              { L"MEVVIF SET", L"^8^9", L"The feeding choice is not known." },
              { L"MEVVIF SET", L"99999999^8^1", L"The record 99999999 does not exist any more." } })
         EXPECT_EQ(call(c.name, c.parameter), L"-1^" + Text(c.message));
+}
+
+TEST_P(Contract, OneRecordIsReadByItsNumber)
+{
+    const std::pair<TextView, std::size_t> records[] = { { L"MEVVELD GET", 17 }, { L"MEVVAST GET", 11 },
+        { L"MEVVTXC GET", 6 }, { L"MEVVER GET", 15 } };
+    for (const auto& [name, pieces] : records) {
+        const auto lines = list(name, L"^1");
+        ASSERT_EQ(lines.size(), 1u) << narrow(name);
+        EXPECT_EQ(lines[0].size(), pieces) << narrow(name);
+        EXPECT_EQ(lines[0][0], L"1");
+        EXPECT_EQ(call(name, L"^99999999"), L"-1^The record 99999999 does not exist any more.");
+    }
+    const auto emergency = list(L"MEVVER GET", L"^1")[0];
+    for (const std::size_t coded : { 3, 4, 6, 8, 9 })
+        EXPECT_TRUE(matches(emergency[coded], L".+\\|[A-Z1]+")) << narrow(emergency[coded]);
+    EXPECT_NE(fmDateToDisplay(emergency[11]), L"");
+    EXPECT_EQ(list(L"MEVREF GET", L"13^3")[0][0], L"3");
+    EXPECT_EQ(call(L"MEVREF GET", L"14^3"), L"-1^The refusal 3 does not exist any more."); // another patient's
+}
+
+TEST_P(Contract, AsthmaRegistry)
+{
+    const auto pieces = SplitPieces(call(L"MEVVAST GETREG", L"11"), L"^", 0);
+    ASSERT_EQ(pieces.size(), 6u);
+    EXPECT_EQ(pieces[1], L"ACTIVE|A");
+    for (const std::size_t date : { 2, 3, 4 })
+        EXPECT_TRUE(isDate(pieces[date])) << narrow(pieces[date]);
+    EXPECT_TRUE(matches(pieces[5], L".+,.+\\|\\d+"));
+    EXPECT_EQ(list(L"MEVVAST GETNOTE", L"11").size(), 2u);
+    EXPECT_EQ(call(L"MEVVAST GETREG", L"14"), L""); // outside the registry
+    EXPECT_EQ(call(L"MEVVAST GETNOTE", L"14"), L"");
+    for (const TextView name : { L"MEVVAST GETREG", L"MEVVAST GETNOTE" })
+        EXPECT_EQ(call(name, L"999999"), L"-1^There is no patient 999999.");
+}
+
+TEST_P(Contract, OnlyItemsOfRefusals)
+{
+    for (const TextView type : { L"EKG", L"PAP Smear", L"Mammogram" })
+        EXPECT_TRUE(matches(call(L"MEVREF REFLIST", type), L"\\d+"));
+    EXPECT_EQ(modShared::RpcErrorCode(call(L"MEVREF REFLIST", L"Lab")), 1);
+}
+
+TEST_P(Contract, BadValuesAreRefused)
+{
+    for (const BadSave& save : BadSaves)
+        EXPECT_EQ(call(save.call, save.parameter), L"-1^" + Text(save.message)) << narrow(save.parameter);
 }
 
 TEST_P(Contract, DeletingWhatIsGoneIsRefused)

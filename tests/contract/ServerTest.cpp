@@ -1,8 +1,7 @@
 // The real server by itself: what the panel lists from it, what it survives.
 #include "control/GridLoader.h"
 #include "control/kalmevRepHistCtrl.h"
-#include "tests/support/RealServer.h"
-#include "tests/support/ScriptedHost.h"
+#include "tests/support/RealPanel.h"
 
 #include <QElapsedTimer>
 #include <QTest>
@@ -17,38 +16,11 @@ namespace {
 // Lists a patient's records with the real panel logic over a session.
 Transcript listed(HostSession& session, long number, TextView sex, TextView age)
 {
-    class RealHost : public Host {
-    public:
-        explicit RealHost(HostSession& session)
-            : m_session(std::shared_ptr<Session>(&session, [](Session*) {}))
-        {
-        }
-        std::unique_ptr<HostManager> createManager() override
-        {
-            struct Manager : HostManager {
-                std::shared_ptr<Session> kept;
-                std::shared_ptr<Session> session() override { return kept; }
-            };
-            auto manager = std::make_unique<Manager>();
-            manager->kept = m_session;
-            return manager;
-        }
-
-    private:
-        std::shared_ptr<Session> m_session;
-    } host(session);
-
-    ScriptedHost objects;
-    objects.patient->patientNumber = number;
-    objects.patient->patientSex = sex;
-    objects.patient->patientAge = age;
-    for (const auto& [progId, object] : objects.session->objects)
-        session.setObject(progId, object);
-    modShared shared(objects.desktop);
-    kalmevRepHistCtrl control(shared, host);
+    RealPanel panel(session, number, sex, age);
+    kalmevRepHistCtrl control(panel.shared, panel);
     control.UserControl_Initialize();
     control.UserControl_Show();
-    Transcript rows = objects.boxes();
+    Transcript rows = panel.objects.boxes();
     for (int row = 0; row < control.fgData.rowCount(); ++row)
         rows.push_back(Text(control.fgData.text(row, GridColumn::Label)) + L": "
             + Text(control.fgData.text(row, GridColumn::Summary)));
@@ -184,7 +156,7 @@ TEST(Server, RepeatedSaveIsAnsweredFromMemory)
     // The same call of the same session in another process: answered as before, not done again.
     EXPECT_TRUE(exchange("7", "2").endsWith(framed("R7\n1") + framed("R99\n0")));
     // Its number with another parameter is no repetition.
-    EXPECT_TRUE(exchange("7", "1").endsWith(framed("F7\nRequest 7 was another call.") + framed("R99\n0")));
+    EXPECT_TRUE(exchange("7", "1").endsWith(framed("R7\n-1^Request 7 was another call.") + framed("R99\n0")));
 }
 
 TEST(Server, SaveRaisesThePatientsEventInEverySession)
@@ -214,7 +186,10 @@ TEST(Server, RightsAreAskedAgainAtEverySave)
     const std::tuple<TextView, TextView, TextView> cases[] = { { L"BARE,JUNO", L"MEVVIF DEL", L"1" },
         { L"PACT,MILO", L"MEVBMSR SET", L"6^^^^^^" }, { L"GLASS,VIOLA", L"MEVREP SET", L"1^G0P0LC0SA0TA0^^^" },
         { L"HALTON,PIERS", L"MEVREP SET", L"1^G0P0LC0SA0TA0^^^" }, { L"NEWCOMB,TESSA", L"MEVREP DEL", L"1" },
-        { L"BRIGHTWATER,NELL", L"MEVVAST DEL", L"1" } };
+        { L"BRIGHTWATER,NELL", L"MEVVAST DEL", L"1" }, { L"BARE,JUNO", L"MEVVELD SET", L"^1^^^^^^^^^^^^^^" },
+        { L"BARE,JUNO", L"MEVVAST SET", L"^1^^^^^^^^" }, { L"BARE,JUNO", L"MEVVTXC SET", L"^1^P^01/02/2026^1" },
+        { L"BARE,JUNO", L"MEVVER SET", L"^1^^^^^^^^^^^" }, { L"BARE,JUNO", L"MEVVER DEL", L"1" },
+        { L"SORREL,ADA", L"MEVVAST SETREG", L"12^A" }, { L"BARE,JUNO", L"MEVVAST SETREG", L"11^I" } };
     for (const auto& [user, name, parameter] : cases) {
         RealSession real(sharedDataFolder(), Text(user));
         EXPECT_EQ(modShared::RpcErrorCode(real.session.callText(name, parameter)), 1) << narrow(user);

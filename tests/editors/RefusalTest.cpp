@@ -150,6 +150,7 @@ TEST_F(Refusals, Dates)
         EXPECT_EQ(form.datRefused.value(), L"03/15/2026");
     }
     enterDate(form.datRefused, L"03/15/2026 23:59"); // later today is today
+    EXPECT_EQ(form.datRefused.value(), L"03/15/2026");
     enterDate(form.datRefused, L"T-4000");
     EXPECT_EQ(host.boxes(),
         (Transcript {

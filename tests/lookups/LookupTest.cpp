@@ -177,7 +177,9 @@ TEST_F(Lookup, VaccinesWithALotNumber)
     EXPECT_EQ(vaccines.m_sName, L"INFLUENZA");
     const Text all = L"list MEVUTL DICLKUP(9999999.14^^^^250^^.07'=1^^.01;1.14)";
     EXPECT_EQ(host.calls(),
-        (Transcript { all, L"list MEVUTL DICLKUP(9999999.14^^^^250^^I $D(~AUTTIML(\"C\",Y)),$P($G(~AUTTIMM(Y,0)),U,7)'=1^^.01;1.14)", all }));
+        (Transcript { all,
+            L"list MEVUTL DICLKUP(9999999.14^^^^250^^I $D(~AUTTIML(\"C\",Y)),$P($G(~AUTTIMM(Y,0)),U,7)'=1^^.01;1.14)",
+            all }));
 }
 
 TEST_F(Lookup, GarbledRepliesAndToolTips)

@@ -1,0 +1,263 @@
+// The editors on the real server: what one form saves, the next one shows.
+#include "control/GridLoader.h"
+#include "control/kalmevRepHistCtrl.h"
+#include "editors/frmAsthma.h"
+#include "editors/frmAsthmaReg.h"
+#include "editors/frmER.h"
+#include "editors/frmElder.h"
+#include "editors/frmRefusal.h"
+#include "editors/frmTxc.h"
+#include "platform/Conversions.h"
+#include "tests/support/RealPanel.h"
+
+#include <gtest/gtest.h>
+
+namespace health::test {
+namespace {
+
+// Patient 2 is a man with an adult's records, 4 has a visit and none of these.
+class RoundTrip : public testing::Test {
+protected:
+    explicit RoundTrip(const Text& user = L"SORREL,ADA", long patient = 2)
+        : real(sharedDataFolder(), user)
+        , panel(real.session, patient, L"M", L"47")
+        , visit(Piece(real.session.callList(L"MEVHOST VISITS", std::to_wstring(patient)), L"^", 1))
+    {
+        panel.shared.InitObjects(panel, false);
+        panel.objects.transcript.clear();
+    }
+    ~RoundTrip() override { panel.shared.ReleaseObjects(); }
+
+    template<typename Editor>
+    struct Opened {
+        Opened(RoundTrip& test, const Text& record)
+            : form(test.panel.shared)
+        {
+            if constexpr (requires { form.m_sVisit; }) {
+                form.m_sVisit = test.visit;
+                form.m_sIEN = record;
+            } else {
+                form.m_sRefusalIen = record;
+            }
+            form.load();
+            form.open();
+            form.Form_Activate();
+        }
+        Editor* operator->() { return &form; }
+        Editor form;
+    };
+
+    // The newest record of a kind.
+    Text newest(TextView call)
+    {
+        long long newest = 0;
+        const Text reply = real.session.callList(call, std::to_wstring(panel.objects.patient->patientNumber));
+        for (const TextView line : replyLines(reply))
+            newest = std::max(newest, roundToWhole(leadingNumber(line)));
+        return wholeText(newest);
+    }
+
+    void pick(Form& form, TextBox& field, TextView text, Control& next)
+    {
+        form.moveFocus(field);
+        field.edit(text);
+        form.moveFocus(next);
+    }
+
+    Transcript boxes() { return panel.objects.boxes(); }
+
+    RealSession real;
+    RealPanel panel;
+    Text visit;
+};
+
+TEST_F(RoundTrip, FunctionalStatus)
+{
+    {
+        Opened<frmElder> form(*this, L"");
+        for (std::size_t i = 0; i < form->cbo.size(); ++i)
+            form->cbo[i].choose(static_cast<int>(i) % form->cbo[i].count());
+        form->cbo[7].choose(-1);
+        form->press(form->cmdAdd);
+        ASSERT_FALSE(form->isOpen());
+    }
+    const Text record = newest(L"MEVVELD GET");
+    Opened<frmElder> form(*this, record);
+    for (std::size_t i = 0; i < form->cbo.size(); ++i)
+        EXPECT_EQ(form->cbo[i].listIndex(), i == 7 ? -1 : static_cast<int>(i) % form->cbo[i].count()) << i;
+    form->press(form->cmdAdd); // saved again as it is: the same record
+    EXPECT_EQ(newest(L"MEVVELD GET"), record);
+    EXPECT_TRUE(boxes().empty());
+}
+
+TEST_F(RoundTrip, TreatmentContract)
+{
+    {
+        Opened<frmTxc> form(*this, L"");
+        form->opt[1].click();
+        pick(form.form, form->txtPrv, L"", form->datInit); // the scripted user is none of the server's
+        pick(form.form, form->txtPrv, L"SORREL", form->datInit);
+        form->datInit.enter(L"T-30", panel.objects.desktop.today);
+        form->press(form->cmdAdd);
+        ASSERT_FALSE(form->isOpen());
+    }
+    Opened<frmTxc> form(*this, newest(L"MEVVTXC GET"));
+    EXPECT_TRUE(form->opt[1].isChosen());
+    EXPECT_EQ(form->datInit.value(), dateText(panel.objects.desktop.today - std::chrono::days { 30 }));
+    EXPECT_EQ(form->txtPrv.text(), L"SORREL,ADA");
+    EXPECT_TRUE(boxes().empty());
+}
+
+TEST_F(RoundTrip, EmergencyVisit)
+{
+    const auto saveAndReopen = [&](const Text& record, auto&& change) {
+        Opened<frmER> form(*this, record);
+        change(form.form);
+        form->press(form->cmdOK);
+        EXPECT_FALSE(form->isOpen());
+        return newest(L"MEVVER GET");
+    };
+    const Text record = saveAndReopen(L"", [&](frmER& form) {
+        form.opt[2].click();
+        form.optArrival[6].click();
+        form.txtOther.edit(L"By ^canoe");
+        form.optEntered[3].click();
+        form.txtInformant.edit(L"His neighbour");
+        form.optNotified[2].click();
+        form.optDisch[2].click();
+        form.optTransfer[1].click();
+        pick(form, form.txtLoc, L"WILLOW", form.txtCond);
+        form.datDepart.enter(L"T-1@14:30", panel.objects.desktop.today);
+        form.txtCond.edit(L"Stable, awake");
+    });
+    {
+        Opened<frmER> form(*this, record);
+        EXPECT_TRUE(form->opt[2].isChosen() && form->optArrival[6].isChosen() && form->optEntered[3].isChosen());
+        EXPECT_TRUE(form->optNotified[2].isChosen() && form->optDisch[2].isChosen() && form->optTransfer[1].isChosen());
+        EXPECT_EQ(form->txtOther.text() + form->txtInformant.text() + form->txtCond.text(),
+            L"By  canoeHis neighbourStable, awake");
+        EXPECT_EQ(form->txtLoc.text(), L"Willow Creek Health Center");
+        EXPECT_TRUE(form->datDepart.value().ends_with(L" 14:30"));
+    }
+    // Another disposition: the place goes, the departure moves to the other piece and is still shown.
+    EXPECT_EQ(saveAndReopen(record, [](frmER& form) { form.optDisch[3].click(); }), record);
+    Opened<frmER> form(*this, record);
+    EXPECT_TRUE(form->optDisch[3].isChosen());
+    EXPECT_EQ(form->txtLoc.text(), L"");
+    EXPECT_TRUE(form->datDepart.value().ends_with(L" 14:30"));
+    EXPECT_TRUE(boxes().empty());
+    EXPECT_EQ(real.session.callText(L"MEVVER DEL", record), L"1");
+}
+
+TEST_F(RoundTrip, RefusalOfEachType)
+{
+    frmRefusal types(panel.shared);
+    for (int row = 0; row < types.lstRefusals.count(); ++row) {
+        Text name;
+        {
+            Opened<frmRefusal> form(*this, L"");
+            form->moveFocus(form->lstRefusals);
+            form->lstRefusals.click(row);
+            if (form->txtItem.tag().empty())
+                pick(form.form, form->txtItem, L"1", form->datRefused); // by its number
+            name = form->txtItem.text();
+            form->txtRefComment.edit(L"Row " + std::to_wstring(row));
+            form->press(form->cmdOK);
+            ASSERT_FALSE(form->isOpen()) << row;
+        }
+        Opened<frmRefusal> form(*this, newest(L"MEVREF GET"));
+        EXPECT_EQ(form->lstRefusals.listIndex(), row);
+        EXPECT_NE(form->txtItem.text(), L"");
+        EXPECT_EQ(form->txtRefComment.text(), L"Row " + std::to_wstring(row));
+        form->datRefused.enter(L"T-3", panel.objects.desktop.today); // under another date
+        form->press(form->cmdOK);
+        ASSERT_FALSE(form->isOpen()) << row;
+        EXPECT_EQ(real.session.callText(L"MEVREF DEL", form->m_sRefusalIen), L"1");
+    }
+    EXPECT_TRUE(boxes().empty());
+}
+
+class RegistryRoundTrip : public RoundTrip {
+protected:
+    RegistryRoundTrip()
+        : RoundTrip(L"ROLLINS,COLE", 4)
+    {
+        panel.objects.user->keys = { L"MEVZ ASTHMA EDIT", L"QASZMENU" };
+    }
+
+    Text registryStatus() { return Piece(real.session.callText(L"MEVVAST GETREG", L"4"), L"^", 2); }
+
+    // Adds an asthma record and gives its number.
+    Text addRecord()
+    {
+        Opened<frmAsthma> form(*this, L"");
+        form->cboSeverity.choose(2);
+        form->txt[2].edit(L"420");
+        form->cbo[3].choose(0);
+        form->press(form->cmdAdd);
+        return newest(L"MEVVAST GET");
+    }
+};
+
+TEST_F(RegistryRoundTrip, ActivateEditInactivateDelete)
+{
+    EXPECT_EQ(registryStatus(), L"");
+    const Text record = addRecord();
+    {
+        Opened<frmAsthma> form(*this, record);
+        EXPECT_EQ(form->cboSeverity.text() + form->txt[2].text() + form->cbo[3].text(), L"Moderate Persistent420Yes");
+        EXPECT_EQ(form->lblStatus.caption(), L"Not in Registry");
+        form->m_bRegKey = true;
+        panel.objects.desktop.answers = { BoxAnswer::Yes };
+        panel.objects.desktop.inForms = { [&](Form& opened) {
+            auto& editor = dynamic_cast<frmAsthmaReg&>(opened);
+            EXPECT_EQ(editor.lblStatus.caption(), L"Active");
+            editor.dat[0].enter(L"T-10", panel.objects.desktop.today);
+            editor.dat[2].enter(L"T+1M", panel.objects.desktop.today);
+            pick(editor, editor.txtPrv, L"Sorrel, Ada", editor.txtComments); // as the form shows a name
+            editor.txtComments.edit(L"-2 days\r\nsecond ^line");
+            editor.press(editor.cmdAdd);
+            EXPECT_FALSE(editor.isOpen());
+        } };
+        form->press(form->cmdActivate);
+        EXPECT_EQ(registryStatus(), L"ACTIVE|A");
+        EXPECT_EQ(form->lblStatus.caption() + form->cmdActivate.caption(), L"Active&Inactivate");
+        EXPECT_EQ(form->fg.text(0, 1), dateText(panel.objects.desktop.today - std::chrono::days { 10 }));
+        EXPECT_EQ(form->fg.text(3, 1), L"Sorrel, Ada");
+        EXPECT_EQ(form->fg.text(4, 1), L"\u20132 days\r\nsecond  line"); // no error code
+        // An untouched entry is saved as it is: the manager stays though the form knows no number.
+        panel.objects.desktop.inForms = { [&](Form& opened) {
+            auto& editor = dynamic_cast<frmAsthmaReg&>(opened);
+            EXPECT_EQ(editor.txtComments.text(), L"\u20132 days second  line");
+            editor.press(editor.cmdAdd);
+        } };
+        form->press(form->cmdEditReg);
+        EXPECT_EQ(form->fg.text(3, 1), L"Sorrel, Ada");
+        panel.objects.desktop.answers = { BoxAnswer::Yes };
+        form->press(form->cmdActivate);
+        EXPECT_EQ(registryStatus(), L"INACTIVE|I");
+        form->press(form->cmdCancel);
+    }
+    EXPECT_EQ(real.session.callText(L"MEVVAST SETREG", L"4^A"), L"1");
+
+    kalmevRepHistCtrl control(panel.shared, panel);
+    control.UserControl_Initialize();
+    control.UserControl_Show();
+    const auto deleteAnswering = [&](BoxAnswer aboutTheRegistry) {
+        control.LoadGrid();
+        ASSERT_EQ(control.fgData.rowCount(), 1);
+        control.fgData.choose(0);
+        panel.objects.desktop.answers = { BoxAnswer::Yes, aboutTheRegistry };
+        control.cmd[kalmevRepHistCtrl::Delete].click();
+        control.LoadGrid();
+        EXPECT_EQ(control.fgData.rowCount(), 0);
+    };
+    deleteAnswering(BoxAnswer::No);
+    EXPECT_EQ(registryStatus(), L"ACTIVE|A");
+    addRecord();
+    deleteAnswering(BoxAnswer::Yes);
+    EXPECT_EQ(registryStatus(), L"INACTIVE|I");
+}
+
+}
+}
