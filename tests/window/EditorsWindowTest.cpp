@@ -1,0 +1,107 @@
+// The remaining editors by keys alone, from the panel's list to the server and back.
+#include "tests/window/HostWindowFixture.h"
+
+namespace health::test {
+namespace {
+
+class EditorsWindow : public HostWindow {
+protected:
+    using HostWindow::HostWindow;
+
+    QString reply(TextView call, TextView parameter)
+    {
+        return QString::fromStdWString(window->context().session().callText(call, parameter));
+    }
+};
+
+TEST_F(EditorsWindow, FunctionalStatusIsViewedAndEdited)
+{
+    ASSERT_TRUE(window->context().selectPatient(10));
+    selectRow(0);
+    pressKeysInDialogs({ QStringLiteral("key Return"), QStringLiteral("key alt+e"),
+        QStringLiteral("key t Tab Tab Delete"), // the first list's choice; the third's is taken back
+        QStringLiteral("key alt+o") });
+    ASSERT_TRUE(waitForKeys());
+    EXPECT_TRUE(waitUntil([&] { return summary(0).contains(QStringLiteral("Toileting=Totally Dependent")); }))
+        << summary(0).toStdString();
+    EXPECT_FALSE(summary(0).contains(QStringLiteral("Dressing")));
+    EXPECT_EQ(grid()->currentIndex().row(), 0);
+}
+
+TEST_F(EditorsWindow, ContractIsAdded)
+{
+    ASSERT_TRUE(window->context().selectPatient(2));
+    selectLatestVisit();
+    chooseType(QStringLiteral("Treatment Contract"));
+    const int rows = grid()->model()->rowCount();
+    pressKeysInDialogs({ QStringLiteral("key alt+a"), QStringLiteral("key space Down"), QStringLiteral("key Tab"),
+        QStringLiteral("type T-2"), QStringLiteral("key alt+o") });
+    ASSERT_TRUE(waitForKeys());
+    ASSERT_TRUE(waitUntil([&] { return grid()->model()->rowCount() == rows + 1; }));
+    EXPECT_TRUE(window->gridText().contains(QStringLiteral("Type=Mental Health; ")));
+    EXPECT_TRUE(window->gridText().contains(QStringLiteral("Provider=Sorrel,Ada"))) << window->gridText().toStdString();
+}
+
+TEST_F(EditorsWindow, RefusalIsAddedWithItsItem)
+{
+    ASSERT_TRUE(window->context().selectPatient(14));
+    chooseType(QStringLiteral("Refusal"));
+    pressKeysInDialogs({ QStringLiteral("key alt+a"), QStringLiteral("key Down Down space"), // Exam
+        QStringLiteral("key alt+e"), QStringLiteral("type hear"), QStringLiteral("key Tab"),
+        QStringLiteral("key alt+n"), QStringLiteral("type 'Perhaps ^later'"), QStringLiteral("key alt+a") });
+    ASSERT_TRUE(waitForKeys());
+    EXPECT_TRUE(waitUntil([&] { return grid()->model()->rowCount() == 1; }));
+    EXPECT_TRUE(summary(0).endsWith(QStringLiteral(": HEARING EXAM (Exam); Comment=Perhaps  later")))
+        << summary(0).toStdString();
+}
+
+TEST_F(EditorsWindow, EmergencyVisitIsOpenedByTheHost)
+{
+    ASSERT_TRUE(window->context().selectPatient(16));
+    const Text visit = std::to_wstring(selectLatestVisit());
+    const auto records = [&] { return linesOf(window->context().session().callList(L"MEVVER GET", L"16")); };
+    const auto before = records().size();
+    // Urgent; other means: the text field takes the focus; transferred to a facility.
+    pressKeysInDialogs({ QStringLiteral("key space Down"), QStringLiteral("key alt+m space Down Down Down Down Down Down"),
+        QStringLiteral("key Tab"), QStringLiteral("type canoe"), QStringLiteral("key alt+d space Down Down"),
+        QStringLiteral("key alt+f space"), QStringLiteral("key Tab"), QStringLiteral("type willow"),
+        QStringLiteral("key Tab"), QStringLiteral("key alt+c"), QStringLiteral("type Stable"),
+        QStringLiteral("key alt+o") });
+    window->firstPanel()->openRecord(8, L"", visit);
+    ASSERT_TRUE(waitForKeys());
+    const auto after = records();
+    ASSERT_EQ(after.size(), before + 1);
+    const QStringList added = after[0][0].toInt() > after[1][0].toInt() ? after[0] : after[1];
+    EXPECT_EQ(added[3] + u'/' + added[4] + u'/' + added[5] + u'/' + added[9] + u'/' + added[13] + u'/' + added[14],
+        QStringLiteral("URGENT|U/OTHER|O/canoe/TRANSFERRED|T/Stable/WILLOW CREEK HEALTH CENTER|1;AUTTLOC("));
+}
+
+class RegistryWindow : public EditorsWindow {
+protected:
+    RegistryWindow()
+        : EditorsWindow(QStringLiteral("rollins,cole"))
+    {
+    }
+};
+
+TEST_F(RegistryWindow, PatientIsInactivatedAndActivatedAgain)
+{
+    ASSERT_TRUE(window->context().selectPatient(11));
+    selectRow(0);
+    pressKeysInDialogs({ QStringLiteral("key Return"), QStringLiteral("key alt+i"), QStringLiteral("key alt+y") });
+    ASSERT_TRUE(waitUntil([&] {
+        return keys.state() == QProcess::NotRunning && reply(L"MEVVAST GETREG", L"11").contains(u"INACTIVE|I");
+    }));
+    // Active again: the registry's editor opens; its first field after the button is the last visit.
+    pressKeysInDialogs({ QStringLiteral("key alt+a"), QStringLiteral("key alt+y"), QStringLiteral("key alt+v"),
+        QStringLiteral("key ctrl+a"), QStringLiteral("type T"), QStringLiteral("key alt+o"),
+        QStringLiteral("key Escape") });
+    ASSERT_TRUE(waitForKeys());
+    EXPECT_TRUE(
+        reply(L"MEVVAST GETREG", L"11")
+            .startsWith(QStringLiteral("11^ACTIVE|A^") + QDate::currentDate().toString(QStringLiteral("MM/dd/yyyy"))))
+        << reply(L"MEVVAST GETREG", L"11").toStdString();
+}
+
+}
+}

@@ -1,0 +1,137 @@
+// The whole program on a real screen: the host's window, the panel from its library, the real server, real key events.
+#pragma once
+
+#include "host/ComponentLoader.h"
+#include "host/DisplayText.h"
+#include "host/ListPicker.h"
+#include "host/MainWindow.h"
+
+#include <QApplication>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QProcess>
+#include <QPushButton>
+#include <QTableView>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+
+#include <gtest/gtest.h>
+
+namespace health::test {
+// Keys as a keyboard sends them, by way of the X server.
+inline void pressKeys(const QStringList& arguments)
+{
+    ASSERT_EQ(QProcess::execute(QStringLiteral("xdotool"), arguments), 0);
+}
+
+inline bool waitUntil(const std::function<bool()>& holds)
+{
+    for (int i = 0; i < 500 && !holds(); ++i)
+        QTest::qWait(10);
+    return holds();
+}
+
+class HostWindow : public testing::Test {
+protected:
+    explicit HostWindow(const QString& user = QStringLiteral("sorrel,ada"))
+        : user(user)
+    {
+    }
+
+    void SetUp() override
+    {
+        registerComponent(QStringLiteral(PANEL_LIBRARY));
+        Options options;
+        options.user = user;
+        options.dataFolder = folder.filePath(QStringLiteral("data"));
+        options.serverProgram = QStringLiteral(SERVER_PROGRAM);
+        options.timeoutMilliseconds = 60000;
+        window = std::make_unique<MainWindow>(options);
+        ASSERT_TRUE(window->start());
+        window->show();
+        window->activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(window.get()));
+        ASSERT_TRUE(waitUntil([&] { return window->isActiveWindow(); }));
+        // What a window manager does after a dialog; there is none here.
+        QObject::connect(&activation, &QTimer::timeout, window.get(), [this] {
+            QWidget* const modal = QApplication::activeModalWidget();
+            QWidget* const top = modal ? modal : window.get();
+            if (!QApplication::activePopupWidget() && !top->isActiveWindow())
+                top->activateWindow();
+        });
+        activation.start(50);
+    }
+
+    // Opens the patient picker by its key, types, and picks by Enter. The picker is modal: its keys are sent
+    // from a timer.
+    void pickPatient(const QString& text)
+    {
+        QTimer::singleShot(400, [text] {
+            ASSERT_NE(qobject_cast<ListPicker*>(QApplication::activeModalWidget()), nullptr);
+            pressKeys({ QStringLiteral("type"), QStringLiteral("--delay"), QStringLiteral("20"), text });
+            QTimer::singleShot(400, [] { pressKeys({ QStringLiteral("key"), QStringLiteral("Return") }); });
+        });
+        pressKeys({ QStringLiteral("key"), QStringLiteral("ctrl+o") });
+    }
+
+    QTableView* grid() { return window->findChild<QTableView*>(); }
+
+    QString summary(int row) { return grid()->model()->index(row, 1).data().toString(); }
+
+    // Selects a row with the focus in the grid, as a user does before a command.
+    void selectRow(int row)
+    {
+        window->activateWindow();
+        ASSERT_TRUE(waitUntil([&] { return window->isActiveWindow(); }));
+        grid()->setFocus();
+        grid()->setCurrentIndex(grid()->model()->index(row, 0));
+        QTest::qWait(50);
+    }
+
+    // Chooses a type to add and leaves the focus there.
+    void chooseType(const QString& type)
+    {
+        window->activateWindow();
+        ASSERT_TRUE(waitUntil([&] { return window->isActiveWindow(); }));
+        auto* const types = window->findChild<QComboBox*>();
+        const int index = types->findText(type);
+        ASSERT_NE(index, -1) << type.toStdString();
+        types->setFocus();
+        types->setCurrentIndex(index);
+        Q_EMIT types->activated(index);
+        QTest::qWait(50);
+    }
+
+    // Makes the patient's latest visit the active one, and gives its number.
+    long selectLatestVisit()
+    {
+        const Text patient = std::to_wstring(window->context().patient().number);
+        const auto visits = linesOf(window->context().session().callList(L"MEVHOST VISITS", patient));
+        window->context().selectVisit({ visits[0][0].toLong(), visits[0].value(1), visits[0].value(2) });
+        return visits[0][0].toLong();
+    }
+
+    // Presses keys one group after the other while the program's dialogs run; each group has half a second to
+    // take effect.
+    void pressKeysInDialogs(const QStringList& groups)
+    {
+        QString script = QStringLiteral("true");
+        for (const QString& group : groups)
+            script += QStringLiteral("; sleep 0.5; xdotool ") + group;
+        keys.start(QStringLiteral("sh"), { QStringLiteral("-c"), script });
+    }
+
+    bool waitForKeys()
+    {
+        return waitUntil([&] { return keys.state() == QProcess::NotRunning && !QApplication::activeModalWidget(); });
+    }
+
+    QString user;
+    QTemporaryDir folder;
+    std::unique_ptr<MainWindow> window;
+    QProcess keys;
+    QTimer activation;
+};
+
+}
