@@ -343,6 +343,7 @@ DateView::DateView(mevZvDate& date, QtDesktop& desktop)
     layout->setSpacing(0);
     layout->addWidget(m_line);
     layout->addWidget(m_button);
+    setFocusPolicy(Qt::StrongFocus); // or the label's key would pass it over
     setFocusProxy(m_line);
     mirrorCommon(*this, date);
     m_date.setObserver(this);

@@ -62,11 +62,11 @@ TEST_F(EditorsWindow, EmergencyVisitIsOpenedByTheHost)
     const auto records = [&] { return linesOf(window->context().session().callList(L"MEVVER GET", L"16")); };
     const auto before = records().size();
     // Urgent; other means: the text field takes the focus; transferred to a facility.
-    pressKeysInDialogs({ QStringLiteral("key space Down"), QStringLiteral("key alt+m space Down Down Down Down Down Down"),
-        QStringLiteral("key Tab"), QStringLiteral("type canoe"), QStringLiteral("key alt+d space Down Down"),
-        QStringLiteral("key alt+f space"), QStringLiteral("key Tab"), QStringLiteral("type willow"),
-        QStringLiteral("key Tab"), QStringLiteral("key alt+c"), QStringLiteral("type Stable"),
-        QStringLiteral("key alt+o") });
+    pressKeysInDialogs({ QStringLiteral("key space Down"),
+        QStringLiteral("key alt+m space Down Down Down Down Down Down"), QStringLiteral("key Tab"),
+        QStringLiteral("type canoe"), QStringLiteral("key alt+d space Down Down"), QStringLiteral("key alt+f space"),
+        QStringLiteral("key Tab"), QStringLiteral("type willow"), QStringLiteral("key Tab"),
+        QStringLiteral("key alt+c"), QStringLiteral("type Stable"), QStringLiteral("key alt+o") });
     window->firstPanel()->openRecord(8, L"", visit);
     ASSERT_TRUE(waitForKeys());
     const auto after = records();
@@ -88,15 +88,23 @@ TEST_F(RegistryWindow, PatientIsInactivatedAndActivatedAgain)
 {
     ASSERT_TRUE(window->context().selectPatient(11));
     selectRow(0);
-    pressKeysInDialogs({ QStringLiteral("key Return"), QStringLiteral("key alt+i"), QStringLiteral("key alt+y") });
-    ASSERT_TRUE(waitUntil([&] {
-        return keys.state() == QProcess::NotRunning && reply(L"MEVVAST GETREG", L"11").contains(u"INACTIVE|I");
-    }));
-    // Active again: the registry's editor opens; its first field after the button is the last visit.
-    pressKeysInDialogs({ QStringLiteral("key alt+a"), QStringLiteral("key alt+y"), QStringLiteral("key alt+v"),
+    QStringList statuses; // that the server has in turn
+    QTimer watch;
+    QObject::connect(&watch, &QTimer::timeout, window.get(), [&] {
+        if (window->context().session().isInCall())
+            return;
+        const QString status = reply(L"MEVVAST GETREG", L"11").section(u'^', 1, 1);
+        if (statuses.isEmpty() || statuses.last() != status)
+            statuses.append(status);
+    });
+    watch.start(100);
+    // Activating opens the registry's editor; its first date is the last visit.
+    pressKeysInDialogs({ QStringLiteral("key Return"), QStringLiteral("key alt+i"), QStringLiteral("key alt+y"),
+        QStringLiteral("key alt+a"), QStringLiteral("key alt+y"), QStringLiteral("key alt+v"),
         QStringLiteral("key ctrl+a"), QStringLiteral("type T"), QStringLiteral("key alt+o"),
         QStringLiteral("key Escape") });
     ASSERT_TRUE(waitForKeys());
+    EXPECT_EQ(statuses.join(u' ').toStdString(), "ACTIVE|A INACTIVE|I ACTIVE|A");
     EXPECT_TRUE(
         reply(L"MEVVAST GETREG", L"11")
             .startsWith(QStringLiteral("11^ACTIVE|A^") + QDate::currentDate().toString(QStringLiteral("MM/dd/yyyy"))))

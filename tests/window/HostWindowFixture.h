@@ -48,6 +48,7 @@ protected:
         options.serverProgram = QStringLiteral(SERVER_PROGRAM);
         options.timeoutMilliseconds = 60000;
         window = std::make_unique<MainWindow>(options);
+        window->context().session().usesHints = !qEnvironmentVariableIsSet("WITHOUT_HINTS");
         ASSERT_TRUE(window->start());
         window->show();
         window->activateWindow();
