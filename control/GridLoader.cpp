@@ -43,51 +43,61 @@ void appendBirthWeight(Text& text, const LinePieces& pieces)
 
 }
 
-void GridLoader::load()
+// What the patient can have, in the order of the calls.
+std::vector<RecordTypeNumber> GridLoader::types() const
 {
     using enum RecordTypeNumber;
+    std::vector<RecordTypeNumber> types;
     if (m_patient.isFemale())
-        loadReproductive();
-    if (m_patient.isYoungChild()) {
-        loadBirthMeasurements();
-        loadList(InfantFeeding);
-    }
-    for (const auto number : { FunctionalStatus, Asthma, EmergencyRoom, TreatmentContract, Refusal })
-        loadList(number);
-}
-
-void GridLoader::loadReproductive()
-{
-    const RecordType& type = recordType(RecordTypeNumber::Reproductive);
-    const Text reply = m_shared.CallRpc(Text(type.callPrefix) + L" GET", wholeText(m_patient.number) + L"^^1");
-    if (reply.empty() || m_shared.CheckRpcError(reply, L""))
-        return;
-    const LinePieces pieces(reply);
-    m_text = upperCase(pieces[1]);
-    appendFields(m_text, type, pieces);
-    addPatientRow(type, m_text);
-}
-
-void GridLoader::loadBirthMeasurements()
-{
-    const RecordType& type = recordType(RecordTypeNumber::BirthMeasurements);
-    const Text reply = m_shared.CallRpc(Text(type.callPrefix) + L" GET", wholeText(m_patient.number));
-    if (reply.empty() || m_shared.CheckRpcError(reply, L""))
-        return;
-    const LinePieces pieces(reply);
-    m_text.clear();
-    appendBirthWeight(m_text, pieces);
-    appendFields(m_text, type, pieces);
-    addPatientRow(type, m_text);
-}
-
-void GridLoader::loadList(RecordTypeNumber number)
-{
-    const RecordType& type = recordType(number);
+        types.push_back(Reproductive);
+    if (m_patient.isYoungChild())
+        types.insert(types.end(), { BirthMeasurements, InfantFeeding });
     // Emergency room records are never asked for; their list is taken as empty. Intended.
-    const Text reply = number == RecordTypeNumber::EmergencyRoom
-        ? Text()
-        : m_shared.CallRpcList(Text(type.callPrefix) + L" GET", wholeText(m_patient.number));
+    types.insert(types.end(), { FunctionalStatus, Asthma, TreatmentContract, Refusal });
+    return types;
+}
+
+ExpectedCall GridLoader::callOf(RecordTypeNumber number) const
+{
+    const bool ofPatient = number == RecordTypeNumber::Reproductive || number == RecordTypeNumber::BirthMeasurements;
+    return { ofPatient ? ExpectedCall::Form::Text : ExpectedCall::Form::List,
+        Text(recordType(number).callPrefix) + L" GET",
+        wholeText(m_patient.number) + (number == RecordTypeNumber::Reproductive ? L"^^1" : L"") };
+}
+
+void GridLoader::load()
+{
+    const auto wanted = types();
+    std::vector<ExpectedCall> calls;
+    for (const RecordTypeNumber number : wanted)
+        calls.push_back(callOf(number));
+    const modShared::CallHint hint(m_shared, calls);
+    for (std::size_t i = 0; i < wanted.size(); ++i) {
+        const RecordType& type = recordType(wanted[i]);
+        if (calls[i].form == ExpectedCall::Form::Text)
+            loadPatientRow(type, m_shared.CallRpc(calls[i].name, calls[i].parameter));
+        else
+            loadList(type, m_shared.CallRpcList(calls[i].name, calls[i].parameter));
+    }
+}
+
+void GridLoader::loadPatientRow(const RecordType& type, const Text& reply)
+{
+    if (reply.empty() || m_shared.CheckRpcError(reply, L""))
+        return;
+    const LinePieces pieces(reply);
+    if (type.number == RecordTypeNumber::Reproductive) {
+        m_text = upperCase(pieces[1]);
+    } else {
+        m_text.clear();
+        appendBirthWeight(m_text, pieces);
+    }
+    appendFields(m_text, type, pieces);
+    addPatientRow(type, m_text);
+}
+
+void GridLoader::loadList(const RecordType& type, const Text& reply)
+{
     if (m_shared.CheckRpcError(reply, L""))
         return;
     TextView rest = reply;

@@ -42,9 +42,10 @@ private:
         TextView summary;
     };
 
-    void loadReproductive();
-    void loadBirthMeasurements();
-    void loadList(RecordTypeNumber number);
+    std::vector<RecordTypeNumber> types() const;
+    ExpectedCall callOf(RecordTypeNumber number) const;
+    void loadPatientRow(const RecordType& type, const Text& reply);
+    void loadList(const RecordType& type, const Text& reply);
     void addListRow(const RecordType& type, TextView line);
     void addRefusalRow(const RecordType& type, const LinePieces& pieces);
     void addPatientRow(const RecordType& type, TextView summary);

@@ -115,6 +115,13 @@ Arrangement frmAsthma::arrangement()
 void frmAsthma::activate()
 {
     m_shared.desktop().processPendingEvents();
+    // The registry's comment is asked for only where there is an entry; asked in vain it costs nothing.
+    const Text patient = wholeText(m_shared.patient().number());
+    std::vector<ExpectedCall> calls { { ExpectedCall::Form::Text, L"MEVVAST GETREG", patient },
+        { ExpectedCall::Form::List, L"MEVVAST GETNOTE", patient } };
+    if (!m_sIEN.empty())
+        calls.insert(calls.begin(), { ExpectedCall::Form::List, L"MEVVAST GET", L"^" + m_sIEN });
+    const modShared::CallHint hint(m_shared, calls);
     if (m_sIEN.empty())
         setCaption(L"Add Asthma Record");
     else

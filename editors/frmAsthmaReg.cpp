@@ -71,6 +71,9 @@ void frmAsthmaReg::activate()
 void frmAsthmaReg::LoadReg()
 {
     const Text patient = wholeText(m_shared.patient().number());
+    const modShared::CallHint hint(m_shared,
+        std::array { ExpectedCall { ExpectedCall::Form::Text, L"MEVVAST GETREG", patient },
+            ExpectedCall { ExpectedCall::Form::List, L"MEVVAST GETNOTE", patient } });
     const Text reply = m_shared.CallRpc(L"MEVVAST GETREG", patient);
     if (!reply.empty() && !m_shared.CheckRpcError(reply, L"")) {
         const auto pieces = SplitPieces(reply, L"^", 5);

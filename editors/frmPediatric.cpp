@@ -79,9 +79,14 @@ void frmPediatric::activate()
 
 void frmPediatric::LoadData()
 {
+    const Text patient = wholeText(m_shared.patient().number());
+    std::vector<ExpectedCall> calls { { ExpectedCall::Form::Text, L"MEVBMSR GET", patient } };
+    if (!m_shared.KnowsUserParam(UnitParameter))
+        calls.insert(calls.begin(), { ExpectedCall::Form::Text, L"MEVUTL GETPARM", Text(UnitParameter) });
+    const modShared::CallHint hint(m_shared, calls);
     const double option = leadingNumber(m_shared.GetUserParam(UnitParameter, L"0"));
     showUnit(option);
-    const Text reply = m_shared.CallRpc(L"MEVBMSR GET", wholeText(m_shared.patient().number()));
+    const Text reply = m_shared.CallRpc(L"MEVBMSR GET", patient);
     if (reply.empty() || m_shared.CheckRpcError(reply, L""))
         return;
     const auto pieces = SplitPieces(reply, L"^", 13);

@@ -29,6 +29,7 @@ HostSession::HostSession(Transport& transport, int timeoutMilliseconds, TryAgain
 {
     m_connection.onEvent = [this](const Answer& event) { queueEvent(widenBytes(event.name), widenBytes(event.text)); };
     m_connection.onProgress = [this](int percent, const QString& text) { Q_EMIT progressed(percent, text); };
+    m_connection.onDroppedFailure = [this](const QString& text) { Q_EMIT statusChanged(text); };
     m_delivery.setSingleShot(true);
     QObject::connect(&m_delivery, &QTimer::timeout, this, &HostSession::deliverQueued);
     QObject::connect(
@@ -157,13 +158,58 @@ Text HostSession::callList(TextView name, TextView parameter) { return call(name
 
 Text HostSession::call(TextView name, TextView parameter)
 {
-    const long long number = ++m_lastNumber; // the same for every try, so that the server does it once
+    const long long number = takeExpected(name, parameter); // the same for every try, so that the server does it once
     const QByteArray reply = withRetries([&] {
         openSession();
-        return m_connection.exchange(number, name, parameter);
+        return m_connection.hasSent(number) ? m_connection.receive(number)
+                                            : m_connection.exchange(number, name, parameter);
     });
     tellMissedEvents();
     return widenBytes(reply);
+}
+
+// --- Calls that are announced ---
+
+void HostSession::expectCalls(std::span<const ExpectedCall> calls)
+{
+    dropExpected();
+    if (!usesHints || m_inCall || !isReady())
+        return;
+    try {
+        for (const ExpectedCall& call : calls) {
+            const long long number = ++m_lastNumber;
+            m_connection.send(number, call.name, call.parameter);
+            m_expected.push_back({ number, call.name, call.parameter });
+        }
+    } catch (const Failure&) {
+        // The calls themselves will meet it, and tell.
+    }
+}
+
+// The number of a call: that under which it was sent ahead, else a new one.
+long long HostSession::takeExpected(TextView name, TextView parameter)
+{
+    if (!m_expected.empty() && m_expected.front().name == name && m_expected.front().parameter == parameter) {
+        const long long number = m_expected.front().number;
+        m_expected.pop_front();
+        return number;
+    }
+    dropExpected();
+    return ++m_lastNumber;
+}
+
+void HostSession::dropExpected()
+{
+    for (const SentAhead& call : std::exchange(m_expected, {}))
+        m_connection.drop(call.number);
+}
+
+// Sends a call whose reply says nothing; the calls that follow come after it.
+void HostSession::tellServer(TextView name, TextView parameter)
+{
+    const long long number = ++m_lastNumber;
+    m_connection.send(number, name, parameter);
+    m_connection.drop(number);
 }
 
 // --- Events ---
@@ -179,7 +225,7 @@ void HostSession::subscribe(TextView name)
 {
     if (isLocal(name) || m_namesAtServer.contains(Text(name)))
         return;
-    request(L"MEVHOST SUBSCRIBE", name);
+    tellServer(L"MEVHOST SUBSCRIBE", name);
     m_namesAtServer.emplace(name);
 }
 
@@ -190,29 +236,29 @@ void HostSession::registerEvent(TextView name, ICSS_SessionEvents& sink)
         return;
     // First here: should the server be gone, the next connection subscribes it.
     m_subscriptions.push_back(subscription);
-    if (isLocal(name) || (isReady() && m_namesAtServer.contains(Text(name))))
+    if (isLocal(name))
         return;
-    withRetries([&] {
-        openSession();
-        subscribe(name);
-    });
+    try {
+        if (isReady())
+            return subscribe(name);
+    } catch (const ConnectionLost&) {
+        // The next connection subscribes it.
+    }
+    withRetries([&] { openSession(); });
 }
 
 void HostSession::unregisterEvent(TextView name, ICSS_SessionEvents& sink)
 {
     const auto removed = std::erase(m_subscriptions, Subscription { Text(name), &sink });
     const bool last = removed > 0 && !isSubscribed(name) && m_namesAtServer.contains(Text(name));
-    // A connection that is gone has taken its subscriptions along; an event that nobody wants does no harm.
-    if (!last || !isReady() || m_inCall)
+    // A connection that is gone has taken its subscriptions along.
+    if (!last || !isReady())
         return;
     try {
-        const Call inCall(*this);
         m_namesAtServer.erase(Text(name));
-        request(L"MEVHOST UNSUBSCRIBE", name);
+        tellServer(L"MEVHOST UNSUBSCRIBE", name);
     } catch (const ConnectionLost&) {
         Q_EMIT m_connection.lostWhileIdle(); // nothing that the user wanted has failed
-    } catch (const Failure&) {
-        // The server goes on telling, and nobody listens.
     }
 }
 

@@ -50,6 +50,10 @@ public:
     // Where connect() gets the user's name from; empty when the user gave none.
     std::function<Text()> chooseUser;
 
+    // Asks the server ahead for expected calls; off: each call by itself.
+    bool usesHints = true;
+
+    void expectCalls(std::span<const ExpectedCall> calls) override;
     Text callText(TextView name, TextView parameter) override;
     Text callList(TextView name, TextView parameter) override;
     void abortRequest(long) override { } // there are no asynchronous requests
@@ -91,6 +95,12 @@ private:
         HostSession& m_session;
     };
 
+    struct SentAhead {
+        long long number;
+        Text name;
+        Text parameter;
+    };
+
     struct Subscription {
         Text name;
         ICSS_SessionEvents* sink;
@@ -98,6 +108,9 @@ private:
     };
 
     Text call(TextView name, TextView parameter);
+    long long takeExpected(TextView name, TextView parameter);
+    void dropExpected();
+    void tellServer(TextView name, TextView parameter);
     template<typename Work>
     auto withRetries(Work work);
     QByteArray request(TextView name, TextView parameter);
@@ -129,6 +142,7 @@ private:
     bool m_eventsMissed = false; // the connection was lost while no call ran
     QElapsedTimer m_sinceQuietTry;
     bool m_inCall = false; // from the first try to the end of the last
+    std::deque<SentAhead> m_expected; // calls that were announced, in their order
     std::map<Text, Text> m_values;
     std::map<Text, std::shared_ptr<HostObject>> m_objects;
 };

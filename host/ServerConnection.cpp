@@ -53,6 +53,7 @@ void ServerConnection::close()
 {
     m_open = false;
     m_reader = FrameReader();
+    m_sent.clear();
     m_transport.close();
 }
 
@@ -62,32 +63,57 @@ void ServerConnection::lose(const QString& reason)
     throw ConnectionLost(reason.toStdWString());
 }
 
-QByteArray ServerConnection::exchange(long long number, TextView name, TextView parameter)
+void ServerConnection::send(long long number, TextView name, TextView parameter)
 {
-    const QScopedValueRollback waiting(m_waiting, true);
     if (!m_open)
         throw ConnectionLost(L"The server is not connected.");
     const QByteArray frame = encodeRequest(number, name, parameter);
     if (m_transport.device()->write(frame) != frame.size())
         lose(m_transport.endReason());
+    m_transport.device()->waitForBytesWritten(0); // on its way at once, also while nobody waits for the answer
+    m_sent[number];
+}
+
+void ServerConnection::drop(long long number)
+{
+    const auto sent = m_sent.find(number);
+    if (sent == m_sent.end())
+        return;
+    sent->second.isDropped = true;
+    if (sent->second.answer)
+        keep(*sent->second.answer);
+}
+
+QByteArray ServerConnection::receive(long long number)
+{
+    const QScopedValueRollback waiting(m_waiting, true);
+    if (!m_open)
+        throw ConnectionLost(L"The server is not connected.");
     // Events that came along behind the answer are read when the call is over; posted only then, since a long call
     // works on posted events itself.
     const auto readLate =
         qScopeGuard([this] { QMetaObject::invokeMethod(this, &ServerConnection::readIdle, Qt::QueuedConnection); });
-    return waitFor(number);
+    const Answer answer = waitFor(number);
+    if (answer.kind == Answer::Kind::Failed)
+        throw Failure(widen({ answer.text.data(), static_cast<std::size_t>(answer.text.size()) }));
+    return answer.text;
 }
 
-QByteArray ServerConnection::waitFor(long long number)
+Answer ServerConnection::waitFor(long long number)
 {
     QElapsedTimer call;
     call.start();
     QElapsedTimer silence = call;
     std::optional<BusyPointer> busy;
     for (;;) {
+        if (auto& sent = m_sent[number]; sent.answer) {
+            const Answer answer = *std::move(sent.answer);
+            m_sent.erase(number);
+            return answer;
+        }
         if (const auto answer = nextAnswer()) {
             silence.restart();
-            if (auto reply = replyIn(*answer, number))
-                return *std::move(reply);
+            sort(*answer);
             continue;
         }
         if (silence.elapsed() > m_timeout)
@@ -102,30 +128,37 @@ QByteArray ServerConnection::waitFor(long long number)
     }
 }
 
-// The reply that the call waits for; empty for news on the way.
-std::optional<QByteArray> ServerConnection::replyIn(const Answer& answer, long long number)
+// Hands news on and keeps the answers to requests.
+void ServerConnection::sort(const Answer& answer)
 {
-    switch (answer.kind) {
-    case Answer::Kind::Progress:
+    if (answer.kind == Answer::Kind::Progress) {
         if (onProgress)
             onProgress(static_cast<int>(std::clamp(answer.number, 0LL, 100LL)), QString::fromUtf8(answer.text));
-        return std::nullopt;
-    case Answer::Kind::Event:
+    } else if (answer.kind == Answer::Kind::Event) {
         if (onEvent)
             onEvent(answer);
-        return std::nullopt;
-    case Answer::Kind::Failed:
-        if (answer.number == number)
-            throw Failure(widen({ answer.text.data(), static_cast<std::size_t>(answer.text.size()) }));
-        if (answer.number == 0)
-            lose(QString::fromUtf8(answer.text));
-        break;
-    case Answer::Kind::Reply:
-        if (answer.number == number)
-            return answer.text;
-        break;
+    } else if (answer.kind == Answer::Kind::Failed && answer.number == 0) {
+        lose(QString::fromUtf8(answer.text));
+    } else {
+        keep(answer);
     }
-    lose(tr("The server's answer belongs to another call."));
+}
+
+void ServerConnection::keep(const Answer& answer)
+{
+    const auto sent = m_sent.find(answer.number);
+    if (sent == m_sent.end())
+        lose(
+            m_waiting ? tr("The server's answer belongs to another call.") : tr("The server answered without a call."));
+    if (!sent->second.isDropped) {
+        sent->second.answer = answer;
+        return;
+    }
+    const bool failed = answer.kind == Answer::Kind::Failed;
+    const QString text = QString::fromUtf8(answer.text);
+    m_sent.erase(sent);
+    if (failed && onDroppedFailure)
+        onDroppedFailure(text);
 }
 
 std::optional<Answer> ServerConnection::nextAnswer()
@@ -153,18 +186,15 @@ bool ServerConnection::readMore()
     return device->waitForReadyRead(SliceMilliseconds);
 }
 
-// What comes while no call waits can only be events; after anything else the stream is out of step.
+// What comes while no call waits can only be events and answers to requests sent ahead; after anything else the stream
+// is out of step.
 void ServerConnection::readIdle()
 {
     if (m_waiting || !m_open)
         return;
     try {
-        while (const auto answer = nextAnswer()) {
-            if (answer->kind != Answer::Kind::Event)
-                lose(tr("The server answered without a call."));
-            if (onEvent)
-                onEvent(*answer);
-        }
+        while (const auto answer = nextAnswer())
+            sort(*answer);
         if (m_transport.isAlive())
             return;
         close();

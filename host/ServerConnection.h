@@ -6,6 +6,7 @@
 #include <QObject>
 
 #include <functional>
+#include <map>
 
 namespace health {
 
@@ -28,13 +29,26 @@ public:
     void open();
     void close();
 
-    // Sends a request and waits for its reply (UTF-8). In a long call the window is painted and the pointer is busy,
-    // but user input and timers wait: nothing else begins meanwhile. Throws ConnectionLost where there is no answer,
-    // Failure with the server's text where the call failed there.
-    QByteArray exchange(long long number, TextView name, TextView parameter);
+    // Sends a request; its answer is received later, or dropped when it comes. Throws ConnectionLost.
+    void send(long long number, TextView name, TextView parameter);
+    // The request was sent over the open connection and its answer was not received yet.
+    bool hasSent(long long number) const { return m_sent.contains(number); }
+    // Waits for the reply (UTF-8) to a request that was sent. In a long call the window is painted and the pointer is
+    // busy, but user input and timers wait: nothing else begins meanwhile. Throws ConnectionLost where there is no
+    // answer, Failure with the server's text where the call failed there.
+    QByteArray receive(long long number);
+    QByteArray exchange(long long number, TextView name, TextView parameter)
+    {
+        send(number, name, parameter);
+        return receive(number);
+    }
+    // Nobody waits for the answer any more; a failure is told all the same.
+    void drop(long long number);
     bool isWaiting() const { return m_waiting; }
 
     std::function<void(const Answer&)> onEvent;
+    // A request failed whose answer was dropped.
+    std::function<void(const QString& text)> onDroppedFailure;
     std::function<void(int percent, const QString& text)> onProgress;
 
 Q_SIGNALS:
@@ -42,9 +56,16 @@ Q_SIGNALS:
     void lostWhileIdle();
 
 private:
-    QByteArray waitFor(long long number);
+    // What becomes of the answer to a request that was sent.
+    struct Sent {
+        bool isDropped = false;
+        std::optional<Answer> answer; // came before anybody waited for it
+    };
+
+    Answer waitFor(long long number);
     std::optional<Answer> nextAnswer();
-    std::optional<QByteArray> replyIn(const Answer& answer, long long number);
+    void sort(const Answer& answer);
+    void keep(const Answer& answer);
     bool readMore();
     void readIdle();
     [[noreturn]] void lose(const QString& reason);
@@ -52,6 +73,7 @@ private:
     Transport& m_transport;
     int m_timeout;
     FrameReader m_reader;
+    std::map<long long, Sent> m_sent; // by number
     bool m_open = false;
     bool m_waiting = false;
 };

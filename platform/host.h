@@ -10,6 +10,7 @@
 
 #include <memory>
 #include <optional>
+#include <span>
 
 namespace health {
 
@@ -103,9 +104,26 @@ public:
     virtual void Canceled() = 0;
 };
 
+// A call that is about to be made.
+struct ExpectedCall {
+    enum class Form {
+        Text,
+        List,
+    };
+
+    Form form;
+    Text name;
+    Text parameter;
+};
+
 // The session with the clinical server.
 class Session : public HostObject {
 public:
+    // A hint: these calls come next, in this order. They read only. A session may ask the server for all of them at
+    // once, so that they cost one round trip; each call gives what it would have given by itself. Any other call, and
+    // an empty list, end the hint. Never throws. A session that does not know hints ignores it.
+    virtual void expectCalls(std::span<const ExpectedCall>) { }
+
     // Calls a remote procedure with one parameter text ("^"-pieces) and waits for its reply: one text of
     // "^"-pieces. A failure means that there is no reply.
     virtual Text callText(TextView name, TextView parameter) = 0;

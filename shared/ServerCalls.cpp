@@ -32,6 +32,24 @@ Text modShared::call(SessionCall operation, TextView name, TextView parameter)
     }
 }
 
+modShared::CallHint::CallHint(modShared& shared, std::span<const ExpectedCall> calls)
+    : m_shared(shared)
+{
+    m_shared.expectCalls(calls);
+}
+
+modShared::CallHint::~CallHint() { m_shared.expectCalls({}); }
+
+void modShared::expectCalls(std::span<const ExpectedCall> calls)
+{
+    try {
+        if (m_session)
+            m_session->expectCalls(calls);
+    } catch (...) {
+        // A hint that is not taken changes nothing.
+    }
+}
+
 long long modShared::RpcErrorCode(TextView reply)
 {
     const long long code = roundToWhole(leadingNumber(pieceView(reply, L"^", 1)));

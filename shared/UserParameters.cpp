@@ -24,6 +24,8 @@ Text modShared::GetUserParam(TextView name, TextView defaultValue)
     return result;
 }
 
+bool modShared::KnowsUserParam(TextView name) const { return m_session && m_session->value(cacheKey(name)); }
+
 void modShared::SetUserParam(TextView name, TextView value)
 {
     trap(L"modShared", L"SetUserParam", [&] {

@@ -44,6 +44,19 @@ public:
     Text CallRpc(TextView name, TextView parameter);
     Text CallRpcList(TextView name, TextView parameter);
 
+    // Tells the session which calls come next; at the end of the object's life the hint ends. Fails silently: the calls
+    // themselves tell of what is wrong.
+    class CallHint {
+    public:
+        CallHint(modShared& shared, std::span<const ExpectedCall> calls);
+        ~CallHint();
+        CallHint(const CallHint&) = delete;
+        CallHint& operator=(const CallHint&) = delete;
+
+    private:
+        modShared& m_shared;
+    };
+
     // The number of a server error: minus the reply's first piece when that is negative, else 0.
     static long long RpcErrorCode(TextView reply);
 
@@ -110,6 +123,8 @@ public:
 
     // A user parameter, asked of the server once per session; `defaultValue` stands for an empty one.
     Text GetUserParam(TextView name, TextView defaultValue);
+    // It was asked for in this session; false also where there is no session.
+    bool KnowsUserParam(TextView name) const;
     void SetUserParam(TextView name, TextView value);
 
     // Version and title, with the permission message below when there is one.
@@ -123,6 +138,7 @@ private:
     template<typename Object>
     std::shared_ptr<Object> obtain(TextView progId);
 
+    void expectCalls(std::span<const ExpectedCall> calls);
     Text call(SessionCall operation, TextView name, TextView parameter);
     void raiseStatus(TextView text);
     void obtainObjects(Host& host);

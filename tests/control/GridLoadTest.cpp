@@ -160,6 +160,18 @@ TEST_F(GridLoad, RefusalTexts)
         EXPECT_EQ(summaryOf(L"MEVREF GET", reply), summary);
 }
 
+TEST_F(GridLoad, AnnouncesExactlyTheCallsThatCome)
+{
+    open(0);
+    for (const auto& [sex, age] :
+        { std::pair<TextView, TextView> { L"F", L"4" }, { L"F", L"30" }, { L"M", L"6" }, { L"M", L"40" } }) {
+        host.transcript.clear();
+        commitPatient(12, sex, age);
+        EXPECT_EQ(host.session->expected, host.calls()) << narrow(sex) << narrow(age);
+        EXPECT_GE(host.calls().size(), 4u);
+    }
+}
+
 TEST_F(GridLoad, GarbledRepliesAddWhatCanBeRead)
 {
     open(0);

@@ -254,5 +254,90 @@ TEST_F(HostSessionTest, ConnectionLostWhileIdleComesBackByItself)
     EXPECT_EQ(names().last(), QStringLiteral("MEVHOST SUBSCRIBE"));
 }
 
+// Expected calls are asked for at once; each takes its own answer, as it would without the hint.
+class ExpectedCalls : public HostSessionTest, public testing::WithParamInterface<bool> {
+protected:
+    ExpectedCalls()
+    {
+        session.usesHints = GetParam();
+        session.signOn(L"SORREL,ADA");
+        seen.clear();
+    }
+
+    static ExpectedCall list(TextView name, TextView parameter)
+    {
+        return { ExpectedCall::Form::List, Text(name), Text(parameter) };
+    }
+
+    // The reply of a call, or what it fails with.
+    Text outcome(TextView name, TextView parameter)
+    {
+        try {
+            return session.callList(name, parameter);
+        } catch (const Failure& failure) {
+            return L"failed: " + failure.description();
+        }
+    }
+};
+
+INSTANTIATE_TEST_SUITE_P(
+    Hints, ExpectedCalls, testing::Bool(), [](const auto& info) { return info.param ? "on" : "off"; });
+
+TEST_P(ExpectedCalls, GiveTheSameRepliesInTheirOrder)
+{
+    onCall = [](const Request& request) {
+        if (request.name == u"B")
+            return ScriptedTransport::frame("F" + QByteArray::number(request.number) + "\nNo such call.");
+        return ScriptedTransport::reply(request, request.name.toUtf8() + request.parameter.toUtf8());
+    };
+    session.expectCalls(std::array { list(L"A", L"12"), list(L"B", L"12"), list(L"C", L"12") });
+    EXPECT_EQ(seen.size(), GetParam() ? 3u : 0u);
+    EXPECT_EQ(outcome(L"A", L"12"), L"A12");
+    QTest::qWait(1); // a box of the first reply lets the event loop turn: the other answers wait
+    EXPECT_EQ(outcome(L"B", L"12"), L"failed: No such call.");
+    EXPECT_EQ(outcome(L"C", L"12"), L"C12");
+    session.expectCalls({});
+    EXPECT_EQ(names(), (QStringList { QStringLiteral("A"), QStringLiteral("B"), QStringLiteral("C") }));
+    EXPECT_TRUE(questions.isEmpty());
+}
+
+TEST_P(ExpectedCalls, AnotherCallEndsTheHint)
+{
+    int asked = 0;
+    onCall = [&](const Request& request) {
+        return ScriptedTransport::reply(request, request.name.toUtf8() + QByteArray::number(++asked));
+    };
+    session.expectCalls(std::array { list(L"A", L""), list(L"B", L""), list(L"C", L"") });
+    const Text before = outcome(L"A", L"");
+    outcome(L"MEVREP SET", L"12"); // changes what the other two would have said
+    EXPECT_EQ(before, L"A1");
+    EXPECT_EQ(outcome(L"B", L""), GetParam() ? L"B5" : L"B3");
+    session.expectCalls(std::array { list(L"C", L"") });
+    session.expectCalls({});
+    EXPECT_EQ(outcome(L"C", L""), GetParam() ? L"C7" : L"C4"); // asked anew after the hint has ended
+    QTest::qWait(1);
+    EXPECT_TRUE(questions.isEmpty());
+}
+
+TEST_P(ExpectedCalls, ServerThatDiesBetweenTheirAnswers)
+{
+    for (int whole = 0; whole < 4; ++whole) {
+        retries = 1;
+        int answers = 0;
+        const int connection = transport.connections;
+        onCall = [&](const Request& request) {
+            const QByteArray answer = ScriptedTransport::reply(request, request.name.toUtf8());
+            if (request.connection > connection || ++answers <= whole)
+                return answer;
+            transport.endsAfterAnswer = true;
+            return answers == whole + 1 ? answer.left(9) : QByteArray();
+        };
+        session.expectCalls(std::array { list(L"A", L""), list(L"B", L""), list(L"C", L"") });
+        for (const TextView name : { L"A", L"B", L"C" })
+            EXPECT_EQ(outcome(name, L""), name) << whole;
+        EXPECT_EQ(questions.size(), std::min(whole + 1, 3)) << whole;
+    }
+}
+
 }
 }

@@ -25,6 +25,8 @@ struct RealSession {
             return retries-- > 0;
         })
     {
+        // The same tests run with and without hints.
+        session.usesHints = !qEnvironmentVariableIsSet("WITHOUT_HINTS");
         if (!user.empty())
             session.signOn(user);
     }

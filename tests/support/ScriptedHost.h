@@ -165,6 +165,18 @@ public:
     bool failsEvents = false;
     bool failsSubscriptions = false;
 
+    // What was announced by the latest hint, as lines of calls.
+    Transcript expected;
+
+    void expectCalls(std::span<const ExpectedCall> calls) override
+    {
+        if (calls.empty())
+            return;
+        expected.clear();
+        for (const ExpectedCall& c : calls)
+            expected.push_back(
+                (c.form == ExpectedCall::Form::Text ? L"call " : L"list ") + c.name + L"(" + c.parameter + L")");
+    }
     Text callText(TextView name, TextView parameter) override { return call(name, parameter, L"call "); }
     Text callList(TextView name, TextView parameter) override { return call(name, parameter, L"list "); }
     void abortRequest(long handle) override { m_transcript.push_back(L"abort " + std::to_wstring(handle)); }
