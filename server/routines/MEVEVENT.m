@@ -73,6 +73,8 @@ SIGNAL ; Wakes the sessions that something was queued for. A dead session's proc
 WAKE ; By the signal of another session: sends at once when no frame is being worked on
  SET wake=1
  IF busy QUIT
+ IF waiting ZGOTO waiting:HEARD^MEVSERVE
+ IF stream="socket" QUIT
  DO SENDALL
  USE input
  QUIT

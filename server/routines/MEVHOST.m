@@ -1,17 +1,21 @@
 MEVHOST ; What the host itself asks: sign-on, keys, patients, visits
  ;
-USERS ; Call: the users that may sign on here
- NEW count,ien
- SET count=0,ien=0
- FOR  SET ien=$ORDER(^MEVUSR(ien)) QUIT:'ien  IF $PIECE(^MEVUSR(ien,0),"^",4) DO
+USERS ; Call: the users that may sign on here; over TLS only the one that the certificate names
+ NEW count,ien,only
+ SET count=0,ien=0,only=$$CERTIFIED
+ FOR  SET ien=$ORDER(^MEVUSR(ien)) QUIT:'ien  IF $PIECE(^MEVUSR(ien,0),"^",4),only=""!($PIECE(^MEVUSR(ien,0),"^")=only) DO
  . SET count=count+1,reply(count)=ien_"^"_$PIECE(^MEVUSR(ien,0),"^",1,2)
  QUIT
+ ;
+CERTIFIED() ; The user that the session's certificate names, from the script that started it; empty on a local server
+ QUIT $ZTRNLNM("mev_user")
  ;
 SIGNON ; Call: session name ^ user name
  NEW ien,name
  SET token=$PIECE(param,"^"),name=$PIECE(param,"^",2)
  IF token'?32(1N,1"a",1"b",1"c",1"d",1"e",1"f") SET token="",reply="-1^The session's name must be 32 hexadecimal digits." QUIT
  IF name="" SET reply="-1^A user name is missing." QUIT
+ IF $$CERTIFIED'="",name'=$$CERTIFIED SET reply="-1^Your certificate is for "_$$CERTIFIED_", not for "_$EXTRACT(name,1,80)_"." QUIT
  SET ien=$ORDER(^MEVUSR("B",$EXTRACT(name,1,80),""))
  IF 'ien SET reply="-1^There is no user named "_$EXTRACT(name,1,80)_"." QUIT
  IF '$PIECE(^MEVUSR(ien,0),"^",4) SET reply="-1^"_name_" may not sign on here." QUIT

@@ -4,22 +4,28 @@ MEVSERVE ; One session: frames in, calls carried out, frames out
  ;
  ; The session's own variables: session (its number), token (its name, by the host), user (number, 0 before sign-on),
  ; busy (a frame is being worked on or written), wake (an event came in meanwhile), input (the device of requests),
- ; writing (a frame is half written).
+ ; writing (a frame is half written), stream ("socket" or "pipe"), waiting (the stack level of LISTEN while it waits, else 0).
  ;
 SERVE ; Entry: serves until the input ends
- NEW busy,calls,ended,input,param,session,token,user,wake,writing
+ NEW busy,calls,ended,input,param,session,stream,token,user,waiting,wake,writing
  SET $ETRAP="GOTO BROKEN^MEVSERVE"
- SET busy=1,wake=0,writing=0,ended=0,user=0,token=""
+ SET busy=1,wake=0,writing=0,waiting=0,ended=0,user=0,token=""
  SET $ZINTERRUPT="DO WAKE^MEVEVENT"
- USE $PRINCIPAL:(NOWRAP:WIDTH=1048576:NOESCAPE)
- ; A second opening of the input: the principal device would stop a read at each line feed.
- SET input="/dev/stdin"
- OPEN input:(FIFO:FIXED:READONLY:NOWRAP:RECORDSIZE=1048576)
+ DO OPENINPUT
  DO LOADTABLE
  DO OPEN^MEVEVENT
  FOR  DO NEXT QUIT:ended
  DO CLOSE^MEVEVENT
  HALT
+ ;
+OPENINPUT ; Sets the streams up: bytes as they are, both ways
+ SET stream=$SELECT($ZTRNLNM("mev_stream")="socket":"socket",1:"pipe")
+ IF stream="socket" SET input=$PRINCIPAL USE $PRINCIPAL:(NODELIMITER:WIDTH=1048576:ZNODELAY) QUIT
+ USE $PRINCIPAL:(NOWRAP:WIDTH=1048576:NOESCAPE)
+ ; A second opening of the input: the principal device would stop a read at each line feed.
+ SET input="/dev/stdin"
+ OPEN input:(FIFO:FIXED:READONLY:NOWRAP:RECORDSIZE=1048576)
+ QUIT
  ;
 BROKEN ; The session cannot go on: its database is out of reach, or its client. Says so where a frame can still be sent.
  SET $ETRAP="ZHALT 9"
@@ -35,6 +41,7 @@ REASON(status) ; The engine's word for an error and its message, such as UNDEF, 
 NEXT ; Works on one request
  NEW length,body
  DO FLUSH^MEVEVENT
+ IF stream="socket",'$$LISTEN QUIT
  IF '$$READ(8,.length) SET ended=1 QUIT
  SET busy=1
  IF length'?8N DO FAILED(0,"The request's length is not eight digits.") SET ended=1 QUIT
@@ -42,6 +49,15 @@ NEXT ; Works on one request
  IF '$$READ(+length,.body) SET ended=1 QUIT
  DO REQUEST(body)
  QUIT
+ ;
+LISTEN() ; Waits for the first byte of a request on a socket; false where an event came first, or nothing for a while
+ ; A read of a socket that a signal interrupts would not let the event be written, so the wait is left instead.
+ NEW ready
+ SET ready=0,waiting=$ZLEVEL
+ USE $PRINCIPAL
+ IF 'wake WRITE /WAIT(20) SET ready=$TEST
+HEARD SET waiting=0,busy=1
+ QUIT ready
  ;
 READ(count,data) ; Reads exactly this many bytes; false at the end of the input
  ; Waits in turns: a signal that comes while another one is being worked on is lost, its event is sent at the next turn.
