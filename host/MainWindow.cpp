@@ -5,6 +5,8 @@
 #include "host/PatientBanner.h"
 #include "host/Pickers.h"
 #include "host/PreviewDialog.h"
+#include "host/ProcessTransport.h"
+#include "host/TlsTransport.h"
 #include "host/WheelGuard.h"
 
 #include <QApplication>
@@ -25,12 +27,20 @@ namespace health {
 namespace {
 constexpr double SmallestText = 0.7;
 constexpr double LargestText = 3;
+
+std::unique_ptr<Transport> makeTransport(const Options& options)
+{
+    if (options.server.port != 0)
+        return std::make_unique<TlsTransport>(options.server);
+    return std::make_unique<ProcessTransport>(
+        options.serverProgram, QStringList { QStringLiteral("--data"), options.dataFolder });
+}
 }
 
 MainWindow::MainWindow(const Options& options)
     : m_options(options)
-    , m_transport(options.serverProgram, { QStringLiteral("--data"), options.dataFolder })
-    , m_context(m_transport, options.timeoutMilliseconds, [this](const QString& reason) { return askAgain(reason); })
+    , m_transport(makeTransport(options))
+    , m_context(*m_transport, options.timeoutMilliseconds, [this](const QString& reason) { return askAgain(reason); })
     , m_pages(new PanelPages(m_context))
     , m_userLabel(new QLabel)
     , m_basePointSize(QApplication::font().pointSizeF())
@@ -138,6 +148,10 @@ Text MainWindow::userOfOptions()
 {
     if (!m_options.user.isEmpty())
         return m_options.user.toUpper().toStdWString();
+    // A certificate allows one user only, so there is nothing to choose.
+    const QString certified = certificateUser(m_options.server.certificateFile);
+    if (!certified.isEmpty())
+        return certified.toStdWString();
     if (!m_options.isUnattended())
         return pickUser(m_context.session(), isVisible() ? this : nullptr);
     return linesOf(m_context.session().users()).value(0).value(1).toStdWString();

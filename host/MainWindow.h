@@ -3,10 +3,12 @@
 #include "host/ClinicalContext.h"
 #include "host/Options.h"
 #include "host/PanelPages.h"
-#include "host/ProcessTransport.h"
+#include "host/Transport.h"
 
 #include <QMainWindow>
 #include <QPointer>
+
+#include <memory>
 
 class QLabel;
 class QProgressDialog;
@@ -55,7 +57,7 @@ private:
     Text userOfOptions();
 
     Options m_options;
-    ProcessTransport m_transport;
+    std::unique_ptr<Transport> m_transport;
     ClinicalContext m_context;
     PanelPages* m_pages;
     QLabel* m_userLabel;

@@ -4,6 +4,7 @@
 #include <QCoreApplication>
 #include <QFileInfo>
 #include <QStandardPaths>
+#include <QUrl>
 
 #include <cstdio>
 
@@ -39,6 +40,31 @@ QString defaultServerProgram()
     std::exit(2);
 }
 
+// The remote server that the options name, if any.
+RemoteServer readServer(const QCommandLineParser& parser)
+{
+    RemoteServer server;
+    server.certificateFile = parser.value(QStringLiteral("certificate"));
+    server.keyFile = parser.value(QStringLiteral("key"));
+    server.authorityFile = parser.value(QStringLiteral("authority"));
+    const QString address = parser.value(QStringLiteral("server"));
+    if (!parser.isSet(QStringLiteral("server"))) {
+        if (!server.certificateFile.isEmpty() || !server.keyFile.isEmpty() || !server.authorityFile.isEmpty())
+            refuse(QStringLiteral("--certificate, --key and --authority go with --server."));
+        return server;
+    }
+    const QUrl url(address, QUrl::StrictMode);
+    if (url.scheme() != u"tls" || url.host().isEmpty() || url.port() <= 0 || !url.path().isEmpty())
+        refuse(QStringLiteral("--server takes an address such as tls://host:port."));
+    if (server.authorityFile.isEmpty())
+        refuse(QStringLiteral("--server needs --authority: the file of the authority that the server is trusted by."));
+    server.host = url.host();
+    server.port = url.port();
+    if (server.keyFile.isEmpty())
+        server.keyFile = server.certificateFile;
+    return server;
+}
+
 }
 
 Options readOptions()
@@ -60,6 +86,16 @@ Options readOptions()
             defaultDataFolder() },
         { QStringLiteral("server-program"), QStringLiteral("Start this local server."), QStringLiteral("PATH"),
             defaultServerProgram() },
+        { QStringLiteral("server"), QStringLiteral("Use the remote server at ADDRESS, as in tls://host:port."),
+            QStringLiteral("ADDRESS") },
+        { QStringLiteral("certificate"), QStringLiteral("Show the remote server the user's certificate in FILE (PEM)."),
+            QStringLiteral("FILE") },
+        { QStringLiteral("key"),
+            QStringLiteral("The certificate's private key is in FILE, if it is not in the certificate's."),
+            QStringLiteral("FILE") },
+        { QStringLiteral("authority"),
+            QStringLiteral("Trust the remote server if its certificate is from the authority in FILE (PEM)."),
+            QStringLiteral("FILE") },
         { QStringLiteral("timeout"), QStringLiteral("Wait at most SECONDS for an answer."), QStringLiteral("SECONDS"),
             QString::number(DefaultTimeout) },
         { QStringLiteral("register"), QStringLiteral("Register the component in LIBRARY and end."),
@@ -84,6 +120,7 @@ Options readOptions()
     options.tour = parser.value(QStringLiteral("tour"));
     options.list = parser.isSet(QStringLiteral("list"));
     options.dataFolder = QFileInfo(parser.value(QStringLiteral("data"))).absoluteFilePath();
+    options.server = readServer(parser);
     options.serverProgram = parser.value(QStringLiteral("server-program"));
     options.registerLibrary = parser.value(QStringLiteral("register"));
     options.unregisterLibrary = parser.value(QStringLiteral("unregister"));

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/RemoteServer.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -14,6 +16,7 @@ struct Options {
     bool list = false; // print the grid
     QString dataFolder;
     QString serverProgram;
+    RemoteServer server; // instead of a local one, where its port is not 0
     int timeoutMilliseconds = 0;
     QString registerLibrary;
     QString unregisterLibrary;
