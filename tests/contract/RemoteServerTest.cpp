@@ -1,0 +1,266 @@
+// The real server over TLS: who gets in, what the others are told, and what a lost connection costs.
+#include "shared/Pieces.h"
+#include "tests/support/ScriptedHost.h"
+#include "tests/support/ServedRemotely.h"
+
+#include <QDir>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+namespace health::test {
+namespace {
+
+class Remote : public testing::Test {
+protected:
+    static void SetUpTestSuite() { served = std::make_unique<ServedRemotely>(); }
+    static void TearDownTestSuite() { served.reset(); }
+
+    static QString file(const char* name) { return served->file(QString::fromLatin1(name)); }
+    static std::string text(const QString& text) { return text.toStdString(); }
+    static RemoteServer as(const char* name) { return served->as(QString::fromLatin1(name)); }
+    // The same through a relay.
+    static RemoteServer through(const Relay& relay, const char* name)
+    {
+        RemoteServer server = as(name);
+        server.port = relay.port;
+        return server;
+    }
+
+    // What the user reads when a sign-on fails: the question's reason, or the failure.
+    static std::string refusal(const RemoteServer& server, const Text& user = L"SORREL,ADA", int timeout = 15000)
+    {
+        RemoteSession remote(server, timeout);
+        try {
+            remote.session.signOn(user);
+        } catch (const CallAbandoned&) {
+            return "Try again? " + remote.asked();
+        } catch (const Failure& failure) {
+            return failure.what() + remote.asked();
+        }
+        return "signed on";
+    }
+
+    static std::unique_ptr<ServedRemotely> served;
+};
+
+std::unique_ptr<ServedRemotely> Remote::served;
+
+TEST_F(Remote, RightCertificateListsAPatient)
+{
+    RemoteSession remote(as("sorrel"));
+    EXPECT_EQ(remote.session.users(), L"1^SORREL,ADA^Provider\r\n"); // nobody else
+    remote.session.signOn(L"SORREL,ADA");
+    EXPECT_EQ(Piece(remote.session.callText(L"MEVHOST PATIENT", L"14"), L"^", 2), L"QUIET,IRIS");
+    // Long answers and long requests pass whole.
+    const Text list = remote.session.callList(L"MEVVELD GET", L"15");
+    EXPECT_EQ(std::count(list.begin(), list.end(), L'\n'), 5000);
+    EXPECT_EQ(remote.session.callText(L"MEVHOST KEYS", Text(30000, L'^')).size(), 60001u);
+    EXPECT_EQ(remote.asked(), "");
+}
+
+TEST_F(Remote, HostProgramListsAPatientForTheCertificatesUser)
+{
+    QProcess registration;
+    registration.start(HOST_PROGRAM, { "--register", PANEL_LIBRARY });
+    ASSERT_TRUE(registration.waitForFinished() && registration.exitCode() == 0);
+    const auto run = [](const QStringList& arguments) {
+        QProcess process;
+        process.start(HOST_PROGRAM, arguments + QStringList { "--patient", "14", "--list" });
+        process.waitForFinished();
+        // What it prints, or the last that it complains of.
+        const QByteArray printed = process.readAllStandardOutput().trimmed();
+        const QByteArray complaint = process.readAllStandardError().trimmed().split('\n').last();
+        return (process.exitCode() == 0 ? printed : complaint).toStdString();
+    };
+    const QStringList server { "--server", QStringLiteral("tls://localhost:%1").arg(served->port), "--authority",
+        file("authority.pem") };
+    const QStringList certificate { "--certificate", file("glass.pem"), "--key", file("glass.key") };
+    EXPECT_EQ(run(server + certificate), "Quiet, Iris (14)");
+    EXPECT_EQ(run(server + certificate + QStringList { "--user", "SORREL,ADA" }),
+        "Your certificate is for GLASS,VIOLA, not for SORREL,ADA.");
+    EXPECT_EQ(run(server), "The server localhost takes only users with a certificate, and none was given.");
+    EXPECT_EQ(
+        run(server.mid(0, 2)), "--server needs --authority: the file of the authority that the server is trusted by.");
+    EXPECT_EQ(run({ "--server", "localhost:1" }), "--server takes an address such as tls://host:port.");
+    EXPECT_EQ(run(certificate), "--certificate, --key and --authority go with --server.");
+}
+
+TEST_F(Remote, CertificatesThatAreRefused)
+{
+    const std::pair<const char*, std::string> cases[] = {
+        { "", "The server localhost takes only users with a certificate, and none was given." },
+        { "expired", "The server refused your certificate: it has expired." },
+        { "revoked", "The server refused your certificate: it has been revoked." },
+        { "selfsigned", "The server refused your certificate: it is not from the server's authority." },
+        { "foreign", "The server refused your certificate: it is not from the server's authority." },
+        { "server", "The server refused your certificate: it is not valid for this." },
+        { "nameless", "The server finds no user's name in your certificate." },
+    };
+    for (const auto& [name, text] : cases)
+        EXPECT_EQ(refusal(as(name)), "Try again? " + text) << name;
+    // No other name than the certificate's, known or not.
+    EXPECT_EQ(refusal(as("sorrel"), L"GLASS,VIOLA"), "Your certificate is for SORREL,ADA, not for GLASS,VIOLA.");
+    EXPECT_EQ(refusal(as("sorrel"), L"SORREL,ADA "), "Your certificate is for SORREL,ADA, not for SORREL,ADA .");
+    EXPECT_EQ(refusal(as("sorrel"), L"NOBODY"), "Your certificate is for SORREL,ADA, not for NOBODY.");
+    EXPECT_EQ(refusal(as("sorrel")), "signed on");
+}
+
+TEST_F(Remote, ServersThatAreNotTrustedOrNotThere)
+{
+    RemoteServer server = as("sorrel");
+    server.authorityFile = file("foreign-authority.pem");
+    EXPECT_EQ(refusal(server),
+        "Try again? The server's certificate is not from an authority in " + text(server.authorityFile)
+            + ". Somebody may be listening in; nothing was sent.");
+
+    const QString otherName = QStringLiteral("127.0.0.2");
+    const Relay elsewhere(served->port, QHostAddress(otherName));
+    server = through(elsewhere, "sorrel");
+    server.host = otherName;
+    EXPECT_EQ(refusal(server),
+        "Try again? The server's certificate is not for 127.0.0.2. Somebody may be listening in; nothing was sent.");
+
+    server = as("sorrel");
+    server.port = freePort();
+    EXPECT_EQ(refusal(server), "Try again? No server answers at localhost, port " + std::to_string(server.port) + ".");
+    server.host = QStringLiteral("no-such-computer.invalid");
+    EXPECT_EQ(refusal(server), "Try again? There is no computer named no-such-computer.invalid.");
+
+    Relay silent(served->port);
+    silent.swallowAll();
+    EXPECT_EQ(refusal(through(silent, "sorrel"), L"SORREL,ADA", 300),
+        "Try again? The server localhost did not answer within 0.3 seconds.");
+}
+
+TEST_F(Remote, FilesThatCannotBeUsedAreNamed)
+{
+    const std::string certificate = text(file("sorrel.pem"));
+    const std::string key = text(file("sorrel.key"));
+    const std::string none = text(file("none.pem"));
+    const std::string otherKey = text(file("bare.key"));
+    const std::tuple<std::string, std::string, std::string> cases[] = {
+        { none, key, none + " cannot be read: No such file or directory." },
+        { key, key, "There is no certificate in " + key + "." },
+        { certificate, certificate, "There is no private key in " + certificate + ", or a pass phrase protects it." },
+        { certificate, otherKey,
+            "The private key in " + otherKey + " does not belong to the certificate in " + certificate + "." },
+    };
+    for (const auto& [certificateFile, keyFile, reason] : cases) {
+        RemoteServer server = as("sorrel");
+        server.certificateFile = QString::fromStdString(certificateFile);
+        server.keyFile = QString::fromStdString(keyFile);
+        EXPECT_EQ(refusal(server), "Try again? " + reason);
+    }
+}
+
+TEST_F(Remote, RevokingTakesEffectWithoutARestart)
+{
+    EXPECT_EQ(refusal(as("brightwater"), L"BRIGHTWATER,NELL"), "signed on");
+    RemoteSession other(as("sorrel"));
+    other.session.signOn(L"SORREL,ADA");
+    EXPECT_EQ(served->authority({ "-revoke", "brightwater.pem" }), "");
+    EXPECT_EQ(served->authority({ "-gencrl", "-out", "new.crl" }), "");
+    EXPECT_EQ(served->addRevokedList("new.crl"), "");
+    EXPECT_EQ(refusal(as("brightwater"), L"BRIGHTWATER,NELL"),
+        "Try again? The server refused your certificate: it has been revoked.");
+    EXPECT_EQ(refusal(as("sorrel")), "signed on");
+    EXPECT_EQ(Piece(other.session.callText(L"MEVHOST PATIENT", L"14"), L"^", 2), L"QUIET,IRIS");
+    EXPECT_EQ(other.asked(), ""); // the others' sessions go on
+}
+
+TEST_F(Remote, ListsOfRevokedCertificatesThatWouldShutEverybodyOut)
+{
+    const QStringList old { "-gencrl", "-crl_lastupdate", "20200101000000Z", "-crl_nextupdate", "20200201000000Z" };
+    ServedRemotely server;
+    EXPECT_EQ(server.authority(old + QStringList { "-out", "old.crl" }), "");
+    EXPECT_EQ(server.addRevokedList("old.crl"), "old.crl is out of date since Feb  1 00:00:00 2020 GMT.");
+    EXPECT_EQ(server.authority({ "-config", "foreign-authority.cnf", "-gencrl", "-out", "foreign.crl" }), "");
+    EXPECT_EQ(server.addRevokedList("foreign.crl"),
+        "foreign.crl is no list of revoked certificates from the authority in ./authority.pem.");
+    EXPECT_EQ(refusal(server.as("sorrel")), "signed on");
+
+    // Time does it all the same, where nobody makes new lists; the user is told whose fault it is.
+    server.stop();
+    const QDir lists(server.file("revoked"));
+    const QString list = lists.filePath(lists.entryList(QDir::Files).value(0));
+    QFile::remove(list);
+    ASSERT_TRUE(QFile::copy(server.file("old.crl"), list));
+    server.start();
+    EXPECT_EQ(refusal(server.as("sorrel")),
+        "Try again? The server's list of revoked certificates is out of date. Tell its administrator.");
+    EXPECT_EQ(refusal(server.as("expired")), "Try again? The server refused your certificate: it has expired.");
+}
+
+TEST_F(Remote, LostConnectionIsOfferedForAnotherTryAndTheSessionGoesOn)
+{
+    RemoteSession remote(as("sorrel"));
+    remote.session.signOn(L"SORREL,ADA");
+    for (const pid_t process : served->sessions())
+        ::kill(process, SIGKILL);
+    remote.retries = 1;
+    EXPECT_EQ(Piece(remote.session.callText(L"MEVHOST PATIENT", L"14"), L"^", 2), L"QUIET,IRIS");
+    EXPECT_EQ(remote.asked(), "The server localhost has ended the connection.");
+
+    // The whole server is away: asked until it is back.
+    remote.questions.clear();
+    remote.retries = 5;
+    remote.beforeRetry = [&] {
+        if (remote.questions.size() == 3)
+            served->start();
+    };
+    served->stop();
+    EXPECT_EQ(Piece(remote.session.callText(L"MEVHOST PATIENT", L"14"), L"^", 2), L"QUIET,IRIS");
+    const std::string away = "\nNo server answers at localhost, port " + std::to_string(served->port) + ".";
+    EXPECT_EQ(remote.asked(), "The server localhost has ended the connection." + away + away);
+}
+
+TEST_F(Remote, SaveWhoseReplyWasLostIsDoneOnce)
+{
+    Relay relay(served->port);
+    RemoteSession remote(through(relay, "sorrel"));
+    remote.session.signOn(L"SORREL,ADA");
+    const auto records = [&] {
+        const Text list = remote.session.callList(L"MEVVIF GET", L"7");
+        return std::count(list.begin(), list.end(), L'\n');
+    };
+    const auto before = records();
+    const Text visit = Piece(remote.session.callList(L"MEVHOST VISITS", L"7"), L"^", 1);
+    remote.retries = 1;
+    relay.loseNextAnswer();
+    EXPECT_EQ(remote.session.callText(L"MEVVIF SET", L"^" + visit + L"^3"), L"1");
+    EXPECT_EQ(remote.asked(), "The server localhost has ended the connection.");
+    EXPECT_EQ(records(), before + 1);
+}
+
+TEST_F(Remote, EventsArriveAndAConnectionLostWhileIdleComesBack)
+{
+    struct Sink : ICSS_SessionEvents {
+        Transcript names;
+        void EventCallback(TextView name, TextView) override { names.emplace_back(name); }
+        void RPCCallback(long, TextView) override { }
+        void RPCCallbackError(long, long, TextView) override { }
+        Transcript next()
+        {
+            QElapsedTimer waited;
+            for (waited.start(); names.empty() && waited.elapsed() < 3000;)
+                QTest::qWait(1);
+            return std::exchange(names, {});
+        }
+    } changes, refresh;
+    RemoteSession remote(as("bare"));
+    remote.session.signOn(L"BARE,JUNO");
+    remote.session.registerEvent(L"VXR.12", changes);
+    remote.session.registerEvent(L"REFRESH", refresh);
+    notify(QStringLiteral("VXR.12.VELD"));
+    EXPECT_EQ(changes.next(), Transcript { L"VXR.12.VELD" });
+    for (const pid_t process : served->sessions())
+        ::kill(process, SIGKILL);
+    EXPECT_EQ(refresh.next(), Transcript { L"REFRESH" });
+    notify(QStringLiteral("VXR.12.REF"));
+    EXPECT_EQ(changes.next(), Transcript { L"VXR.12.REF" });
+    EXPECT_EQ(remote.asked(), "");
+}
+
+}
+}
