@@ -2,8 +2,9 @@
 //
 // A component is a shared library with four C entry points. A host finds the library by its manifest, gets
 // the class object of a ProgID from it, and creates as many instances as the user opens. Registering
-// writes the manifest, a JSON file PROGID.json with the members "progId", "library" (absolute path) and
-// "version", into the folder "personal-health/components" below the user's data folder (XDG_DATA_HOME).
+// writes the manifest, a JSON file PROGID.json with the members "progId", "library" (its path: absolute, or from the
+// manifest's folder) and "version", into the folder "personal-health/components" below the user's data folder
+// (XDG_DATA_HOME). An installed package puts it into the same folder below the system's (XDG_DATA_DIRS), for all users.
 #pragma once
 
 #include "platform/host.h"

@@ -2,6 +2,8 @@
 
 #include "platform/Failure.h"
 
+#include <QCoreApplication>
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QJsonDocument>
@@ -9,29 +11,56 @@
 #include <QLibrary>
 #include <QStandardPaths>
 
+#include <exception>
+
 namespace health {
 
 namespace {
 
 [[noreturn]] void fail(const QString& text) { throw Failure(text.toStdWString()); }
 
-QString libraryOf(const QString& progId)
+QStringList manifestsOf(const QString& progId)
 {
     const QString name = QStringLiteral("personal-health/components/") + progId + QStringLiteral(".json");
-    const QString path = QStandardPaths::locate(QStandardPaths::GenericDataLocation, name);
-    if (path.isEmpty())
-        fail(QStringLiteral("The panel %1 is not registered on this machine. Register it with: "
-                            "personal-health-host --register LIBRARY")
-                 .arg(progId));
+    QStringList paths = QStandardPaths::locateAll(QStandardPaths::GenericDataLocation, name);
+    const QString own = QCoreApplication::applicationDirPath() + QStringLiteral("/../share/") + name;
+    if (QFile::exists(own))
+        paths.append(own);
+    return paths;
+}
+
+// The library that a manifest names, absolutely or from its own folder.
+QString libraryIn(const QString& path, const QString& progId)
+{
     QFile file(path);
     const bool opened = file.open(QIODevice::ReadOnly);
     const QJsonObject manifest = opened ? QJsonDocument::fromJson(file.readAll()).object() : QJsonObject();
     const QString library = manifest.value(QStringLiteral("library")).toString();
     if (manifest.value(QStringLiteral("progId")).toString() != progId || library.isEmpty())
         fail(QStringLiteral("The panel's manifest %1 cannot be read. Register the panel again.").arg(path));
-    if (!QFileInfo::exists(library))
-        fail(QStringLiteral("The panel's library %1 is not there any more. Register the panel again.").arg(library));
-    return library;
+    const QString found = QDir::cleanPath(QFileInfo(path).dir().absoluteFilePath(library));
+    if (!QFileInfo::exists(found))
+        fail(QStringLiteral("The panel's library %1 is not there any more. Register the panel again.").arg(found));
+    return found;
+}
+
+QString libraryOf(const QString& progId)
+{
+    const QStringList manifests = manifestsOf(progId);
+    if (manifests.isEmpty())
+        fail(QStringLiteral("The panel %1 is not registered on this machine. Register it with: "
+                            "personal-health-host --register LIBRARY")
+                 .arg(progId));
+    std::exception_ptr reason;
+    for (const QString& manifest : manifests) {
+        try {
+            return libraryIn(manifest, progId);
+        } catch (const Failure&) {
+            if (!reason)
+                reason = std::current_exception();
+        }
+    }
+    std::rethrow_exception(reason);
 }
 
 template<typename Function>

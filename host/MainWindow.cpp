@@ -176,7 +176,7 @@ bool MainWindow::askAgain(const QString& reason)
 void MainWindow::showProgress(int percent, const QString& text)
 {
     if (m_options.isUnattended())
-        return;
+        return tellProgress(tr("%1 (%2%)").arg(text).arg(percent / 25 * 25));
     if (!m_progress) {
         m_progress = new QProgressDialog(text, QString(), 0, 100, isVisible() ? this : nullptr);
         m_progress->setWindowTitle(tr("Preparing the clinical data"));
@@ -188,6 +188,13 @@ void MainWindow::showProgress(int percent, const QString& text)
     m_progress->setLabelText(text);
     m_progress->setValue(percent);
     m_progress->show();
+}
+
+void MainWindow::tellProgress(const QString& line)
+{
+    if (line != m_toldProgress)
+        std::fprintf(stderr, "%s\n", qPrintable(line));
+    m_toldProgress = line;
 }
 
 void MainWindow::endProgress() { delete m_progress; }

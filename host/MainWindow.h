@@ -49,6 +49,7 @@ private:
     void showReport(const Report& report);
     void showAbout();
     void showProgress(int percent, const QString& text);
+    void tellProgress(const QString& line);
     void endProgress();
     void changeTextSize(double factor);
     void updateTitle();
@@ -65,6 +66,7 @@ private:
     QAction* m_closePanel = nullptr;
     QAction* m_visitAction = nullptr;
     QPointer<QProgressDialog> m_progress;
+    QString m_toldProgress; // the last line on standard error where nobody sits in front
     double m_basePointSize;
     double m_textSize = 1;
 };

@@ -25,8 +25,7 @@ QString defaultDataFolder()
 QString defaultServerProgram()
 {
     const QString folder = QCoreApplication::applicationDirPath();
-    for (const char* place :
-        { "/../server/phserver", "/../lib/personal-health/phserver", "/../lib/personal-health/server/phserver" }) {
+    for (const char* place : { "/../server/phserver", "/../lib/personal-health/phserver" }) {
         const QFileInfo file(folder + QLatin1String(place));
         if (file.isExecutable())
             return file.canonicalFilePath();

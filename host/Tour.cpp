@@ -60,7 +60,7 @@ int Tour::run()
 
 void Tour::visitPatient(long number)
 {
-    std::printf("Patient %ld\n", number);
+    std::printf("Patient %ld, after %d pictures\n", number, m_pictures);
     std::fflush(stdout);
     m_window.context().selectPatient(number);
     const auto visits = linesOf(m_window.context().session().callList(L"MEVHOST VISITS", std::to_wstring(number)));
