@@ -101,10 +101,13 @@ std::optional<int> readYear(Scanner& scanner)
     return *year + (*year < 30 ? 2000 : 1900);
 }
 
+constexpr int FirstYear = 100;
+constexpr int LastYear = 9999;
+
 std::optional<year_month_day> checkedDate(int y, int m, int d)
 {
     const year_month_day date { year { y }, month { static_cast<unsigned>(m) }, day { static_cast<unsigned>(d) } };
-    if (y < 100 || !date.ok())
+    if (y < FirstYear || !date.ok())
         return std::nullopt;
     return date;
 }
@@ -186,6 +189,12 @@ Moment momentOf(int y, int m, int d, int hour, int minute, int second)
 Moment dateOf(Moment moment) { return floor<days>(moment); }
 
 bool hasTime(Moment moment) { return moment != dateOf(moment); }
+
+bool hasText(Moment moment)
+{
+    const int y { year_month_day { floor<days>(moment) }.year() };
+    return y >= FirstYear && y <= LastYear;
+}
 
 std::optional<Moment> parseDate(TextView text)
 {

@@ -20,6 +20,9 @@ Moment dateOf(Moment moment);
 
 bool hasTime(Moment moment);
 
+// The moment lies in the years that a date text can have, 100 to 9999.
+bool hasText(Moment moment);
+
 // Reads a date with an optional time: "m/d/yyyy", "mm/dd/yy" (00 to 29 is 20xx), "JAN 2, 2006",
 // each with "hh:mm[:ss]" and "AM" or "PM" after blanks. Day and month must be in range: 02/30 is
 // no date. A bare FileMan number is none either.
@@ -27,6 +30,7 @@ std::optional<Moment> parseDate(TextView text);
 
 inline bool isDate(TextView text) { return parseDate(text).has_value(); }
 
+// Texts of a moment for which hasText() holds.
 Text dateText(Moment moment); // "mm/dd/yyyy"
 Text dateTimeText(Moment moment); // "mm/dd/yyyy hh:mm", seconds dropped
 Text defaultDateText(Moment moment); // with the time only when there is one

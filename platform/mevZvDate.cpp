@@ -21,11 +21,9 @@ Moment addMonths(Moment moment, int count)
     return local_days { moved } + (moment - dateOf(moment));
 }
 
-// "", "+3", "-2W": an offset in days, weeks, months or years behind a "T" or "N".
-std::optional<Moment> shifted(Moment start, TextView offset)
+// "+3", "-2W": the start moved by that many days, weeks, months or years.
+std::optional<Moment> moved(Moment start, TextView offset)
 {
-    if (offset.empty())
-        return start;
     const bool negative = offset.front() == L'-';
     if (!negative && offset.front() != L'+')
         return std::nullopt;
@@ -44,6 +42,13 @@ std::optional<Moment> shifted(Moment start, TextView offset)
     if (unit == L"Y")
         return addMonths(start, count * 12);
     return std::nullopt;
+}
+
+// An offset as above, or none, behind a "T" or "N". What leads beyond the years that can be shown is none.
+std::optional<Moment> shifted(Moment start, TextView offset)
+{
+    const auto moment = offset.empty() ? start : moved(start, offset);
+    return moment && hasText(*moment) ? moment : std::nullopt;
 }
 
 // "010206" and "01022006" with slashes; any other text as it is.

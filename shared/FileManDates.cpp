@@ -34,14 +34,16 @@ std::optional<long long> plainFileManNumber(TextView text)
     return value;
 }
 
-// The moment of a 14-digit number YYYYMMDDHHMMSS; empty when the number has other than 14 digits.
+// The moment of a 14-digit number YYYYMMDDHHMMSS; empty when the number has other than 14 digits, and when its month
+// and day roll over beyond the year 9999.
 std::optional<Moment> momentOfDigits(long long digits)
 {
     if (digits < 10'000'000'000'000 || digits > 99'999'999'999'999)
         return std::nullopt;
     const auto field = [&](long long unit, long long base) { return static_cast<int>(digits / unit % base); };
-    return momentOf(field(10'000'000'000, 10'000), field(100'000'000, 100), field(1'000'000, 100), field(10'000, 100),
-        field(100, 100), field(1, 100));
+    const Moment moment = momentOf(field(10'000'000'000, 10'000), field(100'000'000, 100), field(1'000'000, 100),
+        field(10'000, 100), field(100, 100), field(1, 100));
+    return hasText(moment) ? std::optional(moment) : std::nullopt;
 }
 
 std::optional<Moment> momentOfNumber(TextView text)

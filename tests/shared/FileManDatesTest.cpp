@@ -21,7 +21,8 @@ TEST(FileManDates, ToDisplay)
         { L"12/31/2020@14:30", L"12/31/2020", L"12/31/2020 14:30" },
         { L"JAN 2,2006@09:05", L"01/02/2006", L"01/02/2006 09:05" },
         { L"1/2/2006", L"01/02/2006", L"01/02/2006 00:00" }, { L"", L"", L"" }, { L"no date", L"", L"" },
-        { L"02/30/2020", L"", L"" }, { L"99999999999", L"", L"" }, { L"-99999999", L"", L"" } };
+        { L"02/30/2020", L"", L"" }, { L"82991231", L"12/31/9999", L"12/31/9999 00:00" }, { L"82991232", L"", L"" },
+        { L"82999999.99", L"", L"" }, { L"99999999999", L"", L"" }, { L"-99999999", L"", L"" } };
     for (const Case& c : cases) {
         EXPECT_EQ(FMDateToDate(c.text, TimePart::Without), c.date) << narrow(c.text);
         EXPECT_EQ(FMDateToDate(c.text, TimePart::With), c.dateTime) << narrow(c.text);
