@@ -1,5 +1,6 @@
 #include "platform/Conversions.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <limits>
@@ -42,6 +43,32 @@ std::size_t numberLength(TextView text)
     return digits == 0 ? 0 : at + exponentFrom(text, at);
 }
 
+// The exponent that a number without its sign ends with, 0 when there is none; one of many digits is cut to a bound.
+long long exponentOf(std::string_view number)
+{
+    constexpr long long bound = 1'000'000'000'000'000'000;
+    const std::size_t mark = number.find_first_of("eE");
+    if (mark == std::string_view::npos)
+        return 0;
+    number.remove_prefix(mark + 1);
+    const bool negative = number.front() == '-';
+    if (negative || number.front() == '+')
+        number.remove_prefix(1);
+    long long exponent = bound;
+    if (std::from_chars(number.data(), number.data() + number.size(), exponent).ec != std::errc() || exponent > bound)
+        exponent = bound;
+    return negative ? -exponent : exponent;
+}
+
+// Of a number beyond the range of a double, without its sign: it is too small, not too large.
+bool isTiny(std::string_view number)
+{
+    const std::size_t mark = std::min(number.find_first_of("eE"), number.size());
+    const std::size_t point = std::min(number.find('.'), mark);
+    const std::size_t firstDigit = number.find_first_of("123456789");
+    return static_cast<long long>(point) - static_cast<long long>(firstDigit) + exponentOf(number) < 0;
+}
+
 double value(TextView number)
 {
     const bool negative = number.front() == L'-';
@@ -50,11 +77,8 @@ double value(TextView number)
     std::string digits(number.begin(), number.end());
     double result = 0;
     const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), result);
-    if (error == std::errc::result_out_of_range) {
-        const std::size_t exponent = digits.find_first_of("eE");
-        const bool tiny = exponent != std::string::npos && digits[exponent + 1] == '-';
-        result = tiny ? 0 : std::numeric_limits<double>::infinity();
-    }
+    if (error == std::errc::result_out_of_range)
+        result = isTiny(digits) ? 0 : std::numeric_limits<double>::infinity();
     return negative ? -result : result;
 }
 

@@ -35,6 +35,14 @@ TEST(Conversions, HugeNumbersStayInRange)
     EXPECT_EQ(roundToWhole(leadingNumber(L"1E999")), std::numeric_limits<long long>::max());
     EXPECT_EQ(roundToWhole(leadingNumber(L"-1E999")), std::numeric_limits<long long>::min());
     EXPECT_EQ(leadingNumber(L"1E-999"), 0);
+    // Where the digits are many, the exponent alone does not tell.
+    const Text zeros(400, L'0');
+    EXPECT_EQ(leadingNumber(L"0." + zeros + L"1"), 0);
+    EXPECT_EQ(leadingNumber(L"0." + zeros + L"1E5"), 0);
+    EXPECT_DOUBLE_EQ(leadingNumber(L"0." + zeros + L"1E401"), 1);
+    EXPECT_EQ(leadingNumber(L"1" + zeros + L"E-5"), std::numeric_limits<double>::infinity());
+    EXPECT_EQ(leadingNumber(L"-1E99999999999999999999"), -std::numeric_limits<double>::infinity());
+    EXPECT_EQ(leadingNumber(L"1E-99999999999999999999"), 0);
 }
 
 TEST(Conversions, HalvesGoToTheEvenNeighbour)
