@@ -3,12 +3,14 @@
 #include "platform/Conversions.h"
 #include "shared/Pieces.h"
 
+#include <algorithm>
 #include <array>
 
 namespace health {
 
 namespace {
 
+constexpr double MostPieces = 1000; // a source beyond them is an empty column as well
 constexpr TextView CodeDescription = L"ID:1:2^Code:1:4^Diagnosis:0:1:1";
 
 constexpr std::array<LookupTable, 25> Tables { {
@@ -77,7 +79,7 @@ std::vector<LookupColumn> lookupColumns(const LookupTable& table)
         const auto parts = SplitPieces(piece, L":", 3);
         columns.push_back({ .heading = parts[0],
             .hidden = parts[1] != L"0",
-            .source = static_cast<int>(leadingNumber(parts[2])),
+            .source = static_cast<short>(std::clamp(leadingNumber(parts[2]), 0.0, MostPieces)),
             .properCase = !parts[3].empty() });
     }
     return columns;

@@ -36,7 +36,7 @@ const LookupTable& lookupTable(int number);
 struct LookupColumn {
     Text heading;
     bool hidden = false;
-    int source = 0; // "^"-piece of a reply line; 0: an empty column
+    short source = 0; // "^"-piece of a reply line; 0: an empty column
     bool properCase = false;
 };
 

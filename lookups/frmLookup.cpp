@@ -150,7 +150,7 @@ void frmLookup::LoadGrid(TextView reply)
         fgResults.setRowCount(row + 1);
         for (int column = 0; column < fgResults.columnCount(); ++column) {
             const LookupColumn& layout = m_columns[static_cast<std::size_t>(column)];
-            const TextView value = pieceView(line, L"^", static_cast<short>(layout.source));
+            const TextView value = pieceView(line, L"^", layout.source);
             fgResults.setText(row, column, layout.properCase ? properCase(value) : Text(value));
         }
     }

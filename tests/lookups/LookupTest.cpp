@@ -57,6 +57,11 @@ TEST_F(Lookup, EveryTableHasItsLayout)
     EXPECT_EQ(byDefault[1].source, 4);
     EXPECT_EQ(byDefault[2].heading, L"Vendor");
     EXPECT_EQ(lookupColumns(lookupTable(12))[0].source, 2); // the number stands second there
+    // A source that no line can have is an empty column.
+    const auto odd = lookupColumns({ .name = L"", .file = L"", .columns = L"A:0:1E99^B:0:-7^C:0:x" });
+    EXPECT_EQ(odd[0].source, 1000);
+    EXPECT_EQ(odd[1].source, 0);
+    EXPECT_EQ(odd[2].source, 0);
     EXPECT_TRUE(lookupColumns(lookupTable(8))[2].properCase);
     EXPECT_THROW(lookupTable(25), std::out_of_range);
 }
