@@ -2,29 +2,29 @@ MEVDD ; The files: number, name, global, in one table
  ; Every file has a zero node NAME^number^last entry^number of entries, entries (ien,0) whose first piece is the name,
  ; and the cross-reference "B" from name to entry.
  ;
-TABLE ;
- ;;2;PATIENT;^MEVPAT
- ;;4;LOCATION;^AUTTLOC
- ;;7;DISCIPLINE;^MEVDIS
- ;;40.7;CLINIC;^MEVCLN
- ;;44;HOSPITAL LOCATION;^MEVHLO
- ;;50;DRUG;^MEVDRG
- ;;60;LAB TEST;^MEVLAB
- ;;71;RADIOLOGY PROCEDURE;^MEVRAD
- ;;80.1;ICD PROCEDURE;^MEVICP
- ;;200;USER;^MEVUSR
+TABLE ; number;name;global;S for what clients may search: no files of patients' records, no tables of the server's own
+ ;;2;PATIENT;^MEVPAT;S
+ ;;4;LOCATION;^AUTTLOC;S
+ ;;7;DISCIPLINE;^MEVDIS;S
+ ;;40.7;CLINIC;^MEVCLN;S
+ ;;44;HOSPITAL LOCATION;^MEVHLO;S
+ ;;50;DRUG;^MEVDRG;S
+ ;;60;LAB TEST;^MEVLAB;S
+ ;;71;RADIOLOGY PROCEDURE;^MEVRAD;S
+ ;;80.1;ICD PROCEDURE;^MEVICP;S
+ ;;200;USER;^MEVUSR;S
  ;;8930;USER CLASS;^MEVCLS
  ;;9000010;VISIT;^MEVVST
  ;;9999999.04;MANUFACTURER LOT;^AUTTIML
- ;;9999999.07;MEASUREMENT;^MEVMSR
- ;;9999999.09;EDUCATION TOPIC;^MEVEDT
- ;;9999999.11;VENDOR;^AUTTVNDR
- ;;9999999.14;VACCINE;^AUTTIMM
- ;;9999999.15;EXAM;^MEVEXM
- ;;9999999.28;SKIN TEST;^MEVSKT
- ;;9999999.64;HEALTH FACTOR;^MEVHFC
- ;;9999999.68;DIAGNOSTIC PROCEDURE;^MEVDXP
- ;;9999999.88;CPT MODIFIER;^MEVCPM
+ ;;9999999.07;MEASUREMENT;^MEVMSR;S
+ ;;9999999.09;EDUCATION TOPIC;^MEVEDT;S
+ ;;9999999.11;VENDOR;^AUTTVNDR;S
+ ;;9999999.14;VACCINE;^AUTTIMM;S
+ ;;9999999.15;EXAM;^MEVEXM;S
+ ;;9999999.28;SKIN TEST;^MEVSKT;S
+ ;;9999999.64;HEALTH FACTOR;^MEVHFC;S
+ ;;9999999.68;DIAGNOSTIC PROCEDURE;^MEVDXP;S
+ ;;9999999.88;CPT MODIFIER;^MEVCPM;S
  ;;9100.1;REPRODUCTIVE FACTORS;^MEVREP
  ;;9100.2;INFANT FEEDING;^MEVVIF
  ;;9100.3;BIRTH MEASUREMENT;^MEVBMSR
@@ -35,10 +35,18 @@ TABLE ;
  ;;9100.8;EMERGENCY ROOM VISIT;^MEVVER
  ;;9100.9;ASTHMA REGISTRY;^MEVREG
  ;;
-ROOT(file) ; The global of a file, empty for an unknown number. The process keeps the table in roots.
+ROOT(file) ; The global of a file, empty for an unknown number
+ IF '$DATA(roots) DO LOAD
+ QUIT $PIECE($GET(roots(file)),";")
+ ;
+SEARCHED(file) ; The same, empty also for a file that clients may not search
+ IF '$DATA(roots) DO LOAD
+ QUIT $SELECT($PIECE($GET(roots(file)),";",2)="S":$$ROOT(file),1:"")
+ ;
+LOAD ; The process keeps the table in roots(number)=global;S
  NEW line,text
- IF '$DATA(roots) FOR line=1:1 SET text=$TEXT(TABLE+line) QUIT:$PIECE(text,";",3)=""  SET roots($PIECE(text,";",3))=$PIECE(text,";",5)
- QUIT $GET(roots(file))
+ FOR line=1:1 SET text=$TEXT(TABLE+line) QUIT:$PIECE(text,";",3)=""  SET roots($PIECE(text,";",3))=$PIECE(text,";",5,6)
+ QUIT
  ;
 NAME(file,ien) ; The name of an entry, empty when there is none
  IF 'ien QUIT ""

@@ -4,7 +4,7 @@ MEVLOOK ; Searches of tables: by the beginning of the name, by code, by number
 DICLKUP ; Call: file ^ text ^^^ most ^ index ^ screen ^^ fields. Lines by the file's layout, see LINE.
  NEW count,file,most,root,screen,search
  SET file=$PIECE(param,"^"),search=$PIECE(param,"^",2),most=$PIECE(param,"^",5),screen=$PIECE(param,"^",7),count=0
- SET root=$SELECT(file?1.7N.1(1".".3N):$$ROOT^MEVDD(file),1:"")
+ SET root=$SELECT(file?1.7N.1(1".".3N):$$SEARCHED^MEVDD(file),1:"")
  IF root="" DO NO^MEVSET("This file cannot be searched.") QUIT
  IF screen'="",'$$ISKNOWN(screen) DO NO^MEVSET("This screen is not known.") QUIT
  IF file=200!(file=2),search="" QUIT
