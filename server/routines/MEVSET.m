@@ -23,6 +23,7 @@ REP ; Call: patient ^ counts ^ last period ^ method ^ its date [^ pregnant ^ del
  IF '$$KNOWN^MEVHOST(dfn) SET reply=$$NOPATIENT^MEVHOST(dfn) QUIT
  IF $PIECE(^MEVPAT(dfn,0),"^",2)'="F" DO NO("Reproductive factors are kept of women only.") QUIT
  IF $PIECE(param,"^",2)'?1"G"1.2N1"P"1.2N1"LC"1.2N1"SA"1.2N1"TA"1.2N DO NO("The counts "_$EXTRACT($PIECE(param,"^",2),1,40)_" cannot be read.") QUIT
+ IF $PIECE(param,"^",6)'="",$PIECE(param,"^",6)'?1(1"0",1"1") DO NO("The pregnancy flag must be 0 or 1.") QUIT
  SET bad=""
  FOR index=3,5,7 IF $PIECE(param,"^",index)'="",$$PARSE^MEVDATE($PIECE(param,"^",index))="" SET bad=$PIECE(param,"^",index) QUIT
  IF bad'="" DO NO($EXTRACT(bad,1,40)_" is not a date.") QUIT
