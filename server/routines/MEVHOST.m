@@ -11,15 +11,16 @@ CERTIFIED() ; The user that the session's certificate names, from the script tha
  QUIT $ZTRNLNM("mev_user")
  ;
 SIGNON ; Call: session name ^ user name
- NEW ien,name
- SET token=$PIECE(param,"^"),name=$PIECE(param,"^",2)
- IF token'?32(1N,1"a",1"b",1"c",1"d",1"e",1"f") SET token="",reply="-1^The session's name must be 32 hexadecimal digits." QUIT
+ ; A refusal leaves the session as it was.
+ NEW ien,name,new
+ SET new=$PIECE(param,"^"),name=$PIECE(param,"^",2)
+ IF new'?32(1N,1"a",1"b",1"c",1"d",1"e",1"f") SET reply="-1^The session's name must be 32 hexadecimal digits." QUIT
  IF name="" SET reply="-1^A user name is missing." QUIT
  IF $$CERTIFIED'="",name'=$$CERTIFIED SET reply="-1^Your certificate is for "_$$CERTIFIED_", not for "_$EXTRACT(name,1,80)_"." QUIT
  SET ien=$ORDER(^MEVUSR("B",$EXTRACT(name,1,80),""))
  IF 'ien SET reply="-1^There is no user named "_$EXTRACT(name,1,80)_"." QUIT
  IF '$PIECE(^MEVUSR(ien,0),"^",4) SET reply="-1^"_name_" may not sign on here." QUIT
- SET user=ien
+ SET user=ien,token=new
  DO SWEEP^MEVEVENT,FORGET^MEVONCE
  SET reply=ien_"^"_name_"^1^"_$PIECE(^AUTTLOC(1,0),"^")
  QUIT
