@@ -27,6 +27,7 @@ SIGNON ; Call: session name ^ user name
  ;
 KEYS ; Call: key ^ key ^ ...
  NEW index
+ IF $LENGTH(param,"^")>1000 SET reply="-1^These are too many keys." QUIT
  FOR index=1:1:$LENGTH(param,"^") SET $PIECE(reply,"^",index)=$$HOLDS^MEVUTL($PIECE(param,"^",index))
  QUIT
  ;

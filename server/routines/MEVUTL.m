@@ -8,6 +8,7 @@ HOLDS(key) ; "1" when the signed-on user holds a key
 CHKSEC ; Call: keys parted by "|" ^ parameter name
  NEW class,index,keys,name,list
  SET list=$PIECE(param,"^"),name=$PIECE(param,"^",2),keys=""
+ IF $LENGTH(list,"|")>1000 SET reply="-1^These are too many keys." QUIT
  FOR index=1:1:$LENGTH(list,"|") SET $PIECE(keys,"|",index)=$$HOLDS($PIECE(list,"|",index))
  SET class=$PIECE(^MEVUSR(user,0),"^",3)
  SET class=$SELECT(class="":"",name="":"",$LENGTH(name)>100:"",$GET(^MEVCLS(class,"PAR",name)):$PIECE(^MEVCLS(class,0),"^"),1:"")

@@ -128,9 +128,8 @@ TEST(Server, BadFramesGetAnAnswerAndTheSessionLivesOn)
             framed("F2\nThe request is longer than 1,000,000 bytes.") },
         { framed("2\nMEVREP GET\n\xff\xfe^"), framed("R2\n-1^There is no patient \xff\xfe.") },
         { framed("2\nMEVHOST SUBSCRIBE\n" + QByteArray(5000, 'x')), framed("R2\n-1^The event name is too long.") },
-        // Deeper than any subscript may be: an error of the engine, in the middle of a call.
-        { framed("2\nMEVHOST KEYS\n" + QByteArray(30000, '^')),
-            framed("R2\n" + QByteArray("0^").repeated(30000) + "0") },
+        { framed("2\nMEVHOST KEYS\n" + QByteArray(999, '^')), framed("R2\n" + QByteArray("0^").repeated(999) + "0") },
+        { framed("2\nMEVHOST KEYS\n" + QByteArray(900000, '^')), framed("R2\n-1^These are too many keys.") },
     };
     for (const auto& [request, answer] : cases) {
         const QByteArray answers = rawExchange(signOn + request + good);
