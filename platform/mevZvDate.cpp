@@ -75,9 +75,8 @@ bool givesTime(TextView text, Moment moment)
     return isNow || hasTime(moment) || text.find(L':') != TextView::npos;
 }
 
-}
-
-std::optional<Moment> momentEntered(TextView text, Moment now)
+// The same as momentEntered, to the second.
+std::optional<Moment> exactMoment(TextView text, Moment now)
 {
     Text upper = upperCase(trimmed(text));
     std::replace(upper.begin(), upper.end(), L'@', L' ');
@@ -88,7 +87,7 @@ std::optional<Moment> momentEntered(TextView text, Moment now)
     if (current > 0 && time.empty()) {
         // "NOV 2, 2006" begins with an N too.
         if (const auto moment = shifted(now, TextView(date).substr(current)))
-            return floor<minutes>(*moment);
+            return moment;
     }
     const std::size_t today = date.starts_with(L"TODAY") ? 5 : date.starts_with(L"T") ? 1 : 0;
     if (today > 0) {
@@ -96,6 +95,14 @@ std::optional<Moment> momentEntered(TextView text, Moment now)
         return moment ? parseDate(dateText(*moment) + time) : std::nullopt;
     }
     return parseDate(withSlashes(date) + time);
+}
+
+}
+
+std::optional<Moment> momentEntered(TextView text, Moment now)
+{
+    const auto moment = exactMoment(text, now);
+    return moment ? std::optional<Moment>(floor<minutes>(*moment)) : std::nullopt;
 }
 
 Text mevZvDate::understood(TextView text, Moment now) const

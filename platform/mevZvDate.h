@@ -41,7 +41,7 @@ private:
     bool m_dateOnly = false;
 };
 
-// The moment that an entered text means, with all the short forms; empty where it means none.
+// The moment that an entered text means, with all the short forms, to the minute; empty where it means none.
 std::optional<Moment> momentEntered(TextView text, Moment now);
 
 }
