@@ -7,6 +7,7 @@
 #include "host/PreviewDialog.h"
 #include "host/ProcessTransport.h"
 #include "host/TlsTransport.h"
+#include "host/ReadablePalette.h"
 #include "host/WheelGuard.h"
 
 #include <QApplication>
@@ -62,6 +63,7 @@ MainWindow::MainWindow(const Options& options)
     connect(m_pages, &PanelPages::countChanged, this, &MainWindow::updatePanelActions);
     connectContext();
     QApplication::instance()->installEventFilter(new WheelGuard(this));
+    new ReadablePalette(this);
 
     const QSize size(fontMetrics().horizontalAdvance(u'x') * 150, fontMetrics().height() * 42);
     if (m_options.isUnattended()) {

@@ -44,14 +44,11 @@ void LabelView::mirrorCaption()
     setMinimumWidth(isLong ? fontMetrics().averageCharWidth() * 60 : 0);
 }
 
-// Grey is what the palette shows for it; other numbers would not be readable on every ground.
+// Grey is what the palette shows for it; other numbers would not be readable on every ground. That of a hint can be
+// read; that of a disabled control cannot.
 void LabelView::mirrorColour()
 {
-    const bool grey = m_label.foreColour() == GreyText;
-    QPalette colours = QPalette();
-    if (grey)
-        colours.setColor(QPalette::WindowText, colours.color(QPalette::Disabled, QPalette::WindowText));
-    setPalette(colours);
+    setForegroundRole(m_label.foreColour() == GreyText ? QPalette::PlaceholderText : QPalette::WindowText);
 }
 
 FrameView::FrameView(mevContainer& container)

@@ -1,5 +1,6 @@
 #include "qt/GridModel.h"
 
+#include "platform/Contrast.h"
 #include "qt/QtText.h"
 
 #include <QBrush>
@@ -75,9 +76,8 @@ QVariant GridModel::foreground(Colour colour) const
 {
     if (colour == DefaultColour)
         return {};
-    const QColor exact = colourOf(colour);
     // Pure blue on a dark ground can hardly be read.
-    return QBrush(m_dark ? QColor::fromHsl(exact.hslHue(), exact.hslSaturation(), 190) : exact);
+    return QBrush(colourOf(readableOn(colour, { m_evenGround, m_oddGround })));
 }
 
 QVariant GridModel::headerData(int section, Qt::Orientation orientation, int role) const
@@ -105,11 +105,12 @@ void GridModel::coloursChanged()
         Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, columnCount() - 1), { Qt::ForegroundRole, Qt::FontRole });
 }
 
-void GridModel::setDark(bool dark)
+void GridModel::setGrounds(Colour even, Colour odd)
 {
-    if (m_dark == dark)
+    if (m_evenGround == even && m_oddGround == odd)
         return;
-    m_dark = dark;
+    m_evenGround = even;
+    m_oddGround = odd;
     coloursChanged();
 }
 

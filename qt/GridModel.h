@@ -27,8 +27,9 @@ public:
     // The same for colours alone.
     void coloursChanged();
 
-    // Whether colours are shown on a dark ground; the grid keeps its colour numbers.
-    void setDark(bool dark);
+    // The colours of even and odd rows' ground: texts get shades of their colours that can be read on both; the grid
+    // keeps its colour numbers.
+    void setGrounds(Colour even, Colour odd);
 
 private:
     QVariant foreground(Colour colour) const;
@@ -36,7 +37,8 @@ private:
     const Grid& m_grid;
     QStringList m_headings;
     QList<int> m_columns;
-    bool m_dark = false;
+    Colour m_evenGround = 0xFFFFFF;
+    Colour m_oddGround = 0xFFFFFF;
 };
 
 }

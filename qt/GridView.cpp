@@ -15,6 +15,15 @@
 
 namespace health {
 
+namespace {
+
+Colour colourNumber(const QColor& colour)
+{
+    return static_cast<Colour>(colour.red() | colour.green() << 8 | colour.blue() << 16);
+}
+
+}
+
 GridView::GridView(Grid& grid, QtDesktop& desktop, QStringList headings, QWidget* parent)
     : QTableView(parent)
     , m_grid(grid)
@@ -181,7 +190,11 @@ void GridView::scrollContentsBy(int dx, int dy)
 
 // --- Look ---
 
-void GridView::applyPalette() { m_model->setDark(palette().color(QPalette::Base).lightness() < 128); }
+void GridView::applyPalette()
+{
+    m_model->setGrounds(
+        colourNumber(palette().color(QPalette::Base)), colourNumber(palette().color(QPalette::AlternateBase)));
+}
 
 void GridView::changeEvent(QEvent* event)
 {

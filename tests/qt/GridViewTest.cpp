@@ -191,8 +191,10 @@ TEST_F(GridViewTest, ColouredRowsAreReadableOnAnyGround)
     EXPECT_FALSE(view.model()->index(0, 1).data(Qt::ForegroundRole).isValid());
     QPalette dark = view.palette();
     dark.setColor(QPalette::Base, QColor(30, 30, 30));
+    dark.setColor(QPalette::AlternateBase, QColor(50, 50, 50));
     view.setPalette(dark);
-    EXPECT_GT(colour().lightness(), 180);
+    EXPECT_GT(colour().lightness(), 160);
+    EXPECT_EQ(colour().blue(), 255);
 }
 
 }

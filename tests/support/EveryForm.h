@@ -1,0 +1,95 @@
+// Shows every form in its real window, one after the other.
+#pragma once
+
+#include "editors/frmAsthma.h"
+#include "editors/frmAsthmaReg.h"
+#include "editors/frmER.h"
+#include "editors/frmElder.h"
+#include "editors/frmElderView.h"
+#include "editors/frmInf.h"
+#include "editors/frmPediatric.h"
+#include "editors/frmRefusal.h"
+#include "editors/frmRepHist.h"
+#include "editors/frmTxc.h"
+#include "lookups/frmLookupEd2.h"
+#include "lookups/frmLookupImm.h"
+#include "platform/Conversions.h"
+#include "qt/QtDesktop.h"
+#include "tests/support/ScriptedHost.h"
+
+#include <QApplication>
+#include <QTimer>
+
+namespace health::test {
+
+// Scripted replies behind real windows.
+struct ShownForms {
+    ShownForms()
+    {
+        shared.InitObjects(host, false);
+        host.patient->patientNumber = 12;
+        host.session->reply(L"MEVVAST GETREG", L"12^ACTIVE|A^06/30/2006");
+        host.session->reply(L"MEVVELD GET", L"1^^3260310|81^NEEDS HELP\r\n");
+        host.session->reply(L"MEVUTL DICLKUP", L"1^^ONE^\r\n2^^TWO^\r\n");
+    }
+
+    // Does something with the window of a form, and closes it.
+    void show(Form& form, const std::function<void(QWidget&)>& look)
+    {
+        // Behind what the form does when it is activated.
+        QTimer::singleShot(30, [&] {
+            QWidget* const window = QApplication::activeModalWidget();
+            look(*window);
+            window->close();
+        });
+        desktop.showModal(form);
+    }
+
+    template<typename Editor>
+    void show(const std::function<void(QWidget&)>& look, const std::function<void(Editor&)>& prepare = {})
+    {
+        Editor form(shared);
+        if (prepare)
+            prepare(form);
+        show(form, look);
+    }
+
+    void showLookup(frmLookup& lookup, int table, const std::function<void(QWidget&)>& look)
+    {
+        QTimer::singleShot(30, [&] {
+            QWidget* const window = QApplication::activeModalWidget();
+            look(*window);
+            window->close();
+        });
+        lookup.RunQuery(table, L"", false, L"*");
+    }
+
+    void showAll(const std::function<void(QWidget&)>& look)
+    {
+        show<frmRepHist>(look);
+        host.patient->patientSex = L"M"; // whose fields are grey
+        show<frmRepHist>(look);
+        host.patient->patientSex = L"F";
+        show<frmInf>(look);
+        show<frmPediatric>(look);
+        show<frmElder>(look);
+        show<frmElderView>(look);
+        show<frmAsthma>(look, [](frmAsthma& form) { form.height = frmAsthma::RegistryHeight; });
+        show<frmAsthmaReg>(look);
+        show<frmTxc>(look);
+        show<frmRefusal>(look);
+        show<frmER>(look);
+        frmLookup lookup(shared);
+        showLookup(lookup, LookupTableNumber::Provider, look);
+        frmLookupImm vaccines(shared);
+        showLookup(vaccines, LookupTableNumber::Immunization, look);
+        frmLookupEd2 topics(shared);
+        showLookup(topics, LookupTableNumber::EducationTopic, look);
+    }
+
+    ScriptedHost host;
+    QtDesktop desktop;
+    modShared shared { desktop };
+};
+
+}
