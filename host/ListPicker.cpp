@@ -10,6 +10,7 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QScreen>
+#include <QToolButton>
 #include <QVBoxLayout>
 
 namespace health {
@@ -35,6 +36,8 @@ ListPicker::ListPicker(const QString& title, const QStringList& headings, QWidge
     setWindowTitle(title);
     m_text->hide();
     m_text->setClearButtonEnabled(true);
+    if (auto* const clear = m_text->findChild<QToolButton*>())
+        clear->setAccessibleName(tr("Clear"));
     m_text->installEventFilter(this);
 
     m_list->setHorizontalHeaderLabels(headings);

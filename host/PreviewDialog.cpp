@@ -27,8 +27,14 @@ PreviewDialog::PreviewDialog(const ReportPages& pages, const QString& title, QWi
     }
     m_preview = new QPrintPreviewWidget(&m_printer);
     m_preview->setAccessibleName(title);
-    if (auto* const pages = m_preview->findChild<QGraphicsView*>())
-        pages->setAccessibleName(tr("Pages"));
+    // The pages are pictures: screen readers speak their text as the description.
+    if (auto* const view = m_preview->findChild<QGraphicsView*>()) {
+        for (QWidget* const spoken : { static_cast<QWidget*>(view), view->viewport() }) {
+            spoken->setAccessibleName(tr("Pages"));
+            spoken->setAccessibleDescription(
+                QStringList(pages.lines()).replaceInStrings(QStringLiteral("\f"), QString()).join(u'\n'));
+        }
+    }
     connect(
         m_preview, &QPrintPreviewWidget::paintRequested, this, [this](QPrinter* printer) { m_pages.paint(*printer); });
 

@@ -5,14 +5,29 @@
 #include "qt/QtText.h"
 
 #include <QCalendarWidget>
+#include <QCoreApplication>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QMenu>
 #include <QScopedValueRollback>
+#include <QTableView>
 #include <QVBoxLayout>
 #include <QWidgetAction>
 
 namespace health {
+
+void nameControl(QWidget& control, QString words)
+{
+    words.remove(u'&');
+    if (auto* const arrows = dynamic_cast<UpDownView*>(&control))
+        arrows->setSpokenName(words);
+    else if (auto* const date = dynamic_cast<DateView*>(&control))
+        date->setSpokenName(words);
+    else if (auto* const button = dynamic_cast<QAbstractButton*>(&control); !button)
+        control.setAccessibleName(words);
+    else if (button->text() == QStringLiteral("..."))
+        button->setAccessibleName(QCoreApplication::translate("FormBuilder", "Find %1").arg(words));
+}
 
 // --- Label and frame ---
 
@@ -38,10 +53,29 @@ void LabelView::controlChanged(Control& control, Change change)
 void LabelView::mirrorCaption()
 {
     setText(toQString(m_label.caption()));
+    speakCaption();
     // Help texts run over several lines.
     const bool isLong = m_label.caption().size() > 60;
     setWordWrap(isLong);
     setMinimumWidth(isLong ? fontMetrics().averageCharWidth() * 60 : 0);
+}
+
+void LabelView::speakFor(const QList<QWidget*>& controls)
+{
+    m_spokenFor.clear();
+    for (QWidget* const control : controls) {
+        if (!qobject_cast<QLabel*>(control))
+            m_spokenFor.append(control);
+    }
+    speakCaption();
+}
+
+void LabelView::speakCaption()
+{
+    for (const QPointer<QWidget>& control : m_spokenFor) {
+        if (control)
+            nameControl(*control, text());
+    }
 }
 
 // Grey is what the palette shows for it; other numbers would not be readable on every ground. That of a hint can be
@@ -114,6 +148,13 @@ void TextBoxView::mouseMoveEvent(QMouseEvent* event)
 {
     health::raise(m_textBox.MouseMove);
     QLineEdit::mouseMoveEvent(event);
+}
+
+// The tool tip tells a screen reader what a short label means, and is there no later than the focus.
+void TextBoxView::focusInEvent(QFocusEvent* event)
+{
+    health::raise(m_textBox.MouseMove);
+    QLineEdit::focusInEvent(event);
 }
 
 namespace {
@@ -306,20 +347,27 @@ UpDownView::UpDownView(UpDown& upDown)
     layout->setSpacing(0);
     for (const int step : { 1, -1 }) {
         auto* const arrow = new QToolButton;
+        m_arrows.append(arrow);
         arrow->setArrowType(step > 0 ? Qt::UpArrow : Qt::DownArrow);
         arrow->setAutoRepeat(true);
         arrow->setFocusPolicy(Qt::NoFocus); // the field beside it can be typed in
         arrow->setFixedHeight(fontMetrics().height() * 3 / 4);
-        arrow->setAccessibleName(step > 0 ? tr("One more") : tr("One less"));
         connect(arrow, &QToolButton::clicked, this, [this, step] { m_upDown.step(step); });
         layout->addWidget(arrow);
     }
+    setSpokenName({});
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     mirrorCommon(*this, upDown);
     m_upDown.setObserver(this);
 }
 
 void UpDownView::controlChanged(Control& control, Change change) { mirrorCommon(*this, control, change); }
+
+void UpDownView::setSpokenName(const QString& name)
+{
+    m_arrows[0]->setAccessibleName(tr("%1 one more").arg(name).trimmed());
+    m_arrows[1]->setAccessibleName(tr("%1 one less").arg(name).trimmed());
+}
 
 // --- Date ---
 
@@ -332,7 +380,7 @@ DateView::DateView(mevZvDate& date, QtDesktop& desktop)
     mirrorOptions();
     m_line->setMinimumWidth(fontMetrics().averageCharWidth() * 24);
     m_button->setArrowType(Qt::DownArrow);
-    m_button->setAccessibleName(tr("Calendar"));
+    setSpokenName({});
     m_button->setToolTip(tr("Calendar"));
     m_button->setFocusPolicy(Qt::NoFocus); // Alt+Down in the field opens it too
     auto* const layout = new QHBoxLayout(this);
@@ -367,6 +415,12 @@ void DateView::mirrorOptions()
     m_line->setPlaceholderText(m_date.requiresTime() ? tr("mm/dd/yyyy hh:mm, N") : tr("mm/dd/yyyy, T, T-3"));
 }
 
+void DateView::setSpokenName(const QString& name)
+{
+    m_line->setAccessibleName(name);
+    m_button->setAccessibleName(tr("%1 calendar").arg(name).trimmed());
+}
+
 bool DateView::commit()
 {
     const Text typed = toText(m_line->text());
@@ -382,6 +436,15 @@ void DateView::openCalendar()
 {
     QMenu popup(this);
     auto* const calendar = new QCalendarWidget;
+    calendar->setAccessibleName(m_button->accessibleName());
+    if (auto* const days = calendar->findChild<QTableView*>())
+        days->setAccessibleName(m_button->accessibleName());
+    const std::pair<const char*, QString> arrows[] = { { "qt_calendar_prevmonth", tr("Previous month") },
+        { "qt_calendar_nextmonth", tr("Next month") } };
+    for (const auto& [object, name] : arrows) {
+        if (auto* const arrow = calendar->findChild<QToolButton*>(QLatin1String(object)))
+            arrow->setAccessibleName(name);
+    }
     if (const auto moment = m_date.moment()) {
         const std::chrono::year_month_day date { std::chrono::floor<std::chrono::days>(*moment) };
         calendar->setSelectedDate(QDate(int(date.year()), int(unsigned(date.month())), int(unsigned(date.day()))));

@@ -15,6 +15,7 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPlainTextEdit>
+#include <QPointer>
 #include <QRadioButton>
 #include <QToolButton>
 
@@ -22,17 +23,26 @@ namespace health {
 
 class QtDesktop;
 
+// Gives a control the words that stand beside it as the name that a screen reader speaks. A button keeps its caption,
+// unless that is "...": it finds what the words name.
+void nameControl(QWidget& control, QString words);
+
 class LabelView : public QLabel, public ControlObserver {
 public:
     explicit LabelView(Label& label);
     ~LabelView() override { m_label.setObserver(nullptr); }
     void controlChanged(Control& control, Change change) override;
 
+    // Names the controls by the caption, now and whenever it changes. Labels among them speak for themselves.
+    void speakFor(const QList<QWidget*>& controls);
+
 private:
     void mirrorCaption();
     void mirrorColour();
+    void speakCaption();
 
     Label& m_label;
+    QList<QPointer<QWidget>> m_spokenFor;
 };
 
 class FrameView : public QGroupBox, public ControlObserver {
@@ -52,6 +62,7 @@ public:
     void controlChanged(Control& control, Change change) override;
 
 protected:
+    void focusInEvent(QFocusEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
 
@@ -120,9 +131,11 @@ public:
     explicit UpDownView(UpDown& upDown);
     ~UpDownView() override { m_upDown.setObserver(nullptr); }
     void controlChanged(Control& control, Change change) override;
+    void setSpokenName(const QString& name);
 
 private:
     UpDown& m_upDown;
+    QList<QToolButton*> m_arrows;
 };
 
 // A line for a date in any of the forms that mevZvDate understands, with a calendar.
@@ -135,6 +148,7 @@ public:
     // Hands what was typed to the control; false when the form did not take it as it was.
     bool commit();
     QLineEdit* line() { return m_line; }
+    void setSpokenName(const QString& name);
 
 private:
     void mirrorOptions();

@@ -66,22 +66,31 @@ QLayout* FormBuilder::buildBox(const Arrangement& box, Qt::Orientation orientati
     auto* const layout =
         new QBoxLayout(orientation == Qt::Vertical ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight);
     LabelView* waiting = nullptr; // a label with an access key stands for the control that follows it
+    const OptionButtonView* option = nullptr; // the text beside an option goes with it
     for (const Arrangement& child : box.children) {
         add(layout, build(child));
         QWidget* const widget = m_widgets.value(child.control);
-        if (waiting && widget)
+        if (waiting && widget) {
             waiting->setBuddy(widget);
+            waiting->speakFor({ widget });
+        }
+        if (option && dynamic_cast<TextBoxView*>(widget) && orientation == Qt::Horizontal)
+            nameControl(*widget, option->text());
+        option = dynamic_cast<OptionButtonView*>(widget);
         auto* const label = dynamic_cast<LabelView*>(widget);
         waiting = label && label->text().contains(u'&') ? label : nullptr;
     }
     return layout;
 }
 
-QWidget* FormBuilder::labelFor(const Arrangement& field, QWidget* buddy)
+QWidget* FormBuilder::labelFor(const Arrangement& field)
 {
     auto* const label = new LabelView(*field.label);
-    label->setBuddy(buddy);
-    buddy->setAccessibleName(toQString(field.label->caption()).remove(u'&'));
+    QList<QWidget*> controls;
+    for (const Arrangement& child : field.children)
+        controls.append(m_widgets.value(child.control));
+    label->setBuddy(controls.front());
+    label->speakFor(controls);
     return label;
 }
 
@@ -90,7 +99,7 @@ QLayout* FormBuilder::buildField(const Arrangement& field)
     auto* const layout = new QHBoxLayout;
     for (const Arrangement& child : field.children)
         layout->addWidget(widgetFor(*child.control));
-    layout->insertWidget(0, labelFor(field, m_widgets.value(field.children.front().control)));
+    layout->insertWidget(0, labelFor(field));
     return layout;
 }
 
@@ -113,8 +122,7 @@ QLayout* FormBuilder::buildFields(const Arrangement& grid)
         widenForNames(field);
         // Beside several lines the label stands at the first one.
         const bool tall = dynamic_cast<TextAreaView*>(m_widgets.value(field.children.front().control));
-        layout->addWidget(labelFor(field, m_widgets.value(field.children.front().control)), row, 0,
-            tall ? Qt::AlignTop : Qt::Alignment());
+        layout->addWidget(labelFor(field), row, 0, tall ? Qt::AlignTop : Qt::Alignment());
         layout->addLayout(controls, row, 1);
     }
     layout->setColumnStretch(1, 1);

@@ -39,7 +39,7 @@ private:
     QWidget* buildFrame(const Arrangement& frame);
     QWidget* widgetFor(Control& control);
     QWidget* makeWidget(Control& control);
-    QWidget* labelFor(const Arrangement& field, QWidget* buddy);
+    QWidget* labelFor(const Arrangement& field);
 
     Form& m_form;
     QtDesktop& m_desktop;

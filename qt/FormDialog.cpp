@@ -35,12 +35,35 @@ FormDialog::FormDialog(Form& form, QtDesktop& desktop, QWidget* parent)
             });
         }
     }
+    findUnlabelled();
+    nameUnlabelled();
     const QList<QWidget*>& order = m_builder.inTabOrder();
     for (int i = 1; i < order.size(); ++i)
         setTabOrder(order[i - 1], order[i]);
     m_form.setObserver(this);
     defaultChanged(form);
     fitToText();
+}
+
+// What no label named.
+void FormDialog::findUnlabelled()
+{
+    for (QWidget* const widget : m_builder.inTabOrder()) {
+        const QWidget* const focused = widget->focusProxy() ? widget->focusProxy() : widget;
+        const auto* const button = qobject_cast<QAbstractButton*>(widget);
+        const bool speaks = button && button->text() != QStringLiteral("...");
+        if (!speaks && focused->accessibleName().isEmpty())
+            m_unlabelled.append(widget);
+    }
+}
+
+// Screen readers speak of it by the caption around it: its frame's, or the window's.
+void FormDialog::nameUnlabelled()
+{
+    for (QWidget* const widget : m_unlabelled) {
+        const auto* const frame = qobject_cast<QGroupBox*>(widget->parentWidget());
+        nameControl(*widget, frame && !frame->title().isEmpty() ? frame->title() : windowTitle());
+    }
 }
 
 // As high as the wrapped help texts need at this width, and as the form wants to be; the usual first size may be less
@@ -85,7 +108,11 @@ void FormDialog::run()
 
 // --- What the form does ---
 
-void FormDialog::captionChanged(Form& form) { setWindowTitle(toQString(form.caption())); }
+void FormDialog::captionChanged(Form& form)
+{
+    setWindowTitle(toQString(form.caption()));
+    nameUnlabelled();
+}
 
 void FormDialog::focusMoved(Form& form)
 {

@@ -33,6 +33,8 @@ protected:
 
 private:
     Control* controlOf(QObject* widget) const;
+    void findUnlabelled();
+    void nameUnlabelled();
     void fitToText();
     void focusFirst();
     void focusEntered(Control& control);
@@ -41,6 +43,7 @@ private:
     Form& m_form;
     FormBuilder m_builder;
     QHash<QObject*, Control*> m_controls; // by the widget that really has the focus
+    QList<QWidget*> m_unlabelled;
     bool m_started = false;
 };
 

@@ -17,6 +17,7 @@ PanelView::PanelView(kalmevRepHistCtrl& control, QtDesktop& desktop)
 {
     setAccessibleName(tr("Personal Health"));
     m_type.setAccessibleName(tr("Record type to add"));
+    m_type.setAccessibleDescription(m_type.accessibleName()); // some screen readers take its value for its name
     m_grid.setAccessibleName(tr("Personal health records"));
     setNaturalSizes();
 }

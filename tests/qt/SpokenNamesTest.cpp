@@ -1,0 +1,208 @@
+// What a screen reader is told of each form and of the panel.
+#include "control/kalmevRepHistCtrl.h"
+#include "qt/PanelView.h"
+#include "tests/support/EveryForm.h"
+
+#include <QAccessible>
+#include <QAccessibleWidget>
+#include <QCalendarWidget>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMenu>
+#include <QTest>
+#include <QToolButton>
+
+#include <gtest/gtest.h>
+
+namespace health::test {
+namespace {
+
+bool isControl(QAccessible::Role role)
+{
+    switch (role) {
+    case QAccessible::PushButton:
+    case QAccessible::ButtonMenu:
+    case QAccessible::CheckBox:
+    case QAccessible::RadioButton:
+    case QAccessible::ComboBox:
+    case QAccessible::EditableText:
+    case QAccessible::SpinBox:
+    case QAccessible::List:
+    case QAccessible::Table:
+    case QAccessible::Tree:
+    case QAccessible::MenuItem:
+        return true;
+    default:
+        return false;
+    }
+}
+
+bool isCellsOwner(QAccessible::Role role)
+{
+    return role == QAccessible::Table || role == QAccessible::List || role == QAccessible::ComboBox;
+}
+
+using Visit = std::function<void(QAccessibleInterface&)>;
+
+void walk(QAccessibleInterface* node, const Visit& visit)
+{
+    if (!node || node->state().invisible)
+        return;
+    visit(*node);
+    for (int i = 0; !isCellsOwner(node->role()) && i < node->childCount(); ++i)
+        walk(node->child(i), visit);
+}
+
+// Role and name of each control, in the order of the tree; an option's is told with its group.
+QStringList controlsOf(QWidget& window)
+{
+    QStringList controls;
+    walk(QAccessible::queryAccessibleInterface(&window), [&](QAccessibleInterface& node) {
+        if (node.object() == &window || !(isControl(node.role()) || node.state().focusable))
+            return;
+        const bool option = node.role() == QAccessible::RadioButton;
+        controls.append(QString::number(node.role()) + u' ' + node.text(QAccessible::Name)
+            + (option ? u' ' + node.parent()->text(QAccessible::Name) : QString()));
+    });
+    return controls;
+}
+
+// Names of their own that can be spoken.
+void expectNames(QWidget& window)
+{
+    SCOPED_TRACE(window.windowTitle().toStdString());
+    EXPECT_FALSE(QAccessible::queryAccessibleInterface(&window)->text(QAccessible::Name).isEmpty());
+    const QStringList controls = controlsOf(window);
+    EXPECT_FALSE(controls.isEmpty());
+    for (const QString& control : controls) {
+        const QString name = control.section(u' ', 1);
+        EXPECT_TRUE(std::any_of(name.begin(), name.end(), [](QChar letter) { return letter.isLetterOrNumber(); }))
+            << "no name: " << control.toStdString();
+        EXPECT_FALSE(name.contains(u'&')) << control.toStdString();
+        EXPECT_EQ(controls.count(control), 1) << control.toStdString();
+    }
+}
+
+QString nameOf(QWidget* widget) { return QAccessible::queryAccessibleInterface(widget)->text(QAccessible::Name); }
+
+TEST(SpokenNames, EveryControlOfEveryFormHasItsOwn)
+{
+    ShownForms forms;
+    int shown = 0;
+    forms.showAll([&](QWidget& window) {
+        ++shown;
+        expectNames(window);
+    });
+    EXPECT_EQ(shown, 14);
+}
+
+TEST(SpokenNames, FollowTheCaptions)
+{
+    ShownForms forms;
+    forms.show<frmRefusal>([](QWidget& window) {
+        const auto names = [&] { return controlsOf(window).join(u'|'); };
+        auto* const list = window.findChild<QListWidget*>();
+        EXPECT_EQ(nameOf(list), QStringLiteral("Refusal Type"));
+        EXPECT_TRUE(names().contains(QStringLiteral("Find Refusal Item"))) << names().toStdString();
+        list->setCurrentRow(1);
+        list->item(1)->setCheckState(Qt::Checked);
+        EXPECT_TRUE(names().contains(QStringLiteral("Find Exam"))) << names().toStdString();
+        EXPECT_FALSE(names().contains(QStringLiteral("Refusal Item"))) << names().toStdString();
+    });
+    forms.show<frmElderView>([](QWidget& window) {
+        EXPECT_EQ(nameOf(window.findChild<QTableView*>()), QStringLiteral("View Functional Status Record"));
+    });
+    forms.show<frmInf>([](QWidget& window) {
+        EXPECT_EQ(nameOf(window.findChild<QListWidget*>()), QStringLiteral("Add Infant Feeding Record"));
+    });
+}
+
+TEST(SpokenNames, StateIsToldToo)
+{
+    ShownForms forms;
+    // A status beside its label is told, not the label's caption twice.
+    forms.show<frmAsthma>(
+        [](QWidget& window) {
+            QStringList texts;
+            for (QLabel* const label : window.findChildren<QLabel*>())
+                texts.append(nameOf(label));
+            EXPECT_TRUE(texts.contains(QStringLiteral("Active"))) << texts.join(u'|').toStdString();
+        },
+        [](frmAsthma& form) { form.height = frmAsthma::RegistryHeight; });
+    // The short names of the counts are explained where the focus is.
+    forms.show<frmRepHist>([](QWidget& window) {
+        auto* const field = window.findChild<QLineEdit*>();
+        EXPECT_EQ(nameOf(field), QStringLiteral("G"));
+        field->setFocus();
+        QFocusEvent focus(QEvent::FocusIn);
+        QCoreApplication::sendEvent(field, &focus);
+        EXPECT_EQ(
+            QAccessible::queryAccessibleInterface(field)->text(QAccessible::Description), QStringLiteral("Gravidity"));
+    });
+    // What can be chosen, and what is.
+    forms.show<frmInf>([](QWidget& window) {
+        auto* const list = window.findChild<QListWidget*>();
+        list->item(4)->setCheckState(Qt::Checked);
+        QAccessibleInterface* const node = QAccessible::queryAccessibleInterface(list);
+        ASSERT_EQ(node->childCount(), 5);
+        EXPECT_EQ(node->child(2)->text(QAccessible::Name), QStringLiteral("1/2 Breast & 1/2 Formula"));
+        EXPECT_FALSE(node->child(3)->state().checked);
+        EXPECT_TRUE(node->child(4)->state().checked);
+    });
+}
+
+TEST(SpokenNames, CalendarIsNamed)
+{
+    ShownForms forms;
+    forms.show<frmTxc>([](QWidget& window) {
+        QTimer::singleShot(20, [] {
+            QWidget* const popup = QApplication::activePopupWidget();
+            ASSERT_NE(popup, nullptr);
+            const QString name = QStringLiteral("Date Initiated calendar");
+            EXPECT_EQ(nameOf(popup->findChild<QCalendarWidget*>()), name);
+            EXPECT_EQ(nameOf(popup->findChild<QTableView*>()), name);
+            int buttons = 0;
+            for (QToolButton* const button : popup->findChildren<QToolButton*>()) {
+                EXPECT_FALSE(nameOf(button).isEmpty()) << button->objectName().toStdString();
+                ++buttons;
+            }
+            EXPECT_EQ(buttons, 4); // back, month, year, on
+            popup->close();
+        });
+        for (auto* const button : window.findChildren<QToolButton*>()) {
+            if (nameOf(button) == QStringLiteral("Date Initiated calendar"))
+                button->click();
+        }
+    });
+}
+
+TEST(SpokenNames, GridTellsItsShownCellsOnly)
+{
+    ScriptedHost host;
+    QtDesktop desktop;
+    modShared shared(desktop);
+    kalmevRepHistCtrl control(shared, host);
+    host.session->reply(L"MEVVELD GET", L"77^^3260310|81^NEEDS HELP\r\n78^^3260311|82^INDEPENDENT\r\n");
+    host.patient->patientNumber = 12;
+    control.UserControl_Initialize();
+    PanelView view(control, desktop);
+    view.setWindowTitle(QStringLiteral("Panel"));
+    view.show();
+    QTest::qWait(20);
+    expectNames(view);
+    QAccessibleInterface* const grid = QAccessible::queryAccessibleInterface(view.findChild<QTableView*>());
+    ASSERT_NE(grid->tableInterface(), nullptr);
+    QStringList cells;
+    for (int i = 0; i < grid->childCount(); ++i)
+        cells.append(grid->child(i)->text(QAccessible::Name));
+    cells.removeAll(QString()); // of the headers
+    EXPECT_EQ(cells.join(u'|').toStdString(),
+        "Record|Summary|Functional Status|03/10/2026: Toileting=Needs Help|Functional Status|03/11/2026: "
+        "Toileting=Independent");
+    EXPECT_EQ(grid->tableInterface()->columnDescription(0), QStringLiteral("Record"));
+    EXPECT_EQ(grid->tableInterface()->columnDescription(1), QStringLiteral("Summary"));
+}
+
+}
+}
