@@ -1,0 +1,320 @@
+#!/usr/bin/env python3
+"""The host as a screen reader meets it: started as a user starts it, walked over the accessibility bus.
+
+Opens the main window and its dialogs by keys. In each of them every control that takes the focus or can be pressed
+must have a name that can be spoken, no two of a window the same; the records' grid must tell the texts of its cells
+and nothing else. Needs a display and a session bus of its own:
+
+    xvfb-run -a dbus-run-session -- walk_windows.py HOST SERVER LIBRARY
+"""
+
+import os
+import subprocess
+import sys
+import tempfile
+import time
+
+import gi
+
+gi.require_version("Atspi", "2.0")
+from gi.repository import Atspi, GLib  # noqa: E402
+
+HOST, SERVER, LIBRARY = sys.argv[1:4]
+PATIENCE = 20  # seconds
+
+CONTROLS = {
+    Atspi.Role.PUSH_BUTTON, Atspi.Role.TOGGLE_BUTTON, Atspi.Role.CHECK_BOX, Atspi.Role.RADIO_BUTTON,
+    Atspi.Role.COMBO_BOX, Atspi.Role.TEXT, Atspi.Role.ENTRY, Atspi.Role.PASSWORD_TEXT, Atspi.Role.SPIN_BUTTON,
+    Atspi.Role.SLIDER, Atspi.Role.LIST, Atspi.Role.LIST_BOX, Atspi.Role.LIST_ITEM, Atspi.Role.TABLE, Atspi.Role.TREE,
+    Atspi.Role.TREE_TABLE, Atspi.Role.MENU, Atspi.Role.MENU_ITEM, Atspi.Role.CHECK_MENU_ITEM, Atspi.Role.PAGE_TAB,
+}
+# Whose children are cells and entries: texts of the data.
+TABLES = {Atspi.Role.COMBO_BOX, Atspi.Role.LIST, Atspi.Role.LIST_BOX, Atspi.Role.TABLE, Atspi.Role.TREE, Atspi.Role.TREE_TABLE}
+WINDOWS = {Atspi.Role.FRAME, Atspi.Role.DIALOG, Atspi.Role.ALERT, Atspi.Role.WINDOW, Atspi.Role.POPUP_MENU}
+
+faults = []
+walked = {}
+
+
+def wait_for(what, look):
+    """What `look` finds once it finds something; an end of the test when it does not."""
+    end = time.monotonic() + PATIENCE
+    while time.monotonic() < end:
+        try:
+            found = look()
+        except GLib.Error:
+            found = None  # went away meanwhile
+        if found:
+            return found
+        time.sleep(0.02)
+    for window in windows():
+        print(f"  open: {window.get_role_name()} '{window.get_name()}'", file=sys.stderr)
+    raise SystemExit(f"Not seen within {PATIENCE} s: {what}")
+
+
+def application():
+    desktop = Atspi.get_desktop(0)
+    for i in range(desktop.get_child_count()):
+        child = desktop.get_child_at_index(i)
+        if child and child.get_process_id() == host.pid:
+            return child
+    return None
+
+
+def children(node):
+    return [child for child in (node.get_child_at_index(i) for i in range(node.get_child_count())) if child]
+
+
+def has_state(node, state):
+    return node.get_state_set().contains(state)
+
+
+def windows():
+    program = application()
+    return [window for window in children(program) if has_state(window, Atspi.StateType.SHOWING)] if program else []
+
+
+def descendants(node):
+    """The node and all that is shown below it; the cells of a table are looked at by themselves."""
+    yield node
+    if node.get_role() not in TABLES:
+        for child in children(node):
+            yield from descendants(child)
+
+
+def find(window, role, name=None):
+    for node in descendants(window):
+        if node.get_role() == role and name in (None, node.get_name()) and has_state(node, Atspi.StateType.SHOWING):
+            return node
+    return None
+
+
+def spoken_name(node):
+    """A drop-down list has its value for a name: what it is for is told by its label, or its description."""
+    if node.get_role() != Atspi.Role.COMBO_BOX:
+        return node.get_name()
+    labels = [relation.get_target(0).get_name() for relation in node.get_relation_set()
+              if relation.get_relation_type() == Atspi.RelationType.LABELLED_BY]
+    return labels[0] if labels else node.get_description()
+
+
+def check(window):
+    """Notes the controls of a window without a name of their own."""
+    title = window.get_name() or window.get_role_name()
+    seen = {}
+    if not window.get_name():
+        faults.append(f"A {title} has no title")
+    for node in descendants(window):
+        focusable = has_state(node, Atspi.StateType.FOCUSABLE)
+        if node.get_role() not in CONTROLS and not focusable:
+            continue
+        if not (has_state(node, Atspi.StateType.SHOWING) or node.get_role() == Atspi.Role.MENU_ITEM):
+            continue
+        name = spoken_name(node)
+        if node.get_role() == Atspi.Role.MENU_ITEM and not node.get_n_actions():
+            continue  # a separator
+        if not any(letter.isalnum() for letter in name):
+            faults.append(f"{title}: {node.get_role_name()} has no name to speak, but '{name}'")
+        key = (node.get_role(), name)
+        if key in seen and node.get_parent().get_name() != "Pages":  # which the view and its inside share
+            faults.append(f"{title}: two of {node.get_role_name()} '{name}'")
+        seen[key] = node
+    walked[title] = len(seen)
+    if os.environ.get("SHOW_NAMES"):
+        print(f"{title}:", *(f"{role.value_nick} '{name}'" for role, name in seen), sep="\n    ")
+
+
+# --- Keys ---
+
+
+def focus_top_window():
+    """What a window manager does; there is none here."""
+    def is_active():
+        found = subprocess.run(["xdotool", "search", "--onlyvisible", "--pid", str(host.pid), "--name", "."],
+                               capture_output=True, text=True).stdout.split()
+        # One that is just closing is none to give the focus to.
+        given = found and not subprocess.run(["xdotool", "windowfocus", found[-1]], capture_output=True).returncode
+        return given and any(has_state(window, Atspi.StateType.ACTIVE) for window in windows())
+
+    wait_for("an active window", is_active)
+
+
+def press(*keys):
+    subprocess.run(["xdotool", "key", "--delay", "30", *keys], check=True)
+
+
+def write(text):
+    subprocess.run(["xdotool", "type", "--delay", "20", text], check=True)
+
+
+def opened(before):
+    """The window that has opened, ready for keys and checked."""
+    window = wait_for("a new window", lambda: next((w for w in windows() if w not in before), None))
+    wait_for("its name", window.get_name)
+    focus_top_window()
+    wait_for("the focus in " + window.get_name(), lambda: focused(window))
+    check(window)
+    return window
+
+
+def focused(window):
+    return next((n for n in descendants(window) if has_state(n, Atspi.StateType.FOCUSED)), None)
+
+
+def focus(node):
+    """By Tab, as far as it takes."""
+    for _ in range(40):
+        if has_state(node, Atspi.StateType.FOCUSED):
+            return
+        press("Tab")
+        time.sleep(0.03)
+    raise SystemExit(f"Tab does not reach {node.get_role_name()} {node.get_name()}")
+
+
+def open_by(*keys):
+    before = windows()
+    press(*keys)
+    return opened(before)
+
+
+def leave(window, *keys):
+    press(*(keys or ("Escape",)))
+    wait_for("the end of " + window.get_name(), lambda: window not in windows())
+    focus_top_window()
+
+
+# --- What is looked at ---
+
+
+def main_window():
+    return next((w for w in windows() if w.get_role() == Atspi.Role.FRAME), None)
+
+
+def choose_patient(name):
+    """With the first of the patient's visits."""
+    picker = open_by("ctrl+o")
+    write(name)
+    wait_for("the patient found", lambda: find(picker, Atspi.Role.LABEL, "1 found."))
+    check(picker)
+    leave(picker, "Return")
+    wait_for("the patient's name as title", lambda: name.split(",")[0] in main_window().get_name().lower())
+    visits = open_by("ctrl+t")
+    leave(visits, "Down", "Return")
+    wait_for("the visit", lambda: any(node.get_name().startswith("Visit ") for node in descendants(main_window())))
+
+
+def grid():
+    return find(main_window(), Atspi.Role.TABLE, "Personal health records")
+
+
+def check_grid():
+    """The cells as they are told, against the grid as the host prints it."""
+    printed = subprocess.run([HOST, "--user", "SORREL,ADA", "--data", DATA, "--server-program", SERVER, "--patient",
+                              "1", "--list"], capture_output=True, text=True, check=True,
+                             env={**os.environ, "QT_QPA_PLATFORM": "offscreen"}).stdout
+    expected = [line.split("\t") for line in printed.splitlines()[1:]]
+    table = grid()
+    told = [[table.get_accessible_at(row, column).get_name() for column in range(table.get_n_columns())]
+            for row in range(table.get_n_rows())]
+    if told != expected:
+        faults.append(f"The grid tells {told}, not {expected}")
+    headings = [table.get_column_description(column) for column in range(table.get_n_columns())]
+    if headings != ["Record", "Summary"]:
+        faults.append(f"The columns of the grid are told as {headings}")
+
+
+def add_each_type():
+    """Opens the form of each type that the list offers."""
+    types = find(main_window(), Atspi.Role.COMBO_BOX)
+    count = types.get_child_at_index(0).get_child_count()
+    for index in range(1, count):
+        focus(types)
+        press("Home", *["Down"] * index)
+        form = open_by("alt+a")
+        if "Contract" in form.get_name():
+            look_up_provider(form)
+        leave(form)
+    return count - 1
+
+
+def look_up_provider(form):
+    focus(find(form, Atspi.Role.TEXT, "Provider"))
+    press("ctrl+a")
+    write("s")
+    leave(open_by("Return"))
+
+
+def look_at_rows():
+    table = grid()
+    labels = [table.get_accessible_at(row, 0).get_name() for row in range(table.get_n_rows())]
+    focus(grid())
+    press("ctrl+Home", *["Down"] * labels.index("Functional Status"))
+    leave(open_by("Return"))
+    leave(open_by("alt+d"))
+    report = open_by("Menu", "Up", "Return")  # the menu's last entry: visit detail
+    if not any("PROVIDER" in node.get_description().upper() for node in descendants(report)):
+        faults.append("The visit's report is shown, but not told")
+    leave(report)
+
+
+def start(user):
+    global host
+    host = subprocess.Popen([HOST, "--user", user, "--data", DATA, "--server-program", SERVER])
+    wait_for("the host on the bus", application)
+    wait_for("the grid", lambda: main_window() and grid())
+    focus_top_window()
+
+
+def end():
+    host.terminate()
+    host.wait()
+
+
+def walk_as_provider():
+    start("SORREL,ADA")
+    check(main_window())
+    choose_patient("hartley")
+    check(main_window())
+    check_grid()
+    forms = add_each_type()
+    look_at_rows()
+    leave(open_by("alt+h", "Return"))
+    choose_patient("pemberton,o")
+    print(f"Forms: {forms} and {add_each_type()}")
+    end()
+
+
+def walk_as_asthma_nurse():
+    start("ROLLINS,COLE")
+    choose_patient("ferreira,l")
+    focus(grid())
+    press("ctrl+Home")
+    form = open_by("Return")
+    focus(find(form, Atspi.Role.PUSH_BUTTON, "Edit"))
+    leave(open_by("space"))
+    leave(form)
+    end()
+
+
+host = None
+DATA = None
+
+
+def main():
+    global DATA
+    with tempfile.TemporaryDirectory() as home:
+        DATA = home + "/data"
+        os.environ.update(XDG_DATA_HOME=home + "/share", XDG_CONFIG_HOME=home + "/config", QT_ACCESSIBILITY="1",
+                          QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1", QT_QPA_PLATFORM="xcb")
+        subprocess.run([HOST, "--register", LIBRARY], check=True, stdout=subprocess.DEVNULL)
+        try:
+            walk_as_provider()
+            walk_as_asthma_nurse()
+        finally:
+            if host and host.poll() is None:
+                end()
+    print(f"Controls by window: {walked}")
+    if faults:
+        sys.exit("\n".join(["Faults:", *faults]))
+
+main()
