@@ -63,10 +63,20 @@ void ServerConnection::lose(const QString& reason)
     throw ConnectionLost(reason.toStdWString());
 }
 
+// Events that came along behind an answer are read when the call is over; posted only then, since a long call works on
+// posted events itself.
+auto ServerConnection::readIdleLater()
+{
+    return qScopeGuard([this] { QMetaObject::invokeMethod(this, &ServerConnection::readIdle, Qt::QueuedConnection); });
+}
+
 void ServerConnection::send(long long number, TextView name, TextView parameter)
 {
     if (!m_open)
         throw ConnectionLost(L"The server is not connected.");
+    // Writing may find the end of the connection; that is told where the answer is received, or by readIdle.
+    const QScopedValueRollback waiting(m_waiting, true);
+    const auto readLate = readIdleLater();
     const QByteArray frame = encodeRequest(number, name, parameter);
     if (m_transport.device()->write(frame) != frame.size())
         lose(m_transport.endReason());
@@ -89,10 +99,7 @@ QByteArray ServerConnection::receive(long long number)
     const QScopedValueRollback waiting(m_waiting, true);
     if (!m_open)
         throw ConnectionLost(L"The server is not connected.");
-    // Events that came along behind the answer are read when the call is over; posted only then, since a long call
-    // works on posted events itself.
-    const auto readLate =
-        qScopeGuard([this] { QMetaObject::invokeMethod(this, &ServerConnection::readIdle, Qt::QueuedConnection); });
+    const auto readLate = readIdleLater();
     const Answer answer = waitFor(number);
     if (answer.kind == Answer::Kind::Failed)
         throw Failure(widen({ answer.text.data(), static_cast<std::size_t>(answer.text.size()) }));

@@ -68,6 +68,7 @@ private:
     void keep(const Answer& answer);
     bool readMore();
     void readIdle();
+    auto readIdleLater();
     [[noreturn]] void lose(const QString& reason);
 
     Transport& m_transport;

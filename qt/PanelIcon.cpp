@@ -17,7 +17,7 @@ QPixmap panelIcon(int side, qreal devicePixelRatio)
     painter.setBrush(QColor(0xf4, 0xf9, 0xfc));
     painter.drawRoundedRect(QRectF(1.5, 0.5, 13, 15), 1.5, 1.5);
     painter.setPen(Qt::NoPen);
-    painter.setBrush(QColor(0xc0, 0x39, 0x2b));
+    painter.setBrush(QColor(0x1f, 0x7a, 0x4d));
     painter.drawRect(QRectF(6.8, 2.5, 2.4, 7));
     painter.drawRect(QRectF(4.5, 4.8, 7, 2.4));
     painter.setPen(QPen(QColor(0x1f, 0x5f, 0x8b), 1));

@@ -7,12 +7,13 @@ MEVONCE ; Calls that change data: one transaction each, done once, kept in the a
  ;
 ONCE(number,name,entry) ; Carries out entry from the table of calls; a repeated number is answered from memory.
  ; Sets reply, or failure; with a failure filed says whether the change was made nevertheless.
- NEW audit
+ NEW asked,audit
+ SET asked=param ; a call may put its parameter in order
  IF $DATA(^MEVDONE(token,number)) DO RECALL QUIT
  IF '$$JOURNALED SET failure="The server cannot save: its disk is full." QUIT
  TSTART ():SERIAL
  KILL reply,signals
- SET reply=""
+ SET reply="",param=asked
  SET audit=$INCREMENT(^MEVAUD)
  DO @entry ; from the table of calls, never from a client
  DO REMEMBER
@@ -24,14 +25,14 @@ ONCE(number,name,entry) ; Carries out entry from the table of calls; a repeated 
 RECALL ; The reply of the first time. Another user's or another call's number is no repetition.
  NEW remembered
  SET remembered=^MEVDONE(token,number),audit=$PIECE(remembered,"^")
- IF $PIECE(^MEVAUD(audit),"^",2,3)'=(user_"^"_name)!(^MEVAUD(audit,"CALL")'=param) SET failure="Request "_number_" was another call." QUIT
+ IF $PIECE(^MEVAUD(audit),"^",2,3)'=(user_"^"_name)!(^MEVAUD(audit,"CALL")'=asked) SET failure="Request "_number_" was another call." QUIT
  SET reply=$PIECE(remembered,"^",2,$LENGTH(remembered,"^"))
  QUIT
  ;
 REMEMBER ; Keeps the reply and who, when, what; of a session the last 50 replies
  NEW count,old
  SET ^MEVAUD(audit)=$HOROLOG_"^"_user_"^"_name_"^"_$PIECE(reply,"^")
- SET ^MEVAUD(audit,"CALL")=param
+ SET ^MEVAUD(audit,"CALL")=asked
  SET ^MEVDONE(token,number)=audit_"^"_reply
  SET ^MEVDONE(token)=+$HOROLOG
  SET old=""

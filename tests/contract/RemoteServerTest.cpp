@@ -55,7 +55,27 @@ TEST_F(Remote, RightCertificateListsAPatient)
     // Long answers and long requests pass whole.
     const Text list = remote.session.callList(L"MEVVELD GET", L"15");
     EXPECT_EQ(std::count(list.begin(), list.end(), L'\n'), 5000);
-    EXPECT_EQ(remote.session.callText(L"MEVHOST KEYS", Text(30000, L'^')).size(), 60001u);
+    EXPECT_EQ(remote.session.callText(L"MEVHOST KEYS", Text(30000, L'x')), L"0");
+    EXPECT_EQ(remote.asked(), "");
+}
+
+// Requests that arrive together wait in the server's buffer, not on the socket: it must not listen for more first.
+TEST_F(Remote, CallsThatAreAskedAheadAreAnsweredAtOnce)
+{
+    RemoteSession remote(as("sorrel"));
+    remote.session.signOn(L"SORREL,ADA");
+    QElapsedTimer waited;
+    waited.start();
+    for (int round = 0; round < 5; ++round) {
+        std::vector<ExpectedCall> calls;
+        for (const TextView name : { L"MEVVELD GET", L"MEVVAST GET", L"MEVVTXC GET", L"MEVREF GET" })
+            calls.push_back({ ExpectedCall::Form::List, Text(name), L"1" });
+        remote.session.expectCalls(calls);
+        for (const ExpectedCall& call : calls)
+            EXPECT_TRUE(remote.session.callList(call.name, call.parameter).ends_with(L"\r\n")) << narrow(call.name);
+        remote.session.expectCalls({});
+    }
+    EXPECT_LT(waited.elapsed(), 2000);
     EXPECT_EQ(remote.asked(), "");
 }
 

@@ -170,6 +170,7 @@ TEST(Server, SaveRaisesThePatientsEventInEverySession)
     } own, others;
     writer.session.registerEvent(L"VXR.6", own);
     other.session.registerEvent(L"VXR.6", others);
+    other.session.callText(L"MEVUTL GETPARM", L"x"); // after its answer the server knows of the subscription
     QElapsedTimer waited;
     waited.start();
     EXPECT_EQ(writer.session.callText(L"MEVBMSR SET", L"6^6 11^1^^^^1"), L"1");
