@@ -1,6 +1,7 @@
 #include "qt/FieldViews.h"
 
 #include "qt/ControlViews.h"
+#include "qt/IndicatorStyle.h"
 #include "qt/QtDesktop.h"
 #include "qt/QtText.h"
 
@@ -226,6 +227,7 @@ CheckBoxView::CheckBoxView(CheckBox& checkBox)
     : QCheckBox(toQString(checkBox.caption()))
     , m_checkBox(checkBox)
 {
+    IndicatorStyle::giveTo(*this);
     setChecked(checkBox.isChecked());
     mirrorCommon(*this, checkBox);
     m_checkBox.setObserver(this);
@@ -249,6 +251,7 @@ OptionButtonView::OptionButtonView(OptionButton& option)
     : QRadioButton(toQString(option.caption()))
     , m_option(option)
 {
+    IndicatorStyle::giveTo(*this);
     // Those of one frame belong together, so that the arrow keys go from one to the next.
     setChecked(option.isChosen());
     mirrorCommon(*this, option);
@@ -279,6 +282,7 @@ void OptionButtonView::mirrorChoice()
 CheckListView::CheckListView(CheckList& list)
     : m_list(list)
 {
+    IndicatorStyle::giveTo(*this);
     mirrorCommon(*this, list);
     mirrorItems();
     m_list.setObserver(this);

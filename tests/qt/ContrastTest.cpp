@@ -174,6 +174,51 @@ TEST_F(ContrastTest, FormsCanBeReadInEveryPalette)
     }
 }
 
+// The greatest contrast of a place on a widget with the ground beside the text that follows it.
+double outlineContrast(QWidget& widget, const QRect& place)
+{
+    const QImage image = widget.grab().toImage();
+    const Colour ground = numberOf(image.pixel(place.right() + 2, place.center().y()));
+    double greatest = 1;
+    for (int x = place.left(); x <= place.right(); ++x) {
+        for (int y = place.top(); y <= place.bottom(); ++y)
+            greatest = std::max(greatest, contrast(numberOf(image.pixel(x, y)), ground));
+    }
+    return greatest;
+}
+
+TEST_F(ContrastTest, EmptyChoicesCanBeSeenInEveryPalette)
+{
+    static constexpr double ShapeContrast = 3;
+    for (const NamedPalette& palette : palettes()) {
+        QApplication::setPalette(readable(palette.palette));
+        ShownForms forms;
+        int choices = 0;
+        forms.showAll([&](QWidget& window) {
+            for (QAbstractButton* const button : window.findChildren<QAbstractButton*>()) {
+                const bool round = qobject_cast<QRadioButton*>(button);
+                if ((!round && !qobject_cast<QCheckBox*>(button)) || button->isChecked() || !button->isEnabled()
+                    || !button->isVisible())
+                    continue;
+                QStyleOptionButton option;
+                option.initFrom(button);
+                const QRect place = button->style()->subElementRect(
+                    round ? QStyle::SE_RadioButtonIndicator : QStyle::SE_CheckBoxIndicator, &option, button);
+                EXPECT_GE(outlineContrast(*button, place), ShapeContrast)
+                    << palette.name << button->text().toStdString();
+                ++choices;
+            }
+            for (QListWidget* const list : window.findChildren<QListWidget*>()) {
+                QRect place = list->visualItemRect(list->item(list->count() - 1));
+                place.setWidth(list->style()->pixelMetric(QStyle::PM_IndicatorWidth) + 2);
+                EXPECT_GE(outlineContrast(*list->viewport(), place), ShapeContrast) << palette.name;
+                ++choices;
+            }
+        });
+        EXPECT_GT(choices, 20) << palette.name;
+    }
+}
+
 TEST_F(ContrastTest, GridCanBeReadInEveryPalette)
 {
     ScriptedHost host;
