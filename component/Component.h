@@ -4,7 +4,8 @@
 // the class object of a ProgID from it, and creates as many instances as the user opens. Registering
 // writes the manifest, a JSON file PROGID.json with the members "progId", "library" (its path: absolute, or from the
 // manifest's folder) and "version", into the folder "personal-health/components" below the user's data folder
-// (XDG_DATA_HOME). An installed package puts it into the same folder below the system's (XDG_DATA_DIRS), for all users.
+// (XDG_DATA_HOME), and "interface", the number below. An installed package puts it into the same folder below the
+// system's (XDG_DATA_DIRS), for all users.
 #pragma once
 
 #include "platform/host.h"
@@ -14,6 +15,10 @@
 class QWidget;
 
 namespace health {
+
+// Of the interfaces in this header and in platform/host.h: rises with each change of them. A host loads a library of
+// its own number only; another one would misread them.
+inline constexpr int ComponentInterface = 2;
 
 // One panel on a page of the host.
 class ComponentInstance {

@@ -1,5 +1,7 @@
 #include "component/Registration.h"
 
+#include "component/Component.h"
+
 #include <QDir>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -28,6 +30,7 @@ bool writeManifest(const QString& progId, const QString& libraryPath, const QStr
         { QStringLiteral("progId"), progId },
         { QStringLiteral("library"), libraryPath },
         { QStringLiteral("version"), version },
+        { QStringLiteral("interface"), ComponentInterface },
     };
     QSaveFile file(manifestPath(progId));
     return file.open(QIODevice::WriteOnly) && file.write(QJsonDocument(manifest).toJson()) != -1 && file.commit();

@@ -38,6 +38,14 @@ QString libraryIn(const QString& path, const QString& progId)
     const QString library = manifest.value(QStringLiteral("library")).toString();
     if (manifest.value(QStringLiteral("progId")).toString() != progId || library.isEmpty())
         fail(QStringLiteral("The panel's manifest %1 cannot be read. Register the panel again.").arg(path));
+    const int interface = manifest.value(QStringLiteral("interface")).toInt(1);
+    if (interface != ComponentInterface)
+        fail(
+            QStringLiteral("The panel's library %1 is of another version (interface %2) than this host (interface %3). "
+                           "Register the panel that belongs to it.")
+                .arg(library)
+                .arg(interface)
+                .arg(ComponentInterface));
     const QString found = QDir::cleanPath(QFileInfo(path).dir().absoluteFilePath(library));
     if (!QFileInfo::exists(found))
         fail(QStringLiteral("The panel's library %1 is not there any more. Register the panel again.").arg(found));
