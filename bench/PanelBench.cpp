@@ -1,5 +1,6 @@
-// From a change of the patient to the painted grid, against the real server: time at the server (the calls), in the logic and
-// in painting. And what painting costs with many rows.
+// From a change of the patient to the painted grid, against the real server: time at the server (the calls), in the
+// logic and in painting. And what painting costs with many rows.
+#include "bench/Median.h"
 #include "control/kalmevRepHistCtrl.h"
 #include "host/HostSession.h"
 #include "host/ProcessTransport.h"
@@ -12,7 +13,6 @@
 #include <QImage>
 #include <QTemporaryDir>
 
-#include <algorithm>
 #include <cstdio>
 #include <numeric>
 
@@ -21,12 +21,6 @@ using namespace health;
 namespace {
 
 constexpr int Rounds = 15;
-
-double median(std::vector<double> values)
-{
-    std::nth_element(values.begin(), values.begin() + values.size() / 2, values.end());
-    return values[values.size() / 2];
-}
 
 double milliseconds(const QElapsedTimer& timer) { return static_cast<double>(timer.nsecsElapsed()) / 1e6; }
 
@@ -69,7 +63,8 @@ int main(int argc, char** argv)
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication application(argc, argv);
     const QTemporaryDir folder;
-    ProcessTransport transport(QStringLiteral(SERVER_PROGRAM), { QStringLiteral("--data"), folder.filePath(QStringLiteral("data")) });
+    ProcessTransport transport(
+        QStringLiteral(SERVER_PROGRAM), { QStringLiteral("--data"), folder.filePath(QStringLiteral("data")) });
     HostSession session(transport, 60000, [](const QString&) { return false; });
     session.signOn(L"SORREL,ADA");
 
@@ -108,7 +103,8 @@ int main(int argc, char** argv)
             painting.push_back(painted - loaded);
             all.push_back(painted);
         }
-        std::printf("%8d %8.2f %8.2f %8.2f %8.2f\n", control.fgData.rowCount(), median(server), median(logic), median(painting), median(all));
+        std::printf("%8d %8.2f %8.2f %8.2f %8.2f\n", control.fgData.rowCount(), median(server), median(logic),
+            median(painting), median(all));
     }
 
     std::printf("\nPainting a loaded grid, median of %d, milliseconds\n", Rounds);

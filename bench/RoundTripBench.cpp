@@ -1,6 +1,7 @@
 // From a change of the patient to the painted grid over a line of 0, 20 and 80 ms, with calls asked ahead and one by
 // one; and the opening of the editor that makes most calls.
 #include "bench/DelayedTransport.h"
+#include "bench/Median.h"
 #include "control/kalmevRepHistCtrl.h"
 #include "editors/frmAsthma.h"
 #include "host/ClinicalContext.h"
@@ -13,7 +14,6 @@
 #include <QImage>
 #include <QTemporaryDir>
 
-#include <algorithm>
 #include <cstdio>
 
 using namespace health;
@@ -21,12 +21,6 @@ using namespace health;
 namespace {
 
 constexpr int Rounds = 9;
-
-double median(std::vector<double> values)
-{
-    std::nth_element(values.begin(), values.begin() + values.size() / 2, values.end());
-    return values[values.size() / 2];
-}
 
 template<typename Work>
 double milliseconds(Work work)

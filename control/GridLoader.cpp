@@ -43,17 +43,18 @@ void appendBirthWeight(Text& text, const LinePieces& pieces)
 
 }
 
-// What the patient can have, in the order of the calls.
+// What the patient can have, in the order of the calls. Emergency room records are never asked for. Intended.
 std::vector<RecordTypeNumber> GridLoader::types() const
 {
     using enum RecordTypeNumber;
     std::vector<RecordTypeNumber> types;
-    if (m_patient.isFemale())
-        types.push_back(Reproductive);
-    if (m_patient.isYoungChild())
-        types.insert(types.end(), { BirthMeasurements, InfantFeeding });
-    // Emergency room records are never asked for; their list is taken as empty. Intended.
-    types.insert(types.end(), { FunctionalStatus, Asthma, TreatmentContract, Refusal });
+    for (const RecordTypeNumber type :
+        { Reproductive, BirthMeasurements, InfantFeeding, FunctionalStatus, Asthma, TreatmentContract, Refusal }) {
+        const bool ofWomen = type == Reproductive;
+        const bool ofChildren = type == BirthMeasurements || type == InfantFeeding;
+        if ((!ofWomen || m_patient.isFemale()) && (!ofChildren || m_patient.isYoungChild()))
+            types.push_back(type);
+    }
     return types;
 }
 
