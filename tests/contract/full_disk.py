@@ -1,0 +1,103 @@
+"""The disk of the server becomes full while a session saves: it is told, nothing acknowledged is lost, and when there is
+room again the work goes on. full_disk.py PHSERVER; ends with 77 where no small disk can be made."""
+
+import os
+import subprocess
+import sys
+import tempfile
+
+MEGABYTE = 1 << 20
+TOKEN = "%032x"
+
+
+class Session:
+    """One server process, signed on."""
+
+    count = 0
+
+    def __init__(self, program, data):
+        Session.count += 1
+        self.process = subprocess.Popen([program, "--data", data], stdin=subprocess.PIPE, stdout=subprocess.PIPE)
+        self.number = 0
+        assert self.call("MEVHOST SIGNON", TOKEN % Session.count + "^SORREL,ADA").startswith("R1\n1^SORREL,ADA")
+
+    def call(self, name, parameter):
+        """The answer's body; empty when the server has ended."""
+        self.number += 1
+        body = f"{self.number}\n{name}\n{parameter}".encode()
+        try:
+            self.process.stdin.write(b"%08d%s" % (len(body), body))
+            self.process.stdin.flush()
+        except BrokenPipeError:
+            return ""
+        while True:
+            length = self.process.stdout.read(8)
+            if len(length) < 8:
+                return ""
+            answer = self.process.stdout.read(int(length)).decode()
+            if answer[0] not in "PE":
+                return answer
+
+    def save(self, comment):
+        return self.call("MEVREF SET", f"^EXAM^1^14^01/02/2026^{comment}")
+
+    def saved(self):
+        lines = self.call("MEVREF GET", "14").split("\n", 1)[1].split("\r\n")
+        return sorted(line.split("^")[11] for line in lines if line)
+
+
+def fill(path):
+    with open(path, "wb", buffering=0) as file:
+        try:
+            while True:
+                file.write(bytes(MEGABYTE))
+        except OSError:
+            pass
+
+
+def main(program, disk):
+    data = os.path.join(disk, "data")
+    session = Session(program, data)
+    acknowledged = [f"before {number}" for number in range(20)]
+    for comment in acknowledged:
+        assert session.save(comment).endswith("\n1"), comment
+    filler = os.path.join(disk, "filler")
+    fill(filler)
+    answer = ""
+    for number in range(20000):
+        comment = f"full {number} " + "x" * 150
+        answer = session.save(comment)
+        if not answer.endswith("\n1"):
+            break
+        acknowledged.append(comment)
+    # In words, unless the engine itself had to end.
+    assert answer == "" or "disk is full" in answer or "cannot go on" in answer or "could not carry out" in answer, answer
+    print(f"{len(acknowledged)} saves, then: {answer!r}")
+    session.process.stdin.close()
+    session.process.wait()
+    os.remove(filler)
+
+    session = Session(program, data)
+    there = session.saved()
+    missing = [comment for comment in acknowledged if there.count(comment) != 1]
+    assert not missing, f"{len(missing)} of the saves are not there once: {missing[:3]}"
+    assert len(there) <= len(acknowledged) + 1 # the one that was refused may have been made
+    assert session.save("after").endswith("\n1")
+    session.process.stdin.close()
+    session.process.wait()
+    assert subprocess.run([program, "--data", data, "--check"], stdout=subprocess.DEVNULL, check=False).returncode == 0
+
+
+if __name__ == "__main__":
+    if len(sys.argv) == 2:
+        inside = ["unshare", "--map-root-user", "--mount", sys.executable, __file__, sys.argv[1], "inside"]
+        if subprocess.run(["unshare", "--map-root-user", "--mount", "true"], check=False).returncode != 0:
+            print("No small disk can be made here.")
+            sys.exit(77)
+        sys.exit(subprocess.run(inside, check=False).returncode)
+    with tempfile.TemporaryDirectory() as folder:
+        subprocess.run(["mount", "-t", "tmpfs", "-o", "size=30m", "tmpfs", folder], check=True)
+        try:
+            main(sys.argv[1], folder)
+        finally:
+            subprocess.run(["umount", "-l", folder], check=False)
