@@ -1,11 +1,14 @@
 #include "qt/FormBuilder.h"
 
+#include "qt/ChoiceViews.h"
 #include "qt/ComboBoxView.h"
 #include "qt/ControlViews.h"
+#include "qt/DateView.h"
 #include "qt/FieldViews.h"
 #include "qt/GridView.h"
 #include "qt/QtDesktop.h"
 #include "qt/QtText.h"
+#include "qt/TextViews.h"
 
 #include <QBoxLayout>
 #include <QGridLayout>

@@ -1,6 +1,7 @@
 #include "qt/FormDialog.h"
 
 #include "qt/ControlViews.h"
+#include "qt/DateView.h"
 #include "qt/FieldViews.h"
 #include "qt/QtDesktop.h"
 #include "qt/QtText.h"

@@ -1,0 +1,124 @@
+#include "qt/DateView.h"
+
+#include "qt/ControlViews.h"
+#include "qt/QtDesktop.h"
+#include "qt/QtText.h"
+
+#include <QCalendarWidget>
+#include <QCoreApplication>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QMenu>
+#include <QTableView>
+#include <QWidgetAction>
+
+namespace health {
+
+DateView::DateView(mevZvDate& date, QtDesktop& desktop)
+    : m_date(date)
+    , m_desktop(desktop)
+    , m_line(new QLineEdit(toQString(date.value())))
+    , m_button(new QToolButton)
+{
+    mirrorOptions();
+    m_line->setMinimumWidth(fontMetrics().averageCharWidth() * 24);
+    m_button->setArrowType(Qt::DownArrow);
+    setSpokenName({});
+    m_button->setToolTip(tr("Calendar"));
+    m_button->setFocusPolicy(Qt::NoFocus); // Alt+Down in the field opens it too
+    auto* const layout = new QHBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(m_line);
+    layout->addWidget(m_button);
+    setFocusPolicy(Qt::StrongFocus); // or the label's key would pass it over
+    setFocusProxy(m_line);
+    mirrorCommon(*this, date);
+    m_date.setObserver(this);
+    connect(m_button, &QToolButton::clicked, this, &DateView::openCalendar);
+    auto* const key = new QAction(this);
+    key->setShortcut(QKeySequence(Qt::ALT | Qt::Key_Down));
+    key->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+    addAction(key);
+    connect(key, &QAction::triggered, this, &DateView::openCalendar);
+}
+
+void DateView::controlChanged(Control& control, Change change)
+{
+    if (change == Change::Text)
+        m_line->setText(toQString(m_date.value()));
+    else if (change == Change::Options)
+        mirrorOptions();
+    else
+        mirrorCommon(*this, control, change);
+}
+
+void DateView::mirrorOptions()
+{
+    m_line->setPlaceholderText(m_date.requiresTime() ? tr("mm/dd/yyyy hh:mm, N") : tr("mm/dd/yyyy, T, T-3"));
+}
+
+void DateView::setSpokenName(const QString& name)
+{
+    m_line->setAccessibleName(name);
+    m_button->setAccessibleName(tr("%1 calendar").arg(name).trimmed());
+}
+
+bool DateView::commit()
+{
+    const Text typed = toText(m_line->text());
+    if (typed == m_date.value())
+        return true;
+    const Text expected = m_date.understood(typed, m_desktop.now());
+    m_date.enter(typed, m_desktop.now());
+    m_line->setText(toQString(m_date.value()));
+    return m_date.value() == expected;
+}
+
+void DateView::openCalendar()
+{
+    QMenu popup(this);
+    auto* const calendar = new QCalendarWidget;
+    calendar->setAccessibleName(m_button->accessibleName());
+    if (auto* const days = calendar->findChild<QTableView*>())
+        days->setAccessibleName(m_button->accessibleName());
+    const std::pair<const char*, QString> arrows[] = { { "qt_calendar_prevmonth", tr("Previous month") },
+        { "qt_calendar_nextmonth", tr("Next month") } };
+    for (const auto& [object, name] : arrows) {
+        if (auto* const arrow = calendar->findChild<QToolButton*>(QLatin1String(object)))
+            arrow->setAccessibleName(name);
+    }
+    if (const auto moment = m_date.moment()) {
+        const std::chrono::year_month_day date { std::chrono::floor<std::chrono::days>(*moment) };
+        calendar->setSelectedDate(QDate(int(date.year()), int(unsigned(date.month())), int(unsigned(date.day()))));
+    }
+    auto* const action = new QWidgetAction(&popup);
+    action->setDefaultWidget(calendar);
+    popup.addAction(action);
+    QString picked;
+    connect(calendar, &QCalendarWidget::activated, &popup, [&](const QDate& date) {
+        picked = date.toString(QStringLiteral("MM/dd/yyyy"));
+        popup.close();
+    });
+    connect(calendar, &QCalendarWidget::clicked, &popup, [&](const QDate& date) {
+        picked = date.toString(QStringLiteral("MM/dd/yyyy"));
+        popup.close();
+    });
+    calendar->setFocus();
+    popup.exec(m_line->mapToGlobal(QPoint(0, m_line->height())));
+    if (picked.isEmpty())
+        return;
+    m_line->setFocus();
+    if (m_date.requiresTime()) {
+        // The time that is there stays; without one the user goes on with it.
+        const QString time = m_line->text().section(u' ', 1);
+        m_line->setText(picked + u' ' + time);
+        if (time.isEmpty())
+            return;
+    } else {
+        m_line->setText(picked);
+    }
+    commit();
+}
+
+}
