@@ -35,6 +35,13 @@ std::map<Text, int> countLabels(const Transcript& rows)
     return counts;
 }
 
+struct EventNames : ICSS_SessionEvents {
+    Transcript names;
+    void EventCallback(TextView name, TextView) override { names.emplace_back(name); }
+    void RPCCallback(long, TextView) override { }
+    void RPCCallbackError(long, long, TextView) override { }
+};
+
 TEST(Server, StoryPatientsAreListed)
 {
     RealSession real;
@@ -65,12 +72,7 @@ TEST(Server, EventReachesEverySubscriberWithin50Milliseconds)
 {
     RealSession first;
     RealSession second(sharedDataFolder(), L"BARE,JUNO");
-    struct Sink : ICSS_SessionEvents {
-        Transcript names;
-        void EventCallback(TextView name, TextView) override { names.emplace_back(name); }
-        void RPCCallback(long, TextView) override { }
-        void RPCCallbackError(long, long, TextView) override { }
-    } sink, other;
+    EventNames sink, other;
     first.session.registerEvent(L"VXR.12", sink);
     second.session.registerEvent(L"VXR.12", sink);
     second.session.registerEvent(L"VXR.1", other);
@@ -162,12 +164,7 @@ TEST(Server, SaveRaisesThePatientsEventInEverySession)
 {
     RealSession writer;
     RealSession other(sharedDataFolder(), L"BARE,JUNO");
-    struct Sink : ICSS_SessionEvents {
-        Transcript names;
-        void EventCallback(TextView name, TextView) override { names.emplace_back(name); }
-        void RPCCallback(long, TextView) override { }
-        void RPCCallbackError(long, long, TextView) override { }
-    } own, others;
+    EventNames own, others;
     writer.session.registerEvent(L"VXR.6", own);
     other.session.registerEvent(L"VXR.6", others);
     other.session.callText(L"MEVUTL GETPARM", L"x"); // after its answer the server knows of the subscription

@@ -28,33 +28,6 @@ TEST_F(EditorsWindow, FunctionalStatusIsViewedAndEdited)
     EXPECT_EQ(grid()->currentIndex().row(), 0);
 }
 
-TEST_F(EditorsWindow, ContractIsAdded)
-{
-    ASSERT_TRUE(window->context().selectPatient(2));
-    selectLatestVisit();
-    chooseType(QStringLiteral("Treatment Contract"));
-    const int rows = grid()->model()->rowCount();
-    pressKeysInDialogs({ QStringLiteral("key alt+a"), QStringLiteral("key space Down"), QStringLiteral("key Tab"),
-        QStringLiteral("type T-2"), QStringLiteral("key alt+o") });
-    ASSERT_TRUE(waitForKeys());
-    ASSERT_TRUE(waitUntil([&] { return grid()->model()->rowCount() == rows + 1; }));
-    EXPECT_TRUE(window->gridText().contains(QStringLiteral("Type=Mental Health; ")));
-    EXPECT_TRUE(window->gridText().contains(QStringLiteral("Provider=Sorrel,Ada"))) << window->gridText().toStdString();
-}
-
-TEST_F(EditorsWindow, RefusalIsAddedWithItsItem)
-{
-    ASSERT_TRUE(window->context().selectPatient(14));
-    chooseType(QStringLiteral("Refusal"));
-    pressKeysInDialogs({ QStringLiteral("key alt+a"), QStringLiteral("key Down Down space"), // Exam
-        QStringLiteral("key alt+e"), QStringLiteral("type hear"), QStringLiteral("key Tab"),
-        QStringLiteral("key alt+n"), QStringLiteral("type 'Perhaps ^later'"), QStringLiteral("key alt+a") });
-    ASSERT_TRUE(waitForKeys());
-    EXPECT_TRUE(waitUntil([&] { return grid()->model()->rowCount() == 1; }));
-    EXPECT_TRUE(summary(0).endsWith(QStringLiteral(": HEARING EXAM (Exam); Comment=Perhaps  later")))
-        << summary(0).toStdString();
-}
-
 TEST_F(EditorsWindow, EmergencyVisitIsOpenedByTheHost)
 {
     ASSERT_TRUE(window->context().selectPatient(16));
