@@ -237,6 +237,26 @@ TEST(Server, TwoHostsAtTheSameMomentOnAFreshMachine)
     }
 }
 
+// What a session leaves that is killed while it gives a block back, made with the engine's own editor.
+const char* const LoseABlock = R"(
+    export gtm_dist=$(ls -d /usr/lib/*/fis-gtm/V*_* | sort -V | tail -n 1) gtmgbldir="$0/app.gld" mev_data="$0"
+    printf '%s\n' "maps -busy -block=F00" "change -fileheader -kill_in_prog=1" "dump -fileheader" exit \
+        | "$gtm_dist/dse" 2>&1 | grep -q 'KILLs in progress *1')";
+
+TEST(Server, BlocksOfKilledDeletesComeBack)
+{
+    const QTemporaryDir folder;
+    const QString data = folder.filePath(QStringLiteral("data"));
+    const auto check = [&] {
+        return QProcess::execute(
+            QStringLiteral(SERVER_PROGRAM), { QStringLiteral("--data"), data, QStringLiteral("--check") });
+    };
+    ASSERT_EQ(check(), 0);
+    ASSERT_EQ(
+        QProcess::execute(QStringLiteral("bash"), { QStringLiteral("-c"), QString::fromLatin1(LoseABlock), data }), 0);
+    EXPECT_EQ(check(), 0);
+}
+
 TEST(Server, RecoversAfterAKillOfAllProcesses)
 {
     const QTemporaryDir folder;
