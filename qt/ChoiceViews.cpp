@@ -1,6 +1,5 @@
 #include "qt/ChoiceViews.h"
 
-#include "qt/ControlViews.h"
 #include "qt/IndicatorStyle.h"
 #include "qt/QtText.h"
 
@@ -9,81 +8,75 @@
 namespace health {
 
 CheckBoxView::CheckBoxView(CheckBox& checkBox)
-    : QCheckBox(toQString(checkBox.caption()))
-    , m_checkBox(checkBox)
+    : Mirror(checkBox, toQString(checkBox.caption()))
 {
     IndicatorStyle::giveTo(*this);
     setChecked(checkBox.isChecked());
-    mirrorCommon(*this, checkBox);
-    m_checkBox.setObserver(this);
     connect(this, &QCheckBox::toggled, this, [this](bool checked) {
-        if (checked != m_checkBox.isChecked())
-            m_checkBox.click();
+        if (checked != m_control.isChecked())
+            m_control.click();
     });
 }
 
-void CheckBoxView::controlChanged(Control& control, Change change)
+bool CheckBoxView::mirror(Change change)
 {
     if (change == Change::Value)
-        setChecked(m_checkBox.isChecked());
+        setChecked(m_control.isChecked());
     else if (change == Change::Caption)
-        setText(toQString(m_checkBox.caption()));
+        setText(toQString(m_control.caption()));
     else
-        mirrorCommon(*this, control, change);
+        return false;
+    return true;
 }
 
 OptionButtonView::OptionButtonView(OptionButton& option)
-    : QRadioButton(toQString(option.caption()))
-    , m_option(option)
+    : Mirror(option, toQString(option.caption()))
 {
     IndicatorStyle::giveTo(*this);
     // Those of one frame belong together, so that the arrow keys go from one to the next.
     setChecked(option.isChosen());
-    mirrorCommon(*this, option);
-    m_option.setObserver(this);
     connect(this, &QRadioButton::clicked, this, [this] {
-        m_option.click();
+        m_control.click();
         mirrorChoice();
     });
 }
 
-void OptionButtonView::controlChanged(Control& control, Change change)
+bool OptionButtonView::mirror(Change change)
 {
     if (change == Change::Value)
         mirrorChoice();
     else if (change == Change::Caption)
-        setText(toQString(m_option.caption()));
+        setText(toQString(m_control.caption()));
     else
-        mirrorCommon(*this, control, change);
+        return false;
+    return true;
 }
 
 void OptionButtonView::mirrorChoice()
 {
-    setAutoExclusive(m_option.isChosen()); // an exclusive button cannot be taken back
-    setChecked(m_option.isChosen());
+    setAutoExclusive(m_control.isChosen()); // an exclusive button cannot be taken back
+    setChecked(m_control.isChosen());
     setAutoExclusive(true);
 }
 
 CheckListView::CheckListView(CheckList& list)
-    : m_list(list)
+    : Mirror(list)
 {
     IndicatorStyle::giveTo(*this);
-    mirrorCommon(*this, list);
     mirrorItems();
-    m_list.setObserver(this);
     connect(this, &QListWidget::itemChanged, this, [this](QListWidgetItem* item) {
         if (m_mirroring)
             return;
-        m_list.click(row(item));
+        m_control.click(row(item));
         mirrorChecks();
     });
     connect(this, &QListWidget::currentRowChanged, this, [this](int row) {
         if (!m_mirroring)
-            m_list.setListIndex(row);
+            m_control.setListIndex(row);
     });
 }
 
-void CheckListView::controlChanged(Control& control, Change change)
+bool CheckListView::mirror(Change change)
 {
     const QScopedValueRollback guard(m_mirroring, true);
     if (change == Change::Items)
@@ -91,17 +84,18 @@ void CheckListView::controlChanged(Control& control, Change change)
     else if (change == Change::Value)
         mirrorChecks();
     else if (change == Change::Selection)
-        setCurrentRow(m_list.listIndex());
+        setCurrentRow(m_control.listIndex());
     else
-        mirrorCommon(*this, control, change);
+        return false;
+    return true;
 }
 
 void CheckListView::mirrorItems()
 {
     const QScopedValueRollback guard(m_mirroring, true);
     clear();
-    for (int i = 0; i < m_list.count(); ++i)
-        addItem(toQString(m_list.itemText(i)));
+    for (int i = 0; i < m_control.count(); ++i)
+        addItem(toQString(m_control.itemText(i)));
     mirrorChecks();
 }
 
@@ -109,7 +103,7 @@ void CheckListView::mirrorChecks()
 {
     const QScopedValueRollback guard(m_mirroring, true);
     for (int i = 0; i < count(); ++i)
-        item(i)->setCheckState(m_list.isChecked(i) ? Qt::Checked : Qt::Unchecked);
+        item(i)->setCheckState(m_control.isChecked(i) ? Qt::Checked : Qt::Unchecked);
 }
 
 // Getting the focus selects nothing by itself; an arrow key does.
@@ -117,7 +111,7 @@ void CheckListView::focusInEvent(QFocusEvent* event)
 {
     const QScopedValueRollback guard(m_mirroring, true);
     QListWidget::focusInEvent(event);
-    setCurrentRow(m_list.listIndex());
+    setCurrentRow(m_control.listIndex());
 }
 
 QSize CheckListView::sizeHint() const

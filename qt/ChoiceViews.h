@@ -1,9 +1,10 @@
-// Widgets that mirror choices. Each is the observer of its control and must go before it.
+// Widgets that mirror choices.
 #pragma once
 
 #include "platform/CheckBox.h"
 #include "platform/CheckList.h"
 #include "platform/OptionButton.h"
+#include "qt/Mirror.h"
 
 #include <QCheckBox>
 #include <QListWidget>
@@ -11,43 +12,36 @@
 
 namespace health {
 
-class CheckBoxView : public QCheckBox, public ControlObserver {
+class CheckBoxView : public Mirror<QCheckBox, CheckBox> {
 public:
     explicit CheckBoxView(CheckBox& checkBox);
-    ~CheckBoxView() override { m_checkBox.setObserver(nullptr); }
-    void controlChanged(Control& control, Change change) override;
 
 private:
-    CheckBox& m_checkBox;
+    bool mirror(Change change) override;
 };
 
-class OptionButtonView : public QRadioButton, public ControlObserver {
+class OptionButtonView : public Mirror<QRadioButton, OptionButton> {
 public:
     explicit OptionButtonView(OptionButton& option);
-    ~OptionButtonView() override { m_option.setObserver(nullptr); }
-    void controlChanged(Control& control, Change change) override;
 
 private:
+    bool mirror(Change change) override;
     void mirrorChoice();
-
-    OptionButton& m_option;
 };
 
-class CheckListView : public QListWidget, public ControlObserver {
+class CheckListView : public Mirror<QListWidget, CheckList> {
 public:
     explicit CheckListView(CheckList& list);
-    ~CheckListView() override { m_list.setObserver(nullptr); }
-    void controlChanged(Control& control, Change change) override;
     QSize sizeHint() const override;
 
 protected:
     void focusInEvent(QFocusEvent* event) override;
 
 private:
+    bool mirror(Change change) override;
     void mirrorItems();
     void mirrorChecks();
 
-    CheckList& m_list;
     bool m_mirroring = false;
 };
 

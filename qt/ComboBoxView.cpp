@@ -1,6 +1,5 @@
 #include "qt/ComboBoxView.h"
 
-#include "qt/ControlViews.h"
 #include "qt/QtText.h"
 
 #include <QKeyEvent>
@@ -9,41 +8,37 @@
 namespace health {
 
 ComboBoxView::ComboBoxView(ComboBox& comboBox, QWidget* parent)
-    : QComboBox(parent)
-    , m_comboBox(comboBox)
+    : Mirror(comboBox, parent)
 {
     setFocusPolicy(Qt::StrongFocus);
     setSizeAdjustPolicy(QComboBox::AdjustToContents);
-    mirrorCommon(*this, comboBox);
     mirrorItems();
-    m_comboBox.setObserver(this);
-    connect(this, &QComboBox::activated, this, [this](int index) { m_comboBox.choose(index); });
+    connect(this, &QComboBox::activated, this, [this](int index) { m_control.choose(index); });
 }
 
-ComboBoxView::~ComboBoxView() { m_comboBox.setObserver(nullptr); }
-
-void ComboBoxView::controlChanged(Control& control, Change change)
+bool ComboBoxView::mirror(Change change)
 {
     if (change == Change::Items)
         mirrorItems();
     else if (change == Change::Selection)
-        setCurrentIndex(m_comboBox.listIndex());
+        setCurrentIndex(m_control.listIndex());
     else
-        mirrorCommon(*this, control, change);
+        return false;
+    return true;
 }
 
 void ComboBoxView::mirrorItems()
 {
     clear();
-    for (int i = 0; i < m_comboBox.count(); ++i)
-        addItem(toQString(m_comboBox.itemText(i)));
-    setCurrentIndex(m_comboBox.listIndex());
+    for (int i = 0; i < m_control.count(); ++i)
+        addItem(toQString(m_control.itemText(i)));
+    setCurrentIndex(m_control.listIndex());
 }
 
 void ComboBoxView::keyPressEvent(QKeyEvent* event)
 {
     if (event->key() == Qt::Key_Delete || event->key() == Qt::Key_Backspace) {
-        m_comboBox.choose(-1);
+        m_control.choose(-1);
         return;
     }
     if (event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter) {
@@ -51,7 +46,7 @@ void ComboBoxView::keyPressEvent(QKeyEvent* event)
         return;
     }
     wchar_t key = L'\r';
-    m_comboBox.pressKey(key);
+    m_control.pressKey(key);
     if (key != 0)
         event->ignore(); // for the form's default button
 }

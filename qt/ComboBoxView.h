@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/ComboBox.h"
+#include "qt/Mirror.h"
 
 #include <QComboBox>
 
@@ -8,21 +9,17 @@ namespace health {
 
 // Mirrors a drop-down list. The mouse wheel changes it only while it has the focus: a wheel turned on the way
 // past would change a clinical value unseen.
-class ComboBoxView : public QComboBox, public ControlObserver {
+class ComboBoxView : public Mirror<QComboBox, ComboBox> {
 public:
     ComboBoxView(ComboBox& comboBox, QWidget* parent);
-    ~ComboBoxView() override;
-
-    void controlChanged(Control& control, Change change) override;
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
 
 private:
+    bool mirror(Change change) override;
     void mirrorItems();
-
-    ComboBox& m_comboBox;
 };
 
 }

@@ -1,6 +1,5 @@
 #include "qt/DateView.h"
 
-#include "qt/ControlViews.h"
 #include "qt/QtDesktop.h"
 #include "qt/QtText.h"
 
@@ -15,7 +14,7 @@
 namespace health {
 
 DateView::DateView(mevZvDate& date, QtDesktop& desktop)
-    : m_date(date)
+    : Mirror(date)
     , m_desktop(desktop)
     , m_line(new QLineEdit(toQString(date.value())))
     , m_button(new QToolButton)
@@ -33,8 +32,6 @@ DateView::DateView(mevZvDate& date, QtDesktop& desktop)
     layout->addWidget(m_button);
     setFocusPolicy(Qt::StrongFocus); // or the label's key would pass it over
     setFocusProxy(m_line);
-    mirrorCommon(*this, date);
-    m_date.setObserver(this);
     connect(m_button, &QToolButton::clicked, this, &DateView::openCalendar);
     auto* const key = new QAction(this);
     key->setShortcut(QKeySequence(Qt::ALT | Qt::Key_Down));
@@ -43,19 +40,20 @@ DateView::DateView(mevZvDate& date, QtDesktop& desktop)
     connect(key, &QAction::triggered, this, &DateView::openCalendar);
 }
 
-void DateView::controlChanged(Control& control, Change change)
+bool DateView::mirror(Change change)
 {
     if (change == Change::Text)
-        m_line->setText(toQString(m_date.value()));
+        m_line->setText(toQString(m_control.value()));
     else if (change == Change::Options)
         mirrorOptions();
     else
-        mirrorCommon(*this, control, change);
+        return false;
+    return true;
 }
 
 void DateView::mirrorOptions()
 {
-    m_line->setPlaceholderText(m_date.requiresTime() ? tr("mm/dd/yyyy hh:mm, N") : tr("mm/dd/yyyy, T, T-3"));
+    m_line->setPlaceholderText(m_control.requiresTime() ? tr("mm/dd/yyyy hh:mm, N") : tr("mm/dd/yyyy, T, T-3"));
 }
 
 void DateView::setSpokenName(const QString& name)
@@ -67,12 +65,12 @@ void DateView::setSpokenName(const QString& name)
 bool DateView::commit()
 {
     const Text typed = toText(m_line->text());
-    if (typed == m_date.value())
+    if (typed == m_control.value())
         return true;
-    const Text expected = m_date.understood(typed, m_desktop.now());
-    m_date.enter(typed, m_desktop.now());
-    m_line->setText(toQString(m_date.value()));
-    return m_date.value() == expected;
+    const Text expected = m_control.understood(typed, m_desktop.now());
+    m_control.enter(typed, m_desktop.now());
+    m_line->setText(toQString(m_control.value()));
+    return m_control.value() == expected;
 }
 
 void DateView::openCalendar()
@@ -88,7 +86,7 @@ void DateView::openCalendar()
         if (auto* const arrow = calendar->findChild<QToolButton*>(QLatin1String(object)))
             arrow->setAccessibleName(name);
     }
-    if (const auto moment = m_date.moment()) {
+    if (const auto moment = m_control.moment()) {
         const std::chrono::year_month_day date { std::chrono::floor<std::chrono::days>(*moment) };
         calendar->setSelectedDate(QDate(int(date.year()), int(unsigned(date.month())), int(unsigned(date.day()))));
     }
@@ -109,7 +107,7 @@ void DateView::openCalendar()
     if (picked.isEmpty())
         return;
     m_line->setFocus();
-    if (m_date.requiresTime()) {
+    if (m_control.requiresTime()) {
         // The time that is there stays; without one the user goes on with it.
         const QString time = m_line->text().section(u' ', 1);
         m_line->setText(picked + u' ' + time);

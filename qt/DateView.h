@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/mevZvDate.h"
+#include "qt/Mirror.h"
 
 #include <QLineEdit>
 #include <QToolButton>
@@ -10,11 +11,9 @@ namespace health {
 class QtDesktop;
 
 // A line for a date in any of the forms that mevZvDate understands, with a calendar.
-class DateView : public QWidget, public ControlObserver {
+class DateView : public Mirror<QWidget, mevZvDate> {
 public:
     DateView(mevZvDate& date, QtDesktop& desktop);
-    ~DateView() override { m_date.setObserver(nullptr); }
-    void controlChanged(Control& control, Change change) override;
 
     // Hands what was typed to the control; false when the form did not take it as it was.
     bool commit();
@@ -22,10 +21,10 @@ public:
     void setSpokenName(const QString& name);
 
 private:
+    bool mirror(Change change) override;
     void mirrorOptions();
     void openCalendar();
 
-    mevZvDate& m_date;
     QtDesktop& m_desktop;
     QLineEdit* m_line;
     QToolButton* m_button;

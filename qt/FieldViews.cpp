@@ -1,6 +1,5 @@
 #include "qt/FieldViews.h"
 
-#include "qt/ControlViews.h"
 #include "qt/DateView.h"
 #include "qt/QtText.h"
 
@@ -25,30 +24,29 @@ void nameControl(QWidget& control, QString words)
 // --- Label and frame ---
 
 LabelView::LabelView(Label& label)
-    : m_label(label)
+    : Mirror(label)
 {
-    mirrorCommon(*this, label);
     mirrorCaption();
     mirrorColour();
-    m_label.setObserver(this);
 }
 
-void LabelView::controlChanged(Control& control, Change change)
+bool LabelView::mirror(Change change)
 {
     if (change == Change::Caption)
         mirrorCaption();
     else if (change == Change::ForeColour)
         mirrorColour();
     else
-        mirrorCommon(*this, control, change);
+        return false;
+    return true;
 }
 
 void LabelView::mirrorCaption()
 {
-    setText(toQString(m_label.caption()));
+    setText(toQString(m_control.caption()));
     speakCaption();
     // Help texts run over several lines.
-    const bool isLong = m_label.caption().size() > 60;
+    const bool isLong = m_control.caption().size() > 60;
     setWordWrap(isLong);
     setMinimumWidth(isLong ? fontMetrics().averageCharWidth() * 60 : 0);
 }
@@ -75,29 +73,26 @@ void LabelView::speakCaption()
 // read; that of a disabled control cannot.
 void LabelView::mirrorColour()
 {
-    setForegroundRole(m_label.foreColour() == GreyText ? QPalette::PlaceholderText : QPalette::WindowText);
+    setForegroundRole(m_control.foreColour() == GreyText ? QPalette::PlaceholderText : QPalette::WindowText);
 }
 
 FrameView::FrameView(mevContainer& container)
-    : QGroupBox(toQString(container.caption()))
-    , m_container(container)
+    : Mirror(container, toQString(container.caption()))
 {
-    mirrorCommon(*this, container);
-    m_container.setObserver(this);
 }
 
-void FrameView::controlChanged(Control& control, Change change)
+bool FrameView::mirror(Change change)
 {
-    if (change == Change::Caption)
-        setTitle(toQString(m_container.caption()));
-    else
-        mirrorCommon(*this, control, change);
+    if (change != Change::Caption)
+        return false;
+    setTitle(toQString(m_control.caption()));
+    return true;
 }
 
 // --- Arrows ---
 
 UpDownView::UpDownView(UpDown& upDown)
-    : m_upDown(upDown)
+    : Mirror(upDown)
 {
     auto* const layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -109,16 +104,12 @@ UpDownView::UpDownView(UpDown& upDown)
         arrow->setAutoRepeat(true);
         arrow->setFocusPolicy(Qt::NoFocus); // the field beside it can be typed in
         arrow->setFixedHeight(fontMetrics().height() * 3 / 4);
-        connect(arrow, &QToolButton::clicked, this, [this, step] { m_upDown.step(step); });
+        connect(arrow, &QToolButton::clicked, this, [this, step] { m_control.step(step); });
         layout->addWidget(arrow);
     }
     setSpokenName({});
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
-    mirrorCommon(*this, upDown);
-    m_upDown.setObserver(this);
 }
-
-void UpDownView::controlChanged(Control& control, Change change) { mirrorCommon(*this, control, change); }
 
 void UpDownView::setSpokenName(const QString& name)
 {

@@ -147,7 +147,7 @@ QWidget* FormBuilder::buildFrame(const Arrangement& frame)
     auto* const layout = new QVBoxLayout(view);
     layout->addLayout(build(frame.children.front()));
     // Rows keep together at the top where a neighbour is taller; a grid takes the room itself.
-    if (!view->findChild<GridView*>())
+    if (!view->findChild<QTableView*>())
         layout->addStretch();
     return view;
 }

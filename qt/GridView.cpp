@@ -1,6 +1,5 @@
 #include "qt/GridView.h"
 
-#include "qt/ControlViews.h"
 #include "qt/GridModel.h"
 #include "qt/QtDesktop.h"
 #include "qt/Scale.h"
@@ -25,8 +24,7 @@ Colour colourNumber(const QColor& colour)
 }
 
 GridView::GridView(Grid& grid, QtDesktop& desktop, QStringList headings, QWidget* parent)
-    : QTableView(parent)
-    , m_grid(grid)
+    : Mirror(grid, parent)
     , m_desktop(desktop)
     , m_model(new GridModel(grid, std::move(headings), this))
 {
@@ -44,19 +42,15 @@ GridView::GridView(Grid& grid, QtDesktop& desktop, QStringList headings, QWidget
     verticalHeader()->hide();
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     verticalHeader()->setMinimumSectionSize(1);
-    mirrorCommon(*this, grid);
     applyPalette();
     mirrorLayout();
-    m_grid.setObserver(this);
     connect(selectionModel(), &QItemSelectionModel::currentRowChanged, this, [this](const QModelIndex& current) {
         if (!m_mirroring && current.isValid())
-            m_grid.choose(current.row());
+            m_control.choose(current.row());
     });
 }
 
-GridView::~GridView() { m_grid.setObserver(nullptr); }
-
-void GridView::controlChanged(Control& control, Change change)
+bool GridView::mirror(Change change)
 {
     switch (change) {
     case Change::Contents:
@@ -77,12 +71,13 @@ void GridView::controlChanged(Control& control, Change change)
             QMetaObject::invokeMethod(this, &GridView::mirrorColours, Qt::QueuedConnection);
         break;
     case Change::ScrolledTo:
-        if (m_grid.shownRow() < m_model->rowCount())
-            scrollTo(m_model->index(m_grid.shownRow(), 0));
+        if (m_control.shownRow() < m_model->rowCount())
+            scrollTo(m_model->index(m_control.shownRow(), 0));
         break;
     default:
-        mirrorCommon(*this, control, change);
+        return false;
     }
+    return true;
 }
 
 void GridView::mirrorContents()
@@ -95,7 +90,7 @@ void GridView::mirrorContents()
     }
     mirrorSelection();
     measureRowsInView();
-    if (m_grid.isDrawing())
+    if (m_control.isDrawing())
         verticalScrollBar()->setValue(scrolled);
 }
 
@@ -110,17 +105,17 @@ void GridView::mirrorLayout()
 {
     const QScopedValueRollback guard(m_mirroring, true);
     m_model->reset();
-    setWordWrap(m_grid.wordWrap());
+    setWordWrap(m_control.wordWrap());
     const Scale scale(*this);
     for (int column = 0; column < m_model->columnCount(); ++column) {
-        const int width = m_grid.column(m_model->gridColumn(column)).width;
+        const int width = m_control.column(m_model->gridColumn(column)).width;
         if (width >= 0)
             setColumnWidth(column, scale.pixels(width));
     }
     horizontalHeader()->setStretchLastSection(true);
     bool headings = false;
-    for (int column = 0; column < m_grid.columnCount(); ++column)
-        headings = headings || !m_grid.column(column).heading.empty();
+    for (int column = 0; column < m_control.columnCount(); ++column)
+        headings = headings || !m_control.column(column).heading.empty();
     horizontalHeader()->setVisible(headings);
     verticalHeader()->setDefaultSectionSize(fontMetrics().height() + scale.pixels(90));
     mirrorSelection();
@@ -130,7 +125,7 @@ void GridView::mirrorLayout()
 void GridView::mirrorSelection()
 {
     const QScopedValueRollback guard(m_mirroring, true);
-    const int row = m_grid.row();
+    const int row = m_control.row();
     if (row >= 0 && row < m_model->rowCount()) {
         selectRow(row);
         return;
@@ -153,7 +148,7 @@ int GridView::measureRow(int row)
 void GridView::measureRowsInView()
 {
     const int rows = m_model->rowCount();
-    if (m_measuring || rows == 0 || !m_grid.wordWrap())
+    if (m_measuring || rows == 0 || !m_control.wordWrap())
         return;
     const QScopedValueRollback guard(m_measuring, true);
     const int room = viewport()->height();
@@ -214,16 +209,16 @@ void GridView::contextMenuEvent(QContextMenuEvent* event)
         return;
     }
     m_desktop.setPopUpPlace(event->globalPos());
-    m_grid.releaseMouse(MouseButton::Right, rowAt(event->pos().y()));
+    m_control.releaseMouse(MouseButton::Right, rowAt(event->pos().y()));
 }
 
 // Beside the selected row, for a menu that a key asked for.
 void GridView::openMenuByKey()
 {
-    const int row = m_grid.row();
+    const int row = m_control.row();
     const int below = row == -1 ? 0 : rowViewportPosition(row) + rowHeight(row);
     m_desktop.setPopUpPlace(viewport()->mapToGlobal(QPoint(columnViewportPosition(m_model->columnCount() - 1), below)));
-    m_grid.releaseMouse(MouseButton::Right, row);
+    m_control.releaseMouse(MouseButton::Right, row);
 }
 
 void GridView::keyPressEvent(QKeyEvent* event)
@@ -232,8 +227,8 @@ void GridView::keyPressEvent(QKeyEvent* event)
         event->key() == Qt::Key_Menu || (event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier);
     if (menuKey)
         openMenuByKey();
-    else if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && m_grid.row() != -1)
-        m_grid.doubleClick(m_grid.row());
+    else if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && m_control.row() != -1)
+        m_control.doubleClick(m_control.row());
     else
         QTableView::keyPressEvent(event);
 }
@@ -241,13 +236,13 @@ void GridView::keyPressEvent(QKeyEvent* event)
 void GridView::mouseMoveEvent(QMouseEvent* event)
 {
     const QModelIndex index = indexAt(event->position().toPoint());
-    m_grid.moveMouse(index.isValid() ? index.row() : -1, index.isValid() ? m_model->gridColumn(index.column()) : -1);
+    m_control.moveMouse(index.isValid() ? index.row() : -1, index.isValid() ? m_model->gridColumn(index.column()) : -1);
     QTableView::mouseMoveEvent(event);
 }
 
 void GridView::leaveEvent(QEvent* event)
 {
-    m_grid.moveMouse(-1, -1);
+    m_control.moveMouse(-1, -1);
     QTableView::leaveEvent(event);
 }
 
@@ -256,7 +251,7 @@ void GridView::focusInEvent(QFocusEvent* event)
 {
     const QScopedValueRollback guard(m_mirroring, true);
     QTableView::focusInEvent(event);
-    if (m_grid.row() == -1)
+    if (m_control.row() == -1)
         mirrorSelection();
 }
 
@@ -272,7 +267,7 @@ void GridView::mouseDoubleClickEvent(QMouseEvent* event)
 {
     QTableView::mouseDoubleClickEvent(event);
     if (event->button() == Qt::LeftButton)
-        m_grid.doubleClick(rowAt(event->position().toPoint().y()));
+        m_control.doubleClick(rowAt(event->position().toPoint().y()));
 }
 
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/Grid.h"
+#include "qt/Mirror.h"
 
 #include <QTableView>
 
@@ -11,14 +12,10 @@ class QtDesktop;
 
 // Mirrors a grid. Only rows that come into view are measured, so thousands of wrapped rows cost no more
 // than a screenful.
-class GridView : public QTableView, public ControlObserver {
-    Q_OBJECT
+class GridView : public Mirror<QTableView, Grid> {
 public:
     // Grid and desktop must outlive the view. `headings`: see GridModel.
     GridView(Grid& grid, QtDesktop& desktop, QStringList headings, QWidget* parent);
-    ~GridView() override;
-
-    void controlChanged(Control& control, Change change) override;
     QSize sizeHint() const override;
 
 protected:
@@ -34,6 +31,7 @@ protected:
     void scrollContentsBy(int dx, int dy) override;
 
 private:
+    bool mirror(Change change) override;
     void mirrorContents();
     void mirrorColours();
     void mirrorLayout();
@@ -43,7 +41,6 @@ private:
     void measureRowsInView();
     int measureRow(int row);
 
-    Grid& m_grid;
     QtDesktop& m_desktop;
     GridModel* m_model;
     bool m_mirroring = false; // the selection is being set by the program

@@ -1,6 +1,5 @@
 #include "qt/TextViews.h"
 
-#include "qt/ControlViews.h"
 #include "qt/QtText.h"
 
 #include <QKeyEvent>
@@ -8,28 +7,26 @@
 namespace health {
 
 TextBoxView::TextBoxView(TextBox& textBox)
-    : QLineEdit(toQString(textBox.text()))
-    , m_textBox(textBox)
+    : Mirror(textBox, toQString(textBox.text()))
 {
     setMouseTracking(true);
-    mirrorCommon(*this, textBox);
-    m_textBox.setObserver(this);
-    connect(this, &QLineEdit::textEdited, this, [this](const QString& text) { m_textBox.edit(toText(text)); });
+    connect(this, &QLineEdit::textEdited, this, [this](const QString& text) { m_control.edit(toText(text)); });
 }
 
-void TextBoxView::controlChanged(Control& control, Change change)
+bool TextBoxView::mirror(Change change)
 {
-    if (change == Change::Text) {
-        const QString text = toQString(m_textBox.text());
-        if (text != QLineEdit::text()) {
-            setText(text);
-            setCursorPosition(0); // of a long name the beginning is seen
-        }
-    } else if (change == Change::AllSelected) {
+    if (change == Change::AllSelected) {
         selectAll();
-    } else {
-        mirrorCommon(*this, control, change);
+        return true;
     }
+    if (change != Change::Text)
+        return false;
+    const QString text = toQString(m_control.text());
+    if (text != QLineEdit::text()) {
+        setText(text);
+        setCursorPosition(0); // of a long name the beginning is seen
+    }
+    return true;
 }
 
 void TextBoxView::keyPressEvent(QKeyEvent* event)
@@ -39,7 +36,7 @@ void TextBoxView::keyPressEvent(QKeyEvent* event)
     const bool printable = !enter && text.size() == 1 && text[0].isPrint()
         && !(event->modifiers() & (Qt::ControlModifier | Qt::AltModifier));
     if (enter || printable) {
-        if (m_textBox.pressKey(enter ? EnterKey : static_cast<wchar_t>(text[0].unicode())) == 0)
+        if (m_control.pressKey(enter ? EnterKey : static_cast<wchar_t>(text[0].unicode())) == 0)
             return;
     }
     if (enter)
@@ -50,14 +47,14 @@ void TextBoxView::keyPressEvent(QKeyEvent* event)
 
 void TextBoxView::mouseMoveEvent(QMouseEvent* event)
 {
-    health::raise(m_textBox.MouseMove);
+    health::raise(m_control.MouseMove);
     QLineEdit::mouseMoveEvent(event);
 }
 
 // The tool tip tells a screen reader what a short label means, and is there no later than the focus.
 void TextBoxView::focusInEvent(QFocusEvent* event)
 {
-    health::raise(m_textBox.MouseMove);
+    health::raise(m_control.MouseMove);
     QLineEdit::focusInEvent(event);
 }
 
@@ -77,42 +74,35 @@ constexpr int AreaLines = 4;
 }
 
 TextAreaView::TextAreaView(TextBox& textBox)
-    : m_textBox(textBox)
+    : Mirror(textBox)
 {
     setPlainText(withLineFeeds(textBox.text()));
     setTabChangesFocus(true);
     setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
-    mirrorCommon(*this, textBox);
-    m_textBox.setWindow(static_cast<QPlainTextEdit*>(this));
-    m_textBox.setObserver(this);
+    m_control.setWindow(static_cast<QPlainTextEdit*>(this));
     connect(this, &QPlainTextEdit::textChanged, this, [this] {
-        if (toPlainText() != withLineFeeds(m_textBox.text()))
-            m_textBox.edit(toText(toPlainText().replace(u'\n', QStringLiteral("\r\n"))));
+        if (toPlainText() != withLineFeeds(m_control.text()))
+            m_control.edit(toText(toPlainText().replace(u'\n', QStringLiteral("\r\n"))));
     });
 }
 
-TextAreaView::~TextAreaView()
-{
-    m_textBox.setObserver(nullptr);
-    m_textBox.setWindow(nullptr);
-}
+TextAreaView::~TextAreaView() { m_control.setWindow(nullptr); }
 
-void TextAreaView::controlChanged(Control& control, Change change)
+bool TextAreaView::mirror(Change change)
 {
-    if (change == Change::Text) {
-        if (toPlainText() != withLineFeeds(m_textBox.text()))
-            setPlainText(withLineFeeds(m_textBox.text()));
-    } else if (change == Change::AllSelected) {
+    if (change == Change::AllSelected)
         selectAll();
-    } else {
-        mirrorCommon(*this, control, change);
-    }
+    else if (change != Change::Text)
+        return false;
+    else if (toPlainText() != withLineFeeds(m_control.text()))
+        setPlainText(withLineFeeds(m_control.text()));
+    return true;
 }
 
 void TextAreaView::keyPressEvent(QKeyEvent* event)
 {
     int keyCode = event->key();
-    m_textBox.pressKeyDown(keyCode, shiftState(*event));
+    m_control.pressKeyDown(keyCode, shiftState(*event));
     if (keyCode != 0)
         QPlainTextEdit::keyPressEvent(event);
 }

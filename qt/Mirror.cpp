@@ -1,0 +1,36 @@
+#include "qt/Mirror.h"
+
+#include "qt/QtText.h"
+#include "qt/Scale.h"
+
+namespace health {
+
+void mirrorCommon(QWidget& widget, const Control& control, Change change)
+{
+    switch (change) {
+    case Change::Enabled:
+        widget.setEnabled(control.isEnabled());
+        break;
+    case Change::Visible:
+        widget.setVisible(control.isVisible());
+        break;
+    case Change::ToolTip:
+        widget.setToolTip(toLines(control.toolTip()));
+        break;
+    case Change::Place:
+        widget.setGeometry(Scale(widget).pixels(control.place()));
+        break;
+    default:
+        break;
+    }
+}
+
+void mirrorCommon(QWidget& widget, const Control& control)
+{
+    widget.setEnabled(control.isEnabled());
+    if (!control.isVisible())
+        widget.hide(); // to show it now would open it as a window of its own
+    widget.setToolTip(toLines(control.toolTip()));
+}
+
+}
