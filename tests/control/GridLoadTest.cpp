@@ -120,22 +120,22 @@ TEST_F(GridLoad, ListRows)
         TextView key;
     };
     const Case cases[] = {
-        { L"MEVVIF GET", L"45^1^3260310.143|812^1/2 BREAST & 1/2 FORMULA|3\r\n",
-            L"Infant Feeding|03/10/2026 14:30: 1/2 Breast & 1/2 Formula|45|812|1|2", L"IF^45" },
+        { L"MEVVIF GET", replies::Feeding, L"Infant Feeding|03/10/2026 14:30: 1/2 Breast & 1/2 Formula|45|812|1|2",
+            L"IF^45" },
         { L"MEVVELD GET", L"9^^3260310|81^INDEPENDENT|I^NEEDS HELP^^TOTALLY DEPENDENT^^^A^B^C^D^E^F^DECLINE^NO\r\n",
             L"Functional Status|03/10/2026: Status Change=Decline; Caregiver=No; Toileting=Independent; Bathing=Needs "
             L"Help; "
             L"Transfers=Totally Dependent; Finances=A; Cooking=B; Shopping=C; Chores=D; Meds=E; "
             L"Transportation=F|9|81||4",
             L"FS^9" },
-        { L"MEVVAST GET", L"3^0^3260310|81^MILD PERSISTENT|2^90^80^450^YES^NO^YES^NO\r\n",
+        { L"MEVVAST GET", replies::Asthma,
             L"Asthma Status|03/10/2026: Severity=Mild Persistent; FEV=90; FEF=80; PEF=450; ETS=Yes; Particulates=No; "
             L"Dust Mites=Yes; "
-            L"Mgt. Plan=No|3|81|0|5",
+            L"Mgt. Plan=No|3|81||5",
             L"AS^3" },
-        { L"MEVVTXC GET", L"4^^03/10/2026@08:05|81^PAIN|P^03/09/2026^SMITH,JOHN Q|71\r\n",
-            L"Tx Contract|03/10/2026 08:05: Initiated=03/09/2026; Type=Pain; Provider=Smith,John Q|4|81||6", L"TXC^4" },
-        { L"MEVREF GET", L"8^^3260101|81^MEASUREMENTS^14^BLOOD PRESSURE^^^3260310^1^^Said No, twice\r\n",
+        { L"MEVVTXC GET", replies::Contract,
+            L"Tx Contract|01/05/2026 10:00: Initiated=02/01/2026; Type=Pain; Provider=Oak,Kit J|45|81||6", L"TXC^45" },
+        { L"MEVREF GET", replies::Refusal,
             L"Refusal|03/10/2026: BLOOD PRESSURE (Measurements); Comment=Said No, twice|8||1|7", L"REF^8" },
     };
     open(0);

@@ -5,7 +5,6 @@
 namespace health::test {
 namespace {
 
-constexpr TextView Registered = L"12^ACTIVE|A^01/02/2026|x^04/05/2026^03/20/2026@10:15^SMITH,JOHN|15";
 constexpr TextView Left = L"12^INACTIVE|I^^^^";
 
 class AsthmaRecord : public FormFixture<frmAsthma> {
@@ -84,7 +83,7 @@ TEST_F(AsthmaRecord, LungFunctionBounds)
 TEST_F(AsthmaRecord, RegistryIsShownToEverybody)
 {
     form.m_bRegKey = false;
-    host.session->reply(L"MEVVAST GETREG", Registered);
+    host.session->reply(L"MEVVAST GETREG", L"12^ACTIVE|A^01/02/2026|x^04/05/2026^03/20/2026@10:15^SMITH,JOHN|15");
     host.session->reply(L"MEVVAST GETNOTE", L"Spacer checked.\r\nCall back.\r\n");
     open();
     EXPECT_EQ(registry(), L"Active&InactivateE");
@@ -118,7 +117,7 @@ TEST_F(AsthmaRecord, ActivationOpensTheRegistrysEditor)
     host.desktop.answers = { BoxAnswer::Yes };
     host.desktop.inForms.push_back([&](Form& opened) {
         EXPECT_EQ(registry(), L"Inactive&Activate"); // follows when the editor is closed
-        host.session->reply(L"MEVVAST GETREG", Registered);
+        host.session->reply(L"MEVVAST GETREG", replies::Registered);
         auto& editor = dynamic_cast<frmAsthmaReg&>(opened);
         editor.press(editor.cmdAdd);
     });
@@ -132,7 +131,7 @@ TEST_F(AsthmaRecord, ActivationOpensTheRegistrysEditor)
 
 TEST_F(AsthmaRecord, InactivationOpensNoEditorAndAFailureChangesNothing)
 {
-    host.session->reply(L"MEVVAST GETREG", Registered);
+    host.session->reply(L"MEVVAST GETREG", replies::Registered);
     host.session->reply(L"MEVVAST SETREG", L"12^I", L"-1^You may not change the asthma registry.");
     open();
     host.desktop.answers = { BoxAnswer::Yes, BoxAnswer::Ok, BoxAnswer::Yes };
@@ -151,7 +150,7 @@ TEST_F(AsthmaRecord, InactivationOpensNoEditorAndAFailureChangesNothing)
 
 TEST_F(AsthmaRecord, EditedRegistryIsShownAndTheVisitsReport)
 {
-    host.session->reply(L"MEVVAST GETREG", Registered);
+    host.session->reply(L"MEVVAST GETREG", replies::Registered);
     host.session->reply(L"MEVUTL GETRPT", L"Visit\r\n");
     open();
     host.desktop.inForms.push_back([&](Form&) { host.session->reply(L"MEVVAST GETREG", Left); });

@@ -23,8 +23,6 @@ protected:
             form.txt[box].edit(L"");
         return left;
     }
-
-    static constexpr TextView Stored = L"7^2^3.23^3232^^^^^^2^6M^2W^5M^HARTLEY,ROSE|1";
 };
 
 TEST_F(BirthMeasurements, LoadsTheUnitThatTheUserLikes)
@@ -41,7 +39,7 @@ TEST_F(BirthMeasurements, LoadsTheUnitThatTheUserLikes)
         host.session->values.clear();
         host.transcript.clear();
         host.session->reply(L"MEVUTL GETPARM", c.option);
-        host.session->reply(L"MEVBMSR GET", Stored);
+        host.session->reply(L"MEVBMSR GET", replies::Birth);
         frmPediatric own(shared);
         own.open();
         own.Form_Activate();
@@ -177,7 +175,7 @@ TEST_F(BirthMeasurements, LookupIsNotStartedTwiceNorTowardsCancel)
 
 TEST_F(BirthMeasurements, RefusedSaves)
 {
-    load(L"", Stored);
+    load(L"", replies::Birth);
     host.session->reply(L"MEVBMSR SET", L"-1^No.");
     form.press(form.cmdAdd);
     EXPECT_TRUE(form.isOpen());

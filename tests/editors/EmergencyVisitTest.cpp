@@ -24,9 +24,6 @@ protected:
         const Transcript calls = host.lines({ L"call MEVVER SET" });
         return calls.empty() ? Text() : calls.front().substr(15);
     }
-
-    static constexpr TextView Discharged = L"45^^11/20/2026@22:45|81^URGENT|U^POV|POV^^STRETCHER|S^Her aunt^RELATIVE|R^"
-                                           L"DISCHARGED|D^^11/20/2026@23:50|x^^Stable^\r\n";
 };
 
 TEST_F(EmergencyVisit, UntouchedNewVisitHasThirteenPieces)
@@ -41,7 +38,7 @@ TEST_F(EmergencyVisit, UntouchedNewVisitHasThirteenPieces)
 
 TEST_F(EmergencyVisit, ReadAndSavedInTheirOwnOrders)
 {
-    load(Discharged);
+    load(replies::Emergency);
     form.Form_Activate();
     EXPECT_EQ(host.calls(), Transcript { L"list MEVVER GET(^45)" });
     EXPECT_EQ(form.caption(), L"Update Emergency Room Visit");

@@ -84,7 +84,7 @@ TEST_F(FunctionalStatusView, ShowsAllItemsOfEachLine)
 
 TEST_F(FunctionalStatusView, EditNeedsTheKeyAndEndsTheView)
 {
-    openOn(Stored);
+    openOn(replies::Functional);
     form.press(form.cmdEdit);
     EXPECT_EQ(host.boxes(),
         Transcript {

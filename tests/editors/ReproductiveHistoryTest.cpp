@@ -31,7 +31,7 @@ protected:
 
 TEST_F(ReproductiveHistory, LoadsAndSavesWithItsTwoOrders)
 {
-    load(L"g3p2lc1sa0ta0^01/05/2026^ORAL contraceptives^12/01/2025^SONOGRAM^10/12/2026");
+    load(replies::Reproductive);
     EXPECT_EQ(host.calls(), Transcript { L"call MEVREP GET(12)" });
     EXPECT_EQ(counts(), L"3,2,1,0,0");
     EXPECT_TRUE(form.chkPregnant.isChecked());
@@ -46,7 +46,7 @@ TEST_F(ReproductiveHistory, LoadsAndSavesWithItsTwoOrders)
 TEST_F(ReproductiveHistory, CountStrings)
 {
     const std::pair<TextView, TextView> cases[] = { { L"G12P3", L"12,3,0,0,0" }, { L"G123", L"12,0,0,0,0" },
-        { L"G1xP2", L"1,2,0,0,0" }, { L"P2", L"0,2,0,0,0" }, { L"G1P", L"1,0,0,0,0" }, { L"LC4TA9SA10", L"0,0,4,10,9" },
+        { L"g1xp2", L"1,2,0,0,0" }, { L"P2", L"0,2,0,0,0" }, { L"G1P", L"1,0,0,0,0" }, { L"LC4TA9SA10", L"0,0,4,10,9" },
         { L"junk", L"0,0,0,0,0" } };
     for (const auto& [text, expected] : cases) {
         frmRepHist own(shared);

@@ -2,6 +2,7 @@
 
 #include "control/GridLoader.h"
 #include "control/kalmevRepHistCtrl.h"
+#include "tests/support/Replies.h"
 #include "tests/support/ScriptedHost.h"
 
 #include <gtest/gtest.h>

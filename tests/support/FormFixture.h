@@ -1,5 +1,6 @@
 #pragma once
 
+#include "tests/support/Replies.h"
 #include "tests/support/ScriptedHost.h"
 
 #include "platform/mevZvDate.h"
