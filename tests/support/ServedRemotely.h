@@ -1,4 +1,4 @@
-// The real server behind stunnel, with a test authority, and a relay that can lose what passes through it.
+// The real server behind stunnel, with a test authority.
 #pragma once
 
 #include "host/TlsTransport.h"
@@ -11,31 +11,27 @@
 #include <QTcpSocket>
 #include <QThread>
 
-#include <atomic>
-#include <thread>
-
-#include <netinet/in.h>
-#include <poll.h>
 #include <signal.h>
-#include <sys/socket.h>
-#include <unistd.h>
 
 namespace health::test {
 
-inline int freePort(const QHostAddress& address = QHostAddress::LocalHost)
+inline int freePort()
 {
     QTcpServer server;
-    server.listen(address);
+    server.listen(QHostAddress::LocalHost);
     return server.serverPort();
 }
 
 class ServedRemotely {
 public:
-    ServedRemotely()
+    // With the certificate of this name.
+    explicit ServedRemotely(const QString& certificate = QStringLiteral("server"))
     {
         const std::string complaint = administer(script("make-test-authority"), { "." });
         if (!complaint.empty())
             qFatal("%s", complaint.c_str());
+        for (const auto* const ending : { ".pem", ".key" })
+            rename(file(certificate + ending).toLocal8Bit(), file(QStringLiteral("server") + ending).toLocal8Bit());
         start();
     }
     ~ServedRemotely() { stop(); }
@@ -140,94 +136,6 @@ struct RemoteSession {
     std::function<void()> beforeRetry;
     TlsTransport transport;
     HostSession session;
-};
-
-// Passes bytes between a port of its own and the server's; can drop the next answer and with it the connection. In a
-// thread of its own, since a session that waits turns no event loop at first.
-class Relay {
-public:
-    explicit Relay(int serverPort, const QHostAddress& address = QHostAddress::LocalHost)
-        : port(freePort(address))
-        , m_listener(::socket(AF_INET, SOCK_STREAM, 0))
-        , m_serverPort(serverPort)
-    {
-        const int on = 1;
-        ::setsockopt(m_listener, SOL_SOCKET, SO_REUSEADDR, &on, sizeof on);
-        sockaddr_in here = at(address.toIPv4Address(), port);
-        if (::bind(m_listener, reinterpret_cast<sockaddr*>(&here), sizeof here) != 0 || ::listen(m_listener, 5) != 0)
-            qFatal("The relay cannot listen.");
-        m_thread = std::thread([this] {
-            while (!m_ends)
-                relayOne();
-        });
-    }
-    ~Relay()
-    {
-        m_ends = true;
-        m_thread.join();
-        ::close(m_listener);
-    }
-    void loseNextAnswer() { m_losing = true; }
-    void swallowAll() { m_swallowing = true; }
-
-    const int port;
-
-private:
-    static sockaddr_in at(quint32 address, int port)
-    {
-        sockaddr_in place {};
-        place.sin_family = AF_INET;
-        place.sin_addr.s_addr = htonl(address);
-        place.sin_port = htons(static_cast<quint16>(port));
-        return place;
-    }
-    static bool isReady(int socket)
-    {
-        pollfd wanted { socket, POLLIN, 0 };
-        return ::poll(&wanted, 1, 1) > 0;
-    }
-    void relayOne()
-    {
-        if (!isReady(m_listener))
-            return;
-        const int client = ::accept(m_listener, nullptr, nullptr);
-        const int server = ::socket(AF_INET, SOCK_STREAM, 0);
-        sockaddr_in there = at(INADDR_LOOPBACK, m_serverPort);
-        if (::connect(server, reinterpret_cast<sockaddr*>(&there), sizeof there) == 0) {
-            while (!m_ends && pass(client, server) && pass(server, client)) { }
-        }
-        ::close(client);
-        ::close(server);
-    }
-    bool pass(int from, int to)
-    {
-        if (!isReady(from))
-            return true;
-        char bytes[65536];
-        const ssize_t count = ::recv(from, bytes, sizeof bytes, 0);
-        if (count <= 0)
-            return false;
-        if (m_swallowing)
-            return true;
-        // What the client sends reaches the server; only the answer is lost.
-        if (isServer(from) && m_losing.exchange(false))
-            return false;
-        return ::send(to, bytes, static_cast<size_t>(count), MSG_NOSIGNAL) == count;
-    }
-    bool isServer(int socket) const
-    {
-        sockaddr_in peer {};
-        socklen_t size = sizeof peer;
-        ::getpeername(socket, reinterpret_cast<sockaddr*>(&peer), &size);
-        return ntohs(peer.sin_port) == m_serverPort;
-    }
-
-    const int m_listener;
-    const int m_serverPort;
-    std::atomic<bool> m_ends = false;
-    std::atomic<bool> m_losing = false;
-    std::atomic<bool> m_swallowing = false;
-    std::thread m_thread;
 };
 
 }
