@@ -1,6 +1,4 @@
-// What a screen reader is told of each form and of the panel.
-#include "control/kalmevRepHistCtrl.h"
-#include "qt/PanelView.h"
+// What a screen reader is told of each form.
 #include "tests/support/EveryForm.h"
 
 #include <QAccessible>
@@ -9,8 +7,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
-#include <QMenu>
-#include <QTest>
+#include <QTableView>
 #include <QToolButton>
 
 #include <gtest/gtest.h>
@@ -175,33 +172,6 @@ TEST(SpokenNames, CalendarIsNamed)
                 button->click();
         }
     });
-}
-
-TEST(SpokenNames, GridTellsItsShownCellsOnly)
-{
-    ScriptedHost host;
-    QtDesktop desktop;
-    modShared shared(desktop);
-    kalmevRepHistCtrl control(shared, host);
-    host.session->reply(L"MEVVELD GET", L"77^^3260310|81^NEEDS HELP\r\n78^^3260311|82^INDEPENDENT\r\n");
-    host.patient->patientNumber = 12;
-    control.UserControl_Initialize();
-    PanelView view(control, desktop);
-    view.setWindowTitle(QStringLiteral("Panel"));
-    view.show();
-    QTest::qWait(20);
-    expectNames(view);
-    QAccessibleInterface* const grid = QAccessible::queryAccessibleInterface(view.findChild<QTableView*>());
-    ASSERT_NE(grid->tableInterface(), nullptr);
-    QStringList cells;
-    for (int i = 0; i < grid->childCount(); ++i)
-        cells.append(grid->child(i)->text(QAccessible::Name));
-    cells.removeAll(QString()); // of the headers
-    EXPECT_EQ(cells.join(u'|').toStdString(),
-        "Record|Summary|Functional Status|03/10/2026: Toileting=Needs Help|Functional Status|03/11/2026: "
-        "Toileting=Independent");
-    EXPECT_EQ(grid->tableInterface()->columnDescription(0), QStringLiteral("Record"));
-    EXPECT_EQ(grid->tableInterface()->columnDescription(1), QStringLiteral("Summary"));
 }
 
 }

@@ -12,20 +12,6 @@ TEST_F(HostWindow, PatientIsPickedByKeysAndTheGridListsTheRecords)
     ASSERT_TRUE(waitUntil([&] { return window->gridText().count(u'\n') == 6; })) << window->gridText().toStdString();
     EXPECT_TRUE(window->gridText().startsWith(QStringLiteral("Reproductive\tG3P1LC1SA1TA0; LMP=")));
     EXPECT_EQ(window->windowTitle(), QStringLiteral("Hartley, Marigold Rose (1) - Personal Health"));
-
-    // By keys alone: into the list, down, the context menu, and Escape.
-    auto* const grid = window->findChild<QTableView*>();
-    ASSERT_TRUE(waitUntil([&] { return window->isActiveWindow(); }));
-    grid->setFocus();
-    pressKeys({ QStringLiteral("key"), QStringLiteral("Down"), QStringLiteral("Down") });
-    ASSERT_TRUE(waitUntil([&] { return grid->currentIndex().row() > 0; }));
-    bool menuSeen = false;
-    QTimer::singleShot(300, [&] {
-        menuSeen = QApplication::activePopupWidget() != nullptr;
-        pressKeys({ QStringLiteral("key"), QStringLiteral("Escape") });
-    });
-    pressKeys({ QStringLiteral("key"), QStringLiteral("shift+F10") });
-    EXPECT_TRUE(waitUntil([&] { return menuSeen && !QApplication::activePopupWidget(); }));
 }
 
 TEST_F(HostWindow, TwoPanelsFollowThePatientAndTheServer)
@@ -70,19 +56,6 @@ TEST_F(HostWindow, VisitOfTheDayIsHighlighted)
     EXPECT_EQ(bold(), 3); // functional status, asthma and contract of that visit
 }
 
-TEST_F(HostWindow, ReproductiveHistoryIsEditedByKeys)
-{
-    ASSERT_TRUE(window->context().selectPatient(1));
-    selectRow(0);
-    // Gravidity has the focus; Enter goes on to parity; Alt+O saves.
-    pressKeysInDialogs(
-        { QStringLiteral("key Return"), QStringLiteral("key ctrl+a 5 Return ctrl+a 4"), QStringLiteral("key alt+o") });
-    ASSERT_TRUE(waitForKeys());
-    EXPECT_TRUE(waitUntil([&] { return summary(0).startsWith(QStringLiteral("G5P4LC1SA1TA0")); }))
-        << summary(0).toStdString();
-    EXPECT_EQ(grid()->currentIndex().row(), 0); // still selected after the reload
-}
-
 TEST_F(HostWindow, InfantFeedingIsEditedAndDeletedByKeys)
 {
     ASSERT_TRUE(window->context().selectPatient(5));
@@ -100,20 +73,6 @@ TEST_F(HostWindow, InfantFeedingIsEditedAndDeletedByKeys)
     pressKeysInDialogs({ QStringLiteral("key alt+d"), QStringLiteral("key alt+y") });
     ASSERT_TRUE(waitForKeys());
     EXPECT_TRUE(waitUntil([&] { return grid()->model()->rowCount() == 2; }));
-}
-
-TEST_F(HostWindow, BirthMeasurementsWithALookup)
-{
-    ASSERT_TRUE(window->context().selectPatient(5));
-    selectRow(0);
-    // The mother's name is found on leaving its field by Tab; there is one patient of that name.
-    pressKeysInDialogs({ QStringLiteral("key Return"), QStringLiteral("key ctrl+a"), QStringLiteral("type '8 1'"),
-        QStringLiteral("key alt+m BackSpace Tab"), QStringLiteral("key alt+m"), QStringLiteral("type lindqvist,fr"),
-        QStringLiteral("key Tab"), QStringLiteral("key Tab"), QStringLiteral("key Return") });
-    ASSERT_TRUE(waitForKeys());
-    EXPECT_TRUE(waitUntil([&] { return summary(0).startsWith(QStringLiteral("Birth Weight=8 lbs 1 oz ")); }))
-        << summary(0).toStdString();
-    EXPECT_TRUE(summary(0).endsWith(QStringLiteral("Mother=Lindqvist,Freya"))) << summary(0).toStdString();
 }
 
 TEST_F(HostWindow, InvalidFieldCannotBeSavedByAShortcut)
