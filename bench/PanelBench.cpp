@@ -1,16 +1,11 @@
 // From a change of the patient to the painted grid, against the real server: time at the server (the calls), in the
 // logic and in painting. And what painting costs with many rows.
 #include "bench/Median.h"
-#include "control/kalmevRepHistCtrl.h"
+#include "bench/ShownPanel.h"
 #include "host/HostSession.h"
 #include "host/ProcessTransport.h"
-#include "qt/PanelView.h"
-#include "qt/QtDesktop.h"
 #include "tests/support/ScriptedHost.h"
 
-#include <QApplication>
-#include <QElapsedTimer>
-#include <QImage>
 #include <QTemporaryDir>
 
 #include <cstdio>
@@ -21,8 +16,6 @@ using namespace health;
 namespace {
 
 constexpr int Rounds = 15;
-
-double milliseconds(const QElapsedTimer& timer) { return static_cast<double>(timer.nsecsElapsed()) / 1e6; }
 
 // Passes calls on to the real session and adds up how long they took.
 class TimedSession : public test::ScriptedSession {
@@ -40,21 +33,13 @@ public:
 private:
     Text timed(TextView name, TextView parameter)
     {
-        QElapsedTimer timer;
-        timer.start();
-        Text reply = m_session.callText(name, parameter);
-        spent += milliseconds(timer);
+        Text reply;
+        spent += milliseconds([&] { reply = m_session.callText(name, parameter); });
         return reply;
     }
 
     HostSession& m_session;
 };
-
-void paint(QWidget& widget)
-{
-    QImage image(widget.size(), QImage::Format_ARGB32_Premultiplied);
-    widget.render(&image);
-}
 
 }
 
@@ -72,14 +57,8 @@ int main(int argc, char** argv)
     auto timed = std::make_shared<TimedSession>(host.transcript, session);
     timed->objects = host.session->objects;
     host.session = timed;
-    QtDesktop desktop;
-    modShared shared(desktop);
-    kalmevRepHistCtrl control(shared, host);
-    control.UserControl_Initialize();
-    PanelView view(control, desktop);
-    view.resize(1000, 700);
-    view.show();
-    QApplication::processEvents();
+    ShownPanel panel(host);
+    kalmevRepHistCtrl& control = panel.control;
 
     std::printf("Patient change to painted grid, median of %d, milliseconds\n", Rounds);
     std::printf("%8s %8s %8s %8s %8s\n", "records", "server", "logic", "paint", "all");
@@ -92,16 +71,12 @@ int main(int argc, char** argv)
             host.patient->patientSex = L"M";
             host.transcript.clear();
             timed->spent = 0;
-            QElapsedTimer timer;
-            timer.start();
-            control.patientEvents().Committed();
-            const double loaded = milliseconds(timer);
-            paint(view);
-            const double painted = milliseconds(timer);
+            const double loaded = milliseconds([&] { control.patientEvents().Committed(); });
+            const double painted = milliseconds([&] { panel.paint(); });
             server.push_back(timed->spent);
             logic.push_back(loaded - timed->spent);
-            painting.push_back(painted - loaded);
-            all.push_back(painted);
+            painting.push_back(painted);
+            all.push_back(loaded + painted);
         }
         std::printf("%8d %8.2f %8.2f %8.2f %8.2f\n", control.fgData.rowCount(), median(server), median(logic),
             median(painting), median(all));
@@ -117,12 +92,8 @@ int main(int argc, char** argv)
         }
         control.fgData.setDrawing(true);
         std::vector<double> times;
-        for (int round = 0; round < Rounds; ++round) {
-            QElapsedTimer timer;
-            timer.start();
-            paint(view);
-            times.push_back(milliseconds(timer));
-        }
+        for (int round = 0; round < Rounds; ++round)
+            times.push_back(milliseconds([&] { panel.paint(); }));
         std::printf("%8d rows %8.2f\n", rows, median(times));
     }
     return 0;

@@ -2,16 +2,11 @@
 // one; and the opening of the editor that makes most calls.
 #include "bench/DelayedTransport.h"
 #include "bench/Median.h"
-#include "control/kalmevRepHistCtrl.h"
+#include "bench/ShownPanel.h"
 #include "editors/frmAsthma.h"
 #include "host/ClinicalContext.h"
 #include "host/ProcessTransport.h"
-#include "qt/PanelView.h"
-#include "qt/QtDesktop.h"
 
-#include <QApplication>
-#include <QElapsedTimer>
-#include <QImage>
 #include <QTemporaryDir>
 
 #include <cstdio>
@@ -22,15 +17,6 @@ namespace {
 
 constexpr int Rounds = 9;
 
-template<typename Work>
-double milliseconds(Work work)
-{
-    QElapsedTimer timer;
-    timer.start();
-    work();
-    return static_cast<double>(timer.nsecsElapsed()) / 1e6;
-}
-
 void measure(const QString& data, int delay, bool ahead)
 {
     ProcessTransport process(QStringLiteral(SERVER_PROGRAM), { QStringLiteral("--data"), data });
@@ -38,35 +24,26 @@ void measure(const QString& data, int delay, bool ahead)
     ClinicalContext context(transport, 60000, [](const QString&) { return false; });
     context.session().usesHints = ahead;
     context.session().signOn(L"ROLLINS,COLE");
-    QtDesktop desktop;
-    modShared shared(desktop);
-    kalmevRepHistCtrl control(shared, context);
-    control.UserControl_Initialize();
-    PanelView view(control, desktop);
-    view.resize(1000, 700);
-    view.show();
-    QApplication::processEvents();
+    ShownPanel panel(context);
     std::vector<double> changes, openings;
     for (int round = 0; round < Rounds; ++round) {
         for (const long patient : { 14L, 11L }) { // one without records in between
             context.selectPatient(patient);
             const double change = milliseconds([&] {
-                control.patientEvents().Committed();
-                QImage image(view.size(), QImage::Format_ARGB32_Premultiplied);
-                view.render(&image);
+                panel.control.patientEvents().Committed();
+                panel.paint();
             });
             if (patient == 11)
                 changes.push_back(change);
         }
-        frmAsthma editor(shared);
-        editor.m_sIEN = control.fgData.text(0, 2);
+        frmAsthma editor(panel.shared);
+        editor.m_sIEN = panel.control.fgData.text(0, 2);
         openings.push_back(milliseconds([&] {
             editor.load();
             editor.open();
             editor.Form_Activate();
         }));
     }
-    control.UserControl_Terminate();
     std::printf("%8d %12s %14.1f %16.1f\n", delay, ahead ? "ahead" : "one by one", median(changes), median(openings));
 }
 
