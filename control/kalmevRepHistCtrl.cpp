@@ -8,7 +8,6 @@ namespace health {
 
 namespace {
 
-constexpr TextView Module = L"kalmevRepHistCtrl";
 constexpr TextView RefreshEvent = L"REFRESH";
 
 constexpr int LabelColumnWidth = 1600; // twips
@@ -29,20 +28,6 @@ private:
     bool m_before;
 };
 
-// Keeps a grid from drawing for as long as the object lives.
-class DrawingPause {
-public:
-    explicit DrawingPause(Grid& grid)
-        : m_grid(grid)
-    {
-        m_grid.setDrawing(false);
-    }
-    ~DrawingPause() { m_grid.setDrawing(true); }
-
-private:
-    Grid& m_grid;
-};
-
 }
 
 kalmevRepHistCtrl::kalmevRepHistCtrl(modShared& shared, Host& host)
@@ -52,20 +37,10 @@ kalmevRepHistCtrl::kalmevRepHistCtrl(modShared& shared, Host& host)
     setUpCommands();
     fgData.SelectionChange = cboType.Click = [this] { updateCommands(); };
     fgData.DblClick = [this] { cmd[Edit].click(); };
-    fgData.MouseUp = [this](MouseButton button) { trap(L"fgData_MouseUp", [&] { fgData_MouseUp(button); }); };
+    fgData.MouseUp = trapped(L"fgData_MouseUp", [this](MouseButton button) { fgData_MouseUp(button); });
 }
 
 kalmevRepHistCtrl::~kalmevRepHistCtrl() { UserControl_Terminate(); }
-
-bool kalmevRepHistCtrl::trap(TextView procedure, const std::function<void()>& work)
-{
-    return m_shared.trap(Module, procedure, work);
-}
-
-std::function<void()> kalmevRepHistCtrl::trapped(TextView procedure, Procedure work)
-{
-    return [this, procedure, work] { trap(procedure, [&] { (this->*work)(); }); };
-}
 
 // --- Start and end ---
 
@@ -73,7 +48,7 @@ void kalmevRepHistCtrl::UserControl_Initialize()
 {
     trap(L"UserControl_Initialize", [&] {
         m_initialized = true;
-        m_shared.InitObjects(m_host, true);
+        m_counted = m_shared.InitObjects(m_host, true);
         // Before the permissions are known: the tip tells of them from the second instance on. Intended.
         imgIcon.setToolTip(m_shared.VersionText());
         m_shared.CheckSecurity(DisableRepHistParameter, RepHistKey);
@@ -91,13 +66,13 @@ void kalmevRepHistCtrl::setUpCommands()
         mnuCmd[i].setCaption(items[i]);
         cmd[i].setEnabled(false);
         mnuCmd[i].setEnabled(false);
-        cmd[i].Click = [this, i] { trap(L"cmd_Click", [&] { cmd_Click(static_cast<int>(i)); }); };
-        mnuCmd[i].Click = [this, i] { trap(L"mnuCmd_Click", [&] { cmd_Click(static_cast<int>(i)); }); };
+        cmd[i].Click = trapped(L"cmd_Click", [this, i] { cmd_Click(static_cast<int>(i)); });
+        mnuCmd[i].Click = trapped(L"mnuCmd_Click", [this, i] { cmd_Click(static_cast<int>(i)); });
     }
     cboType.setVisible(false); // until a patient decides what it offers
     mnuVisitDetail.setCaption(L"&Display Visit Detail");
     mnuVisitDetail.setEnabled(false);
-    mnuVisitDetail.Click = trapped(L"mnuVisitDetail_Click", &kalmevRepHistCtrl::mnuVisitDetail_Click);
+    mnuVisitDetail.Click = trapped(L"mnuVisitDetail_Click", [this] { mnuVisitDetail_Click(); });
     mnuContextPopup.setItems({ &mnuCmd[Add], &mnuCmd[Edit], &mnuCmd[Delete], nullptr, &mnuVisitDetail });
 }
 
@@ -149,7 +124,8 @@ void kalmevRepHistCtrl::UserControl_Terminate()
             m_shared.session().unregisterEvent(RefreshEvent, *this);
         m_refreshRegistered = false;
     });
-    m_shared.ReleaseObjects();
+    if (std::exchange(m_counted, false))
+        m_shared.ReleaseObjects();
 }
 
 void kalmevRepHistCtrl::UserControl_Resize(int width, int height)
@@ -180,8 +156,8 @@ void kalmevRepHistCtrl::UserControl_Resize(int width, int height)
 void kalmevRepHistCtrl::AbortAsync()
 {
     trap(L"AbortAsync", [&] {
-        if (asyncHandle != 0)
-            m_shared.session().abortRequest(asyncHandle);
+        if (const long pending = std::exchange(asyncHandle, 0))
+            m_shared.session().abortRequest(pending);
     });
 }
 
@@ -198,17 +174,17 @@ void kalmevRepHistCtrl::ICSS_PatientEvents_Committed()
 void kalmevRepHistCtrl::catchUp()
 {
     while (!m_loading && (m_patientChanged || m_reloadWanted)) {
+        const FlagScope loading(m_loading);
         m_reloadWanted = false;
         if (std::exchange(m_patientChanged, false))
             loadPatient();
         else
-            reload();
+            trap(L"EventCallback", [this] { reload(); });
     }
 }
 
 void kalmevRepHistCtrl::loadPatient()
 {
-    const FlagScope loading(m_loading);
     const bool done = trap(L"ICSS_PatientEvents_Committed", [&] {
         unsubscribe(L"ICSS_PatientEvents_Committed");
         const PatientFacts patient = currentPatient();
@@ -267,13 +243,9 @@ bool kalmevRepHistCtrl::concernsPatient(TextView eventName) const
 
 void kalmevRepHistCtrl::EventCallback(TextView name, TextView)
 {
-    trap(L"EventCallback", [&] {
-        if (!m_active)
-            return;
-        if (concernsPatient(name) || MatchesLeading(name, RefreshEvent, LetterCase::Exact))
-            m_reloadWanted = true;
-        catchUp();
-    });
+    if (m_active && (concernsPatient(name) || MatchesLeading(name, RefreshEvent, LetterCase::Exact)))
+        m_reloadWanted = true;
+    catchUp();
 }
 
 void kalmevRepHistCtrl::RPCCallback(long, TextView) { }
@@ -349,11 +321,11 @@ void kalmevRepHistCtrl::reload()
         updateCommands();
         return;
     }
-    m_savedRowKey = fgData.row() == -1 ? Text() : Text(fgData.rowData(fgData.row()));
+    const Text savedRowKey(fgData.row() == -1 ? TextView() : fgData.rowData(fgData.row()));
     LoadGrid();
     fgData.select(-1);
-    if (!m_savedRowKey.empty())
-        selectRowOf(m_savedRowKey);
+    if (!savedRowKey.empty())
+        selectRowOf(savedRowKey);
     updateCommands();
 }
 

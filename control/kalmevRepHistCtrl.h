@@ -46,6 +46,7 @@ public:
 
     // Fills the grid with the current patient's records. After a failure the grid says that no patient is selected.
     void LoadGrid();
+    // Shows one row that says so, with nothing selected.
     void ClearPatientControls();
 
     // Opens the editor of a record for the host, as the commands do; also of a type that is never listed.
@@ -63,6 +64,7 @@ public:
     long asyncHandle = 0;
 
 private:
+    static constexpr TextView Module = L"kalmevRepHistCtrl";
     using Procedure = void (kalmevRepHistCtrl::*)();
 
     // The host's patient and visit events have the same names; each goes to its own procedure.
@@ -86,9 +88,13 @@ private:
         Silent,
     };
 
-    // Binds a procedure to the error trap, under its own name.
-    std::function<void()> trapped(TextView procedure, Procedure work);
-    bool trap(TextView procedure, const std::function<void()>& work);
+    bool trap(TextView procedure, const std::function<void()>& work) { return m_shared.trap(Module, procedure, work); }
+    // A handler under the error trap as the procedure of that name.
+    template<typename Work>
+    auto trapped(TextView procedure, Work work)
+    {
+        return m_shared.trapped(Module, procedure, std::move(work));
+    }
 
     void EventCallback(TextView name, TextView data) override;
     void RPCCallback(long handle, TextView reply) override;
@@ -128,12 +134,12 @@ private:
     HostEvents<ICSS_EncounterEvents, &kalmevRepHistCtrl::ICSS_EncounterEvents_Committed> m_encounterEvents { *this };
 
     bool m_initialized = false;
+    bool m_counted = false; // among the instances that share the host objects
     bool m_active = false;
     bool m_refreshRegistered = false;
     std::array<bool, EditKeyCount> m_editKeys {}; // by EditKey
     Text m_visitEventName; // "VXR." + patient number; empty without a patient
     Text m_refusalEventName; // "REFUSAL." + patient number
-    Text m_savedRowKey; // of the selected row, across a reload
     bool m_loading = false;
     // What has arrived and is not loaded yet:
     bool m_reloadWanted = false;

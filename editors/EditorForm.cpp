@@ -25,11 +25,6 @@ void EditorForm::Form_Activate()
     m_activated = true;
 }
 
-std::function<void()> EditorForm::trapped(TextView procedure, std::function<void()> work)
-{
-    return [this, procedure, work = std::move(work)] { trap(procedure, work); };
-}
-
 // --- Reading and saving ---
 
 void EditorForm::bindSave(Button& button, TextView procedure, std::function<void()> work)

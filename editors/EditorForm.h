@@ -22,7 +22,11 @@ protected:
     bool wasActivated() const { return m_activated; }
 
     // A handler that runs under the error trap as the procedure of that name.
-    std::function<void()> trapped(TextView procedure, std::function<void()> work);
+    template<typename Work>
+    auto trapped(TextView procedure, Work work)
+    {
+        return m_shared.trapped(name(), procedure, std::move(work));
+    }
     void trap(TextView procedure, const std::function<void()>& work) { m_shared.trap(name(), procedure, work); }
 
     // The button that saves: "&OK", pressed by Enter; `work` runs as the procedure of that name.

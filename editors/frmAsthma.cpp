@@ -85,7 +85,7 @@ void frmAsthma::setCaptions()
 void frmAsthma::bindEvents()
 {
     for (std::size_t i = 0; i < txt.size(); ++i)
-        txt[i].Validate = [this, i](bool& cancel) { trap(L"txt_Validate", [&] { txt_Validate(i, cancel); }); };
+        txt[i].Validate = trapped(L"txt_Validate", [this, i](bool& cancel) { txt_Validate(i, cancel); });
     cmdActivate.Click = trapped(L"cmdActivate_Click", [this] { cmdActivate_Click(); });
     cmdEditReg.Click = trapped(L"cmdEditReg_Click", [this] { cmdEditReg_Click(); });
     cmdHS.Click = trapped(L"cmdHS_Click", [this] { m_shared.VisitDetail(m_sVisit); });

@@ -47,9 +47,8 @@ frmAsthmaReg::frmAsthmaReg(modShared& shared)
     }
     bindLookup(txtPrv, cmdPrv, TypedOver::ClearsId,
         trapped(L"cmdPrv_Click", [this] { lookUp(txtPrv, LookupTableNumber::Provider); }));
-    txtComments.KeyDown = [this](int& keyCode, int shift) {
-        trap(L"txtComments_KeyDown", [&] { m_shared.FilterEditKeys(keyCode, shift, txtComments.window()); });
-    };
+    txtComments.KeyDown = trapped(L"txtComments_KeyDown",
+        [this](int& keyCode, int shift) { m_shared.FilterEditKeys(keyCode, shift, txtComments.window()); });
     bindSave(cmdAdd, L"cmdAdd_Click", [this] { cmdAdd_Click(); });
 }
 

@@ -114,8 +114,8 @@ void frmER::setCaptions()
 
 void frmER::bindEvents()
 {
-    optArrival.Click = [this](int index) { trap(L"optArrival_Click", [&] { optArrival_Click(index); }); };
-    optDisch.Click = [this](int index) { trap(L"optDisch_Click", [&] { optDisch_Click(index); }); };
+    optArrival.Click = trapped(L"optArrival_Click", [this](int index) { optArrival_Click(index); });
+    optDisch.Click = trapped(L"optDisch_Click", [this](int index) { optDisch_Click(index); });
     bindLookup(txtLoc, cmdLoc, TypedOver::ClearsId, trapped(L"cmdLoc_Click", [this] { cmdLoc_Click(); }));
     datDepart.EntryRefused = trapped(L"datDepart_EntryRefused", [this] {
         m_shared.ErrorBox(L"Enter the departure date with its time, such as 1/2/2006 14:30.", L"Invalid Date");

@@ -11,7 +11,7 @@ frmInf::frmInf(modShared& shared)
         L"1/2 Breast & 1/2 Formula", L"Mostly Formula", L"Formula Only" };
     for (const TextView choice : choices)
         lstINF.addItem(choice, lstINF.count() + 1);
-    lstINF.ItemCheck = [this](int item) { trap(L"lstINF_ItemCheck", [&] { lstINF_ItemCheck(item); }); };
+    lstINF.ItemCheck = trapped(L"lstINF_ItemCheck", [this](int item) { lstINF_ItemCheck(item); });
     bindSave(cmdAdd, L"cmdAdd_Click", [this] { cmdAdd_Click(); });
 }
 

@@ -41,8 +41,8 @@ frmPediatric::frmPediatric(modShared& shared)
 {
     setCaptions();
     for (std::size_t i = 0; i < Boxes; ++i) {
-        txt[i].KeyPress = [this](wchar_t& key) { txt_KeyPress(key); };
-        txt[i].Validate = [this, i](bool& cancel) { trap(L"txt_Validate", [&] { txt_Validate(i, cancel); }); };
+        txt[i].KeyPress = trapped(L"txt_KeyPress", [this](wchar_t key) { txt_KeyPress(key); });
+        txt[i].Validate = trapped(L"txt_Validate", [this, i](bool& cancel) { txt_Validate(i, cancel); });
     }
     bindLookup(txtPat, cmdPat, TypedOver::KeepsId,
         trapped(L"cmdPat_Click", [this] { lookUp(txtPat, LookupTableNumber::Patient); }));

@@ -44,12 +44,11 @@ frmRefusal::frmRefusal(modShared& shared)
     lblRefused.setCaption(L"&Date Refused");
     lblComment.setCaption(L"Comme&nt");
     bindLookup(txtItem, cmdItem, TypedOver::ClearsId, trapped(L"cmdItem_Click", [this] { cmdItem_Click(); }));
-    lstRefusals.ItemCheck = [this](int row) { trap(L"lstRefusals_ItemCheck", [&] { lstRefusals_ItemCheck(row); }); };
+    lstRefusals.ItemCheck = trapped(L"lstRefusals_ItemCheck", [this](int row) { lstRefusals_ItemCheck(row); });
     txtItem.Changed = trapped(L"txtItem_Change", [this] { txtItem_Change(); });
     datRefused.NewDateEntered = trapped(L"datRefused_NewDateEntered", [this] { datRefused_NewDateEntered(); });
-    txtRefComment.Validate = [this](bool& cancel) {
-        trap(L"txtRefComment_Validate", [&] { txtRefComment_Validate(cancel); });
-    };
+    txtRefComment.Validate =
+        trapped(L"txtRefComment_Validate", [this](bool& cancel) { txtRefComment_Validate(cancel); });
     bindSave(cmdOK, L"cmdOK_Click", [this] { cmdOK_Click(); });
     cmdOK.setCaption(L"&Add");
     cmdOK.setToolTip({});

@@ -69,15 +69,17 @@ void frmRepHist::bindEvents()
     static constexpr std::array<TextView, CountBoxes> tips { L"Gravidity", L"Parity", L"Living Children",
         L"Spontaneous Abortions", L"Therapeutic Abortions" };
     for (std::size_t i = 0; i < CountBoxes; ++i) {
-        txNumRH[i].GotFocus = [this, i] { m_valueOnFocus[i] = static_cast<short>(roundToWhole(numberIn(txNumRH[i]))); };
+        txNumRH[i].GotFocus = trapped(L"txNumRH_GotFocus",
+            [this, i] { m_valueOnFocus[i] = static_cast<short>(roundToWhole(numberIn(txNumRH[i]))); });
         txNumRH[i].Changed = trapped(L"txNumRH_Change", [this, i] { txNumRH_Change(i); });
-        txNumRH[i].KeyPress = [this, i](wchar_t& key) { txNumRH_KeyPress(i, key); };
+        txNumRH[i].KeyPress = trapped(L"txNumRH_KeyPress", [this, i](wchar_t& key) { txNumRH_KeyPress(i, key); });
         txNumRH[i].MouseMove = trapped(L"txNumRH_MouseMove", [this, i] { txNumRH[i].setToolTip(tips[i]); });
-        udNumRH[i].ValueChanged = [this, i] { txNumRH[i].setText(wholeText(udNumRH[i].value())); };
+        udNumRH[i].ValueChanged =
+            trapped(L"udNumRH_Change", [this, i] { txNumRH[i].setText(wholeText(udNumRH[i].value())); });
     }
-    cboFP.KeyPress = [this](wchar_t& key) { moveOnEnter(key, datFP); };
-    cboEstMethod.KeyPress = [this](wchar_t& key) { moveOnEnter(key, txNumRH[0]); };
-    chkPregnant.Click = [this] { fraPregnant.setEnabled(chkPregnant.isChecked()); };
+    cboFP.KeyPress = trapped(L"cboFP_KeyPress", [this](wchar_t& key) { moveOnEnter(key, datFP); });
+    cboEstMethod.KeyPress = trapped(L"cboEstMethod_KeyPress", [this](wchar_t& key) { moveOnEnter(key, txNumRH[0]); });
+    chkPregnant.Click = trapped(L"chkPregnant_Click", [this] { fraPregnant.setEnabled(chkPregnant.isChecked()); });
     datLMP.NewDateEntered = trapped(L"datLMP_NewDateEntered", [this] { refuseFuture(datLMP); });
     datFP.NewDateEntered = trapped(L"datFP_NewDateEntered", [this] { refuseFuture(datFP); });
     datDelivery.NewDateEntered = trapped(L"datDelivery_NewDateEntered", [this] { datDelivery_NewDateEntered(); });

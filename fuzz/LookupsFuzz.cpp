@@ -86,7 +86,7 @@ private:
         m_dialog.txtName.edit(m_second);
         const std::size_t calls = m_host.calls().size();
         if (m_table == LookupTableNumber::Immunization && m_row % 2 == 1)
-            m_dialog.optLot.click();
+            m_dialog.opt[1].click();
         else
             m_dialog.press(m_dialog.cmdSearch);
         const bool searched = m_host.calls().size() > calls;

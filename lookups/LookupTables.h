@@ -9,18 +9,17 @@ namespace health {
 
 struct LookupTable {
     TextView name; // after "Lookup " in the dialog's caption
-    TextView file; // FileMan file number
+    TextView file = {}; // FileMan file number, where the call searches files
     TextView call = L"MEVUTL DICLKUP";
     TextView screen = {}; // M expression of the server; "~" stands where it means "^"
     TextView fields = L".01";
     TextView index = {};
     TextView columns = {}; // empty: id, hidden code, name
     bool allowsEmptySearch = true;
+    bool codeBeforeName = false; // in the text of a single match: "code - name"
 };
 
 namespace LookupTableNumber {
-inline constexpr int DiagnosisByCode = 12;
-inline constexpr int DiagnosisByTerm = 13;
 inline constexpr int Immunization = 0;
 inline constexpr int Provider = 11;
 inline constexpr int Location = 14;

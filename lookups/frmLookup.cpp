@@ -1,5 +1,6 @@
 #include "lookups/frmLookup.h"
 
+#include "platform/Conversions.h"
 #include "platform/Letters.h"
 #include "shared/modConst.h"
 
@@ -7,7 +8,6 @@ namespace health {
 
 namespace {
 
-constexpr TextView Module = L"frmLookup";
 constexpr int MostHits = 250;
 constexpr int NameColumn = 2;
 constexpr int CodeColumn = 1;
@@ -24,8 +24,8 @@ Text searchable(TextView text)
 
 }
 
-frmLookup::frmLookup(modShared& shared)
-    : Form(Module)
+frmLookup::frmLookup(modShared& shared, TextView name)
+    : Form(name)
     , m_shared(shared)
 {
     lblFirstName.setCaption(L"&Search Value");
@@ -50,11 +50,6 @@ frmLookup::frmLookup(modShared& shared)
     });
 }
 
-std::function<void()> frmLookup::trapped(TextView procedure, std::function<void()> work)
-{
-    return [this, procedure, work = std::move(work)] { m_shared.trap(Module, procedure, work); };
-}
-
 Arrangement frmLookup::arrangement()
 {
     return column(
@@ -64,7 +59,7 @@ Arrangement frmLookup::arrangement()
 bool frmLookup::RunQuery(int refTable, TextView param, bool autoReturn, TextView screen)
 {
     bool chosen = false;
-    m_shared.trap(Module, L"RunQuery", [&] {
+    m_shared.trap(name(), L"RunQuery", [&] {
         load(); // before the grid is filled: loading hides it
         m_cancelled = false;
         chooseTable(refTable);
@@ -78,8 +73,6 @@ bool frmLookup::RunQuery(int refTable, TextView param, bool autoReturn, TextView
         }
         m_sName.clear();
         m_sRecId.clear();
-        if (fgResults.rowCount() > 0)
-            fgResults.select(0);
         // Closing the window by its own means equals Cancel.
         m_cancelled = true;
         m_shared.desktop().showModal(*this);
@@ -90,7 +83,6 @@ bool frmLookup::RunQuery(int refTable, TextView param, bool autoReturn, TextView
 
 void frmLookup::chooseTable(int number)
 {
-    m_number = number;
     m_table = &lookupTable(number);
     m_columns = lookupColumns(*m_table);
     m_screen = m_table->screen;
@@ -99,8 +91,8 @@ void frmLookup::chooseTable(int number)
 
 Text frmLookup::parameter() const
 {
-    return Text(m_table->file) + L"^" + m_searchText + L"^^^" + std::to_wstring(MostHits) + L"^" + Text(m_table->index)
-        + L"^" + m_screen + L"^^" + Text(m_table->fields);
+    return Text(m_table->file) + L"^" + m_searchText + L"^^^" + wholeText(MostHits) + L"^" + Text(m_table->index) + L"^"
+        + m_screen + L"^^" + Text(m_table->fields);
 }
 
 frmLookup::Outcome frmLookup::search(TextView text)
@@ -130,13 +122,23 @@ void frmLookup::searchAgain(TextView screen)
 {
     m_screen = screen;
     search(txtName.text());
-    if (fgResults.rowCount() > 0)
-        fgResults.select(0);
 }
 
 void frmLookup::LoadGrid(TextView reply)
 {
-    fgResults.setDrawing(false);
+    fillGrid(reply);
+    fgResults.sizeColumns();
+    fgResults.setToolTip({});
+    m_tipRow = m_tipColumn = -1;
+    if (fgResults.rowCount() > 0) {
+        fgResults.select(0);
+        fgResults.showRow(0);
+    }
+}
+
+void frmLookup::fillGrid(TextView reply)
+{
+    const DrawingPause pause(fgResults);
     fgResults.setRowCount(0);
     fgResults.setColumnCount(static_cast<int>(m_columns.size()));
     for (int column = 0; column < fgResults.columnCount(); ++column) {
@@ -154,12 +156,6 @@ void frmLookup::LoadGrid(TextView reply)
             fgResults.setText(row, column, layout.properCase ? properCase(value) : Text(value));
         }
     }
-    fgResults.setDrawing(true);
-    fgResults.sizeColumns();
-    fgResults.setToolTip({});
-    m_tipRow = m_tipColumn = -1;
-    if (fgResults.rowCount() > 0)
-        fgResults.showRow(0);
 }
 
 bool frmLookup::takeSingleMatch()
@@ -168,7 +164,7 @@ bool frmLookup::takeSingleMatch()
         return false;
     m_sRecId = fgResults.text(0, 0);
     m_sName = fgResults.text(0, NameColumn);
-    if (m_number == LookupTableNumber::DiagnosisByCode || m_number == LookupTableNumber::DiagnosisByTerm)
+    if (m_table->codeBeforeName)
         m_sName = Text(fgResults.text(0, CodeColumn)) + L" - " + m_sName;
     return true;
 }
@@ -180,8 +176,6 @@ void frmLookup::cmdSearch_Click()
         return;
     }
     search(txtName.text());
-    if (fgResults.rowCount() > 0)
-        fgResults.select(0);
     if (!fgResults.isVisible())
         m_shared.InfoBox(L"Search found no matches.", L"Find Record");
 }
@@ -213,7 +207,7 @@ void frmLookup::Form_Load() { fgResults.setVisible(false); }
 
 void frmLookup::Form_Activate()
 {
-    m_shared.trap(Module, L"Form_Activate", [&] {
+    m_shared.trap(name(), L"Form_Activate", [&] {
         if (fgResults.rowCount() < 2) {
             setFocus(txtName);
             txtName.selectAll();

@@ -12,7 +12,8 @@ namespace health {
 // m_sName and m_sRecId afterwards.
 class frmLookup : public Form {
 public:
-    explicit frmLookup(modShared& shared);
+    // `name` is the dialog's own, as error reports give it.
+    explicit frmLookup(modShared& shared, TextView name = L"frmLookup");
 
     // Searches the table (0 to 24) for a text. A single match is returned at once when autoReturn is set, else the
     // dialog is shown. `screen` replaces the table's own, "*" keeps it. True: an entry was chosen; false: the user
@@ -35,7 +36,12 @@ public:
     Button cmdCancel;
 
 protected:
-    std::function<void()> trapped(TextView procedure, std::function<void()> work);
+    // A handler under the error trap as the procedure of that name.
+    template<typename Work>
+    auto trapped(TextView procedure, Work work)
+    {
+        return m_shared.trapped(name(), procedure, std::move(work));
+    }
     // Searches the same text with another screen.
     void searchAgain(TextView screen);
 
@@ -48,6 +54,7 @@ private:
     void chooseTable(int number);
     Outcome search(TextView text);
     void LoadGrid(TextView reply);
+    void fillGrid(TextView reply);
     Text parameter() const;
     bool takeSingleMatch();
     void cmdSearch_Click();
@@ -55,7 +62,6 @@ private:
     void fgResults_MouseMove();
 
     modShared& m_shared;
-    int m_number = 0;
     const LookupTable* m_table = nullptr;
     std::vector<LookupColumn> m_columns;
     Text m_screen;

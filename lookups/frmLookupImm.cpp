@@ -10,14 +10,15 @@ constexpr TextView WithLotScreen = L"I $D(~AUTTIML(\"C\",Y)),$P($G(~AUTTIMM(Y,0)
 }
 
 frmLookupImm::frmLookupImm(modShared& shared)
-    : frmLookup(shared)
+    : frmLookup(shared, L"frmLookupImm")
 {
-    optAll.setCaption(L"Show &All Active Vaccines");
-    optLot.setCaption(L"Show Only active Vaccines with a &Lot Number");
-    optAll.setChosen(true);
-    optAll.Click =
-        trapped(L"opt_Click", [this] { opt_Click(optLot, lookupTable(LookupTableNumber::Immunization).screen); });
-    optLot.Click = trapped(L"opt_Click", [this] { opt_Click(optAll, WithLotScreen); });
+    opt[0].setCaption(L"Show &All Active Vaccines");
+    opt[1].setCaption(L"Show Only active Vaccines with a &Lot Number");
+    opt[0].setChosen(true);
+    // The list follows the choice at once.
+    opt.Click = trapped(L"opt_Click", [this](int index) {
+        searchAgain(index == 0 ? lookupTable(LookupTableNumber::Immunization).screen : WithLotScreen);
+    });
 }
 
 bool frmLookupImm::RunQuery(TextView param)
@@ -25,13 +26,6 @@ bool frmLookupImm::RunQuery(TextView param)
     return frmLookup::RunQuery(LookupTableNumber::Immunization, param, true, L"*");
 }
 
-Arrangement frmLookupImm::arrangement() { return column({ row({ optAll, optLot }), frmLookup::arrangement() }); }
-
-// The list follows the choice at once.
-void frmLookupImm::opt_Click(OptionButton& other, TextView screen)
-{
-    other.setChosen(false);
-    searchAgain(screen);
-}
+Arrangement frmLookupImm::arrangement() { return column({ row({ opt[0], opt[1] }), frmLookup::arrangement() }); }
 
 }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "lookups/frmLookup.h"
-#include "platform/OptionButton.h"
+#include "platform/OptionArray.h"
 
 namespace health {
 
@@ -16,11 +16,7 @@ public:
 
     Arrangement arrangement() override;
 
-    OptionButton optAll;
-    OptionButton optLot;
-
-private:
-    void opt_Click(OptionButton& other, TextView screen);
+    OptionArray<2> opt; // all active ones; those with a lot
 };
 
 }

@@ -45,7 +45,7 @@ public:
     // Empties all cells and row data and takes all colours back; the rows stay.
     void clear();
 
-    // The view is valid until the next clear() or setColumnCount().
+    // The view is valid until the next clear(), setColumnCount() or setRowCount().
     TextView text(int row, int column) const { return cell(row, column).text; }
     void setText(int row, int column, TextView text);
     // A text of the program's own that belongs to a row, never shown.
@@ -58,7 +58,7 @@ public:
     int row() const { return m_row; }
     // The column from which on the row is selected.
     int selectedColumn() const { return m_selectedColumn; }
-    // Selects a row, or none with -1, and raises SelectionChange when the row changes.
+    // Selects a row, or none with a negative number, and raises SelectionChange when the row changes.
     void select(int row, int column = 0);
     // Scrolls so that a row can be seen.
     void showRow(int row);
@@ -114,6 +114,24 @@ private:
     int m_shownRow = 0;
     int m_mouseRow = -1;
     int m_mouseColumn = -1;
+};
+
+// Keeps a grid from drawing for as long as the object lives.
+class DrawingPause {
+public:
+    explicit DrawingPause(Grid& grid)
+        : m_grid(grid)
+        , m_before(grid.isDrawing())
+    {
+        m_grid.setDrawing(false);
+    }
+    ~DrawingPause() { m_grid.setDrawing(m_before); }
+    DrawingPause(const DrawingPause&) = delete;
+    DrawingPause& operator=(const DrawingPause&) = delete;
+
+private:
+    Grid& m_grid;
+    const bool m_before;
 };
 
 }

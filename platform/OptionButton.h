@@ -4,7 +4,7 @@
 
 namespace health {
 
-// One of several buttons of which at most one is chosen. The form that owns the group takes the choice from the others.
+// One of several buttons of which at most one is chosen. Its group (OptionArray) takes the choice from the others.
 class OptionButton : public CaptionedControl {
 public:
     bool isChosen() const { return m_chosen; }

@@ -8,8 +8,9 @@
 
 namespace health {
 
-void modShared::InitObjects(Host& host, bool reload)
+bool modShared::InitObjects(Host& host, bool reload)
 {
+    bool counted = false;
     trap(L"modShared", L"InitObjects", [&] {
         if (reload) {
             frmDummy dummy;
@@ -19,9 +20,11 @@ void modShared::InitObjects(Host& host, bool reload)
         if (m_instanceCount == std::numeric_limits<short>::max())
             throw Failure(L"Overflow");
         ++m_instanceCount;
+        counted = true;
         if (m_instanceCount == 1)
             obtainObjects(host);
     });
+    return counted;
 }
 
 void modShared::obtainObjects(Host& host)

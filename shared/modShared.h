@@ -24,7 +24,7 @@ struct SecurityFlags {
 // Server calls and error reporting, message boxes, dates that may be reported, the host objects with the
 // user's keys, user parameters. One object per process, shared by all instances of the control; the
 // component owns it and it outlives them. Operations report their failures to the user and throw
-// nothing, but for the accessors of the host objects.
+// nothing, but for KnowsUserParam and the accessors of the host objects.
 class modShared {
 public:
     // The desktop must outlive the object.
@@ -42,6 +42,7 @@ public:
     // Calls a remote procedure with its parameter ("^"-pieces) under the hourglass. A failed call is shown in
     // a box and gives an empty text.
     Text CallRpc(TextView name, TextView parameter);
+    // The same for a reply of lines, each ended by CR LF.
     Text CallRpcList(TextView name, TextView parameter);
 
     // Tells the session which calls come next; at the end of the object's life the hint ends. Fails silently: the calls
@@ -70,9 +71,18 @@ public:
     // The one error trap: does the work, reports what it throws. False when it threw.
     bool trap(TextView module, TextView procedure, const std::function<void()>& work);
 
+    // A handler of any event that does the work under the error trap. The texts must outlive the handler.
+    template<typename Work>
+    auto trapped(TextView module, TextView procedure, Work work)
+    {
+        return [this, module, procedure, work = std::move(work)](
+                   auto&&... arguments) { trap(module, procedure, [&] { work(arguments...); }); };
+    }
+
     // Shows a text in the host's status line; an empty one clears it.
     void SetStatusText(TextView text);
 
+    // Shows lines of text in the host's print preview; a failure is shown in a box.
     void ShowReport(TextView report, TextView title);
 
     // Shows the report of a visit; an identifier of blanks does nothing.
@@ -99,8 +109,9 @@ public:
 
     // --- Host objects ---
 
-    // What a new control instance needs first: counts it and, for the first, obtains the host objects.
-    void InitObjects(Host& host, bool reload);
+    // What a new control instance needs first: counts it and, for the first, obtains the host objects. `reload` loads
+    // and unloads a hidden form before. False when it failed before the instance was counted.
+    bool InitObjects(Host& host, bool reload);
     // The counterpart: lowers the count, and at the last instance lets go of all host objects.
     void ReleaseObjects();
     int instanceCount() const { return m_instanceCount; }

@@ -178,6 +178,10 @@ TEST_F(LifeCycle, EventDuringTheReportOfAFailureLoadsAfterIt)
     host.session->push(L"REFRESH");
     host.session->push(L"VXR.12.VELD");
     EXPECT_EQ(summaries(), Transcript { L"Toileting=A" });
+    // Nothing leaves the control, though what the event asks for fails too.
+    host.patient->fails = true;
+    host.desktop.whileBoxIsOpen = [&] { host.session->push(L"REFRESH"); };
+    EXPECT_NO_THROW(commitPatient(12));
 }
 
 TEST_F(LifeCycle, PatientChangeDuringABoxOfALoadNeverMixesTwoPatients)

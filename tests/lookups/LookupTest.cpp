@@ -172,10 +172,10 @@ TEST_F(Lookup, VaccinesWithALotNumber)
     frmLookupImm vaccines(shared);
     host.session->reply(L"MEVUTL DICLKUP", L"1^X^INFLUENZA^^\r\n2^X^TETANUS^^\r\n");
     inDialog([&] {
-        EXPECT_TRUE(vaccines.optAll.isChosen());
-        vaccines.optLot.click();
-        EXPECT_FALSE(vaccines.optAll.isChosen());
-        vaccines.optAll.click();
+        EXPECT_TRUE(vaccines.opt[0].isChosen());
+        vaccines.opt[1].click();
+        EXPECT_FALSE(vaccines.opt[0].isChosen());
+        vaccines.opt[0].click();
         vaccines.press(vaccines.cmdSelect);
     });
     EXPECT_TRUE(vaccines.RunQuery(L""));
