@@ -3,6 +3,7 @@
 
 #include "control/GridLoader.h"
 #include "platform/Conversions.h"
+#include "shared/modConst.h"
 
 namespace health {
 
@@ -10,11 +11,6 @@ namespace {
 
 // Asks the host without a word to the user whether there is a visit that records can be added to.
 constexpr int UsableVisitFlags = 12;
-
-constexpr TextView InsufficientPermissions = L"Insufficient Permissions";
-
-// A type that a text names by its number; 0 for any other text.
-int typeIn(TextView text) { return static_cast<int>(roundToWhole(leadingNumber(text))); }
 
 }
 
@@ -28,11 +24,16 @@ bool kalmevRepHistCtrl::isEditPermitted(int number, Report report)
         refusal = m_shared.PermissionMessage();
     else if (type->editRule == EditRule::Key && !m_shared.HasProvider()
         && !m_editKeys[static_cast<std::size_t>(type->editKey)])
-        refusal = L"Editing not permitted, you do not hold either the PROVIDER key or the " + Text(type->keyInRefusal)
-            + L" key.";
+        refusal = editRefusal(type->keyInRefusal);
     if (!refusal.empty() && report == Report::Shown)
         m_shared.ErrorBox(refusal, InsufficientPermissions);
     return refusal.empty();
+}
+
+// The number of a row's type; 0 for a row without one.
+int kalmevRepHistCtrl::typeOf(int row) const
+{
+    return static_cast<int>(roundToWhole(leadingNumber(fgData.text(row, GridColumn::Type))));
 }
 
 bool kalmevRepHistCtrl::canAdd()
@@ -53,7 +54,7 @@ void kalmevRepHistCtrl::updateCommands()
         if (row == -1)
             return;
         const bool locked = fgData.text(row, GridColumn::Locked) == L"1";
-        enabled[Edit] = !locked && isEditPermitted(typeIn(fgData.text(row, GridColumn::Type)), Report::Silent);
+        enabled[Edit] = !locked && isEditPermitted(typeOf(row), Report::Silent);
         enabled[Delete] = enabled[Edit];
         visitDetail = !fgData.text(row, GridColumn::Visit).empty();
     });

@@ -3,7 +3,6 @@
 #include "control/SummaryText.h"
 #include "platform/Conversions.h"
 #include "platform/Letters.h"
-#include "shared/modConst.h"
 
 namespace health {
 
@@ -43,42 +42,38 @@ void appendBirthWeight(Text& text, const LinePieces& pieces)
 
 }
 
-// What the patient can have, in the order of the calls. Emergency room records are never asked for. Intended.
-std::vector<RecordTypeNumber> GridLoader::types() const
+// The types that the patient can have, in the order of the calls.
+std::vector<const RecordType*> GridLoader::types() const
 {
     using enum RecordTypeNumber;
-    std::vector<RecordTypeNumber> types;
-    for (const RecordTypeNumber type :
+    std::vector<const RecordType*> types;
+    for (const RecordTypeNumber number :
         { Reproductive, BirthMeasurements, InfantFeeding, FunctionalStatus, Asthma, TreatmentContract, Refusal }) {
-        const bool ofWomen = type == Reproductive;
-        const bool ofChildren = type == BirthMeasurements || type == InfantFeeding;
-        if ((!ofWomen || m_patient.isFemale()) && (!ofChildren || m_patient.isYoungChild()))
-            types.push_back(type);
+        if (const RecordType& type = recordType(number); type.isListed(m_patient))
+            types.push_back(&type);
     }
     return types;
 }
 
-ExpectedCall GridLoader::callOf(RecordTypeNumber number) const
+ExpectedCall GridLoader::callOf(const RecordType& type) const
 {
-    const bool ofPatient = number == RecordTypeNumber::Reproductive || number == RecordTypeNumber::BirthMeasurements;
-    return { ofPatient ? ExpectedCall::Form::Text : ExpectedCall::Form::List,
-        Text(recordType(number).callPrefix) + L" GET",
-        wholeText(m_patient.number) + (number == RecordTypeNumber::Reproductive ? L"^^1" : L"") };
+    return { type.isOnePerPatient() ? ExpectedCall::Form::Text : ExpectedCall::Form::List,
+        Text(type.callPrefix) + L" GET",
+        wholeText(m_patient.number) + (type.number == RecordTypeNumber::Reproductive ? L"^^1" : L"") };
 }
 
 void GridLoader::load()
 {
     const auto wanted = types();
     std::vector<ExpectedCall> calls;
-    for (const RecordTypeNumber number : wanted)
-        calls.push_back(callOf(number));
+    for (const RecordType* const type : wanted)
+        calls.push_back(callOf(*type));
     const modShared::CallHint hint(m_shared, calls);
     for (std::size_t i = 0; i < wanted.size(); ++i) {
-        const RecordType& type = recordType(wanted[i]);
-        if (calls[i].form == ExpectedCall::Form::Text)
-            loadPatientRow(type, m_shared.CallRpc(calls[i].name, calls[i].parameter));
+        if (wanted[i]->isOnePerPatient())
+            loadPatientRow(*wanted[i], m_shared.CallRpc(calls[i].name, calls[i].parameter));
         else
-            loadList(type, m_shared.CallRpcList(calls[i].name, calls[i].parameter));
+            loadList(*wanted[i], m_shared.CallRpcList(calls[i].name, calls[i].parameter));
     }
 }
 
@@ -94,18 +89,15 @@ void GridLoader::loadPatientRow(const RecordType& type, const Text& reply)
         appendBirthWeight(m_text, pieces);
     }
     appendFields(m_text, type, pieces);
-    addPatientRow(type, m_text);
+    addRow(type, { .record = wholeText(m_patient.number), .visit = {}, .locked = {}, .date = {} });
 }
 
 void GridLoader::loadList(const RecordType& type, const Text& reply)
 {
     if (m_shared.CheckRpcError(reply, L""))
         return;
-    TextView rest = reply;
-    for (std::size_t end = rest.find(LineBreak); end != TextView::npos; end = rest.find(LineBreak)) {
-        addListRow(type, rest.substr(0, end));
-        rest.remove_prefix(end + LineBreak.size());
-    }
+    for (const TextView line : replyLines(reply))
+        addListRow(type, line);
 }
 
 void GridLoader::addListRow(const RecordType& type, TextView line)
@@ -115,18 +107,9 @@ void GridLoader::addListRow(const RecordType& type, TextView line)
         addRefusalRow(type, pieces);
         return;
     }
-    // Fields go behind the date but are separated among themselves only, so the two are built apart.
     m_text.clear();
     appendFields(m_text, type, pieces);
-    Text lead;
-    appendDateLead(lead, pieces[3]);
-    m_text.insert(0, lead);
-    addRow(type,
-        { .key = recordKey(type, pieces[1]),
-            .record = pieces[1],
-            .visit = pieceView(pieces[3], L"|", 2),
-            .locked = pieces[2],
-            .summary = m_text });
+    addRow(type, { .record = pieces[1], .visit = codePart(pieces[3]), .locked = pieces[2], .date = pieces[3] });
 }
 
 void GridLoader::addRefusalRow(const RecordType& type, const LinePieces& pieces)
@@ -140,42 +123,27 @@ void GridLoader::addRefusalRow(const RecordType& type, const LinePieces& pieces)
         m_text += L')';
     }
     appendField(m_text, L"Comment", pieces[12], FieldCase::Kept);
-    Text lead;
-    appendDateLead(lead, pieces[9]);
-    m_text.insert(0, lead);
-    addRow(type,
-        { .key = recordKey(type, pieces[1]),
-            .record = pieces[1],
-            .visit = {},
-            .locked = pieces[10],
-            .summary = m_text });
+    addRow(type, { .record = pieces[1], .visit = {}, .locked = pieces[10], .date = pieces[9] });
 }
 
-void GridLoader::addPatientRow(const RecordType& type, TextView summary)
-{
-    const Text patient = wholeText(m_patient.number);
-    addRow(type, { .key = type.rowKey, .record = patient, .visit = {}, .locked = {}, .summary = summary });
-}
-
-TextView GridLoader::recordKey(const RecordType& type, TextView record)
-{
-    m_key = type.rowKey;
-    m_key += record;
-    return m_key;
-}
-
+// With the summary that was built: the fields are separated among themselves only, so the date comes before them here.
 void GridLoader::addRow(const RecordType& type, const Row& row)
 {
-    static constexpr TextView digits = L"0123456789";
     const int index = m_grid.rowCount();
     m_grid.setRowCount(index + 1);
-    m_grid.setRowData(index, row.key);
+    m_lead.clear();
+    appendDateLead(m_lead, row.date);
+    m_text.insert(0, m_lead);
+    m_key = type.rowKey;
+    if (!type.isOnePerPatient())
+        m_key += row.record;
+    m_grid.setRowData(index, m_key);
     m_grid.setText(index, GridColumn::Label, type.rowLabel);
-    m_grid.setText(index, GridColumn::Summary, row.summary);
+    m_grid.setText(index, GridColumn::Summary, m_text);
     m_grid.setText(index, GridColumn::Record, row.record);
     m_grid.setText(index, GridColumn::Visit, row.visit);
     m_grid.setText(index, GridColumn::Locked, row.locked);
-    m_grid.setText(index, GridColumn::Type, digits.substr(static_cast<std::size_t>(type.code()), 1));
+    m_grid.setText(index, GridColumn::Type, wholeText(type.code()));
 }
 
 }

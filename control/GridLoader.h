@@ -7,8 +7,6 @@
 
 namespace health {
 
-class LinePieces;
-
 // Columns of the grid; only the first two are shown.
 namespace GridColumn {
 inline constexpr int Label = 0;
@@ -35,27 +33,26 @@ public:
 
 private:
     struct Row {
-        TextView key;
         TextView record;
         TextView visit;
         TextView locked;
-        TextView summary;
+        TextView date; // a piece
     };
 
-    std::vector<RecordTypeNumber> types() const;
-    ExpectedCall callOf(RecordTypeNumber number) const;
+    std::vector<const RecordType*> types() const;
+    ExpectedCall callOf(const RecordType& type) const;
     void loadPatientRow(const RecordType& type, const Text& reply);
     void loadList(const RecordType& type, const Text& reply);
     void addListRow(const RecordType& type, TextView line);
     void addRefusalRow(const RecordType& type, const LinePieces& pieces);
-    void addPatientRow(const RecordType& type, TextView summary);
     void addRow(const RecordType& type, const Row& row);
-    TextView recordKey(const RecordType& type, TextView record);
 
     modShared& m_shared;
     Grid& m_grid;
     const PatientFacts& m_patient;
-    Text m_text; // the summary being built; kept for its storage
+    // Being built; kept for their storage.
+    Text m_text; // the summary
+    Text m_lead; // its date
     Text m_key;
 };
 

@@ -40,7 +40,7 @@ void kalmevRepHistCtrl::cmd_Click(int index)
     const int row = fgData.row();
     if (row == -1)
         return;
-    const auto type = static_cast<int>(roundToWhole(leadingNumber(fgData.text(row, GridColumn::Type))));
+    const int type = typeOf(row);
     // Copies: the grid may be loaded again while a box or an editor is open.
     const Text record(fgData.text(row, GridColumn::Record));
     if (index == Edit)
@@ -113,7 +113,7 @@ void kalmevRepHistCtrl::DelRec(int number, const Text& record, const Text& label
         m_shared.WarningBox(label + L" may not be deleted.", L"Deletion not Allowed");
         return;
     }
-    const Text patient = wholeText(m_shared.patient().number()); // the one that the questions are about
+    const Text patient = m_shared.patientText(); // the one that the questions are about
     if (!m_shared.ConfirmBox(
             L"Are you sure you want to delete the selected " + label + L" record?", TextView(L"Remove Record?")))
         return;

@@ -71,6 +71,7 @@ constexpr std::array<SummaryField, 11> EmergencyFields { {
     { L"Transferred to", 14 },
 } };
 
+bool ofWomen(const PatientFacts& patient) { return patient.isFemale(); }
 bool always(const PatientFacts&) { return true; }
 bool never(const PatientFacts&) { return false; }
 bool ofChildbearingAge(const PatientFacts& patient) { return patient.isFemale() && patient.age > 8; }
@@ -82,21 +83,21 @@ using enum RecordTypeNumber;
 // The emergency room type keeps its format, but is neither listed nor offered; intended. The refusal's row is
 // built by a rule of its own.
 constexpr std::array<RecordType, 8> Types { {
-    { Reproductive, L"Reproductive History", L"Reproductive", L"REPR", L"MEVREP", ofChildbearingAge,
+    { Reproductive, L"Reproductive History", L"Reproductive", L"REPR", L"MEVREP", ofWomen, ofChildbearingAge,
         EditRule::PermissionMessage, {}, L"", false, ReproductiveFields },
-    { InfantFeeding, L"Infant Feeding", L"Infant Feeding", L"IF^", L"MEVVIF", ofFeedingAge, EditRule::Key,
+    { InfantFeeding, L"Infant Feeding", L"Infant Feeding", L"IF^", L"MEVVIF", youngChild, ofFeedingAge, EditRule::Key,
         EditKey::Pediatric, L"MEVZ PEDIATRIC EDIT", true, FeedingFields },
-    { BirthMeasurements, L"Birth Measurements", L"Birth Measurements", L"BMSR", L"MEVBMSR", youngChild, EditRule::Key,
-        EditKey::Pediatric, L"MEVZ PEDIATRIC EDIT", false, BirthFields },
-    { FunctionalStatus, L"Functional Status", L"Functional Status", L"FS^", L"MEVVELD", always, EditRule::Key,
+    { BirthMeasurements, L"Birth Measurements", L"Birth Measurements", L"BMSR", L"MEVBMSR", youngChild, youngChild,
+        EditRule::Key, EditKey::Pediatric, L"MEVZ PEDIATRIC EDIT", false, BirthFields },
+    { FunctionalStatus, L"Functional Status", L"Functional Status", L"FS^", L"MEVVELD", always, always, EditRule::Key,
         EditKey::Elder, L"MEVZ ELDER CARE EDIT", true, FunctionalFields },
-    { Asthma, L"Asthma Status", L"Asthma Status", L"AS^", L"MEVVAST", always, EditRule::Key, EditKey::Asthma,
+    { Asthma, L"Asthma Status", L"Asthma Status", L"AS^", L"MEVVAST", always, always, EditRule::Key, EditKey::Asthma,
         L"MEVZ ASTHMA EDIT", true, AsthmaFields },
-    { TreatmentContract, L"Treatment Contract", L"Tx Contract", L"TXC^", L"MEVVTXC", always, EditRule::Key,
+    { TreatmentContract, L"Treatment Contract", L"Tx Contract", L"TXC^", L"MEVVTXC", always, always, EditRule::Key,
         EditKey::TxContract, L"MEVZ TX CONTRACT EDIT", true, ContractFields },
-    { Refusal, L"Refusal", L"Refusal", L"REF^", L"MEVREF", always, EditRule::Everybody, {}, L"", false, {} },
-    { EmergencyRoom, L"", L"ER Visit", L"ER^", L"MEVVER", never, EditRule::Key, EditKey::Er, L"MEVZ ER EDIT", true,
-        EmergencyFields },
+    { Refusal, L"Refusal", L"Refusal", L"REF^", L"MEVREF", always, always, EditRule::Everybody, {}, L"", false, {} },
+    { EmergencyRoom, L"", L"ER Visit", L"ER^", L"MEVVER", never, never, EditRule::Key, EditKey::Er, L"MEVZ ER EDIT",
+        true, EmergencyFields },
 } };
 
 }

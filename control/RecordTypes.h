@@ -59,7 +59,8 @@ struct RecordType {
     TextView rowLabel;
     TextView rowKey; // the whole key, or, with a "^" at its end, what stands before the record's id
     TextView callPrefix; // of the "GET", "SET" and " DEL" calls
-    bool (*isOffered)(const PatientFacts&);
+    bool (*isListed)(const PatientFacts&);
+    bool (*isOffered)(const PatientFacts&); // for adding
     EditRule editRule;
     EditKey editKey; // for EditRule::Key
     TextView keyInRefusal; // the key's name in the refusal of an edit; it differs from the key for one type
@@ -67,6 +68,8 @@ struct RecordType {
     std::span<const SummaryField> fields;
 
     int code() const { return static_cast<int>(number); }
+    // There is one record of the type, without a number of its own.
+    bool isOnePerPatient() const { return !rowKey.ends_with(L'^'); }
 };
 
 // All types, in the order of their numbers.

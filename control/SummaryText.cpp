@@ -2,21 +2,9 @@
 
 #include "platform/Letters.h"
 #include "shared/FileManDates.h"
+#include "shared/Pieces.h"
 
 namespace health {
-
-LinePieces::LinePieces(TextView line)
-{
-    while (m_count < Places) {
-        const std::size_t end = line.find(L'^');
-        m_pieces[static_cast<std::size_t>(m_count++)] = line.substr(0, end);
-        if (end == TextView::npos)
-            return;
-        line.remove_prefix(end + 1);
-    }
-}
-
-TextView displayPart(TextView piece) { return piece.substr(0, piece.find(L'|')); }
 
 void appendField(Text& text, TextView caption, TextView piece, FieldCase fieldCase)
 {

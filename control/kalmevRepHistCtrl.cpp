@@ -4,6 +4,8 @@
 #include "platform/Conversions.h"
 #include "shared/modConst.h"
 
+#include <algorithm>
+
 namespace health {
 
 namespace {

@@ -120,6 +120,7 @@ private:
     // Commands
     void updateCommands();
     bool isEditPermitted(int type, Report report);
+    int typeOf(int row) const;
     bool canAdd();
     void cmd_Click(int index);
     void openEditor(int number, const Text& record, Text visit);

@@ -42,9 +42,14 @@ Text EditorForm::readRecord(TextView call, TextView parameter)
     return m_shared.CheckRpcError(reply, L"") ? Text() : reply;
 }
 
+bool EditorForm::send(TextView call, TextView parameter)
+{
+    return !m_shared.CheckRpcError(m_shared.CallRpc(call, parameter), L"");
+}
+
 void EditorForm::save(TextView call, TextView record)
 {
-    if (!m_shared.CheckRpcError(m_shared.CallRpc(call, record), L""))
+    if (send(call, record))
         close();
 }
 
@@ -78,8 +83,11 @@ void EditorForm::leaveLookupField(TextBox& field, const LookupField& lookupField
         field.setTag({});
     if (!field.text().empty() && field.tag().empty() && field.text() != lookupField.searched)
         lookupField.lookup();
-    if (field.tag().empty())
-        field.setText({});
+    if (!field.tag().empty() || field.text().empty())
+        return;
+    // Nothing is saved without the name that the user typed, unseen.
+    field.setText({});
+    withholdPress();
 }
 
 bool EditorForm::lookUp(TextBox& field, int table)
@@ -102,15 +110,6 @@ void EditorForm::setPicked(TextBox& field, TextView name, TextView id)
 
 Text withoutCarets(TextView text) { return TranslateChars(text, L"^", L" "); }
 
-Text spacedName(TextView name)
-{
-    Text spaced;
-    for (const wchar_t letter : name) {
-        spaced += letter;
-        if (letter == L',')
-            spaced += L' ';
-    }
-    return properCase(spaced);
-}
+Text spacedName(TextView name) { return properCase(replaced(name, L",", L", ")); }
 
 }

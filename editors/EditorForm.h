@@ -34,7 +34,9 @@ protected:
 
     // The reply of a list call; empty when the server refused it, which was told.
     Text readRecord(TextView call, TextView parameter);
-    // Closes the form when the server took the record.
+    // Calls the server to change something; false when it refused, which was told.
+    bool send(TextView call, TextView parameter);
+    // The same, and closes the form when the server took the record.
     void save(TextView call, TextView record);
 
     // What becomes of the id when the user types over a name that a lookup gave.

@@ -22,6 +22,6 @@ inline constexpr std::size_t InstrumentalItems = 12;
 extern const std::array<FunctionalItem, FunctionalItemCount> FunctionalItems;
 
 // The "^"-piece of item n in a reply of "MEVVELD GET", counted from 1: text, optionally "|" and more.
-constexpr short functionalPiece(std::size_t item) { return static_cast<short>(item + 4); }
+constexpr std::size_t functionalPiece(std::size_t item) { return item + 4; }
 
 }

@@ -3,6 +3,7 @@
 #include "editors/frmAsthmaReg.h"
 #include "platform/Conversions.h"
 #include "platform/Letters.h"
+#include "shared/modConst.h"
 
 namespace health {
 
@@ -23,9 +24,9 @@ constexpr std::array<LungValue, 3> LungValues { {
 } };
 
 // Pieces of a reply line, counted from 1.
-constexpr short SeverityPiece = 4;
-constexpr short LungPiece = 5;
-constexpr short TriggerPiece = 8;
+constexpr std::size_t SeverityPiece = 4;
+constexpr std::size_t LungPiece = 5;
+constexpr std::size_t TriggerPiece = 8;
 
 enum RegistryRow {
     CaseManagerRow = 3,
@@ -116,7 +117,7 @@ void frmAsthma::activate()
 {
     m_shared.desktop().processPendingEvents();
     // The registry's comment is asked for only where there is an entry; asked in vain it costs nothing.
-    const Text patient = wholeText(m_shared.patient().number());
+    const Text patient = m_shared.patientText();
     std::vector<ExpectedCall> calls { { ExpectedCall::Form::Text, L"MEVVAST GETREG", patient },
         { ExpectedCall::Form::List, L"MEVVAST GETNOTE", patient } };
     if (!m_sIEN.empty())
@@ -138,17 +139,15 @@ void frmAsthma::LoadAst()
 
 void frmAsthma::showRecord(TextView line)
 {
-    const auto text = [&](short piece) { return pieceView(pieceView(line, L"^", piece), L"|", 1); };
-    SelectComboItem(cboSeverity, text(SeverityPiece));
-    for (short i = 0; i < 3; ++i) {
-        const TextView value = pieceView(line, L"^", static_cast<short>(LungPiece + i));
-        if (!value.empty())
-            txt[static_cast<std::size_t>(i)].setText(value);
+    const LinePieces pieces(line);
+    SelectComboItem(cboSeverity, displayPart(pieces[SeverityPiece]));
+    for (std::size_t i = 0; i < txt.size(); ++i) {
+        if (const TextView value = pieces[LungPiece + i]; !value.empty())
+            txt[i].setText(value);
     }
-    for (short i = 0; i < 4; ++i) {
-        const TextView answer = text(static_cast<short>(TriggerPiece + i));
-        if (!answer.empty())
-            SelectComboItem(cbo[static_cast<std::size_t>(i)], answer);
+    for (std::size_t i = 0; i < cbo.size(); ++i) {
+        if (const TextView answer = displayPart(pieces[TriggerPiece + i]); !answer.empty())
+            SelectComboItem(cbo[i], answer);
     }
 }
 
@@ -189,7 +188,7 @@ void frmAsthma::txt_Validate(std::size_t index, bool& cancel)
 void frmAsthma::showRegistry()
 {
     fg.setRowCount(0);
-    const Text patient = wholeText(m_shared.patient().number());
+    const Text patient = m_shared.patientText();
     const Text reply = m_shared.CallRpc(L"MEVVAST GETREG", patient);
     if (!reply.empty() && !m_shared.CheckRpcError(reply, L""))
         showRegistryEntry(reply, patient);
@@ -198,21 +197,21 @@ void frmAsthma::showRegistry()
 // Patient ^ status|code ^ last visit ^ date due ^ next appointment ^ manager.
 void frmAsthma::showRegistryEntry(const Text& reply, const Text& patient)
 {
-    m_registryActive = pieceView(pieceView(reply, L"^", 2), L"|", 2) == L"A";
-    lblStatus.setCaption(properCase(pieceView(pieceView(reply, L"^", 2), L"|", 1)));
+    const LinePieces pieces(reply);
+    m_registryActive = codePart(pieces[2]) == L"A";
+    lblStatus.setCaption(properCase(displayPart(pieces[2])));
     updateRegistryCommands();
     static constexpr std::array<TextView, RegistryRows> names { L"Last Asthma Visit", L"Calculated Date Due",
         L"Next Appointment", L"Case Manager", L"Comments" };
+    const Text note = registryNote(m_shared, patient);
+    const DrawingPause pause(fg);
     fg.setRowCount(RegistryRows);
     for (int row = 0; row < RegistryRows; ++row) {
-        fg.setText(row, 0, names[static_cast<std::size_t>(row)]);
-        const TextView value = pieceView(pieceView(reply, L"^", static_cast<short>(row + 3)), L"|", 1);
-        if (row < CaseManagerRow)
-            fg.setText(row, 1, value);
-        else if (row == CaseManagerRow)
-            fg.setText(row, 1, spacedName(value));
+        const auto number = static_cast<std::size_t>(row);
+        const TextView value = displayPart(pieces[number + 3]);
+        fg.setText(row, 0, names[number]);
+        fg.setText(row, 1, row == CommentsRow ? note : row == CaseManagerRow ? spacedName(value) : Text(value));
     }
-    fg.setText(CommentsRow, 1, registryNote(m_shared, patient));
 }
 
 void frmAsthma::updateRegistryCommands()
@@ -224,8 +223,8 @@ void frmAsthma::updateRegistryCommands()
 bool frmAsthma::mayEditRegistry()
 {
     if (!m_bRegKey)
-        m_shared.ErrorBox(L"You do not have the necessary security permission to edit the asthma registry.",
-            L"Insufficient Permissions");
+        m_shared.ErrorBox(
+            L"You do not have the necessary security permission to edit the asthma registry.", InsufficientPermissions);
     return m_bRegKey;
 }
 
@@ -243,8 +242,7 @@ void frmAsthma::cmdActivate_Click()
         + L"activate this patient in the asthma registry?";
     if (!m_shared.ConfirmBox(question, TextView(L"Please Confirm")))
         return;
-    const Text parameter = wholeText(m_shared.patient().number()) + (m_registryActive ? L"^I" : L"^A");
-    if (m_shared.CheckRpcError(m_shared.CallRpc(L"MEVVAST SETREG", parameter), L""))
+    if (!send(L"MEVVAST SETREG", m_shared.patientText() + (m_registryActive ? L"^I" : L"^A")))
         return;
     m_registryActive = !m_registryActive;
     if (m_registryActive)

@@ -1,27 +1,12 @@
 #include "editors/frmAsthmaReg.h"
 
 #include "lookups/LookupTables.h"
-#include "platform/Conversions.h"
 #include "platform/Letters.h"
 #include "shared/modConst.h"
 
 namespace health {
 
-namespace {
-
-Text blankForLineBreaks(TextView text)
-{
-    Text result;
-    for (std::size_t end = text.find(LineBreak); end != TextView::npos; end = text.find(LineBreak)) {
-        result += Text(text.substr(0, end)) + L' ';
-        text.remove_prefix(end + LineBreak.size());
-    }
-    return result + Text(text);
-}
-
-}
-
-Text registryNote(modShared& shared, Text patient)
+Text registryNote(modShared& shared, TextView patient)
 {
     Text note = shared.CallRpcList(L"MEVVAST GETNOTE", patient);
     if (shared.CheckRpcError(note, L""))
@@ -69,31 +54,31 @@ void frmAsthmaReg::activate()
 // Patient ^ status|code ^ last visit ^ date due ^ next appointment ^ manager.
 void frmAsthmaReg::LoadReg()
 {
-    const Text patient = wholeText(m_shared.patient().number());
+    const Text patient = m_shared.patientText();
     const modShared::CallHint hint(m_shared,
         std::array { ExpectedCall { ExpectedCall::Form::Text, L"MEVVAST GETREG", patient },
             ExpectedCall { ExpectedCall::Form::List, L"MEVVAST GETNOTE", patient } });
     const Text reply = m_shared.CallRpc(L"MEVVAST GETREG", patient);
     if (!reply.empty() && !m_shared.CheckRpcError(reply, L"")) {
-        const auto pieces = SplitPieces(reply, L"^", 5);
-        lblStatus.setCaption(properCase(pieceView(pieces[1], L"|", 1)));
+        const LinePieces pieces(reply);
+        lblStatus.setCaption(properCase(displayPart(pieces[2])));
         if (lblStatus.caption() == L"Active")
             cmdActivate.setCaption(InactivateCaption);
         for (std::size_t i = 0; i < dat.size(); ++i) {
-            const Text date = fmDateToDisplay(pieceView(pieces[i + 2], L"|", 1));
+            const Text date = fmDateToDisplay(displayPart(pieces[i + 3]));
             if (!date.empty())
                 dat[i].setValue(date);
         }
         // Without the manager's id, on purpose: it is sent only when it was looked up here.
-        txtPrv.setText(spacedName(pieceView(pieces[5], L"|", 1)));
+        txtPrv.setText(spacedName(displayPart(pieces[6])));
     }
-    txtComments.setText(blankForLineBreaks(registryNote(m_shared, patient)));
+    txtComments.setText(replaced(registryNote(m_shared, patient), LineBreak, L" "));
 }
 
 // Saving keeps or puts the patient on the active registry, whatever the status was.
 void frmAsthmaReg::cmdAdd_Click()
 {
-    Text entry = wholeText(m_shared.patient().number()) + L"^A";
+    Text entry = m_shared.patientText() + L"^A";
     for (const mevZvDate& date : dat)
         entry += L"^" + date.value();
     save(L"MEVVAST SETREG", entry + L"^" + txtPrv.tag() + L"^" + withoutCarets(txtComments.text()));
@@ -106,8 +91,7 @@ void frmAsthmaReg::cmdActivate_Click()
         L"Are you sure you want to " + cmdActivate.caption().substr(1) + L" this patient in the asthma registry?";
     if (!m_shared.ConfirmBox(question, TextView(L"Please Confirm")))
         return;
-    const Text patient = wholeText(m_shared.patient().number());
-    if (m_shared.CheckRpcError(m_shared.CallRpc(L"MEVVAST SETREG", patient + (activates ? L"^A" : L"^I")), L""))
+    if (!send(L"MEVVAST SETREG", m_shared.patientText() + (activates ? L"^A" : L"^I")))
         return;
     cmdActivate.setCaption(activates ? InactivateCaption : ActivateCaption);
     lblStatus.setCaption(activates ? L"Active" : L"Inactive");

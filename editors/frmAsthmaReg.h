@@ -36,6 +36,6 @@ inline constexpr TextView ActivateCaption = L"&Activate";
 inline constexpr TextView InactivateCaption = L"&Inactivate";
 
 // The registry's comment of a patient; empty after an error, which was told.
-Text registryNote(modShared& shared, Text patient);
+Text registryNote(modShared& shared, TextView patient);
 
 }

@@ -163,32 +163,31 @@ void frmER::LoadER()
 // The order of the pieces differs from that of the save. An option comes before its text, which it clears.
 void frmER::showRecord(TextView line)
 {
-    const auto piece = [&](short n) { return pieceView(line, L"^", n); };
-    const auto code = [&](short n) { return pieceView(piece(n), L"|", 2); };
-    chooseCode(opt, Urgencies, code(4));
-    chooseCode(optArrival, Arrivals, code(5));
-    setTextIfAny(txtOther, piece(6));
-    chooseCode(optEntered, Entries, code(7));
-    setTextIfAny(txtInformant, piece(8));
-    chooseCode(optNotified, Notifications, code(9));
-    chooseCode(optDisch, Dispositions, code(10));
-    setTextIfAny(txtDispOth, piece(11));
+    const LinePieces pieces(line);
+    chooseCode(opt, Urgencies, codePart(pieces[4]));
+    chooseCode(optArrival, Arrivals, codePart(pieces[5]));
+    setTextIfAny(txtOther, pieces[6]);
+    chooseCode(optEntered, Entries, codePart(pieces[7]));
+    setTextIfAny(txtInformant, pieces[8]);
+    chooseCode(optNotified, Notifications, codePart(pieces[9]));
+    chooseCode(optDisch, Dispositions, codePart(pieces[10]));
+    setTextIfAny(txtDispOth, pieces[11]);
     // The second is the departure against advice, which wins.
-    for (const short departure : { 12, 13 }) {
-        const Text date = fmDateToDisplay(pieceView(piece(departure), L"|", 1));
+    for (const std::size_t departure : { 12, 13 }) {
+        const Text date = fmDateToDisplay(displayPart(pieces[departure]));
         if (!date.empty())
             datDepart.setValue(date);
     }
-    setTextIfAny(txtCond, piece(14));
-    if (!piece(15).empty())
-        showTransfer(piece(15));
+    setTextIfAny(txtCond, pieces[14]);
+    if (!pieces[15].empty())
+        showTransfer(pieces[15]);
 }
 
 // Name|id;root.
 void frmER::showTransfer(TextView piece)
 {
-    const TextView entry = pieceView(piece, L"|", 2);
-    setPicked(txtLoc, properCase(pieceView(piece, L"|", 1)), pieceView(entry, L";", 1));
+    const TextView entry = codePart(piece);
+    setPicked(txtLoc, properCase(displayPart(piece)), pieceView(entry, L";", 1));
     chooseCode(optTransfer, Transfers, pieceView(entry, L";", 2));
 }
 

@@ -47,9 +47,9 @@ void frmElder::loadRecord()
 {
     const Text reply = readRecord(L"MEVVELD GET", L"^" + m_sIEN);
     for (const TextView line : recordLines(reply)) {
+        const LinePieces pieces(line);
         for (std::size_t i = 0; i < FunctionalItemCount; ++i) {
-            const TextView value = pieceView(pieceView(line, L"^", functionalPiece(i)), L"|", 1);
-            if (!value.empty())
+            if (const TextView value = displayPart(pieces[functionalPiece(i)]); !value.empty())
                 SelectComboItem(cbo[i], value);
         }
     }

@@ -2,6 +2,7 @@
 
 #include "editors/frmElder.h"
 #include "platform/Letters.h"
+#include "shared/modConst.h"
 
 namespace health {
 
@@ -21,11 +22,12 @@ Arrangement frmElderView::arrangement() { return column({ fg, buttons({ cmdEdit,
 void frmElderView::activate()
 {
     const Text reply = readRecord(L"MEVVELD GET", L"^" + m_sIEN);
+    const DrawingPause pause(fg);
     for (const TextView line : recordLines(reply)) {
-        addRow(L"Visit Date", fmDateToDisplay(pieceView(pieceView(line, L"^", 3), L"|", 1)));
+        const LinePieces pieces(line);
+        addRow(L"Visit Date", fmDateToDisplay(displayPart(pieces[3])));
         for (std::size_t i = 0; i < FunctionalItemCount; ++i)
-            addRow(
-                FunctionalItems[i].rowName, properCase(pieceView(pieceView(line, L"^", functionalPiece(i)), L"|", 1)));
+            addRow(FunctionalItems[i].rowName, properCase(displayPart(pieces[functionalPiece(i)])));
     }
 }
 
@@ -40,9 +42,7 @@ void frmElderView::addRow(TextView name, TextView value)
 void frmElderView::cmdEdit_Click()
 {
     if (!m_bElder && !m_shared.HasProvider()) {
-        m_shared.ErrorBox(
-            L"Editing not permitted, you do not hold either the PROVIDER key or the MEVZ ELDER CARE EDIT key.",
-            L"Insufficient Permissions");
+        m_shared.ErrorBox(editRefusal(L"MEVZ ELDER CARE EDIT"), InsufficientPermissions);
         return;
     }
     frmElder editor(m_shared);

@@ -29,7 +29,7 @@ void frmInf::loadRecord()
 {
     const Text reply = readRecord(L"MEVVIF GET", L"^" + m_sIEN);
     for (const TextView line : replyLines(reply)) {
-        const double code = leadingNumber(pieceView(pieceView(line, L"^", 4), L"|", 2));
+        const double code = leadingNumber(codePart(LinePieces(line)[4]));
         for (int item = 0; code != 0 && item < lstINF.count(); ++item) {
             if (lstINF.itemData(item) != code)
                 continue;
@@ -42,27 +42,19 @@ void frmInf::loadRecord()
 
 void frmInf::lstINF_ItemCheck(int item)
 {
-    if (!lstINF.isChecked(item))
-        return;
-    for (int other = 0; other < lstINF.count(); ++other) {
-        if (other != item)
-            lstINF.setChecked(other, false);
-    }
+    if (lstINF.isChecked(item))
+        lstINF.uncheckOthers(item);
 }
 
 void frmInf::cmdAdd_Click()
 {
-    Text record = m_sIEN + L"^" + m_sVisit;
-    int item = 0;
-    while (item < lstINF.count() && !lstINF.isChecked(item))
-        ++item;
-    if (item == lstINF.count()) {
+    const int item = lstINF.firstChecked();
+    if (item == -1) {
         m_shared.WarningBox(
             L"You must select the infant feeding option, before the record can be saved.", L"Type Missing");
         return;
     }
-    record += L"^" + wholeText(lstINF.itemData(item));
-    save(L"MEVVIF SET", record);
+    save(L"MEVVIF SET", m_sIEN + L"^" + m_sVisit + L"^" + wholeText(lstINF.itemData(item)));
 }
 
 }

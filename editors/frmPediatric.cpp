@@ -9,9 +9,21 @@ namespace health {
 namespace {
 
 constexpr TextView UnitParameter = L"RepHist-PedWtOpt";
-constexpr TextView Kilograms = L"(kg)";
-constexpr TextView Grams = L"(grams)";
-constexpr TextView PoundsOunces = L"(lbs-oz)";
+
+// By the number that the user's parameter has for it.
+struct WeightUnit {
+    TextView caption;
+    TextView letter; // behind the number
+    std::size_t piece; // of a reply
+    double low; // not included, nor is the other
+    double high;
+};
+constexpr std::size_t PoundsOunces = 0;
+constexpr std::array<WeightUnit, 3> Units { {
+    { L"(lbs-oz)", L"", 1, 1, 25 },
+    { L"(kg)", L"K", 3, 0.907, 10 },
+    { L"(grams)", L"G", 4, 907, 10000 },
+} };
 
 // Strictly between two bounds; the bounds themselves are refused, on purpose.
 bool isBetween(TextView text, double low, double high)
@@ -26,7 +38,8 @@ TextView withoutLast(TextView text) { return text.substr(0, text.size() - 1); }
 bool isValidPoundsOunces(TextView weight, TextView separator)
 {
     const std::size_t at = weight.find(separator);
-    return isBetween(weight.substr(0, at), 1, 25) && isBetween(weight.substr(at + 1), -1, 17);
+    return isBetween(weight.substr(0, at), Units[PoundsOunces].low, Units[PoundsOunces].high)
+        && isBetween(weight.substr(at + 1), -1, 17);
 }
 
 bool isValidAge(TextView age)
@@ -79,57 +92,49 @@ void frmPediatric::activate()
 
 void frmPediatric::LoadData()
 {
-    const Text patient = wholeText(m_shared.patient().number());
+    const Text patient = m_shared.patientText();
     std::vector<ExpectedCall> calls { { ExpectedCall::Form::Text, L"MEVBMSR GET", patient } };
     if (!m_shared.KnowsUserParam(UnitParameter))
         calls.insert(calls.begin(), { ExpectedCall::Form::Text, L"MEVUTL GETPARM", Text(UnitParameter) });
     const modShared::CallHint hint(m_shared, calls);
     const double option = leadingNumber(m_shared.GetUserParam(UnitParameter, L"0"));
-    showUnit(option);
+    for (std::size_t unit = PoundsOunces + 1; unit < Units.size(); ++unit) {
+        if (option == static_cast<double>(unit))
+            setUnit(unit);
+    }
     const Text reply = m_shared.CallRpc(L"MEVBMSR GET", patient);
     if (reply.empty() || m_shared.CheckRpcError(reply, L""))
         return;
-    const auto pieces = SplitPieces(reply, L"^", 13);
-    if (option == 1) {
-        if (!pieces[2].empty())
-            txt[0].setText(pieces[2] + L"K");
-    } else if (option == 2) {
-        if (!pieces[3].empty())
-            txt[0].setText(pieces[3] + L"G");
-    } else if (!pieces[0].empty()) {
-        txt[0].setText(pieces[0] + L" " + pieces[1]);
-    }
+    const LinePieces pieces(reply);
+    const Text weight(pieces[Units[m_unit].piece]);
+    if (!weight.empty())
+        txt[0].setText(weight + (m_unit == PoundsOunces ? L" " + Text(pieces[2]) : Text(Units[m_unit].letter)));
     for (std::size_t i = 1; i < Boxes; ++i)
-        txt[i].setText(pieces[8 + i]);
-    setPicked(txtPat, pieceView(pieces[13], L"|", 1), pieceView(pieces[13], L"|", 2));
+        txt[i].setText(pieces[9 + i]);
+    setPicked(txtPat, displayPart(pieces[14]), codePart(pieces[14]));
 }
 
-void frmPediatric::showUnit(double option)
+void frmPediatric::setUnit(std::size_t unit)
 {
-    if (option == 1)
-        lblWt.setCaption(Kilograms);
-    else if (option == 2)
-        lblWt.setCaption(Grams);
+    m_unit = unit;
+    lblWt.setCaption(Units[unit].caption);
 }
 
 // In any of the boxes; a lower-case "m" counts too, also of a feeding age in months. Intended.
 void frmPediatric::txt_KeyPress(wchar_t key)
 {
-    if (key == L'K' || key == L'k')
-        lblWt.setCaption(Kilograms);
-    else if (key == L'G' || key == L'g')
-        lblWt.setCaption(Grams);
-    else if (key == L' ' || key == L'm')
-        lblWt.setCaption(PoundsOunces);
+    for (std::size_t unit = PoundsOunces + 1; unit < Units.size(); ++unit) {
+        if (Units[unit].letter.front() == upperLetter(key))
+            setUnit(unit);
+    }
+    if (key == L' ' || key == L'm')
+        setUnit(PoundsOunces);
 }
 
-Text frmPediatric::weightWithUnit(Text weight) const
+Text frmPediatric::weightWithUnit(const Text& weight) const
 {
-    if (lblWt.caption() == Kilograms && !weight.ends_with(L'K'))
-        weight += L'K';
-    else if (lblWt.caption() == Grams && !weight.ends_with(L'G'))
-        weight += L'G';
-    return weight;
+    const TextView letter = Units[m_unit].letter;
+    return weight.ends_with(letter) ? weight : weight + Text(letter);
 }
 
 bool frmPediatric::isValidWeight(const Text& weight) const
@@ -138,9 +143,11 @@ bool frmPediatric::isValidWeight(const Text& weight) const
         if (weight.find(separator) != Text::npos)
             return isValidPoundsOunces(weight, separator);
     }
-    if (weight.ends_with(L'K'))
-        return isBetween(withoutLast(weight), 0.907, 10);
-    return weight.ends_with(L'G') && isBetween(withoutLast(weight), 907, 10000);
+    for (std::size_t unit = PoundsOunces + 1; unit < Units.size(); ++unit) {
+        if (weight.ends_with(Units[unit].letter))
+            return isBetween(withoutLast(weight), Units[unit].low, Units[unit].high);
+    }
+    return false;
 }
 
 void frmPediatric::txt_Validate(std::size_t index, bool& cancel)
@@ -164,17 +171,14 @@ void frmPediatric::txt_Validate(std::size_t index, bool& cancel)
 
 void frmPediatric::cmdAdd_Click()
 {
-    Text record = wholeText(m_shared.patient().number()) + L"^" + weightWithUnit(upperCase(txt[0].text()));
+    Text record = m_shared.patientText() + L"^" + weightWithUnit(upperCase(txt[0].text()));
     for (std::size_t i = 1; i < Boxes; ++i)
         record += L"^" + upperCase(txt[i].text());
     record += L"^" + txtPat.tag();
-    if (m_shared.CheckRpcError(m_shared.CallRpc(L"MEVBMSR SET", record), L""))
+    if (!send(L"MEVBMSR SET", record))
         return;
     if (!txt[0].text().empty())
-        m_shared.SetUserParam(UnitParameter,
-            lblWt.caption() == Kilograms   ? L"1"
-                : lblWt.caption() == Grams ? L"2"
-                                           : L"0");
+        m_shared.SetUserParam(UnitParameter, wholeText(static_cast<long long>(m_unit)));
     close();
 }
 

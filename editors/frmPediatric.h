@@ -27,12 +27,14 @@ private:
     void setCaptions();
     void activate() override;
     void LoadData();
-    void showUnit(double option);
+    void setUnit(std::size_t unit);
     void txt_KeyPress(wchar_t key);
     void txt_Validate(std::size_t index, bool& cancel);
-    Text weightWithUnit(Text weight) const;
+    Text weightWithUnit(const Text& weight) const;
     bool isValidWeight(const Text& weight) const;
     void cmdAdd_Click();
+
+    std::size_t m_unit = 0; // of the weight: pounds and ounces, kilograms, grams
 };
 
 }

@@ -3,7 +3,6 @@
 #include "lookups/LookupTables.h"
 #include "lookups/frmLookupEd2.h"
 #include "lookups/frmLookupImm.h"
-#include "platform/Conversions.h"
 #include "platform/Letters.h"
 #include "shared/modConst.h"
 
@@ -79,7 +78,7 @@ void frmRefusal::activate()
 
 void frmRefusal::LoadRef()
 {
-    const Text reply = readRecord(L"MEVREF GET", wholeText(m_shared.patient().number()) + L"^" + m_sRefusalIen);
+    const Text reply = readRecord(L"MEVREF GET", m_shared.patientText() + L"^" + m_sRefusalIen);
     for (const TextView line : recordLines(reply))
         showRecord(line);
 }
@@ -87,14 +86,14 @@ void frmRefusal::LoadRef()
 // Record ^^^ type ^ item ^ item's name ^^^ date ^ locked ^^ comment.
 void frmRefusal::showRecord(TextView line)
 {
-    const auto pieces = SplitPieces(line, L"^", 11);
-    checkType(pieces[3]);
-    const Text date = fmDateToDisplay(pieces[8]);
-    datRefused.setValue(date.empty() ? pieces[8] : date);
+    const LinePieces pieces(line);
+    checkType(pieces[4]);
+    const Text date = fmDateToDisplay(pieces[9]);
+    datRefused.setValue(date.empty() ? pieces[9] : TextView(date));
     m_loading = true;
-    setPicked(txtItem, pieces[5], pieces[4]);
+    setPicked(txtItem, pieces[6], pieces[5]);
     m_loading = false;
-    txtRefComment.setText(pieces[11]);
+    txtRefComment.setText(pieces[12]);
 }
 
 // Checks and selects the row of a stored type, so that the record can be saved at once.
@@ -119,10 +118,7 @@ void frmRefusal::lstRefusals_ItemCheck(int row)
 {
     if (!lstRefusals.isChecked(row))
         return;
-    for (int other = 0; other < lstRefusals.count(); ++other) {
-        if (other != row)
-            lstRefusals.setChecked(other, false);
-    }
+    lstRefusals.uncheckOthers(row);
     const Text& type = lstRefusals.itemText(row);
     setPicked(txtItem, L"", L"");
     lblItem.setCaption(L"&" + type);
@@ -199,7 +195,7 @@ void frmRefusal::datRefused_NewDateEntered()
 void frmRefusal::txtRefComment_Validate(bool& cancel)
 {
     static constexpr std::size_t Longest = 200;
-    Text comment = txtRefComment.text();
+    const Text& comment = txtRefComment.text();
     if (comment.size() > Longest) {
         m_shared.ErrorBox(L"Comment cannot be longer than 200 characters.", L"Comment Too Long");
         cancel = true;
@@ -207,11 +203,8 @@ void frmRefusal::txtRefComment_Validate(bool& cancel)
         m_shared.ErrorBox(L"Comment must be longer than 1 character.", L"Comment Too Short");
         cancel = true;
     }
-    if (cancel)
-        return;
-    for (std::size_t at = comment.find(LineBreak); at != Text::npos; at = comment.find(LineBreak, at))
-        comment.erase(at, LineBreak.size());
-    txtRefComment.setText(comment);
+    if (!cancel)
+        txtRefComment.setText(replaced(comment, LineBreak, L""));
 }
 
 // --- Saving ---
@@ -241,8 +234,7 @@ void frmRefusal::cmdOK_Click()
         return;
     save(L"MEVREF SET",
         m_sRefusalIen + L"^" + serverType(lstRefusals.itemText(lstRefusals.listIndex())) + L"^" + txtItem.tag() + L"^"
-            + wholeText(m_shared.patient().number()) + L"^" + datRefused.value() + L"^"
-            + withoutCarets(txtRefComment.text()));
+            + m_shared.patientText() + L"^" + datRefused.value() + L"^" + withoutCarets(txtRefComment.text()));
 }
 
 }

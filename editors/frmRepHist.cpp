@@ -3,6 +3,8 @@
 #include "platform/Conversions.h"
 #include "platform/Letters.h"
 
+#include <algorithm>
+
 namespace health {
 
 using namespace std::chrono;
@@ -18,8 +20,6 @@ constexpr TextView InvalidDate = L"Invalid Date";
 constexpr int LongestPregnancy = 270; // days ahead
 
 double numberIn(const TextBox& box) { return leadingNumber(box.text()); }
-
-bool isDigit(wchar_t letter) { return letter >= L'0' && letter <= L'9'; }
 
 // The date control's value as the server reads dates; empty for an empty control.
 Text savedDate(const mevZvDate& date)
@@ -149,7 +149,7 @@ void frmRepHist::LoadRepHist()
     SetWomensHealthEnabled(isEligible());
     if (!fraWH.isEnabled())
         return;
-    const Text reply = m_shared.CallRpc(L"MEVREP GET", wholeText(m_shared.patient().number()));
+    const Text reply = m_shared.CallRpc(L"MEVREP GET", m_shared.patientText());
     if (m_shared.CheckRpcError(reply, L"Error Loading Reproductive Factors")) {
         SetWomensHealthEnabled(false);
         return;
@@ -211,8 +211,8 @@ Text frmRepHist::countString() const
 
 void frmRepHist::cmdAdd_Click()
 {
-    Text record = wholeText(m_shared.patient().number()) + L"^" + countString() + L"^" + savedDate(datLMP) + L"^"
-        + cboFP.text() + L"^" + savedDate(datFP);
+    Text record = m_shared.patientText() + L"^" + countString() + L"^" + savedDate(datLMP) + L"^" + cboFP.text() + L"^"
+        + savedDate(datFP);
     if (isEligible())
         record += Text(L"^") + (chkPregnant.isChecked() ? L"1" : L"0") + L"^" + savedDate(datDelivery) + L"^"
             + cboEstMethod.text();
@@ -258,12 +258,11 @@ void frmRepHist::txNumRH_Change(std::size_t index)
     UpDown& upDown = udNumRH[index];
     if (box.text().empty())
         box.setText(L"0");
-    if (numberIn(box) <= upDown.maximum())
-        upDown.setValue(static_cast<int>(roundToWhole(numberIn(box))));
-    else
-        box.setText(wholeText(upDown.maximum()));
-    if (numberIn(box) < upDown.minimum())
-        box.setText(wholeText(upDown.minimum()));
+    const double entered = numberIn(box);
+    const double count = std::clamp<double>(entered, upDown.minimum(), upDown.maximum());
+    upDown.setValue(static_cast<int>(roundToWhole(count)));
+    if (count != entered)
+        box.setText(wholeText(upDown.value()));
 }
 
 void frmRepHist::txNumRH_KeyPress(std::size_t index, wchar_t& key)

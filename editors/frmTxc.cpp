@@ -60,18 +60,16 @@ void frmTxc::LoadTXC()
 // Record ^ locked ^ visit's date ^ type|code ^ date initiated ^ provider|id.
 void frmTxc::showRecord(TextView line)
 {
-    const TextView code = pieceView(pieceView(line, L"^", 4), L"|", 2);
+    const LinePieces pieces(line);
+    const TextView code = codePart(pieces[4]);
     for (std::size_t i = 0; i < TypeCodes.size(); ++i) {
         if (code == TypeCodes[i])
             opt[i].setChosen(true);
     }
-    TextView date = pieceView(line, L"^", 5);
-    if (date.empty())
-        date = pieceView(line, L"^", 3);
-    if (const auto moment = parseDate(pieceView(pieceView(date, L"|", 1), L"@", 1)))
+    const TextView date = pieces[5].empty() ? pieces[3] : pieces[5];
+    if (const auto moment = parseDate(pieceView(displayPart(date), L"@", 1)))
         datInit.setValue(defaultDateText(*moment));
-    const TextView provider = pieceView(line, L"^", 6);
-    setPicked(txtPrv, pieceView(provider, L"|", 1), pieceView(provider, L"|", 2));
+    setPicked(txtPrv, displayPart(pieces[6]), codePart(pieces[6]));
 }
 
 void frmTxc::datInit_NewDateEntered()

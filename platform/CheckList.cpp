@@ -19,6 +19,23 @@ void CheckList::setChecked(int index, bool checked)
     raise(ItemCheck, index);
 }
 
+void CheckList::uncheckOthers(int index)
+{
+    for (int other = 0; other < count(); ++other) {
+        if (other != index)
+            setChecked(other, false);
+    }
+}
+
+int CheckList::firstChecked() const
+{
+    for (int index = 0; index < count(); ++index) {
+        if (isChecked(index))
+            return index;
+    }
+    return -1;
+}
+
 void CheckList::setListIndex(int index)
 {
     if (index != -1)

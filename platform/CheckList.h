@@ -17,6 +17,11 @@ public:
     // Raises ItemCheck when the state changes.
     void setChecked(int index, bool checked);
 
+    // Leaves at most one row checked.
+    void uncheckOthers(int index);
+    // -1 when none is.
+    int firstChecked() const;
+
     int listIndex() const { return m_listIndex; }
     void setListIndex(int index);
 

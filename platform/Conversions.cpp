@@ -1,5 +1,7 @@
 #include "platform/Conversions.h"
 
+#include "platform/Letters.h"
+
 #include <algorithm>
 #include <charconv>
 #include <cmath>
@@ -9,7 +11,6 @@ namespace health {
 
 namespace {
 
-bool isDigit(wchar_t letter) { return letter >= L'0' && letter <= L'9'; }
 bool isSign(wchar_t letter) { return letter == L'+' || letter == L'-'; }
 
 std::size_t digitsFrom(TextView text, std::size_t start)

@@ -2,6 +2,7 @@
 
 #include "platform/Letters.h"
 
+#include <algorithm>
 #include <array>
 
 namespace health {
@@ -69,7 +70,6 @@ public:
     }
 
 private:
-    static bool isDigit(wchar_t letter) { return letter >= L'0' && letter <= L'9'; }
     static bool isLetter(wchar_t letter)
     {
         return (letter >= L'a' && letter <= L'z') || (letter >= L'A' && letter <= L'Z');

@@ -81,11 +81,12 @@ void Form::press(Button& button)
 {
     if (!m_open || !button.canBeUsed())
         return;
+    m_pressWithheld = false;
     if (isLookupOf(m_active, button)) {
         m_notYetLeft = m_active;
         enter(button);
         raise(button.GotFocus);
-    } else if (!moveFocus(button)) {
+    } else if (!moveFocus(button) || m_pressWithheld) {
         return;
     }
     button.click();

@@ -77,7 +77,8 @@ public:
 
     bool hasLookup(const Control* field) const { return m_lookupButtons.contains(field); }
 
-    // The user presses a button by any means: the field with the focus is left first, but for Cancel.
+    // The user presses a button by any means: the field with the focus is left first, but for Cancel. A field that
+    // is left can stop the press (see withholdPress).
     void press(Button& button);
 
 protected:
@@ -85,6 +86,8 @@ protected:
     // The button beside a field that opens its lookup. Pressing it out of the field does not leave the field yet, or
     // the lookup would come twice.
     void setLookupButton(Control& field, Button& button) { m_lookupButtons[&field] = &button; }
+    // From a LostFocus: what became of the field wants to be seen before the button that is being pressed works.
+    void withholdPress() { m_pressWithheld = true; }
 
 private:
     void enter(Control& control);
@@ -97,6 +100,7 @@ private:
     Button* m_default = nullptr;
     Button* m_cancel = nullptr;
     std::map<const Control*, const Control*> m_lookupButtons;
+    bool m_pressWithheld = false;
     bool m_open = false;
     bool m_loaded = false;
 };

@@ -5,6 +5,8 @@
 
 namespace health {
 
+inline bool isDigit(wchar_t letter) { return letter >= L'0' && letter <= L'9'; }
+
 wchar_t upperLetter(wchar_t letter);
 wchar_t lowerLetter(wchar_t letter);
 

@@ -115,21 +115,22 @@ Text mevZvDate::understood(TextView text, Moment now) const
     return m_requireTime && givesTime(text, *moment) ? dateTimeText(*moment) : defaultDateText(*moment);
 }
 
-void mevZvDate::enter(TextView text, Moment now)
+bool mevZvDate::enter(TextView text, Moment now)
 {
     if (!canBeUsed())
-        return;
+        return false;
     const Text value = understood(text, now);
     if (value == m_value)
-        return;
+        return true;
     const auto moment = momentEntered(text, now);
     if (m_requireTime && !value.empty() && !(moment && givesTime(text, *moment))) {
         raise(EntryRefused);
-        return;
+        return false;
     }
     setValue(value);
     if (!value.empty())
         raise(NewDateEntered);
+    return m_value == value;
 }
 
 }

@@ -27,8 +27,9 @@ public:
     void setDateOnly(bool dateOnly) { m_dateOnly = dateOnly; }
 
     // The user has entered a text. `now` is the desktop's time, for "T" and "N". Raises NewDateEntered when the
-    // text differs and is not empty, EntryRefused when an option refuses it.
-    void enter(TextView text, Moment now);
+    // text differs and is not empty, EntryRefused when an option refuses it. True: what was entered stands; false: it
+    // was refused, or the form put another date in its place.
+    bool enter(TextView text, Moment now);
     // What the control makes of a text: the date as it would be shown, else the text without blanks around it.
     Text understood(TextView text, Moment now) const;
 

@@ -67,10 +67,9 @@ bool DateView::commit()
     const Text typed = toText(m_line->text());
     if (typed == m_control.value())
         return true;
-    const Text expected = m_control.understood(typed, m_desktop.now());
-    m_control.enter(typed, m_desktop.now());
+    const bool stands = m_control.enter(typed, m_desktop.now());
     m_line->setText(toQString(m_control.value()));
-    return m_control.value() == expected;
+    return stands;
 }
 
 void DateView::openCalendar()

@@ -1,6 +1,7 @@
 #include "shared/FileManDates.h"
 
 #include "platform/Conversions.h"
+#include "platform/Letters.h"
 
 #include <algorithm>
 
@@ -10,13 +11,11 @@ using namespace std::chrono;
 
 namespace {
 
-// The most digits that are read exactly: 7 of the date and 6 of the time, and one to round with.
+// The most digits that are read exactly.
+constexpr std::size_t DateDigits = 9;
 constexpr std::size_t TimeDigits = 6;
 
-bool allDigits(TextView text)
-{
-    return std::all_of(text.begin(), text.end(), [](wchar_t letter) { return letter >= L'0' && letter <= L'9'; });
-}
+bool allDigits(TextView text) { return std::all_of(text.begin(), text.end(), isDigit); }
 
 // Reads digits exactly, YYYMMDD and HHMMSS as one whole number. Empty for any other form of number.
 std::optional<long long> plainFileManNumber(TextView text)
@@ -24,7 +23,7 @@ std::optional<long long> plainFileManNumber(TextView text)
     const std::size_t point = std::min(text.find(L'.'), text.size());
     const TextView date = text.substr(0, point);
     const TextView time = text.substr(std::min(point + 1, text.size()));
-    if (date.empty() || date.size() > 9 || time.size() > TimeDigits || !allDigits(date) || !allDigits(time))
+    if (date.empty() || date.size() > DateDigits || time.size() > TimeDigits || !allDigits(date) || !allDigits(time))
         return std::nullopt;
     long long value = 0;
     for (const wchar_t digit : date)

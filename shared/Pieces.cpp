@@ -39,6 +39,17 @@ std::vector<Text> SplitPieces(TextView text, TextView delimiter, short minimumUp
     return pieces;
 }
 
+LinePieces::LinePieces(TextView line)
+{
+    while (m_count < Places) {
+        const std::size_t end = line.find(L'^');
+        m_pieces[m_count++] = line.substr(0, end);
+        if (end == TextView::npos)
+            return;
+        line.remove_prefix(end + 1);
+    }
+}
+
 std::vector<TextView> replyLines(TextView reply)
 {
     std::vector<TextView> lines;
@@ -68,6 +79,18 @@ Text TranslateChars(TextView text, TextView from, TextView to)
         else
             std::erase(result, from[i]);
     }
+    return result;
+}
+
+Text replaced(TextView text, TextView from, TextView to)
+{
+    Text result;
+    for (std::size_t end = text.find(from); end != TextView::npos; end = text.find(from)) {
+        result += text.substr(0, end);
+        result += to;
+        text.remove_prefix(end + from.size());
+    }
+    result += text;
     return result;
 }
 

@@ -4,6 +4,7 @@
 #include "platform/ComboBox.h"
 #include "platform/Text.h"
 
+#include <array>
 #include <vector>
 
 namespace health {
@@ -16,6 +17,25 @@ inline Text Piece(TextView text, TextView delimiter, short n) { return Text(piec
 // All pieces, with empty texts added until the last index is at least `minimumUpperBound`.
 std::vector<Text> SplitPieces(TextView text, TextView delimiter, short minimumUpperBound);
 
+// What stands before and behind the first "|" of a piece: the text that is shown, and its code or number.
+inline TextView displayPart(TextView piece) { return piece.substr(0, piece.find(L'|')); }
+inline TextView codePart(TextView piece) { return pieceView(piece, L"|", 2); }
+
+// The "^"-pieces of one record line, found once and counted from 1. Views into the line, which must
+// outlive the object. A piece that the line does not have is empty; those after the last place are not kept.
+class LinePieces {
+public:
+    static constexpr std::size_t Places = 20;
+
+    explicit LinePieces(TextView line);
+
+    TextView operator[](std::size_t piece) const { return piece <= m_count ? m_pieces[piece - 1] : TextView(); }
+
+private:
+    std::array<TextView, Places> m_pieces;
+    std::size_t m_count = 0;
+};
+
 // The lines of a list reply, without the element after the last CR LF. Views into `reply`.
 std::vector<TextView> replyLines(TextView reply);
 
@@ -25,6 +45,9 @@ std::vector<TextView> recordLines(TextView reply);
 // Replaces each of the from-characters by the to-character at its position, or deletes it where there is none.
 // One after the other: what one replacement wrote, a later one may replace again.
 Text TranslateChars(TextView text, TextView from, TextView to);
+
+// Each occurrence of a text replaced by another; what was put in is not looked at again.
+Text replaced(TextView text, TextView from, TextView to);
 
 bool SameText(TextView a, TextView b);
 

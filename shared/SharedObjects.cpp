@@ -1,6 +1,7 @@
 // modShared: the host's objects, obtained once per process and counted by the control's instances.
 #include "shared/modShared.h"
 
+#include "platform/Conversions.h"
 #include "shared/frmDummy.h"
 #include "shared/modConst.h"
 
@@ -78,10 +79,12 @@ void modShared::ReleaseObjects()
     m_permissionMessage.clear();
 }
 
+Text modShared::patientText() const { return wholeText(patient().number()); }
+
 Text modShared::VersionText() const
 {
-    Text text = std::to_wstring(VersionMajor) + L"." + std::to_wstring(VersionMinor) + L".0."
-        + std::to_wstring(VersionRevision) + L"  " + Text(ApplicationTitle);
+    Text text = wholeText(VersionMajor) + L"." + wholeText(VersionMinor) + L".0." + wholeText(VersionRevision) + L"  "
+        + Text(ApplicationTitle);
     if (!m_permissionMessage.empty())
         text += Text(LineBreak) + Text(LineBreak) + m_permissionMessage;
     return text;

@@ -121,6 +121,8 @@ public:
     Patient& patient() const { return required(m_patient, L"patient"); }
     User& user() const { return required(m_user, L"user"); }
     Encounter& encounter() const { return required(m_encounter, L"encounter"); }
+    // The patient's number as it stands in parameters.
+    Text patientText() const;
     bool hasSession() const { return m_session != nullptr; }
 
     // --- Keys and parameters ---

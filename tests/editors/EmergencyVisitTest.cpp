@@ -126,6 +126,14 @@ TEST_F(EmergencyVisit, TransferIsLookedUpInTheFileOfItsOption)
     typeInto(form.txtLoc, L"north");
     form.moveFocus(form.txtCond); // typed over: the number is looked up again
     EXPECT_EQ(host.calls().back(), L"list MEVUTL DICLKUP(4^NORTH^^^250^^^^.01)");
+    host.session->reply(L"MEVUTL DICLKUP", L"");
+    form.open();
+    typeInto(form.txtLoc, L"nowhere");
+    form.press(
+        form.cmdOK); // the dialog is closed without a choice: the name is gone, and that is seen before it counts
+    EXPECT_TRUE(host.calls().back().starts_with(L"list MEVUTL DICLKUP"));
+    EXPECT_EQ(form.txtLoc.text(), L"");
+    EXPECT_TRUE(form.isOpen());
     form.optDisch[0].click();
     EXPECT_EQ(form.txtLoc.text() + form.txtLoc.tag(), L"");
     EXPECT_FALSE(form.cmdLoc.canBeUsed());
