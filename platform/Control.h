@@ -16,6 +16,9 @@ using Colour = std::uint32_t;
 inline constexpr Colour DefaultColour = 0xFFFFFFFF;
 inline constexpr Colour Blue = 0xFF0000;
 
+// Enter as a KeyPress gives it.
+inline constexpr wchar_t EnterKey = L'\r';
+
 // The window of an edit box; the front end gives it its meaning, the logic only hands it on.
 using EditHandle = void*;
 

@@ -18,15 +18,12 @@ CheckBoxView::CheckBoxView(CheckBox& checkBox)
     });
 }
 
-bool CheckBoxView::mirror(Change change)
+void CheckBoxView::mirror(Change change)
 {
     if (change == Change::Value)
         setChecked(m_control.isChecked());
     else if (change == Change::Caption)
         setText(toQString(m_control.caption()));
-    else
-        return false;
-    return true;
 }
 
 OptionButtonView::OptionButtonView(OptionButton& option)
@@ -41,15 +38,12 @@ OptionButtonView::OptionButtonView(OptionButton& option)
     });
 }
 
-bool OptionButtonView::mirror(Change change)
+void OptionButtonView::mirror(Change change)
 {
     if (change == Change::Value)
         mirrorChoice();
     else if (change == Change::Caption)
         setText(toQString(m_control.caption()));
-    else
-        return false;
-    return true;
 }
 
 void OptionButtonView::mirrorChoice()
@@ -76,7 +70,7 @@ CheckListView::CheckListView(CheckList& list)
     });
 }
 
-bool CheckListView::mirror(Change change)
+void CheckListView::mirror(Change change)
 {
     const QScopedValueRollback guard(m_mirroring, true);
     if (change == Change::Items)
@@ -85,9 +79,6 @@ bool CheckListView::mirror(Change change)
         mirrorChecks();
     else if (change == Change::Selection)
         setCurrentRow(m_control.listIndex());
-    else
-        return false;
-    return true;
 }
 
 void CheckListView::mirrorItems()

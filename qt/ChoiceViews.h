@@ -17,7 +17,7 @@ public:
     explicit CheckBoxView(CheckBox& checkBox);
 
 private:
-    bool mirror(Change change) override;
+    void mirror(Change change) override;
 };
 
 class OptionButtonView : public Mirror<QRadioButton, OptionButton> {
@@ -25,7 +25,7 @@ public:
     explicit OptionButtonView(OptionButton& option);
 
 private:
-    bool mirror(Change change) override;
+    void mirror(Change change) override;
     void mirrorChoice();
 };
 
@@ -38,7 +38,7 @@ protected:
     void focusInEvent(QFocusEvent* event) override;
 
 private:
-    bool mirror(Change change) override;
+    void mirror(Change change) override;
     void mirrorItems();
     void mirrorChecks();
 

@@ -16,15 +16,12 @@ ComboBoxView::ComboBoxView(ComboBox& comboBox, QWidget* parent)
     connect(this, &QComboBox::activated, this, [this](int index) { m_control.choose(index); });
 }
 
-bool ComboBoxView::mirror(Change change)
+void ComboBoxView::mirror(Change change)
 {
     if (change == Change::Items)
         mirrorItems();
     else if (change == Change::Selection)
         setCurrentIndex(m_control.listIndex());
-    else
-        return false;
-    return true;
 }
 
 void ComboBoxView::mirrorItems()
@@ -45,7 +42,7 @@ void ComboBoxView::keyPressEvent(QKeyEvent* event)
         QComboBox::keyPressEvent(event);
         return;
     }
-    wchar_t key = L'\r';
+    wchar_t key = EnterKey;
     m_control.pressKey(key);
     if (key != 0)
         event->ignore(); // for the form's default button

@@ -18,7 +18,7 @@ protected:
     void wheelEvent(QWheelEvent* event) override;
 
 private:
-    bool mirror(Change change) override;
+    void mirror(Change change) override;
     void mirrorItems();
 };
 

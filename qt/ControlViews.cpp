@@ -4,6 +4,9 @@
 #include "qt/QtText.h"
 
 #include <QEvent>
+#include <QTimer>
+
+#include <utility>
 
 namespace health {
 
@@ -19,12 +22,26 @@ ButtonView::ButtonView(Button& button, QWidget* parent)
     });
 }
 
-bool ButtonView::mirror(Change change)
+void ButtonView::mirror(Change change)
 {
-    if (change != Change::Caption)
-        return false;
-    setText(toQString(m_control.caption()));
-    return true;
+    if (change == Change::Caption)
+        setText(toQString(m_control.caption()));
+    if (change == Change::Enabled && m_refuge)
+        keepFocusNear();
+}
+
+// A reload takes the commands away and gives them back at once: the focus would be anywhere by then.
+void ButtonView::keepFocusNear()
+{
+    const QWidget* const focused = window()->focusWidget();
+    if (!m_control.isEnabled() && focused == this) {
+        m_refuge->setFocus(Qt::OtherFocusReason);
+        m_comesBack = true;
+        QTimer::singleShot(0, this, [this] { m_comesBack = false; });
+    } else if (m_control.isEnabled() && std::exchange(m_comesBack, false) && focused == m_refuge) {
+        setEnabled(true);
+        setFocus(Qt::OtherFocusReason);
+    }
 }
 
 ImageView::ImageView(Image& image, QWidget* parent)
@@ -35,11 +52,10 @@ ImageView::ImageView(Image& image, QWidget* parent)
     draw();
 }
 
-bool ImageView::mirror(Change change)
+void ImageView::mirror(Change change)
 {
     if (change == Change::ToolTip)
         setAccessibleDescription(toLines(m_control.toolTip()));
-    return false;
 }
 
 void ImageView::draw()

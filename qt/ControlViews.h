@@ -16,9 +16,15 @@ public:
     // What a click does instead of clicking the control itself.
     void setPress(std::function<void()> press) { m_press = std::move(press); }
 
-private:
-    bool mirror(Change change) override;
+    // Where the focus goes when the button with the focus cannot be used any more.
+    void setRefuge(QWidget& refuge) { m_refuge = &refuge; }
 
+private:
+    void mirror(Change change) override;
+    void keepFocusNear();
+
+    QWidget* m_refuge = nullptr;
+    bool m_comesBack = false; // the focus, when the button can be used again at once
     std::function<void()> m_press;
 };
 
@@ -30,7 +36,7 @@ protected:
     void changeEvent(QEvent* event) override;
 
 private:
-    bool mirror(Change change) override;
+    void mirror(Change change) override;
     void draw();
 };
 

@@ -40,15 +40,12 @@ DateView::DateView(mevZvDate& date, QtDesktop& desktop)
     connect(key, &QAction::triggered, this, &DateView::openCalendar);
 }
 
-bool DateView::mirror(Change change)
+void DateView::mirror(Change change)
 {
     if (change == Change::Text)
         m_line->setText(toQString(m_control.value()));
     else if (change == Change::Options)
         mirrorOptions();
-    else
-        return false;
-    return true;
 }
 
 void DateView::mirrorOptions()
@@ -93,14 +90,12 @@ void DateView::openCalendar()
     action->setDefaultWidget(calendar);
     popup.addAction(action);
     QString picked;
-    connect(calendar, &QCalendarWidget::activated, &popup, [&](const QDate& date) {
+    const auto pick = [&](const QDate& date) {
         picked = date.toString(QStringLiteral("MM/dd/yyyy"));
         popup.close();
-    });
-    connect(calendar, &QCalendarWidget::clicked, &popup, [&](const QDate& date) {
-        picked = date.toString(QStringLiteral("MM/dd/yyyy"));
-        popup.close();
-    });
+    };
+    connect(calendar, &QCalendarWidget::activated, &popup, pick);
+    connect(calendar, &QCalendarWidget::clicked, &popup, pick);
     calendar->setFocus();
     popup.exec(m_line->mapToGlobal(QPoint(0, m_line->height())));
     if (picked.isEmpty())

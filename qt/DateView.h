@@ -21,7 +21,7 @@ public:
     void setSpokenName(const QString& name);
 
 private:
-    bool mirror(Change change) override;
+    void mirror(Change change) override;
     void mirrorOptions();
     void openCalendar();
 

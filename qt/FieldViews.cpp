@@ -26,25 +26,27 @@ void nameControl(QWidget& control, QString words)
 LabelView::LabelView(Label& label)
     : Mirror(label)
 {
+    setTextFormat(Qt::PlainText);
     mirrorCaption();
     mirrorColour();
 }
 
-bool LabelView::mirror(Change change)
+void LabelView::mirror(Change change)
 {
     if (change == Change::Caption)
         mirrorCaption();
     else if (change == Change::ForeColour)
         mirrorColour();
-    else
-        return false;
-    return true;
 }
 
 void LabelView::mirrorCaption()
 {
     setText(toQString(m_control.caption()));
     speakCaption();
+    for (const QPointer<QWidget>& neighbour : m_describes) {
+        if (neighbour)
+            neighbour->setAccessibleDescription(text());
+    }
     // Help texts run over several lines.
     const bool isLong = m_control.caption().size() > 60;
     setWordWrap(isLong);
@@ -55,10 +57,22 @@ void LabelView::speakFor(const QList<QWidget*>& controls)
 {
     m_spokenFor.clear();
     for (QWidget* const control : controls) {
-        if (!qobject_cast<QLabel*>(control))
+        if (auto* const label = dynamic_cast<LabelView*>(control))
+            label->describe(controls);
+        else
             m_spokenFor.append(control);
     }
     speakCaption();
+}
+
+// A unit or a state beside controls is their description.
+void LabelView::describe(const QList<QWidget*>& controls)
+{
+    for (QWidget* const control : controls) {
+        if (control != this)
+            m_describes.append(control);
+    }
+    mirrorCaption();
 }
 
 void LabelView::speakCaption()
@@ -81,12 +95,10 @@ FrameView::FrameView(mevContainer& container)
 {
 }
 
-bool FrameView::mirror(Change change)
+void FrameView::mirror(Change change)
 {
-    if (change != Change::Caption)
-        return false;
-    setTitle(toQString(m_control.caption()));
-    return true;
+    if (change == Change::Caption)
+        setTitle(toQString(m_control.caption()));
 }
 
 // --- Arrows ---

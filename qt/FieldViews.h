@@ -20,16 +20,18 @@ class LabelView : public Mirror<QLabel, Label> {
 public:
     explicit LabelView(Label& label);
 
-    // Names the controls by the caption, now and whenever it changes. Labels among them speak for themselves.
+    // Names the controls by the caption, now and whenever it changes. Labels among them describe the others.
     void speakFor(const QList<QWidget*>& controls);
 
 private:
-    bool mirror(Change change) override;
+    void mirror(Change change) override;
     void mirrorCaption();
     void mirrorColour();
+    void describe(const QList<QWidget*>& controls);
     void speakCaption();
 
     QList<QPointer<QWidget>> m_spokenFor;
+    QList<QPointer<QWidget>> m_describes;
 };
 
 class FrameView : public Mirror<QGroupBox, mevContainer> {
@@ -37,7 +39,7 @@ public:
     explicit FrameView(mevContainer& container);
 
 private:
-    bool mirror(Change change) override;
+    void mirror(Change change) override;
 };
 
 // The two arrows beside a number's field.

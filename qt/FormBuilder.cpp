@@ -13,14 +13,13 @@
 #include <QBoxLayout>
 #include <QGridLayout>
 
+#include <algorithm>
+
 namespace health {
 
 namespace {
 
 constexpr int NameCharacters = 40;
-
-// Adds a part to a box, be it a layout or a widget.
-void add(QBoxLayout* box, QLayout* layout) { box->addLayout(layout); }
 
 QWidget* separator()
 {
@@ -71,7 +70,7 @@ QLayout* FormBuilder::buildBox(const Arrangement& box, Qt::Orientation orientati
     LabelView* waiting = nullptr; // a label with an access key stands for the control that follows it
     const OptionButtonView* option = nullptr; // the text beside an option goes with it
     for (const Arrangement& child : box.children) {
-        add(layout, build(child));
+        layout->addLayout(build(child));
         QWidget* const widget = m_widgets.value(child.control);
         if (waiting && widget) {
             waiting->setBuddy(widget);
@@ -92,7 +91,8 @@ QWidget* FormBuilder::labelFor(const Arrangement& field)
     QList<QWidget*> controls;
     for (const Arrangement& child : field.children)
         controls.append(m_widgets.value(child.control));
-    label->setBuddy(controls.front());
+    const auto takesFocus = [](const QWidget* widget) { return widget->focusPolicy() != Qt::NoFocus; };
+    label->setBuddy(*std::find_if(controls.begin(), controls.end() - 1, takesFocus));
     label->speakFor(controls);
     return label;
 }

@@ -6,7 +6,6 @@
 #include <QHash>
 #include <QWidget>
 
-class QGridLayout;
 class QLayout;
 
 namespace health {

@@ -76,14 +76,14 @@ void FormDialog::fitToText()
     resize(size.width(), std::max({ height, size.height(), Scale(*this).pixels(m_form.height) }));
 }
 
-// Where the program set no focus: the first field that can be used.
+// Where the program set no focus: the first field that can be used. The form is told, not the widget: a window that is
+// not active yet gives no news of its focus, and what is typed first would never be judged.
 void FormDialog::focusFirst()
 {
     for (QWidget* const widget : m_builder.inTabOrder()) {
-        if (!widget->isEnabled() || !widget->isVisible())
-            continue;
-        widget->setFocus(Qt::TabFocusReason);
-        return;
+        QWidget* const focused = widget->focusProxy() ? widget->focusProxy() : widget;
+        if (widget->isEnabled() && widget->isVisible())
+            return m_form.setFocus(*m_controls.value(focused));
     }
 }
 
@@ -188,6 +188,8 @@ void FormDialog::keyPressEvent(QKeyEvent* event)
         QDialog::keyPressEvent(event);
         return;
     }
+    if (event->isAutoRepeat())
+        return; // of the key that opened the form, perhaps
     auto* const focused = dynamic_cast<ButtonView*>(focusWidget());
     QWidget* const fallback = m_builder.widgets().value(m_form.defaultButton());
     if (auto* const button = focused ? focused : dynamic_cast<ButtonView*>(fallback))

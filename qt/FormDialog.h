@@ -32,7 +32,6 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
-    Control* controlOf(QObject* widget) const;
     void findUnlabelled();
     void nameUnlabelled();
     void fitToText();

@@ -50,7 +50,7 @@ GridView::GridView(Grid& grid, QtDesktop& desktop, QStringList headings, QWidget
     });
 }
 
-bool GridView::mirror(Change change)
+void GridView::mirror(Change change)
 {
     switch (change) {
     case Change::Contents:
@@ -75,23 +75,27 @@ bool GridView::mirror(Change change)
             scrollTo(m_model->index(m_control.shownRow(), 0));
         break;
     default:
-        return false;
+        break;
     }
-    return true;
 }
 
 void GridView::mirrorContents()
 {
-    // A reload must not make the list jump away under the reader's eyes.
-    const int scrolled = verticalScrollBar()->value();
+    // A reload must not make the list jump away under the reader's eyes: what is painted while no rows are shown
+    // scrolls to the top.
+    if (!m_control.isDrawing())
+        m_scrolled = m_scrolled.value_or(verticalScrollBar()->value());
+    const int scrolled = m_scrolled.value_or(verticalScrollBar()->value());
     {
         const QScopedValueRollback guard(m_mirroring, true);
         m_model->reset();
     }
     mirrorSelection();
     measureRowsInView();
-    if (m_control.isDrawing())
-        verticalScrollBar()->setValue(scrolled);
+    if (!m_control.isDrawing())
+        return;
+    verticalScrollBar()->setValue(scrolled);
+    m_scrolled.reset();
 }
 
 void GridView::mirrorColours()
@@ -227,10 +231,10 @@ void GridView::keyPressEvent(QKeyEvent* event)
         event->key() == Qt::Key_Menu || (event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier);
     if (menuKey)
         openMenuByKey();
-    else if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && m_control.row() != -1)
-        m_control.doubleClick(m_control.row());
-    else
+    else if ((event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter) || m_control.row() == -1)
         QTableView::keyPressEvent(event);
+    else if (!event->isAutoRepeat()) // a key held down would save what it has opened
+        m_control.doubleClick(m_control.row());
 }
 
 void GridView::mouseMoveEvent(QMouseEvent* event)

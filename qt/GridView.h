@@ -5,6 +5,8 @@
 
 #include <QTableView>
 
+#include <optional>
+
 namespace health {
 
 class GridModel;
@@ -31,7 +33,7 @@ protected:
     void scrollContentsBy(int dx, int dy) override;
 
 private:
-    bool mirror(Change change) override;
+    void mirror(Change change) override;
     void mirrorContents();
     void mirrorColours();
     void mirrorLayout();
@@ -46,6 +48,7 @@ private:
     bool m_mirroring = false; // the selection is being set by the program
     bool m_measuring = false;
     bool m_coloursChanged = false;
+    std::optional<int> m_scrolled; // where the bar stood when the grid stopped drawing
 };
 
 }

@@ -15,7 +15,7 @@ void mirrorCommon(QWidget& widget, const Control& control, Change change)
         widget.setVisible(control.isVisible());
         break;
     case Change::ToolTip:
-        widget.setToolTip(toLines(control.toolTip()));
+        widget.setToolTip(toToolTip(control.toolTip()));
         break;
     case Change::Place:
         widget.setGeometry(Scale(widget).pixels(control.place()));
@@ -30,7 +30,7 @@ void mirrorCommon(QWidget& widget, const Control& control)
     widget.setEnabled(control.isEnabled());
     if (!control.isVisible())
         widget.hide(); // to show it now would open it as a window of its own
-    widget.setToolTip(toLines(control.toolTip()));
+    widget.setToolTip(toToolTip(control.toolTip()));
 }
 
 }

@@ -23,8 +23,8 @@ public:
 
     void controlChanged(Control&, Change change) final
     {
-        if (!mirror(change))
-            mirrorCommon(*this, m_control, change);
+        mirror(change);
+        mirrorCommon(*this, m_control, change);
     }
 
 protected:
@@ -38,8 +38,8 @@ protected:
         control.setObserver(this);
     }
 
-    // Mirrors a change of what this kind of control has of its own; false when it is none.
-    virtual bool mirror(Change) { return false; }
+    // Mirrors a change of what this kind of control has of its own.
+    virtual void mirror(Change) { }
 
     Mirrored& m_control;
 };

@@ -13,20 +13,16 @@ TextBoxView::TextBoxView(TextBox& textBox)
     connect(this, &QLineEdit::textEdited, this, [this](const QString& text) { m_control.edit(toText(text)); });
 }
 
-bool TextBoxView::mirror(Change change)
+void TextBoxView::mirror(Change change)
 {
-    if (change == Change::AllSelected) {
+    if (change == Change::AllSelected)
         selectAll();
-        return true;
-    }
-    if (change != Change::Text)
-        return false;
     const QString text = toQString(m_control.text());
-    if (text != QLineEdit::text()) {
-        setText(text);
-        setCursorPosition(0); // of a long name the beginning is seen
-    }
-    return true;
+    if (change != Change::Text || text == QLineEdit::text())
+        return;
+    setText(text);
+    // Who is typing goes on behind the text; of a long name elsewhere the beginning is seen.
+    setCursorPosition(hasFocus() ? static_cast<int>(text.size()) : 0);
 }
 
 void TextBoxView::keyPressEvent(QKeyEvent* event)
@@ -88,15 +84,12 @@ TextAreaView::TextAreaView(TextBox& textBox)
 
 TextAreaView::~TextAreaView() { m_control.setWindow(nullptr); }
 
-bool TextAreaView::mirror(Change change)
+void TextAreaView::mirror(Change change)
 {
     if (change == Change::AllSelected)
         selectAll();
-    else if (change != Change::Text)
-        return false;
-    else if (toPlainText() != withLineFeeds(m_control.text()))
+    if (change == Change::Text && toPlainText() != withLineFeeds(m_control.text()))
         setPlainText(withLineFeeds(m_control.text()));
-    return true;
 }
 
 void TextAreaView::keyPressEvent(QKeyEvent* event)

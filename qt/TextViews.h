@@ -14,7 +14,7 @@ public:
     explicit TextBoxView(TextBox& textBox);
 
 protected:
-    bool mirror(Change change) override;
+    void mirror(Change change) override;
     void focusInEvent(QFocusEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
@@ -28,7 +28,7 @@ public:
     QSize sizeHint() const override;
 
 protected:
-    bool mirror(Change change) override;
+    void mirror(Change change) override;
     void keyPressEvent(QKeyEvent* event) override;
 };
 

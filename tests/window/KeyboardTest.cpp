@@ -121,7 +121,8 @@ TEST_F(Keyboard, AddsARecordOfEachTypeOfAWoman)
     expectRow(QStringLiteral("Refusal"), QStringLiteral("afraid"));
     expectDialogs(QStringLiteral("Enter Refusal|Lookup Exam|Enter Refusal"));
 
-    add(QStringLiteral("Reproductive History"), { QStringLiteral("key ctrl+a 6"), QStringLiteral("key alt+o") });
+    // A count that was cleared is 0, and the digit that is typed then stands behind it.
+    add(QStringLiteral("Reproductive History"), { QStringLiteral("key ctrl+a Delete 6"), QStringLiteral("key alt+o") });
     expectRow(QStringLiteral("Reproductive"), QStringLiteral("G6P1"));
     expectDialogs(QStringLiteral("Update Reproductive History"));
 
