@@ -53,39 +53,46 @@ PatientData ClinicalContext::readPatient(long number)
     return { number, pieces.value(1), pieces.value(2), pieces.value(3), dateOfFileMan(pieces.value(3)).date() };
 }
 
+// Asks all components whether the change suits them; tells all when it does not suit one.
+template<typename Events>
+bool ClinicalContext::suitsAll(Events events)
+{
+    const auto vetoes = [&](ComponentInstance* component) { return events(*component).Pending(); };
+    if (std::none_of(m_components.begin(), m_components.end(), vetoes))
+        return true;
+    for (ComponentInstance* component : m_components)
+        events(*component).Canceled();
+    return false;
+}
+
 bool ClinicalContext::selectPatient(long number)
 {
     const PatientData data = readPatient(number);
-    const auto vetoes = [](ComponentInstance* c) { return c->patientEvents().Pending(); };
-    if (std::any_of(m_components.begin(), m_components.end(), vetoes)) {
-        for (ComponentInstance* component : m_components)
-            component->patientEvents().Canceled();
+    if (!suitsAll([](ComponentInstance & component) -> auto& { return component.patientEvents(); }))
         return false;
-    }
     m_patient->data = data;
     m_encounter->data = {};
     Q_EMIT patientChanged();
     for (ComponentInstance* component : std::vector(m_components))
         component->patientEvents().Committed();
-    Q_EMIT visitChanged();
-    for (ComponentInstance* component : std::vector(m_components))
-        component->encounterEvents().Committed();
+    tellVisit();
     return true;
 }
 
 bool ClinicalContext::selectVisit(const VisitData& visit)
 {
-    const auto vetoes = [](ComponentInstance* c) { return c->encounterEvents().Pending(); };
-    if (std::any_of(m_components.begin(), m_components.end(), vetoes)) {
-        for (ComponentInstance* component : m_components)
-            component->encounterEvents().Canceled();
+    if (!suitsAll([](ComponentInstance & component) -> auto& { return component.encounterEvents(); }))
         return false;
-    }
     m_encounter->data = visit;
+    tellVisit();
+    return true;
+}
+
+void ClinicalContext::tellVisit()
+{
     Q_EMIT visitChanged();
     for (ComponentInstance* component : std::vector(m_components))
         component->encounterEvents().Committed();
-    return true;
 }
 
 }

@@ -43,6 +43,9 @@ Q_SIGNALS:
 
 private:
     PatientData readPatient(long number);
+    template<typename Events>
+    bool suitsAll(Events events);
+    void tellVisit();
 
     std::shared_ptr<HostSession> m_session;
     std::shared_ptr<HostPatient> m_patient;

@@ -52,20 +52,26 @@ QString displayDate(const QString& text)
     return time.isEmpty() ? shown : shown + u' ' + digits.left(2) + u':' + digits.mid(2, 2);
 }
 
-QString displayAge(const QDate& birth, const QDate& today)
+std::optional<int> ageInMonths(const QDate& birth, const QDate& today)
 {
     if (!birth.isValid() || birth > today)
+        return {};
+    const int months = (today.year() - birth.year()) * 12 + today.month() - birth.month();
+    return birth.addMonths(months) > today ? months - 1 : months;
+}
+
+QString displayAge(const QDate& birth, const QDate& today)
+{
+    const auto age = ageInMonths(birth, today);
+    if (!age)
         return {};
     const auto count = [](int number, const char* unit) {
         return QStringLiteral("%1 %2%3").arg(number).arg(
             QLatin1String(unit), number == 1 ? QString() : QStringLiteral("s"));
     };
-    int months = (today.year() - birth.year()) * 12 + today.month() - birth.month();
-    if (birth.addMonths(months) > today)
-        --months;
-    if (months < 2)
+    if (*age < 2)
         return count(static_cast<int>(birth.daysTo(today)), "day");
-    return months < 24 ? count(months, "month") : count(months / 12, "year");
+    return *age < 24 ? count(*age, "month") : count(*age / 12, "year");
 }
 
 QList<QStringList> linesOf(const Text& reply)

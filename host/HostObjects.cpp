@@ -1,5 +1,7 @@
 #include "host/HostObjects.h"
 
+#include "host/DisplayText.h"
+
 namespace health {
 
 namespace {
@@ -13,12 +15,8 @@ QString shown(TextView text) { return QString::fromWCharArray(text.data(), stati
 
 Text HostPatient::age() const
 {
-    const QDate today = QDate::currentDate();
-    if (!data.birth.isValid())
-        return {};
-    const int years = today.year() - data.birth.year();
-    const bool before = std::pair(today.month(), today.day()) < std::pair(data.birth.month(), data.birth.day());
-    return std::to_wstring(before ? years - 1 : years);
+    const auto months = ageInMonths(data.birth, QDate::currentDate());
+    return months ? std::to_wstring(*months / 12) : Text();
 }
 
 bool HostEncounter::prepare(int flags)

@@ -17,8 +17,9 @@ Text newToken() { return QString::fromLatin1(QUuid::createUuid().toRfc4122().toH
 
 Text widenBytes(const QByteArray& utf8) { return widen({ utf8.data(), static_cast<std::size_t>(utf8.size()) }); }
 
-// A server that ends again and again is left alone for so long.
-constexpr qint64 QuietTryMilliseconds = 10'000;
+// Until a lost connection is tried again without a word; twice as long after each try that failed.
+constexpr int FirstPause = 10'000; // milliseconds
+constexpr int LongestPause = 320'000;
 
 }
 
@@ -31,6 +32,8 @@ HostSession::HostSession(Transport& transport, int timeoutMilliseconds, TryAgain
     m_connection.onProgress = [this](int percent, const QString& text) { Q_EMIT progressed(percent, text); };
     m_connection.onDroppedFailure = [this](const QString& text) { Q_EMIT statusChanged(text); };
     m_delivery.setSingleShot(true);
+    m_quietPause.setSingleShot(true);
+    QObject::connect(&m_quietPause, &QTimer::timeout, this, &HostSession::reconnectQuietly);
     QObject::connect(&m_delivery, &QTimer::timeout, this, &HostSession::deliverQueued);
     QObject::connect(
         &m_connection, &ServerConnection::lostWhileIdle, this, &HostSession::reconnectQuietly, Qt::QueuedConnection);
@@ -64,6 +67,8 @@ void HostSession::openSession()
         throw;
     }
     m_onConnection = true;
+    // What happened since the old connection went was told to nobody.
+    m_eventsMissed = m_eventsMissed || !m_subscriptions.empty();
 }
 
 void HostSession::signOnConnection()
@@ -89,8 +94,10 @@ auto HostSession::withRetries(Work work)
             return work();
         } catch (const ConnectionLost& lost) {
             m_connection.close();
-            if (!m_tryAgain(QString::fromStdWString(lost.description())))
-                throw CallAbandoned(lost.description());
+            if (m_tryAgain(QString::fromStdWString(lost.description())))
+                continue;
+            pauseQuietTries();
+            throw CallAbandoned(lost.description());
         }
     }
 }
@@ -125,22 +132,28 @@ void HostSession::connect(TextView)
     signOn(userName);
 }
 
-// Without a connection events would be missed. One try without a word; the next call goes on from there.
+// Without a connection events would be missed: it is tried without a word, now and then.
 void HostSession::reconnectQuietly()
 {
-    if (m_connection.isOpen() || m_inCall || m_userName.empty())
+    if (m_connection.isOpen() || m_inCall || m_userName.empty() || m_quietPause.isActive())
         return;
-    m_eventsMissed = true;
-    if (m_sinceQuietTry.isValid() && m_sinceQuietTry.elapsed() < QuietTryMilliseconds)
-        return;
-    m_sinceQuietTry.start();
+    pauseQuietTries();
     try {
         const Call inCall(*this);
         openSession();
     } catch (const Failure&) {
         return;
     }
+    m_nextPause = FirstPause;
+    Q_EMIT statusChanged({});
     tellMissedEvents();
+}
+
+void HostSession::pauseQuietTries()
+{
+    Q_EMIT statusChanged(tr("Not connected to the server."));
+    m_quietPause.start(m_nextPause);
+    m_nextPause = std::min(m_nextPause * 2, LongestPause);
 }
 
 // Nobody knows what was missed: the panels read all anew.

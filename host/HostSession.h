@@ -3,7 +3,6 @@
 #include "host/ServerConnection.h"
 #include "platform/host.h"
 
-#include <QElapsedTimer>
 #include <QObject>
 #include <QTimer>
 
@@ -125,6 +124,7 @@ private:
     void deliver(const Text& name, const Text& data);
     void tell(const Subscription& subscription, const Text& name, const Text& data);
     void reconnectQuietly();
+    void pauseQuietTries();
     void tellMissedEvents();
 
     ServerConnection m_connection;
@@ -139,8 +139,9 @@ private:
     std::deque<std::pair<Text, Text>> m_events;
     QTimer m_delivery;
     bool m_delivering = false;
-    bool m_eventsMissed = false; // the connection was lost while no call ran
-    QElapsedTimer m_sinceQuietTry;
+    bool m_eventsMissed = false; // a connection was lost, and nobody has been told to read anew
+    QTimer m_quietPause; // between two tries to connect again
+    int m_nextPause = 10'000; // milliseconds
     bool m_inCall = false; // from the first try to the end of the last
     std::deque<SentAhead> m_expected; // calls that were announced, in their order
     std::map<Text, Text> m_values;

@@ -1,13 +1,14 @@
 #include "host/MainWindow.h"
 
 #include "host/DisplayText.h"
+#include "host/FailureBox.h"
 #include "host/ListPicker.h"
 #include "host/PatientBanner.h"
 #include "host/Pickers.h"
 #include "host/PreviewDialog.h"
 #include "host/ProcessTransport.h"
-#include "host/TlsTransport.h"
 #include "host/ReadablePalette.h"
+#include "host/TlsTransport.h"
 #include "host/WheelGuard.h"
 
 #include <QApplication>
@@ -16,6 +17,7 @@
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QProgressDialog>
+#include <QScopeGuard>
 #include <QSettings>
 #include <QStatusBar>
 #include <QVBoxLayout>
@@ -28,11 +30,12 @@ namespace health {
 namespace {
 constexpr double SmallestText = 0.7;
 constexpr double LargestText = 3;
+constexpr int LongestOpening = 15'000; // milliseconds
 
 std::unique_ptr<Transport> makeTransport(const Options& options)
 {
     if (options.server.port != 0)
-        return std::make_unique<TlsTransport>(options.server);
+        return std::make_unique<TlsTransport>(options.server, std::min(options.timeoutMilliseconds, LongestOpening));
     return std::make_unique<ProcessTransport>(
         options.serverProgram, QStringList { QStringLiteral("--data"), options.dataFolder });
 }
@@ -172,6 +175,8 @@ bool MainWindow::askAgain(const QString& reason)
     box.setTextFormat(Qt::PlainText);
     box.setTextInteractionFlags(Qt::TextSelectableByMouse);
     box.setDefaultButton(QMessageBox::Retry);
+    QApplication::setOverrideCursor(Qt::ArrowCursor); // the call has set the hourglass, but the user is asked
+    const auto callGoesOn = qScopeGuard([] { QApplication::restoreOverrideCursor(); });
     return box.exec() == QMessageBox::Retry;
 }
 
@@ -213,10 +218,7 @@ void MainWindow::guarded(const std::function<void()>& work)
     } catch (const CallAbandoned&) {
         // The user has seen what happened, and has had enough.
     } catch (const Failure& failure) {
-        QMessageBox box(QMessageBox::Critical, tr("Personal Health"), QString::fromStdWString(failure.description()),
-            QMessageBox::Ok, this);
-        box.setTextFormat(Qt::PlainText);
-        box.exec();
+        showFailure(this, tr("Personal Health"), QString::fromStdWString(failure.description()));
     }
 }
 
@@ -257,20 +259,29 @@ void MainWindow::changeUser(const Text& user)
     const Text old = m_context.session().signedOn().userName;
     const std::size_t panels = m_pages->count();
     m_pages->dropAll();
-    std::exception_ptr refusal;
+    // Whatever comes of it, the window shows who is signed on, and its panels.
+    const auto goOn = qScopeGuard([&] {
+        showUser();
+        for (std::size_t i = 0; i < panels; ++i)
+            m_pages->add();
+    });
     try {
         m_context.session().signOn(user);
     } catch (const CallAbandoned&) {
-        refusal = std::current_exception(); // the server is away: the new user stays to be signed on
-    } catch (const Failure&) {
-        refusal = std::current_exception();
-        m_context.session().signOn(old);
+        throw; // the server is away: the new user stays to be signed on
+    } catch (const Failure& refusal) {
+        signOnAgain(old);
+        throw;
     }
-    showUser();
-    for (std::size_t i = 0; i < panels; ++i)
-        m_pages->add();
-    if (refusal)
-        std::rethrow_exception(refusal);
+}
+
+void MainWindow::signOnAgain(const Text& user)
+{
+    try {
+        m_context.session().signOn(user);
+    } catch (const Failure&) {
+        // The refusal that led here is told; the next call tells of this one.
+    }
 }
 
 void MainWindow::showUser()

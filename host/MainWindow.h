@@ -42,6 +42,7 @@ private:
     void connectContext();
     void updatePanelActions();
     void changeUser(const Text& user);
+    void signOnAgain(const Text& user);
     void showUser();
     void choosePatient();
     void chooseVisit();

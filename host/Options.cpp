@@ -103,6 +103,15 @@ Options readOptions()
             QStringLiteral("LIBRARY") },
     });
     parser.process(*QCoreApplication::instance());
+    if (!parser.positionalArguments().isEmpty())
+        refuse(QStringLiteral("%1 is no option.").arg(parser.positionalArguments().first()));
+    // A variable of a script that was not set, perhaps.
+    for (const QString& option : parser.optionNames()) {
+        if (option != u"list" && parser.value(option).isEmpty())
+            refuse(QStringLiteral("--%1 needs a value.").arg(option));
+    }
+    if (parser.isSet(QStringLiteral("tour")) && parser.isSet(QStringLiteral("server")))
+        refuse(QStringLiteral("--tour is for the sample data; pictures of real patients are not saved."));
 
     Options options;
     bool understood = true;
@@ -111,7 +120,7 @@ Options readOptions()
     if (!understood || options.patient < 0)
         refuse(QStringLiteral("--patient takes a patient's number."));
     const double seconds = parser.value(QStringLiteral("timeout")).toDouble(&understood);
-    if (!understood || seconds <= 0 || seconds > 86400)
+    if (!understood || !(seconds > 0 && seconds <= 86400))
         refuse(QStringLiteral("--timeout takes a number of seconds."));
     options.timeoutMilliseconds = static_cast<int>(seconds * 1000);
     options.user = parser.value(QStringLiteral("user"));

@@ -1,12 +1,12 @@
 #include "host/PreviewDialog.h"
 
+#include "host/FailureBox.h"
 #include "host/ListPicker.h"
 #include "platform/Failure.h"
 
 #include <QDialogButtonBox>
 #include <QFileDialog>
 #include <QGraphicsView>
-#include <QMessageBox>
 #include <QPrintDialog>
 #include <QPrintPreviewWidget>
 #include <QPrinterInfo>
@@ -63,8 +63,8 @@ PreviewDialog::PreviewDialog(const ReportPages& pages, const QString& title, QWi
 void PreviewDialog::print()
 {
     QPrintDialog dialog(&m_printer, this);
-    if (dialog.exec() == Accepted)
-        m_preview->print();
+    if (dialog.exec() == Accepted && m_pages.paint(m_printer) == 0)
+        showFailure(this, tr("Print"), tr("The report cannot be printed."));
 }
 
 void PreviewDialog::savePdf()
@@ -78,7 +78,7 @@ void PreviewDialog::savePdf()
     try {
         m_pages.savePdf(dialog.selectedFiles().value(0));
     } catch (const Failure& failure) {
-        QMessageBox::critical(this, tr("Save as PDF"), QString::fromStdWString(failure.description()));
+        showFailure(this, tr("Save as PDF"), QString::fromStdWString(failure.description()));
     }
 }
 

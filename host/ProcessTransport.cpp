@@ -19,7 +19,7 @@ ProcessTransport::~ProcessTransport() { close(); }
 void ProcessTransport::open()
 {
     close();
-    m_process = std::make_unique<QProcess>();
+    m_process.reset(new QProcess);
     connect(m_process.get(), &QProcess::finished, this, &Transport::ended);
     connect(m_process.get(), &QProcess::readyReadStandardOutput, this, &Transport::readyRead);
     m_process->start(m_program, m_arguments, QIODevice::ReadWrite | QIODevice::Unbuffered);

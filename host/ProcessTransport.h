@@ -24,7 +24,7 @@ public:
 private:
     QString m_program;
     QStringList m_arguments;
-    std::unique_ptr<QProcess> m_process;
+    std::unique_ptr<QProcess, DeleteLater> m_process;
 };
 
 }

@@ -2,6 +2,7 @@
 
 #include "platform/Failure.h"
 
+#include <QFile>
 #include <QFileInfo>
 #include <QFontDatabase>
 #include <QFontMetricsF>
@@ -117,7 +118,7 @@ int ReportPages::paint(QPrinter& printer) const
 {
     QPainter painter;
     if (!painter.begin(&printer))
-        throw Failure(L"The report cannot be printed.");
+        return 0;
     const QRectF page = printer.pageRect(QPrinter::DevicePixel);
     const QFont font = fittingFont(printer, m_lineWidth, page.width());
     painter.setFont(font);
@@ -157,14 +158,16 @@ void ReportPages::savePdf(const QString& path) const
     printer.setOutputFileName(path);
     printer.setDocName(m_heading.first());
     setUsualPaper(printer);
-    try {
-        paint(printer);
-    } catch (const Failure&) {
+    if (paint(printer) == 0)
         cannotWrite(path);
-    }
-    // A file that the disk had no room for is left without its end.
-    if (QFileInfo(path).size() == 0)
-        cannotWrite(path);
+    // The printer does not tell that the disk had no room: such a file has no end.
+    QFile written(path);
+    const bool whole = written.open(QIODevice::ReadOnly) && written.seek(std::max<qint64>(0, written.size() - 64))
+        && written.readAll().contains("%%EOF");
+    if (whole)
+        return;
+    written.remove();
+    cannotWrite(path);
 }
 
 }

@@ -21,8 +21,6 @@ struct Report {
 // A report laid out on pages in a fixed font; on every page the title, whose report it is, and the page's number.
 class ReportPages {
 public:
-    static constexpr int LineWidth = 80; // characters
-
     // `owner` names the patient on every page.
     ReportPages(const Report& report, const QString& owner);
     ReportPages(const QString& text, const QString& title, const QString& owner)
@@ -35,7 +33,7 @@ public:
 
     // Chooses the paper that is usual where the user lives.
     static void setUsualPaper(QPrinter& printer);
-    // Draws all pages; gives their number. Throws Failure when nothing can be drawn.
+    // Draws all pages; gives their number, 0 when nothing can be drawn.
     int paint(QPrinter& printer) const;
     // Writes a PDF file, with no printer needed; throws Failure when it cannot be written.
     void savePdf(const QString& path) const;

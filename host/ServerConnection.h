@@ -44,7 +44,6 @@ public:
     }
     // Nobody waits for the answer any more; a failure is told all the same.
     void drop(long long number);
-    bool isWaiting() const { return m_waiting; }
 
     std::function<void(const Answer&)> onEvent;
     // A request failed whose answer was dropped.

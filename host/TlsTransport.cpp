@@ -31,6 +31,14 @@ void keepAlive(QSslSocket& socket)
     set(TCP_KEEPCNT, 4);
 }
 
+// None where there is no such file: the toolkit's own reader would look through the whole folder.
+QList<QSslCertificate> certificatesIn(const QString& name)
+{
+    QFile file(name);
+    return file.open(QIODevice::ReadOnly) ? QSslCertificate::fromData(file.readAll(), QSsl::Pem)
+                                          : QList<QSslCertificate>();
+}
+
 QByteArray readFile(const QString& name)
 {
     QFile file(name);
@@ -63,7 +71,7 @@ QSslKey readKey(const QString& name)
 
 QString certificateUser(const QString& file)
 {
-    const QList<QSslCertificate> certificates = QSslCertificate::fromPath(file, QSsl::Pem);
+    const QList<QSslCertificate> certificates = certificatesIn(file);
     return certificates.isEmpty() ? QString() : certificates[0].subjectInfo(QSslCertificate::CommonName).value(0);
 }
 
@@ -240,7 +248,7 @@ QString TlsTransport::serverCertificateReason() const
 
 bool TlsTransport::ownCertificateHasExpired() const
 {
-    const QList<QSslCertificate> own = QSslCertificate::fromPath(m_server.certificateFile, QSsl::Pem);
+    const QList<QSslCertificate> own = certificatesIn(m_server.certificateFile);
     return own.isEmpty() || own[0].expiryDate() < QDateTime::currentDateTimeUtc();
 }
 

@@ -30,11 +30,6 @@ public:
     QString endReason() const override;
 
 private:
-    // The connection may be closed by what hears of its end: a socket does not survive its deletion in its own signal.
-    struct DeleteLater {
-        void operator()(QSslSocket* socket) const { socket->deleteLater(); }
-    };
-
     QSslConfiguration readFiles() const;
     template<typename Condition>
     bool waitUntil(Condition condition);

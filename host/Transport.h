@@ -20,6 +20,11 @@ public:
     // Why the stream ended, a sentence for the user.
     virtual QString endReason() const = 0;
 
+    // A stream may be closed by what hears of its end: it does not survive its deletion in its own signal.
+    struct DeleteLater {
+        void operator()(QObject* stream) const { stream->deleteLater(); }
+    };
+
 Q_SIGNALS:
     // The other side has gone, or sent something, while nobody waited for it.
     void ended();

@@ -1,11 +1,11 @@
 #include "host/ComponentLoader.h"
 #include "host/DisplayText.h"
+#include "host/FailureBox.h"
 #include "host/MainWindow.h"
 #include "host/Tour.h"
 #include "host/UnattendedDialogs.h"
 
 #include <QApplication>
-#include <QMessageBox>
 
 #include <algorithm>
 #include <cstdio>
@@ -59,7 +59,12 @@ int runUnattended(const Options& options)
         std::fprintf(stderr, "%s\n", qPrintable(window.panelFailure()));
     window.show();
     QApplication::processEvents();
-    const bool reported = report(window, options);
+    bool reported = false;
+    try {
+        reported = report(window, options);
+    } catch (const Failure& failure) {
+        std::fprintf(stderr, "%s\n", failure.what());
+    }
     return reported && !dialogs.hasSeenOne() && window.panelFailure().isEmpty() ? 0 : 1;
 }
 
@@ -72,10 +77,7 @@ int runAttended(const Options& options)
     } catch (const CallAbandoned&) {
         return 1; // the user has seen why
     } catch (const Failure& failure) {
-        QMessageBox box(QMessageBox::Critical, QStringLiteral("Personal Health"),
-            QString::fromStdWString(failure.description()), QMessageBox::Ok);
-        box.setTextFormat(Qt::PlainText);
-        box.exec();
+        showFailure(nullptr, QStringLiteral("Personal Health"), QString::fromStdWString(failure.description()));
         return 1;
     }
     window.show();
@@ -101,8 +103,8 @@ int registration(const Options& options)
 bool needsNoDisplay(int argc, char** argv)
 {
     return std::any_of(argv, argv + argc, [](std::string_view argument) {
-        return argument.starts_with("--register") || argument.starts_with("--unregister") || argument == "--help"
-            || argument == "--version";
+        return argument.starts_with("--register") || argument.starts_with("--unregister")
+            || argument.starts_with("--help") || argument == "--version" || argument == "-h" || argument == "-v";
     });
 }
 
