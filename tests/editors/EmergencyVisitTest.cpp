@@ -140,16 +140,11 @@ TEST_F(EmergencyVisit, TransferIsLookedUpInTheFileOfItsOption)
     EXPECT_TRUE(saved().ends_with(L"^D^^^^)"));
 }
 
-TEST_F(EmergencyVisit, UnknownCodesAndFailuresLeaveTheFormClear)
+TEST_F(EmergencyVisit, UnknownCodesLeaveTheFormClear)
 {
     load(L"45^^^URGENT|u^X|X^^^^^D^^02/30/2026@08:00^^^\r\n45^^^EMERGENT|E"); // the unterminated line is no line
     EXPECT_EQ(form.opt.chosen() + form.optArrival.chosen() + form.optDisch.chosen(), -3);
     EXPECT_TRUE(form.datDepart.isEmpty());
-    host.session->reply(L"MEVVER SET", L"-1^The record is locked.");
-    form.opt[0].click();
-    form.press(form.cmdOK);
-    EXPECT_EQ(host.boxes(), Transcript { L"box [Error] The record is locked." });
-    EXPECT_TRUE(form.isOpen() && form.opt[0].isChosen());
 }
 
 }

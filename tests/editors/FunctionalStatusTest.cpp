@@ -105,12 +105,5 @@ TEST_F(FunctionalStatusView, EditNeedsTheKeyAndEndsTheView)
     EXPECT_FALSE(form.isOpen()); // also after a cancel
 }
 
-TEST_F(FunctionalStatusView, FailedReadLeavesTheGridEmpty)
-{
-    openOn(L"-1^");
-    EXPECT_TRUE(rows().empty());
-    EXPECT_TRUE(host.boxes().empty());
-}
-
 }
 }

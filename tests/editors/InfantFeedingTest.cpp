@@ -62,27 +62,5 @@ TEST_F(InfantFeeding, AtMostOneChoice)
     EXPECT_TRUE(form.isOpen());
 }
 
-TEST_F(InfantFeeding, RefusedSaveLeavesTheFormAsItWas)
-{
-    host.session->reply(L"MEVVIF SET", L"-1^The record is locked.");
-    open();
-    form.lstINF.click(1);
-    form.press(form.cmdAdd);
-    EXPECT_EQ(host.boxes(), Transcript { L"box [Error] The record is locked." });
-    EXPECT_TRUE(form.isOpen());
-    EXPECT_EQ(checked(), L"2");
-    form.press(form.cmdCancel);
-    EXPECT_FALSE(form.isOpen());
-}
-
-TEST_F(InfantFeeding, FailedReadLeavesEverythingUnchecked)
-{
-    form.m_sIEN = L"45";
-    host.session->reply(L"MEVVIF GET", L"-1^The record 45 does not exist any more.");
-    open();
-    EXPECT_EQ(checked(), L"");
-    EXPECT_EQ(host.boxes(), Transcript { L"box [Error] The record 45 does not exist any more." });
-}
-
 }
 }

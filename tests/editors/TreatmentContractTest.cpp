@@ -1,5 +1,4 @@
 #include "editors/frmTxc.h"
-#include "lookups/frmLookup.h"
 #include "tests/support/FormFixture.h"
 
 namespace health::test {
@@ -113,30 +112,6 @@ TEST_F(TreatmentContract, TypedOverProviderKeepsTheNumber)
     EXPECT_EQ(form.defaultButton(), &form.cmdPrv);
     form.press(form.cmdAdd);
     EXPECT_EQ(host.calls().back(), L"call MEVVTXC SET(45^81^P^02/01/2026^15)");
-}
-
-TEST_F(TreatmentContract, CancelledLookupChangesNothingAndLeavingThenClears)
-{
-    open();
-    typeInto(form.txtPrv, L"");
-    form.moveFocus(form.datInit);
-    typeInto(form.txtPrv, L"ZZ");
-    form.press(form.cmdPrv); // shows the empty dialog, which is closed
-    EXPECT_EQ(form.txtPrv.text(), L"ZZ");
-    form.moveFocus(form.datInit);
-    EXPECT_EQ(form.txtPrv.text(), L"");
-    EXPECT_EQ(host.lines({ L"show" }), Transcript { L"show frmLookup" }); // and not a second time
-}
-
-TEST_F(TreatmentContract, RefusedSaveLeavesTheFormOpen)
-{
-    host.session->reply(L"MEVVTXC SET", L"-1^The provider is not known.");
-    open();
-    form.opt[1].click();
-    form.press(form.cmdAdd);
-    EXPECT_EQ(host.boxes(), Transcript { L"box [Error] The provider is not known." });
-    EXPECT_TRUE(form.isOpen());
-    EXPECT_EQ(shown(), L"M 03/15/2026 SORREL,ADA 71");
 }
 
 }
