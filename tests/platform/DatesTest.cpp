@@ -41,11 +41,5 @@ TEST(Dates, FieldsOutOfRangeRollOver)
     EXPECT_EQ(dateTimeText(momentOf(2020, 1, 1, 0, 61, 0)), L"01/01/2020 01:01");
 }
 
-TEST(Dates, DefaultTextHasTheTimeOnlyWhenThereIsOne)
-{
-    EXPECT_EQ(defaultDateText(momentOf(2020, 1, 5)), L"01/05/2020");
-    EXPECT_EQ(defaultDateText(momentOf(2020, 1, 5, 7, 8)), L"01/05/2020 07:08");
-}
-
 }
 }

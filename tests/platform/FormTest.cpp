@@ -43,14 +43,6 @@ struct TwoFields : Form {
     bool refuse = false;
 };
 
-TEST(Form, LeavingAField)
-{
-    TwoFields form;
-    form.moveFocus(form.first);
-    form.moveFocus(form.second);
-    EXPECT_EQ(form.log, "first+ validate first- second+ ");
-}
-
 TEST(Form, RefusedFieldKeepsTheFocusAndTheButtonIsNotPressed)
 {
     TwoFields form;

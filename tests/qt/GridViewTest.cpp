@@ -5,7 +5,6 @@
 
 #include <QAbstractItemModelTester>
 #include <QContextMenuEvent>
-#include <QLineEdit>
 #include <QScrollBar>
 #include <QTest>
 
@@ -165,36 +164,6 @@ TEST_F(GridViewTest, DoubleClickAndEnter)
     grid.select(-1);
     QTest::keyClick(&view, Qt::Key_Return);
     EXPECT_EQ(times, 2);
-}
-
-TEST_F(GridViewTest, TabLeavesTheList)
-{
-    QWidget window;
-    view.setParent(&window);
-    QLineEdit next(&window);
-    QWidget::setTabOrder(&view, &next);
-    window.show();
-    fill(4);
-    view.setFocus();
-    QTest::keyClick(&view, Qt::Key_Tab);
-    EXPECT_EQ(window.focusWidget(), &next);
-    view.setParent(nullptr);
-}
-
-TEST_F(GridViewTest, ColouredRowsAreReadableOnAnyGround)
-{
-    fill(2);
-    grid.setCellForeColour(1, 1, Blue);
-    const auto colour = [&] { return view.model()->index(1, 1).data(Qt::ForegroundRole).value<QBrush>().color(); };
-    EXPECT_EQ(colour(), QColor(0, 0, 255));
-    EXPECT_TRUE(view.model()->index(1, 1).data(Qt::FontRole).value<QFont>().bold());
-    EXPECT_FALSE(view.model()->index(0, 1).data(Qt::ForegroundRole).isValid());
-    QPalette dark = view.palette();
-    dark.setColor(QPalette::Base, QColor(30, 30, 30));
-    dark.setColor(QPalette::AlternateBase, QColor(50, 50, 50));
-    view.setPalette(dark);
-    EXPECT_GT(colour().lightness(), 160);
-    EXPECT_EQ(colour().blue(), 255);
 }
 
 }

@@ -62,13 +62,5 @@ TEST(FileManDates, FromDateText)
         Transcript { L"box [System Error] Error in module modShared at DateToFMDate\r\n\r\n\"soon\" is not a date." });
 }
 
-TEST(FileManDates, EveryMinuteOfADaySurvivesTheWayThereAndBack)
-{
-    for (int minute = 0; minute < 24 * 60; ++minute) {
-        const Moment moment = momentOf(2024, 2, 29, 0, minute);
-        EXPECT_EQ(FMDateToDate(fmDateOf(moment, TimePart::With), TimePart::With), dateTimeText(moment));
-    }
-}
-
 }
 }
