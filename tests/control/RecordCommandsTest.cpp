@@ -57,22 +57,10 @@ TEST_F(RecordCommands, EditorGetsRecordAndVisitOfTheRow)
         EXPECT_EQ(flags, 12); // the row has its visit: nobody is asked
     click(0, Edit);
     EXPECT_EQ(host.lines({ L"show" }), Transcript { L"show frmRepHist" });
-    click(1, Edit);
+    control.fgData.choose(1);
+    host.transcript.clear();
+    control.mnuCmd[Edit].choose(); // as the button does
     EXPECT_EQ(host.lines({ L"show" }), Transcript { L"show frmPediatric" });
-}
-
-TEST_F(RecordCommands, AddingTakesTheActiveVisit)
-{
-    openChild();
-    host.encounter->visit = 99;
-    host.desktop.inForms.push_back([](Form& form) {
-        EXPECT_EQ(dynamic_cast<frmInf&>(form).m_sIEN, L"");
-        EXPECT_EQ(dynamic_cast<frmInf&>(form).m_sVisit, L"99");
-    });
-    add(2);
-    EXPECT_EQ(host.lines({ L"show" }), Transcript { L"show frmInf" });
-    EXPECT_NE(std::find(host.encounter->preparations.begin(), host.encounter->preparations.end(), 44),
-        host.encounter->preparations.end());
 }
 
 // The editor's record and visit.
@@ -114,22 +102,17 @@ TEST_F(RecordCommands, EachTypeOpensItsEditor)
 TEST_F(RecordCommands, RegistryAndViewerFollowTheKeys)
 {
     for (const bool holds : { true, false }) {
-        if (holds)
-            host.user->keys = { L"QASZMENU", L"MEVZ ELDER CASE EDIT" };
-        else
-            host.user->keys.clear();
-        kalmevRepHistCtrl own(shared, host);
-        own.UserControl_Initialize();
-        setPatient(12);
-        own.UserControl_Show();
+        control.UserControl_Terminate();
+        host.user->keys = holds ? std::set<Text> { L"QASZMENU", L"MEVZ ELDER CASE EDIT" } : std::set<Text> {};
+        open(12);
         host.desktop.inForms = { [&](Form& form) {
                                     const auto& editor = dynamic_cast<frmAsthma&>(form);
                                     EXPECT_EQ(editor.m_bRegKey, holds);
                                     EXPECT_EQ(editor.height, holds ? 5265 : 2400);
                                 },
             [&](Form& form) { EXPECT_EQ(dynamic_cast<frmElderView&>(form).m_bElder, holds); } };
-        own.OpenRecord(5, L"5", L"81");
-        own.OpenRecord(4, L"5", L"81");
+        control.OpenRecord(5, L"5", L"81");
+        control.OpenRecord(4, L"5", L"81");
         EXPECT_TRUE(host.desktop.inForms.empty());
     }
 }
@@ -263,14 +246,6 @@ TEST_F(RecordCommands, GridFollowsTheServersEventAlone)
     click(0, Edit);
     EXPECT_EQ(control.fgData.text(0, GridColumn::Summary), L"G2");
     EXPECT_EQ(control.fgData.row(), 0);
-}
-
-TEST_F(RecordCommands, MenuDoesWhatTheButtonsDo)
-{
-    openChild();
-    control.fgData.choose(2);
-    control.mnuCmd[Edit].choose();
-    EXPECT_EQ(host.lines({ L"show" }), Transcript { L"show frmInf" });
 }
 
 }

@@ -107,19 +107,6 @@ TEST_F(BirthMeasurements, OrdersAndAges)
         host.boxes().back(), L"box [Invalid Entry] Invalid feeding choice entry, please see explanation on form.");
 }
 
-TEST_F(BirthMeasurements, RefusedBoxKeepsTheFocusAndTheSaveDoesNotHappen)
-{
-    load(L"", L"");
-    typeInto(form.txt[1], L"30");
-    form.press(form.cmdAdd);
-    EXPECT_EQ(form.activeControl(), &form.txt[1]);
-    EXPECT_EQ(form.txt[1].text(), L"30");
-    EXPECT_EQ(host.calls().size(), 2u);
-    form.press(form.cmdCancel);
-    EXPECT_EQ(host.boxes().size(), 1u);
-    EXPECT_FALSE(form.isOpen());
-}
-
 TEST_F(BirthMeasurements, LoadedValuesAreNotJudged)
 {
     load(L"", L"40^2^^^^^^^^99^x^^^");

@@ -148,7 +148,7 @@ public:
     {
         m_replies[Text(name) + L"(" + Text(parameter) + L")"] = text;
     }
-    // Calls of this name fail with this description; an empty one takes that back.
+    // Calls of this name fail with this description.
     void failCall(TextView name, TextView description) { m_failures[Text(name)] = description; }
 
     // Tells the subscribers as a server would, by name.
@@ -161,7 +161,6 @@ public:
     std::map<Text, std::shared_ptr<HostObject>> objects;
     std::map<Text, Text> values;
     bool connected = true;
-    std::function<void(TextView name)> duringCall;
     bool failsEvents = false;
     bool failsSubscriptions = false;
 
