@@ -5,18 +5,6 @@ namespace {
 
 class CommandState : public ControlFixture {
 protected:
-    // A child with one record of every type that can be listed.
-    void openWithAllRecords(std::set<Text> keys, TextView security)
-    {
-        host.user->keys = std::move(keys);
-        host.session->reply(L"MEVUTL CHKSEC", security);
-        host.session->reply(L"MEVREP GET", L"G0");
-        host.session->reply(L"MEVBMSR GET", L"7");
-        for (const TextView call : { L"MEVVIF GET", L"MEVVELD GET", L"MEVVAST GET", L"MEVVTXC GET", L"MEVREF GET" })
-            host.session->reply(call, L"5^^3260310|81^X\r\n");
-        open(12, L"F", L"4");
-    }
-
     // The type numbers of the rows that may be edited.
     Text editable()
     {
@@ -40,48 +28,31 @@ protected:
         }
         return types;
     }
-
-    static constexpr TextView Provider = L"1|0|0|0^0~";
-    static constexpr TextView NoKey = L"0|0|0|0^0~";
 };
 
-// Rows stand in the order 1, 3, 2, 4, 5, 6, 7; the list of types in that of their names.
-TEST_F(CommandState, ProviderEditsEverything)
+TEST_F(CommandState, WhoMayEditWhat)
 {
-    openWithAllRecords({}, Provider);
-    EXPECT_EQ(editable(), L"1324567");
-    EXPECT_EQ(addable(), L"534276");
-}
-
-TEST_F(CommandState, EachKeyOpensItsOwnType)
-{
-    const std::pair<TextView, TextView> cases[] = { { L"MEVZ ELDER CASE EDIT", L"47" },
-        { L"MEVZ PEDIATRIC EDIT", L"327" }, { L"MEVZ ASTHMA EDIT", L"57" }, { L"MEVZ TX CONTRACT EDIT", L"67" },
-        { L"MEVZ ER EDIT", L"7" }, { L"QASZMENU", L"7" }, { L"MEVZ ELDER CARE EDIT", L"7" } };
-    for (const auto& [key, types] : cases) {
+    constexpr TextView NoKey = L"0|0|0|0^0~";
+    for (const auto& [key, security, types] :
+        { std::tuple<TextView, TextView, TextView> { L"", L"0|0|0|1^0~", L"17" }, // the reproductive key is enough
+            { L"", L"1|0|0|0^1~", L"324567" }, // a provider, blocked by the parameter
+            { L"MEVZ ELDER CASE EDIT", NoKey, L"47" }, { L"MEVZ PEDIATRIC EDIT", NoKey, L"327" },
+            { L"MEVZ ASTHMA EDIT", NoKey, L"57" }, { L"MEVZ TX CONTRACT EDIT", NoKey, L"67" },
+            { L"MEVZ ER EDIT", NoKey, L"7" }, { L"QASZMENU", NoKey, L"7" }, { L"MEVZ ELDER CARE EDIT", NoKey, L"7" },
+            { L"", L"1|0|0|0^0~", L"1324567" } }) {
         control.UserControl_Terminate();
-        openWithAllRecords({ Text(key) }, NoKey);
-        EXPECT_EQ(editable(), types) << narrow(key);
+        host.user->keys = { Text(key) };
+        host.session->reply(L"MEVUTL CHKSEC", security);
+        openChild();
+        EXPECT_EQ(editable(), types) << narrow(key) << narrow(security);
     }
-}
-
-TEST_F(CommandState, ReproductiveHistoryFollowsThePermissionMessageAlone)
-{
-    openWithAllRecords({}, L"1|0|0|0^1~"); // a provider, blocked by the parameter
-    EXPECT_EQ(editable(), L"324567");
-    EXPECT_EQ(shared.PermissionMessage().empty(), false);
-}
-
-TEST_F(CommandState, HolderOfTheReproductiveKeyNeedsNoProvider)
-{
-    openWithAllRecords({}, L"0|0|0|1^0~");
-    EXPECT_EQ(editable(), L"17");
+    EXPECT_EQ(addable(), L"534276"); // a provider's, in the order of the names
 }
 
 TEST_F(CommandState, AddingNeedsAVisitButForThreeTypes)
 {
     host.encounter->usable = false;
-    openWithAllRecords({}, Provider);
+    openChild();
     EXPECT_EQ(addable(), L"37");
     commitPatient(12, L"F", L"30");
     EXPECT_EQ(addable(), L"71");

@@ -17,17 +17,6 @@ protected:
     static constexpr int Edit = kalmevRepHistCtrl::Edit;
     static constexpr int Delete = kalmevRepHistCtrl::Delete;
 
-    // A child with a record of each kind; the rows stand in the order 1, 3, 2, 4, 5, 6, 7.
-    void openChild()
-    {
-        host.session->reply(L"MEVREP GET", L"G0");
-        host.session->reply(L"MEVBMSR GET", L"7");
-        for (const TextView call : { L"MEVVIF GET", L"MEVVELD GET", L"MEVVAST GET", L"MEVVTXC GET", L"MEVREF GET" })
-            host.session->reply(call, L"5^^3260310|81^X\r\n");
-        open(12, L"F", L"4");
-        host.transcript.clear();
-    }
-
     void click(int row, int command)
     {
         control.fgData.choose(row);

@@ -20,6 +20,17 @@ protected:
         control.UserControl_Show();
     }
 
+    // A child with a record of each type that can be listed; the rows stand in the order 1, 3, 2, 4, 5, 6, 7.
+    void openChild()
+    {
+        host.session->reply(L"MEVREP GET", L"G0");
+        host.session->reply(L"MEVBMSR GET", L"7");
+        for (const TextView call : { L"MEVVIF GET", L"MEVVELD GET", L"MEVVAST GET", L"MEVVTXC GET", L"MEVREF GET" })
+            host.session->reply(call, L"5^^3260310|81^X\r\n");
+        open(12, L"F", L"4");
+        host.transcript.clear();
+    }
+
     void setPatient(long number, TextView sex = L"F", TextView age = L"30")
     {
         host.patient->patientNumber = number;
@@ -48,14 +59,6 @@ protected:
         Transcript texts;
         for (int index = 0; index < control.fgData.rowCount(); ++index)
             texts.emplace_back(control.fgData.text(index, GridColumn::Summary));
-        return texts;
-    }
-
-    Transcript typesOffered()
-    {
-        Transcript texts;
-        for (int index = 0; index < control.cboType.count(); ++index)
-            texts.push_back(control.cboType.itemText(index));
         return texts;
     }
 
