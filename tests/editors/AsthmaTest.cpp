@@ -15,15 +15,6 @@ protected:
         form.m_bRegKey = true;
     }
 
-    bool accepts(std::size_t box, TextView text)
-    {
-        typeInto(form.txt[box], text);
-        const bool left = form.moveFocus(form.cmdAdd);
-        if (!left)
-            form.txt[box].edit(L"");
-        return left;
-    }
-
     // What the registry's frame shows: status, button, "E" when it can be edited.
     Text registry()
     {
@@ -60,7 +51,7 @@ TEST_F(AsthmaRecord, LungFunctionBounds)
     open();
     for (const auto& [box, text] : { std::pair<std::size_t, TextView> { 0, L"0" }, { 0, L"150" }, { 1, L"150" },
              { 2, L"100" }, { 2, L"700" }, { 2, L" 100 " }, { 0, L"" } })
-        EXPECT_TRUE(accepts(box, text)) << narrow(text);
+        EXPECT_TRUE(accepts(form.txt[box], text)) << narrow(text);
     EXPECT_TRUE(host.boxes().empty());
     struct Case {
         std::size_t box;
@@ -72,7 +63,7 @@ TEST_F(AsthmaRecord, LungFunctionBounds)
              { 2, L"99", L"Entry must be between 100 and 700." }, { 2, L"701", L"Entry must be between 100 and 700." },
              { 0, L"151", L"Entry must be between 0 and 150." }, { 1, L"-1", L"Entry must be between 0 and 150." } }) {
         host.transcript.clear();
-        EXPECT_FALSE(accepts(c.box, c.text)) << narrow(c.text);
+        EXPECT_FALSE(accepts(form.txt[c.box], c.text)) << narrow(c.text);
         EXPECT_EQ(host.boxes(), Transcript { L"box [Invalid Entry] " + Text(c.message) });
     }
 }

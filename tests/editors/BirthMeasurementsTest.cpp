@@ -12,16 +12,6 @@ protected:
         host.session->reply(L"MEVBMSR GET", reply);
         open();
     }
-
-    // Whether a box lets go of what was typed into it.
-    bool accepts(std::size_t box, TextView text)
-    {
-        typeInto(form.txt[box], text);
-        const bool left = form.moveFocus(form.cmdAdd);
-        if (!left)
-            form.txt[box].edit(L"");
-        return left;
-    }
 };
 
 TEST_F(BirthMeasurements, LoadsTheUnitThatTheUserLikes)
@@ -58,11 +48,11 @@ TEST_F(BirthMeasurements, Weights)
     load(L"", L"");
     for (const TextView weight :
         { L"7 2", L"7-2", L"3.2K", L"3.2k", L"3200G", L"2 0", L"24 16", L"1.5 0", L"7  2", L"9.99K", L"908g" })
-        EXPECT_TRUE(accepts(0, weight)) << narrow(weight);
+        EXPECT_TRUE(accepts(form.txt[0], weight)) << narrow(weight);
     EXPECT_TRUE(host.boxes().empty());
     for (const TextView weight :
         { L"1 5", L"25 0", L"7 17", L"0.907K", L"10K", L"907G", L"10000G", L"K", L"x 2", L"7 x", L" " })
-        EXPECT_FALSE(accepts(0, weight)) << narrow(weight);
+        EXPECT_FALSE(accepts(form.txt[0], weight)) << narrow(weight);
     EXPECT_EQ(host.boxes().front(), L"box [Invalid Entry] Invalid birth weight, please see example on form.");
 }
 
@@ -72,7 +62,7 @@ TEST_F(BirthMeasurements, UnitFollowsTheKeys)
     typeInto(form.txt[0], L"3.2K");
     EXPECT_EQ(form.lblWt.caption(), L"(kg)");
     form.txt[0].edit(L"");
-    EXPECT_TRUE(accepts(0, L"3.2")); // taken as kilograms
+    EXPECT_TRUE(accepts(form.txt[0], L"3.2")); // taken as kilograms
     form.press(form.cmdAdd);
     EXPECT_EQ(host.calls()[2], L"call MEVBMSR SET(12^3.2K^^^^^)");
     EXPECT_EQ(host.calls()[3], L"call MEVUTL SETPARM(RepHist-PedWtOpt^1)");
@@ -87,22 +77,22 @@ TEST_F(BirthMeasurements, UnitFollowsTheKeys)
 TEST_F(BirthMeasurements, UnderKilogramsAHyphenIsNotPoundsAndOunces)
 {
     load(L"1", L"");
-    EXPECT_FALSE(accepts(0, L"7-2"));
-    EXPECT_TRUE(accepts(0, L"7 2")); // the blank has changed the unit
+    EXPECT_FALSE(accepts(form.txt[0], L"7-2"));
+    EXPECT_TRUE(accepts(form.txt[0], L"7 2")); // the blank has changed the unit
 }
 
 TEST_F(BirthMeasurements, OrdersAndAges)
 {
     load(L"", L"");
     for (const TextView order : { L"1", L"24", L"0.5" })
-        EXPECT_TRUE(accepts(1, order)) << narrow(order);
+        EXPECT_TRUE(accepts(form.txt[1], order)) << narrow(order);
     for (const TextView order : { L"0", L"25", L"x" })
-        EXPECT_FALSE(accepts(1, order)) << narrow(order);
+        EXPECT_FALSE(accepts(form.txt[1], order)) << narrow(order);
     EXPECT_EQ(host.boxes().back(), L"box [Invalid Entry] Invalid birth order - answer must be between 1 and 25.");
     for (const TextView age : { L"6M", L"2w", L"10D", L"1.5Y", L"998D" })
-        EXPECT_TRUE(accepts(2, age)) << narrow(age);
+        EXPECT_TRUE(accepts(form.txt[2], age)) << narrow(age);
     for (const TextView age : { L"M", L"0M", L"999D", L"6", L"6 X" })
-        EXPECT_FALSE(accepts(4, age)) << narrow(age);
+        EXPECT_FALSE(accepts(form.txt[4], age)) << narrow(age);
     EXPECT_EQ(
         host.boxes().back(), L"box [Invalid Entry] Invalid feeding choice entry, please see explanation on form.");
 }

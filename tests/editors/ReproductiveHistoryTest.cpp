@@ -12,7 +12,7 @@ protected:
         open();
     }
 
-    Text counts()
+    static Text counts(const frmRepHist& form)
     {
         Text texts;
         for (const TextBox& box : form.txNumRH)
@@ -33,7 +33,7 @@ TEST_F(ReproductiveHistory, LoadsAndSavesWithItsTwoOrders)
 {
     load(replies::Reproductive);
     EXPECT_EQ(host.calls(), Transcript { L"call MEVREP GET(12)" });
-    EXPECT_EQ(counts(), L"3,2,1,0,0");
+    EXPECT_EQ(counts(form), L"3,2,1,0,0");
     EXPECT_TRUE(form.chkPregnant.isChecked());
     EXPECT_TRUE(form.datDelivery.canBeUsed());
     EXPECT_EQ(form.lblPreg[0].foreColour(), DefaultColour);
@@ -53,10 +53,7 @@ TEST_F(ReproductiveHistory, CountStrings)
         host.session->reply(L"MEVREP GET", Text(text) + L"^^^^^");
         own.open();
         own.Form_Activate();
-        Text texts;
-        for (const TextBox& box : own.txNumRH)
-            texts += (texts.empty() ? L"" : L",") + box.text();
-        EXPECT_EQ(texts, expected) << narrow(text);
+        EXPECT_EQ(counts(own), expected) << narrow(text);
     }
 }
 

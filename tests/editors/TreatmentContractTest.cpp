@@ -6,16 +6,8 @@ namespace {
 
 class TreatmentContract : public FormFixture<frmTxc> {
 protected:
-    void load(TextView reply)
-    {
-        form.m_sVisit = L"81";
-        form.m_sIEN = L"45";
-        host.session->reply(L"MEVVTXC GET", reply);
-        open();
-    }
-
     // Type, date and provider as the form shows them.
-    Text shown()
+    static Text shown(frmTxc& form)
     {
         return Text(form.opt[0].isChosen()      ? L"P"
                        : form.opt[1].isChosen() ? L"M"
@@ -29,7 +21,7 @@ TEST_F(TreatmentContract, NewContractHasTodayAndTheUserAndWantsItsType)
     form.m_sVisit = L"81";
     open();
     EXPECT_EQ(form.caption(), L"Add Treatment Contract Record");
-    EXPECT_EQ(shown(), L"- 03/15/2026 SORREL,ADA 71");
+    EXPECT_EQ(shown(form), L"- 03/15/2026 SORREL,ADA 71");
     form.press(form.cmdAdd);
     EXPECT_EQ(host.boxes(),
         Transcript { L"box [Type Missing] You must select the type of contract, PAIN or MENTAL HEALTH." });
@@ -60,11 +52,7 @@ TEST_F(TreatmentContract, LoadsOverTheDefaults)
         own.open();
         own.Form_Activate();
         EXPECT_EQ(own.caption(), L"Update Treatment Contract");
-        EXPECT_EQ(Text(own.opt[0].isChosen()      ? L"P"
-                          : own.opt[1].isChosen() ? L"M"
-                                                  : L"-")
-                + L" " + own.datInit.value() + L" " + own.txtPrv.text() + L" " + own.txtPrv.tag(),
-            c.shown);
+        EXPECT_EQ(shown(own), c.shown);
     }
 }
 
@@ -107,7 +95,10 @@ TEST_F(TreatmentContract, ProviderComesFirstAndAnEmptyDateIsFilled)
 
 TEST_F(TreatmentContract, TypedOverProviderKeepsTheNumber)
 {
-    load(L"45^^^PAIN|P^02/01/2026^OAK,KIT|15\r\n");
+    form.m_sVisit = L"81";
+    form.m_sIEN = L"45";
+    host.session->reply(L"MEVVTXC GET", L"45^^^PAIN|P^02/01/2026^OAK,KIT|15\r\n");
+    open();
     typeInto(form.txtPrv, L"ELM");
     EXPECT_EQ(form.defaultButton(), &form.cmdPrv);
     form.press(form.cmdAdd);

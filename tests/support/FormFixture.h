@@ -41,6 +41,16 @@ protected:
         box.type(text);
     }
 
+    // Whether a box lets go of what was typed into it.
+    bool accepts(TextBox& box, TextView text)
+    {
+        typeInto(box, text);
+        const bool left = form.moveFocus(form.cmdAdd);
+        if (!left)
+            box.edit(L"");
+        return left;
+    }
+
     ScriptedHost host;
     modShared shared { host.desktop };
     EditorForm form { shared };
