@@ -99,13 +99,7 @@ TEST_F(GridLoad, BirthRow)
 
 TEST_F(GridLoad, ListRows)
 {
-    struct Case {
-        TextView call;
-        TextView reply;
-        TextView row;
-        TextView key;
-    };
-    const Case cases[] = {
+    const std::tuple<TextView, TextView, TextView, TextView> cases[] = {
         { L"MEVVIF GET", replies::Feeding, L"Infant Feeding|03/10/2026 14:30: 1/2 Breast & 1/2 Formula|45|812|1|2",
             L"IF^45" },
         { L"MEVVELD GET", L"9^^3260310|81^INDEPENDENT|I^NEEDS HELP^^TOTALLY DEPENDENT^^^A^B^C^D^E^F^DECLINE^NO\r\n",
@@ -125,13 +119,13 @@ TEST_F(GridLoad, ListRows)
             L"Refusal|03/10/2026: BLOOD PRESSURE (Measurements); Comment=Said No, twice|8||1|7", L"REF^8" },
     };
     open(0);
-    for (const Case& c : cases) {
-        host.session->reply(c.call, c.reply);
+    for (const auto& [call, reply, line, key] : cases) {
+        host.session->reply(call, reply);
         commitPatient(12, L"M", L"3");
-        ASSERT_EQ(control.fgData.rowCount(), 1) << narrow(c.call);
-        EXPECT_EQ(row(0), c.row);
-        EXPECT_EQ(control.fgData.rowData(0), c.key);
-        host.session->reply(c.call, L"");
+        ASSERT_EQ(control.fgData.rowCount(), 1) << narrow(call);
+        EXPECT_EQ(row(0), line);
+        EXPECT_EQ(control.fgData.rowData(0), key);
+        host.session->reply(call, L"");
     }
 }
 

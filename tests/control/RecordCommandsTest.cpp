@@ -175,22 +175,18 @@ TEST_F(RecordCommands, DoubleClickEditsOnlyWhereEditingIsAllowed)
 TEST_F(RecordCommands, DeletingAsksAndCallsByType)
 {
     openChild();
-    struct Case {
-        int row;
-        TextView label;
-        TextView call;
-    };
-    for (const Case& c :
-        { Case { 0, L"Reproductive", L"call MEVREP DEL(12)" }, { 1, L"Birth Measurements", L"call MEVBMSR DEL(12)" },
-            { 2, L"Infant Feeding", L"call MEVVIF DEL(5)" }, { 3, L"Functional Status", L"call MEVVELD DEL(5)" },
-            { 5, L"Tx Contract", L"call MEVVTXC DEL(5)" }, { 6, L"Refusal", L"call MEVREF DEL(5)" } }) {
+    for (const auto& [row, label, call] :
+        { std::tuple<int, TextView, TextView> { 0, L"Reproductive", L"call MEVREP DEL(12)" },
+            { 1, L"Birth Measurements", L"call MEVBMSR DEL(12)" }, { 2, L"Infant Feeding", L"call MEVVIF DEL(5)" },
+            { 3, L"Functional Status", L"call MEVVELD DEL(5)" }, { 5, L"Tx Contract", L"call MEVVTXC DEL(5)" },
+            { 6, L"Refusal", L"call MEVREF DEL(5)" } }) {
         const Text question =
-            L"box [Remove Record?] Are you sure you want to delete the selected " + Text(c.label) + L" record?";
-        click(c.row, Delete); // answered No
+            L"box [Remove Record?] Are you sure you want to delete the selected " + Text(label) + L" record?";
+        click(row, Delete); // answered No
         EXPECT_EQ(host.lines({ L"box", L"call", L"list" }), Transcript { question });
         host.desktop.answers = { BoxAnswer::Yes };
-        click(c.row, Delete);
-        EXPECT_EQ(host.lines({ L"box", L"call", L"list" }), (Transcript { question, Text(c.call) })); // and no reload
+        click(row, Delete);
+        EXPECT_EQ(host.lines({ L"box", L"call", L"list" }), (Transcript { question, Text(call) })); // and no reload
     }
 }
 

@@ -53,18 +53,14 @@ TEST_F(AsthmaRecord, LungFunctionBounds)
              { 2, L"100" }, { 2, L"700" }, { 2, L" 100 " }, { 0, L"" } })
         EXPECT_TRUE(accepts(form.txt[box], text)) << narrow(text);
     EXPECT_TRUE(host.boxes().empty());
-    struct Case {
-        std::size_t box;
-        TextView text;
-        TextView message;
-    };
-    for (const Case& c : { Case { 0, L"x", L"Entry must be numeric." },
-             { 1, L"12.0", L"Entry must be a whole number." }, { 2, L"99.5", L"Entry must be a whole number." },
-             { 2, L"99", L"Entry must be between 100 and 700." }, { 2, L"701", L"Entry must be between 100 and 700." },
-             { 0, L"151", L"Entry must be between 0 and 150." }, { 1, L"-1", L"Entry must be between 0 and 150." } }) {
+    for (const auto& [box, text, message] :
+        { std::tuple<std::size_t, TextView, TextView> { 0, L"x", L"Entry must be numeric." },
+            { 1, L"12.0", L"Entry must be a whole number." }, { 2, L"99.5", L"Entry must be a whole number." },
+            { 2, L"99", L"Entry must be between 100 and 700." }, { 2, L"701", L"Entry must be between 100 and 700." },
+            { 0, L"151", L"Entry must be between 0 and 150." }, { 1, L"-1", L"Entry must be between 0 and 150." } }) {
         host.transcript.clear();
-        EXPECT_FALSE(accepts(form.txt[c.box], c.text)) << narrow(c.text);
-        EXPECT_EQ(host.boxes(), Transcript { L"box [Invalid Entry] " + Text(c.message) });
+        EXPECT_FALSE(accepts(form.txt[box], text)) << narrow(text);
+        EXPECT_EQ(host.boxes(), Transcript { L"box [Invalid Entry] " + Text(message) });
     }
 }
 

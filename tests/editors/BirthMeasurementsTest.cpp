@@ -16,30 +16,25 @@ protected:
 
 TEST_F(BirthMeasurements, LoadsTheUnitThatTheUserLikes)
 {
-    struct Case {
-        TextView option;
-        TextView weight;
-        TextView unit;
-        TextView saved;
-        TextView parameter;
-    };
-    for (const Case& c : { Case { L"", L"7 2", L"(lbs oz)", L"7 2", L"0" }, { L"1", L"3.23K", L"(kg)", L"3.23K", L"1" },
-             { L"2", L"3232G", L"(grams)", L"3232G", L"2" }, { L"5", L"7 2", L"(lbs oz)", L"7 2", L"0" } }) {
+    for (const auto& [option, weight, unit, parameter] :
+        { std::tuple<TextView, TextView, TextView, TextView> { L"", L"7 2", L"(lbs oz)", L"0" },
+            { L"1", L"3.23K", L"(kg)", L"1" }, { L"2", L"3232G", L"(grams)", L"2" },
+            { L"5", L"7 2", L"(lbs oz)", L"0" } }) {
         host.session->values.clear();
         host.transcript.clear();
-        host.session->reply(L"MEVUTL GETPARM", c.option);
+        host.session->reply(L"MEVUTL GETPARM", option);
         host.session->reply(L"MEVBMSR GET", replies::Birth);
         frmPediatric own(shared);
         own.open();
         own.Form_Activate();
-        EXPECT_EQ(own.txt[0].text(), c.weight);
-        EXPECT_EQ(own.lblWt.caption(), c.unit);
+        EXPECT_EQ(own.txt[0].text(), weight);
+        EXPECT_EQ(own.lblWt.caption(), unit);
         EXPECT_EQ(own.txtPat.tag(), L"1");
         own.press(own.cmdAdd);
         EXPECT_EQ(host.calls(),
             (Transcript { L"call MEVUTL GETPARM(RepHist-PedWtOpt)", L"call MEVBMSR GET(12)",
-                L"call MEVBMSR SET(12^" + Text(c.saved) + L"^2^6M^2W^5M^1)",
-                L"call MEVUTL SETPARM(RepHist-PedWtOpt^" + Text(c.parameter) + L")" }));
+                L"call MEVBMSR SET(12^" + Text(weight) + L"^2^6M^2W^5M^1)",
+                L"call MEVUTL SETPARM(RepHist-PedWtOpt^" + Text(parameter) + L")" }));
     }
 }
 

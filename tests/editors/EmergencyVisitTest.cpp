@@ -90,23 +90,19 @@ TEST_F(EmergencyVisit, DepartureIsADateWithItsTime)
 
 TEST_F(EmergencyVisit, TransferByTheFilesRoot)
 {
-    struct Case {
-        TextView piece;
-        int option;
-        TextView saved;
-    };
-    for (const Case& c : { Case { L"RIVERSIDE HOSPITAL|7;AUTTVNDR(", 0, L"^VEN.`7)" },
-             { L"NORTH CLINIC|7;AUTTLOC(", 1, L"^LOC.`7)" }, { L"NORTH CLINIC|7;DIC(", -1, L"^LOC.`7)" } }) {
+    for (const auto& [place, option, end] :
+        { std::tuple<TextView, int, TextView> { L"RIVERSIDE HOSPITAL|7;AUTTVNDR(", 0, L"^VEN.`7)" },
+            { L"NORTH CLINIC|7;AUTTLOC(", 1, L"^LOC.`7)" }, { L"NORTH CLINIC|7;DIC(", -1, L"^LOC.`7)" } }) {
         frmER own(shared);
         own.m_sIEN = L"45";
-        host.session->reply(L"MEVVER GET", L"45^^^^^^^^^TRANSFERRED|T^^^^^" + Text(c.piece) + L"\r\n");
+        host.session->reply(L"MEVVER GET", L"45^^^^^^^^^TRANSFERRED|T^^^^^" + Text(place) + L"\r\n");
         own.open();
         own.Form_Activate();
-        EXPECT_EQ(own.optTransfer.chosen(), c.option);
+        EXPECT_EQ(own.optTransfer.chosen(), option);
         EXPECT_TRUE(own.txtLoc.text() == L"Riverside Hospital" || own.txtLoc.text() == L"North Clinic");
         own.moveFocus(own.txtLoc); // passing through asks for nothing
         own.press(own.cmdOK);
-        EXPECT_TRUE(host.calls().back().ends_with(c.saved)) << narrow(host.calls().back());
+        EXPECT_TRUE(host.calls().back().ends_with(end)) << narrow(host.calls().back());
         EXPECT_TRUE(host.lines({ L"list MEVUTL" }).empty());
     }
 }

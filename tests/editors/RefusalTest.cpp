@@ -69,14 +69,10 @@ TEST_F(Refusals, TypesOfOneItemTakeIt)
 
 TEST_F(Refusals, StoredRefusalCanBeSavedAtOnce)
 {
-    struct Case {
-        TextView type;
-        TextView saved;
-    };
-    for (const Case& c :
-        { Case { L"EKG", L"EKG" }, { L"MEASUREMENTS", L"MEASUREMENTS" }, { L"Medication/Drug", L"MEDICATION/DRUG" } }) {
+    for (const auto& [type, saved] : { std::pair<TextView, TextView> { L"EKG", L"EKG" },
+             { L"MEASUREMENTS", L"MEASUREMENTS" }, { L"Medication/Drug", L"MEDICATION/DRUG" } }) {
         host.transcript.clear();
-        host.session->reply(L"MEVREF GET", L"5^^^" + Text(c.type) + L"^3^THIRD ITEM^^^3260310.0915^^^Said no\r\n");
+        host.session->reply(L"MEVREF GET", L"5^^^" + Text(type) + L"^3^THIRD ITEM^^^3260310.0915^^^Said no\r\n");
         frmRefusal own(shared);
         own.m_sRefusalIen = L"5";
         own.open();
@@ -86,8 +82,8 @@ TEST_F(Refusals, StoredRefusalCanBeSavedAtOnce)
         own.moveFocus(own.txtItem); // passing through asks for nothing
         own.press(own.cmdOK);
         EXPECT_EQ(host.calls(),
-            (Transcript { L"list MEVREF GET(12^5)",
-                L"call MEVREF SET(5^" + Text(c.saved) + L"^3^12^03/10/2026 09:15^Said no)" }));
+            (Transcript {
+                L"list MEVREF GET(12^5)", L"call MEVREF SET(5^" + Text(saved) + L"^3^12^03/10/2026 09:15^Said no)" }));
         EXPECT_TRUE(host.boxes().empty());
     }
 }

@@ -36,23 +36,20 @@ TEST_F(TreatmentContract, NewContractHasTodayAndTheUserAndWantsItsType)
 
 TEST_F(TreatmentContract, LoadsOverTheDefaults)
 {
-    struct Case {
-        TextView reply;
-        TextView shown;
-    };
-    for (const Case& c : { Case { replies::Contract, L"P 02/01/2026 OAK,KIT J 15" },
-             { L"45^^^MENTAL HEALTH|M^01/05/2026@08:30|x^OAK,KIT|15\r\n", L"M 01/05/2026 OAK,KIT 15" },
-             { L"45^^^X|x^02/30/2026^\r\n", L"- 03/15/2026  " }, // a bad date leaves today, no provider clears the user
-             { L"45^^^PAIN|P^02/01/2026^A|1\r\n45^^^MENTAL HEALTH|M^02/02/2026^B|2", L"M 02/02/2026 B 2" },
-             { L"-1^Gone.", L"- 03/15/2026 SORREL,ADA 71" } }) {
+    for (const auto& [reply, expected] :
+        { std::pair<TextView, TextView> { replies::Contract, L"P 02/01/2026 OAK,KIT J 15" },
+            { L"45^^^MENTAL HEALTH|M^01/05/2026@08:30|x^OAK,KIT|15\r\n", L"M 01/05/2026 OAK,KIT 15" },
+            { L"45^^^X|x^02/30/2026^\r\n", L"- 03/15/2026  " }, // a bad date leaves today, no provider clears the user
+            { L"45^^^PAIN|P^02/01/2026^A|1\r\n45^^^MENTAL HEALTH|M^02/02/2026^B|2", L"M 02/02/2026 B 2" },
+            { L"-1^Gone.", L"- 03/15/2026 SORREL,ADA 71" } }) {
         frmTxc own(shared);
         own.m_sIEN = L"45";
-        host.session->reply(L"MEVVTXC GET", c.reply);
+        host.session->reply(L"MEVVTXC GET", reply);
         own.load();
         own.open();
         own.Form_Activate();
         EXPECT_EQ(own.caption(), L"Update Treatment Contract");
-        EXPECT_EQ(shown(own), c.shown);
+        EXPECT_EQ(shown(own), expected);
     }
 }
 

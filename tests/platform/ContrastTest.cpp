@@ -7,15 +7,11 @@ namespace {
 
 TEST(Contrast, RatiosOfTheGuidelines)
 {
-    struct Case {
-        Colour one;
-        Colour other;
-        double ratio;
-    };
-    for (const Case& pair : { Case { 0x000000, 0xFFFFFF, 21 }, Case { 0xFFFFFF, 0x000000, 21 },
-             Case { 0x123456, 0x123456, 1 }, Case { 0x767676, 0xFFFFFF, 4.54 }, Case { 0x777777, 0xFFFFFF, 4.48 },
-             Case { Blue, 0xFFFFFF, 8.59 }, Case { 0x0000FF, 0xFFFFFF, 4.00 }, Case { Blue, 0x000000, 2.44 } })
-        EXPECT_NEAR(contrast(pair.one, pair.other), pair.ratio, 0.01) << std::hex << pair.one << ' ' << pair.other;
+    for (const auto& [one, other, ratio] :
+        { std::tuple<Colour, Colour, double> { 0x000000, 0xFFFFFF, 21 }, { 0xFFFFFF, 0x000000, 21 },
+            { 0x123456, 0x123456, 1 }, { 0x767676, 0xFFFFFF, 4.54 }, { 0x777777, 0xFFFFFF, 4.48 },
+            { Blue, 0xFFFFFF, 8.59 }, { 0x0000FF, 0xFFFFFF, 4.00 }, { Blue, 0x000000, 2.44 } })
+        EXPECT_NEAR(contrast(one, other), ratio, 0.01) << std::hex << one << ' ' << other;
 }
 
 TEST(Contrast, ColoursAreChangedNoFurtherThanNeeded)

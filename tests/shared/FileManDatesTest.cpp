@@ -7,12 +7,7 @@ namespace {
 
 TEST(FileManDates, ToDisplay)
 {
-    struct Case {
-        TextView text;
-        TextView date;
-        TextView dateTime;
-    };
-    const Case cases[] = { { L"3201231.143", L"12/31/2020", L"12/31/2020 14:30" },
+    const std::tuple<TextView, TextView, TextView> cases[] = { { L"3201231.143", L"12/31/2020", L"12/31/2020 14:30" },
         { L"3201231", L"12/31/2020", L"12/31/2020 00:00" }, { L"3201231.235959", L"12/31/2020", L"12/31/2020 23:59" },
         { L"3201231.24", L"01/01/2021", L"01/01/2021 00:00" }, { L"3200100", L"12/31/2019", L"12/31/2019 00:00" },
         { L"3200000", L"11/30/2019", L"11/30/2019 00:00" },
@@ -23,9 +18,9 @@ TEST(FileManDates, ToDisplay)
         { L"1/2/2006", L"01/02/2006", L"01/02/2006 00:00" }, { L"", L"", L"" }, { L"no date", L"", L"" },
         { L"02/30/2020", L"", L"" }, { L"82991231", L"12/31/9999", L"12/31/9999 00:00" }, { L"82991232", L"", L"" },
         { L"82999999.99", L"", L"" }, { L"99999999999", L"", L"" }, { L"-99999999", L"", L"" } };
-    for (const Case& c : cases) {
-        EXPECT_EQ(FMDateToDate(c.text, TimePart::Without), c.date) << narrow(c.text);
-        EXPECT_EQ(FMDateToDate(c.text, TimePart::With), c.dateTime) << narrow(c.text);
+    for (const auto& [text, date, dateTime] : cases) {
+        EXPECT_EQ(FMDateToDate(text, TimePart::Without), date) << narrow(text);
+        EXPECT_EQ(FMDateToDate(text, TimePart::With), dateTime) << narrow(text);
     }
 }
 
@@ -42,19 +37,14 @@ TEST(FileManDates, FromDateText)
 {
     ScriptedHost host;
     modShared shared(host.desktop);
-    struct Case {
-        TextView text;
-        TimePart timePart;
-        TextView expected;
-    };
-    const Case cases[] = { { L"12/31/2020", TimePart::Without, L"3201231" },
+    const std::tuple<TextView, TimePart, TextView> cases[] = { { L"12/31/2020", TimePart::Without, L"3201231" },
         { L"12/31/2020 14:30:00", TimePart::With, L"3201231.143" },
         { L"12/31/2020 14:30", TimePart::Without, L"3201231" }, { L"12/31/2020 00:00:00", TimePart::With, L"3201231" },
         { L"12/31/2020 10:00", TimePart::With, L"3201231.1" }, { L"12/31/2020 00:05", TimePart::With, L"3201231.0005" },
         { L"12/31/2020 09:05:07", TimePart::With, L"3201231.090507" }, { L"1/1/1701", TimePart::Without, L"10101" },
         { L"12/31/1700", TimePart::Without, L"" }, { L"", TimePart::With, L"" } };
-    for (const Case& c : cases)
-        EXPECT_EQ(shared.DateToFMDate(c.text, c.timePart), c.expected) << narrow(c.text);
+    for (const auto& [text, timePart, expected] : cases)
+        EXPECT_EQ(shared.DateToFMDate(text, timePart), expected) << narrow(text);
     EXPECT_TRUE(host.boxes().empty());
 
     EXPECT_EQ(shared.DateToFMDate(L"soon", TimePart::Without), L"");

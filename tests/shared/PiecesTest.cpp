@@ -8,20 +8,14 @@ namespace {
 
 TEST(Pieces, Piece)
 {
-    struct Case {
-        TextView text;
-        TextView delimiter;
-        short n;
-        TextView expected;
-    };
-    const Case cases[] = { { L"a^b^c", L"^", 1, L"a" }, { L"a^b^c", L"^", 2, L"b" }, { L"a^b^c", L"^", 3, L"c" },
-        { L"a^b^c", L"^", 4, L"" }, { L"a^b^c", L"^", 0, L"" }, { L"a^b^c", L"^", -2, L"a" },
-        { L"abc", L"^", 1, L"abc" }, { L"abc", L"^", 2, L"" }, { L"abc", L"^", -1, L"" }, { L"^", L"^", 1, L"" },
-        { L"^", L"^", 2, L"" }, { L"^^", L"^", 2, L"" }, { L"a^^", L"^", 2, L"" }, { L"^b", L"^", 1, L"" },
-        { L"^b", L"^", 2, L"b" }, { L"", L"^", 1, L"" }, { L"a - b", L" - ", 2, L"b" }, { L"aXb", L"x", 1, L"aXb" },
-        { L"a", L"", 1, L"a" }, { L"a", L"", 2, L"" } };
-    for (const Case& c : cases)
-        EXPECT_EQ(Piece(c.text, c.delimiter, c.n), c.expected) << narrow(c.text) << ' ' << c.n;
+    const std::tuple<TextView, TextView, short, TextView> cases[] = { { L"a^b^c", L"^", 1, L"a" },
+        { L"a^b^c", L"^", 2, L"b" }, { L"a^b^c", L"^", 3, L"c" }, { L"a^b^c", L"^", 4, L"" },
+        { L"a^b^c", L"^", 0, L"" }, { L"a^b^c", L"^", -2, L"a" }, { L"abc", L"^", 1, L"abc" }, { L"abc", L"^", 2, L"" },
+        { L"abc", L"^", -1, L"" }, { L"^", L"^", 1, L"" }, { L"^", L"^", 2, L"" }, { L"^^", L"^", 2, L"" },
+        { L"a^^", L"^", 2, L"" }, { L"^b", L"^", 1, L"" }, { L"^b", L"^", 2, L"b" }, { L"", L"^", 1, L"" },
+        { L"a - b", L" - ", 2, L"b" }, { L"aXb", L"x", 1, L"aXb" }, { L"a", L"", 1, L"a" }, { L"a", L"", 2, L"" } };
+    for (const auto& [text, delimiter, n, expected] : cases)
+        EXPECT_EQ(Piece(text, delimiter, n), expected) << narrow(text) << ' ' << n;
 }
 
 TEST(Pieces, SplitOnlyEnlarges)

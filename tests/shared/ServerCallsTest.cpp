@@ -140,21 +140,16 @@ TEST_F(ServerCalls, BoxesAndTheirTitles)
 TEST_F(ServerCalls, EditKeysWithControlAlone)
 {
     int cell = 0;
-    struct Case {
-        int keyCode;
-        int message;
-        int value;
-    };
-    for (const Case& c :
-        { Case { 65, 177, -1 }, { 67, 769, 0 }, { 86, 770, 0 }, { 88, 768, 0 }, { 89, 1108, 0 }, { 90, 199, 0 } }) {
-        int keyCode = c.keyCode;
+    for (const auto& [key, message, value] : { std::tuple { 65, 177, -1 }, { 67, 769, 0 }, { 86, 770, 0 },
+             { 88, 768, 0 }, { 89, 1108, 0 }, { 90, 199, 0 } }) {
+        int keyCode = key;
         shared.FilterEditKeys(keyCode, 2, &cell);
         EXPECT_EQ(keyCode, 0);
         const auto& sent = host.desktop.editMessages.back();
         EXPECT_EQ(sent.edit, &cell);
-        EXPECT_EQ(sent.message, c.message);
+        EXPECT_EQ(sent.message, message);
         EXPECT_EQ(sent.first, 0);
-        EXPECT_EQ(sent.value, c.value);
+        EXPECT_EQ(sent.value, value);
     }
     host.desktop.editMessages.clear();
     for (const auto& [key, shift] : { std::pair { 65, 0 }, { 65, 3 }, { 67, 6 }, { 66, 2 } }) {
