@@ -2,6 +2,7 @@
 #pragma once
 
 #include "host/Transport.h"
+#include "platform/Failure.h"
 
 #include <QIODevice>
 #include <QThread>
@@ -73,7 +74,17 @@ public:
     int refuseConnections = 0; // so many openings fail
     bool endsAfterAnswer = false;
 
-    void open() override;
+    void open() override
+    {
+        close();
+        if (refuseConnections > 0) {
+            --refuseConnections;
+            throw Failure(L"Nobody is there.");
+        }
+        endsAfterAnswer = false;
+        m_stream = std::make_unique<ScriptedStream>(++connections, answer);
+        connect(m_stream.get(), &QIODevice::readyRead, this, &Transport::readyRead);
+    }
     void close() override { m_stream.reset(); }
     QIODevice* device() override { return m_stream.get(); }
     // Like a process that ends once it has written what it had to say.
