@@ -10,8 +10,8 @@ namespace health::test {
 
 struct RealPanel : Host {
     RealPanel(HostSession& session, long patient, TextView sex, TextView age)
-        : m_session(std::shared_ptr<Session>(&session, [](Session*) {}))
     {
+        objects.given = std::shared_ptr<Session>(&session, [](Session*) {});
         objects.patient->patientNumber = patient;
         objects.patient->patientSex = sex;
         objects.patient->patientAge = age;
@@ -21,22 +21,10 @@ struct RealPanel : Host {
             session.setObject(progId, object);
     }
 
-    std::unique_ptr<HostManager> createManager() override
-    {
-        struct Manager : HostManager {
-            std::shared_ptr<Session> kept;
-            std::shared_ptr<Session> session() override { return kept; }
-        };
-        auto manager = std::make_unique<Manager>();
-        manager->kept = m_session;
-        return manager;
-    }
+    std::unique_ptr<HostManager> createManager() override { return objects.createManager(); }
 
     ScriptedHost objects;
     modShared shared { objects.desktop };
-
-private:
-    std::shared_ptr<Session> m_session;
 };
 
 }

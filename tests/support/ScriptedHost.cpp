@@ -161,7 +161,7 @@ std::unique_ptr<HostManager> ScriptedHost::createManager()
         std::shared_ptr<Session> m_session;
     };
     ++managers;
-    return std::make_unique<Manager>(session);
+    return std::make_unique<Manager>(given ? given : session);
 }
 
 Transcript ScriptedHost::lines(std::initializer_list<TextView> beginnings) const

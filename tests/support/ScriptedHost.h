@@ -205,6 +205,7 @@ public:
     Transcript transcript;
     ScriptedDesktop desktop { transcript };
     std::shared_ptr<ScriptedSession> session = std::make_shared<ScriptedSession>(transcript);
+    std::shared_ptr<Session> given; // to the panel, instead of the scripted session
     std::shared_ptr<ScriptedPatient> patient = std::make_shared<ScriptedPatient>();
     std::shared_ptr<ScriptedUser> user = std::make_shared<ScriptedUser>();
     std::shared_ptr<ScriptedEncounter> encounter = std::make_shared<ScriptedEncounter>();
