@@ -8,6 +8,9 @@
 
 #include <gtest/gtest.h>
 
+#include <signal.h>
+#include <sys/resource.h>
+
 namespace health::test {
 namespace {
 
@@ -60,6 +63,16 @@ TEST(ReportPages, PdfIsWrittenWithoutAPrinter)
     EXPECT_TRUE(bytes.startsWith("%PDF"));
     EXPECT_GE(bytes.count("/Type /Page\n"), 4);
     EXPECT_THROW(pages.savePdf(folder.filePath(QStringLiteral("missing/report.pdf"))), Failure);
+
+    // No room for all of it: no file is left that looks like a report.
+    ::signal(SIGXFSZ, SIG_IGN);
+    rlimit before {};
+    ::getrlimit(RLIMIT_FSIZE, &before);
+    const rlimit small { 4096, before.rlim_max };
+    ::setrlimit(RLIMIT_FSIZE, &small);
+    EXPECT_THROW(pages.savePdf(path), Failure);
+    ::setrlimit(RLIMIT_FSIZE, &before);
+    EXPECT_FALSE(QFile::exists(path));
 }
 
 }

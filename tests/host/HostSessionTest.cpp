@@ -81,6 +81,7 @@ TEST_F(HostSessionTest, LostAnswerIsAskedForAgainUnderItsNumber)
     session.signOn(L"SORREL,ADA");
     Sink sink;
     session.registerEvent(L"VXR.12", sink);
+    session.registerEvent(L"REFRESH", sink);
     seen.clear();
     retries = 1;
     onCall = [&](const Request& request) {
@@ -95,6 +96,8 @@ TEST_F(HostSessionTest, LostAnswerIsAskedForAgainUnderItsNumber)
             QStringLiteral("MEVHOST SUBSCRIBE"), QStringLiteral("MEVREP SET") }));
     EXPECT_EQ(seen[0].number, seen[3].number);
     EXPECT_EQ(questions, QStringList { QStringLiteral("The server has ended.") });
+    QTest::qWait(30);
+    EXPECT_EQ(sink.names, std::vector<Text> { L"REFRESH" }); // events may have been missed meanwhile
 }
 
 TEST_F(HostSessionTest, ServerThatDiesAtAnyByteOfItsAnswer)

@@ -51,6 +51,20 @@ TEST_F(PanelViewTest, LoadsWhenFirstShown)
     EXPECT_EQ(view->findChild<QComboBox*>()->currentText(), QStringLiteral(" To add, select a form..."));
 }
 
+TEST_F(PanelViewTest, ReloadKeepsTheFocusOnACommand)
+{
+    host.session->reply(L"MEVREF GET", L"8^^^EXAM^3^X\r\n");
+    open(12);
+    control.fgData.choose(0);
+    auto* const edit = view->findChildren<QPushButton*>()[kalmevRepHistCtrl::Edit];
+    edit->setFocus();
+    host.session->push(L"REFRESH");
+    EXPECT_EQ(view->focusWidget(), edit);
+    host.session->reply(L"MEVREF GET", L""); // somebody deleted it
+    host.session->push(L"REFRESH");
+    EXPECT_EQ(view->focusWidget(), view->findChild<QTableView*>());
+}
+
 TEST_F(PanelViewTest, NothingIsCutOffAtAnyTextSize)
 {
     open(12);
