@@ -131,7 +131,7 @@ void frmRefusal::takeOnlyItem(const Text& type)
     setPicked(txtItem, upperCase(type), L"");
     const Text reply = m_shared.CallRpc(L"MEVREF REFLIST", type);
     if (!m_shared.CheckRpcError(reply, L""))
-        txtItem.setTag(reply);
+        txtItem.setTag(pieceView(reply, L"^", 1));
     setFocus(txtItem);
 }
 

@@ -13,21 +13,12 @@
 #include "editors/frmRepHist.h"
 #include "editors/frmTxc.h"
 #include "fuzz/FuzzInput.h"
-#include "platform/Letters.h"
 #include "tests/support/ScriptedHost.h"
 
 #include <algorithm>
 
 namespace health::fuzz {
 namespace {
-
-Text folded(TextView text)
-{
-    Text result(text);
-    for (wchar_t& letter : result)
-        letter = lowerLetter(upperLetter(lowerLetter(letter)));
-    return result;
-}
 
 enum class Carets {
     Typed, // the form takes them out of this field
@@ -55,6 +46,10 @@ public:
 
     void open()
     {
+        if constexpr (requires { form.m_sVisit; }) {
+            form.m_sIEN = L"4";
+            form.m_sVisit = L"81";
+        }
         form.load();
         form.open();
         form.Form_Activate();
@@ -79,35 +74,20 @@ public:
         return letter < L'a' ? -1 : (letter - L'a') % count;
     }
 
-    void choose(ComboBox& list) { list.choose(choice(list.count())); }
-
-    template<std::size_t Count>
-    void choose(OptionArray<Count>& group)
+    // Fills fields in their order: choices from the letters, texts one by one.
+    template<typename... Fields>
+    void fill(Fields&... fields)
     {
-        if (const int index = choice(static_cast<int>(Count)); index != -1)
-            group[static_cast<std::size_t>(index)].click();
+        (fillOne(fields), ...);
     }
 
-    void choose(CheckList& list)
-    {
-        if (const int index = choice(list.count()); index != -1)
-            list.click(index);
-    }
-
-    void type(TextBox& box, Carets carets = Carets::Left)
+    void type(TextBox& box, Carets carets)
     {
         const Text text = nextText(carets);
         if (text.empty() || !box.canBeUsed() || !form.moveFocus(box))
             return;
         box.edit(L"");
         box.type(text);
-    }
-
-    void enter(mevZvDate& date)
-    {
-        const Text text = nextText(Carets::Left);
-        if (!text.empty() && date.canBeUsed() && form.moveFocus(date))
-            date.enter(text, host.desktop.today);
     }
 
     void save(Button& button, TextView call, std::ptrdiff_t pieces)
@@ -139,6 +119,36 @@ public:
     }
 
 private:
+    void fillOne(ComboBox& list) { list.choose(choice(list.count())); }
+    void fillOne(TextBox& box) { type(box, Carets::Left); }
+
+    void fillOne(CheckList& list)
+    {
+        if (const int index = choice(list.count()); index != -1)
+            list.click(index);
+    }
+
+    void fillOne(mevZvDate& date)
+    {
+        const Text text = nextText(Carets::Left);
+        if (!text.empty() && date.canBeUsed() && form.moveFocus(date))
+            date.enter(text, host.desktop.today);
+    }
+
+    template<std::size_t Count>
+    void fillOne(OptionArray<Count>& group)
+    {
+        if (const int index = choice(static_cast<int>(Count)); index != -1)
+            group[static_cast<std::size_t>(index)].click();
+    }
+
+    template<typename Field, std::size_t Count>
+    void fillOne(std::array<Field, Count>& fields)
+    {
+        for (Field& field : fields)
+            fillOne(field);
+    }
+
     Text nextText(Carets carets)
     {
         Text text = m_input.next();
@@ -159,13 +169,6 @@ public:
     EditorForm form { m_shared };
 };
 
-template<typename EditorForm>
-void nameRecord(EditorForm& form)
-{
-    form.m_sIEN = L"4";
-    form.m_sVisit = L"81";
-}
-
 void repHist(Sections& input)
 {
     Editor<frmRepHist> editor(input, L"MEVREP GET");
@@ -173,14 +176,10 @@ void repHist(Sections& input)
     editor.open();
     for (std::size_t i = 0; i < frmRepHist::CountBoxes; ++i)
         require(form.udNumRH[i].value() >= 0 && form.udNumRH[i].value() <= 99, "a count is in its bounds");
-    editor.choose(form.cboFP);
+    editor.fill(form.cboFP);
     if (editor.choice(2) == 1)
         form.chkPregnant.click();
-    editor.choose(form.cboEstMethod);
-    for (TextBox& box : form.txNumRH)
-        editor.type(box);
-    for (mevZvDate* date : { &form.datLMP, &form.datFP, &form.datDelivery })
-        editor.enter(*date);
+    editor.fill(form.cboEstMethod, form.txNumRH, form.datLMP, form.datFP, form.datDelivery);
     const bool usable = form.fraWH.isEnabled();
     editor.save(form.cmdAdd, L"MEVREP SET", 8);
     require(usable || modShared::RpcErrorCode(editor.reply) != 0, "only an error takes the fields away", editor.reply);
@@ -189,9 +188,8 @@ void repHist(Sections& input)
 void inf(Sections& input)
 {
     Editor<frmInf> editor(input, L"MEVVIF GET");
-    nameRecord(editor.form);
     editor.open();
-    editor.choose(editor.form.lstINF);
+    editor.fill(editor.form.lstINF);
     int checked = 0;
     for (int item = 0; item < editor.form.lstINF.count(); ++item)
         checked += editor.form.lstINF.isChecked(item);
@@ -207,26 +205,21 @@ void pediatric(Sections& input)
     editor.open();
     for (const TextBox& box : form.txt)
         require(box.text().find(L'^') == Text::npos, "a field holds one piece", box.text());
-    for (TextBox& box : form.txt)
-        editor.type(box);
-    editor.type(form.txtPat);
+    editor.fill(form.txt, form.txtPat);
     editor.save(form.cmdAdd, L"MEVBMSR SET", 7);
 }
 
 void elder(Sections& input)
 {
     Editor<frmElder> editor(input, L"MEVVELD GET");
-    nameRecord(editor.form);
     editor.open();
-    for (ComboBox& list : editor.form.cbo)
-        editor.choose(list);
+    editor.fill(editor.form.cbo);
     editor.save(editor.form.cmdAdd, L"MEVVELD SET", 16);
 }
 
 void elderView(Sections& input)
 {
     Editor<frmElderView> editor(input, L"MEVVELD GET");
-    nameRecord(editor.form);
     editor.open();
     const bool refused = modShared::RpcErrorCode(editor.reply) != 0;
     const auto lines = refused ? 0 : recordLines(editor.reply).size();
@@ -240,14 +233,9 @@ void asthma(Sections& input)
 {
     Editor<frmAsthma> editor(input, L"MEVVAST GET");
     frmAsthma& form = editor.form;
-    nameRecord(form);
     editor.open();
     editor.checkGrid(form.fg);
-    editor.choose(form.cboSeverity);
-    for (ComboBox& answer : form.cbo)
-        editor.choose(answer);
-    for (TextBox& value : form.txt)
-        editor.type(value);
+    editor.fill(form.cboSeverity, form.cbo, form.txt);
     editor.save(form.cmdAdd, L"MEVVAST SET", 10);
 }
 
@@ -258,9 +246,7 @@ void asthmaReg(Sections& input)
     editor.open();
     for (const mevZvDate& date : form.dat)
         require(date.isEmpty() || date.moment(), "a date shown is a date", date.value());
-    for (mevZvDate& date : form.dat)
-        editor.enter(date);
-    editor.type(form.txtPrv);
+    editor.fill(form.dat, form.txtPrv);
     editor.type(form.txtComments, Carets::Typed);
     editor.save(form.cmdAdd, L"MEVVAST SETREG", 7);
 }
@@ -269,13 +255,11 @@ void txc(Sections& input)
 {
     Editor<frmTxc> editor(input, L"MEVVTXC GET");
     frmTxc& form = editor.form;
-    nameRecord(form);
     editor.open();
     require(form.datInit.moment().has_value(), "the date initiated is a date", form.datInit.value());
-    editor.choose(form.opt);
-    editor.enter(form.datInit);
-    require(form.datInit.moment().has_value(), "what is no date is replaced", form.datInit.value());
-    editor.type(form.txtPrv);
+    editor.fill(form.opt, form.datInit);
+    require(form.datInit.isEmpty() || form.datInit.moment(), "what is no date is replaced", form.datInit.value());
+    editor.fill(form.txtPrv);
     editor.save(form.cmdAdd, L"MEVVTXC SET", 5);
 }
 
@@ -284,11 +268,8 @@ void refusal(Sections& input)
     Editor<frmRefusal> editor(input, L"MEVREF GET", L"MEVREF REFLIST");
     frmRefusal& form = editor.form;
     form.m_sRefusalIen = L"8";
-    editor.host.session->reply(L"MEVREF REFLIST", L"1");
     editor.open();
-    editor.choose(form.lstRefusals);
-    editor.enter(form.datRefused);
-    editor.type(form.txtItem);
+    editor.fill(form.lstRefusals, form.datRefused, form.txtItem);
     editor.type(form.txtRefComment, Carets::Typed);
     editor.save(form.cmdOK, L"MEVREF SET", 6);
 }
@@ -297,18 +278,11 @@ void emergency(Sections& input)
 {
     Editor<frmER> editor(input, L"MEVVER GET");
     frmER& form = editor.form;
-    nameRecord(form);
     editor.open();
-    editor.choose(form.opt);
-    editor.choose(form.optArrival);
-    editor.choose(form.optEntered);
-    editor.choose(form.optNotified);
-    editor.choose(form.optDisch);
-    editor.choose(form.optTransfer);
+    editor.fill(form.opt, form.optArrival, form.optEntered, form.optNotified, form.optDisch, form.optTransfer);
     for (TextBox* box : { &form.txtOther, &form.txtInformant, &form.txtDispOth, &form.txtCond })
         editor.type(*box, Carets::Typed);
-    editor.enter(form.datDepart);
-    editor.type(form.txtLoc);
+    editor.fill(form.datDepart, form.txtLoc);
     form.moveFocus(form.txtCond); // leaving the place looks it up
     editor.save(form.cmdOK, L"MEVVER SET", form.txtLoc.tag().empty() ? 13 : 14);
 }
@@ -322,6 +296,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     constexpr void (*forms[])(
         Sections&) = { repHist, inf, pediatric, elder, elderView, asthma, asthmaReg, txc, refusal, emergency };
     Sections input(data, size);
-    forms[input.nextChoice(10)](input);
+    forms[input.nextChoice(static_cast<int>(std::size(forms)))](input);
     return 0;
 }

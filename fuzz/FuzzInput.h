@@ -1,7 +1,7 @@
 // What the fuzz targets share: inputs that can be read and written by hand, and properties that must hold.
 #pragma once
 
-#include "platform/Text.h"
+#include "platform/Letters.h"
 
 #include <cstdint>
 #include <cstdio>
@@ -43,6 +43,15 @@ public:
 private:
     std::string_view m_rest;
 };
+
+// Letters without their case, also those of which only one case has a partner.
+inline Text folded(TextView text)
+{
+    Text result(text);
+    for (wchar_t& letter : result)
+        letter = lowerLetter(upperLetter(lowerLetter(letter)));
+    return result;
+}
 
 // Ends the run, which makes the fuzzer keep the input.
 inline void require(bool holds, const char* property, TextView about = {})

@@ -4,7 +4,6 @@
 #include "control/kalmevRepHistCtrl.h"
 #include "fuzz/FuzzInput.h"
 #include "platform/Conversions.h"
-#include "platform/Letters.h"
 #include "tests/support/ScriptedHost.h"
 
 namespace health::fuzz {
@@ -29,15 +28,6 @@ std::vector<Text> lines(Text reply)
         reply.erase(0, end + 2);
     }
     return found;
-}
-
-// Letters without their case, also those of which only one case has a partner.
-Text folded(TextView text)
-{
-    Text result(text);
-    for (wchar_t& letter : result)
-        letter = lowerLetter(upperLetter(lowerLetter(letter)));
-    return result;
 }
 
 struct ListCall {
