@@ -13,7 +13,9 @@ ONCE(number,name,entry) ; Carries out entry from the table of calls; a repeated 
  IF '$$JOURNALED SET failure="The server cannot save: its disk is full." QUIT
  TSTART ():SERIAL
  KILL reply,signals
- SET reply="",param=asked
+ SET failure="",reply="",param=asked
+ ; Asked again: another process of the session, cut off from its client but still at work, may have filed it meanwhile.
+ IF $DATA(^MEVDONE(token,number)) DO RECALL TCOMMIT  QUIT
  SET audit=$INCREMENT(^MEVAUD)
  DO @entry ; from the table of calls, never from a client
  DO REMEMBER

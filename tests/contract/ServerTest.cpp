@@ -160,6 +160,44 @@ TEST(Server, RepeatedSaveIsAnsweredFromMemory)
     EXPECT_TRUE(exchange("7", "1").endsWith(framed("R7\n-1^Request 7 was another call.") + framed("R99\n0")));
 }
 
+// Runs a command of the engine's own administration program on the shared data.
+int administer(const QString& arguments)
+{
+    return QProcess::execute(QStringLiteral("bash"),
+        { QStringLiteral("-c"),
+            QStringLiteral("export gtm_dist=$(ls -d /usr/lib/*/fis-gtm/V*_* | sort -V | tail -n 1) mev_data=\"$0\"\n"
+                           "gtmgbldir=\"$0/app.gld\" \"$gtm_dist/mupip\" %1 2>/dev/null")
+                .arg(arguments),
+            sharedDataFolder() });
+}
+
+TEST(Server, SaveThatTwoProcessesMakeAtTheSameMomentIsDoneOnce)
+{
+    RealSession real;
+    QProcess servers[2];
+    for (QProcess& server : servers) {
+        server.start(QStringLiteral(SERVER_PROGRAM), { QStringLiteral("--data"), sharedDataFolder() });
+        server.write(framed("1\nMEVHOST SIGNON\n" + QByteArray(32, 'd') + "^SORREL,ADA"));
+        while (!server.peek(1000).contains("R1\n1^SORREL"))
+            ASSERT_TRUE(server.waitForReadyRead(20000));
+    }
+    // Both have looked whether the save is known and found nothing, then wait until the database takes changes again.
+    ASSERT_EQ(administer(QStringLiteral("freeze -on DEFAULT")), 0);
+    for (QProcess& server : servers)
+        server.write(framed("5\nMEVREF SET\n^EXAM^1^2^01/02/2026^only once"));
+    QTest::qWait(500);
+    ASSERT_EQ(administer(QStringLiteral("freeze -off DEFAULT")), 0);
+    for (QProcess& server : servers) {
+        server.closeWriteChannel();
+        ASSERT_TRUE(server.waitForFinished(20000));
+        EXPECT_TRUE(server.readAllStandardOutput().contains(framed("R5\n1")));
+    }
+    const Text refusals = real.session.callList(L"MEVREF GET", L"2");
+    const std::size_t first = refusals.find(L"only once");
+    EXPECT_NE(first, Text::npos);
+    EXPECT_EQ(first, refusals.rfind(L"only once"));
+}
+
 TEST(Server, SaveRaisesThePatientsEventInEverySession)
 {
     RealSession writer;
