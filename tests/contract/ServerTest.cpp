@@ -298,7 +298,7 @@ TEST(Server, BlocksOfKilledDeletesComeBack)
 TEST(Server, RecoversAfterAKillOfAllProcesses)
 {
     const QTemporaryDir folder;
-    const QString data = folder.filePath(QStringLiteral("data"));
+    const QString data = folder.filePath(QStringLiteral("data of today"));
     {
         RealSession real(data);
         real.session.callText(L"MEVUTL SETPARM", L"RepHist-PedWtOpt^2");
