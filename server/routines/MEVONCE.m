@@ -6,7 +6,7 @@ MEVONCE ; Calls that change data: one transaction each, done once, kept in the a
  ; ^MEVAUD(audit,"BEFORE",global,entry)=the entry as it was before
  ;
 ONCE(number,name,entry) ; Carries out entry from the table of calls; a repeated number is answered from memory.
- ; Sets reply, or failure; with a failure filed says whether the change was made nevertheless.
+ ; Sets reply, or failure; filed says whether the change was made, a failure notwithstanding.
  NEW asked,audit
  SET asked=param ; a call may put its parameter in order
  IF $DATA(^MEVDONE(token,number)) DO RECALL QUIT
@@ -20,8 +20,9 @@ ONCE(number,name,entry) ; Carries out entry from the table of calls; a repeated 
  DO @entry ; from the table of calls, never from a client
  DO REMEMBER
  TCOMMIT
+ SET filed=reply'<0 ; whatever fails from here on, the change was made, unless it was refused
  DO SIGNAL^MEVEVENT
- IF '$$JOURNALED SET failure="The change was made, but cannot be kept safe: the server's disk is full.",filed=1
+ IF filed,'$$JOURNALED SET failure="The change was made, but cannot be kept safe: the server's disk is full."
  QUIT
  ;
 RECALL ; The reply of the first time. Another user's or another call's number is no repetition.

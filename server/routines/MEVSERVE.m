@@ -118,7 +118,8 @@ TRY(number,name) ; Under its own trap: sets reply, or failure to a sentence
  ;
 UNDO ; What is left of a failed call is undone, the session goes on
  SET $ETRAP="GOTO BROKEN^MEVSERVE"
- SET failure="The server could not carry out "_name_": "_$$REASON($ZSTATUS),$ECODE=""
+ SET failure=$SELECT(filed:"The change was made, but then the server failed: ",1:"The server could not carry out "_name_": ")
+ SET failure=failure_$$REASON($ZSTATUS),$ECODE=""
  IF $TLEVEL TROLLBACK
  LOCK  ; the call's locks; the session's own is held by ZALLOCATE
  KILL signals
