@@ -293,6 +293,11 @@ TEST(Server, BlocksOfKilledDeletesComeBack)
     ASSERT_EQ(
         QProcess::execute(QStringLiteral("bash"), { QStringLiteral("-c"), QString::fromLatin1(LoseABlock), data }), 0);
     EXPECT_EQ(check(), 0);
+
+    // A database of which nothing says that it is complete, or may go, was put there by somebody: it stays.
+    ASSERT_TRUE(QFile::remove(data + QStringLiteral("/created")));
+    EXPECT_EQ(check(), 1);
+    EXPECT_TRUE(QFile::exists(data + QStringLiteral("/app.dat")));
 }
 
 TEST(Server, RecoversAfterAKillOfAllProcesses)
