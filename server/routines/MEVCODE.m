@@ -35,7 +35,7 @@ PLAIN(text,kept) ; The text with blanks for control characters, but for those th
  NEW byte,controls
  SET controls=""
  FOR byte=0:1:31,127 SET controls=controls_$CHAR(byte)
- QUIT $TRANSLATE(text,$TRANSLATE(controls,kept),"                                ")
+ QUIT $TRANSLATE(text,$TRANSLATE(controls,kept),$JUSTIFY("",33))
  ;
 FEEDING ;;1:EXCLUSIVE BREASTFEEDING;2:MOSTLY BREASTFEEDING;3:1/2 BREAST & 1/2 FORMULA;4:MOSTLY FORMULA;5:FORMULA ONLY
 LEVEL ;;I:INDEPENDENT;N:NEEDS HELP;T:TOTALLY DEPENDENT
