@@ -29,7 +29,9 @@ SECTION(title,root,format,captions) ; The records of one file that belong to the
  . . FOR index=1:1:$LENGTH(captions,"^") SET value=$PIECE($PIECE(line,"^",index),"|") IF value'="" DO PUT("  "_$EXTRACT($PIECE(captions,"^",index)_$JUSTIFY("",22),1,22)_value)
  QUIT
  ;
-PUT(text) ; One line, a longer one in several
+PUT(text) ; One line, a longer one in several; never cut before a byte that continues a letter
+ NEW cut
  FOR  DO  QUIT:text=""
- . SET count=count+1,reply(count)=$EXTRACT(text,1,80),text=$EXTRACT(text,81,$LENGTH(text))
+ . FOR cut=80:-1:77 QUIT:$ASCII(text,cut+1)\64'=2
+ . SET count=count+1,reply(count)=$EXTRACT(text,1,cut),text=$EXTRACT(text,cut+1,$LENGTH(text))
  QUIT
