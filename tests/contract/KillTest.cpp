@@ -51,6 +51,8 @@ TEST(Kills, AcknowledgedSavesAreThereOnce)
             QStringLiteral(SAVER_PROGRAM), { QStringLiteral(SERVER_PROGRAM), data, QStringLiteral("S%1").arg(i) });
         ASSERT_TRUE(savers.back()->waitForStarted());
     }
+    for (const auto& saver : savers)
+        ASSERT_TRUE(saver->bytesAvailable() > 0 || saver->waitForReadyRead(60000)); // its first save is acknowledged
     std::mt19937 random(Seed);
     QElapsedTimer started;
     started.start();

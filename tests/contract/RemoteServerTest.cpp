@@ -247,11 +247,14 @@ TEST_F(Remote, EventsArriveAndAConnectionLostWhileIdleComesBack)
     remote.session.signOn(L"BARE,JUNO");
     remote.session.registerEvent(L"VXR.12", changes);
     remote.session.registerEvent(L"REFRESH", refresh);
+    const auto settle = [&] { remote.session.callText(L"MEVUTL GETPARM", L"x"); }; // the server knows the subscriptions
+    settle();
     notify(QStringLiteral("VXR.12.VELD"));
     EXPECT_EQ(changes.next(), Transcript { L"VXR.12.VELD" });
     for (const pid_t process : served->sessions())
         ::kill(process, SIGKILL);
     EXPECT_EQ(refresh.next(), Transcript { L"REFRESH" });
+    settle();
     notify(QStringLiteral("VXR.12.REF"));
     EXPECT_EQ(changes.next(), Transcript { L"VXR.12.REF" });
     EXPECT_EQ(remote.asked(), "");

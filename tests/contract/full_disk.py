@@ -90,11 +90,12 @@ def main(program, disk):
 
 if __name__ == "__main__":
     if len(sys.argv) == 2:
-        inside = ["unshare", "--map-root-user", "--mount", sys.executable, __file__, sys.argv[1], "inside"]
-        if subprocess.run(["unshare", "--map-root-user", "--mount", "true"], check=False).returncode != 0:
+        unshare = ["unshare", "--map-root-user", "--mount"]
+        # A namespace may be allowed where mounting in it is not.
+        if subprocess.run(unshare + ["mount", "-t", "tmpfs", "tmpfs", "/tmp"], check=False).returncode != 0:
             print("No small disk can be made here.")
             sys.exit(77)
-        sys.exit(subprocess.run(inside, check=False).returncode)
+        sys.exit(subprocess.run(unshare + [sys.executable, __file__, sys.argv[1], "inside"], check=False).returncode)
     with tempfile.TemporaryDirectory() as folder:
         subprocess.run(["mount", "-t", "tmpfs", "-o", "size=30m", "tmpfs", folder], check=True)
         try:
