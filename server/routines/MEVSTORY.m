@@ -67,7 +67,7 @@ ASTHMATICS ; Active and inactive in the registry
  DO REGISTRY^MEVRECS(dfn,"I","Moved away in spring.")
  QUIT
  ;
-REFUSER ; Every kind of refusal, with comments and without
+REFUSER ; Every kind of refusal that can be edited, with comments and without
  NEW dfn,kind
  SET dfn=$$PERSON("WINTERBOURNE,CECIL","M",$$AGED(61,77))
  FOR kind=1:1:10 DO REFUSE^MEVRECS(dfn,$$ADD^MEVDATE(today,-15*kind),$SELECT(kind=10:1,1:""),$PIECE($TEXT(TYPES+kind^MEVREFUS),";;",2),$SELECT(kind#2:"Said: ""not this year"", see note No. "_kind,1:""))
