@@ -38,9 +38,7 @@ RECORD(root,kind) ; A record by its number, unless it is locked
  NEW patient
  SET reply=$$REFUSED^MEVMAY(kind)
  QUIT:reply'=""
- IF param'?1N.11N DO NO^MEVSET("There is no such record.") QUIT
- IF '$DATA(@root@(param,0)) DO NO^MEVSET("The record "_param_" does not exist any more.") QUIT
- IF $PIECE(@root@(param,0),"^",3) DO NO^MEVSET("The record is locked.") QUIT
+ QUIT:'$$MAY^MEVSET(root,param,"","record")
  SET patient=$PIECE(@root@(param,0),"^")
  DO REMOVE^MEVDD(root,param),CHANGED^MEVSET(patient,kind)
  QUIT

@@ -51,15 +51,10 @@ SET ; Call: record ^ type ^ item ^ patient ^ date ^ comment
  QUIT
  ;
 TARGET(ien,dfn) ; The refusal to be changed, unlocked and taken out of its date; 0 for a new one; empty after a refusal
- NEW node
  IF ien="" QUIT 0
- IF ien'?1N.11N DO NO^MEVSET("There is no such refusal.") QUIT ""
- SET node=$GET(^MEVREF(ien,0))
- IF node="" DO NO^MEVSET("The refusal "_ien_" does not exist any more.") QUIT ""
- IF $PIECE(node,"^")'=dfn DO NO^MEVSET("The refusal belongs to another patient.") QUIT ""
- IF $PIECE(node,"^",3) DO NO^MEVSET("The refusal is locked.") QUIT ""
+ IF '$$MAY^MEVSET("^MEVREF",ien,dfn,"refusal") QUIT ""
  DO KEEP^MEVDD("^MEVREF",ien)
- KILL ^MEVREF("AA",dfn,$$INVERSE^MEVDATE($PIECE(node,"^",2)),ien)
+ KILL ^MEVREF("AA",dfn,$$INVERSE^MEVDATE($PIECE(^MEVREF(ien,0),"^",2)),ien)
  QUIT ien
  ;
 TYPE(name) ; The line of a type, empty for an unknown one

@@ -5,6 +5,15 @@ NO(text) ; Refuses
  SET reply="-1^"_text
  QUIT
  ;
+MAY(root,ien,patient,what) ; The record of this number may be changed: it is there, this patient's where one is named, and not locked
+ NEW node
+ IF ien'?1N.11N DO NO("There is no such "_what_".") QUIT 0
+ SET node=$GET(@root@(ien,0))
+ IF node="" DO NO("The "_what_" "_ien_" does not exist any more.") QUIT 0
+ IF patient'="",$PIECE(node,"^")'=patient DO NO("The "_what_" belongs to another patient.") QUIT 0
+ IF $PIECE(node,"^",3) DO NO("The "_what_" is locked.") QUIT 0
+ QUIT 1
+ ;
 CHANGED(patient,kind) ; The event of a patient's data
  DO RAISE^MEVEVENT($SELECT(kind="REF":"REFUSAL.",1:"VXR.")_patient_"."_kind,"")
  SET reply=1

@@ -94,9 +94,6 @@ TARGET(root) ; The record that a save means: the one named, unlocked, or a new o
  IF '$DATA(^MEVVST(visit,0)) DO NO^MEVSET("The visit "_visit_" does not exist.") QUIT ""
  SET patient=$PIECE(^MEVVST(visit,0),"^",2)
  IF ien="" QUIT $$FILEAT^MEVDD(root,0,patient_"^"_visit_"^^",patient,$PIECE(^MEVVST(visit,0),"^"))
- IF ien'?1N.11N DO NO^MEVSET("There is no such record.") QUIT ""
- IF '$DATA(@root@(ien,0)) DO NO^MEVSET("The record "_ien_" does not exist any more.") QUIT ""
- IF $PIECE(@root@(ien,0),"^")'=patient DO NO^MEVSET("The record belongs to another patient.") QUIT ""
- IF $PIECE(@root@(ien,0),"^",3) DO NO^MEVSET("The record is locked.") QUIT ""
+ IF '$$MAY^MEVSET(root,ien,patient,"record") QUIT ""
  DO KEEP^MEVDD(root,ien)
  QUIT ien
