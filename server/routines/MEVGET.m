@@ -23,42 +23,27 @@ BMSR ; Call: patient; one line, empty without a record
  SET reply=reply_"^"_$SELECT(mother:$$NAME^MEVDD(2,mother)_"|"_mother,1:"")
  QUIT
  ;
-VIF ; Call
- DO LIST("^MEVVIF","FEEDINGLINE")
- QUIT
 FEEDINGLINE(node) ;
  QUIT $$PAIR^MEVCODE("FEEDING",$PIECE(node,"^",4))
  ;
-VELD ; Call
- DO LIST("^MEVVELD","FUNCTIONLINE")
- QUIT
 FUNCTIONLINE(node) ; 14 items: twelve levels, change of status, caregiver
  NEW index,line
  SET line=""
  FOR index=1:1:12 SET $PIECE(line,"^",index)=$$TEXT^MEVCODE("LEVEL",$PIECE(node,"^",index+3))
  QUIT line_"^"_$$TEXT^MEVCODE("TREND",$PIECE(node,"^",16))_"^"_$$TEXT^MEVCODE("YESNO",$PIECE(node,"^",17))
  ;
-VAST ; Call
- DO LIST("^MEVVAST","ASTHMALINE")
- QUIT
 ASTHMALINE(node) ; severity, three numbers, four answers
  NEW index,line
  SET line=$$PAIR^MEVCODE("SEVERITY",$PIECE(node,"^",4))_"^"_$PIECE(node,"^",5,7)
  FOR index=8:1:11 SET line=line_"^"_$$TEXT^MEVCODE("YESNO",$PIECE(node,"^",index))
  QUIT line
  ;
-VTXC ; Call
- DO LIST("^MEVVTXC","CONTRACTLINE")
- QUIT
 CONTRACTLINE(node) ; type, date initiated, provider
  NEW provider
  SET provider=$PIECE(node,"^",6)
  SET:provider provider=$$NAME^MEVDD(200,provider)_"|"_provider
  QUIT $$PAIR^MEVCODE("CONTRACT",$PIECE(node,"^",4))_"^"_$$SLASHED^MEVDATE($PIECE(node,"^",5))_"^"_provider
  ;
-VER ; Call
- DO LIST("^MEVVER","EMERGENCYLINE")
- QUIT
 EMERGENCYLINE(node) ; urgency, arrival, other, entered by, informant, notified, disposition, other, departure, departure against advice, condition, transfer
  NEW line,transfer
  SET line=$$PAIR^MEVCODE("URGENCY",$PIECE(node,"^",4))_"^"_$$PAIR^MEVCODE("ARRIVAL",$PIECE(node,"^",5))_"^"_$PIECE(node,"^",6)
@@ -68,9 +53,9 @@ EMERGENCYLINE(node) ; urgency, arrival, other, entered by, informant, notified, 
  SET transfer=$PIECE(node,"^",15)
  QUIT line_"^"_$SELECT(transfer="":"",1:$$NAME^MEVDD($SELECT(transfer["LOC":4,1:9999999.11),+transfer)_"|"_transfer)
  ;
-LIST(root,format) ; All records of a patient, or one
- NEW count,dfn,ien,inverse
- SET dfn=$PIECE(param,"^"),ien=$PIECE(param,"^",2),count=0
+LIST ; Call: all records of a patient, or one, of the kind that the call's name says
+ NEW count,dfn,ien,inverse,root
+ SET root="^"_$PIECE(name," "),dfn=$PIECE(param,"^"),ien=$PIECE(param,"^",2),count=0
  IF dfn="",ien'="" DO ONE QUIT
  IF '$$KNOWN^MEVHOST(dfn) SET reply=$$NOPATIENT^MEVHOST(dfn) QUIT
  SET inverse=""
@@ -91,12 +76,12 @@ ADD(ien) ; One line: record ^ locked ^ visit date|visit ^ the record's own piece
  ; Contracts have always carried their visit's date as mm/dd/yyyy@hh:mm.
  IF root="^MEVVTXC",date SET date=$$TIMED^MEVDATE(date)
  SET count=count+1
- SET reply(count)=ien_"^"_$PIECE(node,"^",3)_"^"_date_"|"_visit_"^"_$$LINE(format,node)
+ SET reply(count)=ien_"^"_$PIECE(node,"^",3)_"^"_date_"|"_visit_"^"_$$LINE(root,node)
  QUIT
  ;
-LINE(format,node) ; By the format's name
- IF format="FUNCTIONLINE" QUIT $$FUNCTIONLINE(node)
- IF format="ASTHMALINE" QUIT $$ASTHMALINE(node)
- IF format="CONTRACTLINE" QUIT $$CONTRACTLINE(node)
- IF format="EMERGENCYLINE" QUIT $$EMERGENCYLINE(node)
+LINE(root,node) ; The record's own pieces as they are shown
+ IF root="^MEVVELD" QUIT $$FUNCTIONLINE(node)
+ IF root="^MEVVAST" QUIT $$ASTHMALINE(node)
+ IF root="^MEVVTXC" QUIT $$CONTRACTLINE(node)
+ IF root="^MEVVER" QUIT $$EMERGENCYLINE(node)
  QUIT $$FEEDINGLINE(node)

@@ -78,10 +78,7 @@ TABLE(which,layout) ; Searches one of the lists below by code or by a word in th
  . SET count=count+1,reply(count)=$SELECT(layout="DIAGNOSIS":text_"^"_index_"^^"_code,layout="CODES":index_"^"_code_"^"_text_"^^",1:index_"^"_text_"^"_text_"^"_code)
  QUIT
  ;
-ICDLKUP ; Call: diagnoses by code or text; text ^ number ^^ code
- DO TABLE("DIAGNOSES","DIAGNOSIS")
- QUIT
-ICDLEX ; Call: diagnoses by term
+ICDLKUP ; Calls: diagnoses by code or text; text ^ number ^^ code
  DO TABLE("DIAGNOSES","DIAGNOSIS")
  QUIT
 CPTLKUP ; Call: procedures

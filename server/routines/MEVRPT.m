@@ -12,20 +12,20 @@ GETRPT ; Call: visit number
  DO PUT("Location:  "_$$NAME^MEVDD(44,$PIECE(node,"^",3)))
  DO PUT("Provider:  "_$$NAME^MEVDD(200,$PIECE(node,"^",4)))
  DO PUT("Category:  "_$PIECE(node,"^",5))
- DO SECTION("INFANT FEEDING","^MEVVIF","FEEDINGLINE","Choice")
- DO SECTION("FUNCTIONAL STATUS","^MEVVELD","FUNCTIONLINE","Toileting^Bathing^Dressing^Transfers^Feeding^Continence^Finances^Cooking^Shopping^Housework^Medications^Transportation^Change in status^Caregiver")
- DO SECTION("ASTHMA","^MEVVAST","ASTHMALINE","Severity^FEV 1^FEF 25-75^PEF^Tobacco smoke^Particulate matter^Dust mites^Management plan")
- DO SECTION("TREATMENT CONTRACT","^MEVVTXC","CONTRACTLINE","Type^Initiated^Provider")
+ DO SECTION("INFANT FEEDING","^MEVVIF","Choice")
+ DO SECTION("FUNCTIONAL STATUS","^MEVVELD","Toileting^Bathing^Dressing^Transfers^Feeding^Continence^Finances^Cooking^Shopping^Housework^Medications^Transportation^Change in status^Caregiver")
+ DO SECTION("ASTHMA","^MEVVAST","Severity^FEV 1^FEF 25-75^PEF^Tobacco smoke^Particulate matter^Dust mites^Management plan")
+ DO SECTION("TREATMENT CONTRACT","^MEVVTXC","Type^Initiated^Provider")
  QUIT
  ;
-SECTION(title,root,format,captions) ; The records of one file that belong to the visit
+SECTION(title,root,captions) ; The records of one file that belong to the visit
  NEW inverse,index,line,node,record,value
  SET inverse=""
  FOR  SET inverse=$ORDER(@root@("AA",dfn,inverse)) QUIT:inverse=""  DO
  . SET record=""
  . FOR  SET record=$ORDER(@root@("AA",dfn,inverse,record)) QUIT:record=""  SET node=@root@(record,0) IF $PIECE(node,"^",2)=ien DO
  . . DO PUT(""),PUT(title)
- . . SET line=$$LINE^MEVGET(format,node)
+ . . SET line=$$LINE^MEVGET(root,node)
  . . FOR index=1:1:$LENGTH(captions,"^") SET value=$PIECE($PIECE(line,"^",index),"|") IF value'="" DO PUT("  "_$EXTRACT($PIECE(captions,"^",index)_$JUSTIFY("",22),1,22)_value)
  QUIT
  ;
