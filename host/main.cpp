@@ -55,8 +55,10 @@ int runUnattended(const Options& options)
         std::fprintf(stderr, "%s\n", failure.what());
         return 1;
     }
-    if (!window.panelFailure().isEmpty())
+    if (!window.panelFailure().isEmpty()) {
         std::fprintf(stderr, "%s\n", qPrintable(window.panelFailure()));
+        return 1; // nothing that could be reported
+    }
     window.show();
     QApplication::processEvents();
     bool reported = false;
@@ -65,7 +67,7 @@ int runUnattended(const Options& options)
     } catch (const Failure& failure) {
         std::fprintf(stderr, "%s\n", failure.what());
     }
-    return reported && !dialogs.hasSeenOne() && window.panelFailure().isEmpty() ? 0 : 1;
+    return reported && !dialogs.hasSeenOne() ? 0 : 1;
 }
 
 int runAttended(const Options& options)

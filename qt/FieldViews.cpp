@@ -31,6 +31,11 @@ LabelView::LabelView(Label& label)
     mirrorColour();
 }
 
+// The toolkit measures a caption with an underlined letter a little too short.
+QSize LabelView::minimumSizeHint() const { return QLabel::minimumSizeHint() + QSize(2, 0); }
+
+QSize LabelView::sizeHint() const { return QLabel::sizeHint() + QSize(2, 0); }
+
 void LabelView::mirror(Change change)
 {
     if (change == Change::Caption)

@@ -23,6 +23,9 @@ public:
     // Names the controls by the caption, now and whenever it changes. Labels among them describe the others.
     void speakFor(const QList<QWidget*>& controls);
 
+    QSize minimumSizeHint() const override;
+    QSize sizeHint() const override;
+
 private:
     void mirror(Change change) override;
     void mirrorCaption();
