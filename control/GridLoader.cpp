@@ -47,8 +47,8 @@ std::vector<const RecordType*> GridLoader::types() const
 {
     using enum RecordTypeNumber;
     std::vector<const RecordType*> types;
-    for (const RecordTypeNumber number :
-        { Reproductive, BirthMeasurements, InfantFeeding, FunctionalStatus, Asthma, TreatmentContract, Refusal }) {
+    for (const RecordTypeNumber number : { Reproductive, BirthMeasurements, InfantFeeding, FunctionalStatus, Asthma,
+             EmergencyRoom, TreatmentContract, Refusal }) {
         if (const RecordType& type = recordType(number); type.isListed(m_patient))
             types.push_back(&type);
     }

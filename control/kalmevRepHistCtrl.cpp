@@ -175,7 +175,7 @@ void kalmevRepHistCtrl::ICSS_PatientEvents_Committed()
 // Loads what changed, until nothing came meanwhile: a box that a load shows lets further events in.
 void kalmevRepHistCtrl::catchUp()
 {
-    while (!m_loading && (m_patientChanged || m_reloadWanted)) {
+    while (m_active && !m_loading && (m_patientChanged || m_reloadWanted)) {
         const FlagScope loading(m_loading);
         m_reloadWanted = false;
         if (std::exchange(m_patientChanged, false))

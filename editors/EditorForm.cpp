@@ -55,12 +55,13 @@ void EditorForm::save(TextView call, TextView record)
 
 // --- Fields with a lookup ---
 
-void EditorForm::bindLookup(TextBox& field, Button& button, TypedOver typedOver, std::function<void()> lookup)
+void EditorForm::bindLookup(
+    TextBox& field, Button& button, TypedOver typedOver, Unnamed unnamed, std::function<void()> lookup)
 {
     setLookupButton(field, button);
     button.setCaption(L"...");
     LookupField& own = m_lookupFields[&field];
-    own = { typedOver, {}, {}, std::move(lookup) };
+    own = { typedOver, unnamed, {}, {}, std::move(lookup) };
     button.Click = [&field, &own] {
         own.searched = field.text();
         own.lookup();
@@ -81,13 +82,14 @@ void EditorForm::leaveLookupField(TextBox& field, const LookupField& lookupField
     const bool typedOver = lookupField.typedOver == TypedOver::ClearsId && field.text() != lookupField.picked;
     if (typedOver || field.text().empty())
         field.setTag({});
-    if (!field.text().empty() && field.tag().empty() && field.text() != lookupField.searched)
+    const bool unresolved = !field.text().empty() && field.tag().empty();
+    if (unresolved && field.text() != lookupField.searched)
         lookupField.lookup();
-    if (!field.tag().empty() || field.text().empty())
+    if (!unresolved || !field.tag().empty())
         return;
-    // Nothing is saved without the name that the user typed, unseen.
     field.setText({});
-    withholdPress();
+    if (lookupField.unnamed == Unnamed::IsSaved)
+        withholdPress();
 }
 
 bool EditorForm::lookUp(TextBox& field, int table)

@@ -44,9 +44,15 @@ protected:
         KeepsId,
         ClearsId,
     };
+    // What the form does at the save about a field that names nothing.
+    enum class Unnamed {
+        IsRefused,
+        IsSaved,
+    };
     // A field whose value is picked by a lookup: entering it makes the lookup the default, a text without an id is
-    // looked up on leaving, an unresolved one cleared.
-    void bindLookup(TextBox& field, Button& button, TypedOver typedOver, std::function<void()> lookup);
+    // looked up on leaving, an unresolved one cleared. Where nothing else would tell the user, that stops the button
+    // that is being pressed.
+    void bindLookup(TextBox& field, Button& button, TypedOver typedOver, Unnamed unnamed, std::function<void()> lookup);
     // Looks the field's text up in a table. A choice goes into the field, an empty choice clears it; cancelling changes
     // nothing and gives false.
     bool lookUp(TextBox& field, int table);
@@ -58,6 +64,7 @@ protected:
 private:
     struct LookupField {
         TypedOver typedOver;
+        Unnamed unnamed;
         Text picked; // the name that came with the id
         Text searched; // by the button; leaving the field does not ask the same again
         std::function<void()> lookup;

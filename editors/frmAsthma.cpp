@@ -203,15 +203,14 @@ void frmAsthma::showRegistryEntry(const Text& reply, const Text& patient)
     updateRegistryCommands();
     static constexpr std::array<TextView, RegistryRows> names { L"Last Asthma Visit", L"Calculated Date Due",
         L"Next Appointment", L"Case Manager", L"Comments" };
-    const Text note = registryNote(m_shared, patient);
-    const DrawingPause pause(fg);
     fg.setRowCount(RegistryRows);
     for (int row = 0; row < RegistryRows; ++row) {
         const auto number = static_cast<std::size_t>(row);
         const TextView value = displayPart(pieces[number + 3]);
         fg.setText(row, 0, names[number]);
-        fg.setText(row, 1, row == CommentsRow ? note : row == CaseManagerRow ? spacedName(value) : Text(value));
+        fg.setText(row, 1, row == CaseManagerRow ? spacedName(value) : Text(value));
     }
+    fg.setText(CommentsRow, 1, registryNote(m_shared, patient));
 }
 
 void frmAsthma::updateRegistryCommands()

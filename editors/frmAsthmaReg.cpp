@@ -30,7 +30,7 @@ frmAsthmaReg::frmAsthmaReg(modShared& shared)
         dat[i].setDateOnly(true); // the registry keeps no times
         dat[i].NewDateEntered = trapped(L"dat_NewDateEntered", [this, i] { dat_NewDateEntered(i); });
     }
-    bindLookup(txtPrv, cmdPrv, TypedOver::ClearsId,
+    bindLookup(txtPrv, cmdPrv, TypedOver::ClearsId, Unnamed::IsSaved,
         trapped(L"cmdPrv_Click", [this] { lookUp(txtPrv, LookupTableNumber::Provider); }));
     txtComments.KeyDown = trapped(L"txtComments_KeyDown",
         [this](int& keyCode, int shift) { m_shared.FilterEditKeys(keyCode, shift, txtComments.window()); });

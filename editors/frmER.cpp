@@ -116,7 +116,8 @@ void frmER::bindEvents()
 {
     optArrival.Click = trapped(L"optArrival_Click", [this](int index) { optArrival_Click(index); });
     optDisch.Click = trapped(L"optDisch_Click", [this](int index) { optDisch_Click(index); });
-    bindLookup(txtLoc, cmdLoc, TypedOver::ClearsId, trapped(L"cmdLoc_Click", [this] { cmdLoc_Click(); }));
+    bindLookup(
+        txtLoc, cmdLoc, TypedOver::ClearsId, Unnamed::IsSaved, trapped(L"cmdLoc_Click", [this] { cmdLoc_Click(); }));
     datDepart.EntryRefused = trapped(L"datDepart_EntryRefused", [this] {
         m_shared.ErrorBox(L"Enter the departure date with its time, such as 1/2/2006 14:30.", L"Invalid Date");
     });

@@ -57,7 +57,7 @@ frmPediatric::frmPediatric(modShared& shared)
         txt[i].KeyPress = trapped(L"txt_KeyPress", [this](wchar_t key) { txt_KeyPress(key); });
         txt[i].Validate = trapped(L"txt_Validate", [this, i](bool& cancel) { txt_Validate(i, cancel); });
     }
-    bindLookup(txtPat, cmdPat, TypedOver::KeepsId,
+    bindLookup(txtPat, cmdPat, TypedOver::KeepsId, Unnamed::IsSaved,
         trapped(L"cmdPat_Click", [this] { lookUp(txtPat, LookupTableNumber::Patient); }));
     bindSave(cmdAdd, L"cmdAdd_Click", [this] { cmdAdd_Click(); });
 }

@@ -42,7 +42,8 @@ frmRefusal::frmRefusal(modShared& shared)
     lblItem.setCaption(L"Refusal &Item");
     lblRefused.setCaption(L"&Date Refused");
     lblComment.setCaption(L"Comme&nt");
-    bindLookup(txtItem, cmdItem, TypedOver::ClearsId, trapped(L"cmdItem_Click", [this] { cmdItem_Click(); }));
+    bindLookup(txtItem, cmdItem, TypedOver::ClearsId, Unnamed::IsRefused,
+        trapped(L"cmdItem_Click", [this] { cmdItem_Click(); }));
     lstRefusals.ItemCheck = trapped(L"lstRefusals_ItemCheck", [this](int row) { lstRefusals_ItemCheck(row); });
     txtItem.Changed = trapped(L"txtItem_Change", [this] { txtItem_Change(); });
     datRefused.NewDateEntered = trapped(L"datRefused_NewDateEntered", [this] { datRefused_NewDateEntered(); });
@@ -131,7 +132,7 @@ void frmRefusal::takeOnlyItem(const Text& type)
     setPicked(txtItem, upperCase(type), L"");
     const Text reply = m_shared.CallRpc(L"MEVREF REFLIST", type);
     if (!m_shared.CheckRpcError(reply, L""))
-        txtItem.setTag(pieceView(reply, L"^", 1));
+        txtItem.setTag(reply);
     setFocus(txtItem);
 }
 
@@ -233,8 +234,9 @@ void frmRefusal::cmdOK_Click()
     if (!isComplete())
         return;
     save(L"MEVREF SET",
-        m_sRefusalIen + L"^" + serverType(lstRefusals.itemText(lstRefusals.listIndex())) + L"^" + txtItem.tag() + L"^"
-            + m_shared.patientText() + L"^" + datRefused.value() + L"^" + withoutCarets(txtRefComment.text()));
+        m_sRefusalIen + L"^" + serverType(lstRefusals.itemText(lstRefusals.listIndex())) + L"^"
+            + withoutCarets(txtItem.tag()) + L"^" + m_shared.patientText() + L"^" + datRefused.value() + L"^"
+            + withoutCarets(txtRefComment.text()));
 }
 
 }

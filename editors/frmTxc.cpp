@@ -20,7 +20,7 @@ frmTxc::frmTxc(modShared& shared)
     fraTypes.hold({ &opt[0], &opt[1] });
     lbl[0].setCaption(L"Date Initiated");
     lbl[1].setCaption(L"Provider");
-    bindLookup(txtPrv, cmdPrv, TypedOver::KeepsId,
+    bindLookup(txtPrv, cmdPrv, TypedOver::KeepsId, Unnamed::IsRefused,
         trapped(L"cmdPrv_Click", [this] { lookUp(txtPrv, LookupTableNumber::Provider); }));
     datInit.NewDateEntered = trapped(L"datInit_NewDateEntered", [this] { datInit_NewDateEntered(); });
     bindSave(cmdAdd, L"cmdAdd_Click", [this] { cmdAdd_Click(); });

@@ -58,7 +58,7 @@ public:
     int row() const { return m_row; }
     // The column from which on the row is selected.
     int selectedColumn() const { return m_selectedColumn; }
-    // Selects a row, or none with a negative number, and raises SelectionChange when the row changes.
+    // Selects a row, or none with -1, and raises SelectionChange when the row changes.
     void select(int row, int column = 0);
     // Scrolls so that a row can be seen.
     void showRow(int row);

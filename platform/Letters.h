@@ -1,4 +1,4 @@
-// Upper, lower and proper case for every letter of Unicode, whatever the process's locale is.
+// Digits; upper, lower and proper case for every letter of Unicode, whatever the process's locale is.
 #pragma once
 
 #include "platform/Text.h"

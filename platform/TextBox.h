@@ -4,7 +4,6 @@
 
 namespace health {
 
-
 // A field for text of one line or more; lines are parted by CR LF. Beside the text it carries a tag of the program's
 // own, which nothing but the program changes.
 class TextBox : public Control {

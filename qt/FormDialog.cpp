@@ -157,9 +157,9 @@ bool FormDialog::eventFilter(QObject* watched, QEvent* event)
         const bool real =
             reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason && reason != Qt::MenuBarFocusReason;
         Control* const entered = m_controls.value(watched);
-        // A lookup button under the mouse: the click that follows does it all.
-        const bool lookup = reason == Qt::MouseFocusReason && m_form.isLookupOf(m_form.activeControl(), *entered);
-        if (real && !lookup && event->type() == QEvent::FocusIn)
+        // A button under the mouse: the click that follows leaves the field, and may be stopped by that.
+        const bool clicked = reason == Qt::MouseFocusReason && dynamic_cast<ButtonView*>(watched);
+        if (real && !clicked && event->type() == QEvent::FocusIn)
             focusEntered(*entered); // at once: of keys typed fast none may be missed
         auto* const date = dynamic_cast<DateView*>(watched->parent());
         Control* const next = m_controls.value(QApplication::focusWidget());

@@ -46,7 +46,7 @@ std::vector<TextView> recordLines(TextView reply);
 // One after the other: what one replacement wrote, a later one may replace again.
 Text TranslateChars(TextView text, TextView from, TextView to);
 
-// Each occurrence of a text replaced by another; what was put in is not looked at again.
+// Each occurrence of a text, which is not empty, replaced by another; what was put in is not looked at again.
 Text replaced(TextView text, TextView from, TextView to);
 
 bool SameText(TextView a, TextView b);

@@ -135,45 +135,45 @@ TEST_F(HostWindow, LookupFieldIsLeftByClickAndByCancel)
                 QStringLiteral("click"), QStringLiteral("1") });
         }
     };
-    int step = 0;
+    const auto noteName = [&](QWidget& dialog) {
+        for (QLineEdit* field : dialog.findChildren<QLineEdit*>())
+            names += field->accessibleName() == QStringLiteral("Mother or Guardian") ? u'<' + field->text() + u'>'
+                                                                                     : QString();
+    };
+    const auto typeName = [](QWidget&) {
+        pressKeys({ QStringLiteral("key"), QStringLiteral("alt+m") });
+        pressKeys({ QStringLiteral("type"), QStringLiteral("pember") });
+    };
+    const auto clickOn = [&](const char* caption) {
+        return [&click, caption](QWidget& dialog) { click(dialog, QString::fromLatin1(caption)); };
+    };
+    const std::vector<std::function<void(QWidget&)>> steps {
+        [](QWidget&) {
+            pressKeys(
+                { QStringLiteral("key"), QStringLiteral("alt+m"), QStringLiteral("BackSpace"), QStringLiteral("Tab") });
+        },
+        typeName, clickOn("OK"), // leaves the field: two are found, the dialog asks
+        clickOn("Cancel"), // the lookup's: nothing was chosen, the name is cleared
+        noteName, typeName, clickOn("..."), clickOn("Cancel"), // the lookup's: the name stays
+        noteName, clickOn("OK"), // clears the name; nothing is saved without it, unseen
+        noteName, typeName, clickOn("Cancel"), // the form's: no lookup on the way out
+    };
+    std::size_t step = 0;
     QTimer driver;
     QObject::connect(&driver, &QTimer::timeout, window.get(), [&] {
         QWidget* const dialog = QApplication::activeModalWidget();
         if (!dialog)
             return;
         dialogs.append(dialog->windowTitle());
-        switch (step++) {
-        case 0:
-            pressKeys({ QStringLiteral("key"), QStringLiteral("alt+m"), QStringLiteral("BackSpace"),
-                QStringLiteral("Tab"), QStringLiteral("alt+m") });
-            break;
-        case 1:
-            pressKeys({ QStringLiteral("type"), QStringLiteral("pember") });
-            break;
-        case 2:
-            click(*dialog, QStringLiteral("OK")); // leaves the field: two are found, the dialog asks
-            break;
-        case 3:
-            click(*dialog, QStringLiteral("Cancel")); // the lookup's: nothing was chosen, the name is cleared
-            break;
-        case 4:
-            for (QLineEdit* field : dialog->findChildren<QLineEdit*>())
-                names += field->accessibleName() == QStringLiteral("Mother or Guardian") ? u'<' + field->text() + u'>'
-                                                                                         : QString();
-            pressKeys({ QStringLiteral("key"), QStringLiteral("alt+m") });
-            break;
-        case 5:
-            pressKeys({ QStringLiteral("type"), QStringLiteral("pember") });
-            break;
-        default:
-            click(*dialog, QStringLiteral("Cancel")); // the form's: no lookup on the way out
-        }
+        steps[std::min(step++, steps.size() - 1)](*dialog);
     });
     driver.start(500);
     pressKeys({ QStringLiteral("key"), QStringLiteral("Return") });
-    ASSERT_TRUE(waitUntil([&] { return step >= 7 && !QApplication::activeModalWidget(); }));
-    EXPECT_EQ(dialogs.count(QStringLiteral("Lookup Patient")), 1) << dialogs.join(u'|').toStdString();
-    EXPECT_EQ(names, QStringLiteral("<>"));
+    for (int i = 0; i < 3 && !waitUntil([&] { return step >= steps.size() && !QApplication::activeModalWidget(); });
+         ++i) { }
+    EXPECT_EQ(step, steps.size());
+    EXPECT_EQ(dialogs.count(QStringLiteral("Lookup Patient")), 2) << dialogs.join(u'|').toStdString();
+    EXPECT_EQ(names, QStringLiteral("<><pember><>"));
 }
 
 TEST_F(HostWindow, SecondHostFollowsTheFirst)
