@@ -1,5 +1,6 @@
 #include "host/HostSession.h"
 
+#include <QScopeGuard>
 #include <QScopedValueRollback>
 #include <QUuid>
 
@@ -17,16 +18,20 @@ Text newToken() { return QString::fromLatin1(QUuid::createUuid().toRfc4122().toH
 
 Text widenBytes(const QByteArray& utf8) { return widen({ utf8.data(), static_cast<std::size_t>(utf8.size()) }); }
 
-// Until a lost connection is tried again without a word; twice as long after each try that failed.
+// Between two tries to connect again without a word; twice as long after each try that failed.
 constexpr int FirstPause = 10'000; // milliseconds
 constexpr int LongestPause = 320'000;
+// The window takes no input meanwhile, so such a try gives up sooner than a call that the user made.
+constexpr int QuietTimeout = 5'000;
 
 }
 
 HostSession::HostSession(Transport& transport, int timeoutMilliseconds, TryAgain tryAgain)
     : m_connection(transport, timeoutMilliseconds)
+    , m_timeout(timeoutMilliseconds)
     , m_tryAgain(std::move(tryAgain))
     , m_token(newToken())
+    , m_nextPause(FirstPause)
 {
     m_connection.onEvent = [this](const Answer& event) { queueEvent(widenBytes(event.name), widenBytes(event.text)); };
     m_connection.onProgress = [this](int percent, const QString& text) { Q_EMIT progressed(percent, text); };
@@ -69,6 +74,10 @@ void HostSession::openSession()
     m_onConnection = true;
     // What happened since the old connection went was told to nobody.
     m_eventsMissed = m_eventsMissed || !m_subscriptions.empty();
+    m_nextPause = FirstPause;
+    if (m_quietPause.remainingTime() > FirstPause)
+        m_quietPause.start(FirstPause);
+    Q_EMIT connectionChanged(true);
 }
 
 void HostSession::signOnConnection()
@@ -96,7 +105,9 @@ auto HostSession::withRetries(Work work)
             m_connection.close();
             if (m_tryAgain(QString::fromStdWString(lost.description())))
                 continue;
-            pauseQuietTries();
+            Q_EMIT connectionChanged(false);
+            if (!m_quietPause.isActive())
+                m_quietPause.start(m_nextPause);
             throw CallAbandoned(lost.description());
         }
     }
@@ -135,25 +146,23 @@ void HostSession::connect(TextView)
 // Without a connection events would be missed: it is tried without a word, now and then.
 void HostSession::reconnectQuietly()
 {
-    if (m_connection.isOpen() || m_inCall || m_userName.empty() || m_quietPause.isActive())
+    if (m_connection.isOpen() || m_inCall || m_userName.empty())
         return;
-    pauseQuietTries();
+    Q_EMIT connectionChanged(false);
+    if (m_quietPause.isActive())
+        return;
+    m_connection.setTimeout(std::min(m_timeout, QuietTimeout));
+    const auto usual = qScopeGuard([this] { m_connection.setTimeout(m_timeout); });
     try {
         const Call inCall(*this);
         openSession();
     } catch (const Failure&) {
+        m_quietPause.start(m_nextPause);
+        m_nextPause = std::min(m_nextPause * 2, LongestPause);
         return;
     }
-    m_nextPause = FirstPause;
-    Q_EMIT statusChanged({});
+    m_quietPause.start(FirstPause); // a server that ends again and again is left alone for so long
     tellMissedEvents();
-}
-
-void HostSession::pauseQuietTries()
-{
-    Q_EMIT statusChanged(tr("Not connected to the server."));
-    m_quietPause.start(m_nextPause);
-    m_nextPause = std::min(m_nextPause * 2, LongestPause);
 }
 
 // Nobody knows what was missed: the panels read all anew.

@@ -68,6 +68,8 @@ public:
 Q_SIGNALS:
     void statusChanged(const QString& text);
     void progressed(int percent, const QString& text);
+    // The server can be reached, or not for now; may tell the same twice.
+    void connectionChanged(bool connected);
     // A call is over, well or not.
     void callEnded();
 
@@ -124,10 +126,10 @@ private:
     void deliver(const Text& name, const Text& data);
     void tell(const Subscription& subscription, const Text& name, const Text& data);
     void reconnectQuietly();
-    void pauseQuietTries();
     void tellMissedEvents();
 
     ServerConnection m_connection;
+    const int m_timeout; // of the user's calls, milliseconds
     TryAgain m_tryAgain;
     Text m_token; // the session's name at the server
     long long m_lastNumber = 0;
@@ -141,7 +143,7 @@ private:
     bool m_delivering = false;
     bool m_eventsMissed = false; // a connection was lost, and nobody has been told to read anew
     QTimer m_quietPause; // between two tries to connect again
-    int m_nextPause = 10'000; // milliseconds
+    int m_nextPause; // milliseconds
     bool m_inCall = false; // from the first try to the end of the last
     std::deque<SentAhead> m_expected; // calls that were announced, in their order
     std::map<Text, Text> m_values;

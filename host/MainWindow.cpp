@@ -46,6 +46,7 @@ MainWindow::MainWindow(const Options& options)
     , m_transport(makeTransport(options))
     , m_context(*m_transport, options.timeoutMilliseconds, [this](const QString& reason) { return askAgain(reason); })
     , m_pages(new PanelPages(m_context))
+    , m_connectionLabel(new QLabel(tr("Not connected to the server.")))
     , m_userLabel(new QLabel)
     , m_basePointSize(QApplication::font().pointSizeF())
 {
@@ -56,6 +57,7 @@ MainWindow::MainWindow(const Options& options)
     layout->addWidget(m_pages, 1);
     setCentralWidget(centre);
     m_userLabel->setTextFormat(Qt::PlainText);
+    statusBar()->addPermanentWidget(m_connectionLabel);
     statusBar()->addPermanentWidget(m_userLabel);
     statusBar()->setAccessibleName(tr("Status"));
     makeFileMenu();
@@ -86,6 +88,9 @@ void MainWindow::connectContext()
     connect(&m_context, &ClinicalContext::patientChanged, this, &MainWindow::updateTitle);
     connect(&m_context.session(), &HostSession::statusChanged, this,
         [this](const QString& text) { statusBar()->showMessage(text); });
+    m_connectionLabel->hide();
+    connect(&m_context.session(), &HostSession::connectionChanged, m_connectionLabel,
+        [this](bool connected) { m_connectionLabel->setHidden(connected); });
     connect(&m_context.session(), &HostSession::progressed, this, &MainWindow::showProgress);
     connect(&m_context.session(), &HostSession::callEnded, this, &MainWindow::endProgress);
     m_context.patientObject().prompt = [this] { choosePatient(); };

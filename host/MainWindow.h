@@ -62,6 +62,7 @@ private:
     std::unique_ptr<Transport> m_transport;
     ClinicalContext m_context;
     PanelPages* m_pages;
+    QLabel* m_connectionLabel;
     QLabel* m_userLabel;
     QAction* m_newPanel = nullptr;
     QAction* m_closePanel = nullptr;

@@ -110,8 +110,9 @@ Options readOptions()
         if (option != u"list" && parser.value(option).isEmpty())
             refuse(QStringLiteral("--%1 needs a value.").arg(option));
     }
-    if (parser.isSet(QStringLiteral("tour")) && parser.isSet(QStringLiteral("server")))
-        refuse(QStringLiteral("--tour is for the sample data; pictures of real patients are not saved."));
+    if ((parser.isSet(QStringLiteral("tour")) || parser.isSet(QStringLiteral("picture")))
+        && parser.isSet(QStringLiteral("server")))
+        refuse(QStringLiteral("--picture and --tour do not go with --server: pictures are for the sample data."));
 
     Options options;
     bool understood = true;

@@ -28,6 +28,8 @@ public:
     // Throws ConnectionLost.
     void open();
     void close();
+    // How long a server may be silent, from now on; milliseconds.
+    void setTimeout(int milliseconds) { m_timeout = milliseconds; }
 
     // Sends a request; its answer is received later, or dropped when it comes. Throws ConnectionLost.
     void send(long long number, TextView name, TextView parameter);

@@ -48,7 +48,7 @@ ImageView::ImageView(Image& image, QWidget* parent)
     : Mirror(image, parent)
 {
     setAccessibleName(QStringLiteral("Personal Health"));
-    setAccessibleDescription(toolTip());
+    setAccessibleDescription(toLines(image.toolTip()));
     draw();
 }
 

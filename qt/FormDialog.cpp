@@ -11,6 +11,7 @@
 #include <QFocusEvent>
 #include <QKeyEvent>
 #include <QLayout>
+#include <QLineEdit>
 #include <QTimer>
 
 #include <algorithm>
@@ -82,8 +83,12 @@ void FormDialog::focusFirst()
 {
     for (QWidget* const widget : m_builder.inTabOrder()) {
         QWidget* const focused = widget->focusProxy() ? widget->focusProxy() : widget;
-        if (widget->isEnabled() && widget->isVisible())
-            return m_form.setFocus(*m_controls.value(focused));
+        if (!widget->isEnabled() || !widget->isVisible())
+            continue;
+        m_form.setFocus(*m_controls.value(focused));
+        if (auto* const line = qobject_cast<QLineEdit*>(focused))
+            line->selectAll();
+        return;
     }
 }
 

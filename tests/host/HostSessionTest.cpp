@@ -236,9 +236,12 @@ TEST_F(HostSessionTest, ConnectionLostWhileIdleComesBackByItself)
     Sink sink;
     session.registerEvent(L"REFRESH", sink);
     session.registerEvent(L"VXR.12", sink);
+    std::vector<bool> states;
+    QObject::connect(&session, &HostSession::connectionChanged, [&](bool connected) { states.push_back(connected); });
     transport.end();
     QTest::qWait(30);
     EXPECT_EQ(transport.connections, 2);
+    EXPECT_EQ(states, (std::vector { false, true }));
     EXPECT_EQ(sink.names, std::vector<Text> { L"REFRESH" }); // events may have been missed
     EXPECT_TRUE(questions.isEmpty());
     EXPECT_EQ(names().last(), QStringLiteral("MEVHOST SUBSCRIBE"));
