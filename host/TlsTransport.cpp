@@ -35,8 +35,8 @@ void keepAlive(QSslSocket& socket)
 QList<QSslCertificate> certificatesIn(const QString& name)
 {
     QFile file(name);
-    return file.open(QIODevice::ReadOnly) ? QSslCertificate::fromData(file.readAll(), QSsl::Pem)
-                                          : QList<QSslCertificate>();
+    return !name.isEmpty() && file.open(QIODevice::ReadOnly) ? QSslCertificate::fromData(file.readAll(), QSsl::Pem)
+                                                             : QList<QSslCertificate>();
 }
 
 QByteArray readFile(const QString& name)
