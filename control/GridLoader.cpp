@@ -96,8 +96,7 @@ void GridLoader::loadList(const RecordType& type, const Text& reply)
 {
     if (m_shared.CheckRpcError(reply, L""))
         return;
-    for (const TextView line : replyLines(reply))
-        addListRow(type, line);
+    forEachLine(reply, [&](TextView line) { addListRow(type, line); });
 }
 
 void GridLoader::addListRow(const RecordType& type, TextView line)

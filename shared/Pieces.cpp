@@ -1,7 +1,6 @@
 #include "shared/Pieces.h"
 
 #include "platform/Letters.h"
-#include "shared/modConst.h"
 
 #include <algorithm>
 
@@ -53,10 +52,7 @@ LinePieces::LinePieces(TextView line)
 std::vector<TextView> replyLines(TextView reply)
 {
     std::vector<TextView> lines;
-    for (std::size_t end = reply.find(LineBreak); end != TextView::npos; end = reply.find(LineBreak)) {
-        lines.push_back(reply.substr(0, end));
-        reply.remove_prefix(end + LineBreak.size());
-    }
+    forEachLine(reply, [&](TextView line) { lines.push_back(line); });
     return lines;
 }
 

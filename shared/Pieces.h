@@ -3,6 +3,7 @@
 
 #include "platform/ComboBox.h"
 #include "platform/Text.h"
+#include "shared/modConst.h"
 
 #include <array>
 #include <vector>
@@ -36,7 +37,18 @@ private:
     std::size_t m_count = 0;
 };
 
-// The lines of a list reply, without the element after the last CR LF. Views into `reply`.
+// Does something with each line of a list reply; what stands after the last CR LF is none. A long reply is gone
+// through once.
+template<typename Work>
+void forEachLine(TextView reply, Work work)
+{
+    for (std::size_t end = reply.find(LineBreak); end != TextView::npos; end = reply.find(LineBreak)) {
+        work(reply.substr(0, end));
+        reply.remove_prefix(end + LineBreak.size());
+    }
+}
+
+// The lines all at once. Views into `reply`.
 std::vector<TextView> replyLines(TextView reply);
 
 // The same for a record that is read whole: a last line without its CR LF counts too.
