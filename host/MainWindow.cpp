@@ -274,7 +274,7 @@ void MainWindow::changeUser(const Text& user)
         m_context.session().signOn(user);
     } catch (const CallAbandoned&) {
         throw; // the server is away: the new user stays to be signed on
-    } catch (const Failure& refusal) {
+    } catch (const Failure&) {
         signOnAgain(old);
         throw;
     }
