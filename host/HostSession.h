@@ -15,8 +15,8 @@
 namespace health {
 
 // A call that the user did not want to try again: what happened has been shown already.
-class CallAbandoned : public Failure {
-    using Failure::Failure;
+class CallAbandoned : public ConnectionGone {
+    using ConnectionGone::ConnectionGone;
 };
 
 // The session with the clinical server over one connection. A call whose answer is lost is offered for another try

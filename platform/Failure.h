@@ -25,6 +25,12 @@ private:
     std::string m_utf8;
 };
 
+// Thrown by a host's session: the server cannot be reached and the user did not want to try again. Calls that follow at
+// once would end the same way.
+class ConnectionGone : public Failure {
+    using Failure::Failure;
+};
+
 // Describes the exception that is being handled. To be called inside a catch block only.
 Text describeCurrentFailure();
 
