@@ -4,6 +4,8 @@
 #include "platform/Letters.h"
 #include "shared/modConst.h"
 
+#include <algorithm>
+
 namespace health {
 
 namespace {
@@ -19,6 +21,9 @@ Text searchable(TextView text)
 {
     Text result = TranslateChars(upperCase(text), L"^", L"");
     std::erase_if(result, [](wchar_t letter) { return letter < L' '; });
+    const std::size_t start = std::min(result.find_first_not_of(L' '), result.size());
+    result.erase(0, start);
+    result.erase(result.find_last_not_of(L' ') + 1);
     return result;
 }
 
@@ -128,6 +133,7 @@ void frmLookup::LoadGrid(TextView reply)
 {
     fillGrid(reply);
     fgResults.sizeColumns();
+    fgResults.setHint(fgResults.rowCount() == 0 ? L"No matches." : L"");
     fgResults.setToolTip({});
     m_tipRow = m_tipColumn = -1;
     if (fgResults.rowCount() > 0) {
@@ -173,11 +179,15 @@ void frmLookup::cmdSearch_Click()
 {
     if (txtName.text().empty()) {
         m_shared.WarningBox(L"You must first enter some text to be searched.", L"Nothing to Search");
+        setFocus(txtName);
         return;
     }
     search(txtName.text());
     if (!fgResults.isVisible())
         m_shared.InfoBox(L"Search found no matches.", L"Find Record");
+    // The next text is typed where it is searched.
+    if (!fgResults.isVisible() || fgResults.rowCount() == 0)
+        setFocus(txtName);
 }
 
 void frmLookup::cmdSelect_Click()

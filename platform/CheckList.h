@@ -25,6 +25,12 @@ public:
     int listIndex() const { return m_listIndex; }
     void setListIndex(int index);
 
+    // The user moves to a row.
+    void choose(int index)
+    {
+        if (canBeUsed())
+            setListIndex(index);
+    }
     // The user clicks the box of a row, which makes the row current too.
     void click(int index);
 

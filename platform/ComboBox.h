@@ -41,6 +41,7 @@ public:
 
     // The user chooses an entry from the list, or takes the choice back with -1, where the program allows that.
     void choose(int index);
+    bool isEmptiable() const { return m_emptiable; }
     void setEmptiable(bool emptiable) { m_emptiable = emptiable; }
     // The user presses a key in the list; 0 afterwards: swallowed.
     void pressKey(wchar_t& key) { raise(KeyPress, key); }

@@ -42,6 +42,8 @@ enum class Change {
     ForeColour,
     BackColour,
     AllSelected, // the program has selected a field's whole text
+    Note, // the line under a field
+    Hint, // what a grid says beside its rows
 };
 
 // Implemented by the front end; told after a change, on the user-interface thread.
@@ -95,6 +97,11 @@ public:
     const Text& toolTip() const { return m_toolTip; }
     void setToolTip(TextView toolTip) { assign(m_toolTip, Text(toolTip), Change::ToolTip); }
 
+    // A line under the field that explains what became of its value; empty for none. What the user enters next takes it
+    // off.
+    const Text& note() const { return m_note; }
+    void setNote(TextView note) { assign(m_note, Text(note), Change::Note); }
+
     const Place& place() const { return m_place; }
     void setPlace(const Place& place) { assign(m_place, place, Change::Place); }
 
@@ -102,6 +109,12 @@ public:
     virtual void setForeColour(Colour colour) { assign(m_foreColour, colour, Change::ForeColour); }
     Colour backColour() const { return m_backColour; }
     void setBackColour(Colour colour) { assign(m_backColour, colour, Change::BackColour); }
+
+    // The form gives the control the focus.
+    virtual void entered() { }
+    // The form leaves the control: what the user has typed becomes its value. False: the form put another value in its
+    // place, or none.
+    virtual bool settle() { return true; }
 
     // Focus events, raised by the form. Validate may keep the focus by setting `cancel`.
     std::function<void()> GotFocus;
@@ -134,6 +147,7 @@ private:
     Colour m_foreColour = DefaultColour;
     Colour m_backColour = DefaultColour;
     Text m_toolTip;
+    Text m_note;
     Place m_place;
 };
 

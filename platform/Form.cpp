@@ -42,6 +42,7 @@ bool Form::isLookupOf(const Control* field, const Control& button) const
 void Form::enter(Control& control)
 {
     m_active = &control;
+    control.entered();
     if (m_observer)
         m_observer->focusMoved(*this);
 }
@@ -52,29 +53,39 @@ void Form::setFocus(Control& control)
         moveFocus(control);
 }
 
-bool Form::moveFocus(Control& control)
+bool Form::move(Control& control, Purpose purpose)
 {
-    if (m_active == &control)
+    if (m_active == &control) {
+        if (m_observer)
+            m_observer->focusMoved(*this);
         return true;
-    Control* const left = m_notYetLeft ? m_notYetLeft : m_active;
-    if (left && left != &control) {
-        bool cancel = false;
-        if (&control != m_cancel)
-            raise(left->Validate, cancel);
-        if (cancel) {
-            m_notYetLeft = nullptr;
-            enter(*left);
-            return false;
-        }
     }
-    m_notYetLeft = nullptr;
-    enter(control);
-    // Leaving runs when the new control is known; it may move the focus on, or open a lookup.
-    if (left && left != &control)
-        raise(left->LostFocus);
-    if (m_active == &control)
-        raise(control.GotFocus);
-    return true;
+    ++m_moves;
+    Control* const left = m_notYetLeft ? m_notYetLeft : m_active;
+    const bool moved = !left || left == &control || isLeft(*left, control, purpose);
+    m_notYetLeft = moved && &control == m_cancel ? left : nullptr;
+    enter(moved ? control : *left);
+    if (moved) {
+        // Leaving runs when the new control is known; it may move the focus on, or open a lookup.
+        if (left && left != &control)
+            raise(left->LostFocus);
+        if (m_active == &control)
+            raise(control.GotFocus);
+    }
+    if (--m_moves == 0 && m_observer)
+        m_observer->focusSettled(*this);
+    return moved;
+}
+
+// What was typed into the field takes effect and is judged; false where that keeps the focus in it.
+bool Form::isLeft(Control& field, const Control& next, Purpose purpose)
+{
+    if (&next == m_cancel || !field.canBeUsed())
+        return true;
+    const bool stands = field.settle();
+    bool cancel = false;
+    raise(field.Validate, cancel);
+    return !cancel && (stands || purpose == Purpose::Focus);
 }
 
 void Form::press(Button& button)
@@ -86,7 +97,7 @@ void Form::press(Button& button)
         m_notYetLeft = m_active;
         enter(button);
         raise(button.GotFocus);
-    } else if (!moveFocus(button) || m_pressWithheld) {
+    } else if (!move(button, Purpose::Press) || m_pressWithheld) {
         return;
     }
     button.click();

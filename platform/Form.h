@@ -14,8 +14,11 @@ class Form;
 class FormObserver {
 public:
     virtual void captionChanged(Form& form) = 0;
-    // The program has moved the focus; null: to no control.
+    // The active control has the focus from now on, also where it had it before: it was entered, or a refusal keeps the
+    // user in it.
     virtual void focusMoved(Form& form) = 0;
+    // Leaving and entering are over; boxes and dialogs that came with them are closed.
+    virtual void focusSettled(Form& form) = 0;
     virtual void defaultChanged(Form& form) = 0;
     virtual void closed(Form& form) = 0;
 
@@ -46,7 +49,8 @@ public:
     // What the form looks like; null for a form that is never shown.
     virtual Arrangement arrangement() { return {}; }
 
-    // Before the form is shown (by way of load()), and each time it becomes the active window.
+    // Before the form is shown (by way of load()); when it has been shown, and each time the user comes back to it from
+    // another form. A message box or another program in between raises nothing.
     virtual void Form_Load() { }
     virtual void Form_Activate() { }
 
@@ -62,10 +66,14 @@ public:
     void close();
 
     Control* activeControl() const { return m_active; }
-    // By the program: moves the focus, with the events of leaving and entering.
+    // By the program: moves the focus, with the events of leaving and entering. A control that cannot be used does not
+    // get it.
     void setFocus(Control& control);
-    // By the user: the same, unless Validate keeps the focus; false then. Validate does not stand in the way of Cancel.
-    bool moveFocus(Control& control);
+    // By the user: the same, unless Validate keeps the focus; false then. On the way to Cancel nothing is judged; what
+    // was left is judged when the user goes on from there to anything else.
+    bool moveFocus(Control& control) { return move(control, Purpose::Focus); }
+    // Leaving and entering are under way: a box or a dialog may be open.
+    bool isMoving() const { return m_moves > 0; }
 
     // The button that Enter presses, and the one that Escape presses; null for none.
     Button* defaultButton() const { return m_default; }
@@ -90,13 +98,20 @@ protected:
     void withholdPress() { m_pressWithheld = true; }
 
 private:
+    enum class Purpose {
+        Focus,
+        Press, // a date that is refused stops it, too
+    };
+    bool move(Control& control, Purpose purpose);
+    bool isLeft(Control& field, const Control& next, Purpose purpose);
     void enter(Control& control);
 
     Text m_name;
     Text m_caption;
     FormObserver* m_observer = nullptr;
     Control* m_active = nullptr;
-    Control* m_notYetLeft = nullptr; // the field whose lookup button has the focus
+    Control* m_notYetLeft = nullptr; // the field, while its lookup button or Cancel has the focus
+    int m_moves = 0; // nested: leaving a field may open a lookup that moves the focus on
     Button* m_default = nullptr;
     Button* m_cancel = nullptr;
     std::map<const Control*, const Control*> m_lookupButtons;

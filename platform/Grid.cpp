@@ -17,6 +17,18 @@ void Grid::contentsChanged()
         notify(Change::Contents);
 }
 
+void Grid::setColumnWidth(int index, int twips)
+{
+    m_columnsSized = false;
+    assignColumn(index, &Column::width, twips);
+}
+
+void Grid::sizeColumns()
+{
+    m_columnsSized = true;
+    notify(Change::ColumnsSized);
+}
+
 void Grid::setColumnCount(int count)
 {
     setRowCount(0);

@@ -27,17 +27,22 @@ public:
     // Changing the number of columns empties the grid of its rows.
     void setColumnCount(int count);
     const Column& column(int index) const { return m_columns.at(static_cast<std::size_t>(index)); }
-    void setColumnWidth(int index, int twips) { assignColumn(index, &Column::width, twips); }
+    void setColumnWidth(int index, int twips);
     void setColumnHidden(int index, bool hidden) { assignColumn(index, &Column::hidden, hidden); }
     void setColumnAlignment(int index, int alignment) { assignColumn(index, &Column::alignment, alignment); }
 
     void setColumnHeading(int index, TextView heading) { assignColumn(index, &Column::heading, Text(heading)); }
 
-    // Makes all shown columns as wide as their contents.
-    void sizeColumns() { notify(Change::ColumnsSized); }
+    // Makes all shown columns as wide as their contents, until one gets another width.
+    void sizeColumns();
+    bool hasSizedColumns() const { return m_columnsSized; }
 
     bool wordWrap() const { return m_wordWrap; }
     void setWordWrap(bool wrap) { assign(m_wordWrap, wrap, Change::Layout); }
+
+    // Said in the room beside the rows, or in their place while there are none; never a row.
+    const Text& hint() const { return m_hint; }
+    void setHint(TextView hint) { assign(m_hint, Text(hint), Change::Hint); }
 
     int rowCount() const { return static_cast<int>(m_rowData.size()); }
     // New rows are empty. A selected row that goes is no longer selected.
@@ -107,7 +112,9 @@ private:
     std::vector<Cell> m_cells; // row after row
     std::vector<TextView> m_rowData;
     TextArena m_texts;
+    Text m_hint;
     bool m_wordWrap = false;
+    bool m_columnsSized = false;
     bool m_drawing = true;
     int m_row = -1;
     int m_selectedColumn = 0;

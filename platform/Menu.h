@@ -16,7 +16,14 @@ public:
             raise(Click);
     }
 
+    // What the entry acts on, shown beside the caption; empty where the caption says it.
+    const Text& detail() const { return m_detail; }
+    void setDetail(TextView detail) { assign(m_detail, Text(detail), Change::Caption); }
+
     std::function<void()> Click;
+
+private:
+    Text m_detail;
 };
 
 // A menu as a list of entries that belong to the form; a null entry is a separating line.

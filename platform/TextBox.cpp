@@ -7,14 +7,23 @@ void TextBox::setText(TextView text)
     if (m_text == text)
         return;
     m_text = text;
+    m_allSelected = false;
     notify(Change::Text);
     raise(Changed);
 }
 
+void TextBox::selectAll()
+{
+    m_allSelected = true;
+    notify(Change::AllSelected);
+}
+
 void TextBox::edit(TextView text)
 {
-    if (canBeUsed())
-        setText(text);
+    if (!canBeUsed())
+        return;
+    setNote({});
+    setText(text);
 }
 
 wchar_t TextBox::pressKey(wchar_t key)

@@ -27,7 +27,24 @@ public:
     const Text& tag() const { return m_tag; }
     void setTag(TextView tag) { m_tag = tag; }
 
-    void selectAll() { notify(Change::AllSelected); }
+    // Sets the text of a stored record. What was loaded is not judged as long as it stands.
+    void load(TextView text)
+    {
+        m_loaded = text;
+        setText(text);
+    }
+    bool isAsLoaded() const { return m_text == m_loaded; }
+
+    // Selects the whole text, so that what is typed next replaces it; also before the field is shown.
+    void selectAll();
+    bool isAllSelected() const { return m_allSelected; }
+
+    // As many letters as the field is wide; 0: as the front end sees fit.
+    int columns() const { return m_columns; }
+    void setColumns(int letters) { m_columns = letters; }
+
+    // No text is longer: a record of many such texts still fits into one request.
+    static constexpr int LongestText = 20'000;
 
     // The user has changed the text.
     void edit(TextView text);
@@ -50,7 +67,10 @@ public:
 private:
     Lines m_lines;
     EditHandle m_window = nullptr;
+    int m_columns = 0;
+    bool m_allSelected = false;
     Text m_text;
+    Text m_loaded;
     Text m_tag;
 };
 

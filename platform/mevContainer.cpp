@@ -17,7 +17,7 @@ void mevContainer::setEnabled(bool enabled)
         if (dynamic_cast<mevContainer*>(control))
             continue;
         control->setEnabled(enabled);
-        if (enabled && dynamic_cast<Label*>(control))
+        if (enabled && control->foreColour() == GreyText)
             control->setForeColour(DefaultColour);
     }
     // What can be used further inside has changed without a change of its own state.

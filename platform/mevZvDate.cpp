@@ -115,22 +115,42 @@ Text mevZvDate::understood(TextView text, Moment now) const
     return m_requireTime && givesTime(text, *moment) ? dateTimeText(*moment) : defaultDateText(*moment);
 }
 
+void mevZvDate::setValue(TextView value)
+{
+    const Text before = shown();
+    m_typed.reset();
+    m_value = value;
+    if (before != m_value)
+        notify(Change::Text);
+}
+
+void mevZvDate::type(TextView text)
+{
+    if (!canBeUsed())
+        return;
+    m_touched = true;
+    setNote({});
+    m_typed = text;
+}
+
+bool mevZvDate::settle() { return !m_typed || !m_clock || enter(*m_typed, m_clock()); }
+
 bool mevZvDate::enter(TextView text, Moment now)
 {
     if (!canBeUsed())
         return false;
+    m_touched = true;
     const Text value = understood(text, now);
-    if (value == m_value)
-        return true;
     const auto moment = momentEntered(text, now);
-    if (m_requireTime && !value.empty() && !(moment && givesTime(text, *moment))) {
+    const bool isRefused =
+        value != m_value && m_requireTime && !value.empty() && !(moment && givesTime(text, *moment));
+    const bool isNew = value != m_value && !value.empty();
+    setValue(isRefused ? Text(m_value) : value);
+    if (isRefused)
         raise(EntryRefused);
-        return false;
-    }
-    setValue(value);
-    if (!value.empty())
+    else if (isNew)
         raise(NewDateEntered);
-    return m_value == value;
+    return !isRefused && m_value == value;
 }
 
 }

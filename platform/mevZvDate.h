@@ -13,9 +13,22 @@ namespace health {
 class mevZvDate : public Control {
 public:
     const Text& value() const { return m_value; }
-    // By the program; raises nothing.
-    void setValue(TextView value) { assign(m_value, Text(value), Change::Text); }
+    // By the program; raises nothing, and replaces what is being typed.
+    void setValue(TextView value);
     void clear() { setValue({}); }
+
+    // What the field shows: the value, or what the user is typing, which becomes the value when the field is left.
+    const Text& shown() const { return m_typed ? *m_typed : m_value; }
+    // The user types: the field's whole text.
+    void type(TextView text);
+    bool settle() override;
+    // The user has entered a date, or part of one, since the field got the focus.
+    bool wasTouched() const { return m_touched; }
+    void entered() override { m_touched = false; }
+    // The user presses Enter in the field; 0 afterwards: swallowed.
+    void pressKey(wchar_t& key) { raise(KeyPress, key); }
+    // Gives the desktop's time, for what is typed; the front end's.
+    void setClock(std::function<Moment()> clock) { m_clock = std::move(clock); }
 
     bool isEmpty() const { return m_value.empty(); }
     std::optional<Moment> moment() const { return parseDate(m_value); }
@@ -33,11 +46,15 @@ public:
     // What the control makes of a text: the date as it would be shown, else the text without blanks around it.
     Text understood(TextView text, Moment now) const;
 
+    std::function<void(wchar_t& key)> KeyPress;
     std::function<void()> NewDateEntered;
     std::function<void()> EntryRefused;
 
 private:
     Text m_value;
+    std::optional<Text> m_typed; // not entered yet
+    bool m_touched = false;
+    std::function<Moment()> m_clock;
     bool m_requireTime = false;
     bool m_dateOnly = false;
 };

@@ -1,5 +1,6 @@
 #include "qt/ChoiceViews.h"
 
+#include "qt/FocusFrame.h"
 #include "qt/IndicatorStyle.h"
 #include "qt/QtText.h"
 
@@ -15,6 +16,7 @@ CheckBoxView::CheckBoxView(CheckBox& checkBox)
     connect(this, &QCheckBox::toggled, this, [this](bool checked) {
         if (checked != m_control.isChecked())
             m_control.click();
+        setChecked(m_control.isChecked());
     });
 }
 
@@ -57,6 +59,7 @@ CheckListView::CheckListView(CheckList& list)
     : Mirror(list)
 {
     IndicatorStyle::giveTo(*this);
+    setHorizontalScrollMode(ScrollPerPixel);
     mirrorItems();
     connect(this, &QListWidget::itemChanged, this, [this](QListWidgetItem* item) {
         if (m_mirroring)
@@ -66,8 +69,34 @@ CheckListView::CheckListView(CheckList& list)
     });
     connect(this, &QListWidget::currentRowChanged, this, [this](int row) {
         if (!m_mirroring)
-            m_control.setListIndex(row);
+            m_control.choose(row);
     });
+}
+
+void CheckListView::keyPressEvent(QKeyEvent* event)
+{
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
+        event->ignore(); // for the form's default button
+    else
+        QListWidget::keyPressEvent(event);
+}
+
+// A click on a row's text ticks it; taking the tick back wants a click on the box itself.
+void CheckListView::mouseReleaseEvent(QMouseEvent* event)
+{
+    const QModelIndex under = indexAt(event->position().toPoint());
+    const bool checkedBefore = under.isValid() && m_control.isChecked(under.row());
+    const bool onRow = event->button() == Qt::LeftButton && under.isValid() && under.row() == currentRow();
+    QListWidget::mouseReleaseEvent(event);
+    if (onRow && !checkedBefore && !m_control.isChecked(under.row()))
+        m_control.click(under.row());
+}
+
+// The toolkit draws no sign of the focus around a list.
+void CheckListView::paintEvent(QPaintEvent* event)
+{
+    QListWidget::paintEvent(event);
+    paintFocusFrame(*this);
 }
 
 void CheckListView::mirror(Change change)
@@ -81,12 +110,18 @@ void CheckListView::mirror(Change change)
         setCurrentRow(m_control.listIndex());
 }
 
+// Boxes with room between them, so that none is hit by mistake.
+int CheckListView::rowHeight() const { return fontMetrics().height() * 3 / 2; }
+
 void CheckListView::mirrorItems()
 {
     const QScopedValueRollback guard(m_mirroring, true);
     clear();
-    for (int i = 0; i < m_control.count(); ++i)
+    for (int i = 0; i < m_control.count(); ++i) {
         addItem(toQString(m_control.itemText(i)));
+        item(i)->setSizeHint({ 0, rowHeight() });
+    }
+    setCurrentRow(m_control.listIndex());
     mirrorChecks();
 }
 
@@ -95,6 +130,13 @@ void CheckListView::mirrorChecks()
     const QScopedValueRollback guard(m_mirroring, true);
     for (int i = 0; i < count(); ++i)
         item(i)->setCheckState(m_control.isChecked(i) ? Qt::Checked : Qt::Unchecked);
+}
+
+void CheckListView::changeEvent(QEvent* event)
+{
+    QListWidget::changeEvent(event);
+    if (event->type() == QEvent::FontChange)
+        mirrorItems();
 }
 
 // Getting the focus selects nothing by itself; an arrow key does.
@@ -107,7 +149,7 @@ void CheckListView::focusInEvent(QFocusEvent* event)
 
 QSize CheckListView::sizeHint() const
 {
-    const int rows = std::max(1, count()) * std::max(sizeHintForRow(0), fontMetrics().height());
+    const int rows = std::max(1, count()) * std::max(sizeHintForRow(0), rowHeight());
     return { sizeHintForColumn(0) + fontMetrics().height() * 4, rows + 2 * frameWidth() + fontMetrics().height() / 2 };
 }
 

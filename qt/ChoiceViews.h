@@ -5,6 +5,7 @@
 #include "platform/CheckList.h"
 #include "platform/OptionButton.h"
 #include "qt/Mirror.h"
+#include "qt/PressedAtOnce.h"
 
 #include <QCheckBox>
 #include <QListWidget>
@@ -12,7 +13,7 @@
 
 namespace health {
 
-class CheckBoxView : public Mirror<QCheckBox, CheckBox> {
+class CheckBoxView : public Mirror<PressedAtOnce<QCheckBox>, CheckBox> {
 public:
     explicit CheckBoxView(CheckBox& checkBox);
 
@@ -20,7 +21,7 @@ private:
     void mirror(Change change) override;
 };
 
-class OptionButtonView : public Mirror<QRadioButton, OptionButton> {
+class OptionButtonView : public Mirror<PressedAtOnce<QRadioButton>, OptionButton> {
 public:
     explicit OptionButtonView(OptionButton& option);
 
@@ -35,12 +36,17 @@ public:
     QSize sizeHint() const override;
 
 protected:
+    void changeEvent(QEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
 
 private:
     void mirror(Change change) override;
     void mirrorItems();
     void mirrorChecks();
+    int rowHeight() const;
 
     bool m_mirroring = false;
 };

@@ -3,7 +3,11 @@
 #include "qt/QtText.h"
 
 #include <QKeyEvent>
+#include <QStyleOptionComboBox>
+#include <QToolButton>
 #include <QWheelEvent>
+
+#include <algorithm>
 
 namespace health {
 
@@ -12,8 +16,57 @@ ComboBoxView::ComboBoxView(ComboBox& comboBox, QWidget* parent)
 {
     setFocusPolicy(Qt::StrongFocus);
     setSizeAdjustPolicy(QComboBox::AdjustToContents);
+    if (comboBox.isEmptiable())
+        makeClearButton();
     mirrorItems();
-    connect(this, &QComboBox::activated, this, [this](int index) { m_control.choose(index); });
+    connect(this, &QComboBox::activated, this, &ComboBoxView::choose);
+}
+
+// A small cross beside the arrow; Delete does the same.
+void ComboBoxView::makeClearButton()
+{
+    m_clear = new QToolButton(this);
+    m_clear->setText(QStringLiteral("\u00D7"));
+    m_clear->setAutoRaise(true);
+    m_clear->setFocusPolicy(Qt::NoFocus);
+    m_clear->setCursor(Qt::ArrowCursor);
+    m_clear->setToolTip(tr("Clear this answer (Delete)"));
+    m_clear->setAccessibleName(tr("Clear this answer"));
+    connect(m_clear, &QToolButton::clicked, this, [this] {
+        setFocus(Qt::OtherFocusReason);
+        if (hasFocus())
+            choose(-1);
+    });
+    setAccessibleDescription(tr("Delete clears the answer."));
+}
+
+// With room for the cross beside the longest answer.
+QSize ComboBoxView::sizeHint() const
+{
+    return QComboBox::sizeHint() + QSize(m_clear ? fontMetrics().height() : 0, 0);
+}
+
+QSize ComboBoxView::minimumSizeHint() const
+{
+    return QComboBox::minimumSizeHint() + QSize(m_clear ? fontMetrics().height() : 0, 0);
+}
+
+void ComboBoxView::choose(int index)
+{
+    m_control.choose(index);
+    mirrorChoice();
+}
+
+void ComboBoxView::resizeEvent(QResizeEvent* event)
+{
+    QComboBox::resizeEvent(event);
+    if (!m_clear)
+        return;
+    const int side = std::min(height() - 4, fontMetrics().height());
+    QStyleOptionComboBox option;
+    initStyleOption(&option);
+    const QRect arrow = style()->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxArrow, this);
+    m_clear->setGeometry(arrow.left() - side - 2, (height() - side) / 2, side, side);
 }
 
 void ComboBoxView::mirror(Change change)
@@ -21,7 +74,7 @@ void ComboBoxView::mirror(Change change)
     if (change == Change::Items)
         mirrorItems();
     else if (change == Change::Selection)
-        setCurrentIndex(m_control.listIndex());
+        mirrorChoice();
 }
 
 void ComboBoxView::mirrorItems()
@@ -29,13 +82,20 @@ void ComboBoxView::mirrorItems()
     clear();
     for (int i = 0; i < m_control.count(); ++i)
         addItem(toQString(m_control.itemText(i)));
+    mirrorChoice();
+}
+
+void ComboBoxView::mirrorChoice()
+{
     setCurrentIndex(m_control.listIndex());
+    if (m_clear)
+        m_clear->setVisible(m_control.listIndex() != -1);
 }
 
 void ComboBoxView::keyPressEvent(QKeyEvent* event)
 {
     if (event->key() == Qt::Key_Delete || event->key() == Qt::Key_Backspace) {
-        m_control.choose(-1);
+        choose(-1);
         return;
     }
     if (event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter) {

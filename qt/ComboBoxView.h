@@ -5,6 +5,8 @@
 
 #include <QComboBox>
 
+class QToolButton;
+
 namespace health {
 
 // Mirrors a drop-down list. The mouse wheel changes it only while it has the focus: a wheel turned on the way
@@ -12,14 +14,22 @@ namespace health {
 class ComboBoxView : public Mirror<QComboBox, ComboBox> {
 public:
     ComboBoxView(ComboBox& comboBox, QWidget* parent);
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
 
 private:
     void mirror(Change change) override;
     void mirrorItems();
+    void mirrorChoice();
+    void choose(int index);
+    void makeClearButton();
+
+    QToolButton* m_clear = nullptr; // where the choice can be taken back
 };
 
 }

@@ -14,6 +14,7 @@ ButtonView::ButtonView(Button& button, QWidget* parent)
     : Mirror(button, toQString(button.caption()), parent)
 {
     setAutoDefault(false);
+    setFocusPolicy(Qt::TabFocus); // a click presses it; the press decides where the focus goes
     connect(this, &QPushButton::clicked, this, [this] {
         if (m_press)
             m_press();
@@ -24,10 +25,18 @@ ButtonView::ButtonView(Button& button, QWidget* parent)
 
 void ButtonView::mirror(Change change)
 {
-    if (change == Change::Caption)
+    if (change == Change::Caption) {
         setText(toQString(m_control.caption()));
+        setAccessKeyUsed(m_accessKeyUsed);
+    }
     if (change == Change::Enabled && m_refuge)
         keepFocusNear();
+}
+
+void ButtonView::setAccessKeyUsed(bool used)
+{
+    m_accessKeyUsed = used;
+    setShortcut(used ? QKeySequence::mnemonic(text()) : QKeySequence());
 }
 
 // A reload takes the commands away and gives them back at once: the focus would be anywhere by then.

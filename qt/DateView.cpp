@@ -16,11 +16,14 @@ namespace health {
 DateView::DateView(mevZvDate& date, QtDesktop& desktop)
     : Mirror(date)
     , m_desktop(desktop)
-    , m_line(new QLineEdit(toQString(date.value())))
+    , m_line(new EntryLine(toQString(date.shown())))
     , m_button(new QToolButton)
 {
     mirrorOptions();
-    m_line->setMinimumWidth(fontMetrics().averageCharWidth() * 24);
+    m_line->setMaxLength(40);
+    m_control.setClock([this] { return m_desktop.now(); });
+    m_line->installEventFilter(this);
+    connect(m_line, &QLineEdit::textEdited, this, [this](const QString& text) { m_control.type(toText(text)); });
     m_button->setArrowType(Qt::DownArrow);
     setSpokenName({});
     m_button->setToolTip(tr("Calendar"));
@@ -30,6 +33,7 @@ DateView::DateView(mevZvDate& date, QtDesktop& desktop)
     layout->setSpacing(0);
     layout->addWidget(m_line);
     layout->addWidget(m_button);
+    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     setFocusPolicy(Qt::StrongFocus); // or the label's key would pass it over
     setFocusProxy(m_line);
     connect(m_button, &QToolButton::clicked, this, &DateView::openCalendar);
@@ -43,7 +47,7 @@ DateView::DateView(mevZvDate& date, QtDesktop& desktop)
 void DateView::mirror(Change change)
 {
     if (change == Change::Text)
-        m_line->setText(toQString(m_control.value()));
+        m_line->setText(toQString(m_control.shown()));
     else if (change == Change::Options)
         mirrorOptions();
 }
@@ -51,6 +55,7 @@ void DateView::mirror(Change change)
 void DateView::mirrorOptions()
 {
     m_line->setPlaceholderText(m_control.requiresTime() ? tr("mm/dd/yyyy hh:mm, N") : tr("mm/dd/yyyy, T, T-3"));
+    m_line->setSample(m_line->placeholderText() + QStringLiteral("00"));
 }
 
 void DateView::setSpokenName(const QString& name)
@@ -59,14 +64,18 @@ void DateView::setSpokenName(const QString& name)
     m_button->setAccessibleName(tr("%1 calendar").arg(name).trimmed());
 }
 
-bool DateView::commit()
+bool DateView::eventFilter(QObject* watched, QEvent* event)
 {
-    const Text typed = toText(m_line->text());
-    if (typed == m_control.value())
-        return true;
-    const bool stands = m_control.enter(typed, m_desktop.now());
-    m_line->setText(toQString(m_control.value()));
-    return stands;
+    if (event->type() == QEvent::KeyPress) {
+        const int pressed = static_cast<QKeyEvent*>(event)->key();
+        wchar_t key = EnterKey;
+        if (pressed == Qt::Key_Return || pressed == Qt::Key_Enter) {
+            m_control.pressKey(key);
+            if (key == 0)
+                return true;
+        }
+    }
+    return Mirror::eventFilter(watched, event);
 }
 
 void DateView::openCalendar()
@@ -90,27 +99,32 @@ void DateView::openCalendar()
     action->setDefaultWidget(calendar);
     popup.addAction(action);
     QString picked;
-    const auto pick = [&](const QDate& date) {
+    const auto close = [&](const QDate& date) {
         picked = date.toString(QStringLiteral("MM/dd/yyyy"));
         popup.close();
     };
-    connect(calendar, &QCalendarWidget::activated, &popup, pick);
-    connect(calendar, &QCalendarWidget::clicked, &popup, pick);
+    connect(calendar, &QCalendarWidget::activated, &popup, close);
+    connect(calendar, &QCalendarWidget::clicked, &popup, close);
     calendar->setFocus();
     popup.exec(m_line->mapToGlobal(QPoint(0, m_line->height())));
-    if (picked.isEmpty())
-        return;
+    if (!picked.isEmpty())
+        pick(picked);
+}
+
+void DateView::pick(const QString& picked)
+{
     m_line->setFocus();
     if (m_control.requiresTime()) {
         // The time that is there stays; without one the user goes on with it.
         const QString time = m_line->text().section(u' ', 1);
         m_line->setText(picked + u' ' + time);
+        m_control.type(toText(m_line->text()));
         if (time.isEmpty())
             return;
     } else {
-        m_line->setText(picked);
+        m_control.type(toText(picked));
     }
-    commit();
+    m_control.settle();
 }
 
 }

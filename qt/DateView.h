@@ -1,9 +1,9 @@
 #pragma once
 
 #include "platform/mevZvDate.h"
+#include "qt/EntryLine.h"
 #include "qt/Mirror.h"
 
-#include <QLineEdit>
 #include <QToolButton>
 
 namespace health {
@@ -15,18 +15,18 @@ class DateView : public Mirror<QWidget, mevZvDate> {
 public:
     DateView(mevZvDate& date, QtDesktop& desktop);
 
-    // Hands what was typed to the control; false when the form did not take it as it was.
-    bool commit();
-    QLineEdit* line() { return m_line; }
+    EntryLine* line() { return m_line; }
     void setSpokenName(const QString& name);
 
 private:
+    bool eventFilter(QObject* watched, QEvent* event) override;
     void mirror(Change change) override;
     void mirrorOptions();
     void openCalendar();
+    void pick(const QString& date);
 
     QtDesktop& m_desktop;
-    QLineEdit* m_line;
+    EntryLine* m_line;
     QToolButton* m_button;
 };
 

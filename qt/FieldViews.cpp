@@ -6,6 +6,8 @@
 #include <QCoreApplication>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace health {
 
 void nameControl(QWidget& control, QString words)
@@ -55,7 +57,9 @@ void LabelView::mirrorCaption()
     // Help texts run over several lines.
     const bool isLong = m_control.caption().size() > 60;
     setWordWrap(isLong);
-    setMinimumWidth(isLong ? fontMetrics().averageCharWidth() * 60 : 0);
+    // A unit or a state that changes must not make the fields beside it jump.
+    const int kept = m_describes.isEmpty() ? 0 : std::max(minimumWidth(), sizeHint().width());
+    setMinimumWidth(isLong ? fontMetrics().averageCharWidth() * 60 : kept);
 }
 
 void LabelView::speakFor(const QList<QWidget*>& controls)

@@ -6,6 +6,7 @@
 #include "qt/DateView.h"
 #include "qt/FieldViews.h"
 #include "qt/GridView.h"
+#include "qt/NoteLabel.h"
 #include "qt/QtDesktop.h"
 #include "qt/QtText.h"
 #include "qt/TextViews.h"
@@ -118,7 +119,7 @@ QLayout* FormBuilder::buildFields(const Arrangement& grid)
 {
     auto* const layout = new QGridLayout;
     for (const Arrangement& field : grid.children) {
-        const int row = layout->rowCount();
+        const int row = layout->rowCount(); // the one below is for a note
         auto* const controls = new QHBoxLayout;
         for (const Arrangement& child : field.children)
             controls->addWidget(widgetFor(*child.control));
@@ -126,7 +127,13 @@ QLayout* FormBuilder::buildFields(const Arrangement& grid)
         // Beside several lines the label stands at the first one.
         const bool tall = dynamic_cast<TextAreaView*>(m_widgets.value(field.children.front().control));
         layout->addWidget(labelFor(field), row, 0, tall ? Qt::AlignTop : Qt::Alignment());
+        QWidget* const first = m_widgets.value(field.children.front().control);
+        // Fields as wide as their values stand at the left.
+        if (first->sizePolicy().horizontalPolicy() == QSizePolicy::Fixed)
+            controls->addStretch();
         layout->addLayout(controls, row, 1);
+        if (m_form.hasLookup(field.children.front().control) || dynamic_cast<DateView*>(first))
+            layout->addWidget(new NoteLabel(*first), row + 1, 1);
     }
     layout->setColumnStretch(1, 1);
     return layout;

@@ -1,7 +1,6 @@
 #include "qt/FormDialog.h"
 
 #include "qt/ControlViews.h"
-#include "qt/DateView.h"
 #include "qt/FieldViews.h"
 #include "qt/QtDesktop.h"
 #include "qt/QtText.h"
@@ -12,7 +11,10 @@
 #include <QKeyEvent>
 #include <QLayout>
 #include <QLineEdit>
-#include <QTimer>
+#include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QVBoxLayout>
 
 #include <algorithm>
 
@@ -24,17 +26,17 @@ FormDialog::FormDialog(Form& form, QtDesktop& desktop, QWidget* parent)
     , m_builder(form, desktop)
 {
     setWindowTitle(toQString(form.caption()));
+    setModal(true);
     setLayout(m_builder.build(form.arrangement()));
     for (auto entry = m_builder.widgets().begin(); entry != m_builder.widgets().end(); ++entry) {
         QWidget* const focused = entry.value()->focusProxy() ? entry.value()->focusProxy() : entry.value();
         m_controls.insert(focused, entry.key());
         focused->installEventFilter(this);
+        if (auto* const area = qobject_cast<QAbstractScrollArea*>(focused))
+            area->viewport()->installEventFilter(this);
         if (auto* const button = dynamic_cast<ButtonView*>(entry.value())) {
             auto* const core = static_cast<Button*>(entry.key());
-            button->setPress([this, core] {
-                if (core == m_form.cancelButton() || commitDate())
-                    m_form.press(*core);
-            });
+            button->setPress([this, core] { m_form.press(*core); });
         }
     }
     findUnlabelled();
@@ -68,28 +70,34 @@ void FormDialog::nameUnlabelled()
     }
 }
 
-// As high as the wrapped help texts need at this width, and as the form wants to be; the usual first size may be less
-// on a small screen.
+// As high as the wrapped help texts need at this width, and as the form wants to be.
 void FormDialog::fitToText()
 {
     const QSize size = layout()->totalSizeHint();
     const int height = layout()->hasHeightForWidth() ? layout()->totalHeightForWidth(size.width()) : size.height();
     resize(size.width(), std::max({ height, size.height(), Scale(*this).pixels(m_form.height) }));
+    keepOnScreen();
 }
 
-// Where the program set no focus: the first field that can be used. The form is told, not the widget: a window that is
-// not active yet gives no news of its focus, and what is typed first would never be judged.
-void FormDialog::focusFirst()
+// A form that is larger than the screen scrolls, so that its buttons can be reached.
+void FormDialog::keepOnScreen()
 {
-    for (QWidget* const widget : m_builder.inTabOrder()) {
-        QWidget* const focused = widget->focusProxy() ? widget->focusProxy() : widget;
-        if (!widget->isEnabled() || !widget->isVisible())
-            continue;
-        m_form.setFocus(*m_controls.value(focused));
-        if (auto* const line = qobject_cast<QLineEdit*>(focused))
-            line->selectAll();
-        return;
+    const QRect screen = (parentWidget() ? parentWidget()->screen() : this->screen())->availableGeometry();
+    const QSize room(screen.width() * 98 / 100, screen.height() * 93 / 100); // its frame and title need some, too
+    if (minimumSizeHint().width() > room.width() || minimumSizeHint().height() > room.height()) {
+        auto* const body = new QWidget;
+        body->setLayout(layout());
+        m_scroll = new QScrollArea;
+        m_scroll->setWidget(body);
+        m_scroll->setWidgetResizable(true);
+        m_scroll->setFrameShape(QFrame::NoFrame);
+        m_scroll->setFocusPolicy(Qt::NoFocus);
+        auto* const around = new QVBoxLayout(this);
+        around->setContentsMargins(0, 0, 0, 0);
+        around->addWidget(m_scroll);
+        resize(size().grownBy({ 0, 0, m_scroll->verticalScrollBar()->sizeHint().width(), 0 }));
     }
+    resize(size().boundedTo(room));
 }
 
 FormDialog::~FormDialog()
@@ -103,13 +111,47 @@ FormDialog::~FormDialog()
 void FormDialog::run()
 {
     m_form.open();
-    QTimer::singleShot(0, this, [this] {
-        m_started = true;
+    show();
+    // Before any key is taken: what is typed at once must meet the loaded form and its own focus.
+    activate();
+    if (m_form.isOpen())
+        exec();
+}
+
+void FormDialog::activate()
+{
+    m_started = true;
+    m_form.Form_Activate();
+    if (!m_form.isOpen())
+        return;
+    if (m_form.activeControl())
+        focusMoved(m_form);
+    else
+        focusFirst();
+}
+
+// Where the program set no focus: the first field that can be used.
+void FormDialog::focusFirst()
+{
+    for (QWidget* const widget : m_builder.inTabOrder()) {
+        QWidget* const focused = widget->focusProxy() ? widget->focusProxy() : widget;
+        if (!m_controls.value(focused)->canBeUsed())
+            continue;
+        m_form.setFocus(*m_controls.value(focused));
+        return;
+    }
+}
+
+void FormDialog::activateAgain()
+{
+    if (m_form.isOpen())
         m_form.Form_Activate();
-        if (!m_form.activeControl())
-            focusFirst();
-    });
-    exec();
+}
+
+int FormDialog::topOfButtons() const
+{
+    const QWidget* const last = m_builder.inTabOrder().isEmpty() ? nullptr : m_builder.inTabOrder().constLast();
+    return last ? last->mapTo(this, QPoint(0, 0)).y() : height();
 }
 
 // --- What the form does ---
@@ -120,11 +162,36 @@ void FormDialog::captionChanged(Form& form)
     nameUnlabelled();
 }
 
-void FormDialog::focusMoved(Form& form)
+// Entering a field selects its text, by whatever way: what is typed then replaces it.
+void FormDialog::focusMoved(Form&)
 {
-    QWidget* const widget = m_builder.widgets().value(form.activeControl());
-    if (widget && !widget->hasFocus())
-        widget->setFocus(Qt::OtherFocusReason);
+    QWidget* const widget = activeWidget();
+    if (!widget)
+        return;
+    giveFocus(*widget);
+    if (auto* const line = qobject_cast<QLineEdit*>(widget))
+        line->selectAll();
+    if (m_scroll)
+        m_scroll->ensureWidgetVisible(widget);
+}
+
+// A box in between may have left the keyboard elsewhere.
+void FormDialog::focusSettled(Form&)
+{
+    if (QWidget* const widget = activeWidget())
+        giveFocus(*widget);
+}
+
+QWidget* FormDialog::activeWidget() const
+{
+    QWidget* const widget = m_builder.widgets().value(m_form.activeControl());
+    return widget && widget->focusProxy() ? widget->focusProxy() : widget;
+}
+
+void FormDialog::giveFocus(QWidget& widget)
+{
+    if (!widget.hasFocus())
+        widget.setFocus(Qt::OtherFocusReason);
 }
 
 void FormDialog::defaultChanged(Form& form)
@@ -147,44 +214,36 @@ void FormDialog::reject()
         m_form.close();
 }
 
-// What was typed into a date is handed over before anything is saved; false when the form refused it.
-bool FormDialog::commitDate()
-{
-    QWidget* const focused = focusWidget();
-    auto* const date = focused ? dynamic_cast<DateView*>(focused->parentWidget()) : nullptr;
-    return !date || date->commit();
-}
-
 bool FormDialog::eventFilter(QObject* watched, QEvent* event)
 {
-    if (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut) {
-        const auto reason = static_cast<QFocusEvent*>(event)->reason();
-        const bool real =
-            reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason && reason != Qt::MenuBarFocusReason;
-        Control* const entered = m_controls.value(watched);
-        // A button under the mouse: the click that follows leaves the field, and may be stopped by that.
-        const bool clicked = reason == Qt::MouseFocusReason && dynamic_cast<ButtonView*>(watched);
-        if (real && !clicked && event->type() == QEvent::FocusIn)
-            focusEntered(*entered); // at once: of keys typed fast none may be missed
-        auto* const date = dynamic_cast<DateView*>(watched->parent());
-        Control* const next = m_controls.value(QApplication::focusWidget());
-        if (real && date && event->type() == QEvent::FocusOut && next && next != m_form.cancelButton())
-            date->commit();
+    if (event->type() == QEvent::FocusIn) {
+        setAttribute(Qt::WA_KeyboardFocusChange); // the focus frame is drawn whatever moved the focus
+        if (Control* const entered = m_controls.value(watched); entered && m_started)
+            followFocus(*entered); // at once: of keys typed fast none may be missed
     }
+    const bool pressed = event->type() == QEvent::MouseButtonPress || event->type() == QEvent::MouseButtonDblClick;
+    if (pressed && isRefusedPress(*static_cast<QWidget*>(watched)))
+        return true;
     return QDialog::eventFilter(watched, event);
 }
 
-void FormDialog::focusEntered(Control& control)
+// The keyboard focus is in the control's widget, whatever moved it there: Tab, a click, a key, the window system after
+// a box. While the form itself moves the focus, it has the last word.
+void FormDialog::followFocus(Control& control)
 {
-    if (m_form.isOpen() && m_controls.value(QApplication::focusWidget()) == &control)
+    if (!m_form.isOpen() || m_form.isMoving() || m_form.activeControl() == &control)
+        return;
+    if (m_controls.value(QApplication::focusWidget()) == &control)
         m_form.moveFocus(control);
 }
 
-void FormDialog::changeEvent(QEvent* event)
+// A click on a field that did not get the focus, since the field before kept it, does nothing else either.
+bool FormDialog::isRefusedPress(const QWidget& widget)
 {
-    QDialog::changeEvent(event);
-    if (event->type() == QEvent::ActivationChange && isActiveWindow() && m_started && m_form.isOpen())
-        m_form.Form_Activate();
+    const auto* const area = qobject_cast<const QAbstractScrollArea*>(widget.parentWidget());
+    const QWidget& focused = area && area->viewport() == &widget ? *area : widget;
+    return (focused.focusPolicy() & Qt::ClickFocus) && focused.isActiveWindow() && focused.isEnabled()
+        && !focused.hasFocus();
 }
 
 void FormDialog::keyPressEvent(QKeyEvent* event)

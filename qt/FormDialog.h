@@ -5,12 +5,14 @@
 
 #include <QDialog>
 
+class QScrollArea;
+
 namespace health {
 
 class QtDesktop;
 
-// Shows a form as a modal window. Tells the form where the user moves the focus; a field is settled before any button's
-// click, also when a key pressed the button, but for Cancel.
+// Shows a form as a modal window. Form and window have one idea of the focus: whatever moves the keyboard focus is told
+// to the form, and what the form decides is done in the window.
 class FormDialog : public QDialog, public FormObserver {
 public:
     FormDialog(Form& form, QtDesktop& desktop, QWidget* parent);
@@ -18,9 +20,14 @@ public:
 
     // Runs until the form is closed.
     void run();
+    // Where the row of buttons at the end begins, in the window's pixels.
+    int topOfButtons() const;
+    // The user comes back from another form.
+    void activateAgain();
 
     void captionChanged(Form& form) override;
     void focusMoved(Form& form) override;
+    void focusSettled(Form& form) override;
     void defaultChanged(Form& form) override;
     void closed(Form& form) override;
 
@@ -28,21 +35,25 @@ public:
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
-    void changeEvent(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
     void findUnlabelled();
     void nameUnlabelled();
     void fitToText();
+    void activate();
     void focusFirst();
-    void focusEntered(Control& control);
-    bool commitDate();
+    QWidget* activeWidget() const;
+    void giveFocus(QWidget& widget);
+    void followFocus(Control& control);
+    static bool isRefusedPress(const QWidget& widget);
+    void keepOnScreen();
 
     Form& m_form;
     FormBuilder m_builder;
     QHash<QObject*, Control*> m_controls; // by the widget that really has the focus
     QList<QWidget*> m_unlabelled;
+    QScrollArea* m_scroll = nullptr; // around all, where the screen is too small
     bool m_started = false;
 };
 

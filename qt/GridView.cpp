@@ -1,14 +1,20 @@
 #include "qt/GridView.h"
 
+#include "qt/FocusFrame.h"
 #include "qt/GridModel.h"
 #include "qt/QtDesktop.h"
+#include "qt/QtText.h"
 #include "qt/Scale.h"
 
+#include <QApplication>
+#include <QClipboard>
 #include <QContextMenuEvent>
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QPainter>
 #include <QScopedValueRollback>
 #include <QScrollBar>
+#include <QToolTip>
 
 #include <utility>
 
@@ -37,13 +43,15 @@ GridView::GridView(Grid& grid, QtDesktop& desktop, QStringList headings, QWidget
     setHorizontalScrollMode(ScrollPerPixel);
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn); // a bar that comes and goes would wrap all rows anew
     setAlternatingRowColors(true);
-    setTextElideMode(Qt::ElideNone);
     horizontalHeader()->hide();
     verticalHeader()->hide();
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     verticalHeader()->setMinimumSectionSize(1);
     applyPalette();
     mirrorLayout();
+    mirrorHint();
+    if (grid.shownRow() < m_model->rowCount())
+        scrollTo(m_model->index(grid.shownRow(), 0));
     connect(selectionModel(), &QItemSelectionModel::currentRowChanged, this, [this](const QModelIndex& current) {
         if (!m_mirroring && current.isValid())
             m_control.choose(current.row());
@@ -60,7 +68,10 @@ void GridView::mirror(Change change)
         mirrorLayout();
         break;
     case Change::ColumnsSized:
-        resizeColumnsToContents();
+        sizeColumns();
+        break;
+    case Change::Hint:
+        mirrorHint();
         break;
     case Change::Selection:
         mirrorSelection();
@@ -90,6 +101,7 @@ void GridView::mirrorContents()
         const QScopedValueRollback guard(m_mirroring, true);
         m_model->reset();
     }
+    sizeColumns();
     mirrorSelection();
     measureRowsInView();
     if (!m_control.isDrawing())
@@ -116,7 +128,9 @@ void GridView::mirrorLayout()
         if (width >= 0)
             setColumnWidth(column, scale.pixels(width));
     }
-    horizontalHeader()->setStretchLastSection(true);
+    horizontalHeader()->setStretchLastSection(!m_control.hasSizedColumns());
+    setTextElideMode(m_control.wordWrap() ? Qt::ElideNone : Qt::ElideRight);
+    sizeColumns();
     bool headings = false;
     for (int column = 0; column < m_control.columnCount(); ++column)
         headings = headings || !m_control.column(column).heading.empty();
@@ -136,6 +150,69 @@ void GridView::mirrorSelection()
     }
     clearSelection();
     selectionModel()->clearCurrentIndex();
+}
+
+// Columns as wide as their contents, the last one also as wide as the room; where that is too little, the grid scrolls.
+void GridView::sizeColumns()
+{
+    if (!m_control.hasSizedColumns() || m_model->columnCount() == 0)
+        return;
+    horizontalHeader()->setStretchLastSection(false);
+    resizeColumnsToContents();
+    const int last = m_model->columnCount() - 1;
+    const int room = viewport()->width() - columnViewportPosition(last) - horizontalOffset();
+    setColumnWidth(last, std::max(columnWidth(last), room));
+}
+
+// --- Beside the rows ---
+
+void GridView::mirrorHint()
+{
+    setAccessibleDescription(toQString(m_control.hint()));
+    viewport()->update();
+}
+
+// In the middle of an empty list, else below the last row where there is room.
+QRect GridView::hintPlace() const
+{
+    const int margin = fontMetrics().height();
+    const QRect room = viewport()->rect().adjusted(margin, margin / 2, -margin, -margin / 2);
+    const int rows = m_model->rowCount();
+    const int top = rows == 0 ? 0 : rowViewportPosition(rows - 1) + rowHeight(rows - 1);
+    return rows == 0 ? room : room.adjusted(0, top, 0, 0);
+}
+
+void GridView::paintEvent(QPaintEvent* event)
+{
+    QTableView::paintEvent(event);
+    if (!m_control.hint().empty()) {
+        QPainter painter(viewport());
+        painter.setPen(palette().color(QPalette::PlaceholderText));
+        const int place = m_model->rowCount() == 0 ? Qt::AlignCenter : Qt::AlignHCenter | Qt::AlignTop;
+        painter.drawText(hintPlace(), place | Qt::TextWordWrap, toQString(m_control.hint()));
+    }
+    paintFocusFrame(*this);
+}
+
+// --- Tool tips ---
+
+bool GridView::isCut(const QModelIndex& index) const
+{
+    return !m_control.wordWrap() && sizeHintForIndex(index).width() > columnWidth(index.column());
+}
+
+// The tip stays while the mouse is over the cell.
+bool GridView::viewportEvent(QEvent* event)
+{
+    if (event->type() != QEvent::ToolTip)
+        return QTableView::viewportEvent(event);
+    const auto* const help = static_cast<QHelpEvent*>(event);
+    const QModelIndex index = indexAt(help->pos());
+    QString tip = toToolTip(m_control.toolTip());
+    if (tip.isEmpty() && index.isValid() && isCut(index))
+        tip = toToolTip(toText(index.data().toString()));
+    QToolTip::showText(help->globalPos(), tip, viewport(), index.isValid() ? visualRect(index) : QRect());
+    return true;
 }
 
 // --- Row heights ---
@@ -178,6 +255,7 @@ QSize GridView::sizeHint() const
 void GridView::resizeEvent(QResizeEvent* event)
 {
     QTableView::resizeEvent(event);
+    sizeColumns();
     measureRowsInView();
 }
 
@@ -193,6 +271,24 @@ void GridView::applyPalette()
 {
     m_model->setGrounds(
         colourNumber(palette().color(QPalette::Base)), colourNumber(palette().color(QPalette::AlternateBase)));
+}
+
+void GridView::setQuiet(bool quiet)
+{
+    if (std::exchange(m_quiet, quiet) == quiet)
+        return;
+    QPalette colours;
+    if (quiet) {
+        // Grey on every ground: between it and its letters, nearer to the ground.
+        const QColor ground = palette().color(QPalette::Base);
+        const QColor letters = palette().color(QPalette::Text);
+        const auto between = [](int a, int b) { return (a * 4 + b) / 5; };
+        colours.setColor(QPalette::Highlight,
+            QColor(between(ground.red(), letters.red()), between(ground.green(), letters.green()),
+                between(ground.blue(), letters.blue())));
+        colours.setColor(QPalette::HighlightedText, letters);
+    }
+    setPalette(colours);
 }
 
 void GridView::changeEvent(QEvent* event)
@@ -213,6 +309,7 @@ void GridView::contextMenuEvent(QContextMenuEvent* event)
         return;
     }
     m_desktop.setPopUpPlace(event->globalPos());
+    offerCopy();
     m_control.releaseMouse(MouseButton::Right, rowAt(event->pos().y()));
 }
 
@@ -222,19 +319,44 @@ void GridView::openMenuByKey()
     const int row = m_control.row();
     const int below = row == -1 ? 0 : rowViewportPosition(row) + rowHeight(row);
     m_desktop.setPopUpPlace(viewport()->mapToGlobal(QPoint(columnViewportPosition(m_model->columnCount() - 1), below)));
+    offerCopy();
     m_control.releaseMouse(MouseButton::Right, row);
+}
+
+// The row that is selected when the menu is open: the menu's right click selects it.
+void GridView::offerCopy()
+{
+    m_desktop.offerWithNextMenu(tr("&Copy"), [this] { copyRow(); }, [this] { return m_control.row() != -1; });
+}
+
+// The texts that are shown, parted by tabs.
+void GridView::copyRow()
+{
+    if (m_control.row() == -1)
+        return;
+    QStringList texts;
+    for (int column = 0; column < m_model->columnCount(); ++column)
+        texts.append(m_model->index(m_control.row(), column).data().toString());
+    QApplication::clipboard()->setText(texts.join(u'\t'));
 }
 
 void GridView::keyPressEvent(QKeyEvent* event)
 {
-    const bool menuKey =
-        event->key() == Qt::Key_Menu || (event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier);
-    if (menuKey)
+    const int key = event->key();
+    const bool enter = key == Qt::Key_Return || key == Qt::Key_Enter;
+    if (key == Qt::Key_Menu || (key == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier)) {
         openMenuByKey();
-    else if ((event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter) || m_control.row() == -1)
+    } else if (event->matches(QKeySequence::Copy)) {
+        copyRow();
+    } else if ((key == Qt::Key_Home || key == Qt::Key_End) && !(event->modifiers() & ~Qt::ControlModifier)) {
+        const int last = m_model->rowCount() - 1;
+        if (last >= 0)
+            setCurrentIndex(m_model->index(key == Qt::Key_Home ? 0 : last, 0));
+    } else if (!enter || m_control.row() == -1) {
         QTableView::keyPressEvent(event);
-    else if (!event->isAutoRepeat()) // a key held down would save what it has opened
+    } else if (!event->isAutoRepeat()) { // a key held down would save what it has opened
         m_control.doubleClick(m_control.row());
+    }
 }
 
 void GridView::mouseMoveEvent(QMouseEvent* event)
@@ -270,8 +392,9 @@ QItemSelectionModel::SelectionFlags GridView::selectionCommand(const QModelIndex
 void GridView::mouseDoubleClickEvent(QMouseEvent* event)
 {
     QTableView::mouseDoubleClickEvent(event);
-    if (event->button() == Qt::LeftButton)
-        m_control.doubleClick(rowAt(event->position().toPoint().y()));
+    const int row = rowAt(event->position().toPoint().y());
+    if (event->button() == Qt::LeftButton && row != -1)
+        m_control.doubleClick(row);
 }
 
 }

@@ -20,6 +20,9 @@ public:
     GridView(Grid& grid, QtDesktop& desktop, QStringList headings, QWidget* parent);
     QSize sizeHint() const override;
 
+    // Paints the selection grey: the commands act in another panel.
+    void setQuiet(bool quiet);
+
 protected:
     void changeEvent(QEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
@@ -29,6 +32,8 @@ protected:
     QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index, const QEvent* event) const override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    bool viewportEvent(QEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void scrollContentsBy(int dx, int dy) override;
 
@@ -38,7 +43,13 @@ private:
     void mirrorColours();
     void mirrorLayout();
     void mirrorSelection();
+    void mirrorHint();
+    void sizeColumns();
     void applyPalette();
+    void copyRow();
+    bool isCut(const QModelIndex& index) const;
+    QRect hintPlace() const;
+    void offerCopy();
     void openMenuByKey();
     void measureRowsInView();
     int measureRow(int row);
@@ -48,6 +59,7 @@ private:
     bool m_mirroring = false; // the selection is being set by the program
     bool m_measuring = false;
     bool m_coloursChanged = false;
+    bool m_quiet = false;
     std::optional<int> m_scrolled; // where the bar stood when the grid stopped drawing
 };
 

@@ -9,6 +9,9 @@
 
 namespace health {
 
+// The note of a widget's control; who shows it follows the property's changes.
+inline constexpr char NoteProperty[] = "note";
+
 // Mirrors a change of what all controls share. `widget` is the view's widget.
 void mirrorCommon(QWidget& widget, const Control& control, Change change);
 

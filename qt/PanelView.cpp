@@ -4,7 +4,11 @@
 #include "qt/QtDesktop.h"
 #include "qt/Scale.h"
 
+#include <QApplication>
 #include <QEvent>
+
+#include <algorithm>
+#include <utility>
 
 namespace health {
 
@@ -21,7 +25,26 @@ PanelView::PanelView(kalmevRepHistCtrl& control, QtDesktop& desktop)
     m_grid.setAccessibleName(tr("Personal health records"));
     for (ButtonView& button : m_buttons)
         button.setRefuge(m_grid);
+    connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* focused) { followFocus(focused); });
     setNaturalSizes();
+}
+
+// The focus in a window's other parts leaves the active panel as it is.
+void PanelView::followFocus(const QWidget* focused)
+{
+    for (const QWidget* around = focused; around; around = around->parentWidget()) {
+        if (const auto* const panel = dynamic_cast<const PanelView*>(around); panel && panel->window() == window())
+            return setActive(panel == this);
+    }
+}
+
+void PanelView::setActive(bool active)
+{
+    if (std::exchange(m_active, active) == active)
+        return;
+    for (ButtonView& button : m_buttons)
+        button.setAccessKeyUsed(active);
+    m_grid.setQuiet(!active);
 }
 
 void PanelView::setNaturalSizes()
@@ -60,6 +83,12 @@ QSize PanelView::minimumSizeHint() const
 void PanelView::showEvent(QShowEvent* event)
 {
     QWidget::showEvent(event);
+    // A panel that comes beside others waits for the focus.
+    const auto panels = window()->findChildren<QWidget*>();
+    setActive(std::none_of(panels.begin(), panels.end(), [this](QWidget* widget) {
+        const auto* const panel = dynamic_cast<PanelView*>(widget);
+        return panel && panel != this && panel->m_active;
+    }));
     m_control.UserControl_Show();
 }
 

@@ -14,7 +14,8 @@ class kalmevRepHistCtrl;
 class QtDesktop;
 
 // The panel's widget: mirrors the control's parts, gives them their natural sizes, and lets the control
-// place them. The first time it is shown, the control starts to work.
+// place them. The first time it is shown, the control starts to work. Of several panels in a window the one that had the
+// focus last is the active one: access keys act there, and the selections of the others are grey.
 class PanelView : public QWidget {
 public:
     // Both must outlive the view; the control is initialized.
@@ -29,6 +30,8 @@ protected:
     void changeEvent(QEvent* event) override;
 
 private:
+    void followFocus(const QWidget* focused);
+    void setActive(bool active);
     void setNaturalSizes();
     void arrange();
 
@@ -37,6 +40,7 @@ private:
     ComboBoxView m_type;
     GridView m_grid;
     std::array<ButtonView, 3> m_buttons;
+    bool m_active = true;
 };
 
 }

@@ -10,6 +10,10 @@
 #include <QMenu>
 #include <QMessageBox>
 #include <QPlainTextEdit>
+#include <QScreen>
+
+#include <algorithm>
+#include <utility>
 
 namespace health {
 
@@ -29,6 +33,26 @@ QMessageBox::Icon iconOf(int style)
     default:
         return QMessageBox::NoIcon;
     }
+}
+
+// Over the buttons of the form that it speaks of, or above the form: a box must not cover the field and its examples.
+void placeBesideForm(QMessageBox& box)
+{
+    const auto* const form = dynamic_cast<FormDialog*>(QApplication::activeModalWidget());
+    if (!form)
+        return;
+    box.adjustSize();
+    const QRect around = form->frameGeometry();
+    const QRect screen = form->screen()->availableGeometry();
+    const QSize frame = form->frameSize() - form->size();
+    const QSize size = box.size() + frame;
+    const int left = std::clamp(around.center().x() - size.width() / 2, screen.left(),
+        std::max(screen.left(), screen.right() - size.width()));
+    const int below = form->mapToGlobal(QPoint(0, form->topOfButtons())).y();
+    if (below + size.height() <= screen.bottom())
+        box.move(left, below);
+    else if (around.top() - size.height() >= screen.top())
+        box.move(left, around.top() - size.height());
 }
 
 // Messages of an edit box, by their numbers.
@@ -56,6 +80,7 @@ BoxAnswer QtDesktop::messageBox(TextView text, int style, TextView title)
         box.setDefaultButton(style & BoxStyle::SecondButtonDefault ? QMessageBox::No : QMessageBox::Yes);
         box.setEscapeButton(QMessageBox::No);
     }
+    placeBesideForm(box);
     switch (box.exec()) {
     case QMessageBox::Yes:
         return BoxAnswer::Yes;
@@ -128,11 +153,20 @@ void QtDesktop::unload(Form&) { }
 void QtDesktop::showModal(Form& form)
 {
     form.load();
+    auto* const caller = dynamic_cast<FormDialog*>(QApplication::activeModalWidget());
     FormDialog(form, *this, QApplication::activeWindow()).run();
+    if (caller)
+        caller->activateAgain();
+}
+
+void QtDesktop::offerWithNextMenu(QString caption, std::function<void()> work, std::function<bool()> isUsable)
+{
+    m_offered = { std::move(caption), std::move(work), std::move(isUsable) };
 }
 
 void QtDesktop::popUp(Menu& menu)
 {
+    const auto offered = std::exchange(m_offered, {});
     QMenu window;
     window.setAccessibleName(toQString(menu.caption()));
     QHash<QAction*, MenuItem*> items;
@@ -141,13 +175,20 @@ void QtDesktop::popUp(Menu& menu)
             window.addSeparator();
             continue;
         }
-        QAction* const action = window.addAction(toQString(item->caption()));
+        const QString detail = item->detail().empty() ? QString() : u'\t' + toQString(item->detail());
+        QAction* const action = window.addAction(toQString(item->caption()) + detail);
         action->setEnabled(item->isEnabled());
         action->setVisible(item->isVisible());
         items.insert(action, item);
     }
-    if (MenuItem* const chosen = items.value(window.exec(m_popUpPlace)))
+    const QAction* const own = offered ? window.addAction(offered->caption) : nullptr;
+    if (own)
+        window.actions().constLast()->setEnabled(offered->isUsable());
+    const QAction* const picked = window.exec(m_popUpPlace);
+    if (MenuItem* const chosen = items.value(const_cast<QAction*>(picked)))
         chosen->choose();
+    else if (picked && picked == own)
+        offered->work();
 }
 
 }

@@ -3,6 +3,10 @@
 #include "platform/Desktop.h"
 
 #include <QPoint>
+#include <QString>
+
+#include <functional>
+#include <optional>
 
 namespace health {
 
@@ -24,10 +28,19 @@ public:
 
     // Where the next menu pops up, in global coordinates.
     void setPopUpPlace(QPoint place) { m_popUpPlace = place; }
+    // An entry of the view's own at the end of the next menu; `isUsable` is asked when the menu opens.
+    void offerWithNextMenu(QString caption, std::function<void()> work, std::function<bool()> isUsable);
 
 private:
+    struct OfferedEntry {
+        QString caption;
+        std::function<void()> work;
+        std::function<bool()> isUsable;
+    };
+
     bool m_hourglass = false;
     QPoint m_popUpPlace;
+    std::optional<OfferedEntry> m_offered;
 };
 
 }

@@ -10,6 +10,10 @@ TextBoxView::TextBoxView(TextBox& textBox)
     : Mirror(textBox, toQString(textBox.text()))
 {
     setMouseTracking(true);
+    setMaxLength(TextBox::LongestText);
+    setSample(QString(textBox.columns(), u'0'));
+    if (textBox.isAllSelected())
+        selectAll();
     connect(this, &QLineEdit::textEdited, this, [this](const QString& text) { m_control.edit(toText(text)); });
 }
 
@@ -38,20 +42,20 @@ void TextBoxView::keyPressEvent(QKeyEvent* event)
     if (enter)
         event->ignore(); // for the form's default button
     else
-        QLineEdit::keyPressEvent(event);
+        EntryLine::keyPressEvent(event);
 }
 
 void TextBoxView::mouseMoveEvent(QMouseEvent* event)
 {
     health::raise(m_control.MouseMove);
-    QLineEdit::mouseMoveEvent(event);
+    EntryLine::mouseMoveEvent(event);
 }
 
 // The tool tip tells a screen reader what a short label means, and is there no later than the focus.
 void TextBoxView::focusInEvent(QFocusEvent* event)
 {
     health::raise(m_control.MouseMove);
-    QLineEdit::focusInEvent(event);
+    EntryLine::focusInEvent(event);
 }
 
 namespace {
@@ -77,6 +81,8 @@ TextAreaView::TextAreaView(TextBox& textBox)
     setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     m_control.setWindow(static_cast<QPlainTextEdit*>(this));
     connect(this, &QPlainTextEdit::textChanged, this, [this] {
+        if (toPlainText().size() > TextBox::LongestText)
+            undo();
         if (toPlainText() != withLineFeeds(m_control.text()))
             m_control.edit(toText(toPlainText().replace(u'\n', QStringLiteral("\r\n"))));
     });

@@ -2,14 +2,14 @@
 #pragma once
 
 #include "platform/TextBox.h"
+#include "qt/EntryLine.h"
 #include "qt/Mirror.h"
 
-#include <QLineEdit>
 #include <QPlainTextEdit>
 
 namespace health {
 
-class TextBoxView : public Mirror<QLineEdit, TextBox> {
+class TextBoxView : public Mirror<EntryLine, TextBox> {
 public:
     explicit TextBoxView(TextBox& textBox);
 

@@ -22,6 +22,14 @@ TextView pieceView(TextView text, TextView delimiter, short n)
     return text.substr(0, end);
 }
 
+Text joinPieces(const std::vector<Text>& pieces)
+{
+    Text joined;
+    for (const Text& piece : pieces)
+        joined += L"^" + TranslateChars(piece, L"^", L" ");
+    return joined.empty() ? joined : joined.substr(1);
+}
+
 std::vector<Text> SplitPieces(TextView text, TextView delimiter, short minimumUpperBound)
 {
     std::vector<Text> pieces;

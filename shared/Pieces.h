@@ -18,6 +18,10 @@ inline Text Piece(TextView text, TextView delimiter, short n) { return Text(piec
 // All pieces, with empty texts added until the last index is at least `minimumUpperBound`.
 std::vector<Text> SplitPieces(TextView text, TextView delimiter, short minimumUpperBound);
 
+// The pieces as one text, parted by "^": a record as it is saved. A "^" inside a piece would shift those behind it and
+// becomes a blank.
+Text joinPieces(const std::vector<Text>& pieces);
+
 // What stands before and behind the first "|" of a piece: the text that is shown, and its code or number.
 inline TextView displayPart(TextView piece) { return piece.substr(0, piece.find(L'|')); }
 inline TextView codePart(TextView piece) { return pieceView(piece, L"|", 2); }

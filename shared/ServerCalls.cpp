@@ -23,13 +23,23 @@ Text modShared::call(SessionCall operation, TextView name, TextView parameter)
         m_desktop.setPointer(Pointer::Hourglass);
         Text reply = (session().*operation)(name, parameter);
         m_desktop.setPointer(Pointer::Default);
+        m_lastCall = CallResult::Answered;
         return reply;
+    } catch (const ConnectionGone& gone) {
+        reportCall(name, gone.description());
+        m_lastCall = CallResult::ServerGone;
     } catch (...) {
-        const Text description = describeCurrentFailure();
-        m_desktop.setPointer(Pointer::Default);
-        ErrorBox(L"Error in remote procedure call: " + Text(name) + Text(LineBreak) + description, SystemError);
-        return {};
+        reportCall(name, describeCurrentFailure());
+        m_lastCall = CallResult::Failed;
     }
+    return {};
+}
+
+// The box lets events in, and with them other calls.
+void modShared::reportCall(TextView name, const Text& description)
+{
+    m_desktop.setPointer(Pointer::Default);
+    ErrorBox(L"Error in remote procedure call: " + Text(name) + Text(LineBreak) + description, SystemError);
 }
 
 modShared::CallHint::CallHint(modShared& shared, std::span<const ExpectedCall> calls)

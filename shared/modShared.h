@@ -21,6 +21,12 @@ struct SecurityFlags {
     Text paramUserClass; // the class through which the parameter is set, or empty
 };
 
+enum class CallResult {
+    Answered, // a refusal is an answer, too
+    Failed,
+    ServerGone, // it cannot be reached, and the user did not want to try again
+};
+
 // Server calls and error reporting, message boxes, dates that may be reported, the host objects with the
 // user's keys, user parameters. One object per process, shared by all instances of the control; the
 // component owns it and it outlives them. Operations report their failures to the user and throw
@@ -44,6 +50,9 @@ public:
     Text CallRpc(TextView name, TextView parameter);
     // The same for a reply of lines, each ended by CR LF.
     Text CallRpcList(TextView name, TextView parameter);
+
+    // What became of the call that was made last.
+    CallResult lastCall() const { return m_lastCall; }
 
     // Tells the session which calls come next; at the end of the object's life the hint ends. Fails silently: the calls
     // themselves tell of what is wrong.
@@ -153,6 +162,7 @@ private:
 
     void expectCalls(std::span<const ExpectedCall> calls);
     Text call(SessionCall operation, TextView name, TextView parameter);
+    void reportCall(TextView name, const Text& description);
     void raiseStatus(TextView text);
     void obtainObjects(Host& host);
     void promptForContext();
@@ -169,6 +179,7 @@ private:
     std::shared_ptr<Encounter> m_encounter;
     std::shared_ptr<PrintPreview> m_print;
 
+    CallResult m_lastCall = CallResult::Answered;
     SecurityFlags m_flags;
     Text m_permissionMessage;
 };

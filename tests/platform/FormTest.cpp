@@ -106,6 +106,9 @@ TEST(Container, PassesItsStateButNotThroughAnotherFrame)
     EXPECT_FALSE(box.isEnabled());
     inner.setEnabled(true);
     EXPECT_TRUE(box.canBeUsed());
+    EXPECT_EQ(label.foreColour(), 2u); // a colour of the program's own stays; grey goes
+    label.setForeColour(GreyText);
+    inner.setEnabled(true);
     EXPECT_EQ(label.foreColour(), DefaultColour);
     outer.setEnabled(false);
     EXPECT_TRUE(inner.isEnabled());

@@ -116,13 +116,14 @@ TEST_F(PanelViewTest, ContextMenuShowsVisitDetail)
         for (const QAction* action : menu->actions())
             entries.append(action->isSeparator() ? QStringLiteral("-")
                                                  : action->text() + QLatin1String(action->isEnabled() ? "+" : ""));
-        menu->setActiveAction(menu->actions().last());
+        menu->setActiveAction(menu->actions().at(4));
         QTest::keyClick(menu, Qt::Key_Return);
     });
     QTest::keyClick(view->findChild<QTableView*>(), Qt::Key_F10, Qt::ShiftModifier);
     EXPECT_EQ(entries,
         (QStringList { QStringLiteral("&Add Record"), QStringLiteral("&Edit Record+"),
-            QStringLiteral("De&lete Record+"), QStringLiteral("-"), QStringLiteral("&Display Visit Detail+") }));
+            QStringLiteral("De&lete Record+"), QStringLiteral("-"), QStringLiteral("&Display Visit Detail+"),
+            QStringLiteral("&Copy+") }));
     EXPECT_EQ(host.lines({ L"preview" }), Transcript { L"preview [Visit Detail||||80|11] REPORT\r\n" });
 }
 

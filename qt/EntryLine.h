@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QLineEdit>
+
+namespace health {
+
+// The line of a text box or a date. A click that brings the focus into it selects its text, as every other way into it
+// does; a click in the line that has the focus sets the caret, and dragging selects a part.
+class EntryLine : public QLineEdit {
+public:
+    explicit EntryLine(const QString& text = {}, QWidget* parent = nullptr);
+
+    // Makes the line as wide as a text of these letters needs it; none: as wide as its neighbours.
+    void setSample(const QString& letters);
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
+
+protected:
+    void focusInEvent(QFocusEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+
+private:
+    QSize sizeOfSample() const;
+
+    QString m_sample;
+    bool m_entering = false; // the click is not over yet
+};
+
+}
