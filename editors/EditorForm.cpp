@@ -47,10 +47,16 @@ bool EditorForm::send(TextView call, TextView parameter)
     return !m_shared.CheckRpcError(m_shared.CallRpc(call, parameter), L"");
 }
 
-void EditorForm::save(TextView call, TextView record)
+void EditorForm::save(TextView call, const std::vector<Text>& pieces)
 {
-    if (send(call, record))
+    if (send(call, joinPieces(pieces)))
         close();
+}
+
+void EditorForm::askFor(Control& missing, TextView text, TextView title)
+{
+    m_shared.WarningBox(text, title);
+    setFocus(missing);
 }
 
 // --- Fields with a lookup ---
@@ -79,9 +85,14 @@ void EditorForm::leaveLookupField(TextBox& field, const LookupField& lookupField
     setDefaultButton(m_save);
     if (activeControl() == &cmdCancel)
         return;
-    const bool typedOver = lookupField.typedOver == TypedOver::ClearsId && field.text() != lookupField.picked;
-    if (typedOver || field.text().empty())
+    const bool typedOver = field.text() != lookupField.picked;
+    if (field.text().empty() || (typedOver && lookupField.typedOver == TypedOver::ClearsId)) {
         field.setTag({});
+    } else if (typedOver && !field.tag().empty() && !lookupField.picked.empty()) {
+        field.setText(lookupField.picked);
+        field.setNote(L"The name has not changed. To choose another, press \"...\" after typing it, or clear this one first.");
+        return;
+    }
     const bool unresolved = !field.text().empty() && field.tag().empty();
     if (unresolved && field.text() != lookupField.searched)
         lookupField.lookup();
@@ -109,8 +120,6 @@ void EditorForm::setPicked(TextBox& field, TextView name, TextView id)
 }
 
 // --- Texts ---
-
-Text withoutCarets(TextView text) { return TranslateChars(text, L"^", L" "); }
 
 Text spacedName(TextView name) { return properCase(replaced(name, L",", L", ")); }
 

@@ -36,10 +36,13 @@ protected:
     Text readRecord(TextView call, TextView parameter);
     // Calls the server to change something; false when it refused, which was told.
     bool send(TextView call, TextView parameter);
-    // The same, and closes the form when the server took the record.
-    void save(TextView call, TextView record);
+    // The same with the pieces of a record, and closes the form when the server took it.
+    void save(TextView call, const std::vector<Text>& pieces);
+    // Warns that something is missing, and takes the user to it.
+    void askFor(Control& missing, TextView text, TextView title);
 
-    // What becomes of the id when the user types over a name that a lookup gave.
+    // What becomes of the id when the user types over a name that a lookup gave. Where it stays, so does the name: the
+    // field never shows another one than is saved.
     enum class TypedOver {
         KeepsId,
         ClearsId,
@@ -76,9 +79,6 @@ private:
     bool m_activating = false; // what it calls may let the window become active once more
     bool m_activated = false;
 };
-
-// A free text as it is saved: "^" would shift the pieces that follow.
-Text withoutCarets(TextView text);
 
 // A name as lists show it: SMITH,JOHN is Smith, John.
 Text spacedName(TextView name);

@@ -50,8 +50,10 @@ frmAsthma::frmAsthma(modShared& shared)
         answer.addItem(L"No");
         answer.setEmptiable(true);
     }
-    for (std::size_t i = 0; i < txt.size(); ++i)
+    for (std::size_t i = 0; i < txt.size(); ++i) {
+        txt[i].setColumns(5);
         fraLung.hold({ &lblLung[i], &txt[i] });
+    }
     for (std::size_t i = 0; i < 3; ++i)
         fraTriggers.hold({ &lblTriggers[i], &cbo[i] });
     fraRegister.hold({ &lblRegister, &lblStatus, &cmdActivate, &cmdEditReg, &fg });
@@ -143,7 +145,7 @@ void frmAsthma::showRecord(TextView line)
     SelectComboItem(cboSeverity, displayPart(pieces[SeverityPiece]));
     for (std::size_t i = 0; i < txt.size(); ++i) {
         if (const TextView value = pieces[LungPiece + i]; !value.empty())
-            txt[i].setText(value);
+            txt[i].load(value);
     }
     for (std::size_t i = 0; i < cbo.size(); ++i) {
         if (const TextView answer = displayPart(pieces[TriggerPiece + i]); !answer.empty())
@@ -153,20 +155,20 @@ void frmAsthma::showRecord(TextView line)
 
 void frmAsthma::cmdAdd_Click()
 {
-    Text record = m_sIEN + L"^" + m_sVisit + L"^";
-    if (cboSeverity.listIndex() != -1)
-        record += wholeText(cboSeverity.itemData(cboSeverity.listIndex()));
+    const int severity = cboSeverity.listIndex();
+    std::vector<Text> record { m_sIEN, m_sVisit,
+        severity == -1 ? Text() : wholeText(cboSeverity.itemData(severity)) };
     for (const TextBox& value : txt)
-        record += L"^" + value.text();
+        record.push_back(value.text());
     for (const ComboBox& answer : cbo)
-        record += L"^" + answer.text();
+        record.push_back(answer.text());
     save(L"MEVVAST SET", record);
 }
 
 void frmAsthma::txt_Validate(std::size_t index, bool& cancel)
 {
     const Text& entry = txt[index].text();
-    if (entry.empty())
+    if (entry.empty() || txt[index].isAsLoaded())
         return;
     const LungValue& range = LungValues[index];
     const auto value = numericValue(entry);
@@ -198,9 +200,7 @@ void frmAsthma::showRegistry()
 void frmAsthma::showRegistryEntry(const Text& reply, const Text& patient)
 {
     const LinePieces pieces(reply);
-    m_registryActive = codePart(pieces[2]) == L"A";
-    lblStatus.setCaption(properCase(displayPart(pieces[2])));
-    updateRegistryCommands();
+    setRegistryStatus(codePart(pieces[2]) == L"A", properCase(displayPart(pieces[2])));
     static constexpr std::array<TextView, RegistryRows> names { L"Last Asthma Visit", L"Calculated Date Due",
         L"Next Appointment", L"Case Manager", L"Comments" };
     fg.setRowCount(RegistryRows);
@@ -213,8 +213,11 @@ void frmAsthma::showRegistryEntry(const Text& reply, const Text& patient)
     fg.setText(CommentsRow, 1, registryNote(m_shared, patient));
 }
 
-void frmAsthma::updateRegistryCommands()
+// All that depends on the status, in one place.
+void frmAsthma::setRegistryStatus(bool active, TextView status)
 {
+    m_registryActive = active;
+    lblStatus.setCaption(status);
     cmdActivate.setCaption(m_registryActive ? InactivateCaption : ActivateCaption);
     cmdEditReg.setVisible(m_registryActive);
 }
@@ -243,11 +246,10 @@ void frmAsthma::cmdActivate_Click()
         return;
     if (!send(L"MEVVAST SETREG", m_shared.patientText() + (m_registryActive ? L"^I" : L"^A")))
         return;
-    m_registryActive = !m_registryActive;
-    if (m_registryActive)
+    const bool activated = !m_registryActive;
+    if (activated)
         openRegistryEditor();
-    cmdActivate.setCaption(m_registryActive ? InactivateCaption : ActivateCaption);
-    lblStatus.setCaption(m_registryActive ? L"Active" : L"Inactive");
+    setRegistryStatus(activated, activated ? L"Active" : L"Inactive");
     showRegistry();
 }
 

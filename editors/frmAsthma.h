@@ -50,7 +50,7 @@ private:
     void showRecord(TextView line);
     void showRegistry();
     void showRegistryEntry(const Text& reply, const Text& patient);
-    void updateRegistryCommands();
+    void setRegistryStatus(bool active, TextView status);
     void txt_Validate(std::size_t index, bool& cancel);
     bool mayEditRegistry();
     void openRegistryEditor();

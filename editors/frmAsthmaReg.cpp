@@ -78,10 +78,12 @@ void frmAsthmaReg::LoadReg()
 // Saving keeps or puts the patient on the active registry, whatever the status was.
 void frmAsthmaReg::cmdAdd_Click()
 {
-    Text entry = m_shared.patientText() + L"^A";
+    std::vector<Text> entry { m_shared.patientText(), L"A" };
     for (const mevZvDate& date : dat)
-        entry += L"^" + date.value();
-    save(L"MEVVAST SETREG", entry + L"^" + txtPrv.tag() + L"^" + withoutCarets(txtComments.text()));
+        entry.push_back(date.value());
+    entry.push_back(txtPrv.tag());
+    entry.push_back(txtComments.text());
+    save(L"MEVVAST SETREG", entry);
 }
 
 void frmAsthmaReg::cmdActivate_Click()

@@ -115,6 +115,7 @@ void frmER::setCaptions()
 void frmER::bindEvents()
 {
     optArrival.Click = trapped(L"optArrival_Click", [this](int index) { optArrival_Click(index); });
+    optTransfer.Click = trapped(L"optTransfer_Click", [this](int index) { optTransfer_Click(index); });
     optDisch.Click = trapped(L"optDisch_Click", [this](int index) { optDisch_Click(index); });
     bindLookup(
         txtLoc, cmdLoc, TypedOver::ClearsId, Unnamed::IsSaved, trapped(L"cmdLoc_Click", [this] { cmdLoc_Click(); }));
@@ -188,8 +189,9 @@ void frmER::showRecord(TextView line)
 void frmER::showTransfer(TextView piece)
 {
     const TextView entry = codePart(piece);
-    setPicked(txtLoc, properCase(displayPart(piece)), pieceView(entry, L";", 1));
     chooseCode(optTransfer, Transfers, pieceView(entry, L";", 2));
+    setPicked(txtLoc, properCase(displayPart(piece)), pieceView(entry, L";", 1));
+    m_placeOption = optTransfer.chosen();
 }
 
 // --- Choosing ---
@@ -219,33 +221,39 @@ void frmER::enableTransfer(bool enabled)
     fraTransfer.setEnabled(enabled);
 }
 
+// The place was taken from the other option's file, where its number means another one.
+void frmER::optTransfer_Click(int index)
+{
+    if (index != m_placeOption)
+        setPicked(txtLoc, {}, {});
+}
+
 void frmER::cmdLoc_Click()
 {
-    lookUp(txtLoc, optTransfer.chosen() == Facility ? LookupTableNumber::Location : LookupTableNumber::Vendor);
+    const int option = optTransfer.chosen() == Facility ? Facility : OutsideProvider;
+    if (!lookUp(txtLoc, option == Facility ? LookupTableNumber::Location : LookupTableNumber::Vendor)
+        || txtLoc.tag().empty())
+        return;
+    // A search without a choice goes to the outside providers, and so does what it finds.
+    m_placeOption = option;
+    optTransfer[static_cast<std::size_t>(option)].setChosen(true);
 }
 
 // --- Saving ---
-
-// Departure ^ departure against advice.
-Text frmER::departurePieces()
-{
-    const Text date = datDepart.isEmpty() ? Text() : m_shared.DateToFMDate(datDepart.value(), TimePart::With);
-    return optDisch.chosen() == AgainstAdvice ? L"^" + date : date + L"^";
-}
 
 void frmER::cmdOK_Click()
 {
     const bool otherArrival = optArrival.chosen() == OtherArrival;
     const bool otherDisposition = optDisch.chosen() == OtherDisposition;
-    Text record = m_sIEN;
-    for (const Text& piece : { m_sVisit, codeOf(opt, Urgencies), codeOf(optEntered, Entries),
-             codeOf(optArrival, Arrivals), otherArrival ? withoutCarets(txtOther.text()) : Text(),
-             codeOf(optNotified, Notifications), withoutCarets(txtInformant.text()), codeOf(optDisch, Dispositions),
-             otherDisposition ? withoutCarets(txtDispOth.text()) : Text(), departurePieces(),
-             withoutCarets(txtCond.text()) })
-        record += L"^" + piece;
+    const bool againstAdvice = optDisch.chosen() == AgainstAdvice;
+    const Text departure =
+        datDepart.isEmpty() ? Text() : m_shared.DateToFMDate(datDepart.value(), TimePart::With);
+    std::vector<Text> record { m_sIEN, m_sVisit, codeOf(opt, Urgencies), codeOf(optEntered, Entries),
+        codeOf(optArrival, Arrivals), otherArrival ? txtOther.text() : Text(), codeOf(optNotified, Notifications),
+        txtInformant.text(), codeOf(optDisch, Dispositions), otherDisposition ? txtDispOth.text() : Text(),
+        againstAdvice ? Text() : departure, againstAdvice ? departure : Text(), txtCond.text() };
     if (!txtLoc.tag().empty())
-        record += (optTransfer.chosen() == OutsideProvider ? L"^VEN.`" : L"^LOC.`") + txtLoc.tag();
+        record.push_back((optTransfer.chosen() == OutsideProvider ? L"VEN.`" : L"LOC.`") + txtLoc.tag());
     save(L"MEVVER SET", record);
 }
 

@@ -52,9 +52,11 @@ private:
     void optDisch_Click(int index);
     void enableText(TextBox& box, bool enabled);
     void enableTransfer(bool enabled);
+    void optTransfer_Click(int index);
     void cmdLoc_Click();
-    Text departurePieces();
     void cmdOK_Click();
+
+    int m_placeOption = -1; // the option under which the place was found
 };
 
 }

@@ -57,9 +57,9 @@ void frmElder::loadRecord()
 
 void frmElder::cmdAdd_Click()
 {
-    Text record = m_sIEN + L"^" + m_sVisit;
+    std::vector<Text> record { m_sIEN, m_sVisit };
     for (const ComboBox& list : cbo)
-        record += L"^" + list.text();
+        record.push_back(list.text());
     save(L"MEVVELD SET", record);
 }
 

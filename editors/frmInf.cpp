@@ -50,11 +50,10 @@ void frmInf::cmdAdd_Click()
 {
     const int item = lstINF.firstChecked();
     if (item == -1) {
-        m_shared.WarningBox(
-            L"You must select the infant feeding option, before the record can be saved.", L"Type Missing");
+        askFor(lstINF, L"You must select the infant feeding option, before the record can be saved.", L"Type Missing");
         return;
     }
-    save(L"MEVVIF SET", m_sIEN + L"^" + m_sVisit + L"^" + wholeText(lstINF.itemData(item)));
+    save(L"MEVVIF SET", { m_sIEN, m_sVisit, wholeText(lstINF.itemData(item)) });
 }
 
 }

@@ -54,6 +54,7 @@ frmPediatric::frmPediatric(modShared& shared)
 {
     setCaptions();
     for (std::size_t i = 0; i < Boxes; ++i) {
+        txt[i].setColumns(12);
         txt[i].KeyPress = trapped(L"txt_KeyPress", [this](wchar_t key) { txt_KeyPress(key); });
         txt[i].Validate = trapped(L"txt_Validate", [this, i](bool& cancel) { txt_Validate(i, cancel); });
     }
@@ -108,9 +109,9 @@ void frmPediatric::LoadData()
     const LinePieces pieces(reply);
     const Text weight(pieces[Units[m_unit].piece]);
     if (!weight.empty())
-        txt[0].setText(weight + (m_unit == PoundsOunces ? L" " + Text(pieces[2]) : Text(Units[m_unit].letter)));
+        txt[0].load(weight + (m_unit == PoundsOunces ? L" " + Text(pieces[2]) : Text(Units[m_unit].letter)));
     for (std::size_t i = 1; i < Boxes; ++i)
-        txt[i].setText(pieces[9 + i]);
+        txt[i].load(pieces[9 + i]);
     setPicked(txtPat, displayPart(pieces[14]), codePart(pieces[14]));
 }
 
@@ -153,7 +154,7 @@ bool frmPediatric::isValidWeight(const Text& weight) const
 void frmPediatric::txt_Validate(std::size_t index, bool& cancel)
 {
     const Text entry = upperCase(txt[index].text());
-    if (entry.empty())
+    if (entry.empty() || txt[index].isAsLoaded())
         return;
     TextView message;
     if (index == 0 && !isValidWeight(weightWithUnit(entry)))
@@ -171,11 +172,11 @@ void frmPediatric::txt_Validate(std::size_t index, bool& cancel)
 
 void frmPediatric::cmdAdd_Click()
 {
-    Text record = m_shared.patientText() + L"^" + weightWithUnit(upperCase(txt[0].text()));
+    std::vector<Text> record { m_shared.patientText(), weightWithUnit(upperCase(txt[0].text())) };
     for (std::size_t i = 1; i < Boxes; ++i)
-        record += L"^" + upperCase(txt[i].text());
-    record += L"^" + txtPat.tag();
-    if (!send(L"MEVBMSR SET", record))
+        record.push_back(upperCase(txt[i].text()));
+    record.push_back(txtPat.tag());
+    if (!send(L"MEVBMSR SET", joinPieces(record)))
         return;
     if (!txt[0].text().empty())
         m_shared.SetUserParam(UnitParameter, wholeText(static_cast<long long>(m_unit)));

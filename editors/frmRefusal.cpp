@@ -54,6 +54,7 @@ frmRefusal::frmRefusal(modShared& shared)
     cmdOK.setToolTip({});
     cmdCancel.setToolTip({});
     datRefused.setDateOnly(true);
+    datRefused.LostFocus = trapped(L"datRefused_LostFocus", [this] { datRefused_LostFocus(); });
 }
 
 Arrangement frmRefusal::arrangement()
@@ -93,6 +94,7 @@ void frmRefusal::showRecord(TextView line)
     datRefused.setValue(date.empty() ? pieces[9] : TextView(date));
     m_loading = true;
     setPicked(txtItem, pieces[6], pieces[5]);
+    m_itemTable.reset();
     m_loading = false;
     txtRefComment.setText(pieces[12]);
 }
@@ -122,6 +124,7 @@ void frmRefusal::lstRefusals_ItemCheck(int row)
     lstRefusals.uncheckOthers(row);
     const Text& type = lstRefusals.itemText(row);
     setPicked(txtItem, L"", L"");
+    m_itemTable.reset();
     lblItem.setCaption(L"&" + type);
     if (!m_loading && hasOnlyItem(type))
         takeOnlyItem(type);
@@ -163,6 +166,7 @@ void frmRefusal::cmdItem_Click()
         return;
     }
     const int table = lstRefusals.itemData(lstRefusals.listIndex());
+    m_itemTable = table;
     const auto pickFrom = [&](auto& lookup) {
         const bool chosen = lookup.RunQuery(txtItem.text()) && !lookup.m_sRecId.empty();
         setPicked(txtItem, chosen ? lookup.m_sName : Text(), chosen ? lookup.m_sRecId : Text());
@@ -193,10 +197,20 @@ void frmRefusal::datRefused_NewDateEntered()
     datRefused.setValue(dateText(today));
 }
 
+// A refusal without a date cannot be saved.
+void frmRefusal::datRefused_LostFocus()
+{
+    if (!datRefused.isEmpty() || activeControl() == &cmdCancel)
+        return;
+    datRefused.setValue(dateText(m_shared.desktop().now()));
+    datRefused.setNote(L"A refusal has a date: this is today's.");
+}
+
+// Judged as it is saved, without its line breaks.
 void frmRefusal::txtRefComment_Validate(bool& cancel)
 {
     static constexpr std::size_t Longest = 200;
-    const Text& comment = txtRefComment.text();
+    const Text comment = replaced(txtRefComment.text(), LineBreak, L"");
     if (comment.size() > Longest) {
         m_shared.ErrorBox(L"Comment cannot be longer than 200 characters.", L"Comment Too Long");
         cancel = true;
@@ -205,7 +219,7 @@ void frmRefusal::txtRefComment_Validate(bool& cancel)
         cancel = true;
     }
     if (!cancel)
-        txtRefComment.setText(replaced(comment, LineBreak, L""));
+        txtRefComment.setText(comment);
 }
 
 // --- Saving ---
@@ -213,20 +227,26 @@ void frmRefusal::txtRefComment_Validate(bool& cancel)
 bool frmRefusal::isComplete()
 {
     const int row = lstRefusals.listIndex();
-    Text message;
-    TextView title = TypeNotSelected;
     if (row == -1) {
-        message = L"You must first select the refusal type that you wish to add for this patient.";
-    } else if (!lstRefusals.isChecked(row)) {
-        message = L"You must first click the checkbox for the refusal type that you wish to add for this patient.";
-    } else if (txtItem.tag().empty()) {
-        message = L"You must first select the " + TranslateChars(lblItem.caption(), L"&", L"")
-            + L" type that you wish to add for this patient.";
-        title = L"Item Not Selected";
+        askFor(lstRefusals, L"You must first select the refusal type that you wish to add for this patient.",
+            TypeNotSelected);
+        return false;
     }
-    if (!message.empty())
-        m_shared.WarningBox(message, title);
-    return message.empty();
+    if (!lstRefusals.isChecked(row)) {
+        askFor(lstRefusals,
+            L"You must first click the checkbox for the refusal type that you wish to add for this patient.",
+            TypeNotSelected);
+        return false;
+    }
+    // An item out of another type's table is none of this type: its number means something else there.
+    if (txtItem.tag().empty() || m_itemTable.value_or(lstRefusals.itemData(row)) != lstRefusals.itemData(row)) {
+        askFor(txtItem,
+            L"You must first select the " + TranslateChars(lblItem.caption(), L"&", L"")
+                + L" type that you wish to add for this patient.",
+            L"Item Not Selected");
+        return false;
+    }
+    return true;
 }
 
 void frmRefusal::cmdOK_Click()
@@ -234,9 +254,8 @@ void frmRefusal::cmdOK_Click()
     if (!isComplete())
         return;
     save(L"MEVREF SET",
-        m_sRefusalIen + L"^" + serverType(lstRefusals.itemText(lstRefusals.listIndex())) + L"^"
-            + withoutCarets(txtItem.tag()) + L"^" + m_shared.patientText() + L"^" + datRefused.value() + L"^"
-            + withoutCarets(txtRefComment.text()));
+        { m_sRefusalIen, serverType(lstRefusals.itemText(lstRefusals.listIndex())), txtItem.tag(),
+            m_shared.patientText(), datRefused.value(), txtRefComment.text() });
 }
 
 }

@@ -4,6 +4,8 @@
 #include "platform/CheckList.h"
 #include "platform/mevZvDate.h"
 
+#include <optional>
+
 namespace health {
 
 // The patient's refusal of a service: its kind, the item refused, the date, a comment.
@@ -35,6 +37,7 @@ private:
     void takeOnlyItem(const Text& type);
     void txtItem_Change();
     void cmdItem_Click();
+    void datRefused_LostFocus();
     void datRefused_NewDateEntered();
     void txtRefComment_Validate(bool& cancel);
     bool warnWithoutType();
@@ -43,6 +46,7 @@ private:
 
     bool m_loading = false;
     bool m_clearing = false;
+    std::optional<int> m_itemTable; // where the item was searched; none: it belongs to the checked row
 };
 
 }

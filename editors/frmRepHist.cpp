@@ -17,6 +17,7 @@ constexpr std::array<TextView, frmRepHist::CountBoxes> CountCodes { L"G", L"P", 
 constexpr Colour QuietColour = 2;
 
 constexpr TextView InvalidDate = L"Invalid Date";
+constexpr TextView NoDate = L"This is not a valid date format.";
 constexpr int LongestPregnancy = 270; // days ahead
 
 double numberIn(const TextBox& box) { return leadingNumber(box.text()); }
@@ -44,6 +45,8 @@ frmRepHist::frmRepHist(modShared& shared)
     : EditorForm(shared, L"frmRepHist", L"Update Reproductive History")
 {
     setCaptions();
+    for (TextBox& box : txNumRH)
+        box.setColumns(3);
     for (std::size_t i = 0; i < CountBoxes; ++i)
         fraWH.hold({ &lblFP[i], &txNumRH[i], &udNumRH[i] });
     fraWH.hold({ &lbl[0], &lbl[1], &lbl[2], &datLMP, &cboFP, &datFP, &chkPregnant, &fraPregnant });
@@ -77,6 +80,10 @@ void frmRepHist::bindEvents()
         udNumRH[i].ValueChanged =
             trapped(L"udNumRH_Change", [this, i] { txNumRH[i].setText(wholeText(udNumRH[i].value())); });
     }
+    datLMP.KeyPress = trapped(L"datLMP_KeyPress", [this](wchar_t& key) { moveOnEntered(key, datLMP, cboFP); });
+    datFP.KeyPress = trapped(L"datFP_KeyPress", [this](wchar_t& key) { moveOnEntered(key, datFP, chkPregnant); });
+    datDelivery.KeyPress =
+        trapped(L"datDelivery_KeyPress", [this](wchar_t& key) { moveOnEntered(key, datDelivery, cboEstMethod); });
     cboFP.KeyPress = trapped(L"cboFP_KeyPress", [this](wchar_t& key) { moveOnEnter(key, datFP); });
     cboEstMethod.KeyPress = trapped(L"cboEstMethod_KeyPress", [this](wchar_t& key) { moveOnEnter(key, txNumRH[0]); });
     chkPregnant.Click = trapped(L"chkPregnant_Click", [this] { fraPregnant.setEnabled(chkPregnant.isChecked()); });
@@ -211,11 +218,12 @@ Text frmRepHist::countString() const
 
 void frmRepHist::cmdAdd_Click()
 {
-    Text record = m_shared.patientText() + L"^" + countString() + L"^" + savedDate(datLMP) + L"^" + cboFP.text() + L"^"
-        + savedDate(datFP);
-    if (isEligible())
-        record += Text(L"^") + (chkPregnant.isChecked() ? L"1" : L"0") + L"^" + savedDate(datDelivery) + L"^"
-            + cboEstMethod.text();
+    std::vector<Text> record { m_shared.patientText(), countString(), savedDate(datLMP), cboFP.text(),
+        savedDate(datFP) };
+    if (isEligible()) {
+        for (const Text& piece : { Text(chkPregnant.isChecked() ? L"1" : L"0"), savedDate(datDelivery), cboEstMethod.text() })
+            record.push_back(piece);
+    }
     save(L"MEVREP SET", record);
 }
 
@@ -224,9 +232,12 @@ void frmRepHist::cmdAdd_Click()
 void frmRepHist::refuseFuture(mevZvDate& date)
 {
     const auto moment = date.moment();
-    if (!moment || dateOf(*moment) <= dateOf(m_shared.desktop().now()))
+    if (!moment)
+        m_shared.ErrorBox(NoDate, InvalidDate);
+    else if (dateOf(*moment) > dateOf(m_shared.desktop().now()))
+        m_shared.ErrorBox(L"Future dates are not allowed.", InvalidDate);
+    else
         return;
-    m_shared.ErrorBox(L"Future dates are not allowed.", InvalidDate);
     date.clear();
 }
 
@@ -238,7 +249,7 @@ void frmRepHist::datDelivery_NewDateEntered()
     const auto moment = datDelivery.moment();
     const Moment now = m_shared.desktop().now();
     if (!moment) {
-        m_shared.ErrorBox(L"This is not a valid date format.", InvalidDate);
+        m_shared.ErrorBox(NoDate, InvalidDate);
         datDelivery.clear();
         return;
     }
@@ -256,13 +267,16 @@ void frmRepHist::txNumRH_Change(std::size_t index)
 {
     TextBox& box = txNumRH[index];
     UpDown& upDown = udNumRH[index];
-    if (box.text().empty())
-        box.setText(L"0");
     const double entered = numberIn(box);
     const double count = std::clamp<double>(entered, upDown.minimum(), upDown.maximum());
     upDown.setValue(static_cast<int>(roundToWhole(count)));
-    if (count != entered)
-        box.setText(wholeText(upDown.value()));
+    // A count is digits alone. An emptied box is 0, and what is typed next replaces that.
+    const Text& text = box.text();
+    const bool isCount = !text.empty() && std::all_of(text.begin(), text.end(), isDigit);
+    if (isCount && count == entered)
+        return;
+    box.setText(wholeText(upDown.value()));
+    box.selectAll();
 }
 
 void frmRepHist::txNumRH_KeyPress(std::size_t index, wchar_t& key)
@@ -271,6 +285,17 @@ void frmRepHist::txNumRH_KeyPress(std::size_t index, wchar_t& key)
         moveOnEnter(key, txNumRH[index + 1]);
     else
         moveOnEnter(key, datLMP);
+}
+
+// Enter goes on from a date that has just been entered; on one that nobody touched it is OK.
+void frmRepHist::moveOnEntered(wchar_t& key, mevZvDate& date, Control& next)
+{
+    if (key != EnterKey || !date.wasTouched())
+        return;
+    if (date.settle())
+        return moveOnEnter(key, next);
+    key = 0;
+    setFocus(date);
 }
 
 void frmRepHist::moveOnEnter(wchar_t& key, Control& next)

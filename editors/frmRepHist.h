@@ -55,6 +55,7 @@ private:
     void datDelivery_NewDateEntered();
     void txNumRH_Change(std::size_t index);
     void txNumRH_KeyPress(std::size_t index, wchar_t& key);
+    void moveOnEntered(wchar_t& key, mevZvDate& date, Control& next);
     void moveOnEnter(wchar_t& key, Control& next);
 
     std::array<short, 6> m_valueOnFocus {}; // of each count box; kept, not consulted

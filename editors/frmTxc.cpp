@@ -93,18 +93,17 @@ void frmTxc::datInit_NewDateEntered()
 void frmTxc::cmdAdd_Click()
 {
     if (txtPrv.tag().empty()) {
-        m_shared.WarningBox(L"You must select the provider.", L"Provider Missing");
+        askFor(txtPrv, L"You must select the provider.", L"Provider Missing");
         return;
     }
     if (datInit.isEmpty())
         datInit.setValue(defaultDateText(m_shared.desktop().now()));
     if (opt.chosen() == opt.None) {
-        m_shared.WarningBox(L"You must select the type of contract, PAIN or MENTAL HEALTH.", L"Type Missing");
+        askFor(opt[0], L"You must select the type of contract, PAIN or MENTAL HEALTH.", L"Type Missing");
         return;
     }
     save(L"MEVVTXC SET",
-        m_sIEN + L"^" + m_sVisit + L"^" + Text(TypeCodes[static_cast<std::size_t>(opt.chosen())]) + L"^"
-            + datInit.value() + L"^" + txtPrv.tag());
+        { m_sIEN, m_sVisit, Text(TypeCodes[static_cast<std::size_t>(opt.chosen())]), datInit.value(), txtPrv.tag() });
 }
 
 }

@@ -116,9 +116,11 @@ TEST_F(EmergencyVisit, TransferIsLookedUpInTheFileOfItsOption)
     typeInto(form.txtLoc, L"river");
     form.moveFocus(form.txtCond);
     EXPECT_EQ(host.calls().back(), L"list MEVUTL DICLKUP(9999999.11^RIVER^^^250^^^^.01)");
-    EXPECT_TRUE(saved().ends_with(L"^LOC.`9)")); // no option: searched among the vendors, sent as a location
-    form.optTransfer[1].click();
-    EXPECT_EQ(form.txtLoc.tag(), L"9");
+    EXPECT_EQ(form.optTransfer.chosen(), 0); // searched without an option: it was found among the providers
+    EXPECT_TRUE(saved().ends_with(L"^VEN.`9)"));
+    form.open();
+    form.optTransfer[1].click(); // its number means another place there
+    EXPECT_EQ(form.txtLoc.text() + form.txtLoc.tag(), L"");
     typeInto(form.txtLoc, L"north");
     form.moveFocus(form.txtCond); // typed over: the number is looked up again
     EXPECT_EQ(host.calls().back(), L"list MEVUTL DICLKUP(4^NORTH^^^250^^^^.01)");

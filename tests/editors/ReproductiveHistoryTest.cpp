@@ -36,7 +36,7 @@ TEST_F(ReproductiveHistory, LoadsAndSavesWithItsTwoOrders)
     EXPECT_EQ(counts(form), L"3,2,1,0,0");
     EXPECT_TRUE(form.chkPregnant.isChecked());
     EXPECT_TRUE(form.datDelivery.canBeUsed());
-    EXPECT_EQ(form.lblPreg[0].foreColour(), DefaultColour);
+    EXPECT_EQ(form.lblPreg[0].foreColour(), 2u);
     EXPECT_EQ(form.activeControl(), &form.txNumRH[0]);
     EXPECT_EQ(
         saved(), L"call MEVREP SET(12^G3P2LC1SA0TA0^01/05/2026^Oral Contraceptives^12/01/2025^1^10/12/2026^Sonogram)");
@@ -164,16 +164,29 @@ TEST_F(ReproductiveHistory, EnterGoesOnToTheNextField)
     EXPECT_EQ(form.txNumRH[3].toolTip(), L"Spontaneous Abortions");
 }
 
-TEST_F(ReproductiveHistory, DateThatIsNoneIsNotSaved)
+// A date that has just been entered is left by Enter, as the counts are; one that nobody touched leaves Enter to OK.
+TEST_F(ReproductiveHistory, EnterGoesOnFromAnEnteredDate)
 {
-    load(Empty);
-    enterDate(form.datLMP, L"last week");
-    form.press(form.cmdAdd);
+    load(replies::Reproductive);
+    for (auto& [date, typed, kept, next] : std::initializer_list<std::tuple<mevZvDate&, TextView, TextView, Control&>> {
+             { form.datLMP, L"T", L"03/15/2026", form.cboFP }, { form.datFP, L"T-1", L"03/14/2026", form.chkPregnant },
+             { form.datDelivery, L"T+1", L"03/16/2026", form.cboEstMethod },
+             { form.datLMP, L"T+1", L"", form.datLMP }, { form.datFP, L"last week", L"", form.datFP } }) {
+        date.setClock([this] { return host.desktop.today; });
+        form.moveFocus(date);
+        wchar_t key = EnterKey;
+        date.pressKey(key);
+        EXPECT_EQ(key, EnterKey);
+        date.type(typed);
+        EXPECT_EQ(date.shown(), typed);
+        date.pressKey(key);
+        EXPECT_EQ(key, 0);
+        EXPECT_EQ(date.value(), kept);
+        EXPECT_EQ(form.activeControl(), &next);
+    }
     EXPECT_EQ(host.boxes(),
-        Transcript {
-            L"box [System Error] Error in module frmRepHist at cmdAdd_Click\r\n\r\n\"last week\" is not a date." });
-    EXPECT_EQ(host.calls().size(), 1u);
-    EXPECT_TRUE(form.isOpen());
+        (Transcript { L"box [Invalid Date] Future dates are not allowed.",
+            L"box [Invalid Date] This is not a valid date format." }));
 }
 
 TEST_F(ReproductiveHistory, UnknownMethodIsLost)
