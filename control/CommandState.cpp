@@ -63,6 +63,8 @@ void kalmevRepHistCtrl::updateCommands()
         mnuCmd[i].setEnabled(enabled[i]);
     }
     mnuVisitDetail.setEnabled(visitDetail);
+    // The menu stands at a row, but adds what the list on top names.
+    mnuCmd[Add].setDetail(enabled[Add] ? cboType.text() : Text());
 }
 
 void kalmevRepHistCtrl::mnuVisitDetail_Click()

@@ -69,17 +69,46 @@ void GridLoader::load()
     for (const RecordType* const type : wanted)
         calls.push_back(callOf(*type));
     const modShared::CallHint hint(m_shared, calls);
-    for (std::size_t i = 0; i < wanted.size(); ++i) {
-        if (wanted[i]->isOnePerPatient())
-            loadPatientRow(*wanted[i], m_shared.CallRpc(calls[i].name, calls[i].parameter));
+    for (std::size_t i = 0; i < wanted.size() && !m_serverGone; ++i) {
+        const bool one = wanted[i]->isOnePerPatient();
+        const Text reply = one ? m_shared.CallRpc(calls[i].name, calls[i].parameter)
+                               : m_shared.CallRpcList(calls[i].name, calls[i].parameter);
+        if (!isRead(*wanted[i], reply))
+            continue;
+        if (one)
+            loadPatientRow(*wanted[i], reply);
         else
-            loadList(*wanted[i], m_shared.CallRpcList(calls[i].name, calls[i].parameter));
+            forEachLine(reply, [&](TextView line) { addListRow(*wanted[i], line); });
     }
+    if (m_serverGone)
+        m_grid.setRowCount(0);
+}
+
+bool GridLoader::isRead(const RecordType& type, TextView reply)
+{
+    const CallResult result = m_shared.lastCall();
+    m_serverGone = result == CallResult::ServerGone;
+    if (result == CallResult::Answered && !m_shared.CheckRpcError(reply, L""))
+        return true;
+    m_unread.push_back(type.rowLabel);
+    return false;
+}
+
+Text GridLoader::remark() const
+{
+    if (m_serverGone)
+        return L"The server cannot be reached. The records were not read.";
+    Text names;
+    for (const TextView name : m_unread)
+        names += (names.empty() ? L"" : L", ") + Text(name);
+    if (!names.empty())
+        return L"Could not be read: " + names + L".";
+    return m_grid.rowCount() == 0 ? L"No personal health records." : L"";
 }
 
 void GridLoader::loadPatientRow(const RecordType& type, const Text& reply)
 {
-    if (reply.empty() || m_shared.CheckRpcError(reply, L""))
+    if (reply.empty())
         return;
     const LinePieces pieces(reply);
     if (type.number == RecordTypeNumber::Reproductive) {
@@ -90,13 +119,6 @@ void GridLoader::loadPatientRow(const RecordType& type, const Text& reply)
     }
     appendFields(m_text, type, pieces);
     addRow(type, { .record = wholeText(m_patient.number), .visit = {}, .locked = {}, .date = {} });
-}
-
-void GridLoader::loadList(const RecordType& type, const Text& reply)
-{
-    if (m_shared.CheckRpcError(reply, L""))
-        return;
-    forEachLine(reply, [&](TextView line) { addListRow(type, line); });
 }
 
 void GridLoader::addListRow(const RecordType& type, TextView line)

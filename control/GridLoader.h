@@ -19,7 +19,8 @@ inline constexpr int Count = 6;
 }
 
 // Makes the server calls in their fixed order and appends rows. A reply that is a server error is shown by the
-// check and adds no rows of its type. Throws what the grid throws; a failed call has been shown and reads as empty.
+// check and adds no rows of its type. Throws what the grid throws; a failed call has been shown and reads as empty. Where
+// the server is gone and the user did not want to try again, the calls that are left are not made, and no row stays.
 class GridLoader {
 public:
     GridLoader(modShared& shared, Grid& grid, const PatientFacts& patient)
@@ -31,6 +32,9 @@ public:
 
     void load();
 
+    // What the list says beside its rows when they are loaded: that there are none, or what could not be read.
+    Text remark() const;
+
 private:
     struct Row {
         TextView record;
@@ -41,8 +45,8 @@ private:
 
     std::vector<const RecordType*> types() const;
     ExpectedCall callOf(const RecordType& type) const;
+    bool isRead(const RecordType& type, TextView reply);
     void loadPatientRow(const RecordType& type, const Text& reply);
-    void loadList(const RecordType& type, const Text& reply);
     void addListRow(const RecordType& type, TextView line);
     void addRefusalRow(const RecordType& type, const LinePieces& pieces);
     void addRow(const RecordType& type, const Row& row);
@@ -50,6 +54,8 @@ private:
     modShared& m_shared;
     Grid& m_grid;
     const PatientFacts& m_patient;
+    std::vector<TextView> m_unread; // labels of the types that the server refused or did not answer for
+    bool m_serverGone = false;
     // Being built; kept for their storage.
     Text m_text; // the summary
     Text m_lead; // its date

@@ -187,22 +187,26 @@ void kalmevRepHistCtrl::catchUp()
 
 void kalmevRepHistCtrl::loadPatient()
 {
-    const bool done = trap(L"ICSS_PatientEvents_Committed", [&] {
+    // Until the change is made, nothing is offered for the former patient.
+    m_changeFailed = !trap(L"ICSS_PatientEvents_Committed", [&] {
         unsubscribe(L"ICSS_PatientEvents_Committed");
-        const PatientFacts patient = currentPatient();
-        if (patient.number == 0) {
+        clearTypeList();
+        const long number = m_shared.patient().number();
+        if (number == 0) {
             ClearPatientControls();
             return;
         }
-        subscribe(patient.number);
-        fillTypeList(patient);
+        subscribe(number);
+        fillTypeList(currentPatient());
         LoadGrid();
         if (fgData.rowCount() > 0)
             fgData.showRow(0);
     });
     // Never one patient's records under another's name.
-    if (!done)
+    if (m_changeFailed) {
+        clearTypeList();
         ClearPatientControls();
+    }
 }
 
 void kalmevRepHistCtrl::ICSS_EncounterEvents_Committed()
@@ -245,8 +249,11 @@ bool kalmevRepHistCtrl::concernsPatient(TextView eventName) const
 
 void kalmevRepHistCtrl::EventCallback(TextView name, TextView)
 {
-    if (m_active && (concernsPatient(name) || MatchesLeading(name, RefreshEvent, LetterCase::Exact)))
+    if (m_active && (concernsPatient(name) || MatchesLeading(name, RefreshEvent, LetterCase::Exact))) {
+        // A change of the patient that failed is made up for.
+        m_patientChanged = m_patientChanged || m_changeFailed;
         m_reloadWanted = true;
+    }
     catchUp();
 }
 
@@ -263,6 +270,12 @@ PatientFacts kalmevRepHistCtrl::currentPatient() const
     if (number == 0)
         return {};
     return { .number = number, .sex = patient.sex(), .age = leadingNumber(patient.age()) };
+}
+
+void kalmevRepHistCtrl::clearTypeList()
+{
+    cboType.clear();
+    cboType.setVisible(false);
 }
 
 void kalmevRepHistCtrl::fillTypeList(const PatientFacts& patient)
@@ -296,18 +309,22 @@ void kalmevRepHistCtrl::LoadGrid()
 
 void kalmevRepHistCtrl::fillGrid()
 {
+    fgData.setHint(L"Loading ...");
     const DrawingPause pause(fgData);
     fgData.clear();
     fgData.setRowCount(0);
     fgData.setColumnHidden(GridColumn::Label, false);
     const PatientFacts patient = currentPatient();
-    GridLoader(m_shared, fgData, patient).load();
+    GridLoader loader(m_shared, fgData, patient);
+    loader.load();
     fgData.select(-1);
+    fgData.setHint(loader.remark());
 }
 
 void kalmevRepHistCtrl::ClearPatientControls()
 {
     trap(L"ClearPatientControls", [&] {
+        fgData.setHint({});
         fgData.clear();
         fgData.setRowCount(1);
         fgData.setColumnHidden(GridColumn::Label, true);
@@ -319,7 +336,7 @@ void kalmevRepHistCtrl::ClearPatientControls()
 
 void kalmevRepHistCtrl::reload()
 {
-    if (currentPatient().number == 0) {
+    if (m_visitEventName.empty()) { // no patient
         updateCommands();
         return;
     }

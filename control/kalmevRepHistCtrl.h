@@ -109,6 +109,7 @@ private:
     void unsubscribe(TextView procedure);
     bool concernsPatient(TextView eventName) const;
     PatientFacts currentPatient() const;
+    void clearTypeList();
     void fillTypeList(const PatientFacts& patient);
     void catchUp();
     void loadPatient();
@@ -145,6 +146,7 @@ private:
     // What has arrived and is not loaded yet:
     bool m_reloadWanted = false;
     bool m_patientChanged = false;
+    bool m_changeFailed = false; // the patient's; the next event tries again
 };
 
 }
