@@ -80,6 +80,14 @@ bool DateView::eventFilter(QObject* watched, QEvent* event)
 
 void DateView::openCalendar()
 {
+    const QString picked = askCalendar();
+    if (!picked.isEmpty())
+        pick(picked);
+}
+
+// The day that the user picks; empty for none.
+QString DateView::askCalendar()
+{
     QMenu popup(this);
     auto* const calendar = new QCalendarWidget;
     calendar->setAccessibleName(m_button->accessibleName());
@@ -107,24 +115,20 @@ void DateView::openCalendar()
     connect(calendar, &QCalendarWidget::clicked, &popup, close);
     calendar->setFocus();
     popup.exec(m_line->mapToGlobal(QPoint(0, m_line->height())));
-    if (!picked.isEmpty())
-        pick(picked);
+    return picked;
 }
 
 void DateView::pick(const QString& picked)
 {
     m_line->setFocus();
-    if (m_control.requiresTime()) {
-        // The time that is there stays; without one the user goes on with it.
-        const QString time = m_line->text().section(u' ', 1);
-        m_line->setText(picked + u' ' + time);
-        m_control.type(toText(m_line->text()));
-        if (time.isEmpty())
-            return;
-    } else {
-        m_control.type(toText(picked));
-    }
-    m_control.settle();
+    // The time that is there stays; without one the user goes on with it.
+    const QString time = m_control.requiresTime() ? m_line->text().section(u' ', 1) : QString();
+    m_line->setText(m_control.requiresTime() ? picked + u' ' + time : picked);
+    m_control.type(toText(m_line->text()));
+    if (m_control.requiresTime() && time.isEmpty())
+        return;
+    if (m_control.settle())
+        m_line->selectAll();
 }
 
 }

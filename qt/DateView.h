@@ -23,6 +23,7 @@ private:
     void mirror(Change change) override;
     void mirrorOptions();
     void openCalendar();
+    QString askCalendar();
     void pick(const QString& date);
 
     QtDesktop& m_desktop;

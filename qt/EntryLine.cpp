@@ -33,17 +33,46 @@ QSize EntryLine::sizeHint() const { return m_sample.isEmpty() ? QLineEdit::sizeH
 
 QSize EntryLine::minimumSizeHint() const { return m_sample.isEmpty() ? QLineEdit::minimumSizeHint() : sizeOfSample(); }
 
+// A box may come between the focus and the click that brought it.
 void EntryLine::focusInEvent(QFocusEvent* event)
 {
-    m_entering = event->reason() == Qt::MouseFocusReason;
+    m_entering = m_entering || event->reason() == Qt::MouseFocusReason;
     QLineEdit::focusInEvent(event);
+}
+
+void EntryLine::focusOutEvent(QFocusEvent* event)
+{
+    const Qt::FocusReason reason = event->reason();
+    if (reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason)
+        m_entering = false;
+    QLineEdit::focusOutEvent(event);
+}
+
+void EntryLine::keyPressEvent(QKeyEvent* event)
+{
+    m_entering = false;
+    QLineEdit::keyPressEvent(event);
+}
+
+void EntryLine::mousePressEvent(QMouseEvent* event)
+{
+    m_clickEnters = std::exchange(m_entering, false) && event->button() == Qt::LeftButton;
+    if (m_clickEnters)
+        selectAll();
+    else
+        QLineEdit::mousePressEvent(event);
+}
+
+void EntryLine::mouseMoveEvent(QMouseEvent* event)
+{
+    if (!m_clickEnters)
+        QLineEdit::mouseMoveEvent(event);
 }
 
 void EntryLine::mouseReleaseEvent(QMouseEvent* event)
 {
-    QLineEdit::mouseReleaseEvent(event);
-    if (std::exchange(m_entering, false) && !hasSelectedText())
-        selectAll();
+    if (!std::exchange(m_clickEnters, false))
+        QLineEdit::mouseReleaseEvent(event);
 }
 
 }

@@ -5,7 +5,7 @@
 namespace health {
 
 // The line of a text box or a date. A click that brings the focus into it selects its text, as every other way into it
-// does; a click in the line that has the focus sets the caret, and dragging selects a part.
+// does; in the line that has the focus a click sets the caret, and dragging selects a part.
 class EntryLine : public QLineEdit {
 public:
     explicit EntryLine(const QString& text = {}, QWidget* parent = nullptr);
@@ -17,13 +17,18 @@ public:
 
 protected:
     void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
 
 private:
     QSize sizeOfSample() const;
 
     QString m_sample;
-    bool m_entering = false; // the click is not over yet
+    bool m_entering = false; // a click has brought the focus, and has not come yet
+    bool m_clickEnters = false; // the button is down
 };
 
 }

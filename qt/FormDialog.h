@@ -22,6 +22,9 @@ public:
     void run();
     // Where the row of buttons at the end begins, in the window's pixels.
     int topOfButtons() const;
+    Form& form() const { return m_form; }
+    // The widget of each control.
+    const QHash<Control*, QWidget*>& widgets() const { return m_builder.widgets(); }
     // The user comes back from another form.
     void activateAgain();
 

@@ -381,10 +381,11 @@ void GridView::focusInEvent(QFocusEvent* event)
         mirrorSelection();
 }
 
-// Ctrl+click takes no selection back: the commands act on the row that is seen as selected.
+// Neither Ctrl+click nor a click beside the rows takes the selection back: the commands act on the row that is seen as
+// selected.
 QItemSelectionModel::SelectionFlags GridView::selectionCommand(const QModelIndex& index, const QEvent* event) const
 {
-    return QTableView::selectionCommand(index, event) == QItemSelectionModel::NoUpdate
+    return !index.isValid() || QTableView::selectionCommand(index, event) == QItemSelectionModel::NoUpdate
         ? QItemSelectionModel::NoUpdate
         : QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows;
 }

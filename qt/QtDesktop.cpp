@@ -166,10 +166,17 @@ void QtDesktop::offerWithNextMenu(QString caption, std::function<void()> work, s
 
 void QtDesktop::popUp(Menu& menu)
 {
-    const auto offered = std::exchange(m_offered, {});
+    // When the menu is gone: its work may open a form.
+    if (const auto work = askMenu(menu, std::exchange(m_offered, {})))
+        work();
+}
+
+// What the chosen entry does; nothing where none is chosen.
+std::function<void()> QtDesktop::askMenu(Menu& menu, const std::optional<OfferedEntry>& offered)
+{
     QMenu window;
     window.setAccessibleName(toQString(menu.caption()));
-    QHash<QAction*, MenuItem*> items;
+    QHash<QAction*, std::function<void()>> works;
     for (MenuItem* item : menu.items()) {
         if (!item) {
             window.addSeparator();
@@ -179,16 +186,14 @@ void QtDesktop::popUp(Menu& menu)
         QAction* const action = window.addAction(toQString(item->caption()) + detail);
         action->setEnabled(item->isEnabled());
         action->setVisible(item->isVisible());
-        items.insert(action, item);
+        works.insert(action, [item] { item->choose(); });
     }
-    const QAction* const own = offered ? window.addAction(offered->caption) : nullptr;
-    if (own)
-        window.actions().constLast()->setEnabled(offered->isUsable());
-    const QAction* const picked = window.exec(m_popUpPlace);
-    if (MenuItem* const chosen = items.value(const_cast<QAction*>(picked)))
-        chosen->choose();
-    else if (picked && picked == own)
-        offered->work();
+    if (offered) {
+        QAction* const own = window.addAction(offered->caption);
+        own->setEnabled(offered->isUsable());
+        works.insert(own, offered->work);
+    }
+    return works.value(window.exec(m_popUpPlace));
 }
 
 }

@@ -38,6 +38,8 @@ private:
         std::function<bool()> isUsable;
     };
 
+    std::function<void()> askMenu(Menu& menu, const std::optional<OfferedEntry>& offered);
+
     bool m_hourglass = false;
     QPoint m_popUpPlace;
     std::optional<OfferedEntry> m_offered;

@@ -1,0 +1,216 @@
+#include "tests/agreement/Agreement.h"
+
+#include "qt/ChoiceViews.h"
+#include "qt/ComboBoxView.h"
+#include "qt/ControlViews.h"
+#include "qt/DateView.h"
+#include "qt/FieldViews.h"
+#include "qt/GridView.h"
+#include "qt/QtText.h"
+#include "qt/TextViews.h"
+
+#include <QApplication>
+
+namespace health::test {
+
+namespace {
+
+QString differs(const char* what, const QString& screen, const QString& form)
+{
+    if (screen == form)
+        return {};
+    return QStringLiteral("%1: the screen has \"%2\", the form \"%3\"").arg(QLatin1String(what), screen, form);
+}
+
+QString onOff(bool on) { return on ? QStringLiteral("on") : QStringLiteral("off"); }
+
+QString gridText(const Grid& grid)
+{
+    QStringList texts;
+    for (int row = 0; grid.isDrawing() && row < grid.rowCount(); ++row) {
+        for (int column = 0; column < grid.columnCount(); ++column) {
+            if (!grid.column(column).hidden)
+                texts.append(toQString(grid.text(row, column)));
+        }
+    }
+    return texts.join(u'|');
+}
+
+QString viewText(const QTableView& view)
+{
+    QStringList texts;
+    for (int row = 0; row < view.model()->rowCount(); ++row) {
+        for (int column = 0; column < view.model()->columnCount(); ++column)
+            texts.append(view.model()->index(row, column).data().toString());
+    }
+    return texts.join(u'|');
+}
+
+QString selectedRow(const QTableView& view)
+{
+    const QModelIndexList rows = view.selectionModel()->selectedRows();
+    return QString::number(rows.isEmpty() ? -1 : rows.first().row());
+}
+
+QString gridDiffers(const Grid& grid, const QTableView& view)
+{
+    const QString rows = differs("rows", viewText(view), gridText(grid));
+    return rows.isEmpty() ? differs("selected row", selectedRow(view), QString::number(grid.row())) : rows;
+}
+
+QString listText(const CheckList& list)
+{
+    QString text = QString::number(list.listIndex());
+    for (int i = 0; i < list.count(); ++i)
+        text += onOff(list.isChecked(i));
+    return text;
+}
+
+QString listText(const CheckListView& view)
+{
+    QString text = QString::number(view.currentRow());
+    for (int i = 0; i < view.count(); ++i)
+        text += onOff(view.item(i)->checkState() == Qt::Checked);
+    return text;
+}
+
+// The state of its own kind.
+QString valueDiffers(const Control& control, const QWidget& widget)
+{
+    if (const auto* const view = dynamic_cast<const TextBoxView*>(&widget))
+        return differs("text", view->text(), toQString(static_cast<const TextBox&>(control).text()));
+    if (const auto* const view = dynamic_cast<const TextAreaView*>(&widget))
+        return differs("text", view->toPlainText(),
+            toQString(static_cast<const TextBox&>(control).text()).remove(u'\r'));
+    if (const auto* const view = dynamic_cast<const ComboBoxView*>(&widget))
+        return differs("choice", QString::number(view->currentIndex()),
+            QString::number(static_cast<const ComboBox&>(control).listIndex()));
+    if (const auto* const view = dynamic_cast<const DateView*>(&widget))
+        return differs("date", const_cast<DateView*>(view)->line()->text(),
+            toQString(static_cast<const mevZvDate&>(control).shown()));
+    if (const auto* const view = dynamic_cast<const CheckBoxView*>(&widget))
+        return differs("tick", onOff(view->isChecked()), onOff(static_cast<const CheckBox&>(control).isChecked()));
+    if (const auto* const view = dynamic_cast<const OptionButtonView*>(&widget))
+        return differs("option", onOff(view->isChecked()), onOff(static_cast<const OptionButton&>(control).isChosen()));
+    if (const auto* const view = dynamic_cast<const CheckListView*>(&widget))
+        return differs("list", listText(*view), listText(static_cast<const CheckList&>(control)));
+    if (const auto* const view = dynamic_cast<const GridView*>(&widget))
+        return gridDiffers(static_cast<const Grid&>(control), *view);
+    if (const auto* const view = dynamic_cast<const ButtonView*>(&widget))
+        return differs("caption", view->text(), toQString(static_cast<const Button&>(control).caption()));
+    if (const auto* const view = dynamic_cast<const LabelView*>(&widget))
+        return differs("label", view->text(), toQString(static_cast<const Label&>(control).caption()));
+    return {};
+}
+
+QString stateDiffers(const Control& control, const QWidget& widget)
+{
+    const bool usable = control.isEnabled() && (!control.frame() || control.frame()->canBeUsed());
+    const QString enabled = differs("usable", onOff(widget.isEnabled()), onOff(usable));
+    if (!enabled.isEmpty())
+        return enabled;
+    const QString visible = differs("visible", onOff(!widget.isHidden()), onOff(control.isVisible()));
+    return visible.isEmpty() ? valueDiffers(control, widget) : visible;
+}
+
+QString nameOf(const QWidget* widget)
+{
+    if (!widget)
+        return QStringLiteral("nothing");
+    const auto* const button = qobject_cast<const QAbstractButton*>(widget);
+    const QString words = button && !button->text().isEmpty() ? button->text() : widget->accessibleName();
+    return QLatin1String(widget->metaObject()->className()) + u' ' + words;
+}
+
+// A line whose control has just got the focus has its text selected.
+QString focusDiffers(const FormDialog& dialog)
+{
+    QWidget* const view = dialog.widgets().value(dialog.form().activeControl());
+    QWidget* const expected = view && view->focusProxy() ? view->focusProxy() : view;
+    return differs("keyboard", nameOf(QApplication::focusWidget()), nameOf(expected));
+}
+
+QString defaultDiffers(const FormDialog& dialog)
+{
+    for (auto entry = dialog.widgets().begin(); entry != dialog.widgets().end(); ++entry) {
+        const auto* const button = dynamic_cast<ButtonView*>(entry.value());
+        if (button && button->isDefault() != (entry.key() == dialog.form().defaultButton()))
+            return QStringLiteral("default button: %1").arg(nameOf(button));
+    }
+    return {};
+}
+
+}
+
+QString disagreement(const FormDialog& dialog)
+{
+    for (auto entry = dialog.widgets().begin(); entry != dialog.widgets().end(); ++entry) {
+        const QString difference = stateDiffers(*entry.key(), *entry.value());
+        if (!difference.isEmpty())
+            return nameOf(entry.value()) + u' ' + difference;
+    }
+    const QString focus = focusDiffers(dialog);
+    return focus.isEmpty() ? defaultDiffers(dialog) : focus;
+}
+
+QString disagreement(const kalmevRepHistCtrl& control, const PanelView& panel)
+{
+    const auto* const grid = panel.findChild<GridView*>();
+    const auto* const types = panel.findChild<ComboBoxView*>();
+    const QString rows = gridDiffers(control.fgData, *grid);
+    if (!rows.isEmpty())
+        return rows;
+    const QString type = stateDiffers(control.cboType, *types);
+    if (!type.isEmpty())
+        return QStringLiteral("type list ") + type;
+    const auto buttons = panel.findChildren<ButtonView*>();
+    for (const Button& command : control.cmd) {
+        for (const ButtonView* const button : buttons) {
+            if (button->text() == toQString(command.caption()) && button->isEnabled() != command.isEnabled())
+                return QStringLiteral("command %1").arg(button->text());
+        }
+    }
+    return {};
+}
+
+namespace {
+// Says where a place is searched; without a place there is nothing to be saved.
+bool namesFile(const QAbstractButton& button)
+{
+    return button.text() == QStringLiteral("Outside &Provider") || button.text() == QStringLiteral("&Facility");
+}
+}
+
+QStringList shownValues(const FormDialog& dialog)
+{
+    std::map<QPair<int, int>, QString> byPlace;
+    for (auto entry = dialog.widgets().begin(); entry != dialog.widgets().end(); ++entry) {
+        const QWidget* const widget = entry.value();
+        QString value;
+        if (const auto* const line = dynamic_cast<const TextBoxView*>(widget))
+            value = line->text();
+        else if (const auto* const area = dynamic_cast<const TextAreaView*>(widget))
+            value = area->toPlainText();
+        else if (const auto* const choice = dynamic_cast<const ComboBoxView*>(widget))
+            value = choice->currentText();
+        else if (const auto* const date = dynamic_cast<const DateView*>(widget))
+            value = const_cast<DateView*>(date)->line()->text();
+        else if (const auto* const list = dynamic_cast<const CheckListView*>(widget))
+            value = listText(*list).remove(0, QString::number(list->currentRow()).size());
+        else if (const auto* const button = qobject_cast<const QAbstractButton*>(widget);
+                 button && button->isCheckable() && !namesFile(*button))
+            value = onOff(button->isChecked());
+        else
+            continue;
+        if (!widget->isEnabled())
+            value.clear(); // what is grey is not saved
+        const QPoint place = widget->mapTo(&dialog, QPoint());
+        byPlace[{ place.y(), place.x() }] = value;
+    }
+    QStringList values;
+    for (const auto& [place, value] : byPlace)
+        values.append(value);
+    return values;
+}
+
+}

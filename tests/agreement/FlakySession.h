@@ -1,0 +1,71 @@
+// A session whose next call fails, is refused, or takes its time.
+#pragma once
+
+#include "host/HostSession.h"
+
+#include <QCoreApplication>
+#include <QScopedValueRollback>
+#include <QThread>
+
+namespace health::test {
+
+class FlakySession : public Session {
+public:
+    explicit FlakySession(HostSession& session)
+        : m_used(&session)
+    {
+    }
+    // From now on another session's calls.
+    void use(HostSession& session) { m_used = &session; }
+
+    enum class Next {
+        Answers,
+        Fails,
+        IsRefused,
+        IsSlow,
+    };
+    Next next = Next::Answers;
+    bool isInCall() const { return m_inCall || m_used->isInCall(); }
+    // A call of this name was answered.
+    std::function<void()> beforeSave;
+    std::function<void(TextView name, const Text& reply)> afterSave;
+
+    Text callText(TextView name, TextView parameter) override { return call(&Session::callText, name, parameter); }
+    Text callList(TextView name, TextView parameter) override { return call(&Session::callList, name, parameter); }
+    void abortRequest(long handle) override { m_used->abortRequest(handle); }
+    void registerEvent(TextView name, ICSS_SessionEvents& sink) override { m_used->registerEvent(name, sink); }
+    void unregisterEvent(TextView name, ICSS_SessionEvents& sink) override { m_used->unregisterEvent(name, sink); }
+    void raiseEvent(TextView name, TextView data) override { m_used->raiseEvent(name, data); }
+    std::optional<Text> value(TextView key) const override { return m_used->value(key); }
+    void setValue(TextView key, TextView value) override { m_used->setValue(key, value); }
+    bool isConnected() const override { return m_used->isConnected(); }
+    void connect(TextView server) override { m_used->connect(server); }
+    std::shared_ptr<HostObject> object(TextView progId) override { return m_used->object(progId); }
+
+private:
+    Text call(Text (Session::*operation)(TextView, TextView), TextView name, TextView parameter)
+    {
+        const Next now = std::exchange(next, Next::Answers);
+        if (now == Next::Fails)
+            throw Failure(L"The line is dead.");
+        if (now == Next::IsRefused)
+            return L"-1^Not today.";
+        const QScopedValueRollback inCall(m_inCall, true);
+        if (now == Next::IsSlow) { // the window is painted meanwhile, as in any long call
+            QThread::msleep(5);
+            QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+        }
+        const bool saves = name.ends_with(L"SET") || name.ends_with(L"SETREG");
+        if (saves && beforeSave)
+            beforeSave();
+        const Text reply = (m_used->*operation)(name, parameter);
+        if (saves && afterSave)
+            afterSave(name, reply);
+        return reply;
+    }
+
+    HostSession* m_used;
+    bool m_inCall = false;
+};
+
+}

@@ -1,0 +1,550 @@
+#include "tests/agreement/Scenes.h"
+
+#include "editors/frmAsthma.h"
+#include "editors/frmAsthmaReg.h"
+#include "editors/frmER.h"
+#include "editors/frmElder.h"
+#include "editors/frmElderView.h"
+#include "editors/frmInf.h"
+#include "editors/frmPediatric.h"
+#include "editors/frmRefusal.h"
+#include "editors/frmRepHist.h"
+#include "editors/frmTxc.h"
+#include "host/DisplayText.h"
+#include "lookups/frmLookupImm.h"
+#include "platform/Conversions.h"
+#include "qt/QtText.h"
+#include "qt/TextViews.h"
+
+#include <QAbstractItemView>
+#include <QDate>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMessageBox>
+#include <QRegularExpression>
+#include <QSplitter>
+#include <QTest>
+#include <QTimer>
+#include <QWindow>
+
+#include <algorithm>
+#include <cstdio>
+
+namespace health::test {
+
+namespace {
+
+constexpr int LongestWait = 4000; // turns of the event loop without a window that can be used
+
+QString text(int number) { return QString::number(number); }
+
+Text today() { return QDate::currentDate().toString(QStringLiteral("MM/dd/yyyy")).toStdWString(); }
+
+// The same value in the form in which the server keeps it: blanks, capitals, "^", a time that the record does not keep.
+QString kept(QString value)
+{
+    value = value.toUpper().replace(u'^', u' ').replace(u'\n', u' ').simplified().replace(QStringLiteral(", "), QStringLiteral(","));
+    static const QRegularExpression time(QStringLiteral("^(\\d\\d/\\d\\d/\\d{4}) \\d\\d:\\d\\d$"));
+    return value.replace(time, QStringLiteral("\\1"));
+}
+
+QWidget* topWindow()
+{
+    if (QWidget* const popup = QApplication::activePopupWidget())
+        return popup;
+    if (QWidget* const modal = QApplication::activeModalWidget())
+        return modal;
+    for (QWidget* const window : QApplication::topLevelWidgets()) {
+        if (qobject_cast<QSplitter*>(window) && window->isVisible())
+            return window;
+    }
+    return nullptr;
+}
+
+QList<QWidget*> targets(const QWidget& window)
+{
+    QList<QWidget*> widgets;
+    for (QWidget* const widget : window.findChildren<QWidget*>()) {
+        if (widget->isVisible() && widget->window() == &window && !widget->size().isEmpty())
+            widgets.append(widget);
+    }
+    return widgets;
+}
+
+const QStringList Words { QStringLiteral("s"), QStringLiteral("sterling"), QStringLiteral("smith"), QStringLiteral("glu"),
+    QStringLiteral("blue"), QStringLiteral("T"), QStringLiteral("T-3"), QStringLiteral("T+5"), QStringLiteral("T-400"),
+    QStringLiteral("N"), QStringLiteral("1/5/3026"), QStringLiteral("7 2"), QStringLiteral("3.2K"),
+    QStringLiteral("6M"), QStringLiteral("99"), QStringLiteral("420"), QStringLiteral("3"), QStringLiteral("-5"),
+    QStringLiteral("12"), QStringLiteral("x^y"), QStringLiteral("zz"), QStringLiteral("late | or not"), QStringLiteral(" ") };
+
+const QStringList Keys { QStringLiteral("Tab"), QStringLiteral("Tab"), QStringLiteral("Shift+Tab"), QStringLiteral("Return"),
+    QStringLiteral("Return"), QStringLiteral("Esc"), QStringLiteral("Space"), QStringLiteral("Up"), QStringLiteral("Down"),
+    QStringLiteral("Down"), QStringLiteral("Home"), QStringLiteral("End"), QStringLiteral("Del"), QStringLiteral("Backspace"),
+    QStringLiteral("Left"), QStringLiteral("Right"), QStringLiteral("Alt+Down"), QStringLiteral("Ctrl+A"), QStringLiteral("Shift+F10") };
+
+}
+
+Scenes::Scenes()
+    : m_session(std::make_shared<FlakySession>(m_real.session))
+{
+    m_host.given = m_session;
+    forPatient(1, L"F", L"29");
+    for (const auto& [progId, object] : m_host.session->objects) {
+        m_real.session.setObject(progId, object);
+        m_registrar.session.setObject(progId, object);
+    }
+    m_shared.InitObjects(m_host, false);
+    m_shared.CheckSecurity(L"MEV DISABLE REP HIST EDITING", L"MEVZ REP HIST EDIT");
+    m_session->beforeSave = [this] {
+        const auto* const dialog = dynamic_cast<FormDialog*>(QApplication::activeModalWidget());
+        m_snapshot = dialog && !m_loadFailed ? shownValues(*dialog) : QStringList();
+    };
+    m_session->afterSave = [this](TextView name, const Text& reply) { tellSaved(name, reply); };
+}
+
+Scenes::~Scenes() { m_shared.ReleaseObjects(); }
+
+QStringList Scenes::names() const
+{
+    return QStringLiteral("reproductive birth feeding functional view contract refusal emergency asthma registry lookup "
+                          "vaccines panels refusal-new contract-new emergency-new")
+        .split(u' ');
+}
+
+void Scenes::forPatient(long number, TextView sex, TextView age)
+{
+    m_host.patient->patientNumber = number;
+    m_host.patient->patientSex = sex;
+    m_host.patient->patientAge = age;
+    const auto visits = linesOf(m_real.session.callList(L"MEVHOST VISITS", std::to_wstring(number)));
+    m_visit = visits.value(0).value(0).toStdWString();
+    m_host.encounter->visit = visits.value(0).value(0).toLong();
+}
+
+// A record of known contents, so that a list of actions means the same each time it is played.
+void Scenes::prepareRecord(TextView call, const Text& fields, TextView list)
+{
+    const Text reply = m_session->callText(call, fields);
+    if (modShared::RpcErrorCode(reply) != 0)
+        throw Failure(L"The scene cannot be prepared: " + reply);
+    m_record = list.empty() ? Text() : lastRecord(list);
+}
+
+Text Scenes::lastRecord(TextView list)
+{
+    long last = 0;
+    for (const QStringList& line : linesOf(m_real.session.callList(list, m_shared.patientText())))
+        last = std::max(last, line.value(0).toLong());
+    return std::to_wstring(last);
+}
+
+template<typename Editor>
+void Scenes::edit(const std::function<void(Editor&)>& prepare)
+{
+    Editor editor(m_shared);
+    if constexpr (requires { editor.m_sVisit; }) {
+        editor.m_sVisit = m_visit;
+        editor.m_sIEN = m_record;
+    }
+    if constexpr (requires { editor.m_sRefusalIen; })
+        editor.m_sRefusalIen = m_record;
+    if (prepare)
+        prepare(editor);
+    showForm(editor);
+}
+
+void Scenes::showForm(Form& form)
+{
+    m_lastActive = nullptr;
+    // What could not be read is not compared.
+    m_loadFailed = m_session->next == FlakySession::Next::Fails || m_session->next == FlakySession::Next::IsRefused;
+    post();
+    m_desktop.showModal(form);
+}
+
+void Scenes::showPanels()
+{
+    QSplitter window;
+    kalmevRepHistCtrl first(m_shared, m_host);
+    kalmevRepHistCtrl second(m_shared, m_host);
+    first.UserControl_Initialize();
+    second.UserControl_Initialize();
+    PanelView left(first, m_desktop);
+    PanelView right(second, m_desktop);
+    window.addWidget(&left);
+    window.addWidget(&right);
+    window.resize(1200, 600);
+    m_panels = { { &first, &left }, { &second, &right } };
+    QEventLoop loop;
+    m_panelLoop = &loop;
+    post();
+    window.show();
+    loop.exec();
+    m_panelLoop = nullptr;
+    m_panels.clear();
+    left.setParent(nullptr);
+    right.setParent(nullptr);
+}
+
+void Scenes::open(const QString& scene)
+{
+    if (scene == u"reproductive")
+        return edit<frmRepHist>();
+    if (scene == u"birth")
+        return edit<frmPediatric>();
+    if (scene == u"feeding")
+        return edit<frmInf>();
+    if (scene == u"functional")
+        return edit<frmElder>();
+    if (scene == u"view")
+        return edit<frmElderView>([](frmElderView& form) { form.m_bElder = true; });
+    if (scene.startsWith(u"contract"))
+        return edit<frmTxc>();
+    if (scene.startsWith(u"refusal"))
+        return edit<frmRefusal>();
+    if (scene.startsWith(u"emergency"))
+        return edit<frmER>();
+    if (scene == u"asthma")
+        return edit<frmAsthma>([](frmAsthma& form) {
+            form.m_bRegKey = true;
+            form.height = frmAsthma::RegistryHeight;
+        });
+    if (scene == u"registry")
+        return edit<frmAsthmaReg>();
+    if (scene == u"panels")
+        return showPanels();
+    post();
+    if (scene == u"lookup")
+        frmLookup(m_shared).RunQuery(LookupTableNumber::Provider, L"s", true, L"*");
+    else
+        frmLookupImm(m_shared).RunQuery(L"");
+}
+
+namespace {
+struct Preparation {
+    const char* scene;
+    long patient;
+    TextView sex;
+    TextView age;
+    TextView call;
+    Text fields; // "#" stands for the visit, "@" for today
+    TextView list;
+};
+
+const std::vector<Preparation>& preparations()
+{
+    static const std::vector<Preparation> all {
+        { "reproductive", 1, L"F", L"29", L"MEVREP SET",
+            L"1^G3P2LC1SA0TA0^01/05/2026^Oral Contraceptives^12/01/2025^1^@^Sonogram", L"" },
+        { "birth", 5, L"M", L"0", L"MEVBMSR SET", L"5^7 2^1^2M^4M^6M^1", L"" },
+        { "feeding", 5, L"M", L"0", L"MEVVIF SET", L"^#^3", L"MEVVIF GET" },
+        { "functional", 1, L"F", L"29", L"MEVVELD SET", L"^#^Independent^Needs Help^^^^^^^^^^^Same^No", L"MEVVELD GET" },
+        { "view", 1, L"F", L"29", L"MEVVELD SET", L"^#^Independent^Needs Help^^^^^^^^^^^Same^No", L"MEVVELD GET" },
+        { "contract", 1, L"F", L"29", L"MEVVTXC SET", L"^#^P^@^1", L"MEVVTXC GET" },
+        { "refusal", 1, L"F", L"29", L"MEVREF SET", L"^EXAM^2^1^@^Not now", L"MEVREF GET" },
+        { "emergency", 1, L"F", L"29", L"MEVVER SET", L"^#^E^A^O^On a sledge^R^Patient^T^^^^Stable^LOC.`2", L"MEVVER GET" },
+        { "asthma", 1, L"F", L"29", L"MEVVAST SET", L"^#^2^93^49^420^Yes^Yes^No^Yes", L"MEVVAST GET" },
+        { "registry", 1, L"F", L"29", L"MEVVAST SETREG", L"1^A^01/05/2026^03/05/2026^02/05/2026^1^Doing well", L"" },
+    };
+    return all;
+}
+
+const Preparation* preparationOf(const QString& scene)
+{
+    for (const Preparation& p : preparations()) {
+        if (scene.section(u'-', 0, 0) == QLatin1String(p.scene))
+            return &p;
+    }
+    return nullptr;
+}
+}
+
+Episode Scenes::play(const QString& name)
+{
+    m_episode = {};
+    m_ending = false;
+    m_saved.clear();
+    m_session->next = FlakySession::Next::Answers;
+    m_shared.session().setValue(L"MEVParam_RepHist_PedWtOpt", L"0");
+    m_session->use(name == u"asthma" || name == u"registry" ? m_registrar.session : m_real.session);
+    forPatient(1, L"F", L"29");
+    m_record.clear();
+    m_call.clear();
+    const Preparation* const p = preparationOf(name);
+    if (p) {
+        forPatient(p->patient, p->sex, p->age);
+        m_call = name == u"view" ? Text() : Text(p->call); // what the view's editor saves, the view shows otherwise
+        if (!name.endsWith(u"-new"))
+            prepareRecord(p->call, replaced(replaced(p->fields, L"#", m_visit), L"@", today()), p->list);
+    }
+    while (!m_ending) {
+        m_verifying = !m_saved.isEmpty();
+        if (m_verifying) {
+            m_session->next = FlakySession::Next::Answers;
+            if (!p->list.empty() && m_record.empty())
+                m_record = lastRecord(p->list);
+        }
+        open(name);
+    }
+    return m_episode;
+}
+
+Episode Scenes::explore(const QString& scene, unsigned seed, int actions)
+{
+    m_random.seed(seed);
+    m_exploring = true;
+    m_budget = actions;
+    return play(scene);
+}
+
+Episode Scenes::replay(const QString& scene, const QStringList& actions)
+{
+    m_exploring = false;
+    m_planned = actions;
+    return play(scene);
+}
+
+// --- Turn by turn ---
+
+void Scenes::post(int milliseconds)
+{
+    if (std::exchange(m_posted, true))
+        return;
+    QTimer::singleShot(milliseconds, this, [this] {
+        m_posted = false;
+        tick();
+    });
+}
+
+bool Scenes::canAct() const
+{
+    QWidget* const top = topWindow();
+    if (m_session->isInCall() || !top || !top->isVisible())
+        return false;
+    if (top == m_actedOn)
+        return false; // the action before is not over: the toolkit's test functions let events in
+    if (QApplication::activePopupWidget())
+        return true;
+    if (m_desktop.isBusy())
+        return false;
+    if (top->isActiveWindow())
+        return true;
+    // As a window manager does after a dialog; where the window system says nothing, it thinks the window active.
+    if (m_waits % 8 == 7)
+        QApplication::setActiveWindow(top);
+    else
+        top->activateWindow();
+    return false;
+}
+
+void Scenes::tick()
+{
+    if (!canAct()) {
+        if (++m_waits > LongestWait) {
+            const QWidget* const top = topWindow();
+            for (const QWidget* const window : QApplication::topLevelWidgets())
+                std::printf("%s \"%s\" %s\n", window->metaObject()->className(), qPrintable(window->windowTitle()), window->isVisible() ? "visible" : "hidden");
+            std::fflush(stdout);
+            qFatal("No window can be used; on top: %s, in call %d, busy %d, active %d", top ? qPrintable(top->windowTitle()) : "none", m_session->isInCall(), m_desktop.isBusy(), top && top->isActiveWindow());
+        }
+        return post(m_waits > 20 ? 1 : 0);
+    }
+    m_waits = 0;
+    if (!m_ending)
+        m_episode.failure = check();
+    const QString action = m_ending || !m_episode.failure.isEmpty() ? QString() : nextAction();
+    if (action.isEmpty())
+        return endScene();
+    if (traces) { setbuf(stdout,nullptr);
+        const QWidget* const focused = QApplication::focusWidget();
+        std::printf("%-28s on \"%s\", keyboard in %s %s\n", qPrintable(action), qPrintable(topWindow()->windowTitle()),
+            focused ? focused->metaObject()->className() : "nothing", focused ? qPrintable(focused->accessibleName()) : "");
+        if (action.count(u' ') > 2 && topWindow()) {
+            const QList<QWidget*> widgets = targets(*topWindow());
+            const QWidget* const target = widgets.isEmpty() ? nullptr : widgets[action.section(u' ', 1, 1).toInt() % widgets.size()];
+            std::printf("    at %s %s\n", target->metaObject()->className(), qPrintable(target->accessibleName()));
+        }
+    }
+    m_episode.actions.append(action);
+    m_lastAction = action;
+    post();
+    act(action);
+}
+
+// Closes what is open, from the top down.
+void Scenes::endScene()
+{
+    m_ending = true;
+    if (QWidget* const popup = QApplication::activePopupWidget()) {
+        post();
+        popup->close();
+    } else if (auto* const dialog = dynamic_cast<FormDialog*>(QApplication::activeModalWidget())) {
+        // The last form ends the scene; what is below closes at the next turn.
+        if (QApplication::topLevelWidgets().size() > 1)
+            post();
+        dialog->form().close();
+    } else if (auto* const box = qobject_cast<QDialog*>(QApplication::activeModalWidget())) {
+        post();
+        box->reject();
+    } else if (m_panelLoop) {
+        m_panelLoop->quit();
+    }
+}
+
+// --- What is looked at ---
+
+QString Scenes::check()
+{
+    for (const auto& [control, panel] : m_panels) {
+        const QString difference = disagreement(*control, *panel);
+        if (!difference.isEmpty())
+            return difference;
+    }
+    auto* const dialog = dynamic_cast<FormDialog*>(QApplication::activeModalWidget());
+    if (!dialog)
+        return {};
+    if (QApplication::activePopupWidget()) {
+        m_lastActive = dialog->form().activeControl();
+        return {};
+    }
+    const QString difference = disagreement(*dialog);
+    if (!difference.isEmpty())
+        return difference;
+    const Control* const active = dialog->form().activeControl();
+    const auto* const line = qobject_cast<QLineEdit*>(QApplication::focusWidget());
+    const bool entered = std::exchange(m_lastActive, active) != active;
+    if (entered && line && !line->text().isEmpty() && !mayHaveMarked() && line->selectedText() != line->text())
+        return QStringLiteral("\"%1\" is not selected in %2, which was entered").arg(line->text(), line->accessibleName());
+    return m_verifying ? checkSaved(*dialog) : QString();
+}
+
+// Typing, a double click and dragging select otherwise; a box may have come in between.
+bool Scenes::mayHaveMarked() const
+{
+    const QStringList last = m_episode.actions.mid(std::max<qsizetype>(0, m_episode.actions.size() - 3));
+    return m_lastAction.startsWith(u't') || std::any_of(last.begin(), last.end(), [](const QString& action) { return action.startsWith(u'd'); });
+}
+
+// The form is open again: it shows what it showed when the server took the record.
+QString Scenes::checkSaved(const FormDialog& dialog)
+{
+    m_verifying = false;
+    const QStringList before = std::exchange(m_saved, {});
+    const QStringList now = shownValues(dialog);
+    // An emptied manager is kept by the server.
+    const bool keepsName = m_call == L"MEVVAST SETREG";
+    for (qsizetype i = 0; i < std::max(before.size(), now.size()); ++i) {
+        if (keepsName && before.value(i).isEmpty() && now.value(i).contains(u','))
+            continue;
+        if (kept(before.value(i)) != kept(now.value(i)))
+            return QStringLiteral("saved \"%1\" comes back as \"%2\"").arg(before.value(i), now.value(i));
+    }
+    ++m_savesSeen;
+    return {};
+}
+
+void Scenes::tellSaved(TextView call, const Text& reply)
+{
+    if (call == m_call && !m_snapshot.isEmpty() && modShared::RpcErrorCode(reply) == 0)
+        m_saved = std::exchange(m_snapshot, {});
+}
+
+// --- What a user does ---
+
+QString Scenes::nextAction()
+{
+    if (m_exploring)
+        return m_budget-- > 0 ? chooseAction() : QString();
+    return m_planned.isEmpty() ? QString() : m_planned.takeFirst();
+}
+
+QString Scenes::chooseAction()
+{
+    const int kind = random(100);
+    const QString place = QStringLiteral(" %1 %2 %3").arg(text(random(60)), text(random(100)), text(random(100)));
+    if (kind < 36)
+        return QStringLiteral("key ") + Keys[random(static_cast<int>(Keys.size()))];
+    if (kind < 58)
+        return QStringLiteral("type ") + Words[random(static_cast<int>(Words.size()))];
+    if (kind < 66)
+        return QStringLiteral("key Alt+") + QChar(u'A' + random(26));
+    if (kind < 84)
+        return QStringLiteral("click") + place;
+    if (kind < 86)
+        return QStringLiteral("drag") + place + QStringLiteral(" ") + text(random(60));
+    if (kind < 88)
+        return QStringLiteral("double") + place;
+    if (kind < 89)
+        return QStringLiteral("right") + place;
+    if (kind < 92)
+        return QStringLiteral("wheel") + place;
+    if (kind < 94)
+        return QStringLiteral("away");
+    if (kind < 96)
+        return QStringLiteral("event ") + (random(2) ? QStringLiteral("REFRESH") : QStringLiteral("VXR.1.1"));
+    return QStringList { QStringLiteral("fail"), QStringLiteral("refuse"), QStringLiteral("slow"), QStringLiteral("slow") }[random(4)];
+}
+
+void Scenes::act(const QString& action)
+{
+    const QString verb = action.section(u' ', 0, 0);
+    const QString rest = action.section(u' ', 1);
+    QWidget* const top = topWindow();
+    const QScopedValueRollback<const QWidget*> acting(m_actedOn, top);
+    if (verb == u"key") {
+        press(rest);
+    } else if (verb == u"type") {
+        for (const QChar letter : rest) {
+            if (topWindow() == top) // else something has opened, and meanwhile more was done
+                QTest::sendKeyEvent(QTest::Click, top->windowHandle(), Qt::Key_unknown, QString(letter), Qt::NoModifier);
+        }
+    } else if (verb == u"away") {
+        QApplication::setActiveWindow(nullptr);
+    } else if (verb == u"event") {
+        m_real.session.raiseEvent(rest.toStdWString(), L"");
+    } else if (verb == u"fail" || verb == u"refuse" || verb == u"slow") {
+        m_session->next = verb == u"fail" ? FlakySession::Next::Fails
+            : verb == u"refuse"           ? FlakySession::Next::IsRefused
+                                          : FlakySession::Next::IsSlow;
+    } else if (top) {
+        click(action.split(u' '));
+    }
+}
+
+void Scenes::press(const QString& keys)
+{
+    const QKeyCombination combination = QKeySequence(keys)[0];
+    if (QWindow* const window = topWindow()->windowHandle())
+        QTest::keyClick(window, combination.key(), combination.keyboardModifiers());
+}
+
+void Scenes::click(const QStringList& words)
+{
+    QWidget& top = *topWindow();
+    QWindow* const window = top.windowHandle();
+    const QList<QWidget*> widgets = targets(top);
+    if (widgets.isEmpty() || !window)
+        return;
+    const auto pointIn = [&](int index, int x, int y) {
+        const QWidget* const widget = widgets[index % widgets.size()];
+        return widget->mapTo(&top, QPoint(widget->width() * x / 100, widget->height() * y / 100));
+    };
+    const QPoint at = pointIn(words[1].toInt(), words[2].toInt(), words[3].toInt());
+    if (words[0] == u"click") {
+        QTest::mouseClick(window, Qt::LeftButton, {}, at);
+    } else if (words[0] == u"double") {
+        QTest::mouseDClick(window, Qt::LeftButton, {}, at);
+    } else if (words[0] == u"right") {
+        QTest::mouseClick(window, Qt::RightButton, {}, at);
+    } else if (words[0] == u"drag") {
+        QTest::mousePress(window, Qt::LeftButton, {}, at);
+        if (topWindow() == &top)
+            QTest::mouseRelease(window, Qt::LeftButton, {}, pointIn(words[4].toInt(), 50, 50));
+    } else if (QWidget* const under = top.childAt(at)) {
+        QWheelEvent event(under->mapFrom(&top, at), top.mapToGlobal(at), {}, QPoint(0, -120), Qt::NoButton, Qt::NoModifier,
+            Qt::NoScrollPhase, false);
+        QApplication::sendEvent(under, &event);
+    }
+}
+
+}

@@ -1,0 +1,131 @@
+// The scenes that the agreement driver plays: each form, the lookups, two panels side by side.
+#pragma once
+
+#include "tests/agreement/Agreement.h"
+#include "tests/agreement/FlakySession.h"
+#include "tests/support/RealServer.h"
+#include "tests/support/ScriptedHost.h"
+
+#include <QApplication>
+#include <QDialog>
+#include <QEventLoop>
+#include <QMenu>
+#include <QScopedValueRollback>
+
+#include <random>
+
+namespace health::test {
+
+// A desktop that knows when no user can act: a form lets pending events in, or a box or form is closed and what showed it
+// has not gone on yet.
+class DrivenDesktop : public QtDesktop {
+public:
+    BoxAnswer messageBox(TextView text, int style, TextView title) override
+    {
+        const QScopedValueRollback deeper(m_shown, m_shown + 1);
+        return QtDesktop::messageBox(text, style, title);
+    }
+    void showModal(Form& form) override
+    {
+        const QScopedValueRollback deeper(m_shown, m_shown + 1);
+        QtDesktop::showModal(form);
+    }
+    void processPendingEvents() override
+    {
+        const QScopedValueRollback busy(m_busy, true);
+        QtDesktop::processPendingEvents();
+    }
+    bool isBusy() const
+    {
+        int visible = 0;
+        for (const QWidget* const window : QApplication::topLevelWidgets()) {
+            visible += qobject_cast<const QDialog*>(window) && window->isVisible();
+            // What was picked from it has not taken effect.
+            if (qobject_cast<const QMenu*>(window) && !window->isVisible() && !window->testAttribute(Qt::WA_DeleteOnClose))
+                return true;
+        }
+        return m_busy || visible != m_shown;
+    }
+
+private:
+    int m_shown = 0; // boxes and forms, one above the other
+    bool m_busy = false;
+};
+
+struct Episode {
+    QStringList actions; // one a line, as replay() takes them
+    QString failure; // empty: all agreed
+};
+
+class Scenes : public QObject {
+public:
+    Scenes();
+    ~Scenes() override;
+
+    bool traces = false; // prints each action and where it goes
+
+    QStringList names() const;
+    // Random actions.
+    Episode explore(const QString& scene, unsigned seed, int actions);
+    Episode replay(const QString& scene, const QStringList& actions);
+    // Saved records that showed the same values when they were opened again.
+    int savesSeen() const { return m_savesSeen; }
+
+private:
+    Episode play(const QString& name);
+    void open(const QString& scene);
+    void showForm(Form& form);
+    void showPanels();
+    template<typename Editor>
+    void edit(const std::function<void(Editor&)>& prepare = {});
+    void prepareRecord(TextView call, const Text& fields, TextView list);
+    Text lastRecord(TextView list);
+    void forPatient(long number, TextView sex, TextView age);
+    void tellSaved(TextView call, const Text& reply);
+
+    void post(int milliseconds = 0);
+    void tick();
+    bool canAct() const;
+    QString check();
+    bool mayHaveMarked() const;
+    QString checkSaved(const FormDialog& dialog);
+    void endScene();
+    QString nextAction();
+    QString chooseAction();
+    void act(const QString& action);
+    void press(const QString& keys);
+    void click(const QStringList& words);
+    int random(int count) { return static_cast<int>(m_random() % static_cast<unsigned>(count)); }
+
+    QTemporaryDir m_folder;
+    RealSession m_real { m_folder.filePath(QStringLiteral("data")) };
+    RealSession m_registrar { m_folder.filePath(QStringLiteral("data")), L"ROLLINS,COLE" }; // holds the registry's key
+    ScriptedHost m_host;
+    DrivenDesktop m_desktop;
+    std::shared_ptr<FlakySession> m_session;
+    modShared m_shared { m_desktop };
+    Text m_visit;
+    Text m_record; // that the scene edits
+
+    std::mt19937 m_random;
+    QStringList m_planned; // of a replay
+    bool m_exploring = false;
+    int m_budget = 0;
+    Episode m_episode;
+    const QWidget* m_actedOn = nullptr; // while an action is under way
+    bool m_posted = false;
+    bool m_ending = false;
+    int m_waits = 0;
+    QEventLoop* m_panelLoop = nullptr;
+    std::vector<std::pair<const kalmevRepHistCtrl*, const PanelView*>> m_panels;
+    const Control* m_lastActive = nullptr;
+    QString m_lastAction;
+    Text m_call; // that saves the scene's record
+    QStringList m_snapshot;
+    QStringList m_saved; // what the form showed when the server took the record
+    bool m_loadFailed = false;
+    bool m_verifying = false;
+    int m_savesSeen = 0;
+};
+
+}
