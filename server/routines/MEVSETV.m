@@ -62,8 +62,8 @@ VER ; Call: record ^ visit ^ urgency ^ entered by ^ arrival ^ other ^ notified ^
  . SET text=$PIECE(param,"^",index),set=$PIECE("^^URGENCY^ENTERED^ARRIVAL^^NOTIFIED^^DISPOSITION","^",index)
  . IF text'="",$$TEXT^MEVCODE(set,text)="" SET bad="The code "_$EXTRACT(text,1,20)_" is not known."
  FOR index=11,12 SET text=$PIECE(param,"^",index) IF text'="",'$$ISDATE^MEVDATE(text) SET bad="The departure "_$EXTRACT(text,1,20)_" is not a date."
- SET param=$$PLAIN^MEVCODE(param,"")
- FOR index=6,8,10,13 IF $$CHARACTERS^MEVCODE($PIECE(param,"^",index))>200 SET bad="A text is longer than 200 characters."
+ SET param=$$PLAIN^MEVTEXT(param,"")
+ FOR index=6,8,10,13 IF $$CHARACTERS^MEVCODE($PIECE(param,"^",index))>200 SET bad="The "_$PIECE("^^^^^other means of arrival^^informant^^other disposition^^^condition on departure","^",index)_" is longer than 200 characters."
  SET text=$$TRANSFER($PIECE(param,"^",14)) IF text="BAD" SET bad="The place of the transfer is not known."
  IF bad'="" DO NO^MEVSET(bad) QUIT
  SET pieces=$PIECE(param,"^",3)_"^"_$PIECE(param,"^",5)_"^"_$PIECE(param,"^",6)_"^"_$PIECE(param,"^",4)_"^"_$PIECE(param,"^",8)_"^"_$PIECE(param,"^",7)

@@ -92,6 +92,38 @@ TEST_F(Contract, NothingIsNoError)
     EXPECT_EQ(call(L"MEVUTL GETPARM", L"Unknown"), L"");
 }
 
+// What was typed comes back, and is no error, however often the form saves what it shows.
+TEST_F(Contract, ACommentIsNeverReadAsAnError)
+{
+    RealSession registrar(sharedDataFolder(), L"ROLLINS,COLE");
+    const Text guard = L"\u2060";
+    for (const auto& [typed, shown] : std::initializer_list<std::pair<Text, Text>> { { L"-3 days", guard + L"-3 days" },
+             { L"  -3", guard + L"  -3" }, { L"-.5", guard + L"-.5" }, { L"\t-1", guard + L" -1" },
+             { L"-9" + Text(400, L'9'), guard + L"-9" + Text(400, L'9') }, { L"+-3", L"+-3" }, { L"- 3", L"- 3" },
+             { L"\u20133", L"\u20133" }, { L"-", L"-" }, { L"x " + guard + L"-3", L"x -3" },
+             { L"-4" + Text(3998, L'\u00e9'), guard + L"-4" + Text(3998, L'\u00e9') } }) {
+        Text comment = typed;
+        for (int times = 0; times < 10; ++times) {
+            ASSERT_EQ(registrar.session.callText(L"MEVVAST SETREG", L"17^A^^^^^" + comment), L"1");
+            const Text reply = registrar.session.callList(L"MEVVAST GETNOTE", L"17");
+            EXPECT_EQ(modShared::RpcErrorCode(reply), 0) << narrow(typed);
+            EXPECT_EQ(reply, shown + L"\r\n") << narrow(typed);
+            comment = reply.substr(0, reply.size() - 2);
+        }
+    }
+    EXPECT_EQ(registrar.session.callText(L"MEVVAST SETREG", L"17^A^^^^^" + Text(4001, L'x')),
+        L"-1^The comment is longer than 4,000 characters.");
+}
+
+TEST_F(Contract, ABarInARefusalsCommentHidesNothingInTheList)
+{
+    EXPECT_EQ(call(L"MEVREF SET", L"^EXAM^1^17^01/02/2026^declined | allergic"), L"1");
+    const Text listed = call(L"MEVREF GET", L"17");
+    EXPECT_EQ(Piece(listed, L"^", 12), L"declined / allergic\r\n");
+    const Text one = call(L"MEVREF GET", L"17^" + Piece(listed, L"^", 1));
+    EXPECT_EQ(Piece(one, L"^", 12), L"declined | allergic\r\n");
+}
+
 TEST_F(Contract, SecurityHasOnePieceForEachKeyAndTheParameter)
 {
     EXPECT_EQ(
@@ -144,6 +176,8 @@ TEST_F(Contract, WhatDoesNotFitIsRefusedInWords)
         { L"MEVREF SET", L"^EXAM^1^1^01/02/2099^", L"The refusal cannot be in the future." },
         { L"MEVREF SET", L"^EXAM^1^1^^", L"The refusal's date is not a date." },
         { L"MEVREF SET", L"3^EXAM^1^1^01/02/2026^", L"The refusal belongs to another patient." },
+        { L"MEVREF SET", L"^EXAM^1^14^01/02/2026^no^thanks", L"A text cannot hold a \"^\": nothing was saved." },
+        { L"MEVREF SET", L"^EXAM^1^14^01/02/2026^\u00e9", L"The comment is too short or too long." },
         { L"MEVREF GET", L"14^3", L"The refusal 3 does not exist any more." }, // another patient's
         { L"MEVREF REFLIST", L"Lab", L"There is no single item of this type." },
         { L"MEVUTL SETPARM", L"MEVZ^1", L"The parameter MEVZ may not be changed here." },
@@ -151,6 +185,12 @@ TEST_F(Contract, WhatDoesNotFitIsRefusedInWords)
     };
     for (const Case& c : Cases)
         expectRefusal(c.call, c.parameter, c.message);
+    for (const auto& [place, what] : { std::pair(5, L"other means of arrival"), { 7, L"informant" },
+             { 9, L"other disposition" }, { 12, L"condition on departure" } })
+        expectRefusal(L"MEVVER SET",
+            L"^1" + Text(static_cast<std::size_t>(place) - 1, L'^') + Text(201, L'x')
+                + Text(13 - static_cast<std::size_t>(place) - 1, L'^'),
+            L"The " + Text(what) + L" is longer than 200 characters.");
 }
 
 TEST_F(Contract, WhatIsNotThereIsRefusedInWords)

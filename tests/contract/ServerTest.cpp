@@ -145,7 +145,7 @@ TEST(Server, BadFramesGetAnAnswerAndTheSessionLivesOn)
         { framed("2\n\n"), framed("F2\nThe request has no name.") },
         { framed("2\nHALT\n"), framed("F2\nThe server has no call named 'HALT'.") },
         { framed("2\nMEVREP GET\n" + QByteArray(1200000, 'x')),
-            framed("F2\nThe request is longer than 1,000,000 bytes.") },
+            framed("R2\n-1^The request is longer than 1,000,000 bytes.") },
         { framed("2\nMEVREP GET\n\xff\xfe^"), framed("R2\n-1^There is no patient \xff\xfe.") },
         { framed("2\nMEVHOST SUBSCRIBE\n" + QByteArray(5000, 'x')), framed("R2\n-1^The event name is too long.") },
         { framed("2\nMEVHOST KEYS\n" + QByteArray(999, '^')), framed("R2\n" + QByteArray("0^").repeated(999) + "0") },
