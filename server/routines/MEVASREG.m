@@ -43,8 +43,8 @@ ENTRY(node) ; The node with the saved dates and manager; empty after a refusal. 
  ; the editor sends only a manager that was looked up in it.
  NEW bad,date,index,manager
  SET bad="",manager=$PIECE(param,"^",6)
- FOR index=3:1:5 SET date=$PIECE(param,"^",index),$PIECE(node,"^",index)=$$PARSE^MEVDATE(date)\1 SET:date="" $PIECE(node,"^",index)="" IF date'="",$$PARSE^MEVDATE(date)="" SET bad=$EXTRACT(date,1,40)
- IF bad'="" DO NO^MEVSET(bad_" is not a date.") QUIT ""
+ FOR index=3:1:5 SET date=$PIECE(param,"^",index),$PIECE(node,"^",index)=$SELECT(date="":"",1:$$PARSE^MEVDATE(date)\1),bad=$$BADDATE^MEVSET(date,bad)
+ IF bad'="" DO NO^MEVSET(bad) QUIT ""
  IF manager'="",'$$EXISTS^MEVDD(200,manager) DO NO^MEVSET("The case manager is not known.") QUIT ""
  IF $$CHARACTERS^MEVCODE(comment)>4000 DO NO^MEVSET("The comment is longer than 4,000 characters.") QUIT ""
  SET:manager'="" $PIECE(node,"^",6)=manager

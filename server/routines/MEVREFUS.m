@@ -38,7 +38,7 @@ SET ; Call: record ^ type ^ item ^ patient ^ date ^ comment
  IF '$$KNOWN^MEVHOST(dfn) SET reply=$$NOPATIENT^MEVHOST(dfn) QUIT
  IF type="" DO NO^MEVSET("The refusal's type is not known.") QUIT
  IF '$$EXISTS^MEVDD($PIECE(type,";",2),item) DO NO^MEVSET("The refused item is not known.") QUIT
- IF 'date DO NO^MEVSET("The refusal's date is not a date.") QUIT
+ IF 'date DO NO^MEVSET($$FAULT^MEVDATE($PIECE(param,"^",5),"Enter the date of the refusal as mm/dd/yyyy.")) QUIT
  IF date>$$TODAY^MEVDATE DO NO^MEVSET("The refusal cannot be in the future.") QUIT
  IF $$CHARACTERS^MEVCODE(comment)=1!($$CHARACTERS^MEVCODE(comment)>200) DO NO^MEVSET("The comment is too short or too long.") QUIT
  SET ien=$$TARGET(ien,dfn)

@@ -26,7 +26,7 @@ VAST ; Call: record ^ visit ^ severity's code ^ FEV 1 ^ FEF 25-75 ^ PEF ^ smoke 
  SET reply=$$REFUSED^MEVMAY("VAST"),severity=$PIECE(param,"^",3),bad=""
  QUIT:reply'=""
  IF severity'="",$$TEXT^MEVCODE("SEVERITY",severity)="" DO NO^MEVSET("The severity is not known.") QUIT
- FOR index=4:1:6 SET text=$TRANSLATE($PIECE(param,"^",index)," +"),$PIECE(param,"^",index)=text IF text'="",'$$LUNG(index,text) SET bad=$EXTRACT(text,1,20)
+ FOR index=4:1:6 SET text=$PIECE(param,"^",index) IF text'="" SET $PIECE(param,"^",index)=$$VALUE^MEVNUM(text) IF '$$LUNG(index,$PIECE(param,"^",index)) SET bad=$EXTRACT(text,1,20)
  IF bad'="" DO NO^MEVSET("The lung function value "_bad_" is not possible.") QUIT
  SET pieces=severity_"^"_$PIECE(param,"^",4,6)
  FOR index=7:1:10 DO  QUIT:bad'=""
@@ -47,7 +47,7 @@ VTXC ; Call: record ^ visit ^ P or M ^ date initiated ^ provider
  QUIT:reply'=""
  IF $$TEXT^MEVCODE("CONTRACT",type)="" DO NO^MEVSET("The type of contract is not known.") QUIT
  SET date=$$PARSE^MEVDATE($PIECE(param,"^",4))
- IF date="" DO NO^MEVSET("The date initiated is not a date.") QUIT
+ IF date="" DO NO^MEVSET($$FAULT^MEVDATE($PIECE(param,"^",4),"The date initiated is not a date.")) QUIT
  IF date\1>$$TODAY^MEVDATE DO NO^MEVSET("The contract cannot begin in the future.") QUIT
  IF '$$EXISTS^MEVDD(200,provider) DO NO^MEVSET("The provider is not known.") QUIT
  DO STORE("VTXC",type_"^"_date_"^"_provider)
@@ -61,7 +61,7 @@ VER ; Call: record ^ visit ^ urgency ^ entered by ^ arrival ^ other ^ notified ^
  FOR index=3,4,5,7,9 DO
  . SET text=$PIECE(param,"^",index),set=$PIECE("^^URGENCY^ENTERED^ARRIVAL^^NOTIFIED^^DISPOSITION","^",index)
  . IF text'="",$$TEXT^MEVCODE(set,text)="" SET bad="The code "_$EXTRACT(text,1,20)_" is not known."
- FOR index=11,12 SET text=$PIECE(param,"^",index) IF text'="",'$$ISDATE^MEVDATE(text) SET bad="The departure "_$EXTRACT(text,1,20)_" is not a date."
+ FOR index=11,12 SET text=$$FMFAULT^MEVDATE($PIECE(param,"^",index),"The departure "_$EXTRACT($PIECE(param,"^",index),1,20)_" is not a date.") SET:text'="" bad=text
  SET param=$$PLAIN^MEVTEXT(param,"")
  FOR index=6,8,10,13 IF $$CHARACTERS^MEVCODE($PIECE(param,"^",index))>200 SET bad="The "_$PIECE("^^^^^other means of arrival^^informant^^other disposition^^^condition on departure","^",index)_" is longer than 200 characters."
  SET text=$$TRANSFER($PIECE(param,"^",14)) IF text="BAD" SET bad="The place of the transfer is not known."

@@ -142,6 +142,32 @@ TEST_F(Contract, WhatFitsIsTaken)
     EXPECT_EQ(call(L"MEVUTL GETPARM", L"RepHist-PedWtOpt"), L"2");
 }
 
+// Whatever way of typing a number the forms accept, in one form: no point without a zero before it.
+TEST_F(Contract, NumbersComeBackInOneForm)
+{
+    const auto saved = [](TextView entries) {
+        EXPECT_EQ(call(L"MEVBMSR SET", L"6^" + Text(entries) + L"^1"), L"1") << narrow(entries);
+        return call(L"MEVBMSR GET", L"6");
+    };
+    for (const auto& [typed, shown] : std::initializer_list<std::pair<TextView, TextView>> {
+             { L"7 2", L"7^2^3.232^3232" }, { L"7 2 ", L"7^2^3.232^3232" }, { L"+7  2.", L"7^2^3.232^3232" },
+             { L"7-2", L"7^2^3.232^3232" }, { L"7 1e1", L"7^10^3.459^3459" }, { L"7 .5", L"7^0.5^3.189^3189" },
+             { L"0.91K", L"2^0^0.91^910" }, { L".95k", L"2^2^0.95^950" }, { L"3.123456K", L"6^14^3.123^3123" },
+             { L"+.32E1K", L"7^1^3.2^3200" }, { L"3200.4G", L"7^1^3.2^3200" }, { L"K", L"^^^" } })
+        EXPECT_EQ(saved(Text(typed) + L"^^^^"), Text(shown) + L"^^^^^^^^^^HARTLEY,MARIGOLD ROSE|1") << narrow(typed);
+    EXPECT_EQ(saved(L"^1.5^.5M^6 M^ +1e1D"), L"^^^^^^^^^1.5^0.5M^6M^10D^HARTLEY,MARIGOLD ROSE|1");
+    EXPECT_EQ(saved(L"^ +2 ^0.50W^.250y^"), L"^^^^^^^^^2^0.5W^0.25Y^^HARTLEY,MARIGOLD ROSE|1");
+}
+
+TEST_F(Contract, NoPregnancyIsFiledWithoutItsFlag)
+{
+    EXPECT_EQ(call(L"MEVREP SET", L"14^G1P0LC0SA0TA0^^^^0^04/30/2027^Sonogram"), L"1");
+    EXPECT_EQ(call(L"MEVREP GET", L"14"), L"G1P0LC0SA0TA0^^^^^");
+    EXPECT_EQ(call(L"MEVREP SET", L"14^G1P0LC0SA0TA0^01/01/1800^^12/31/2699^1^^Unknown Method"), L"1");
+    EXPECT_EQ(call(L"MEVREP GET", L"14"), L"G1P0LC0SA0TA0^01/01/1800^^12/31/2699^UNKNOWN METHOD^");
+    EXPECT_EQ(call(L"MEVREP DEL", L"14"), L"1");
+}
+
 // With visit 1 of patient 1.
 TEST_F(Contract, WhatDoesNotFitIsRefusedInWords)
 {
@@ -153,7 +179,28 @@ TEST_F(Contract, WhatDoesNotFitIsRefusedInWords)
     static constexpr Case Cases[] = {
         { L"MEVREP SET", L"1^Gx", L"The counts Gx cannot be read." },
         { L"MEVREP SET", L"1^G1P0LC0SA0TA0^02/30/2026^^", L"02/30/2026 is not a date." },
+        { L"MEVREP SET", L"1^G1P0LC0SA0TA0^1/5/3026^^", L"1/5/3026 is outside the years 1800 to 2699." },
+        { L"MEVREP SET", L"1^G1P0LC0SA0TA0^^^12/31/1799", L"12/31/1799 is outside the years 1800 to 2699." },
+        { L"MEVREP SET", L"1^G1P0LC0SA0TA0^^^^1^01/01/2700^", L"01/01/2700 is outside the years 1800 to 2699." },
+        { L"MEVREP SET", L"1^G1P0LC0SA0TA0^^^^1^^",
+            L"Enter the estimated delivery, or choose how it was determined; \"Unknown Method\" will do." },
+        { L"MEVREP SET", L"1^G0P0LC0SA0TA0^^^", L"The pregnancy's data are missing: nothing was saved." },
+        { L"MEVREP SET", L"2^G0P0LC0SA0TA0^^^^0^^",
+            L"Reproductive factors are kept only of women and of girls older than 8." },
+        { L"MEVREP SET", L"3^G0P0LC0SA0TA0^^^^0^^", // eight today
+            L"Reproductive factors are kept only of women and of girls older than 8." },
         { L"MEVBMSR SET", L"5^heavy^2^^^^", L"The birth weight heavy cannot be read." },
+        { L"MEVBMSR SET", L"5^7 -0.5^2^^^^", L"The birth weight 7 -0.5 cannot be read." },
+        { L"MEVBMSR SET", L"5^7--2^2^^^^", L"The birth weight 7--2 cannot be read." },
+        { L"MEVBMSR SET", L"5^7 2 1^2^^^^", L"The birth weight 7 2 1 cannot be read." },
+        { L"MEVBMSR SET", L"5^3.2^2^^^^", L"The birth weight 3.2 cannot be read." },
+        { L"MEVBMSR SET", L"5^1E999K^2^^^^", L"The birth weight 1E999K cannot be read." },
+        { L"MEVBMSR SET", L"5^7 2^0^^^^", L"The birth order 0 is not possible." },
+        { L"MEVBMSR SET", L"5^7 2^1^0M^^^", L"The age 0M cannot be read." },
+        { L"MEVBMSR SET", L"5^7 2^1^^6^^", L"The age 6 cannot be read." },
+        { L"MEVBMSR SET", L"5^7 2^1^^^999D^", L"The age 999D cannot be read." },
+        { L"MEVBMSR SET", L"5^7 2^1^^^^5", L"The patient cannot be the mother or guardian." },
+        { L"MEVBMSR SET", L"5^7 2^1^^^^999999", L"The mother or guardian is not known." },
         { L"MEVBMSR SET", L"5^7 2^25^^^^", L"The birth order 25 is not possible." },
         { L"MEVVIF SET", L"^8^9", L"The feeding choice is not known." },
         { L"MEVVELD SET", L"^1^Often^^^^^^^^^^^^^", L"The answer Often is not known." },
@@ -166,15 +213,20 @@ TEST_F(Contract, WhatDoesNotFitIsRefusedInWords)
         { L"MEVVAST SET", L"^1^^^^^Maybe^^^", L"The answer Maybe is not Yes or No." },
         { L"MEVVTXC SET", L"^1^X^01/02/2026^1", L"The type of contract is not known." },
         { L"MEVVTXC SET", L"^1^P^02/30/2026^1", L"The date initiated is not a date." },
+        { L"MEVVTXC SET", L"^1^P^01/02/2700^1", L"01/02/2700 is outside the years 1800 to 2699." },
         { L"MEVVTXC SET", L"^1^P^01/02/2099^1", L"The contract cannot begin in the future." },
         { L"MEVVTXC SET", L"^1^P^01/02/2026^99999", L"The provider is not known." },
         { L"MEVVER SET", L"^1^e^^^^^^^^^^", L"The code e is not known." },
         { L"MEVVER SET", L"^1^^^^^^^^^3260230.08^^", L"The departure 3260230.08 is not a date." },
+        { L"MEVVER SET", L"^1^^^^^^^^^13260105.08^^", L"01/05/3026 is outside the years 1800 to 2699." },
+        { L"MEVVER SET", L"^1^^^^^^^^^^0991231^", L"12/31/1799 is outside the years 1800 to 2699." },
         { L"MEVVER SET", L"^1^^^^^^^^^^^^LOC.`99999", L"The place of the transfer is not known." },
         { L"MEVREF SET", L"^TATTOO^1^1^01/02/2026^", L"The refusal's type is not known." },
         { L"MEVREF SET", L"^EXAM^99999^1^01/02/2026^", L"The refused item is not known." },
         { L"MEVREF SET", L"^EXAM^1^1^01/02/2099^", L"The refusal cannot be in the future." },
-        { L"MEVREF SET", L"^EXAM^1^1^^", L"The refusal's date is not a date." },
+        { L"MEVREF SET", L"^EXAM^1^1^^", L"Enter the date of the refusal as mm/dd/yyyy." },
+        { L"MEVREF SET", L"^EXAM^1^1^T-1^", L"Enter the date of the refusal as mm/dd/yyyy." },
+        { L"MEVREF SET", L"^EXAM^1^1^01/02/1726^", L"01/02/1726 is outside the years 1800 to 2699." },
         { L"MEVREF SET", L"3^EXAM^1^1^01/02/2026^", L"The refusal belongs to another patient." },
         { L"MEVREF SET", L"^EXAM^1^14^01/02/2026^no^thanks", L"A text cannot hold a \"^\": nothing was saved." },
         { L"MEVREF SET", L"^EXAM^1^14^01/02/2026^\u00e9", L"The comment is too short or too long." },
