@@ -77,6 +77,18 @@ FMFAULT(text,sentence) ; The same for a text that should be a FileMan date
  SET fault=$SELECT(text?1.8N.1(1".".6N):$$FAULT($$SLASHED(text),""),1:"")
  QUIT $SELECT(fault="":sentence,1:fault)
  ;
+TYPED(text) ; The FileMan date of a date as users type it in a search: 1/2/2006, 1-2-2006, 01022006, 2006-01-02, JAN 2,2006, 2 JAN 2006
+ NEW parts
+ IF text?8N SET text=$EXTRACT(text,1,2)_"/"_$EXTRACT(text,3,4)_"/"_$EXTRACT(text,5,8)
+ IF text?4N1"-"1.2N1"-"1.2N SET text=$PIECE(text,"-",2,3)_"-"_$PIECE(text,"-")
+ SET text=$TRANSLATE(text,"-","/"),parts=$TRANSLATE(text,","," ")
+ IF parts?1.2N1" "3.A.E SET parts=$PIECE(parts," ",2)_" "_$PIECE(parts," ")_" "_$PIECE(parts," ",3,9)
+ IF parts?3.A1" "1.2N1" "4N SET text=$$MONTH($PIECE(parts," "))_"/"_$PIECE(parts," ",2,3),text=$TRANSLATE(text," ","/")
+ QUIT $$PARSE(text)
+ ;
+MONTH(name) ; The number of a month by its first three letters; 0 for none
+ QUIT $FIND("JAN FEB MAR APR MAY JUN JUL AUG SEP OCT NOV DEC",$EXTRACT(name,1,3))\4
+ ;
 CALENDAR(text) ; The same as PARSE, of any year
  NEW date,day,month,time,year
  SET date=$PIECE(text," "),time=$PIECE(text," ",2)

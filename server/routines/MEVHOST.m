@@ -31,19 +31,15 @@ KEYS ; Call: key ^ key ^ ...
  FOR index=1:1:$LENGTH(param,"^") SET $PIECE(reply,"^",index)=$$HOLDS^MEVUTL($PIECE(param,"^",index))
  QUIT
  ;
-PATIENTS ; Call: the beginning of a name, or a number; at most 250
- NEW count,dfn,name
- SET count=0
- IF param?1.9N,$DATA(^MEVPAT(+param,0)) DO ADDPATIENT(+param)
- IF $LENGTH(param)>100 QUIT
- SET name=$SELECT(param="":"",$DATA(^MEVPAT("B",param)):$ORDER(^MEVPAT("B",param),-1),1:param)
- FOR  SET name=$ORDER(^MEVPAT("B",name)) QUIT:name=""  QUIT:$EXTRACT(name,1,$LENGTH(param))'=param  QUIT:count=250  DO
- . SET dfn=""
- . FOR  SET dfn=$ORDER(^MEVPAT("B",name,dfn)) QUIT:dfn=""  QUIT:count=250  DO ADDPATIENT(dfn)
+PATIENTS ; Call: the beginning of a name or of a part of it, a birth date, or a number; at most 250
+ NEW count,found,most
+ SET count=0,most=250
+ IF $LENGTH(param)<101 DO PATIENTS^MEVFIND($$FOLD^MEVFIND(param))
  QUIT
  ;
-ADDPATIENT(dfn) ; One line of the list
- SET count=count+1,reply(count)=$$PATIENTLINE(dfn)
+ADDPATIENT(dfn) ; One line of the list, once
+ QUIT:$DATA(found(dfn))
+ SET found(dfn)="",count=count+1,reply(count)=$$PATIENTLINE(dfn)
  QUIT
  ;
 PATIENTLINE(dfn) ; number ^ name ^ sex ^ birth date ^ age in years

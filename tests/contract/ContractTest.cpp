@@ -1,5 +1,6 @@
 // What the panel relies on in the real server's replies.
 #include "lookups/LookupTables.h"
+#include "platform/Conversions.h"
 #include "shared/FileManDates.h"
 #include "shared/modShared.h"
 #include "tests/support/RealServer.h"
@@ -283,6 +284,42 @@ TEST_F(Contract, EveryTableCanBeSearched)
     EXPECT_TRUE(call(L"MEVUTL DICLKUP", L"2^HARTLEY^^^250^^^^.01;.02;.03;.09").starts_with(L"1^"));
     for (const TextView type : { L"EKG", L"PAP Smear", L"Mammogram" }) // which have one item each
         EXPECT_TRUE(std::regex_match(call(L"MEVREF REFLIST", type), std::wregex(L"\\d+")));
+}
+
+// The whole of the story patients that a search finds, in its order; the other patients have made-up names that may
+// change with the generator.
+TEST_F(Contract, PatientsAreFoundAsTheyAreTyped)
+{
+    const Text born = FMDateToDate(Piece(call(L"MEVHOST PATIENT", L"14"), L"^", 4), TimePart::Without);
+    const Text digits = born.substr(0, 2) + born.substr(3, 2) + born.substr(6);
+    const Text iso = born.substr(6) + L"-" + born.substr(0, 2) + L"-" + born.substr(3, 2);
+    const auto found = [](TextView text) {
+        std::vector<long> numbers;
+        const Text reply = call(L"MEVHOST PATIENTS", text);
+        for (const TextView line : replyLines(reply)) {
+            const long number = static_cast<long>(leadingNumber(line));
+            if (number < 20)
+                numbers.push_back(number);
+        }
+        return numbers;
+    };
+    const std::pair<Text, std::vector<long>> cases[] = { { L"QUIET,IRIS", { 14 } }, { L"  quiet , iris ", { 14 } },
+        { L"quiet, i", { 14 } }, { L"iris", { 14 } }, { L"Iris Quiet", { 14 } }, { L"quiet iris", { 14 } },
+        { L" 14 ", { 14 } }, { born, { 14 } }, { digits, { 14 } }, { iso, { 14 } }, { L"quietly", {} },
+        { L"ferreira,luc", { 11 } }, { L"FERREIRA, L\u00dac", { 11 } }, { L"f\u00ebrre\u00efra", { 11, 12 } },
+        { L"Lu\u0301cia", { 11 } }, { L"munoz-garc\u00eda,ang", { 18 } }, { L"munoz garcia", { 18 } },
+        { L"\u00e1ngel", { 18 } }, { L"marigold", { 1 } }, { L"rose", { 10, 1 } }, // a surname before a given name
+        { L"maximilian", { 17 } }, { L"14/45/2006", {} } };
+    for (const auto& [text, numbers] : cases)
+        EXPECT_EQ(found(text), numbers) << narrow(text);
+    EXPECT_EQ(replyLines(call(L"MEVHOST PATIENTS", L"")).size(), 250u);
+    // The searches of the lookup dialog by the same rules.
+    for (const auto& [name, text, line] : std::initializer_list<std::array<TextView, 3>> {
+             { L"MEVUTL DICLKUP", L"2^ Pemberton , maisie ", L"6^PEMBERTON,MAISIE^" },
+             { L"MEVUTL DICLKUP", L"2^FERREIRA,TOM\u00c1S", L"12^" }, { L"MEVUTL DICLKUP", L"2^ferreira, luc", L"11^" },
+             { L"MEVUTL DICLKUP", L"60^ Lipid  panel ", L"4^LIPID PANEL^" },
+             { L"MEVICDLK ICDLKUP", L"^ \u00e1sthma ,moderate ", L"ASTHMA, MODERATE PERSISTENT^" } })
+        EXPECT_TRUE(call(name, Text(text) + L"^^^250^^^^.01").starts_with(line)) << narrow(text);
 }
 
 TEST_F(Contract, VisitReportIsAListOfNarrowLines)
