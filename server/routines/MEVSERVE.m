@@ -135,7 +135,7 @@ UNDO ; What is left of a failed call is undone, the session goes on
 ANSWER(number) ; Sends reply, or the lines reply(1), reply(2) ... each with its line end
  ; A client tells an error by the number that a reply begins with. Only a refusal, "-1" and a sentence, may begin so.
  NEW chunk,index,total
- IF '$DATA(reply(1)) DO FRAME("R"_number_$CHAR(10)_$SELECT($PIECE(reply,"^")="-1":reply,1:$$GUARDED^MEVTEXT(reply))) QUIT
+ IF '$DATA(reply(1)) DO FRAME("R"_number_$CHAR(10)_$SELECT(reply?1"-1^"1.E:reply,1:$$GUARDED^MEVTEXT(reply))) QUIT
  SET reply(1)=$$GUARDED^MEVTEXT(reply(1))
  SET total=0
  FOR index=1:1 QUIT:'$DATA(reply(index))  SET total=total+$LENGTH(reply(index))+2
