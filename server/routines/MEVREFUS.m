@@ -40,7 +40,8 @@ SET ; Call: record ^ type ^ item ^ patient ^ date ^ comment
  IF '$$EXISTS^MEVDD($PIECE(type,";",2),item) DO NO^MEVSET("The refused item is not known.") QUIT
  IF 'date DO NO^MEVSET($$FAULT^MEVDATE($PIECE(param,"^",5),"Enter the date of the refusal as mm/dd/yyyy.")) QUIT
  IF date>$$TODAY^MEVDATE DO NO^MEVSET("The refusal cannot be in the future.") QUIT
- IF $$CHARACTERS^MEVCODE(comment)=1!($$CHARACTERS^MEVCODE(comment)>200) DO NO^MEVSET("The comment is too short or too long.") QUIT
+ IF $$CHARACTERS^MEVCODE(comment)=1 DO NO^MEVSET("The comment must be longer than 1 character.") QUIT
+ IF $$CHARACTERS^MEVCODE(comment)>200 DO NO^MEVSET("The comment is longer than 200 characters.") QUIT
  SET ien=$$TARGET(ien,dfn)
  QUIT:ien=""
  SET node=dfn_"^"_date_"^^"_$PIECE(type,";")_"^"_item_"^"_$$NAME^MEVDD($PIECE(type,";",2),item)

@@ -97,7 +97,7 @@ REQUEST(body) ; Number, name and parameter, parted by line feeds
  IF $LENGTH(body,$CHAR(10))<3 DO FAILED(number,"The request has no name.") QUIT
  SET name=$PIECE(body,$CHAR(10),2),param=$PIECE(body,$CHAR(10),3,$LENGTH(body))
  IF name="" DO FAILED(number,"The request has no name.") QUIT
- IF '$DATA(calls(name)) DO FAILED(number,"The server has no call named '"_$EXTRACT(name,1,60)_"'.") QUIT
+ IF '$DATA(calls(name)) DO FAILED(number,"The server has no call named '"_$$BRIEF^MEVTEXT(name,60)_"'.") QUIT
  IF 'user,$PIECE(calls(name),";",2)'["O" DO FAILED(number,"Sign on first.") QUIT
  DO CALL(number,name)
  QUIT

@@ -31,7 +31,7 @@ REP ; Call: patient ^ counts ^ last period ^ method ^ its date [^ pregnant ^ del
  QUIT:reply'=""
  IF '$$KNOWN^MEVHOST(dfn) SET reply=$$NOPATIENT^MEVHOST(dfn) QUIT
  IF '$$WOMAN(dfn) DO NO("Reproductive factors are kept only of women and of girls older than 8.") QUIT
- IF $PIECE(param,"^",2)'?1"G"1.2N1"P"1.2N1"LC"1.2N1"SA"1.2N1"TA"1.2N DO NO("The counts "_$EXTRACT($PIECE(param,"^",2),1,40)_" cannot be read.") QUIT
+ IF $PIECE(param,"^",2)'?1"G"1.2N1"P"1.2N1"LC"1.2N1"SA"1.2N1"TA"1.2N DO NO("The counts "_$$BRIEF^MEVTEXT($PIECE(param,"^",2),40)_" cannot be read.") QUIT
  SET bad=""
  FOR index=7,5,3 SET bad=$$BADDATE($PIECE(param,"^",index),bad)
  IF bad'="" DO NO(bad) QUIT
@@ -57,7 +57,7 @@ WOMAN(dfn) ; A woman, or a girl older than 8; nobody without a birth date
  ;
 BADDATE(date,bad) ; Why a text that may be empty is no date, else what was bad before
  NEW fault
- SET fault=$SELECT(date="":"",1:$$FAULT^MEVDATE(date,$EXTRACT(date,1,40)_" is not a date."))
+ SET fault=$SELECT(date="":"",1:$$FAULT^MEVDATE(date,$$BRIEF^MEVTEXT(date,40)_" is not a date."))
  QUIT $SELECT(fault="":bad,1:fault)
  ;
 BMSR ; Call: patient ^ weight ^ order ^ formula ^ breast stopped ^ solids ^ mother
@@ -66,11 +66,11 @@ BMSR ; Call: patient ^ weight ^ order ^ formula ^ breast stopped ^ solids ^ moth
  QUIT:reply'=""
  IF '$$KNOWN^MEVHOST(dfn) SET reply=$$NOPATIENT^MEVHOST(dfn) QUIT
  SET weight=$$WEIGHT($PIECE(param,"^",2))
- IF weight="BAD" DO NO("The birth weight "_$EXTRACT($PIECE(param,"^",2),1,40)_" cannot be read.") QUIT
+ IF weight="BAD" DO NO("The birth weight "_$$BRIEF^MEVTEXT($PIECE(param,"^",2),40)_" cannot be read.") QUIT
  SET order=$PIECE(param,"^",3),bad="",mother=$PIECE(param,"^",7)
- IF order'="",'$$BETWEEN^MEVNUM(order,0,25) DO NO("The birth order "_$EXTRACT(order,1,20)_" is not possible.") QUIT
+ IF order'="",'$$BETWEEN^MEVNUM(order,0,25) DO NO("The birth order "_$$BRIEF^MEVTEXT(order,20)_" is not possible.") QUIT
  FOR index=4:1:6 SET:$$FEEDINGAGE($PIECE(param,"^",index))="BAD" bad=$PIECE(param,"^",index)
- IF bad'="" DO NO("The age "_$EXTRACT(bad,1,20)_" cannot be read.") QUIT
+ IF bad'="" DO NO("The age "_$$BRIEF^MEVTEXT(bad,20)_" cannot be read.") QUIT
  IF mother'="",'$$KNOWN^MEVHOST(mother) DO NO("The mother or guardian is not known.") QUIT
  IF mother=dfn DO NO("The patient cannot be the mother or guardian.") QUIT
  SET node=dfn_"^"_weight_"^"_$$VALUE^MEVNUM(order)

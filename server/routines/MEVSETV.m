@@ -16,7 +16,7 @@ VELD ; Call: record ^ visit ^ the texts of 14 items, empty or one of the item's 
  FOR index=1:1:14 DO  QUIT:bad'=""
  . SET text=$PIECE(param,"^",index+2),set=$SELECT(index<13:"LEVEL",index=13:"TREND",1:"YESNO")
  . SET code=$$CODE^MEVCODE(set,text),$PIECE(pieces,"^",index)=code
- . IF text'="",code="" SET bad=$EXTRACT(text,1,40)
+ . IF text'="",code="" SET bad=$$BRIEF^MEVTEXT(text,40)
  IF bad'="" DO NO^MEVSET("The answer "_bad_" is not known.") QUIT
  DO STORE("VELD",pieces)
  QUIT
@@ -26,12 +26,12 @@ VAST ; Call: record ^ visit ^ severity's code ^ FEV 1 ^ FEF 25-75 ^ PEF ^ smoke 
  SET reply=$$REFUSED^MEVMAY("VAST"),severity=$PIECE(param,"^",3),bad=""
  QUIT:reply'=""
  IF severity'="",$$TEXT^MEVCODE("SEVERITY",severity)="" DO NO^MEVSET("The severity is not known.") QUIT
- FOR index=4:1:6 SET text=$PIECE(param,"^",index) IF text'="" SET $PIECE(param,"^",index)=$$VALUE^MEVNUM(text) IF '$$LUNG(index,$PIECE(param,"^",index)) SET bad=$EXTRACT(text,1,20)
+ FOR index=4:1:6 SET text=$PIECE(param,"^",index) IF text'="" SET $PIECE(param,"^",index)=$$VALUE^MEVNUM(text) IF '$$LUNG(index,$PIECE(param,"^",index)) SET bad=$$BRIEF^MEVTEXT(text,20)
  IF bad'="" DO NO^MEVSET("The lung function value "_bad_" is not possible.") QUIT
  SET pieces=severity_"^"_$PIECE(param,"^",4,6)
  FOR index=7:1:10 DO  QUIT:bad'=""
  . SET text=$PIECE(param,"^",index),$PIECE(pieces,"^",index-2)=$$CODE^MEVCODE("YESNO",text)
- . IF text'="",$PIECE(pieces,"^",index-2)="" SET bad=$EXTRACT(text,1,20)
+ . IF text'="",$PIECE(pieces,"^",index-2)="" SET bad=$$BRIEF^MEVTEXT(text,20)
  IF bad'="" DO NO^MEVSET("The answer "_bad_" is not Yes or No.") QUIT
  DO STORE("VAST",pieces)
  QUIT
@@ -60,8 +60,8 @@ VER ; Call: record ^ visit ^ urgency ^ entered by ^ arrival ^ other ^ notified ^
  QUIT:reply'=""
  FOR index=3,4,5,7,9 DO
  . SET text=$PIECE(param,"^",index),set=$PIECE("^^URGENCY^ENTERED^ARRIVAL^^NOTIFIED^^DISPOSITION","^",index)
- . IF text'="",$$TEXT^MEVCODE(set,text)="" SET bad="The code "_$EXTRACT(text,1,20)_" is not known."
- FOR index=11,12 SET text=$$FMFAULT^MEVDATE($PIECE(param,"^",index),"The departure "_$EXTRACT($PIECE(param,"^",index),1,20)_" is not a date.") SET:text'="" bad=text
+ . IF text'="",$$TEXT^MEVCODE(set,text)="" SET bad="The code "_$$BRIEF^MEVTEXT(text,20)_" is not known."
+ FOR index=11,12 SET text=$$FMFAULT^MEVDATE($PIECE(param,"^",index),"The departure "_$$BRIEF^MEVTEXT($PIECE(param,"^",index),20)_" is not a date.") SET:text'="" bad=text
  SET param=$$PLAIN^MEVTEXT(param,"")
  FOR index=6,8,10,13 IF $$CHARACTERS^MEVCODE($PIECE(param,"^",index))>200 SET bad="The "_$PIECE("^^^^^other means of arrival^^informant^^other disposition^^^condition on departure","^",index)_" is longer than 200 characters."
  SET text=$$TRANSFER($PIECE(param,"^",14)) IF text="BAD" SET bad="The place of the transfer is not known."

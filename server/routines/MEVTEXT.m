@@ -1,10 +1,13 @@
 MEVTEXT ; Texts as users type them: made plain for storing, folded for searching, guarded in a reply
  ;
-PLAIN(text,kept) ; The text with blanks for control characters, but for those that are kept; without GUARDED's marks
+PLAIN(text,kept) ; A free text as it is filed: without GUARDED's marks, blanks for control characters but for those that are kept
+ QUIT $$PRINTABLE($$UNMARKED(text),kept)
+ ;
+PRINTABLE(text,kept) ; The text with blanks for control characters, but for those that are kept
  NEW byte,controls
  SET controls=""
  FOR byte=0:1:31,127 SET controls=controls_$CHAR(byte)
- QUIT $TRANSLATE($$UNMARKED(text),$TRANSLATE(controls,kept),$JUSTIFY("",33))
+ QUIT $TRANSLATE(text,$TRANSLATE(controls,kept),$JUSTIFY("",33))
  ;
 MARK() ; U+2060, word joiner: cannot be seen, and is no blank to a reader of numbers
  QUIT $CHAR(226,129,160)
@@ -19,6 +22,12 @@ UNMARKED(text) ; The text without marks: a saved text may be one that was guarde
  IF $LENGTH(text)>20000 QUIT text ; longer than any text that is filed
  FOR  SET at=$FIND(text,$$MARK) QUIT:'at  SET text=$EXTRACT(text,1,at-4)_$EXTRACT(text,at,$LENGTH(text))
  QUIT text
+ ;
+BRIEF(text,most) ; The beginning of a text for a message, not cut inside a letter
+ NEW cut
+ SET text=$$PRINTABLE($EXTRACT(text,1,most+1),"")
+ FOR cut=most:-1:most-3 QUIT:$ASCII(text,cut+1)\64'=2
+ QUIT $EXTRACT(text,1,cut)
  ;
 TRIM(text) ; Without the blanks at both ends
  NEW first,last

@@ -196,6 +196,8 @@ TEST_F(Contract, WhatDoesNotFitIsRefusedInWords)
         { L"MEVBMSR SET", L"5^7 2 1^2^^^^", L"The birth weight 7 2 1 cannot be read." },
         { L"MEVBMSR SET", L"5^3.2^2^^^^", L"The birth weight 3.2 cannot be read." },
         { L"MEVBMSR SET", L"5^1E999K^2^^^^", L"The birth weight 1E999K cannot be read." },
+        { L"MEVBMSR SET", L"5^7 2^1234567890\t12345678\u00e9^^^^", // cut before the letter that has two bytes
+            L"The birth order 1234567890 12345678 is not possible." },
         { L"MEVBMSR SET", L"5^7 2^0^^^^", L"The birth order 0 is not possible." },
         { L"MEVBMSR SET", L"5^7 2^1^0M^^^", L"The age 0M cannot be read." },
         { L"MEVBMSR SET", L"5^7 2^1^^6^^", L"The age 6 cannot be read." },
@@ -230,7 +232,7 @@ TEST_F(Contract, WhatDoesNotFitIsRefusedInWords)
         { L"MEVREF SET", L"^EXAM^1^1^01/02/1726^", L"01/02/1726 is outside the years 1800 to 2699." },
         { L"MEVREF SET", L"3^EXAM^1^1^01/02/2026^", L"The refusal belongs to another patient." },
         { L"MEVREF SET", L"^EXAM^1^14^01/02/2026^no^thanks", L"A text cannot hold a \"^\": nothing was saved." },
-        { L"MEVREF SET", L"^EXAM^1^14^01/02/2026^\u00e9", L"The comment is too short or too long." },
+        { L"MEVREF SET", L"^EXAM^1^14^01/02/2026^\u00e9", L"The comment must be longer than 1 character." },
         { L"MEVREF GET", L"14^3", L"The refusal 3 does not exist any more." }, // another patient's
         { L"MEVREF REFLIST", L"Lab", L"There is no single item of this type." },
         { L"MEVUTL SETPARM", L"MEVZ^1", L"The parameter MEVZ may not be changed here." },

@@ -147,7 +147,7 @@ TEST(Server, BadFramesGetAnAnswerAndTheSessionLivesOn)
         { framed("2\nMEVREP GET\n" + QByteArray(1200000, 'x')),
             framed("R2\n-1^The request is longer than 1,000,000 bytes.") },
         { framed("2\nMEVREF SET\n^EXAM^1^2^01/02/2026^" + QByteArray(999966, '-')), // the longest request
-            framed("R2\n-1^The comment is too short or too long.") },
+            framed("R2\n-1^The comment is longer than 200 characters.") },
         { framed("2\nMEVREP GET\n\xff\xfe^"), framed("R2\n-1^There is no patient \xff\xfe.") },
         { framed("2\nMEVHOST SUBSCRIBE\n" + QByteArray(5000, 'x')), framed("R2\n-1^The event name is too long.") },
         { framed("2\nMEVHOST KEYS\n" + QByteArray(999, '^')), framed("R2\n" + QByteArray("0^").repeated(999) + "0") },
