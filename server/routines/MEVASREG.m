@@ -16,14 +16,12 @@ GETNOTE ; Call: patient; the comment's lines
  IF '$$KNOWN^MEVHOST(param) SET reply=$$NOPATIENT^MEVHOST(param) QUIT
  SET note=$GET(^MEVREG(param,1))
  QUIT:note=""
- ; A reply that begins with a negative number would be read as an error: a dash stands for the minus sign.
- IF +note<0 SET note=$PIECE(note,"-")_$CHAR(226,128,147)_$PIECE(note,"-",2,$LENGTH(note,"-"))
  FOR index=1:1:$LENGTH(note,$CHAR(13,10)) SET reply(index)=$PIECE(note,$CHAR(13,10),index)
  QUIT
  ;
 SETREG ; Call: patient ^ A or I [^ last visit ^ date due ^ next appointment ^ manager ^ comment]
- NEW dfn,node,status
- SET dfn=$PIECE(param,"^"),status=$PIECE(param,"^",2)
+ NEW comment,dfn,node,status
+ SET dfn=$PIECE(param,"^"),status=$PIECE(param,"^",2),comment=$$PLAIN^MEVTEXT($PIECE(param,"^",7),$CHAR(13,10))
  SET reply=$$REFUSED($LENGTH(param,"^")=2&(status="I"))
  QUIT:reply'=""
  IF '$$KNOWN^MEVHOST(dfn) SET reply=$$NOPATIENT^MEVHOST(dfn) QUIT
@@ -32,7 +30,7 @@ SETREG ; Call: patient ^ A or I [^ last visit ^ date due ^ next appointment ^ ma
  SET node=$GET(^MEVREG(dfn,0),dfn),$PIECE(node,"^",2)=status
  IF $LENGTH(param,"^")>2 SET node=$$ENTRY(node) QUIT:node=""
  DO PUT^MEVSET("^MEVREG",dfn,node)
- IF $LENGTH(param,"^")>2 SET ^MEVREG(dfn,1)=$$PLAIN^MEVCODE($PIECE(param,"^",7),$CHAR(13,10))
+ IF $LENGTH(param,"^")>2 SET ^MEVREG(dfn,1)=comment
  DO CHANGED^MEVSET(dfn,"VAST")
  QUIT
  ;
@@ -45,10 +43,9 @@ ENTRY(node) ; The node with the saved dates and manager; empty after a refusal. 
  ; the editor sends only a manager that was looked up in it.
  NEW bad,date,index,manager
  SET bad="",manager=$PIECE(param,"^",6)
- FOR index=3:1:5 SET date=$PIECE(param,"^",index),$PIECE(node,"^",index)=$$PARSE^MEVDATE(date)\1 SET:date="" $PIECE(node,"^",index)="" IF date'="",$$PARSE^MEVDATE(date)="" SET bad=$EXTRACT(date,1,40)
- IF bad'="" DO NO^MEVSET(bad_" is not a date.") QUIT ""
+ FOR index=3:1:5 SET date=$PIECE(param,"^",index),$PIECE(node,"^",index)=$SELECT(date="":"",1:$$PARSE^MEVDATE(date)\1),bad=$$BADDATE^MEVSET(date,bad)
+ IF bad'="" DO NO^MEVSET(bad) QUIT ""
  IF manager'="",'$$EXISTS^MEVDD(200,manager) DO NO^MEVSET("The case manager is not known.") QUIT ""
- IF $LENGTH(param,"^")>7 DO NO^MEVSET("The comment cannot hold a ""^"".") QUIT ""
- IF $$CHARACTERS^MEVCODE($PIECE(param,"^",7))>4000 DO NO^MEVSET("The comment is longer than 4,000 characters.") QUIT ""
+ IF $$CHARACTERS^MEVCODE(comment)>4000 DO NO^MEVSET("The comment is longer than 4,000 characters.") QUIT ""
  SET:manager'="" $PIECE(node,"^",6)=manager
  QUIT node

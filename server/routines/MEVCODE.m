@@ -31,12 +31,6 @@ CHARACTERS(text) ; Number of characters of a UTF-8 text: bytes that continue a c
  IF '$DATA(codes(0,"REST")) SET codes(0,"REST")="" FOR byte=128:1:191 SET codes(0,"REST")=codes(0,"REST")_$CHAR(byte)
  QUIT $LENGTH($TRANSLATE(text,codes(0,"REST")))
  ;
-PLAIN(text,kept) ; The text with blanks for control characters, but for those that are kept
- NEW byte,controls
- SET controls=""
- FOR byte=0:1:31,127 SET controls=controls_$CHAR(byte)
- QUIT $TRANSLATE(text,$TRANSLATE(controls,kept),$JUSTIFY("",33))
- ;
 FEEDING ;;1:EXCLUSIVE BREASTFEEDING;2:MOSTLY BREASTFEEDING;3:1/2 BREAST & 1/2 FORMULA;4:MOSTLY FORMULA;5:FORMULA ONLY
 LEVEL ;;I:INDEPENDENT;N:NEEDS HELP;T:TOTALLY DEPENDENT
 TREND ;;S:SAME;I:IMPROVEMENT;D:DECLINE

@@ -34,7 +34,7 @@ SLASHED(date) ; mm/dd/yyyy; empty for an empty date
  NEW whole
  IF 'date QUIT ""
  SET whole=date\1
- QUIT $EXTRACT(whole,4,5)_"/"_$EXTRACT(whole,6,7)_"/"_(whole\10000+1700)
+ QUIT $EXTRACT(whole\100#100+100,2,3)_"/"_$EXTRACT(whole#100+100,2,3)_"/"_(whole\10000+1700)
  ;
 CLOCK(date) ; hh:mm of a date with a time, 00:00 without
  NEW time
@@ -48,7 +48,7 @@ TIMED(date) ; mm/dd/yyyy@hh:mm; empty for an empty date
 ISDATE(text) ; A FileMan date of the calendar, a time may follow
  NEW time
  IF text'?7N.1(1".".6N) QUIT 0
- IF $$PARSE($$SLASHED(text))'=(text\1) QUIT 0
+ IF $$PARSE($$SLASHED(text))="" QUIT 0
  SET time=$EXTRACT($PIECE(text,".",2)_"000000",1,6)
  IF time>240000 QUIT 0
  QUIT $EXTRACT(time,1,2)<25&($EXTRACT(time,3,4)<60)&($EXTRACT(time,5,6)<60)
@@ -56,12 +56,45 @@ ISDATE(text) ; A FileMan date of the calendar, a time may follow
 INVERSE(date) ; Sorts the latest first
  QUIT 9999999-date
  ;
-PARSE(text) ; The FileMan date of mm/dd/yyyy, a time hh:mm may follow; empty for what is no such date
+PARSE(text) ; The FileMan date of mm/dd/yyyy, a time hh:mm may follow; empty for what is no such date, or outside the years
+ NEW date
+ SET date=$$CALENDAR(text)
+ QUIT $SELECT(date="":"",$$OUTSIDE(date):"",1:date)
+ ;
+OUTSIDE(date) ; Not of the years that are kept. From 2700 on a FileMan date would have more digits.
+ QUIT date<1000000!(date'<10000000)
+ ;
+FAULT(text,sentence) ; Why a text is no date: its year, or else the sentence given; empty for a date
+ NEW date
+ SET date=$$CALENDAR(text)
+ IF date="" QUIT sentence
+ QUIT $SELECT($$OUTSIDE(date):text_" is outside the years 1800 to 2699.",1:"")
+ ;
+FMFAULT(text,sentence) ; The same for a text that should be a FileMan date
+ NEW fault
+ IF text="" QUIT ""
+ IF $$ISDATE(text) QUIT ""
+ SET fault=$SELECT(text?1.8N.1(1".".6N):$$FAULT($$SLASHED(text),""),1:"")
+ QUIT $SELECT(fault="":sentence,1:fault)
+ ;
+TYPED(text) ; The FileMan date of a date as users type it in a search: 1/2/2006, 1-2-2006, 01022006, 2006-01-02, JAN 2,2006, 2 JAN 2006
+ NEW parts
+ IF text?8N SET text=$EXTRACT(text,1,2)_"/"_$EXTRACT(text,3,4)_"/"_$EXTRACT(text,5,8)
+ IF text?4N1"-"1.2N1"-"1.2N SET text=$PIECE(text,"-",2,3)_"-"_$PIECE(text,"-")
+ SET text=$TRANSLATE(text,"-","/"),parts=$TRANSLATE(text,","," ")
+ IF parts?1.2N1" "3.A.E SET parts=$PIECE(parts," ",2)_" "_$PIECE(parts," ")_" "_$PIECE(parts," ",3,9)
+ IF parts?3.A1" "1.2N1" "4N SET text=$$MONTH($PIECE(parts," "))_"/"_$PIECE(parts," ",2,3),text=$TRANSLATE(text," ","/")
+ QUIT $$PARSE(text)
+ ;
+MONTH(name) ; The number of a month by its first three letters; 0 for none
+ QUIT $FIND("JAN FEB MAR APR MAY JUN JUL AUG SEP OCT NOV DEC",$EXTRACT(name,1,3))\4
+ ;
+CALENDAR(text) ; The same as PARSE, of any year
  NEW date,day,month,time,year
  SET date=$PIECE(text," "),time=$PIECE(text," ",2)
  IF date'?1.2N1"/"1.2N1"/"4N QUIT ""
  SET month=+date,day=+$PIECE(date,"/",2),year=+$PIECE(date,"/",3)
- IF year<1701!(month<1)!(month>12)!(day<1) QUIT ""
+ IF month<1!(month>12)!(day<1) QUIT ""
  IF day>$SELECT(month=2:28+$$LEAP(year),1:$PIECE("31,28,31,30,31,30,31,31,30,31,30,31",",",month)) QUIT ""
  SET date=year-1700*10000+(month*100)+day
  IF text'[" " QUIT date

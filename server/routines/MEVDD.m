@@ -1,6 +1,6 @@
 MEVDD ; The files: number, name, global, in one table
  ; Every file has a zero node NAME^number^last entry^number of entries, entries (ien,0) whose first piece is the name,
- ; and the cross-reference "B" from name to entry.
+ ; and the cross-reference "B" from name to entry. MEVFIND tells of the indexes of those that clients may search.
  ;
 TABLE ; number;name;global;S for what clients may search: no files of patients' records, no tables of the server's own
  ;;2;PATIENT;^MEVPAT;S
@@ -43,9 +43,16 @@ SEARCHED(file) ; The same, empty also for a file that clients may not search
  IF '$DATA(roots) DO LOAD
  QUIT $SELECT($PIECE($GET(roots(file)),";",2)="S":$$ROOT(file),1:"")
  ;
-LOAD ; The process keeps the table in roots(number)=global;S
+NEXT(file) ; The next file that clients may search, empty after the last
+ IF '$DATA(roots) DO LOAD
+ FOR  SET file=$ORDER(roots(file)) QUIT:'file  QUIT:$$SEARCHED(file)'=""
+ QUIT $SELECT(file:file,1:"")
+ ;
+LOAD ; The process keeps the table in roots(number)=global;S and roots("INDEXED",global) for those with an S
  NEW line,text
- FOR line=1:1 SET text=$TEXT(TABLE+line) QUIT:$PIECE(text,";",3)=""  SET roots($PIECE(text,";",3))=$PIECE(text,";",5,6)
+ FOR line=1:1 SET text=$TEXT(TABLE+line) QUIT:$PIECE(text,";",3)=""  DO
+ . SET roots($PIECE(text,";",3))=$PIECE(text,";",5,6)
+ . SET:$PIECE(text,";",6)="S" roots("INDEXED",$PIECE(text,";",5))=""
  QUIT
  ;
 NAME(file,ien) ; The name of an entry, empty when there is none
@@ -58,6 +65,7 @@ EXISTS(file,ien) ; There is an entry of this number
  ;
 START ; Makes the zero nodes of all files
  NEW line,root,text
+ SET ^MEVFND=1 ; no entries, all indexed
  FOR line=1:1 SET text=$TEXT(TABLE+line) QUIT:$PIECE(text,";",3)=""  DO
  . SET root=$PIECE(text,";",5)
  . SET @root@(0)=$PIECE(text,";",4)_"^"_$PIECE(text,";",3)_"^0^0"
@@ -68,6 +76,8 @@ FILE(root,ien,node) ; Files an entry with its zero node and its name in "B"; an 
  SET:'ien ien=$PIECE(@root@(0),"^",3)+1
  SET @root@(ien,0)=node
  SET:$PIECE(node,"^")'="" @root@("B",$EXTRACT($PIECE(node,"^"),1,80),ien)=""
+ IF '$DATA(roots) DO LOAD
+ IF $DATA(roots("INDEXED",root)) DO INDEX^MEVFIND(root,ien)
  SET header=@root@(0)
  IF ien>$PIECE(header,"^",3) SET $PIECE(header,"^",3)=ien
  SET $PIECE(header,"^",4)=$PIECE(header,"^",4)+1,@root@(0)=header

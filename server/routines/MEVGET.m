@@ -14,11 +14,12 @@ REP ; Call: patient, optionally ^^1; one line, empty without a record
  QUIT
  ;
 BMSR ; Call: patient; one line, empty without a record
- NEW mother,node
+ NEW index,mother,node
  IF '$$KNOWN^MEVHOST(param) SET reply=$$NOPATIENT^MEVHOST(param) QUIT
  SET node=$GET(^MEVBMSR(param,0))
  QUIT:node=""
  SET mother=$PIECE(node,"^",10)
+ FOR index=2:1:9 SET $PIECE(node,"^",index)=$$SHOWN^MEVNUM($PIECE(node,"^",index))
  SET reply=$PIECE(node,"^",2,5)_"^^^^^^"_$PIECE(node,"^",6,9)
  SET reply=reply_"^"_$SELECT(mother:$$NAME^MEVDD(2,mother)_"|"_mother,1:"")
  QUIT

@@ -16,9 +16,9 @@ SIGNON ; Call: session name ^ user name
  SET new=$PIECE(param,"^"),name=$PIECE(param,"^",2)
  IF new'?32(1N,1"a",1"b",1"c",1"d",1"e",1"f") SET reply="-1^The session's name must be 32 hexadecimal digits." QUIT
  IF name="" SET reply="-1^A user name is missing." QUIT
- IF $$CERTIFIED'="",name'=$$CERTIFIED SET reply="-1^Your certificate is for "_$$CERTIFIED_", not for "_$EXTRACT(name,1,80)_"." QUIT
+ IF $$CERTIFIED'="",name'=$$CERTIFIED SET reply="-1^Your certificate is for "_$$CERTIFIED_", not for "_$$BRIEF^MEVTEXT(name,80)_"." QUIT
  SET ien=$ORDER(^MEVUSR("B",$EXTRACT(name,1,80),""))
- IF 'ien SET reply="-1^There is no user named "_$EXTRACT(name,1,80)_"." QUIT
+ IF 'ien SET reply="-1^There is no user named "_$$BRIEF^MEVTEXT(name,80)_"." QUIT
  IF '$PIECE(^MEVUSR(ien,0),"^",4) SET reply="-1^"_name_" may not sign on here." QUIT
  SET user=ien,token=new
  DO SWEEP^MEVEVENT,FORGET^MEVONCE
@@ -31,19 +31,15 @@ KEYS ; Call: key ^ key ^ ...
  FOR index=1:1:$LENGTH(param,"^") SET $PIECE(reply,"^",index)=$$HOLDS^MEVUTL($PIECE(param,"^",index))
  QUIT
  ;
-PATIENTS ; Call: the beginning of a name, or a number; at most 250
- NEW count,dfn,name
- SET count=0
- IF param?1.9N,$DATA(^MEVPAT(+param,0)) DO ADDPATIENT(+param)
- IF $LENGTH(param)>100 QUIT
- SET name=$SELECT(param="":"",$DATA(^MEVPAT("B",param)):$ORDER(^MEVPAT("B",param),-1),1:param)
- FOR  SET name=$ORDER(^MEVPAT("B",name)) QUIT:name=""  QUIT:$EXTRACT(name,1,$LENGTH(param))'=param  QUIT:count=250  DO
- . SET dfn=""
- . FOR  SET dfn=$ORDER(^MEVPAT("B",name,dfn)) QUIT:dfn=""  QUIT:count=250  DO ADDPATIENT(dfn)
+PATIENTS ; Call: the beginning of a name or of a part of it, a birth date, or a number; at most 250
+ NEW count,found,most
+ SET count=0,most=250
+ IF $LENGTH(param)<101 DO PATIENTS^MEVFIND($$FOLD^MEVFIND(param))
  QUIT
  ;
-ADDPATIENT(dfn) ; One line of the list
- SET count=count+1,reply(count)=$$PATIENTLINE(dfn)
+ADDPATIENT(dfn) ; One line of the list, once
+ QUIT:$DATA(found(dfn))
+ SET found(dfn)="",count=count+1,reply(count)=$$PATIENTLINE(dfn)
  QUIT
  ;
 PATIENTLINE(dfn) ; number ^ name ^ sex ^ birth date ^ age in years
@@ -57,7 +53,7 @@ KNOWN(dfn) ; There is such a patient
  QUIT $SELECT(dfn?1N.8N:$DATA(^MEVPAT(dfn,0))#10,1:0)
  ;
 NOPATIENT(dfn) ; The error reply for a patient that does not exist
- QUIT "-1^There is no patient "_$TRANSLATE($EXTRACT(dfn,1,20),"^"_$CHAR(13,10)," ")_"."
+ QUIT "-1^There is no patient "_$TRANSLATE($$BRIEF^MEVTEXT(dfn,20),"^"," ")_"."
  ;
 VISITS ; Call: patient number; latest first, at most 250
  NEW count,ien,inverse

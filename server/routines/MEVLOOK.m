@@ -7,11 +7,10 @@ DICLKUP ; Call: file ^ text ^^^ most ^ index ^ screen ^^ fields. Lines by the fi
  SET root=$SELECT(file?1.7N.1(1".".3N):$$SEARCHED^MEVDD(file),1:"")
  IF root="" DO NO^MEVSET("This file cannot be searched.") QUIT
  IF screen'="",'$$ISKNOWN(screen) DO NO^MEVSET("This screen is not known.") QUIT
- IF file=200!(file=2),search="" QUIT
  IF most'?1.3N!(most>250)!(most<1) SET most=250
  QUIT:$LENGTH(search)>100
- ; Names are shown with a blank after the comma, and kept without.
- FOR  QUIT:search'[", "  SET search=$PIECE(search,", ")_","_$PIECE(search,", ",2,99)
+ SET search=$$FOLD^MEVFIND(search)
+ IF file=200!(file=2),search="" QUIT
  DO BYNUMBER,BYCODE,BYNAME
  QUIT
  ;
@@ -27,11 +26,7 @@ BYCODE ; The entries of exactly this code
  QUIT
  ;
 BYNAME ; The entries whose name begins so
- NEW ien,name
- SET name=$SELECT(search="":"",$DATA(@root@("B",search)):$ORDER(@root@("B",search),-1),1:search)
- FOR  SET name=$ORDER(@root@("B",name)) QUIT:name=""  QUIT:$EXTRACT(name,1,$LENGTH(search))'=search  QUIT:count=most  DO
- . SET ien=""
- . FOR  SET ien=$ORDER(@root@("B",name,ien)) QUIT:ien=""  QUIT:count=most  DO TAKE(ien)
+ DO WALK^MEVFIND(root,"F",search,"TAKE^MEVLOOK(ien)")
  QUIT
  ;
 TAKE(ien) ; Adds an entry that the screen lets pass, once
@@ -72,9 +67,11 @@ PASSES(ien) ; The entry passes the screen
 TABLE(which,layout) ; Searches one of the lists below by code or by a word in the text
  NEW code,count,index,list,search,text
  SET search=$PIECE(param,"^",2),list=$PIECE($TEXT(@which),";;",2),count=0
+ QUIT:$LENGTH(search)>100
+ SET search=$$FOLD^MEVFIND(search)
  FOR index=1:1:$LENGTH(list,";") DO
  . SET code=$PIECE($PIECE(list,";",index),"="),text=$PIECE($PIECE(list,";",index),"=",2)
- . IF search'="",$EXTRACT(code,1,$LENGTH(search))'=search,text'[search QUIT
+ . IF search'="",$EXTRACT(code,1,$LENGTH(search))'=search,$$FOLD^MEVFIND(text)'[search QUIT
  . SET count=count+1,reply(count)=$SELECT(layout="DIAGNOSIS":text_"^"_index_"^^"_code,layout="CODES":index_"^"_code_"^"_text_"^^",1:index_"^"_text_"^"_text_"^"_code)
  QUIT
  ;

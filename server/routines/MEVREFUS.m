@@ -9,19 +9,20 @@ GET ; Call: patient, optionally ^ record
  SET inverse=""
  FOR  SET inverse=$ORDER(^MEVREF("AA",dfn,inverse)) QUIT:inverse=""  DO
  . SET ien=""
- . FOR  SET ien=$ORDER(^MEVREF("AA",dfn,inverse,ien)) QUIT:ien=""  DO ADD(ien)
+ . FOR  SET ien=$ORDER(^MEVREF("AA",dfn,inverse,ien)) QUIT:ien=""  DO ADD(ien,"/")
  QUIT
  ;
 ONE ; One refusal, of this patient only
  IF ien'?1N.11N DO NO^MEVSET("There is no such refusal.") QUIT
  IF $PIECE($GET(^MEVREF(ien,0)),"^")'=dfn DO NO^MEVSET("The refusal "_ien_" does not exist any more.") QUIT
- DO ADD(ien)
+ DO ADD(ien,"|")
  QUIT
  ;
-ADD(ien) ; record ^^^ type ^ item ^ item's name ^^^ date ^ locked ^^ comment
+ADD(ien,bar) ; record ^^^ type ^ item ^ item's name ^^^ date ^ locked ^^ comment
+ ; The panel's list shows a piece up to its first "|" only: there a "/" stands for it, so that nothing is hidden.
  NEW node
  SET node=^MEVREF(ien,0),count=count+1
- SET reply(count)=ien_"^^^"_$PIECE(node,"^",4,6)_"^^^"_$PIECE(node,"^",2)_"^"_$PIECE(node,"^",3)_"^^"_$GET(^MEVREF(ien,1))
+ SET reply(count)=ien_"^^^"_$PIECE(node,"^",4,6)_"^^^"_$PIECE(node,"^",2)_"^"_$PIECE(node,"^",3)_"^^"_$TRANSLATE($GET(^MEVREF(ien,1)),"|",bar)
  QUIT
  ;
 REFLIST ; Call: a type of which there is one item only; the item's number
@@ -32,14 +33,15 @@ REFLIST ; Call: a type of which there is one item only; the item's number
  ;
 SET ; Call: record ^ type ^ item ^ patient ^ date ^ comment
  NEW bad,comment,date,dfn,ien,item,node,type
- SET ien=$PIECE(param,"^"),type=$$TYPE($PIECE(param,"^",2)),item=$PIECE(param,"^",3),dfn=$PIECE(param,"^",4),comment=$$PLAIN^MEVCODE($PIECE(param,"^",6),"")
+ SET ien=$PIECE(param,"^"),type=$$TYPE($PIECE(param,"^",2)),item=$PIECE(param,"^",3),dfn=$PIECE(param,"^",4),comment=$$PLAIN^MEVTEXT($PIECE(param,"^",6),"")
  SET bad="",date=$$PARSE^MEVDATE($PIECE(param,"^",5))\1
  IF '$$KNOWN^MEVHOST(dfn) SET reply=$$NOPATIENT^MEVHOST(dfn) QUIT
  IF type="" DO NO^MEVSET("The refusal's type is not known.") QUIT
  IF '$$EXISTS^MEVDD($PIECE(type,";",2),item) DO NO^MEVSET("The refused item is not known.") QUIT
- IF 'date DO NO^MEVSET("The refusal's date is not a date.") QUIT
+ IF 'date DO NO^MEVSET($$FAULT^MEVDATE($PIECE(param,"^",5),"Enter the date of the refusal as mm/dd/yyyy.")) QUIT
  IF date>$$TODAY^MEVDATE DO NO^MEVSET("The refusal cannot be in the future.") QUIT
- IF $LENGTH(comment)=1!($$CHARACTERS^MEVCODE(comment)>200) DO NO^MEVSET("The comment is too short or too long.") QUIT
+ IF $$CHARACTERS^MEVCODE(comment)=1 DO NO^MEVSET("The comment must be longer than 1 character.") QUIT
+ IF $$CHARACTERS^MEVCODE(comment)>200 DO NO^MEVSET("The comment is longer than 200 characters.") QUIT
  SET ien=$$TARGET(ien,dfn)
  QUIT:ien=""
  SET node=dfn_"^"_date_"^^"_$PIECE(type,";")_"^"_item_"^"_$$NAME^MEVDD($PIECE(type,";",2),item)

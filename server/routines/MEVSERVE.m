@@ -13,6 +13,7 @@ SERVE ; Entry: serves until the input ends
  SET $ZINTERRUPT="DO WAKE^MEVEVENT"
  DO OPENINPUT
  DO LOADTABLE
+ DO READY^MEVFIND
  DO OPEN^MEVEVENT
  FOR  DO NEXT QUIT:ended
  DO CLOSE^MEVEVENT
@@ -75,12 +76,15 @@ TURN ; Between two waits inside READ
  QUIT
  ;
 SKIP(length) ; Reads and drops a request that is too long
- NEW head,part,rest
+ NEW head,number,part,reply,rest
  IF '$$READ(200,.head) SET ended=1 QUIT
  SET rest=length-200
  FOR  QUIT:rest<1  QUIT:ended  SET ended='$$READ($SELECT(rest>32000:32000,1:rest),.part),rest=rest-32000
  QUIT:ended
- DO FAILED($$NUMBER($PIECE(head,$CHAR(10))),"The request is longer than 1,000,000 bytes.")
+ ; A refusal, so that the form that asked for it keeps what was entered.
+ SET number=$$NUMBER($PIECE(head,$CHAR(10)))
+ IF number,user SET reply="-1^The request is longer than 1,000,000 bytes." DO ANSWER(number) QUIT
+ DO FAILED(number,"The request is longer than 1,000,000 bytes.")
  QUIT
  ;
 NUMBER(text) ; A request number; 0 for what is none
@@ -93,7 +97,7 @@ REQUEST(body) ; Number, name and parameter, parted by line feeds
  IF $LENGTH(body,$CHAR(10))<3 DO FAILED(number,"The request has no name.") QUIT
  SET name=$PIECE(body,$CHAR(10),2),param=$PIECE(body,$CHAR(10),3,$LENGTH(body))
  IF name="" DO FAILED(number,"The request has no name.") QUIT
- IF '$DATA(calls(name)) DO FAILED(number,"The server has no call named '"_$EXTRACT(name,1,60)_"'.") QUIT
+ IF '$DATA(calls(name)) DO FAILED(number,"The server has no call named '"_$$BRIEF^MEVTEXT(name,60)_"'.") QUIT
  IF 'user,$PIECE(calls(name),";",2)'["O" DO FAILED(number,"Sign on first.") QUIT
  DO CALL(number,name)
  QUIT
@@ -109,9 +113,12 @@ CALL(number,name) ; Carries a call out and answers it. The answer is sent outsid
  QUIT
  ;
 TRY(number,name) ; Under its own trap: sets reply, or failure to a sentence
- NEW $ETRAP,level
+ NEW $ETRAP,level,most
  SET level=$ZLEVEL
  SET $ETRAP="ZGOTO level:UNDO^MEVSERVE"
+ SET most=$PIECE($PIECE(calls(name),";",2),"W",2)
+ ; The rest of a text with a "^" would stand in another's place, or be lost.
+ IF most,$LENGTH(param,"^")>most DO NO^MEVSET("A text cannot hold a ""^"": nothing was saved.") QUIT
  IF $PIECE(calls(name),";",2)["W" DO ONCE^MEVONCE(number,name,$PIECE(calls(name),";")) QUIT
  DO @$PIECE(calls(name),";") ; from the table below, never from a client
  QUIT
@@ -126,8 +133,10 @@ UNDO ; What is left of a failed call is undone, the session goes on
  QUIT
  ;
 ANSWER(number) ; Sends reply, or the lines reply(1), reply(2) ... each with its line end
+ ; A client tells an error by the number that a reply begins with. Only a refusal, "-1" and a sentence, may begin so.
  NEW chunk,index,total
- IF '$DATA(reply(1)) DO FRAME("R"_number_$CHAR(10)_reply) QUIT
+ IF '$DATA(reply(1)) DO FRAME("R"_number_$CHAR(10)_$SELECT(reply?1"-1^"1.E:reply,1:$$GUARDED^MEVTEXT(reply))) QUIT
+ SET reply(1)=$$GUARDED^MEVTEXT(reply(1))
  SET total=0
  FOR index=1:1 QUIT:'$DATA(reply(index))  SET total=total+$LENGTH(reply(index))+2
  SET chunk="R"_number_$CHAR(10)
@@ -161,7 +170,7 @@ LOADTABLE ; calls(name)=entry;flags
  FOR line=1:1 SET text=$PIECE($TEXT(TABLE+line),";;",2,3) QUIT:text=""  SET calls($PIECE(text,";"))=$PIECE(text,";",2,3)
  QUIT
  ;
-TABLE ; name;entry;flags: O open before sign-on, W changes data
+TABLE ; name;entry;flags: O open before sign-on, W changes data, W7 of at most 7 pieces
  ;;MEVHOST USERS;USERS^MEVHOST;O
  ;;MEVHOST SIGNON;SIGNON^MEVHOST;O
  ;;MEVHOST KEYS;KEYS^MEVHOST;
@@ -173,7 +182,7 @@ TABLE ; name;entry;flags: O open before sign-on, W changes data
  ;;MEVHOST UNSUBSCRIBE;DROP^MEVEVENT;
  ;;MEVUTL CHKSEC;CHKSEC^MEVUTL;
  ;;MEVUTL GETPARM;GETPARM^MEVUTL;
- ;;MEVUTL SETPARM;SETPARM^MEVUTL;W
+ ;;MEVUTL SETPARM;SETPARM^MEVUTL;W2
  ;;MEVUTL GETRPT;GETRPT^MEVRPT;
  ;;MEVUTL DICLKUP;DICLKUP^MEVLOOK;
  ;;MEVICDLK ICDLKUP;ICDLKUP^MEVLOOK;
@@ -182,22 +191,22 @@ TABLE ; name;entry;flags: O open before sign-on, W changes data
  ;;MEVUTL LEXLKUP;CPTLKUP^MEVLOOK;
  ;;MEVCPTPR OTHCATS;OTHCATS^MEVLOOK;
  ;;MEVVTC CMLKUP;CMLKUP^MEVLOOK;
- ;;MEVREP SET;REP^MEVSET;W
+ ;;MEVREP SET;REP^MEVSET;W8
  ;;MEVREP DEL;ONLY^MEVDEL;W
- ;;MEVBMSR SET;BMSR^MEVSET;W
+ ;;MEVBMSR SET;BMSR^MEVSET;W7
  ;;MEVBMSR DEL;ONLY^MEVDEL;W
- ;;MEVVIF SET;VIF^MEVSETV;W
+ ;;MEVVIF SET;VIF^MEVSETV;W3
  ;;MEVVIF DEL;RECORD^MEVDEL;W
- ;;MEVVELD SET;VELD^MEVSETV;W
+ ;;MEVVELD SET;VELD^MEVSETV;W16
  ;;MEVVELD DEL;RECORD^MEVDEL;W
- ;;MEVVAST SET;VAST^MEVSETV;W
+ ;;MEVVAST SET;VAST^MEVSETV;W10
  ;;MEVVAST DEL;RECORD^MEVDEL;W
- ;;MEVVAST SETREG;SETREG^MEVASREG;W
- ;;MEVVTXC SET;VTXC^MEVSETV;W
+ ;;MEVVAST SETREG;SETREG^MEVASREG;W7
+ ;;MEVVTXC SET;VTXC^MEVSETV;W5
  ;;MEVVTXC DEL;RECORD^MEVDEL;W
- ;;MEVREF SET;SET^MEVREFUS;W
+ ;;MEVREF SET;SET^MEVREFUS;W6
  ;;MEVREF DEL;RECORD^MEVDEL;W
- ;;MEVVER SET;VER^MEVSETV;W
+ ;;MEVVER SET;VER^MEVSETV;W14
  ;;MEVVER DEL;RECORD^MEVDEL;W
  ;;MEVREP GET;REP^MEVGET;
  ;;MEVBMSR GET;BMSR^MEVGET;

@@ -30,16 +30,20 @@ REP ; Call: patient ^ counts ^ last period ^ method ^ its date [^ pregnant ^ del
  SET dfn=$PIECE(param,"^"),reply=$$REFUSED^MEVMAY("REP")
  QUIT:reply'=""
  IF '$$KNOWN^MEVHOST(dfn) SET reply=$$NOPATIENT^MEVHOST(dfn) QUIT
- IF $PIECE(^MEVPAT(dfn,0),"^",2)'="F" DO NO("Reproductive factors are kept of women only.") QUIT
- IF $PIECE(param,"^",2)'?1"G"1.2N1"P"1.2N1"LC"1.2N1"SA"1.2N1"TA"1.2N DO NO("The counts "_$EXTRACT($PIECE(param,"^",2),1,40)_" cannot be read.") QUIT
- IF $PIECE(param,"^",6)'="",$PIECE(param,"^",6)'?1(1"0",1"1") DO NO("The pregnancy flag must be 0 or 1.") QUIT
+ IF '$$WOMAN(dfn) DO NO("Reproductive factors are kept only of women and of girls older than 8.") QUIT
+ IF $PIECE(param,"^",2)'?1"G"1.2N1"P"1.2N1"LC"1.2N1"SA"1.2N1"TA"1.2N DO NO("The counts "_$$BRIEF^MEVTEXT($PIECE(param,"^",2),40)_" cannot be read.") QUIT
  SET bad=""
- FOR index=3,5,7 IF $PIECE(param,"^",index)'="",$$PARSE^MEVDATE($PIECE(param,"^",index))="" SET bad=$PIECE(param,"^",index) QUIT
- IF bad'="" DO NO($EXTRACT(bad,1,40)_" is not a date.") QUIT
+ FOR index=7,5,3 SET bad=$$BADDATE($PIECE(param,"^",index),bad)
+ IF bad'="" DO NO(bad) QUIT
  IF $$PARSE^MEVDATE($PIECE(param,"^",3))\1>$$TODAY^MEVDATE DO NO("The last menstrual period cannot be in the future.") QUIT
  SET method=$$CODE^MEVCODE("METHOD",$PIECE(param,"^",4)),estimate=$$CODE^MEVCODE("ESTIMATE",$PIECE(param,"^",8))
  IF method="",$PIECE(param,"^",4)'="" DO NO("The family planning method is not known.") QUIT
  IF estimate="",$PIECE(param,"^",8)'="" DO NO("The way of determining the delivery date is not known.") QUIT
+ ; A form whose patient it took for a man or a girl sends no pregnancy: filing that would lose the one there is.
+ IF $LENGTH(param,"^")<8 DO NO("The pregnancy's data are missing: nothing was saved.") QUIT
+ IF $PIECE(param,"^",6)'?1(1"0",1"1") DO NO("The pregnancy flag must be 0 or 1.") QUIT
+ ; The record has no flag of its own: it shows a pregnancy by one of the two.
+ IF $PIECE(param,"^",6),$PIECE(param,"^",7,8)="^" DO NO("Enter the estimated delivery, or choose how it was determined; ""Unknown Method"" will do.") QUIT
  SET node=dfn_"^"_$PIECE(param,"^",2)_"^"_$$PARSE^MEVDATE($PIECE(param,"^",3))_"^"_method_"^"_$$PARSE^MEVDATE($PIECE(param,"^",5))
  ; Without the pregnancy flag the pregnancy's data go.
  IF $PIECE(param,"^",6) SET node=node_"^"_estimate_"^"_($$PARSE^MEVDATE($PIECE(param,"^",7))\1)
@@ -48,38 +52,56 @@ REP ; Call: patient ^ counts ^ last period ^ method ^ its date [^ pregnant ^ del
  DO PUT("^MEVREP",dfn,node),CHANGED(dfn,"REP")
  QUIT
  ;
+WOMAN(dfn) ; A woman, or a girl older than 8; nobody without a birth date
+ QUIT $PIECE(^MEVPAT(dfn,0),"^",2)="F"&($$AGE^MEVDATE($PIECE(^MEVPAT(dfn,0),"^",3))>8)
+ ;
+BADDATE(date,bad) ; Why a text that may be empty is no date, else what was bad before
+ NEW fault
+ SET fault=$SELECT(date="":"",1:$$FAULT^MEVDATE(date,$$BRIEF^MEVTEXT(date,40)_" is not a date."))
+ QUIT $SELECT(fault="":bad,1:fault)
+ ;
 BMSR ; Call: patient ^ weight ^ order ^ formula ^ breast stopped ^ solids ^ mother
  NEW bad,dfn,index,node,order,mother,weight
  SET dfn=$PIECE(param,"^"),reply=$$REFUSED^MEVMAY("BMSR")
  QUIT:reply'=""
  IF '$$KNOWN^MEVHOST(dfn) SET reply=$$NOPATIENT^MEVHOST(dfn) QUIT
  SET weight=$$WEIGHT($PIECE(param,"^",2))
- IF weight="BAD" DO NO("The birth weight "_$EXTRACT($PIECE(param,"^",2),1,40)_" cannot be read.") QUIT
+ IF weight="BAD" DO NO("The birth weight "_$$BRIEF^MEVTEXT($PIECE(param,"^",2),40)_" cannot be read.") QUIT
  SET order=$PIECE(param,"^",3),bad="",mother=$PIECE(param,"^",7)
- IF order'="",order'?1.2N!(order<1)!(order>24) DO NO("The birth order "_$EXTRACT(order,1,20)_" is not possible.") QUIT
- FOR index=4:1:6 IF $PIECE(param,"^",index)'="",$PIECE(param,"^",index)'?1.3N.1(1".".2N)1(1"D",1"W",1"M",1"Y") SET bad=$PIECE(param,"^",index)
- IF bad'="" DO NO("The age "_$EXTRACT(bad,1,20)_" cannot be read.") QUIT
+ IF order'="",'$$BETWEEN^MEVNUM(order,0,25) DO NO("The birth order "_$$BRIEF^MEVTEXT(order,20)_" is not possible.") QUIT
+ FOR index=4:1:6 SET:$$FEEDINGAGE($PIECE(param,"^",index))="BAD" bad=$PIECE(param,"^",index)
+ IF bad'="" DO NO("The age "_$$BRIEF^MEVTEXT(bad,20)_" cannot be read.") QUIT
  IF mother'="",'$$KNOWN^MEVHOST(mother) DO NO("The mother or guardian is not known.") QUIT
- SET node=dfn_"^"_weight_"^"_order_"^"_$PIECE(param,"^",4,6)_"^"_mother
- DO PUT("^MEVBMSR",dfn,node),CHANGED(dfn,"BMSR")
+ IF mother=dfn DO NO("The patient cannot be the mother or guardian.") QUIT
+ SET node=dfn_"^"_weight_"^"_$$VALUE^MEVNUM(order)
+ FOR index=4:1:6 SET node=node_"^"_$$FEEDINGAGE($PIECE(param,"^",index))
+ DO PUT("^MEVBMSR",dfn,node_"^"_mother),CHANGED(dfn,"BMSR")
  QUIT
  ;
-WEIGHT(text) ; pounds ^ ounces ^ kilograms ^ grams of "7 2", "7-2", "3.2K", "3200G"; a bare unit is no weight; "BAD"
- NEW grams,number,ounces,pounds
- SET text=$$UPPER^MEVCODE(text)
- IF text=""!(text="K")!(text="G") QUIT "^^^"
- IF text[" "!(text["-") DO  QUIT $SELECT(text="":"BAD",1:$$UNITS(grams,pounds,ounces))
- . SET text=$TRANSLATE(text,"-"," "),pounds=$PIECE(text," "),ounces=$PIECE(text," ",$LENGTH(text," "))
- . IF '$$NUMBER(pounds)!'$$NUMBER(ounces) SET text="" QUIT
- . SET grams=$JUSTIFY(pounds*453.592+(ounces*28.35),0,0)
- SET number=$EXTRACT(text,1,$LENGTH(text)-1)
- IF '$$NUMBER(number) QUIT "BAD"
- IF text["K" QUIT $$SPLIT($JUSTIFY(number*1000,0,0))
- IF text["G" QUIT $$SPLIT($JUSTIFY(number,0,0))
- QUIT "BAD"
+FEEDINGAGE(text) ; A number and D, W, M or Y; empty for an empty one, "BAD" for any other
+ NEW unit
+ IF text="" QUIT ""
+ SET unit=$$UPPER^MEVCODE($EXTRACT(text,$LENGTH(text))),text=$EXTRACT(text,1,$LENGTH(text)-1)
+ IF "DWMY"'[unit QUIT "BAD"
+ QUIT $SELECT($$BETWEEN^MEVNUM(text,0,999):$$VALUE^MEVNUM(text)_unit,1:"BAD")
  ;
-NUMBER(text) ; A number with at most one point
- QUIT text?1.5N!(text?.5N1"."1.5N)!(text?1.5N1".")
+WEIGHT(text) ; pounds ^ ounces ^ kilograms ^ grams of "7 2", "7-2", "3.2K", "3200G"; a bare unit is no weight; "BAD"
+ NEW letter,parted
+ SET text=$$UPPER^MEVCODE($$TRIM^MEVTEXT(text))
+ IF text=""!(text="K")!(text="G") QUIT "^^^"
+ ; As the form does it: at the first blank, and only without one at the first hyphen.
+ SET parted=$SELECT(text[" ":" ",text["-":"-",1:"")
+ IF parted'="" QUIT $$POUNDS($PIECE(text,parted),$PIECE(text,parted,2,$LENGTH(text)))
+ SET letter=$EXTRACT(text,$LENGTH(text)),text=$EXTRACT(text,1,$LENGTH(text)-1)
+ IF letter'="K",letter'="G" QUIT "BAD"
+ IF '$$BETWEEN^MEVNUM(text,0,$SELECT(letter="K":100,1:100000)) QUIT "BAD"
+ QUIT $$SPLIT($JUSTIFY($$VALUE^MEVNUM(text)*$SELECT(letter="K":1000,1:1),0,0))
+ ;
+POUNDS(pounds,ounces) ; The four weights of pounds and ounces, neither below zero
+ SET pounds=$$VALUE^MEVNUM(pounds),ounces=$$VALUE^MEVNUM(ounces)
+ IF pounds=""!(ounces="") QUIT "BAD"
+ IF pounds<0!(pounds>99)!(ounces<0)!(ounces>99) QUIT "BAD"
+ QUIT $$UNITS($JUSTIFY(pounds*453.592+(ounces*28.35),0,0),pounds,ounces)
  ;
 SPLIT(grams) ; The four weights of a weight in grams
  NEW ounces
@@ -87,4 +109,4 @@ SPLIT(grams) ; The four weights of a weight in grams
  QUIT $$UNITS(grams,ounces\16,ounces#16)
  ;
 UNITS(grams,pounds,ounces) ;
- QUIT +pounds_"^"_+ounces_"^"_(+$JUSTIFY(grams/1000,0,3))_"^"_+grams
+ QUIT pounds_"^"_ounces_"^"_$$SHOWN^MEVNUM(+$JUSTIFY(grams/1000,0,3))_"^"_+grams

@@ -16,7 +16,7 @@ VELD ; Call: record ^ visit ^ the texts of 14 items, empty or one of the item's 
  FOR index=1:1:14 DO  QUIT:bad'=""
  . SET text=$PIECE(param,"^",index+2),set=$SELECT(index<13:"LEVEL",index=13:"TREND",1:"YESNO")
  . SET code=$$CODE^MEVCODE(set,text),$PIECE(pieces,"^",index)=code
- . IF text'="",code="" SET bad=$EXTRACT(text,1,40)
+ . IF text'="",code="" SET bad=$$BRIEF^MEVTEXT(text,40)
  IF bad'="" DO NO^MEVSET("The answer "_bad_" is not known.") QUIT
  DO STORE("VELD",pieces)
  QUIT
@@ -26,12 +26,12 @@ VAST ; Call: record ^ visit ^ severity's code ^ FEV 1 ^ FEF 25-75 ^ PEF ^ smoke 
  SET reply=$$REFUSED^MEVMAY("VAST"),severity=$PIECE(param,"^",3),bad=""
  QUIT:reply'=""
  IF severity'="",$$TEXT^MEVCODE("SEVERITY",severity)="" DO NO^MEVSET("The severity is not known.") QUIT
- FOR index=4:1:6 SET text=$TRANSLATE($PIECE(param,"^",index)," +"),$PIECE(param,"^",index)=text IF text'="",'$$LUNG(index,text) SET bad=$EXTRACT(text,1,20)
+ FOR index=4:1:6 SET text=$PIECE(param,"^",index) IF text'="" SET $PIECE(param,"^",index)=$$VALUE^MEVNUM(text) IF '$$LUNG(index,$PIECE(param,"^",index)) SET bad=$$BRIEF^MEVTEXT(text,20)
  IF bad'="" DO NO^MEVSET("The lung function value "_bad_" is not possible.") QUIT
  SET pieces=severity_"^"_$PIECE(param,"^",4,6)
  FOR index=7:1:10 DO  QUIT:bad'=""
  . SET text=$PIECE(param,"^",index),$PIECE(pieces,"^",index-2)=$$CODE^MEVCODE("YESNO",text)
- . IF text'="",$PIECE(pieces,"^",index-2)="" SET bad=$EXTRACT(text,1,20)
+ . IF text'="",$PIECE(pieces,"^",index-2)="" SET bad=$$BRIEF^MEVTEXT(text,20)
  IF bad'="" DO NO^MEVSET("The answer "_bad_" is not Yes or No.") QUIT
  DO STORE("VAST",pieces)
  QUIT
@@ -47,7 +47,7 @@ VTXC ; Call: record ^ visit ^ P or M ^ date initiated ^ provider
  QUIT:reply'=""
  IF $$TEXT^MEVCODE("CONTRACT",type)="" DO NO^MEVSET("The type of contract is not known.") QUIT
  SET date=$$PARSE^MEVDATE($PIECE(param,"^",4))
- IF date="" DO NO^MEVSET("The date initiated is not a date.") QUIT
+ IF date="" DO NO^MEVSET($$FAULT^MEVDATE($PIECE(param,"^",4),"The date initiated is not a date.")) QUIT
  IF date\1>$$TODAY^MEVDATE DO NO^MEVSET("The contract cannot begin in the future.") QUIT
  IF '$$EXISTS^MEVDD(200,provider) DO NO^MEVSET("The provider is not known.") QUIT
  DO STORE("VTXC",type_"^"_date_"^"_provider)
@@ -60,10 +60,10 @@ VER ; Call: record ^ visit ^ urgency ^ entered by ^ arrival ^ other ^ notified ^
  QUIT:reply'=""
  FOR index=3,4,5,7,9 DO
  . SET text=$PIECE(param,"^",index),set=$PIECE("^^URGENCY^ENTERED^ARRIVAL^^NOTIFIED^^DISPOSITION","^",index)
- . IF text'="",$$TEXT^MEVCODE(set,text)="" SET bad="The code "_$EXTRACT(text,1,20)_" is not known."
- FOR index=11,12 SET text=$PIECE(param,"^",index) IF text'="",'$$ISDATE^MEVDATE(text) SET bad="The departure "_$EXTRACT(text,1,20)_" is not a date."
- SET param=$$PLAIN^MEVCODE(param,"")
- FOR index=6,8,10,13 IF $$CHARACTERS^MEVCODE($PIECE(param,"^",index))>200 SET bad="A text is longer than 200 characters."
+ . IF text'="",$$TEXT^MEVCODE(set,text)="" SET bad="The code "_$$BRIEF^MEVTEXT(text,20)_" is not known."
+ FOR index=11,12 SET text=$$FMFAULT^MEVDATE($PIECE(param,"^",index),"The departure "_$$BRIEF^MEVTEXT($PIECE(param,"^",index),20)_" is not a date.") SET:text'="" bad=text
+ SET param=$$PLAIN^MEVTEXT(param,"")
+ FOR index=6,8,10,13 IF $$CHARACTERS^MEVCODE($PIECE(param,"^",index))>200 SET bad="The "_$PIECE("^^^^^other means of arrival^^informant^^other disposition^^^condition on departure","^",index)_" is longer than 200 characters."
  SET text=$$TRANSFER($PIECE(param,"^",14)) IF text="BAD" SET bad="The place of the transfer is not known."
  IF bad'="" DO NO^MEVSET(bad) QUIT
  SET pieces=$PIECE(param,"^",3)_"^"_$PIECE(param,"^",5)_"^"_$PIECE(param,"^",6)_"^"_$PIECE(param,"^",4)_"^"_$PIECE(param,"^",8)_"^"_$PIECE(param,"^",7)

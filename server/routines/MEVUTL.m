@@ -27,7 +27,7 @@ GETPARM ; Call: parameter name
 SETPARM ; Call: parameter name ^ value. What decides about permissions is not for clients to change.
  NEW name,value
  SET name=$PIECE(param,"^"),value=$PIECE(param,"^",2)
- IF name'="RepHist-PedWtOpt" SET reply="-1^The parameter "_$EXTRACT(name,1,80)_" may not be changed here." QUIT
+ IF name'="RepHist-PedWtOpt" SET reply="-1^The parameter "_$$BRIEF^MEVTEXT(name,80)_" may not be changed here." QUIT
  IF value'?1(1"0",1"1",1"2") SET reply="-1^The weight unit must be 0, 1 or 2." QUIT
  SET ^MEVUSR(user,"PAR",name)=value,reply=1
  QUIT

@@ -121,10 +121,10 @@ TEST(Server, KilledServerIsStartedAgainAndASaveIsDoneOnce)
 }
 
 // Writes raw bytes and reads what comes until the server is quiet or gone.
-QByteArray rawExchange(const QByteArray& bytes)
+QByteArray rawExchange(const QByteArray& bytes, const QString& data = sharedDataFolder())
 {
     QProcess server;
-    server.start(QStringLiteral(SERVER_PROGRAM), { QStringLiteral("--data"), sharedDataFolder() });
+    server.start(QStringLiteral(SERVER_PROGRAM), { QStringLiteral("--data"), data });
     server.write(bytes);
     server.closeWriteChannel();
     server.waitForFinished(20000);
@@ -145,7 +145,9 @@ TEST(Server, BadFramesGetAnAnswerAndTheSessionLivesOn)
         { framed("2\n\n"), framed("F2\nThe request has no name.") },
         { framed("2\nHALT\n"), framed("F2\nThe server has no call named 'HALT'.") },
         { framed("2\nMEVREP GET\n" + QByteArray(1200000, 'x')),
-            framed("F2\nThe request is longer than 1,000,000 bytes.") },
+            framed("R2\n-1^The request is longer than 1,000,000 bytes.") },
+        { framed("2\nMEVREF SET\n^EXAM^1^2^01/02/2026^" + QByteArray(999966, '-')), // the longest request
+            framed("R2\n-1^The comment is longer than 200 characters.") },
         { framed("2\nMEVREP GET\n\xff\xfe^"), framed("R2\n-1^There is no patient \xff\xfe.") },
         { framed("2\nMEVHOST SUBSCRIBE\n" + QByteArray(5000, 'x')), framed("R2\n-1^The event name is too long.") },
         { framed("2\nMEVHOST KEYS\n" + QByteArray(999, '^')), framed("R2\n" + QByteArray("0^").repeated(999) + "0") },
@@ -313,6 +315,26 @@ TEST(Server, BlocksOfKilledDeletesComeBack)
     ASSERT_TRUE(QFile::remove(data + QStringLiteral("/created")));
     EXPECT_EQ(check(), 1);
     EXPECT_TRUE(QFile::exists(data + QStringLiteral("/app.dat")));
+}
+
+TEST(Server, NamesOfADatabaseOfBeforeAreIndexedOnce)
+{
+    const QTemporaryDir folder;
+    const QString data = folder.filePath(QStringLiteral("data"));
+    RealSession(data).session.users();
+    ASSERT_EQ(byEngine(QStringLiteral(
+                           "gtmroutines=$gtm_dist/libgtmutil.so gtm_chset=M $gtm_dist/mumps -run %XCMD 'KILL ^MEVFND,"
+                           "^MEVPAT(\"F\"),^MEVPAT(\"G\"),^MEVPAT(\"D\"),^MEVLAB(\"F\")'"),
+                  data),
+        0);
+    const QByteArray asked = framed("1\nMEVHOST SIGNON\n" + QByteArray(32, 'a') + "^SORREL,ADA")
+        + framed("2\nMEVHOST PATIENTS\niris") + framed("3\nMEVUTL DICLKUP\n60^GLU^^^250^^^^.01");
+    const QByteArray first = rawExchange(asked, data);
+    EXPECT_TRUE(first.contains("\nIndexing the names")) << first.toStdString();
+    for (const QByteArray& answers : { first, rawExchange(asked, data) })
+        EXPECT_TRUE(answers.contains("R2\n14^QUIET,IRIS^") && answers.contains("R3\n2^GLUCOSE^"))
+            << answers.toStdString();
+    EXPECT_FALSE(rawExchange(asked, data).contains("Indexing"));
 }
 
 TEST(Server, RecoversAfterAKillOfAllProcesses)
