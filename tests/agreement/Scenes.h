@@ -118,6 +118,7 @@ private:
     int m_waits = 0;
     QEventLoop* m_panelLoop = nullptr;
     std::vector<std::pair<const kalmevRepHistCtrl*, const PanelView*>> m_panels;
+    const FormDialog* m_lastDialog = nullptr;
     const Control* m_lastActive = nullptr;
     QString m_lastAction;
     Text m_call; // that saves the scene's record
