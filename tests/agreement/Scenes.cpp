@@ -216,6 +216,7 @@ void Scenes::open(const QString& scene)
         return edit<frmAsthmaReg>();
     if (scene == u"panels")
         return showPanels();
+    m_lastDialog = nullptr;
     post();
     if (scene == u"lookup")
         frmLookup(m_shared).RunQuery(LookupTableNumber::Provider, L"s", true, L"*");
@@ -404,10 +405,8 @@ QString Scenes::check()
             return difference;
     }
     auto* const dialog = dynamic_cast<FormDialog*>(QApplication::activeModalWidget());
-    if (!dialog) {
-        m_lastDialog = nullptr;
+    if (!dialog)
         return {};
-    }
     if (QApplication::activePopupWidget()) {
         m_lastActive = dialog->form().activeControl();
         return {};
