@@ -371,6 +371,7 @@ void Scenes::tick()
     }
     m_episode.actions.append(action);
     m_lastAction = action;
+    m_marks = m_marks || action.startsWith(u'd');
     post();
     act(action);
 }
@@ -423,16 +424,11 @@ QString Scenes::check()
     const Control* const active = dialog->form().activeControl();
     const auto* const line = qobject_cast<QLineEdit*>(QApplication::focusWidget());
     const bool entered = std::exchange(m_lastActive, active) != active;
-    if (entered && line && !line->text().isEmpty() && !mayHaveMarked() && line->selectedText() != line->text())
+    // Typing, a double click and dragging select otherwise; a box may have come in between.
+    const bool marked = entered && (std::exchange(m_marks, false) || m_lastAction.startsWith(u't'));
+    if (entered && !marked && line && !line->text().isEmpty() && line->selectedText() != line->text())
         return QStringLiteral("\"%1\" is not selected in %2, which was entered").arg(line->text(), line->accessibleName());
     return m_verifying ? checkSaved(*dialog) : QString();
-}
-
-// Typing, a double click and dragging select otherwise; a box may have come in between.
-bool Scenes::mayHaveMarked() const
-{
-    const QStringList last = m_episode.actions.mid(std::max<qsizetype>(0, m_episode.actions.size() - 8));
-    return m_lastAction.startsWith(u't') || std::any_of(last.begin(), last.end(), [](const QString& action) { return action.startsWith(u'd'); });
 }
 
 // The form is open again: it shows what it showed when the server took the record.

@@ -87,7 +87,6 @@ private:
     void tick();
     bool canAct() const;
     QString check();
-    bool mayHaveMarked() const;
     QString checkSaved(const FormDialog& dialog);
     void endScene();
     QString nextAction();
@@ -121,6 +120,7 @@ private:
     const FormDialog* m_lastDialog = nullptr;
     const Control* m_lastActive = nullptr;
     QString m_lastAction;
+    bool m_marks = false; // since a field was entered, an action may have selected a part of its text
     Text m_call; // that saves the scene's record
     QStringList m_snapshot;
     QStringList m_saved; // what the form showed when the server took the record
