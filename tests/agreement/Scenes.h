@@ -10,6 +10,7 @@
 #include <QDialog>
 #include <QEventLoop>
 #include <QMenu>
+#include <QMessageBox>
 #include <QScopedValueRollback>
 
 #include <random>
@@ -40,8 +41,10 @@ public:
         int visible = 0;
         for (const QWidget* const window : QApplication::topLevelWidgets()) {
             visible += qobject_cast<const QDialog*>(window) && window->isVisible();
-            // What was picked from it has not taken effect.
-            if (qobject_cast<const QMenu*>(window) && !window->isVisible() && !window->testAttribute(Qt::WA_DeleteOnClose))
+            // What was picked from it has not taken effect; but a box may have come over an open menu.
+            const bool closedMenu = qobject_cast<const QMenu*>(window) && !window->isVisible()
+                && !window->testAttribute(Qt::WA_DeleteOnClose);
+            if (closedMenu && !qobject_cast<QMessageBox*>(QApplication::activeModalWidget()))
                 return true;
         }
         return m_busy || visible != m_shown;
