@@ -1,7 +1,6 @@
 #include "qt/ChoiceViews.h"
 
-#include "qt/FocusFrame.h"
-#include "qt/IndicatorStyle.h"
+#include "qt/OutlineStyle.h"
 #include "qt/QtText.h"
 
 #include <QScopedValueRollback>
@@ -11,7 +10,7 @@ namespace health {
 CheckBoxView::CheckBoxView(CheckBox& checkBox)
     : Mirror(checkBox, toQString(checkBox.caption()))
 {
-    IndicatorStyle::giveTo(*this);
+    OutlineStyle::giveTo(*this);
     setChecked(checkBox.isChecked());
     connect(this, &QCheckBox::toggled, this, [this](bool checked) {
         if (checked != m_control.isChecked())
@@ -31,7 +30,7 @@ void CheckBoxView::mirror(Change change)
 OptionButtonView::OptionButtonView(OptionButton& option)
     : Mirror(option, toQString(option.caption()))
 {
-    IndicatorStyle::giveTo(*this);
+    OutlineStyle::giveTo(*this);
     // Those of one frame belong together, so that the arrow keys go from one to the next.
     setChecked(option.isChosen());
     connect(this, &QRadioButton::clicked, this, [this] {
@@ -58,7 +57,7 @@ void OptionButtonView::mirrorChoice()
 CheckListView::CheckListView(CheckList& list)
     : Mirror(list)
 {
-    IndicatorStyle::giveTo(*this);
+    OutlineStyle::giveTo(*this);
     setHorizontalScrollMode(ScrollPerPixel);
     mirrorItems();
     connect(this, &QListWidget::itemChanged, this, [this](QListWidgetItem* item) {
@@ -90,13 +89,6 @@ void CheckListView::mouseReleaseEvent(QMouseEvent* event)
     QListWidget::mouseReleaseEvent(event);
     if (onRow && !checkedBefore && !m_control.isChecked(under.row()))
         m_control.click(under.row());
-}
-
-// The toolkit draws no sign of the focus around a list.
-void CheckListView::paintEvent(QPaintEvent* event)
-{
-    QListWidget::paintEvent(event);
-    paintFocusFrame(*this);
 }
 
 void CheckListView::mirror(Change change)

@@ -4,6 +4,7 @@
 #include "platform/CheckBox.h"
 #include "platform/CheckList.h"
 #include "platform/OptionButton.h"
+#include "qt/FocusFrame.h"
 #include "qt/Mirror.h"
 #include "qt/PressedAtOnce.h"
 
@@ -30,7 +31,7 @@ private:
     void mirrorChoice();
 };
 
-class CheckListView : public Mirror<QListWidget, CheckList> {
+class CheckListView : public Mirror<FocusFramed<QListWidget>, CheckList> {
 public:
     explicit CheckListView(CheckList& list);
     QSize sizeHint() const override;
@@ -40,7 +41,6 @@ protected:
     void focusInEvent(QFocusEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
-    void paintEvent(QPaintEvent* event) override;
 
 private:
     void mirror(Change change) override;

@@ -1,5 +1,6 @@
 #include "qt/ComboBoxView.h"
 
+#include "qt/OutlineStyle.h"
 #include "qt/QtText.h"
 
 #include <QKeyEvent>
@@ -14,6 +15,7 @@ namespace health {
 ComboBoxView::ComboBoxView(ComboBox& comboBox, QWidget* parent)
     : Mirror(comboBox, parent)
 {
+    OutlineStyle::giveTo(*this);
     setFocusPolicy(Qt::StrongFocus);
     setSizeAdjustPolicy(QComboBox::AdjustToContents);
     if (comboBox.isEmptiable())

@@ -1,5 +1,7 @@
 #include "qt/EntryLine.h"
 
+#include "qt/OutlineStyle.h"
+
 #include <QFocusEvent>
 #include <QStyle>
 #include <QStyleOptionFrame>
@@ -11,6 +13,7 @@ namespace health {
 EntryLine::EntryLine(const QString& text, QWidget* parent)
     : QLineEdit(text, parent)
 {
+    OutlineStyle::giveTo(*this);
 }
 
 void EntryLine::setSample(const QString& letters)

@@ -101,9 +101,15 @@ QWidget* FormBuilder::labelFor(const Arrangement& field)
 QLayout* FormBuilder::buildField(const Arrangement& field)
 {
     auto* const layout = new QHBoxLayout;
-    for (const Arrangement& child : field.children)
-        layout->addWidget(widgetFor(*child.control));
-    layout->insertWidget(0, labelFor(field));
+    auto* const controls = new QHBoxLayout;
+    for (const Arrangement& child : field.children) {
+        QWidget* const widget = widgetFor(*child.control);
+        controls->addWidget(widget);
+        if (dynamic_cast<UpDownView*>(widget))
+            controls->setSpacing(1); // the arrows belong to the box before them
+    }
+    layout->addWidget(labelFor(field));
+    layout->addLayout(controls);
     return layout;
 }
 

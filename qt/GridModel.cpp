@@ -1,6 +1,7 @@
 #include "qt/GridModel.h"
 
 #include "platform/Contrast.h"
+#include "qt/Colours.h"
 #include "qt/QtText.h"
 
 #include <QBrush>
@@ -10,12 +11,6 @@
 namespace health {
 
 namespace {
-
-QColor colourOf(Colour colour)
-{
-    return QColor(
-        static_cast<int>(colour & 0xFF), static_cast<int>(colour >> 8 & 0xFF), static_cast<int>(colour >> 16 & 0xFF));
-}
 
 // Alignment numbers run down the columns left, centre, right, each with top, middle, bottom.
 Qt::Alignment alignmentOf(int number)

@@ -1,7 +1,8 @@
 #include "qt/GridView.h"
 
-#include "qt/FocusFrame.h"
+#include "qt/Colours.h"
 #include "qt/GridModel.h"
+#include "qt/OutlineStyle.h"
 #include "qt/QtDesktop.h"
 #include "qt/QtText.h"
 #include "qt/Scale.h"
@@ -20,20 +21,12 @@
 
 namespace health {
 
-namespace {
-
-Colour colourNumber(const QColor& colour)
-{
-    return static_cast<Colour>(colour.red() | colour.green() << 8 | colour.blue() << 16);
-}
-
-}
-
 GridView::GridView(Grid& grid, QtDesktop& desktop, QStringList headings, QWidget* parent)
     : Mirror(grid, parent)
     , m_desktop(desktop)
     , m_model(new GridModel(grid, std::move(headings), this))
 {
+    OutlineStyle::giveTo(*this);
     setModel(m_model);
     setSelectionBehavior(SelectRows);
     setSelectionMode(SingleSelection);
@@ -184,14 +177,13 @@ QRect GridView::hintPlace() const
 
 void GridView::paintEvent(QPaintEvent* event)
 {
-    QTableView::paintEvent(event);
+    FocusFramed::paintEvent(event);
     if (!m_control.hint().empty()) {
         QPainter painter(viewport());
         painter.setPen(palette().color(QPalette::PlaceholderText));
         const int place = m_model->rowCount() == 0 ? Qt::AlignCenter : Qt::AlignHCenter | Qt::AlignTop;
         painter.drawText(hintPlace(), place | Qt::TextWordWrap, toQString(m_control.hint()));
     }
-    paintFocusFrame(*this);
 }
 
 // --- Tool tips ---

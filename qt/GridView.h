@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/Grid.h"
+#include "qt/FocusFrame.h"
 #include "qt/Mirror.h"
 
 #include <QTableView>
@@ -14,7 +15,7 @@ class QtDesktop;
 
 // Mirrors a grid. Only rows that come into view are measured, so thousands of wrapped rows cost no more
 // than a screenful.
-class GridView : public Mirror<QTableView, Grid> {
+class GridView : public Mirror<FocusFramed<QTableView>, Grid> {
 public:
     // Grid and desktop must outlive the view. `headings`: see GridModel.
     GridView(Grid& grid, QtDesktop& desktop, QStringList headings, QWidget* parent);

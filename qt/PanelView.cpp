@@ -104,6 +104,14 @@ void PanelView::changeEvent(QEvent* event)
     if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) {
         setNaturalSizes();
         arrange();
+        // The parts learn of it after the panel.
+        QMetaObject::invokeMethod(
+            this,
+            [this] {
+                setNaturalSizes();
+                arrange();
+            },
+            Qt::QueuedConnection);
     }
 }
 

@@ -1,5 +1,6 @@
 #include "qt/TextViews.h"
 
+#include "qt/OutlineStyle.h"
 #include "qt/QtText.h"
 
 #include <QKeyEvent>
@@ -76,6 +77,7 @@ constexpr int AreaLines = 4;
 TextAreaView::TextAreaView(TextBox& textBox)
     : Mirror(textBox)
 {
+    OutlineStyle::giveTo(*this);
     setPlainText(withLineFeeds(textBox.text()));
     setTabChangesFocus(true);
     setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
