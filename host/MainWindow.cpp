@@ -96,6 +96,7 @@ void MainWindow::connectContext()
     m_context.patientObject().prompt = [this] { choosePatient(); };
     m_context.encounterObject().choose = [this] { chooseVisit(); };
     m_context.printObject().show = [this](const Report& report) { showReport(report); };
+    m_context.session().setLongestCall(m_options.longestCallMilliseconds);
     m_context.session().chooseUser = [this] { return userOfOptions(); };
 }
 
