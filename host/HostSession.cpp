@@ -1,5 +1,7 @@
 #include "host/HostSession.h"
 
+#include "host/Transport.h"
+
 #include <QScopeGuard>
 #include <QScopedValueRollback>
 #include <QUuid>
@@ -44,7 +46,7 @@ HostSession::HostSession(Transport& transport, int timeoutMilliseconds, TryAgain
     m_connection.onEvent = [this](const Answer& event) { queueEvent(widenBytes(event.name), widenBytes(event.text)); };
     m_connection.onProgress = [this](int percent, const QString& text) { Q_EMIT progressed(percent, text); };
     m_connection.onDroppedFailure = [this](const QString& text) { Q_EMIT statusChanged(text); };
-    m_connection.onWait = [this](qint64 milliseconds) { return onWait && onWait(milliseconds); };
+    transport.onWait = [this](qint64 milliseconds) { return onWait && onWait(milliseconds); };
     m_declineEnds.setSingleShot(true);
     QObject::connect(&m_declineEnds, &QTimer::timeout, this, [this] { m_declined.reset(); });
     m_delivery.setSingleShot(true);

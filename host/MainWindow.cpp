@@ -9,6 +9,7 @@
 #include "host/ProcessTransport.h"
 #include "host/ReadablePalette.h"
 #include "host/TlsTransport.h"
+#include "host/WaitBox.h"
 #include "host/WheelGuard.h"
 
 #include <QApplication>
@@ -16,21 +17,25 @@
 #include <QLabel>
 #include <QMenuBar>
 #include <QMessageBox>
-#include <QProgressDialog>
 #include <QScopeGuard>
 #include <QSettings>
 #include <QStatusBar>
+#include <QTimer>
 #include <QVBoxLayout>
 
 #include <algorithm>
 #include <cstdio>
+#include <utility>
 
 namespace health {
 
 namespace {
 constexpr double SmallestText = 0.7;
 constexpr double LargestText = 3;
-constexpr int LongestOpening = 15'000; // milliseconds
+// In milliseconds
+constexpr int LongestOpening = 15'000;
+constexpr int Patience = 2000; // before a wait is offered to be stopped
+constexpr int ClosingPause = 20;
 
 std::unique_ptr<Transport> makeTransport(const Options& options)
 {
@@ -89,13 +94,13 @@ void MainWindow::connectContext()
     connect(&m_context.session(), &HostSession::statusChanged, this,
         [this](const QString& text) { statusBar()->showMessage(text); });
     m_connectionLabel->hide();
-    connect(&m_context.session(), &HostSession::connectionChanged, m_connectionLabel,
-        [this](bool connected) { m_connectionLabel->setHidden(connected); });
+    connect(&m_context.session(), &HostSession::connectionChanged, this, &MainWindow::showConnection);
     connect(&m_context.session(), &HostSession::progressed, this, &MainWindow::showProgress);
-    connect(&m_context.session(), &HostSession::callEnded, this, &MainWindow::endProgress);
+    connect(&m_context.session(), &HostSession::callEnded, this, &MainWindow::endWaiting);
     m_context.patientObject().prompt = [this] { choosePatient(); };
     m_context.encounterObject().choose = [this] { chooseVisit(); };
     m_context.printObject().show = [this](const Report& report) { showReport(report); };
+    m_context.session().onWait = [this](qint64 milliseconds) { return showWaiting(milliseconds); };
     m_context.session().setLongestCall(m_options.longestCallMilliseconds);
     m_context.session().chooseUser = [this] { return userOfOptions(); };
 }
@@ -103,6 +108,7 @@ void MainWindow::connectContext()
 void MainWindow::makeFileMenu()
 {
     QMenu* const file = menuBar()->addMenu(tr("&File"));
+    file->setToolTipsVisible(true);
     file->addAction(tr("Select &Patient..."), QKeySequence(tr("Ctrl+O")), this, &MainWindow::choosePatient);
     m_visitAction = file->addAction(tr("Select &Visit..."), QKeySequence(tr("Ctrl+T")), this, &MainWindow::chooseVisit);
     file->addAction(tr("Sign On &As..."), this, &MainWindow::chooseUser);
@@ -128,9 +134,20 @@ void MainWindow::makeViewMenu()
     view->addAction(tr("&Normal Text"), QKeySequence(tr("Ctrl+0")), this, [this] { changeTextSize(0); });
 }
 
+void MainWindow::showConnection(bool connected)
+{
+    m_connected = connected;
+    m_connectionLabel->setHidden(connected);
+    updatePanelActions();
+}
+
 void MainWindow::updatePanelActions()
 {
-    m_newPanel->setEnabled(m_pages->mayAdd());
+    // A panel that starts without the server stays half made: it knows neither the user's keys nor what may be added.
+    m_newPanel->setEnabled(m_connected && m_pages->mayAdd());
+    m_newPanel->setToolTip(!m_connected ? tr("No panel can be opened while the server is not connected.")
+            : m_pages->mayAdd()         ? tr("Open another panel beside this one.")
+                                        : tr("No more than %1 panels fit side by side.").arg(PanelPages::Most));
     m_closePanel->setEnabled(m_pages->mayClose());
 }
 
@@ -170,7 +187,9 @@ Text MainWindow::userOfOptions()
 
 bool MainWindow::askAgain(const QString& reason)
 {
-    endProgress();
+    delete m_waitBox;
+    if (m_closing)
+        return false;
     if (m_options.isUnattended()) {
         std::fprintf(stderr, "%s\n", qPrintable(reason));
         return false;
@@ -190,17 +209,44 @@ void MainWindow::showProgress(int percent, const QString& text)
 {
     if (m_options.isUnattended())
         return tellProgress(tr("%1 (%2%)").arg(text).arg(percent / 25 * 25));
-    if (!m_progress) {
-        m_progress = new QProgressDialog(text, QString(), 0, 100, isVisible() ? this : nullptr);
-        m_progress->setWindowTitle(tr("Preparing the clinical data"));
-        m_progress->setAccessibleName(tr("Preparing the clinical data"));
-        m_progress->setAutoClose(false);
-        m_progress->setAutoReset(false);
-        m_progress->setMinimumWidth(fontMetrics().horizontalAdvance(u'x') * 50);
+    waitBox().showProgress(percent, text);
+}
+
+// Offers to stop a call that takes long; true when the box that does so is on the screen, and takes all input.
+bool MainWindow::showWaiting(qint64 milliseconds)
+{
+    if (m_options.isUnattended())
+        return false;
+    if (!m_waitBox && milliseconds >= Patience)
+        waitBox().showWaiting();
+    return m_waitBox;
+}
+
+WaitBox& MainWindow::waitBox()
+{
+    if (!m_waitBox) {
+        m_waitBox = new WaitBox(*this);
+        connect(m_waitBox, &WaitBox::stopped, &m_context.session(), &HostSession::giveUp);
     }
-    m_progress->setLabelText(text);
-    m_progress->setValue(percent);
-    m_progress->show();
+    return *m_waitBox;
+}
+
+void MainWindow::endWaiting()
+{
+    delete m_waitBox;
+    if (m_closing)
+        closeLater();
+}
+
+// Whoever made the call has to hear of its end first, and may have something to say.
+void MainWindow::closeLater()
+{
+    QTimer::singleShot(ClosingPause, this, [this] {
+        if (!m_context.mayChange())
+            return closeLater();
+        if (std::exchange(m_closing, false))
+            close();
+    });
 }
 
 void MainWindow::tellProgress(const QString& line)
@@ -209,8 +255,6 @@ void MainWindow::tellProgress(const QString& line)
         std::fprintf(stderr, "%s\n", qPrintable(line));
     m_toldProgress = line;
 }
-
-void MainWindow::endProgress() { delete m_progress; }
 
 // --- The user's choices ---
 
@@ -326,6 +370,8 @@ void MainWindow::closeEvent(QCloseEvent* event)
 {
     if (m_context.session().isInCall()) {
         event->ignore();
+        m_closing = true;
+        m_context.session().giveUp();
         return;
     }
     if (!m_options.isUnattended())

@@ -11,9 +11,10 @@
 #include <memory>
 
 class QLabel;
-class QProgressDialog;
 
 namespace health {
+
+class WaitBox;
 
 // The host's window: patient banner, up to four panels side by side, menus, status line.
 class MainWindow : public QMainWindow {
@@ -40,6 +41,7 @@ private:
     void makeFileMenu();
     void makeViewMenu();
     void connectContext();
+    void showConnection(bool connected);
     void updatePanelActions();
     void changeUser(const Text& user);
     void signOnAgain(const Text& user);
@@ -51,7 +53,10 @@ private:
     void showAbout();
     void showProgress(int percent, const QString& text);
     void tellProgress(const QString& line);
-    void endProgress();
+    bool showWaiting(qint64 milliseconds);
+    WaitBox& waitBox();
+    void endWaiting();
+    void closeLater();
     void changeTextSize(double factor);
     void updateTitle();
     bool askAgain(const QString& reason);
@@ -64,10 +69,12 @@ private:
     PanelPages* m_pages;
     QLabel* m_connectionLabel;
     QLabel* m_userLabel;
+    bool m_connected = false;
     QAction* m_newPanel = nullptr;
     QAction* m_closePanel = nullptr;
     QAction* m_visitAction = nullptr;
-    QPointer<QProgressDialog> m_progress;
+    QPointer<WaitBox> m_waitBox; // while a call takes long
+    bool m_closing = false; // as soon as the call that runs is over
     QString m_toldProgress; // the last line on standard error where nobody sits in front
     double m_basePointSize;
     double m_textSize = 1;

@@ -58,6 +58,8 @@ void ServerConnection::close()
     m_transport.close();
 }
 
+void ServerConnection::giveUp() { m_transport.giveUp(); }
+
 void ServerConnection::lose(const QString& reason)
 {
     close();
@@ -113,7 +115,7 @@ Answer ServerConnection::waitFor(long long number)
     call.start();
     QElapsedTimer silence = call;
     QElapsedTimer sinceTurn = call;
-    m_givenUp = false;
+    m_transport.beginWait();
     std::optional<BusyPointer> busy;
     for (;;) {
         if (auto& sent = m_sent[number]; sent.answer) {
@@ -133,26 +135,19 @@ Answer ServerConnection::waitFor(long long number)
             continue;
         if (!busy)
             busy.emplace();
-        letWindowLive(call.elapsed());
+        m_transport.letWindowLive(call.elapsed());
         sinceTurn.restart();
     }
 }
 
 void ServerConnection::keepWithinLimits(qint64 call, qint64 silence)
 {
-    if (m_givenUp)
+    if (m_transport.isGivenUp())
         lose(tr("You have stopped waiting for the server."));
     if (silence > m_timeout)
         lose(tr("The server did not answer within %1 seconds.").arg(m_timeout / 1000.0));
     if (call > m_longestCall)
         lose(tr("The server did not finish within %1 seconds.").arg(m_longestCall / 1000.0));
-}
-
-void ServerConnection::letWindowLive(qint64 call)
-{
-    const bool takesInput = onWait && onWait(call);
-    QCoreApplication::processEvents(QEventLoop::X11ExcludeTimers
-        | (takesInput ? QEventLoop::AllEvents : QEventLoop::ProcessEventsFlags(QEventLoop::ExcludeUserInputEvents)));
 }
 
 // Hands news on and keeps the answers to requests.

@@ -35,14 +35,14 @@ public:
     void setLongestCall(int milliseconds) { m_longestCall = milliseconds; }
     // Makes the call that waits end as one whose connection was lost. For what runs inside it; without one it does
     // nothing.
-    void giveUp() { m_givenUp = true; }
+    void giveUp();
 
     // Sends a request; its answer is received later, or dropped when it comes. Throws ConnectionLost.
     void send(long long number, TextView name, TextView parameter);
     // The request was sent over the open connection and its answer was not received yet.
     bool hasSent(long long number) const { return m_sent.contains(number); }
     // Waits for the reply (UTF-8) to a request that was sent. In a long call the window is painted and the pointer is
-    // busy, but user input (see onWait) and timers wait: nothing else begins meanwhile. Throws ConnectionLost where there is no
+    // busy, but user input (see Transport::onWait) and timers wait: nothing else begins meanwhile. Throws ConnectionLost where there is no
     // answer, Failure with the server's text where the call failed there.
     QByteArray receive(long long number);
     QByteArray exchange(long long number, TextView name, TextView parameter)
@@ -57,9 +57,6 @@ public:
     // A request failed whose answer was dropped.
     std::function<void(const QString& text)> onDroppedFailure;
     std::function<void(int percent, const QString& text)> onProgress;
-    // Heard again and again in a long call, with the milliseconds that it has lasted. True lets user input through:
-    // whoever answers so keeps it from all but what may take it.
-    std::function<bool(qint64 milliseconds)> onWait;
 
 Q_SIGNALS:
     // The server has gone while no call was waiting.
@@ -78,7 +75,6 @@ private:
     void keep(const Answer& answer);
     bool readMore();
     void keepWithinLimits(qint64 call, qint64 silence);
-    void letWindowLive(qint64 call);
     void readIdle();
     auto readIdleLater();
     [[noreturn]] void lose(const QString& reason);
@@ -91,7 +87,6 @@ private:
     bool m_open = false;
     bool m_waiting = false;
     bool m_answered = false; // a request, over the open connection
-    bool m_givenUp = false;
 };
 
 }
