@@ -126,6 +126,38 @@ TEST_F(HostWindow, WindowCanBeClosedWhileACallWaits)
     EXPECT_LT(waited.elapsed(), 15000);
 }
 
+TEST_F(HostWindow, PickersHaveSteadyColumnsAndReachBothEnds)
+{
+    QList<QList<int>> widths;
+    QList<int> rows;
+    int last = 0;
+    const auto look = [&] {
+        const auto* const list = QApplication::activeModalWidget()->findChild<QTableWidget*>();
+        widths.append(QList<int>());
+        for (int column = 0; column + 1 < list->columnCount(); ++column)
+            widths.last().append(list->columnWidth(column));
+        rows.append(list->currentRow());
+        last = list->rowCount() - 1;
+    };
+    const auto inPicker = [&](int milliseconds, const char* key) {
+        QTimer::singleShot(milliseconds, [&look, key] {
+            pressKeys({ QStringLiteral("key"), QString::fromLatin1(key) });
+            QTest::qWait(400); // the search waits for a pause in typing
+            look();
+        });
+    };
+    inPicker(500, "q");
+    inPicker(1200, "BackSpace");
+    inPicker(1900, "End");
+    inPicker(2600, "Home");
+    QTimer::singleShot(3400, [] { pressKeys({ QStringLiteral("key"), QStringLiteral("Escape") }); });
+    action(QStringLiteral("Select Patient..."))->trigger();
+    ASSERT_EQ(widths.size(), 4);
+    EXPECT_EQ(widths[0], widths[1]);
+    EXPECT_EQ(rows, (QList { 0, 0, last, 0 }));
+    EXPECT_GT(last, 100);
+}
+
 TEST_F(HostWindow, VisitOfTheDayIsHighlighted)
 {
     ASSERT_TRUE(window->context().selectPatient(1));
@@ -138,7 +170,7 @@ TEST_F(HostWindow, VisitOfTheDayIsHighlighted)
     };
     EXPECT_EQ(bold(), 0);
     QTimer::singleShot(400, [] {
-        pressKeys({ QStringLiteral("key"), QStringLiteral("Down"), QStringLiteral("Return") });
+        pressKeys({ QStringLiteral("key"), QStringLiteral("Return") }); // the latest visit
     });
     pressKeys({ QStringLiteral("key"), QStringLiteral("ctrl+t") });
     ASSERT_TRUE(waitUntil([&] { return window->context().visit().number != 0; }));
