@@ -343,10 +343,13 @@ void MainWindow::showUser()
 void MainWindow::showReport(const Report& report)
 {
     const PatientData& patient = m_context.patient();
-    const QString owner = patient.number == 0
-        ? tr("No patient selected")
-        : tr("Patient: %1   Number: %2").arg(displayName(patient.name)).arg(patient.number);
-    PreviewDialog(ReportPages(report, owner), report.title, QApplication::activeWindow()).exec();
+    const QString user = displayName(QString::fromStdWString(m_context.session().signedOn().userName));
+    ReportPeople people { tr("No patient selected"), {}, user };
+    if (patient.number != 0) {
+        people.patient = displayName(patient.name);
+        people.heading = tr("Patient: %1   Number: %2").arg(people.patient).arg(patient.number);
+    }
+    PreviewDialog(ReportPages(report, people), report.title, QApplication::activeWindow()).exec();
 }
 
 void MainWindow::changeTextSize(double factor)
