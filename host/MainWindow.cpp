@@ -7,7 +7,9 @@
 #include "host/Pickers.h"
 #include "host/PreviewDialog.h"
 #include "host/ProcessTransport.h"
+#include "host/ProgramIcon.h"
 #include "host/ReadablePalette.h"
+#include "host/TextSize.h"
 #include "host/TlsTransport.h"
 #include "host/WaitBox.h"
 #include "host/WheelGuard.h"
@@ -30,12 +32,15 @@
 namespace health {
 
 namespace {
-constexpr double SmallestText = 0.7;
-constexpr double LargestText = 3;
 // In milliseconds
 constexpr int LongestOpening = 15'000;
 constexpr int Patience = 2000; // before a wait is offered to be stopped
 constexpr int ClosingPause = 20;
+
+// Of the settings
+const QString GeometryKey = QStringLiteral("geometry");
+const QString TextSizeKey = QStringLiteral("textSize");
+constexpr double TextStep = 1.1;
 
 std::unique_ptr<Transport> makeTransport(const Options& options)
 {
@@ -53,7 +58,7 @@ MainWindow::MainWindow(const Options& options)
     , m_pages(new PanelPages(m_context))
     , m_connectionLabel(new QLabel(tr("Not connected to the server.")))
     , m_userLabel(new QLabel)
-    , m_basePointSize(QApplication::font().pointSizeF())
+    , m_textSize(new TextSize(this))
 {
     auto* const banner = new PatientBanner(m_context, this);
     auto* const centre = new QWidget;
@@ -67,20 +72,23 @@ MainWindow::MainWindow(const Options& options)
     statusBar()->setAccessibleName(tr("Status"));
     makeFileMenu();
     makeViewMenu();
-    menuBar()->addMenu(tr("&Help"))->addAction(tr("&About"), this, &MainWindow::showAbout);
+    makeHelpMenu();
     connect(banner, &PatientBanner::patientWanted, this, &MainWindow::choosePatient);
     connect(banner, &PatientBanner::visitWanted, this, &MainWindow::chooseVisit);
     connect(m_pages, &PanelPages::countChanged, this, &MainWindow::updatePanelActions);
     connectContext();
     QApplication::instance()->installEventFilter(new WheelGuard(this));
     new ReadablePalette(this);
+    QApplication::setWindowIcon(programIcon());
+    if (!m_options.isUnattended())
+        m_textSize->setFactor(QSettings().value(TextSizeKey, 1).toDouble());
 
     const QSize size(fontMetrics().horizontalAdvance(u'x') * 150, fontMetrics().height() * 42);
     if (m_options.isUnattended()) {
         resize(size); // a picture needs no screen
     } else {
         resizeToScreen(*this, size);
-        restoreGeometry(QSettings().value(QStringLiteral("geometry")).toByteArray());
+        restoreGeometry(QSettings().value(GeometryKey).toByteArray());
     }
     updateTitle();
 }
@@ -128,10 +136,11 @@ void MainWindow::makeViewMenu()
     });
     view->addSeparator();
     // The plus stands on a shifted key of many keyboards.
-    view->addAction(tr("&Larger Text"), this, [this] { changeTextSize(1.1); })
+    view->addAction(tr("&Larger Text"), this, [this] { m_textSize->setFactor(m_textSize->factor() * TextStep); })
         ->setShortcuts({ QKeySequence(tr("Ctrl++")), QKeySequence(tr("Ctrl+=")) });
-    view->addAction(tr("&Smaller Text"), QKeySequence(tr("Ctrl+-")), this, [this] { changeTextSize(1 / 1.1); });
-    view->addAction(tr("&Normal Text"), QKeySequence(tr("Ctrl+0")), this, [this] { changeTextSize(0); });
+    view->addAction(tr("&Smaller Text"), QKeySequence(tr("Ctrl+-")), this,
+        [this] { m_textSize->setFactor(m_textSize->factor() / TextStep); });
+    view->addAction(tr("&Normal Text"), QKeySequence(tr("Ctrl+0")), this, [this] { m_textSize->setFactor(1); });
 }
 
 void MainWindow::showConnection(bool connected)
@@ -151,10 +160,52 @@ void MainWindow::updatePanelActions()
     m_closePanel->setEnabled(m_pages->mayClose());
 }
 
+void MainWindow::makeHelpMenu()
+{
+    QMenu* const help = menuBar()->addMenu(tr("&Help"));
+    help->addAction(tr("&Keyboard Shortcuts"), QKeySequence(Qt::Key_F1), this, &MainWindow::showShortcuts);
+    help->addAction(tr("&About"), this, &MainWindow::showAbout);
+}
+
+void MainWindow::showShortcuts()
+{
+    QString rows;
+    const auto add = [&](const QString& keys, const QString& what) {
+        rows += QStringLiteral("<tr><td>%1</td><td>&nbsp;&nbsp;</td><td>%2</td></tr>")
+                    .arg(keys.toHtmlEscaped(), what.toHtmlEscaped());
+    };
+    for (const QAction* const menu : menuBar()->actions()) {
+        for (const QAction* const action : menu->menu()->actions()) {
+            if (!action->shortcut().isEmpty())
+                add(action->shortcut().toString(QKeySequence::NativeText), action->text().remove(u'&').remove(u'.'));
+        }
+    }
+    add(tr("Enter"), tr("Edit the selected record"));
+    add(tr("Alt+A, Alt+E, Alt+D"), tr("Add a record, edit or delete the selected one"));
+    add(tr("Shift+F10, Menu"), tr("Menu of the selected record"));
+    add(tr("Home, End"), tr("First, last row of a list"));
+    add(tr("Alt+underlined letter"), tr("Press a button, go to a field"));
+    add(tr("Escape"), tr("Close a dialog without saving"));
+    QMessageBox box(QMessageBox::NoIcon, tr("Keyboard Shortcuts"), QStringLiteral("<table>%1</table>").arg(rows),
+        QMessageBox::Close, this);
+    box.setTextFormat(Qt::RichText);
+    box.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    box.exec();
+}
+
 void MainWindow::showAbout()
 {
-    QMessageBox::about(
-        this, tr("About"), tr("Reference host %1 of the Personal Health panel.").arg(QStringLiteral(HOST_VERSION)));
+    const QString server = m_options.server.port != 0
+        ? tr("%1, port %2").arg(m_options.server.host).arg(m_options.server.port)
+        : tr("local program %1").arg(m_options.serverProgram);
+    const QStringList lines { tr("Reference host %1 of the Personal Health panel.").arg(QStringLiteral(HOST_VERSION)),
+        {}, tr("Server: %1").arg(server), m_userLabel->text(), {},
+        tr("MIT License. Copyright (c) 2026 The Personal Health panel's authors. It comes without warranty of any kind.") };
+    QMessageBox box(QMessageBox::NoIcon, tr("About"), lines.join(u'\n'), QMessageBox::Ok, this);
+    box.setTextFormat(Qt::PlainText);
+    box.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    box.setIconPixmap(programIcon().pixmap(box.fontMetrics().height() * 3));
+    box.exec();
 }
 
 // --- Start ---
@@ -352,14 +403,6 @@ void MainWindow::showReport(const Report& report)
     PreviewDialog(ReportPages(report, people), report.title, QApplication::activeWindow()).exec();
 }
 
-void MainWindow::changeTextSize(double factor)
-{
-    m_textSize = factor == 0 ? 1 : std::clamp(m_textSize * factor, SmallestText, LargestText);
-    QFont font = QApplication::font();
-    font.setPointSizeF(m_basePointSize * m_textSize);
-    QApplication::setFont(font);
-}
-
 void MainWindow::updateTitle()
 {
     const PatientData& patient = m_context.patient();
@@ -377,8 +420,10 @@ void MainWindow::closeEvent(QCloseEvent* event)
         m_context.session().giveUp();
         return;
     }
-    if (!m_options.isUnattended())
-        QSettings().setValue(QStringLiteral("geometry"), saveGeometry());
+    if (!m_options.isUnattended()) {
+        QSettings().setValue(GeometryKey, saveGeometry());
+        QSettings().setValue(TextSizeKey, m_textSize->factor());
+    }
     QMainWindow::closeEvent(event);
 }
 

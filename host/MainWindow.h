@@ -14,6 +14,7 @@ class QLabel;
 
 namespace health {
 
+class TextSize;
 class WaitBox;
 
 // The host's window: patient banner, up to four panels side by side, menus, status line.
@@ -50,6 +51,8 @@ private:
     void chooseVisit();
     void chooseUser();
     void showReport(const Report& report);
+    void makeHelpMenu();
+    void showShortcuts();
     void showAbout();
     void showProgress(int percent, const QString& text);
     void tellProgress(const QString& line);
@@ -57,7 +60,6 @@ private:
     WaitBox& waitBox();
     void endWaiting();
     void closeLater();
-    void changeTextSize(double factor);
     void updateTitle();
     bool askAgain(const QString& reason);
     void guarded(const std::function<void()>& work);
@@ -76,8 +78,7 @@ private:
     QPointer<WaitBox> m_waitBox; // while a call takes long
     bool m_closing = false; // as soon as the call that runs is over
     QString m_toldProgress; // the last line on standard error where nobody sits in front
-    double m_basePointSize;
-    double m_textSize = 1;
+    TextSize* m_textSize;
 };
 
 }

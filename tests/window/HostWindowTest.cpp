@@ -1,6 +1,9 @@
 // The panel in the reference host, by keys and mouse: lists, events, the editors of women and children, two hosts.
 #include "tests/window/HostWindowFixture.h"
 
+#include <QScopeGuard>
+#include <QStyle>
+
 namespace health::test {
 namespace {
 
@@ -156,6 +159,29 @@ TEST_F(HostWindow, PickersHaveSteadyColumnsAndReachBothEnds)
     EXPECT_EQ(widths[0], widths[1]);
     EXPECT_EQ(rows, (QList { 0, 0, last, 0 }));
     EXPECT_GT(last, 100);
+}
+
+TEST_F(HostWindow, TextSizeIsRememberedAndGoesBackToTheNaturalOne)
+{
+    QCoreApplication::setOrganizationName(QStringLiteral("personal-health"));
+    const auto forget = qScopeGuard([] { QCoreApplication::setOrganizationName(QString()); });
+    const auto points = [] { return QApplication::font().pointSizeF(); };
+    const auto bar = [this] { return window->style()->pixelMetric(QStyle::PM_ScrollBarExtent); };
+    const double natural = points();
+    const int naturalBar = bar();
+    for (int i = 0; i < 6; ++i)
+        action(QStringLiteral("Larger Text"))->trigger();
+    const double large = points();
+    EXPECT_GT(large, natural * 1.7);
+    EXPECT_GT(bar(), naturalBar * 3 / 2);
+    window->close();
+    window.reset();
+    EXPECT_EQ(points(), natural);
+    window = std::make_unique<MainWindow>(Options());
+    EXPECT_EQ(points(), large);
+    action(QStringLiteral("Normal Text"))->trigger();
+    EXPECT_EQ(points(), natural);
+    EXPECT_EQ(bar(), naturalBar);
 }
 
 TEST_F(HostWindow, VisitOfTheDayIsHighlighted)
