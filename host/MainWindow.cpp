@@ -35,7 +35,7 @@ namespace {
 // In milliseconds
 constexpr int LongestOpening = 15'000;
 constexpr int Patience = 2000; // before a wait is offered to be stopped
-constexpr int ClosingPause = 20;
+constexpr int LaterPause = 20;
 
 // Of the settings
 const QString GeometryKey = QStringLiteral("geometry");
@@ -148,6 +148,8 @@ void MainWindow::showConnection(bool connected)
     m_connected = connected;
     m_connectionLabel->setHidden(connected);
     updatePanelActions();
+    if (connected && m_wantedPanels > 0)
+        QMetaObject::invokeMethod(this, &MainWindow::addWantedPanels, Qt::QueuedConnection);
 }
 
 void MainWindow::updatePanelActions()
@@ -292,7 +294,7 @@ void MainWindow::endWaiting()
 // Whoever made the call has to hear of its end first, and may have something to say.
 void MainWindow::closeLater()
 {
-    QTimer::singleShot(ClosingPause, this, [this] {
+    QTimer::singleShot(LaterPause, this, [this] {
         if (!m_context.mayChange())
             return closeLater();
         if (std::exchange(m_closing, false))
@@ -351,20 +353,19 @@ void MainWindow::chooseUser()
     });
 }
 
-// The panels ask for the user's keys when they start, so they start anew. Should the new user be refused, the old one
-// is signed on again.
+// The panels ask for the user's keys when they start, so they start anew, as soon as somebody is signed on. Should the
+// new user be refused, the old one is signed on again.
 void MainWindow::changeUser(const Text& user)
 {
     if (!m_context.selectPatient(0))
         return;
     const Text old = m_context.session().signedOn().userName;
-    const std::size_t panels = m_pages->count();
+    m_wantedPanels += m_pages->count();
     m_pages->dropAll();
     // Whatever comes of it, the window shows who is signed on, and its panels.
-    const auto goOn = qScopeGuard([&] {
+    const auto goOn = qScopeGuard([this] {
         showUser();
-        for (std::size_t i = 0; i < panels; ++i)
-            m_pages->add();
+        addWantedPanels();
     });
     try {
         m_context.session().signOn(user);
@@ -374,6 +375,20 @@ void MainWindow::changeUser(const Text& user)
         signOnAgain(old);
         throw;
     }
+}
+
+// Nothing while the server is away: its coming back calls this again.
+void MainWindow::addWantedPanels()
+{
+    if (!m_context.session().isConnected() || m_wantedPanels == 0)
+        return;
+    if (!m_context.mayChange()) {
+        QTimer::singleShot(LaterPause, this, &MainWindow::addWantedPanels);
+        return;
+    }
+    showUser();
+    for (std::size_t wanted = std::exchange(m_wantedPanels, 0); wanted > 0; --wanted)
+        m_pages->add();
 }
 
 void MainWindow::signOnAgain(const Text& user)

@@ -46,6 +46,7 @@ private:
     void updatePanelActions();
     void changeUser(const Text& user);
     void signOnAgain(const Text& user);
+    void addWantedPanels();
     void showUser();
     void choosePatient();
     void chooseVisit();
@@ -72,6 +73,7 @@ private:
     QLabel* m_connectionLabel;
     QLabel* m_userLabel;
     bool m_connected = false;
+    std::size_t m_wantedPanels = 0; // taken off, to be opened again for the user who signs on
     QAction* m_newPanel = nullptr;
     QAction* m_closePanel = nullptr;
     QAction* m_visitAction = nullptr;

@@ -14,7 +14,7 @@ namespace health {
 
 namespace {
 
-constexpr int TypedAhead = 500; // milliseconds: an Escape that comes sooner was meant for something else
+constexpr int TypedAhead = 500; // milliseconds: a key that comes sooner was meant for something else
 
 bool isInput(QEvent::Type type)
 {
@@ -140,10 +140,11 @@ bool WaitBox::eventFilter(QObject* watched, QEvent* event)
 
 void WaitBox::keyPressEvent(QKeyEvent* event)
 {
-    if (event->key() == Qt::Key_Escape)
+    const int key = event->key();
+    if (key != Qt::Key_Escape && key != Qt::Key_Return && key != Qt::Key_Enter)
+        return QFrame::keyPressEvent(event);
+    if (m_shown.hasExpired(TypedAhead))
         Q_EMIT stopped();
-    else
-        QFrame::keyPressEvent(event);
 }
 
 void WaitBox::closeEvent(QCloseEvent* event)
