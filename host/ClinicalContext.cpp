@@ -71,8 +71,8 @@ bool ClinicalContext::suitsAll(Events events)
 
 bool ClinicalContext::selectPatient(long number)
 {
-    // A component that shows a box while it loads lets the event loop turn, and would hear of a second patient before it
-    // has let go of the first.
+    // A component that shows a box while it loads lets the event loop turn, and would hear of a second patient before
+    // it has let go of the first.
     if (!mayChange())
         return false;
     const QScopedValueRollback changing(m_changing, true);

@@ -33,9 +33,9 @@ public:
     // then.
     bool mayChange() const;
 
-    // Selects a patient (0: none) without a visit; false when a component vetoes, or when nobody may change it just now.
-    // All components let go of the former patient before any of them hears of the new one. Throws Failure for an unknown
-    // one; nothing has changed then.
+    // Selects a patient (0: none) without a visit; false when a component vetoes, or when nobody may change it just
+    // now. All components let go of the former patient before any of them hears of the new one. Throws Failure for an
+    // unknown one; nothing has changed then.
     bool selectPatient(long number);
     // Selects a visit of the patient; number 0: none. False as above.
     bool selectVisit(const VisitData& visit);

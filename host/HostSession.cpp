@@ -25,6 +25,7 @@ constexpr int FirstPause = 10'000; // milliseconds
 constexpr int LongestPause = 320'000;
 // The window takes no input meanwhile, so such a try gives up sooner than a call that the user made.
 constexpr int QuietTimeout = 5'000;
+constexpr int UnsettledTime = 600'000; // milliseconds
 // More are told as one "read all anew".
 constexpr std::size_t MostEvents = 1000;
 
@@ -246,19 +247,22 @@ Text HostSession::call(TextView name, TextView parameter)
         tellMissedEvents();
         return widenBytes(reply);
     } catch (const CallAbandoned&) {
-        if (m_changeSent)
+        if (m_changeSent) {
             m_unsettled = { number, Text(name), Text(parameter) };
+            m_unsettledUntil.setRemainingTime(UnsettledTime);
+        }
         throw;
     }
 }
 
-// A change whose fate is not known is made again under its old number; after another change it would be a new one.
+// A change whose fate is not known is made again under its old number. After another change, or much later when others
+// may have changed the record, it is a new one.
 long long HostSession::numberOf(TextView name, TextView parameter)
 {
     if (!changesRecords(name))
         return takeExpected(name, parameter);
     const auto unsettled = std::exchange(m_unsettled, std::nullopt);
-    if (!unsettled || unsettled->name != name || unsettled->parameter != parameter)
+    if (!unsettled || m_unsettledUntil.hasExpired() || unsettled->name != name || unsettled->parameter != parameter)
         return takeExpected(name, parameter);
     dropExpected();
     return unsettled->number;

@@ -3,6 +3,7 @@
 #include "host/ServerConnection.h"
 #include "platform/host.h"
 
+#include <QDeadlineTimer>
 #include <QObject>
 #include <QTimer>
 
@@ -33,8 +34,8 @@ public:
         Text siteName;
     };
 
-    // Asks the user whether to try again; gets what happened. Where it says no, the call throws CallAbandoned, and so do
-    // those that follow it before the event loop is reached again: the rest of the same load.
+    // Asks the user whether to try again; gets what happened. Where it says no, the call throws CallAbandoned, and so
+    // do those that follow it before the event loop is reached again: the rest of the same load.
     using TryAgain = std::function<bool(const QString& reason)>;
 
     // The transport must outlive the session.
@@ -163,8 +164,10 @@ private:
     bool m_changeSent = false; // the call that runs changes data, and the server may have got it
     std::optional<Text> m_declined; // what the user did not want to try again, until the event loop is reached
     QTimer m_declineEnds;
-    // The last change that was sent and then abandoned. Made again, it keeps its number, so that it is made once.
+    // The last change that was sent and then abandoned. Made again in time, it keeps its number, so that it is made
+    // once.
     std::optional<SentAhead> m_unsettled;
+    QDeadlineTimer m_unsettledUntil;
     std::deque<SentAhead> m_expected; // calls that were announced, in their order
     std::map<Text, Text> m_values;
     std::map<Text, std::shared_ptr<HostObject>> m_objects;

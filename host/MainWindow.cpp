@@ -202,7 +202,8 @@ void MainWindow::showAbout()
         : tr("local program %1").arg(m_options.serverProgram);
     const QStringList lines { tr("Reference host %1 of the Personal Health panel.").arg(QStringLiteral(HOST_VERSION)),
         {}, tr("Server: %1").arg(server), m_userLabel->text(), {},
-        tr("MIT License. Copyright (c) 2026 The Personal Health panel's authors. It comes without warranty of any kind.") };
+        tr("MIT License. Copyright (c) 2026 The Personal Health panel's authors. It comes without warranty of any "
+           "kind.") };
     QMessageBox box(QMessageBox::NoIcon, tr("About"), lines.join(u'\n'), QMessageBox::Ok, this);
     box.setTextFormat(Qt::PlainText);
     box.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);

@@ -42,8 +42,8 @@ public:
     // The request was sent over the open connection and its answer was not received yet.
     bool hasSent(long long number) const { return m_sent.contains(number); }
     // Waits for the reply (UTF-8) to a request that was sent. In a long call the window is painted and the pointer is
-    // busy, but user input (see Transport::onWait) and timers wait: nothing else begins meanwhile. Throws ConnectionLost where there is no
-    // answer, Failure with the server's text where the call failed there.
+    // busy, but user input (see Transport::onWait) and timers wait: nothing else begins meanwhile. Throws
+    // ConnectionLost where there is no answer, Failure with the server's text where the call failed there.
     QByteArray receive(long long number);
     QByteArray exchange(long long number, TextView name, TextView parameter)
     {

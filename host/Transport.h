@@ -23,8 +23,8 @@ public:
     // Why the stream ended, a sentence for the user.
     virtual QString endReason() const = 0;
 
-    // Heard again and again while opening, or a call, takes long; with the milliseconds that it has taken. True lets user
-    // input through: whoever answers so keeps it from all but what may take it.
+    // Heard again and again while opening, or a call, takes long; with the milliseconds that it has taken. True lets
+    // user input through: whoever answers so keeps it from all but what may take it.
     std::function<bool(qint64 milliseconds)> onWait;
     // For whoever waits: paints the window, and lets nothing else begin.
     void letWindowLive(qint64 milliseconds)

@@ -47,7 +47,8 @@ bool isInput(QEvent::Type type)
 
 }
 
-// The window that waits: of a modal dialog's windows, those that belong to it take input. None while the program starts.
+// The window that waits: of a modal dialog's windows, those that belong to it take input. None while the program
+// starts.
 QWidget* WaitBox::ownerBy(QWidget& mainWindow)
 {
     if (QWidget* const modal = QApplication::activeModalWidget())

@@ -10,8 +10,8 @@ class QPushButton;
 namespace health {
 
 // Says that the server is at work, and lets the user stop waiting. While it is shown it alone takes input, and a press
-// of Escape: what is typed or clicked elsewhere is dropped, so that nothing begins inside the call. Only the main window
-// may be closed. It takes the keyboard from nobody: a key that was meant for a form must not press its button.
+// of Escape: what is typed or clicked elsewhere is dropped, so that nothing begins inside the call. Only the main
+// window may be closed. It takes the keyboard from nobody: a key that was meant for a form must not press its button.
 class WaitBox : public QFrame {
     Q_OBJECT
 public:

@@ -149,11 +149,9 @@ TEST_F(HostSessionTest, AbandonedChangeKeepsItsNumberUntilAnotherIsMade)
         bool keeps; // the last call has the number of the abandoned one
     };
     const Case cases[] = {
-        { { L"MEVVTXC SET^5" }, 0, true },
-        { { L"MEVVTXC GET^5", L"MEVVTXC SET^5" }, 0, true },
+        { { L"MEVVTXC SET^5" }, 0, true }, { { L"MEVVTXC GET^5", L"MEVVTXC SET^5" }, 0, true },
         { { L"MEVVTXC SET^5", L"MEVVTXC SET^5" }, 1, true }, // nobody was there at the first repetition
-        { { L"MEVVTXC SET^6" }, 0, false },
-        { { L"MEVVTXC DEL^5" }, 0, false },
+        { { L"MEVVTXC SET^6" }, 0, false }, { { L"MEVVTXC DEL^5" }, 0, false },
         { { L"MEVVTXC SET^6", L"MEVVTXC SET^5" }, 0, false },
         { { L"MEVVTXC SET^5", L"MEVVTXC SET^5" }, 0, false }, // settled by the first
     };
