@@ -2,6 +2,7 @@
 
 #include "host/DisplayText.h"
 #include "host/FailureBox.h"
+#include "host/HelpBoxes.h"
 #include "host/ListPicker.h"
 #include "host/PatientBanner.h"
 #include "host/Pickers.h"
@@ -165,50 +166,8 @@ void MainWindow::updatePanelActions()
 void MainWindow::makeHelpMenu()
 {
     QMenu* const help = menuBar()->addMenu(tr("&Help"));
-    help->addAction(tr("&Keyboard Shortcuts"), QKeySequence(Qt::Key_F1), this, &MainWindow::showShortcuts);
-    help->addAction(tr("&About"), this, &MainWindow::showAbout);
-}
-
-void MainWindow::showShortcuts()
-{
-    QString rows;
-    const auto add = [&](const QString& keys, const QString& what) {
-        rows += QStringLiteral("<tr><td>%1</td><td>&nbsp;&nbsp;</td><td>%2</td></tr>")
-                    .arg(keys.toHtmlEscaped(), what.toHtmlEscaped());
-    };
-    for (const QAction* const menu : menuBar()->actions()) {
-        for (const QAction* const action : menu->menu()->actions()) {
-            if (!action->shortcut().isEmpty())
-                add(action->shortcut().toString(QKeySequence::NativeText), action->text().remove(u'&').remove(u'.'));
-        }
-    }
-    add(tr("Enter"), tr("Edit the selected record"));
-    add(tr("Alt+A, Alt+E, Alt+D"), tr("Add a record, edit or delete the selected one"));
-    add(tr("Shift+F10, Menu"), tr("Menu of the selected record"));
-    add(tr("Home, End"), tr("First, last row of a list"));
-    add(tr("Alt+underlined letter"), tr("Press a button, go to a field"));
-    add(tr("Escape"), tr("Close a dialog without saving"));
-    QMessageBox box(QMessageBox::NoIcon, tr("Keyboard Shortcuts"), QStringLiteral("<table>%1</table>").arg(rows),
-        QMessageBox::Close, this);
-    box.setTextFormat(Qt::RichText);
-    box.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-    box.exec();
-}
-
-void MainWindow::showAbout()
-{
-    const QString server = m_options.server.port != 0
-        ? tr("%1, port %2").arg(m_options.server.host).arg(m_options.server.port)
-        : tr("local program %1").arg(m_options.serverProgram);
-    const QStringList lines { tr("Reference host %1 of the Personal Health panel.").arg(QStringLiteral(HOST_VERSION)),
-        {}, tr("Server: %1").arg(server), m_userLabel->text(), {},
-        tr("MIT License. Copyright (c) 2026 The Personal Health panel's authors. It comes without warranty of any "
-           "kind.") };
-    QMessageBox box(QMessageBox::NoIcon, tr("About"), lines.join(u'\n'), QMessageBox::Ok, this);
-    box.setTextFormat(Qt::PlainText);
-    box.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-    box.setIconPixmap(programIcon().pixmap(box.fontMetrics().height() * 3));
-    box.exec();
+    help->addAction(tr("&Keyboard Shortcuts"), QKeySequence(Qt::Key_F1), this, [this] { showShortcuts(*this); });
+    help->addAction(tr("&About"), this, [this] { showAbout(*this, m_options, m_userLabel->text()); });
 }
 
 // --- Start ---

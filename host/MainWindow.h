@@ -53,8 +53,6 @@ private:
     void chooseUser();
     void showReport(const Report& report);
     void makeHelpMenu();
-    void showShortcuts();
-    void showAbout();
     void showProgress(int percent, const QString& text);
     void tellProgress(const QString& line);
     bool showWaiting(qint64 milliseconds);
