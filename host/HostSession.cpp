@@ -26,7 +26,7 @@ constexpr int LongestPause = 320'000;
 // The window takes no input meanwhile, so such a try gives up sooner than a call that the user made.
 constexpr int QuietTimeout = 5'000;
 constexpr int UnsettledTime = 600'000; // milliseconds
-// More are told as one "read all anew".
+// More of them are replaced by one order to reload.
 constexpr std::size_t MostEvents = 1000;
 
 // Whether a call of the panel changes records.

@@ -237,7 +237,7 @@ TEST_F(HostSessionTest, ProgressAfterAnAnswerIsGarbled)
     EXPECT_EQ(outcome(L"MEVREP GET", L"12"), L"failed: The server's answer was garbled (progress after an answer).");
 }
 
-TEST_F(HostSessionTest, FloodOfEventsIsToldAsOneReadAllAnew)
+TEST_F(HostSessionTest, FloodOfEventsBecomesOneOrderToReload)
 {
     session.signOn(L"SORREL,ADA");
     Sink sink;
