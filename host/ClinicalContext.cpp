@@ -3,6 +3,7 @@
 #include "host/DisplayText.h"
 
 #include <QApplication>
+#include <QScopedValueRollback>
 
 #include <algorithm>
 
@@ -40,7 +41,10 @@ ClinicalContext::ClinicalContext(Transport& transport, int timeoutMilliseconds, 
 
 std::unique_ptr<HostManager> ClinicalContext::createManager() { return std::make_unique<Manager>(m_session); }
 
-bool ClinicalContext::mayChange() const { return !m_session->isInCall() && !QApplication::activeModalWidget(); }
+bool ClinicalContext::mayChange() const
+{
+    return !m_changing && !m_session->isInCall() && !QApplication::activeModalWidget();
+}
 
 PatientData ClinicalContext::readPatient(long number)
 {
@@ -67,20 +71,40 @@ bool ClinicalContext::suitsAll(Events events)
 
 bool ClinicalContext::selectPatient(long number)
 {
+    // A component that shows a box while it loads lets the event loop turn, and would hear of a second patient before
+    // it has let go of the first.
+    if (!mayChange())
+        return false;
+    const QScopedValueRollback changing(m_changing, true);
     const PatientData data = readPatient(number);
     if (!suitsAll([](ComponentInstance & component) -> auto& { return component.patientEvents(); }))
         return false;
-    m_patient->data = data;
+    // A box of one that loads would otherwise leave the others with the former patient's records under the new name.
+    tellPatient({});
+    if (data.number != 0)
+        tellPatient(data);
+    tellVisit();
+    Q_EMIT patientTold();
+    return true;
+}
+
+void ClinicalContext::tellPatient(const PatientData& patient)
+{
+    m_patient->data = patient;
     m_encounter->data = {};
     Q_EMIT patientChanged();
-    for (ComponentInstance* component : std::vector(m_components))
-        component->patientEvents().Committed();
-    tellVisit();
-    return true;
+    // A copy: while a box of one of them is open, a component may come or go.
+    for (ComponentInstance* component : std::vector(m_components)) {
+        if (std::find(m_components.begin(), m_components.end(), component) != m_components.end())
+            component->patientEvents().Committed();
+    }
 }
 
 bool ClinicalContext::selectVisit(const VisitData& visit)
 {
+    if (!mayChange())
+        return false;
+    const QScopedValueRollback changing(m_changing, true);
     if (!suitsAll([](ComponentInstance & component) -> auto& { return component.encounterEvents(); }))
         return false;
     m_encounter->data = visit;
@@ -91,8 +115,10 @@ bool ClinicalContext::selectVisit(const VisitData& visit)
 void ClinicalContext::tellVisit()
 {
     Q_EMIT visitChanged();
-    for (ComponentInstance* component : std::vector(m_components))
-        component->encounterEvents().Committed();
+    for (ComponentInstance* component : std::vector(m_components)) {
+        if (std::find(m_components.begin(), m_components.end(), component) != m_components.end())
+            component->encounterEvents().Committed();
+    }
 }
 
 }

@@ -1,5 +1,7 @@
 #include "host/HostSession.h"
 
+#include "host/Transport.h"
+
 #include <QScopeGuard>
 #include <QScopedValueRollback>
 #include <QUuid>
@@ -23,6 +25,15 @@ constexpr int FirstPause = 10'000; // milliseconds
 constexpr int LongestPause = 320'000;
 // The window takes no input meanwhile, so such a try gives up sooner than a call that the user made.
 constexpr int QuietTimeout = 5'000;
+constexpr int UnsettledTime = 600'000; // milliseconds
+// More of them are replaced by one order to reload.
+constexpr std::size_t MostEvents = 1000;
+
+// Whether a call of the panel changes records.
+bool changesRecords(TextView name)
+{
+    return name.ends_with(L" SET") || name.ends_with(L" SETREG") || name.ends_with(L" DEL");
+}
 
 }
 
@@ -36,6 +47,9 @@ HostSession::HostSession(Transport& transport, int timeoutMilliseconds, TryAgain
     m_connection.onEvent = [this](const Answer& event) { queueEvent(widenBytes(event.name), widenBytes(event.text)); };
     m_connection.onProgress = [this](int percent, const QString& text) { Q_EMIT progressed(percent, text); };
     m_connection.onDroppedFailure = [this](const QString& text) { Q_EMIT statusChanged(text); };
+    transport.onWait = [this](qint64 milliseconds) { return onWait && onWait(milliseconds); };
+    m_declineEnds.setSingleShot(true);
+    QObject::connect(&m_declineEnds, &QTimer::timeout, this, [this] { m_declined.reset(); });
     m_delivery.setSingleShot(true);
     m_quietPause.setSingleShot(true);
     QObject::connect(&m_quietPause, &QTimer::timeout, this, &HostSession::reconnectQuietly);
@@ -74,6 +88,7 @@ void HostSession::openSession()
     m_onConnection = true;
     // What happened since the old connection went was told to nobody.
     m_eventsMissed = m_eventsMissed || !m_subscriptions.empty();
+    m_declined.reset();
     m_nextPause = FirstPause;
     if (m_quietPause.remainingTime() > FirstPause)
         m_quietPause.start(FirstPause);
@@ -98,19 +113,54 @@ template<typename Work>
 auto HostSession::withRetries(Work work)
 {
     const Call inCall(*this);
+    failAfterDeclined();
     for (;;) {
         try {
             return work();
         } catch (const ConnectionLost& lost) {
             m_connection.close();
-            if (m_tryAgain(QString::fromStdWString(lost.description())))
+            if (wantsAnotherTry(lost.description()))
                 continue;
-            Q_EMIT connectionChanged(false);
-            if (!m_quietPause.isActive())
-                m_quietPause.start(m_nextPause);
+            noteDeclined(lost.description());
+            if (m_changeSent)
+                throw CallAbandoned(lost.description()
+                    + L" The change may have been made or not. Look at the record before you enter it again.");
             throw CallAbandoned(lost.description());
         }
     }
+}
+
+bool HostSession::wantsAnotherTry(const Text& reason)
+{
+    if (m_givenUp)
+        return false;
+    QString question = QString::fromStdWString(reason);
+    if (m_changeSent)
+        question += tr(" The change may have been made or not. Trying again makes it once.");
+    return m_tryAgain(question);
+}
+
+void HostSession::noteDeclined(const Text& reason)
+{
+    m_declined = reason;
+    m_declineEnds.start(0);
+    Q_EMIT connectionChanged(false);
+    if (!m_quietPause.isActive())
+        m_quietPause.start(m_nextPause);
+}
+
+void HostSession::failAfterDeclined() const
+{
+    if (m_declined)
+        throw CallAbandoned(*m_declined);
+}
+
+void HostSession::giveUp()
+{
+    if (!m_inCall)
+        return;
+    m_givenUp = true;
+    m_connection.giveUp();
 }
 
 Text HostSession::users()
@@ -128,6 +178,7 @@ void HostSession::signOn(const Text& userName)
         m_token = newToken(); // another user never gets the answers of this one
     }
     m_userName = userName;
+    m_unsettled.reset();
     m_signedOn = {};
     m_values.clear();
     withRetries([this] { openSession(); });
@@ -180,14 +231,41 @@ Text HostSession::callList(TextView name, TextView parameter) { return call(name
 
 Text HostSession::call(TextView name, TextView parameter)
 {
-    const long long number = takeExpected(name, parameter); // the same for every try, so that the server does it once
-    const QByteArray reply = withRetries([&] {
-        openSession();
-        return m_connection.hasSent(number) ? m_connection.receive(number)
-                                            : m_connection.exchange(number, name, parameter);
-    });
-    tellMissedEvents();
-    return widenBytes(reply);
+    failAfterDeclined();
+    const long long last = m_lastNumber;
+    const long long number = numberOf(name, parameter); // the same for every try, so that the server does it once
+    const bool changes = changesRecords(name);
+    const QScopedValueRollback changeSent(m_changeSent, changes && number <= last); // then it is an unsettled one
+    try {
+        const QByteArray reply = withRetries([&] {
+            openSession();
+            if (m_connection.hasSent(number))
+                return m_connection.receive(number);
+            m_changeSent = changes;
+            return m_connection.exchange(number, name, parameter);
+        });
+        tellMissedEvents();
+        return widenBytes(reply);
+    } catch (const CallAbandoned&) {
+        if (m_changeSent) {
+            m_unsettled = { number, Text(name), Text(parameter) };
+            m_unsettledUntil.setRemainingTime(UnsettledTime);
+        }
+        throw;
+    }
+}
+
+// A change whose fate is not known is made again under its old number. After another change, or much later when others
+// may have changed the record, it is a new one.
+long long HostSession::numberOf(TextView name, TextView parameter)
+{
+    if (!changesRecords(name))
+        return takeExpected(name, parameter);
+    const auto unsettled = std::exchange(m_unsettled, std::nullopt);
+    if (!unsettled || m_unsettledUntil.hasExpired() || unsettled->name != name || unsettled->parameter != parameter)
+        return takeExpected(name, parameter);
+    dropExpected();
+    return unsettled->number;
 }
 
 // --- Calls that are announced ---
@@ -297,6 +375,10 @@ void HostSession::raiseEvent(TextView name, TextView data)
 void HostSession::queueEvent(Text name, Text data)
 {
     auto event = std::pair(std::move(name), std::move(data));
+    if (m_events.size() >= MostEvents) {
+        m_events.clear();
+        event = { L"REFRESH", L"" };
+    }
     // The same news twice is told once.
     if (std::find(m_events.begin(), m_events.end(), event) == m_events.end())
         m_events.push_back(std::move(event));

@@ -3,6 +3,7 @@
 #include "host/ServerConnection.h"
 #include "platform/host.h"
 
+#include <QDeadlineTimer>
 #include <QObject>
 #include <QTimer>
 
@@ -14,7 +15,8 @@
 
 namespace health {
 
-// A call that the user did not want to try again: what happened has been shown already.
+// A call that the user did not want to try again, or one that came in the same turn of the event loop after such a
+// call: what happened has been shown already.
 class CallAbandoned : public ConnectionGone {
     using ConnectionGone::ConnectionGone;
 };
@@ -32,7 +34,8 @@ public:
         Text siteName;
     };
 
-    // Asks the user whether to try again; gets what happened. Where it says no, the call throws CallAbandoned.
+    // Asks the user whether to try again; gets what happened. Where it says no, the call throws CallAbandoned, and so
+    // do those that follow it before the event loop is reached again: the rest of the same load.
     using TryAgain = std::function<bool(const QString& reason)>;
 
     // The transport must outlive the session.
@@ -45,6 +48,13 @@ public:
     const SignedOn& signedOn() const { return m_signedOn; }
 
     bool isInCall() const { return m_inCall; }
+    // Ends the call that waits as if the user had declined to try again. For what runs inside it.
+    void giveUp();
+    // How long a call may take in all, however much the server sends meanwhile; milliseconds.
+    void setLongestCall(int milliseconds) { m_connection.setLongestCall(milliseconds); }
+    // Heard again and again in a long call, with the milliseconds that it has lasted. True lets user input through:
+    // whoever answers so keeps it from all but what may take it.
+    std::function<bool(qint64 milliseconds)> onWait;
     void setObject(TextView progId, std::shared_ptr<HostObject> object) { m_objects[Text(progId)] = std::move(object); }
     // Where connect() gets the user's name from; empty when the user gave none.
     std::function<Text()> chooseUser;
@@ -83,6 +93,7 @@ private:
             if (m_session.m_inCall)
                 throw Failure(L"Another call is still running.");
             m_session.m_inCall = true;
+            m_session.m_givenUp = false;
         }
         ~Call()
         {
@@ -109,11 +120,15 @@ private:
     };
 
     Text call(TextView name, TextView parameter);
+    long long numberOf(TextView name, TextView parameter);
     long long takeExpected(TextView name, TextView parameter);
     void dropExpected();
     void tellServer(TextView name, TextView parameter);
     template<typename Work>
     auto withRetries(Work work);
+    bool wantsAnotherTry(const Text& reason);
+    void noteDeclined(const Text& reason);
+    void failAfterDeclined() const;
     QByteArray request(TextView name, TextView parameter);
     void openConnection();
     void openSession();
@@ -145,6 +160,14 @@ private:
     QTimer m_quietPause; // between two tries to connect again
     int m_nextPause; // milliseconds
     bool m_inCall = false; // from the first try to the end of the last
+    bool m_givenUp = false; // the call that runs
+    bool m_changeSent = false; // the call that runs changes data, and the server may have got it
+    std::optional<Text> m_declined; // what the user did not want to try again, until the event loop is reached
+    QTimer m_declineEnds;
+    // The last change that was sent and then abandoned. Made again in time, it keeps its number, so that it is made
+    // once.
+    std::optional<SentAhead> m_unsettled;
+    QDeadlineTimer m_unsettledUntil;
     std::deque<SentAhead> m_expected; // calls that were announced, in their order
     std::map<Text, Text> m_values;
     std::map<Text, std::shared_ptr<HostObject>> m_objects;

@@ -18,6 +18,7 @@ namespace health {
 namespace {
 constexpr int TypingPause = 150; // milliseconds after the last key
 constexpr int MostHits = 250; // the server sends no more
+constexpr int UsualLetters = 24;
 }
 
 void resizeToScreen(QWidget& window, QSize size)
@@ -30,6 +31,7 @@ ListPicker::ListPicker(const QString& title, const QStringList& headings, QWidge
     , m_text(new QLineEdit)
     , m_list(new QTableWidget(0, static_cast<int>(headings.size())))
     , m_remark(new QLabel)
+    , m_letters(headings.size(), UsualLetters)
 {
     m_remark->setTextFormat(Qt::PlainText);
     m_remark->setWordWrap(true);
@@ -46,13 +48,15 @@ ListPicker::ListPicker(const QString& title, const QStringList& headings, QWidge
     m_list->setSelectionMode(QAbstractItemView::SingleSelection);
     m_list->setEditTriggers(QAbstractItemView::NoEditTriggers);
     m_list->setTabKeyNavigation(false);
-    m_list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    m_list->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
+    m_list->installEventFilter(this);
+    m_list->viewport()->installEventFilter(this);
     m_list->setShowGrid(false);
     m_list->setAlternatingRowColors(true);
     m_list->verticalHeader()->hide();
-    m_list->horizontalHeader()->setStretchLastSection(true);
     m_list->horizontalHeader()->setHighlightSections(false);
-    m_list->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    for (int column = 0; column < m_list->columnCount(); ++column)
+        m_list->horizontalHeaderItem(column)->setTextAlignment(Qt::AlignLeft | Qt::AlignVCenter);
 
     auto* const buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
     m_select = buttons->button(QDialogButtonBox::Ok);
@@ -82,17 +86,35 @@ void ListPicker::setRows(const QList<Row>& rows)
     m_list->setRowCount(static_cast<int>(rows.size()));
     for (int row = 0; row < rows.size(); ++row) {
         m_keys.append(rows[row].key);
-        for (int column = 0; column < m_list->columnCount(); ++column)
-            m_list->setItem(row, column, new QTableWidgetItem(rows[row].texts.value(column)));
+        for (int column = 0; column < m_list->columnCount(); ++column) {
+            auto* const item = new QTableWidgetItem(rows[row].texts.value(column));
+            item->setTextAlignment(Qt::Alignment(m_list->horizontalHeaderItem(column)->textAlignment()));
+            item->setToolTip(item->text()); // what does not fit ends in an ellipsis
+            m_list->setItem(row, column, item);
+        }
     }
-    m_list->resizeColumnsToContents();
-    // A very long name must not push the other columns out of sight; the last column takes what is left.
-    const int space = fontMetrics().horizontalAdvance(u'x') * 2;
-    for (int column = 0; column + 1 < m_list->columnCount(); ++column)
-        m_list->setColumnWidth(column, std::min(m_list->columnWidth(column) + space, width() / 2));
+    layOutColumns();
     if (!rows.isEmpty())
         m_list->selectRow(0);
     updateButtons();
+}
+
+void ListPicker::setColumn(int column, int letters, Qt::Alignment alignment)
+{
+    m_letters[column] = letters;
+    m_list->horizontalHeaderItem(column)->setTextAlignment(alignment | Qt::AlignVCenter);
+    layOutColumns();
+}
+
+void ListPicker::layOutColumns()
+{
+    const int last = m_list->columnCount() - 1;
+    int rest = m_list->viewport()->width();
+    for (int column = 0; column <= last; ++column) {
+        const int width = fontMetrics().horizontalAdvance(u'x') * m_letters[column];
+        m_list->setColumnWidth(column, column == last ? std::max(width, rest) : width);
+        rest -= width;
+    }
 }
 
 void ListPicker::setSearch(const QString& hint, Search search)
@@ -118,7 +140,7 @@ void ListPicker::runSearch()
     if (!m_search)
         return;
     try {
-        const auto rows = m_search(m_text->text().trimmed().toUpper());
+        const auto rows = m_search(m_text->text().trimmed());
         if (!rows)
             return m_pause.start(TypingPause);
         setRows(*rows);
@@ -159,11 +181,33 @@ void ListPicker::showEvent(QShowEvent* event)
         m_list->setFocus();
 }
 
+void ListPicker::changeEvent(QEvent* event)
+{
+    QDialog::changeEvent(event);
+    if (event->type() == QEvent::FontChange)
+        layOutColumns();
+}
+
+// Home and End go to the first and the last row.
+bool ListPicker::moveToEnd(const QKeyEvent& key)
+{
+    if (key.modifiers() != Qt::NoModifier || (key.key() != Qt::Key_Home && key.key() != Qt::Key_End))
+        return false;
+    m_list->selectRow(key.key() == Qt::Key_Home ? 0 : m_list->rowCount() - 1);
+    return true;
+}
+
 bool ListPicker::eventFilter(QObject* watched, QEvent* event)
 {
-    if (watched != m_text || event->type() != QEvent::KeyPress)
+    if (watched == m_list->viewport() && event->type() == QEvent::Resize)
+        layOutColumns();
+    if (event->type() != QEvent::KeyPress)
         return QDialog::eventFilter(watched, event);
     auto* const key = static_cast<QKeyEvent*>(event);
+    if (moveToEnd(*key))
+        return true;
+    if (watched != m_text)
+        return QDialog::eventFilter(watched, event);
     switch (key->key()) {
     case Qt::Key_Up:
     case Qt::Key_Down:

@@ -32,11 +32,14 @@ public:
 
     ListPicker(const QString& title, const QStringList& headings, QWidget* parent);
 
+    // Gives a column a width of so many letters, whatever it shows; the last one takes what is left besides.
+    void setColumn(int column, int letters, Qt::Alignment alignment = Qt::AlignLeft);
     // Shows the rows and selects the first.
     void setRows(const QList<Row>& rows);
     // Selects the row with a key, if there is one.
     void selectKey(const QString& key);
-    // Puts a search field on top and searches as the user types. `hint` stands in the empty field.
+    // Puts a search field on top and searches as the user types, without the blanks around it. `hint` stands in the
+    // empty field.
     void setSearch(const QString& hint, Search search);
 
     // The key of the picked row; empty after Cancel.
@@ -45,10 +48,13 @@ public:
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
     void showEvent(QShowEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
 private:
     void runSearch();
     bool pressedEnter();
+    bool moveToEnd(const QKeyEvent& key);
+    void layOutColumns();
     void updateButtons();
 
     QLineEdit* m_text;
@@ -58,6 +64,7 @@ private:
     QTimer m_pause;
     Search m_search;
     QStringList m_keys;
+    QList<int> m_letters; // widths of the columns
 };
 
 }

@@ -2,13 +2,17 @@
 
 #include "host/DisplayText.h"
 #include "host/FailureBox.h"
+#include "host/HelpBoxes.h"
 #include "host/ListPicker.h"
 #include "host/PatientBanner.h"
 #include "host/Pickers.h"
 #include "host/PreviewDialog.h"
 #include "host/ProcessTransport.h"
+#include "host/ProgramIcon.h"
 #include "host/ReadablePalette.h"
+#include "host/TextSize.h"
 #include "host/TlsTransport.h"
+#include "host/WaitBox.h"
 #include "host/WheelGuard.h"
 
 #include <QApplication>
@@ -16,21 +20,28 @@
 #include <QLabel>
 #include <QMenuBar>
 #include <QMessageBox>
-#include <QProgressDialog>
 #include <QScopeGuard>
 #include <QSettings>
 #include <QStatusBar>
+#include <QTimer>
 #include <QVBoxLayout>
 
 #include <algorithm>
 #include <cstdio>
+#include <utility>
 
 namespace health {
 
 namespace {
-constexpr double SmallestText = 0.7;
-constexpr double LargestText = 3;
-constexpr int LongestOpening = 15'000; // milliseconds
+// In milliseconds
+constexpr int LongestOpening = 15'000;
+constexpr int Patience = 2000; // before a wait is offered to be stopped
+constexpr int LaterPause = 20;
+
+// Of the settings
+const QString GeometryKey = QStringLiteral("geometry");
+const QString TextSizeKey = QStringLiteral("textSize");
+constexpr double TextStep = 1.1;
 
 std::unique_ptr<Transport> makeTransport(const Options& options)
 {
@@ -48,7 +59,7 @@ MainWindow::MainWindow(const Options& options)
     , m_pages(new PanelPages(m_context))
     , m_connectionLabel(new QLabel(tr("Not connected to the server.")))
     , m_userLabel(new QLabel)
-    , m_basePointSize(QApplication::font().pointSizeF())
+    , m_textSize(new TextSize(this))
 {
     auto* const banner = new PatientBanner(m_context, this);
     auto* const centre = new QWidget;
@@ -62,20 +73,23 @@ MainWindow::MainWindow(const Options& options)
     statusBar()->setAccessibleName(tr("Status"));
     makeFileMenu();
     makeViewMenu();
-    menuBar()->addMenu(tr("&Help"))->addAction(tr("&About"), this, &MainWindow::showAbout);
+    makeHelpMenu();
     connect(banner, &PatientBanner::patientWanted, this, &MainWindow::choosePatient);
     connect(banner, &PatientBanner::visitWanted, this, &MainWindow::chooseVisit);
     connect(m_pages, &PanelPages::countChanged, this, &MainWindow::updatePanelActions);
     connectContext();
     QApplication::instance()->installEventFilter(new WheelGuard(this));
     new ReadablePalette(this);
+    QApplication::setWindowIcon(programIcon());
+    if (!m_options.isUnattended())
+        m_textSize->setFactor(QSettings().value(TextSizeKey, 1).toDouble());
 
     const QSize size(fontMetrics().horizontalAdvance(u'x') * 150, fontMetrics().height() * 42);
     if (m_options.isUnattended()) {
         resize(size); // a picture needs no screen
     } else {
         resizeToScreen(*this, size);
-        restoreGeometry(QSettings().value(QStringLiteral("geometry")).toByteArray());
+        restoreGeometry(QSettings().value(GeometryKey).toByteArray());
     }
     updateTitle();
 }
@@ -89,19 +103,21 @@ void MainWindow::connectContext()
     connect(&m_context.session(), &HostSession::statusChanged, this,
         [this](const QString& text) { statusBar()->showMessage(text); });
     m_connectionLabel->hide();
-    connect(&m_context.session(), &HostSession::connectionChanged, m_connectionLabel,
-        [this](bool connected) { m_connectionLabel->setHidden(connected); });
+    connect(&m_context.session(), &HostSession::connectionChanged, this, &MainWindow::showConnection);
     connect(&m_context.session(), &HostSession::progressed, this, &MainWindow::showProgress);
-    connect(&m_context.session(), &HostSession::callEnded, this, &MainWindow::endProgress);
+    connect(&m_context.session(), &HostSession::callEnded, this, &MainWindow::endWaiting);
     m_context.patientObject().prompt = [this] { choosePatient(); };
     m_context.encounterObject().choose = [this] { chooseVisit(); };
     m_context.printObject().show = [this](const Report& report) { showReport(report); };
+    m_context.session().onWait = [this](qint64 milliseconds) { return showWaiting(milliseconds); };
+    m_context.session().setLongestCall(m_options.longestCallMilliseconds);
     m_context.session().chooseUser = [this] { return userOfOptions(); };
 }
 
 void MainWindow::makeFileMenu()
 {
     QMenu* const file = menuBar()->addMenu(tr("&File"));
+    file->setToolTipsVisible(true);
     file->addAction(tr("Select &Patient..."), QKeySequence(tr("Ctrl+O")), this, &MainWindow::choosePatient);
     m_visitAction = file->addAction(tr("Select &Visit..."), QKeySequence(tr("Ctrl+T")), this, &MainWindow::chooseVisit);
     file->addAction(tr("Sign On &As..."), this, &MainWindow::chooseUser);
@@ -121,22 +137,37 @@ void MainWindow::makeViewMenu()
     });
     view->addSeparator();
     // The plus stands on a shifted key of many keyboards.
-    view->addAction(tr("&Larger Text"), this, [this] { changeTextSize(1.1); })
+    view->addAction(tr("&Larger Text"), this, [this] { m_textSize->setFactor(m_textSize->factor() * TextStep); })
         ->setShortcuts({ QKeySequence(tr("Ctrl++")), QKeySequence(tr("Ctrl+=")) });
-    view->addAction(tr("&Smaller Text"), QKeySequence(tr("Ctrl+-")), this, [this] { changeTextSize(1 / 1.1); });
-    view->addAction(tr("&Normal Text"), QKeySequence(tr("Ctrl+0")), this, [this] { changeTextSize(0); });
+    view->addAction(tr("&Smaller Text"), QKeySequence(tr("Ctrl+-")), this,
+        [this] { m_textSize->setFactor(m_textSize->factor() / TextStep); });
+    view->addAction(tr("&Normal Text"), QKeySequence(tr("Ctrl+0")), this, [this] { m_textSize->setFactor(1); });
+}
+
+void MainWindow::showConnection(bool connected)
+{
+    m_connected = connected;
+    m_connectionLabel->setHidden(connected);
+    updatePanelActions();
+    if (connected && m_wantedPanels > 0)
+        QMetaObject::invokeMethod(this, &MainWindow::addWantedPanels, Qt::QueuedConnection);
 }
 
 void MainWindow::updatePanelActions()
 {
-    m_newPanel->setEnabled(m_pages->mayAdd());
+    // A panel that starts without the server stays half made: it knows neither the user's keys nor what may be added.
+    m_newPanel->setEnabled(m_connected && m_pages->mayAdd());
+    m_newPanel->setToolTip(!m_connected ? tr("No panel can be opened while the server is not connected.")
+            : m_pages->mayAdd()         ? tr("Open another panel beside this one.")
+                                        : tr("No more than %1 panels fit side by side.").arg(PanelPages::Most));
     m_closePanel->setEnabled(m_pages->mayClose());
 }
 
-void MainWindow::showAbout()
+void MainWindow::makeHelpMenu()
 {
-    QMessageBox::about(
-        this, tr("About"), tr("Reference host %1 of the Personal Health panel.").arg(QStringLiteral(HOST_VERSION)));
+    QMenu* const help = menuBar()->addMenu(tr("&Help"));
+    help->addAction(tr("&Keyboard Shortcuts"), QKeySequence(Qt::Key_F1), this, [this] { showShortcuts(*this); });
+    help->addAction(tr("&About"), this, [this] { showAbout(*this, m_options, m_userLabel->text()); });
 }
 
 // --- Start ---
@@ -169,7 +200,9 @@ Text MainWindow::userOfOptions()
 
 bool MainWindow::askAgain(const QString& reason)
 {
-    endProgress();
+    delete m_waitBox;
+    if (m_closing)
+        return false;
     if (m_options.isUnattended()) {
         std::fprintf(stderr, "%s\n", qPrintable(reason));
         return false;
@@ -189,17 +222,44 @@ void MainWindow::showProgress(int percent, const QString& text)
 {
     if (m_options.isUnattended())
         return tellProgress(tr("%1 (%2%)").arg(text).arg(percent / 25 * 25));
-    if (!m_progress) {
-        m_progress = new QProgressDialog(text, QString(), 0, 100, isVisible() ? this : nullptr);
-        m_progress->setWindowTitle(tr("Preparing the clinical data"));
-        m_progress->setAccessibleName(tr("Preparing the clinical data"));
-        m_progress->setAutoClose(false);
-        m_progress->setAutoReset(false);
-        m_progress->setMinimumWidth(fontMetrics().horizontalAdvance(u'x') * 50);
+    waitBox().showProgress(percent, text);
+}
+
+// Offers to stop a call that takes long; true when the box that does so is on the screen, and takes all input.
+bool MainWindow::showWaiting(qint64 milliseconds)
+{
+    if (m_options.isUnattended())
+        return false;
+    if (!m_waitBox && milliseconds >= Patience)
+        waitBox().showWaiting();
+    return m_waitBox;
+}
+
+WaitBox& MainWindow::waitBox()
+{
+    if (!m_waitBox) {
+        m_waitBox = new WaitBox(*this);
+        connect(m_waitBox, &WaitBox::stopped, &m_context.session(), &HostSession::giveUp);
     }
-    m_progress->setLabelText(text);
-    m_progress->setValue(percent);
-    m_progress->show();
+    return *m_waitBox;
+}
+
+void MainWindow::endWaiting()
+{
+    delete m_waitBox;
+    if (m_closing)
+        closeLater();
+}
+
+// Whoever made the call has to hear of its end first, and may have something to say.
+void MainWindow::closeLater()
+{
+    QTimer::singleShot(LaterPause, this, [this] {
+        if (!m_context.mayChange())
+            return closeLater();
+        if (std::exchange(m_closing, false))
+            close();
+    });
 }
 
 void MainWindow::tellProgress(const QString& line)
@@ -208,8 +268,6 @@ void MainWindow::tellProgress(const QString& line)
         std::fprintf(stderr, "%s\n", qPrintable(line));
     m_toldProgress = line;
 }
-
-void MainWindow::endProgress() { delete m_progress; }
 
 // --- The user's choices ---
 
@@ -255,20 +313,19 @@ void MainWindow::chooseUser()
     });
 }
 
-// The panels ask for the user's keys when they start, so they start anew. Should the new user be refused, the old one
-// is signed on again.
+// The panels ask for the user's keys when they start, so they start anew, as soon as somebody is signed on. Should the
+// new user be refused, the old one is signed on again.
 void MainWindow::changeUser(const Text& user)
 {
     if (!m_context.selectPatient(0))
         return;
     const Text old = m_context.session().signedOn().userName;
-    const std::size_t panels = m_pages->count();
+    m_wantedPanels += m_pages->count();
     m_pages->dropAll();
     // Whatever comes of it, the window shows who is signed on, and its panels.
-    const auto goOn = qScopeGuard([&] {
+    const auto goOn = qScopeGuard([this] {
         showUser();
-        for (std::size_t i = 0; i < panels; ++i)
-            m_pages->add();
+        addWantedPanels();
     });
     try {
         m_context.session().signOn(user);
@@ -278,6 +335,20 @@ void MainWindow::changeUser(const Text& user)
         signOnAgain(old);
         throw;
     }
+}
+
+// Nothing while the server is away: its coming back calls this again.
+void MainWindow::addWantedPanels()
+{
+    if (!m_context.session().isConnected() || m_wantedPanels == 0)
+        return;
+    if (!m_context.mayChange()) {
+        QTimer::singleShot(LaterPause, this, &MainWindow::addWantedPanels);
+        return;
+    }
+    showUser();
+    for (std::size_t wanted = std::exchange(m_wantedPanels, 0); wanted > 0; --wanted)
+        m_pages->add();
 }
 
 void MainWindow::signOnAgain(const Text& user)
@@ -298,18 +369,13 @@ void MainWindow::showUser()
 void MainWindow::showReport(const Report& report)
 {
     const PatientData& patient = m_context.patient();
-    const QString owner = patient.number == 0
-        ? tr("No patient selected")
-        : tr("Patient: %1   Number: %2").arg(displayName(patient.name)).arg(patient.number);
-    PreviewDialog(ReportPages(report, owner), report.title, QApplication::activeWindow()).exec();
-}
-
-void MainWindow::changeTextSize(double factor)
-{
-    m_textSize = factor == 0 ? 1 : std::clamp(m_textSize * factor, SmallestText, LargestText);
-    QFont font = QApplication::font();
-    font.setPointSizeF(m_basePointSize * m_textSize);
-    QApplication::setFont(font);
+    const QString user = displayName(QString::fromStdWString(m_context.session().signedOn().userName));
+    ReportPeople people { tr("No patient selected"), {}, user };
+    if (patient.number != 0) {
+        people.patient = displayName(patient.name);
+        people.heading = tr("Patient: %1   Number: %2").arg(people.patient).arg(patient.number);
+    }
+    PreviewDialog(ReportPages(report, people), report.title, QApplication::activeWindow()).exec();
 }
 
 void MainWindow::updateTitle()
@@ -325,10 +391,14 @@ void MainWindow::closeEvent(QCloseEvent* event)
 {
     if (m_context.session().isInCall()) {
         event->ignore();
+        m_closing = true;
+        m_context.session().giveUp();
         return;
     }
-    if (!m_options.isUnattended())
-        QSettings().setValue(QStringLiteral("geometry"), saveGeometry());
+    if (!m_options.isUnattended()) {
+        QSettings().setValue(GeometryKey, saveGeometry());
+        QSettings().setValue(TextSizeKey, m_textSize->factor());
+    }
     QMainWindow::closeEvent(event);
 }
 

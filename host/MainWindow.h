@@ -11,9 +11,11 @@
 #include <memory>
 
 class QLabel;
-class QProgressDialog;
 
 namespace health {
+
+class TextSize;
+class WaitBox;
 
 // The host's window: patient banner, up to four panels side by side, menus, status line.
 class MainWindow : public QMainWindow {
@@ -40,19 +42,23 @@ private:
     void makeFileMenu();
     void makeViewMenu();
     void connectContext();
+    void showConnection(bool connected);
     void updatePanelActions();
     void changeUser(const Text& user);
     void signOnAgain(const Text& user);
+    void addWantedPanels();
     void showUser();
     void choosePatient();
     void chooseVisit();
     void chooseUser();
     void showReport(const Report& report);
-    void showAbout();
+    void makeHelpMenu();
     void showProgress(int percent, const QString& text);
     void tellProgress(const QString& line);
-    void endProgress();
-    void changeTextSize(double factor);
+    bool showWaiting(qint64 milliseconds);
+    WaitBox& waitBox();
+    void endWaiting();
+    void closeLater();
     void updateTitle();
     bool askAgain(const QString& reason);
     void guarded(const std::function<void()>& work);
@@ -64,13 +70,15 @@ private:
     PanelPages* m_pages;
     QLabel* m_connectionLabel;
     QLabel* m_userLabel;
+    bool m_connected = false;
+    std::size_t m_wantedPanels = 0; // taken off, to be opened again for the user who signs on
     QAction* m_newPanel = nullptr;
     QAction* m_closePanel = nullptr;
     QAction* m_visitAction = nullptr;
-    QPointer<QProgressDialog> m_progress;
+    QPointer<WaitBox> m_waitBox; // while a call takes long
+    bool m_closing = false; // as soon as the call that runs is over
     QString m_toldProgress; // the last line on standard error where nobody sits in front
-    double m_basePointSize;
-    double m_textSize = 1;
+    TextSize* m_textSize;
 };
 
 }

@@ -14,6 +14,7 @@ namespace {
 
 // Longer than a server may have to wait for the journal of one that was killed.
 constexpr double DefaultTimeout = 90; // seconds
+constexpr double DefaultLongestCall = 600; // seconds
 
 QString defaultDataFolder()
 {
@@ -37,6 +38,16 @@ QString defaultServerProgram()
 {
     std::fprintf(stderr, "%s\n", qPrintable(text));
     std::exit(2);
+}
+
+// The milliseconds that an option of seconds gives.
+int readSeconds(const QCommandLineParser& parser, const QString& option)
+{
+    bool understood = true;
+    const double seconds = parser.value(option).toDouble(&understood);
+    if (!understood || !(seconds > 0 && seconds <= 86400))
+        refuse(QStringLiteral("--%1 takes a number of seconds.").arg(option));
+    return static_cast<int>(seconds * 1000);
 }
 
 // The remote server that the options name, if any.
@@ -95,8 +106,10 @@ Options readOptions()
         { QStringLiteral("authority"),
             QStringLiteral("Trust the remote server if its certificate is from the authority in FILE (PEM)."),
             QStringLiteral("FILE") },
-        { QStringLiteral("timeout"), QStringLiteral("Wait at most SECONDS for an answer."), QStringLiteral("SECONDS"),
-            QString::number(DefaultTimeout) },
+        { QStringLiteral("timeout"), QStringLiteral("Wait at most SECONDS for a server that says nothing."),
+            QStringLiteral("SECONDS"), QString::number(DefaultTimeout) },
+        { QStringLiteral("longest-call"), QStringLiteral("Give a call up after SECONDS, whatever the server says."),
+            QStringLiteral("SECONDS"), QString::number(DefaultLongestCall) },
         { QStringLiteral("register"), QStringLiteral("Register the component in LIBRARY and end."),
             QStringLiteral("LIBRARY") },
         { QStringLiteral("unregister"), QStringLiteral("Unregister the component in LIBRARY and end."),
@@ -120,10 +133,8 @@ Options readOptions()
         options.patient = parser.value(QStringLiteral("patient")).toLong(&understood);
     if (!understood || options.patient < 0)
         refuse(QStringLiteral("--patient takes a patient's number."));
-    const double seconds = parser.value(QStringLiteral("timeout")).toDouble(&understood);
-    if (!understood || !(seconds > 0 && seconds <= 86400))
-        refuse(QStringLiteral("--timeout takes a number of seconds."));
-    options.timeoutMilliseconds = static_cast<int>(seconds * 1000);
+    options.timeoutMilliseconds = readSeconds(parser, QStringLiteral("timeout"));
+    options.longestCallMilliseconds = readSeconds(parser, QStringLiteral("longest-call"));
     options.user = parser.value(QStringLiteral("user"));
     options.picture = parser.value(QStringLiteral("picture"));
     options.tour = parser.value(QStringLiteral("tour"));

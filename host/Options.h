@@ -17,7 +17,8 @@ struct Options {
     QString dataFolder;
     QString serverProgram;
     RemoteServer server; // instead of a local one, where its port is not 0
-    int timeoutMilliseconds = 0;
+    int timeoutMilliseconds = 0; // of a silent server
+    int longestCallMilliseconds = 600'000; // however much the server sends meanwhile
     QString registerLibrary;
     QString unregisterLibrary;
 

@@ -25,6 +25,8 @@ PanelPages::PanelPages(ClinicalContext& context)
 {
     setChildrenCollapsible(false);
     setAccessibleName(tr("Panels"));
+    connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* focused) { noteFocus(focused); });
+    connect(&context, &ClinicalContext::patientTold, this, &PanelPages::focusRecords);
 }
 
 PanelPages::~PanelPages() { dropAll(); }
@@ -62,6 +64,26 @@ void PanelPages::showPages()
             page->show();
     }
     refresh(); // at once, not with the next round of the event loop
+    if (m_context.patient().number != 0 && !isAncestorOf(window()->focusWidget()))
+        focusRecords();
+}
+
+void PanelPages::noteFocus(QWidget* focused)
+{
+    for (const Panel& panel : m_panels) {
+        if (panel.page && panel.page->isAncestorOf(focused))
+            m_lastFocused = panel.page;
+    }
+}
+
+void PanelPages::focusRecords()
+{
+    QWidget* const first = m_panels.empty() ? nullptr : m_panels.front().page;
+    QWidget* const page = m_lastFocused && isAncestorOf(m_lastFocused) ? m_lastFocused.data() : first;
+    if (!page)
+        return;
+    auto* const records = page->findChild<QAbstractItemView*>(QString(), Qt::FindDirectChildrenOnly);
+    (page->focusProxy() || !records ? page : records)->setFocus();
 }
 
 QWidget* PanelPages::load(Panel& panel)

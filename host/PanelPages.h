@@ -29,6 +29,8 @@ public:
     void add();
     // Closes the panel that has the focus, else the last.
     void closeCurrent();
+    // Gives the keyboard to the record list of the panel that had it last, else of the first.
+    void focusRecords();
     // Takes all panels off.
     void dropAll();
 
@@ -55,10 +57,12 @@ private:
     QWidget* load(Panel& panel);
     QWidget* messagePage(const QString& text);
     void drop(Panel& panel);
+    void noteFocus(QWidget* focused);
     void showPages();
 
     ClinicalContext& m_context;
     std::vector<Panel> m_panels;
+    QPointer<QWidget> m_lastFocused; // the page that had the keyboard last
     QString m_failure;
 };
 

@@ -17,7 +17,12 @@ long pickPatient(HostSession& session, QWidget* parent)
 {
     const PatientSearch patients(session);
     ListPicker picker(tr("Select Patient"), PatientSearch::headings(), parent);
-    picker.setSearch(tr("Beginning of the name (last, first), or number"),
+    picker.setColumn(0, 36);
+    picker.setColumn(1, 11, Qt::AlignRight);
+    picker.setColumn(2, 6, Qt::AlignHCenter);
+    picker.setColumn(3, 14);
+    picker.setColumn(4, 12, Qt::AlignRight);
+    picker.setSearch(tr("Name (last, first), given name, birth date or number"),
         [&](const QString& text) -> std::optional<QList<ListPicker::Row>> {
             if (session.isInCall())
                 return std::nullopt;
@@ -29,6 +34,9 @@ long pickPatient(HostSession& session, QWidget* parent)
 std::optional<VisitData> pickVisit(HostSession& session, long patientNumber, long currentVisit, QWidget* parent)
 {
     ListPicker picker(tr("Select Visit"), { tr("Date"), tr("Location"), tr("Provider"), tr("Category") }, parent);
+    picker.setColumn(0, 18);
+    picker.setColumn(1, 28);
+    picker.setColumn(3, 14);
     QList<ListPicker::Row> rows { { QStringLiteral("0"), { tr("No visit") } } };
     std::map<QString, VisitData> visits { { QStringLiteral("0"), VisitData() } };
     const auto lines = linesOf(session.callList(L"MEVHOST VISITS", std::to_wstring(patientNumber)));
@@ -39,7 +47,8 @@ std::optional<VisitData> pickVisit(HostSession& session, long patientNumber, lon
                 displayName(pieces.value(4)) } });
     }
     picker.setRows(rows);
-    picker.selectKey(QString::number(currentVisit));
+    // The latest comes first.
+    picker.selectKey(currentVisit == 0 ? lines.value(0).value(0) : QString::number(currentVisit));
     const auto found = visits.find(picker.pick());
     return found == visits.end() ? std::nullopt : std::optional(found->second);
 }

@@ -4,13 +4,19 @@
 #include "host/ListPicker.h"
 #include "platform/Failure.h"
 
+#include <QDate>
 #include <QDialogButtonBox>
+#include <QDir>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QGraphicsView>
+#include <QLabel>
 #include <QPrintDialog>
 #include <QPrintPreviewWidget>
 #include <QPrinterInfo>
 #include <QPushButton>
+#include <QScrollBar>
+#include <QStandardPaths>
 #include <QVBoxLayout>
 
 namespace health {
@@ -19,11 +25,14 @@ PreviewDialog::PreviewDialog(const ReportPages& pages, const QString& title, QWi
     : QDialog(parent)
     , m_pages(pages)
     , m_printer(QPrinter::HighResolution)
+    , m_saved(new QLabel)
 {
     setWindowTitle(title);
     if (QPrinterInfo::availablePrinters().isEmpty()) {
         m_printer.setOutputFormat(QPrinter::PdfFormat);
         ReportPages::setUsualPaper(m_printer);
+    } else {
+        ReportPages::setMargins(m_printer);
     }
     m_preview = new QPrintPreviewWidget(&m_printer);
     m_preview->setAccessibleName(title);
@@ -45,7 +54,11 @@ PreviewDialog::PreviewDialog(const ReportPages& pages, const QString& title, QWi
         return button;
     };
     QPushButton* const printButton = add(tr("&Print..."));
-    printButton->setEnabled(!QPrinterInfo::availablePrinters().isEmpty());
+    if (QPrinterInfo::availablePrinters().isEmpty()) {
+        printButton->setEnabled(false);
+        printButton->setToolTip(tr("This computer knows no printer."));
+        printButton->setAccessibleDescription(printButton->toolTip());
+    }
     connect(printButton, &QPushButton::clicked, this, &PreviewDialog::print);
     connect(add(tr("Save as P&DF...")), &QPushButton::clicked, this, &PreviewDialog::savePdf);
     connect(add(tr("Zoom &In")), &QPushButton::clicked, this, [this] { m_preview->zoomIn(); });
@@ -55,9 +68,27 @@ PreviewDialog::PreviewDialog(const ReportPages& pages, const QString& title, QWi
 
     auto* const layout = new QVBoxLayout(this);
     layout->addWidget(m_preview, 1);
+    m_saved->setTextFormat(Qt::PlainText);
+    m_saved->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    m_saved->setWordWrap(true);
+    m_saved->hide();
+    layout->addWidget(m_saved);
     layout->addWidget(buttons);
     resizeToScreen(*this, { fontMetrics().horizontalAdvance(u'x') * 110, fontMetrics().height() * 44 });
+}
+
+// Only a shown page has the width to fit.
+void PreviewDialog::showEvent(QShowEvent* event)
+{
+    QDialog::showEvent(event);
+    QMetaObject::invokeMethod(this, &PreviewDialog::showTop, Qt::QueuedConnection);
+}
+
+void PreviewDialog::showTop()
+{
     m_preview->fitToWidth();
+    if (auto* const view = m_preview->findChild<QGraphicsView*>())
+        view->verticalScrollBar()->setValue(view->verticalScrollBar()->minimum());
 }
 
 void PreviewDialog::print()
@@ -67,16 +98,28 @@ void PreviewDialog::print()
         showFailure(this, tr("Print"), tr("The report cannot be printed."));
 }
 
+// Names no patient: folders are listed where others can see them.
+QString PreviewDialog::proposedFile() const
+{
+    const QString name = windowTitle().toLower().replace(u'/', u'-') + u' ' + QDate::currentDate().toString(Qt::ISODate)
+        + QStringLiteral(".pdf");
+    return QDir(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation)).filePath(name);
+}
+
 void PreviewDialog::savePdf()
 {
-    QFileDialog dialog(this, tr("Save as PDF"), QString(), tr("PDF files (*.pdf)"));
+    const QFileInfo proposed(proposedFile());
+    QFileDialog dialog(this, tr("Save as PDF"), proposed.path(), tr("PDF files (*.pdf)"));
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setDefaultSuffix(QStringLiteral("pdf"));
-    dialog.selectFile(QStringLiteral("report.pdf"));
+    dialog.selectFile(proposed.fileName());
     if (dialog.exec() != Accepted)
         return;
     try {
-        m_pages.savePdf(dialog.selectedFiles().value(0));
+        const QString path = dialog.selectedFiles().value(0);
+        m_pages.savePdf(path);
+        m_saved->setText(tr("Saved as %1.").arg(QDir::toNativeSeparators(path)));
+        m_saved->show();
     } catch (const Failure& failure) {
         showFailure(this, tr("Save as PDF"), QString::fromStdWString(failure.description()));
     }

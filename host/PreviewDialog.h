@@ -5,6 +5,7 @@
 #include <QDialog>
 #include <QPrinter>
 
+class QLabel;
 class QPrintPreviewWidget;
 
 namespace health {
@@ -15,13 +16,19 @@ class PreviewDialog : public QDialog {
 public:
     PreviewDialog(const ReportPages& pages, const QString& title, QWidget* parent);
 
+protected:
+    void showEvent(QShowEvent* event) override;
+
 private:
+    void showTop();
+    QString proposedFile() const;
     void print();
     void savePdf();
 
     ReportPages m_pages;
     QPrinter m_printer;
     QPrintPreviewWidget* m_preview;
+    QLabel* m_saved; // says where
 };
 
 }

@@ -19,6 +19,7 @@ namespace {
 
 constexpr int FootLines = 2; // an empty line and the foot
 constexpr qsizetype TabWidth = 8;
+constexpr double Margin = 18; // millimetres
 
 // The largest fixed font with which a line of the full width fits the page.
 QFont fittingFont(QPrinter& printer, int letters, double width)
@@ -65,6 +66,9 @@ QStringList brokenLines(QString line, qsizetype width)
     return lines;
 }
 
+// A name without what differs between the ways to write it.
+QString bareName(QString text) { return text.remove(u' ').toCaseFolded(); }
+
 [[noreturn]] void cannotWrite(const QString& path)
 {
     throw Failure(QStringLiteral("The file %1 cannot be written.").arg(path).toStdWString());
@@ -72,14 +76,14 @@ QStringList brokenLines(QString line, qsizetype width)
 
 }
 
-ReportPages::ReportPages(const Report& report, const QString& owner)
-    : m_lineWidth(std::clamp(report.lineWidth, 20, 250))
+ReportPages::ReportPages(const Report& report, const ReportPeople& people)
+    : m_people(people)
+    , m_patientHeading(report.patientHeading)
+    , m_lineWidth(std::clamp(report.lineWidth, 20, 250))
     , m_pageNumbers(report.pageNumbers)
 {
     m_heading.append(report.title);
     m_heading.append(report.subtitles);
-    if (report.patientHeading)
-        m_heading.append(owner);
 
     QString text = report.text;
     text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"))
@@ -108,10 +112,36 @@ QList<QStringList> ReportPages::pagesOf(int perPage) const
     return pages;
 }
 
+QList<QStringList> ReportPages::pages(int rows) const
+{
+    const auto headRows = static_cast<int>(m_heading.size()) + 2; // with the patient and an empty line
+    QList<QStringList> pages = pagesOf(std::max(1, rows - headRows));
+    for (QStringList& page : pages) {
+        QStringList heading = m_heading;
+        if (m_patientHeading && !namesPatient(page))
+            heading.append(m_people.heading);
+        page = heading + QStringList(QString()) + page;
+    }
+    return pages;
+}
+
+bool ReportPages::namesPatient(const QStringList& page) const
+{
+    const QString name = bareName(m_people.patient);
+    return !name.isEmpty()
+        && std::any_of(page.begin(), page.end(), [&](const QString& line) { return bareName(line).contains(name); });
+}
+
+void ReportPages::setMargins(QPrinter& printer)
+{
+    printer.setPageMargins(QMarginsF(Margin, Margin, Margin, Margin), QPageLayout::Millimeter);
+}
+
 void ReportPages::setUsualPaper(QPrinter& printer)
 {
     const bool letter = QLocale::system().measurementSystem() == QLocale::ImperialUSSystem;
     printer.setPageSize(QPageSize(letter ? QPageSize::Letter : QPageSize::A4));
+    setMargins(printer);
 }
 
 int ReportPages::paint(QPrinter& printer) const
@@ -124,22 +154,20 @@ int ReportPages::paint(QPrinter& printer) const
     painter.setFont(font);
     const double lineHeight = QFontMetricsF(font, &printer).lineSpacing();
     const int rows = static_cast<int>(page.height() / lineHeight);
-    const int firstRow = static_cast<int>(m_heading.size()) + 1;
-    const QList<QStringList> pages = pagesOf(std::max(1, rows - firstRow - FootLines));
+    const QList<QStringList> pages = this->pages(rows - FootLines);
 
     const auto drawLine = [&](qsizetype row, const QString& text, Qt::Alignment alignment = Qt::AlignLeft) {
         const QRectF line(0, static_cast<double>(row) * lineHeight, page.width(), lineHeight);
         painter.drawText(line, static_cast<int>(alignment) | Qt::TextDontClip | Qt::TextSingleLine, text);
     };
-    const QString printed =
-        QStringLiteral("Printed %1").arg(QDate::currentDate().toString(QStringLiteral("MM/dd/yyyy")));
+    QString printed = QStringLiteral("Printed %1").arg(QDate::currentDate().toString(QStringLiteral("MM/dd/yyyy")));
+    if (!m_people.user.isEmpty())
+        printed += QStringLiteral(" by %1").arg(m_people.user);
     for (qsizetype number = 0; number < pages.size(); ++number) {
         if (number > 0)
             printer.newPage();
-        for (qsizetype row = 0; row < m_heading.size(); ++row)
-            drawLine(row, m_heading[row]);
         for (qsizetype row = 0; row < pages[number].size(); ++row)
-            drawLine(firstRow + row, pages[number][row]);
+            drawLine(row, pages[number][row]);
         drawLine(rows - 1, printed);
         if (m_pageNumbers)
             drawLine(rows - 1, QStringLiteral("Page %1 of %2").arg(number + 1).arg(pages.size()), Qt::AlignRight);

@@ -52,10 +52,13 @@ void ServerConnection::open()
 void ServerConnection::close()
 {
     m_open = false;
+    m_answered = false;
     m_reader = FrameReader();
     m_sent.clear();
     m_transport.close();
 }
+
+void ServerConnection::giveUp() { m_transport.giveUp(); }
 
 void ServerConnection::lose(const QString& reason)
 {
@@ -111,6 +114,8 @@ Answer ServerConnection::waitFor(long long number)
     QElapsedTimer call;
     call.start();
     QElapsedTimer silence = call;
+    QElapsedTimer sinceTurn = call;
+    m_transport.beginWait();
     std::optional<BusyPointer> busy;
     for (;;) {
         if (auto& sent = m_sent[number]; sent.answer) {
@@ -121,24 +126,36 @@ Answer ServerConnection::waitFor(long long number)
         if (const auto answer = nextAnswer()) {
             silence.restart();
             sort(*answer);
-            continue;
-        }
-        if (silence.elapsed() > m_timeout)
-            lose(tr("The server did not answer within %1 seconds.").arg(m_timeout / 1000.0));
-        if (readMore())
+        } else if (readMore()) {
             silence.restart();
-        if (call.elapsed() < QuietMilliseconds)
+        }
+        keepWithinLimits(call.elapsed(), silence.elapsed());
+        // By the time, not only when there is nothing to read: a server that sends much must not stop the window.
+        if (call.elapsed() < QuietMilliseconds || sinceTurn.elapsed() < SliceMilliseconds)
             continue;
         if (!busy)
             busy.emplace();
-        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents | QEventLoop::X11ExcludeTimers);
+        m_transport.letWindowLive(call.elapsed());
+        sinceTurn.restart();
     }
+}
+
+void ServerConnection::keepWithinLimits(qint64 call, qint64 silence)
+{
+    if (m_transport.isGivenUp())
+        lose(tr("You have stopped waiting for the server."));
+    if (silence > m_timeout)
+        lose(tr("The server did not answer within %1 seconds.").arg(m_timeout / 1000.0));
+    if (call > m_longestCall)
+        lose(tr("The server did not finish within %1 seconds.").arg(m_longestCall / 1000.0));
 }
 
 // Hands news on and keeps the answers to requests.
 void ServerConnection::sort(const Answer& answer)
 {
     if (answer.kind == Answer::Kind::Progress) {
+        if (m_answered)
+            lose(tr("The server's answer was garbled (progress after an answer)."));
         if (onProgress)
             onProgress(static_cast<int>(std::clamp(answer.number, 0LL, 100LL)), QString::fromUtf8(answer.text));
     } else if (answer.kind == Answer::Kind::Event) {
@@ -154,6 +171,7 @@ void ServerConnection::sort(const Answer& answer)
 void ServerConnection::keep(const Answer& answer)
 {
     const auto sent = m_sent.find(answer.number);
+    m_answered = true;
     if (sent == m_sent.end())
         lose(
             m_waiting ? tr("The server's answer belongs to another call.") : tr("The server answered without a call."));

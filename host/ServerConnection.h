@@ -21,7 +21,8 @@ class ConnectionLost : public Failure {
 class ServerConnection : public QObject {
     Q_OBJECT
 public:
-    // The transport must outlive the connection. The time-out counts from the last byte that came.
+    // The transport must outlive the connection. The time-out counts from the last byte that came; however much comes,
+    // no call lasts longer than the longest call.
     ServerConnection(Transport& transport, int timeoutMilliseconds);
 
     bool isOpen() const { return m_open; }
@@ -30,14 +31,19 @@ public:
     void close();
     // How long a server may be silent, from now on; milliseconds.
     void setTimeout(int milliseconds) { m_timeout = milliseconds; }
+    // How long a call may take in all, from now on; milliseconds.
+    void setLongestCall(int milliseconds) { m_longestCall = milliseconds; }
+    // Makes the call that waits end as one whose connection was lost. For what runs inside it; without one it does
+    // nothing.
+    void giveUp();
 
     // Sends a request; its answer is received later, or dropped when it comes. Throws ConnectionLost.
     void send(long long number, TextView name, TextView parameter);
     // The request was sent over the open connection and its answer was not received yet.
     bool hasSent(long long number) const { return m_sent.contains(number); }
     // Waits for the reply (UTF-8) to a request that was sent. In a long call the window is painted and the pointer is
-    // busy, but user input and timers wait: nothing else begins meanwhile. Throws ConnectionLost where there is no
-    // answer, Failure with the server's text where the call failed there.
+    // busy, but user input (see Transport::onWait) and timers wait: nothing else begins meanwhile. Throws
+    // ConnectionLost where there is no answer, Failure with the server's text where the call failed there.
     QByteArray receive(long long number);
     QByteArray exchange(long long number, TextView name, TextView parameter)
     {
@@ -68,16 +74,19 @@ private:
     void sort(const Answer& answer);
     void keep(const Answer& answer);
     bool readMore();
+    void keepWithinLimits(qint64 call, qint64 silence);
     void readIdle();
     auto readIdleLater();
     [[noreturn]] void lose(const QString& reason);
 
     Transport& m_transport;
     int m_timeout;
+    int m_longestCall = 600'000;
     FrameReader m_reader;
     std::map<long long, Sent> m_sent; // by number
     bool m_open = false;
     bool m_waiting = false;
+    bool m_answered = false; // a request, over the open connection
 };
 
 }

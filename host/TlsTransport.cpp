@@ -135,10 +135,11 @@ bool TlsTransport::waitUntil(Condition condition)
 {
     QElapsedTimer waited;
     waited.start();
-    while (!condition() && !m_error) {
+    beginWait();
+    while (!condition() && !m_error && !isGivenUp()) {
         if (waited.elapsed() > m_timeout)
             return false;
-        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents | QEventLoop::X11ExcludeTimers);
+        letWindowLive(waited.elapsed());
         QThread::msleep(1);
     }
     return true;
@@ -172,6 +173,8 @@ QString TlsTransport::openingReason(bool timedOut) const
         return alertReason();
     if (!m_certificateErrors.isEmpty())
         return serverCertificateReason();
+    if (isGivenUp())
+        return tr("You have stopped waiting for the server.");
     if (timedOut)
         return tr("The server %1 did not answer within %2 seconds.").arg(m_server.host).arg(m_timeout / 1000.0);
     switch (m_error.value_or(QAbstractSocket::UnknownSocketError)) {

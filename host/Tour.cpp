@@ -9,9 +9,11 @@
 #include <QComboBox>
 #include <QDir>
 #include <QKeyEvent>
+#include <QLineEdit>
 #include <QPushButton>
 
 #include <cstdio>
+#include <utility>
 
 namespace health {
 
@@ -72,6 +74,8 @@ void Tour::visitPatient(long number)
     openRows();
     openTypes();
     openEmergencyVisits(number);
+    if (number == Patients[0])
+        openLookup();
 }
 
 void Tour::openRows()
@@ -91,14 +95,46 @@ void Tour::openRows()
 
 void Tour::openTypes()
 {
-    auto* const types = m_window.findChild<QComboBox*>();
-    auto* const add = types->parentWidget()->findChild<QPushButton*>();
+    const auto* const types = m_window.findChild<QComboBox*>();
     for (int index = 0; index < types->count(); ++index) {
-        types->setCurrentIndex(index);
-        Q_EMIT types->activated(index);
-        m_prefix = m_patient + QStringLiteral("-add-") + fileName(types->currentText().trimmed());
-        add->click();
+        m_prefix = m_patient + QStringLiteral("-add-") + fileName(types->itemText(index).trimmed());
+        addRecord(index);
     }
+}
+
+// Adds a record of the type at a place of the list.
+void Tour::addRecord(int type)
+{
+    auto* const types = m_window.findChild<QComboBox*>();
+    types->setCurrentIndex(type);
+    Q_EMIT types->activated(type);
+    types->parentWidget()->findChild<QPushButton*>()->click();
+}
+
+// A search that finds several.
+void Tour::openLookup()
+{
+    m_prefix = m_patient + QStringLiteral("-add-tx-contract-search");
+    m_searches = true;
+    addRecord(m_window.findChild<QComboBox*>()->findText(QStringLiteral("Treatment Contract")));
+    m_searches = false;
+}
+
+// Types the beginning of a name over the provider, and presses the button beside it.
+bool Tour::searchProvider(const QWidget& dialog)
+{
+    if (!std::exchange(m_searches, false))
+        return false;
+    m_prefix = QStringLiteral("lookup");
+    for (QLineEdit* const field : dialog.findChildren<QLineEdit*>()) {
+        if (field->accessibleName() != QStringLiteral("Provider"))
+            continue;
+        field->setFocus();
+        field->selectAll();
+        QKeyEvent letter(QEvent::KeyPress, Qt::Key_S, Qt::NoModifier, QStringLiteral("s"));
+        QCoreApplication::sendEvent(field, &letter);
+    }
+    return true;
 }
 
 void Tour::openEmergencyVisits(long patient)
@@ -127,6 +163,12 @@ void Tour::takeDialog()
     if (!m_names.contains(dialog)) {
         m_names.insert(dialog, m_prefix);
         save(*dialog, m_prefix);
+    }
+    if (searchProvider(*dialog)) {
+        for (QAbstractButton* const button : dialog->findChildren<QAbstractButton*>()) {
+            if (button->text() == QStringLiteral("..."))
+                return QTimer::singleShot(0, button, &QAbstractButton::click);
+        }
     }
     if (QAbstractButton* const next = buttonToFollow(*dialog)) {
         m_prefix = m_names[dialog] + (next->text() == QStringLiteral("...") ? "-lookup" : "-editor");

@@ -26,6 +26,9 @@ private:
     void openRows();
     void openTypes();
     void openEmergencyVisits(long patient);
+    void openLookup();
+    void addRecord(int type);
+    bool searchProvider(const QWidget& dialog);
     void takeDialog();
     QAbstractButton* buttonToFollow(const QWidget& dialog);
     void save(QWidget& widget, const QString& name);
@@ -37,6 +40,7 @@ private:
     QTimer m_watch;
     QWidget* m_seen = nullptr; // a dialog seen once is taken the next time, when it has been laid out
     QHash<QWidget*, QString> m_names; // of the open dialogs' pictures
+    bool m_searches = false; // the next dialog's provider is searched for
     QSet<QString> m_followed; // buttons that open further dialogs, by dialog and caption
     int m_pictures = 0;
     bool m_failed = false;

@@ -42,20 +42,38 @@ TEST(DisplayText, ServerErrorsAreFailures)
 
 TEST(ReportPages, LinesAreBrokenAtTheWidth)
 {
-    const ReportPages pages(
-        QString(170, u'x') + QStringLiteral("\r\n\r\nend\r\n"), QStringLiteral("T"), QStringLiteral("O"));
+    Report report;
+    report.text = QString(170, u'x') + QStringLiteral("\r\n\r\nend\r\n");
+    const ReportPages pages(report, {});
     EXPECT_EQ(pages.lines(),
         (QStringList { QString(80, u'x'), QString(80, u'x'), QString(10, u'x'), QString(), QStringLiteral("end") }));
+}
+
+TEST(ReportPages, EachPageNamesThePatientOnce)
+{
+    const ReportPeople people { QStringLiteral("Patient: Núñez, Lía M   Number: 7"), QStringLiteral("Núñez, Lía M"),
+        QStringLiteral("Sorrel, Ada") };
+    Report report;
+    report.title = QStringLiteral("Visit Detail");
+    report.text = QStringLiteral("Patient:  NÚÑEZ,LÍA M\r\na\r\nb\r\nc\r\n");
+    const QList<QStringList> expected {
+        { report.title, QString(), QStringLiteral("Patient:  NÚÑEZ,LÍA M"), QStringLiteral("a") },
+        { report.title, people.heading, QString(), QStringLiteral("b"), QStringLiteral("c") },
+    };
+    EXPECT_EQ(ReportPages(report, people).pages(5), expected);
+    report.patientHeading = false;
+    EXPECT_EQ(ReportPages(report, people).pages(5)[1].count(people.heading), 0);
 }
 
 TEST(ReportPages, PdfIsWrittenWithoutAPrinter)
 {
     const QTemporaryDir folder;
     const QString path = folder.filePath(QStringLiteral("report.pdf"));
-    QString report;
+    Report report;
+    report.title = QStringLiteral("Visit Detail");
     for (int line = 0; line < 300; ++line)
-        report += QStringLiteral("line\r\n");
-    const ReportPages pages(report, QStringLiteral("Visit Detail"), QStringLiteral("Patient: X"));
+        report.text += QStringLiteral("line\r\n");
+    const ReportPages pages(report, {});
     pages.savePdf(path);
     QFile file(path);
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));

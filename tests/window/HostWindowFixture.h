@@ -8,6 +8,7 @@
 
 #include <QApplication>
 #include <QComboBox>
+#include <QFile>
 #include <QLineEdit>
 #include <QProcess>
 #include <QPushButton>
@@ -17,6 +18,8 @@
 #include <QTimer>
 
 #include <gtest/gtest.h>
+
+#include <csignal>
 
 namespace health::test {
 // Keys as a keyboard sends them, by way of the X server.
@@ -74,6 +77,30 @@ protected:
             QTimer::singleShot(400, [] { pressKeys({ QStringLiteral("key"), QStringLiteral("Return") }); });
         });
         pressKeys({ QStringLiteral("key"), QStringLiteral("ctrl+o") });
+    }
+
+    // Sends a signal to the session's server, a child of this program; false when there is none.
+    static bool signalServer(int signal)
+    {
+        const QString self = QString::number(QCoreApplication::applicationPid());
+        const auto read = [](const QString& path) {
+            QFile file(path);
+            return file.open(QIODevice::ReadOnly) ? file.readAll().trimmed() : QByteArray();
+        };
+        for (const QByteArray& child : read(QStringLiteral("/proc/%1/task/%1/children").arg(self)).split(' ')) {
+            if (read(QStringLiteral("/proc/%1/comm").arg(QString::fromLatin1(child))) == "mumps")
+                return ::kill(child.toInt(), signal) == 0;
+        }
+        return false;
+    }
+
+    QAction* action(const QString& caption)
+    {
+        for (QAction* action : window->findChildren<QAction*>()) {
+            if (action->text().remove(u'&') == caption)
+                return action;
+        }
+        return nullptr;
     }
 
     QTableView* grid() { return window->findChild<QTableView*>(); }

@@ -1,6 +1,9 @@
 // The panel in the reference host, by keys and mouse: lists, events, the editors of women and children, two hosts.
 #include "tests/window/HostWindowFixture.h"
 
+#include <QScopeGuard>
+#include <QStyle>
+
 namespace health::test {
 namespace {
 
@@ -37,6 +40,153 @@ TEST_F(HostWindow, TwoPanelsFollowThePatientAndTheServer)
     EXPECT_EQ(window->gridText().count(u'\n'), 10);
 }
 
+// Hears what the panels hear, behind them.
+struct Onlooker : ComponentInstance, ICSS_PatientEvents, ICSS_EncounterEvents {
+    std::function<void()> told;
+    QWidget* widget() override { return nullptr; }
+    ICSS_PatientEvents& patientEvents() override { return *this; }
+    ICSS_EncounterEvents& encounterEvents() override { return *this; }
+    void openRecord(int, const Text&, const Text&) override { }
+    bool Pending() override { return false; }
+    void Committed() override { told(); }
+    void Canceled() override { }
+};
+
+// One of the components shows a box while it loads: the others must not show the former patient meanwhile, and another
+// change must not begin.
+TEST_F(HostWindow, PanelsLetGoOfThePatientBeforeAnyLoads)
+{
+    ASSERT_TRUE(window->context().selectPatient(1));
+    std::vector<std::string> seen; // number in the title, rows of the panel
+    Onlooker onlooker;
+    window->context().add(onlooker);
+    onlooker.told = [&] {
+        const QString title = window->windowTitle().section(u'(', 1).section(u')', 0, 0);
+        seen.push_back((title + u'|' + QString::number(window->gridText().count(u'\n'))).toStdString());
+        EXPECT_FALSE(window->context().selectPatient(5));
+        EXPECT_FALSE(window->context().mayChange());
+    };
+    EXPECT_TRUE(window->context().selectPatient(13));
+    EXPECT_EQ(seen, (std::vector<std::string> { "|1", "13|10", "13|10" })); // let go, patient, visit
+    seen.clear();
+    EXPECT_THROW(window->context().selectPatient(999999), Failure);
+    EXPECT_TRUE(seen.empty());
+    EXPECT_EQ(window->context().patient().number, 13);
+    window->context().remove(onlooker);
+}
+
+TEST_F(HostWindow, KeyboardGoesToTheRecordsOfThePanelThatHadItLast)
+{
+    window->findChild<QComboBox*>()->setFocus();
+    ASSERT_TRUE(window->context().selectPatient(1));
+    EXPECT_EQ(window->focusWidget(), grid());
+    pressKeys({ QStringLiteral("key"), QStringLiteral("ctrl+n") });
+    ASSERT_TRUE(waitUntil([&] { return window->findChildren<QTableView*>().size() == 2; }));
+    QPushButton* elsewhere = nullptr;
+    for (QPushButton* button : window->findChildren<QPushButton*>()) {
+        if (button->text().contains(QStringLiteral("Patient")))
+            elsewhere = button;
+    }
+    long patient = 2;
+    for (QTableView* last : window->findChildren<QTableView*>()) {
+        last->setFocus();
+        elsewhere->setFocus();
+        ASSERT_TRUE(window->context().selectPatient(++patient));
+        EXPECT_EQ(window->focusWidget(), last);
+    }
+}
+
+// A server that stands still: the user stops waiting, and what was typed meanwhile is dropped.
+TEST_F(HostWindow, WaitingCanBeStopped)
+{
+    ASSERT_TRUE(window->context().selectPatient(1));
+    selectRow(0);
+    ASSERT_TRUE(signalServer(SIGSTOP));
+    keys.start(QStringLiteral("sh"),
+        { QStringLiteral("-c"), QStringLiteral("sleep 2.5; xdotool key Down; sleep 0.5; xdotool key Escape") });
+    QElapsedTimer waited;
+    waited.start();
+    action(QStringLiteral("Select Visit..."))->trigger();
+    EXPECT_LT(waited.elapsed(), 15000); // the call's own limit is a minute
+    EXPECT_FALSE(action(QStringLiteral("New Panel"))->isEnabled());
+    EXPECT_FALSE(action(QStringLiteral("New Panel"))->toolTip().isEmpty());
+    QTest::qWait(300);
+    EXPECT_EQ(grid()->currentIndex().row(), 0);
+}
+
+TEST_F(HostWindow, WindowCanBeClosedWhileACallWaits)
+{
+    ASSERT_TRUE(window->context().selectPatient(1));
+    auto& session = window->context().session();
+    session.onWait = [&, offered = session.onWait](qint64 milliseconds) {
+        if (milliseconds > 200)
+            window->close();
+        return offered(milliseconds);
+    };
+    ASSERT_TRUE(signalServer(SIGSTOP));
+    QElapsedTimer waited;
+    waited.start();
+    EXPECT_THROW(session.callList(L"MEVHOST VISITS", L"1"), CallAbandoned);
+    EXPECT_TRUE(window->isVisible()); // until whoever made the call has ended
+    EXPECT_TRUE(waitUntil([&] { return !window->isVisible(); }));
+    EXPECT_LT(waited.elapsed(), 15000);
+}
+
+TEST_F(HostWindow, PickersHaveSteadyColumnsAndReachBothEnds)
+{
+    QList<QList<int>> widths;
+    QList<int> rows;
+    int last = 0;
+    const auto look = [&] {
+        const auto* const list = QApplication::activeModalWidget()->findChild<QTableWidget*>();
+        widths.append(QList<int>());
+        for (int column = 0; column + 1 < list->columnCount(); ++column)
+            widths.last().append(list->columnWidth(column));
+        rows.append(list->currentRow());
+        last = list->rowCount() - 1;
+    };
+    const auto inPicker = [&](int milliseconds, const char* key) {
+        QTimer::singleShot(milliseconds, [&look, key] {
+            pressKeys({ QStringLiteral("key"), QString::fromLatin1(key) });
+            QTest::qWait(400); // the search waits for a pause in typing
+            look();
+        });
+    };
+    inPicker(500, "q");
+    inPicker(1200, "BackSpace");
+    inPicker(1900, "End");
+    inPicker(2600, "Home");
+    QTimer::singleShot(3400, [] { pressKeys({ QStringLiteral("key"), QStringLiteral("Escape") }); });
+    action(QStringLiteral("Select Patient..."))->trigger();
+    ASSERT_EQ(widths.size(), 4);
+    EXPECT_EQ(widths[0], widths[1]);
+    EXPECT_EQ(rows, (QList { 0, 0, last, 0 }));
+    EXPECT_GT(last, 100);
+}
+
+TEST_F(HostWindow, TextSizeIsRememberedAndGoesBackToTheNaturalOne)
+{
+    QCoreApplication::setOrganizationName(QStringLiteral("personal-health"));
+    const auto forget = qScopeGuard([] { QCoreApplication::setOrganizationName(QString()); });
+    const auto points = [] { return QApplication::font().pointSizeF(); };
+    const auto bar = [this] { return window->style()->pixelMetric(QStyle::PM_ScrollBarExtent); };
+    const double natural = points();
+    const int naturalBar = bar();
+    for (int i = 0; i < 6; ++i)
+        action(QStringLiteral("Larger Text"))->trigger();
+    const double large = points();
+    EXPECT_GT(large, natural * 1.7);
+    EXPECT_GT(bar(), naturalBar * 3 / 2);
+    window->close();
+    window.reset();
+    EXPECT_EQ(points(), natural);
+    window = std::make_unique<MainWindow>(Options());
+    EXPECT_EQ(points(), large);
+    action(QStringLiteral("Normal Text"))->trigger();
+    EXPECT_EQ(points(), natural);
+    EXPECT_EQ(bar(), naturalBar);
+}
+
 TEST_F(HostWindow, VisitOfTheDayIsHighlighted)
 {
     ASSERT_TRUE(window->context().selectPatient(1));
@@ -49,7 +199,7 @@ TEST_F(HostWindow, VisitOfTheDayIsHighlighted)
     };
     EXPECT_EQ(bold(), 0);
     QTimer::singleShot(400, [] {
-        pressKeys({ QStringLiteral("key"), QStringLiteral("Down"), QStringLiteral("Return") });
+        pressKeys({ QStringLiteral("key"), QStringLiteral("Return") }); // the latest visit
     });
     pressKeys({ QStringLiteral("key"), QStringLiteral("ctrl+t") });
     ASSERT_TRUE(waitUntil([&] { return window->context().visit().number != 0; }));
@@ -104,17 +254,13 @@ TEST_F(HostWindow, ServerKilledUnderAFormIsTriedAgainAndSavesOnce)
     selectLatestVisit();
     chooseType(QStringLiteral("Infant Feeding"));
     const int rows = grid()->model()->rowCount();
-    int killed = -1;
-    QTimer::singleShot(1200, [&] {
-        killed = QProcess::execute(QStringLiteral("pkill"),
-            { QStringLiteral("-9"), QStringLiteral("-P"), QString::number(QCoreApplication::applicationPid()),
-                QStringLiteral("mumps") });
-    });
+    bool killed = false;
+    QTimer::singleShot(1200, [&] { killed = signalServer(SIGKILL); });
     // "Try again?" may or may not be asked: the session comes back by itself where it notices the end in time.
     pressKeysInDialogs({ QStringLiteral("key alt+a"), QStringLiteral("key Home space"), QStringLiteral("key shift"),
         QStringLiteral("key shift"), QStringLiteral("key alt+o"), QStringLiteral("key alt+y") });
     ASSERT_TRUE(waitForKeys());
-    EXPECT_EQ(killed, 0);
+    EXPECT_TRUE(killed);
     EXPECT_TRUE(waitUntil([&] { return grid()->model()->rowCount() == rows + 1; })) << window->gridText().toStdString();
     EXPECT_EQ(window->gridText().count(QStringLiteral("Exclusive Breastfeeding")), 2); // the new one and an older one
 }
