@@ -10,7 +10,7 @@ namespace health {
 namespace {
 
 constexpr qsizetype LengthDigits = 8;
-constexpr qsizetype LongestRequest = 1'000'000; // bytes of a body
+constexpr qsizetype LongestRequest = 99'999'999; // bytes of a body; what is too long for the server it refuses itself
 
 bool areDigits(QByteArrayView text)
 {
@@ -57,7 +57,7 @@ QByteArray encodeRequest(long long number, TextView name, TextView parameter)
     body += '\n';
     body += narrow(parameter);
     if (body.size() > LongestRequest)
-        throw Failure(L"The request is longer than 1,000,000 bytes.");
+        throw Failure(L"The request is longer than 99,999,999 bytes.");
     return QByteArray::number(body.size()).rightJustified(LengthDigits, '0') + body;
 }
 

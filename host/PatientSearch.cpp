@@ -15,7 +15,7 @@ QStringList PatientSearch::headings()
 QList<ListPicker::Row> PatientSearch::rows(const QString& text, const QDate& today) const
 {
     QList<ListPicker::Row> rows;
-    for (const QStringList& pieces : linesOf(m_session.callList(L"MEVHOST PATIENTS", text.toUpper().toStdWString()))) {
+    for (const QStringList& pieces : linesOf(m_session.callList(L"MEVHOST PATIENTS", text.toStdWString()))) {
         const QString birth = pieces.value(3);
         rows.append({ pieces[0],
             { displayName(pieces.value(1)), pieces[0], pieces.value(2), displayDate(birth),

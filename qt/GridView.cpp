@@ -26,8 +26,8 @@ GridView::GridView(Grid& grid, QtDesktop& desktop, QStringList headings, QWidget
     , m_desktop(desktop)
     , m_model(new GridModel(grid, std::move(headings), this))
 {
-    OutlineStyle::giveTo(*this);
     setModel(m_model);
+    OutlineStyle::giveTo(*this);
     setSelectionBehavior(SelectRows);
     setSelectionMode(SingleSelection);
     setTabKeyNavigation(false);
