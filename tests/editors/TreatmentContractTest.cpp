@@ -26,6 +26,7 @@ TEST_F(TreatmentContract, NewContractHasTodayAndTheUserAndWantsItsType)
     EXPECT_EQ(host.boxes(),
         Transcript { L"box [Type Missing] You must select the type of contract, PAIN or MENTAL HEALTH." });
     EXPECT_EQ(host.desktop.styles, std::vector { 48 });
+    EXPECT_EQ(form.activeControl(), &form.opt[0]);
     form.opt[1].click();
     form.opt[0].click();
     EXPECT_FALSE(form.opt[1].isChosen());
@@ -77,9 +78,12 @@ TEST_F(TreatmentContract, ProviderComesFirstAndAnEmptyDateIsFilled)
 {
     open();
     typeInto(form.txtPrv, L"");
+    form.moveFocus(form.datInit);
+    typeInto(form.txtPrv, L"NOBODY"); // not found: the box tells of it in this form
     form.datInit.clear();
     form.press(form.cmdAdd);
     EXPECT_EQ(host.boxes(), Transcript { L"box [Provider Missing] You must select the provider." });
+    EXPECT_EQ(form.activeControl(), &form.txtPrv);
     EXPECT_TRUE(form.datInit.isEmpty());
     form.moveFocus(form.datInit);
     typeInto(form.txtPrv, L"OAK");
@@ -100,6 +104,8 @@ TEST_F(TreatmentContract, TypedOverProviderKeepsTheNumber)
     EXPECT_EQ(form.defaultButton(), &form.cmdPrv);
     form.press(form.cmdAdd);
     EXPECT_EQ(host.calls().back(), L"call MEVVTXC SET(45^81^P^02/01/2026^15)");
+    EXPECT_EQ(form.txtPrv.text(), L"OAK,KIT"); // whose number it is
+    EXPECT_FALSE(form.txtPrv.note().empty());
 }
 
 }
