@@ -110,8 +110,10 @@ TEST(Grid, TellsOfContentsOnceAfterAPause)
     grid.setDrawing(true);
     EXPECT_EQ(observed.changes, (std::vector { Change::Contents, Change::Contents }));
     EXPECT_EQ(grid.cellForeColour(0, 0), Blue);
+    grid.setRowData(0, L"AS^7");
     grid.clear();
     EXPECT_EQ(grid.cellForeColour(0, 0), DefaultColour);
+    EXPECT_EQ(grid.rowData(0), L"");
 }
 
 }
