@@ -99,7 +99,7 @@ TEST_F(BirthMeasurements, LoadedValuesAreNotJudged)
     for (TextBox& box : form.txt)
         EXPECT_TRUE(form.moveFocus(box));
     form.press(form.cmdAdd);
-    EXPECT_EQ(host.calls()[2], L"call MEVBMSR SET(12^40 2^99^X^^^)");
+    EXPECT_EQ(host.lines({ L"call MEVBMSR SET" }), Transcript { L"call MEVBMSR SET(12^40 2^99^X^^^)" });
     EXPECT_FALSE(accepts(form.txt[0], L"40 3")); // edited ones are
 }
 
@@ -124,6 +124,7 @@ TEST_F(BirthMeasurements, MotherIsLookedUpOnLeaving)
     EXPECT_EQ(form.txtPat.note(),
         L"The name has not changed. To choose another, press \"...\" after typing it, or clear this one first.");
     form.moveFocus(form.txtPat);
+    EXPECT_TRUE(form.txtPat.isAllSelected());
     form.txtPat.edit(L"");
     EXPECT_EQ(form.txtPat.note(), L"");
     form.moveFocus(form.txt[0]);

@@ -40,6 +40,7 @@ TEST_F(TreatmentContract, LoadsOverTheDefaults)
     for (const auto& [reply, expected] :
         { std::pair<TextView, TextView> { replies::Contract, L"P 02/01/2026 OAK,KIT J 15" },
             { L"45^^^MENTAL HEALTH|M^01/05/2026@08:30|x^OAK,KIT|15\r\n", L"M 01/05/2026 OAK,KIT 15" },
+            { L"45^^01/05/2026|81^PAIN|P^^OAK,KIT|15\r\n", L"P 01/05/2026 OAK,KIT 15" }, // the visit's date
             { L"45^^^X|x^02/30/2026^\r\n", L"- 03/15/2026  " }, // a bad date leaves today, no provider clears the user
             { L"45^^^PAIN|P^02/01/2026^A|1\r\n45^^^MENTAL HEALTH|M^02/02/2026^B|2", L"M 02/02/2026 B 2" },
             { L"-1^Gone.", L"- 03/15/2026 SORREL,ADA 71" } }) {
@@ -49,6 +50,7 @@ TEST_F(TreatmentContract, LoadsOverTheDefaults)
         own.load();
         own.open();
         own.Form_Activate();
+        own.load(); // shown again: the defaults come once
         EXPECT_EQ(own.caption(), L"Update Treatment Contract");
         EXPECT_EQ(shown(own), expected);
     }

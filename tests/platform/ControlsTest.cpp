@@ -25,6 +25,10 @@ TEST(ComboBox, SortedListKeepsTheSelectedEntrySelected)
     EXPECT_EQ(list.text(), L"refusal");
     EXPECT_EQ(list.listIndex(), 2);
     EXPECT_FALSE(list.selectItemData(99));
+    list.choose(-1); // cannot be emptied
+    list.choose(3);
+    list.setEnabled(false);
+    list.choose(0);
     EXPECT_EQ(list.text(), L"refusal");
     EXPECT_EQ(clicks, 1);
     EXPECT_THROW(list.setListIndex(3), std::out_of_range);
