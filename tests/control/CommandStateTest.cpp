@@ -45,6 +45,7 @@ TEST_F(CommandState, WhoMayEditWhat)
         host.session->reply(L"MEVUTL CHKSEC", security);
         openChild();
         EXPECT_EQ(editable(), types) << narrow(key) << narrow(security);
+        EXPECT_TRUE(host.boxes().empty());
     }
     EXPECT_EQ(addable(), L"534276"); // a provider's, in the order of the names
 }
@@ -58,10 +59,12 @@ TEST_F(CommandState, AddingNeedsAVisitButForThreeTypes)
     EXPECT_EQ(addable(), L"71");
     for (const int flags : host.encounter->preparations)
         EXPECT_EQ(flags, 12);
+    control.cboType.choose(1);
+    EXPECT_EQ(control.mnuCmd[kalmevRepHistCtrl::Add].detail(), L"");
     host.encounter->usable = true;
     control.encounterEvents().Committed(); // the visit has come: no new choice is needed
-    control.cboType.choose(1);
     EXPECT_TRUE(control.cmd[kalmevRepHistCtrl::Add].isEnabled());
+    EXPECT_EQ(control.mnuCmd[kalmevRepHistCtrl::Add].detail(), L"Asthma Status");
 }
 
 TEST_F(CommandState, LockedRecordsAndVisitDetail)
@@ -89,9 +92,16 @@ TEST_F(CommandState, RightButtonSelectsTheRowUnderTheMouseFirst)
     control.mnuVisitDetail.choose();
     EXPECT_EQ(host.lines({ L"list MEVUTL", L"preview" }),
         (Transcript { L"list MEVUTL GETRPT(82)", L"preview [Visit Detail||||80|11] REPORT\r\n" }));
-    control.fgData.releaseMouse(MouseButton::Right, -1); // beside the rows
-    EXPECT_EQ(control.fgData.row(), -1);
-    EXPECT_EQ(enabledCommands(), L"----");
+    control.cboType.selectItemData(4);
+    host.encounter->usable = false;
+    control.fgData.releaseMouse(MouseButton::Right, 1); // the menu shows how things stand, on the same row too
+    EXPECT_EQ(enabledCommands(), L"-EDV");
+    for (const int beside : { -1, 2 }) {
+        control.fgData.choose(1);
+        control.fgData.releaseMouse(MouseButton::Right, beside);
+        EXPECT_EQ(control.fgData.row(), -1) << beside;
+        EXPECT_EQ(enabledCommands(), L"----") << beside;
+    }
 }
 
 }

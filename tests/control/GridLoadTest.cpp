@@ -1,5 +1,7 @@
 #include "tests/support/ControlFixture.h"
 
+#include <algorithm>
+
 namespace health::test {
 namespace {
 
@@ -23,19 +25,24 @@ protected:
     }
 };
 
-TEST_F(GridLoad, CallsInTheirFixedOrder)
+TEST_F(GridLoad, CallsInTheirFixedOrderAndAsAnnounced)
 {
-    open(12, L"F", L"6");
-    host.transcript.clear();
-    control.LoadGrid();
-    EXPECT_EQ(host.calls(),
-        (Transcript { L"call MEVREP GET(12^^1)", L"call MEVBMSR GET(12)", L"list MEVVIF GET(12)",
-            L"list MEVVELD GET(12)", L"list MEVVAST GET(12)", L"list MEVVTXC GET(12)", L"list MEVREF GET(12)" }));
-    host.transcript.clear();
-    commitPatient(13, L"M", L"7");
-    EXPECT_EQ(host.calls(),
-        (Transcript {
-            L"list MEVVELD GET(13)", L"list MEVVAST GET(13)", L"list MEVVTXC GET(13)", L"list MEVREF GET(13)" }));
+    open(0);
+    const Transcript women { L"call MEVREP GET(12^^1)" };
+    const Transcript children { L"call MEVBMSR GET(12)", L"list MEVVIF GET(12)" };
+    const Transcript everybody { L"list MEVVELD GET(12)", L"list MEVVAST GET(12)", L"list MEVVTXC GET(12)",
+        L"list MEVREF GET(12)" };
+    for (const auto& [sex, age] :
+        { std::pair<TextView, TextView> { L"F", L"6" }, { L"F", L"8" }, { L"M", L"6" }, { L"M", L"7" } }) {
+        Transcript expected = sex == L"F" ? women : Transcript {};
+        if (age == L"6")
+            expected.insert(expected.end(), children.begin(), children.end());
+        expected.insert(expected.end(), everybody.begin(), everybody.end());
+        host.transcript.clear();
+        commitPatient(12, sex, age);
+        EXPECT_EQ(host.calls(), expected);
+        EXPECT_EQ(host.session->expected, expected);
+    }
 }
 
 TEST_F(GridLoad, WhatIsOfferedDependsOnSexAndAge)
@@ -52,17 +59,6 @@ TEST_F(GridLoad, WhatIsOfferedDependsOnSexAndAge)
     control.cboType.choose(2);
     host.session->push(L"REFRESH");
     EXPECT_EQ(control.cboType.listIndex(), 2);
-}
-
-TEST_F(GridLoad, RecordsBeyondTheAgeAreNotListed)
-{
-    host.session->reply(L"MEVREP GET", L"G0P0");
-    host.session->reply(L"MEVBMSR GET", L"7");
-    host.session->reply(L"MEVVIF GET", L"3^^^FORMULA ONLY|5\r\n");
-    open(12, L"F", L"8");
-    EXPECT_EQ(summaries(), Transcript { L"G0P0" }); // listed at 8, though not offered
-    commitPatient(12, L"M", L"6");
-    EXPECT_EQ(summaries(), (Transcript { L"Birth Weight=7 lbs ", L"Formula Only" }));
 }
 
 TEST_F(GridLoad, ReproductiveRow)
@@ -117,6 +113,8 @@ TEST_F(GridLoad, ListRows)
             L"Tx Contract|01/05/2026 10:00: Initiated=02/01/2026; Type=Pain; Provider=Oak,Kit J|45|81||6", L"TXC^45" },
         { L"MEVREF GET", replies::Refusal,
             L"Refusal|03/10/2026: BLOOD PRESSURE (Measurements); Comment=Said No, twice|8||1|7", L"REF^8" },
+        { L"MEVREF GET", L"9^^3260310|81^LAB^2^GLUCOSE^^^3260310|81\r\n", // a refusal has no visit
+            L"Refusal|03/10/2026: GLUCOSE (Lab)|9|||7", L"REF^9" },
     };
     open(0);
     for (const auto& [call, reply, line, key] : cases) {
@@ -140,18 +138,6 @@ TEST_F(GridLoad, RefusalTexts)
         EXPECT_EQ(summaryOf(L"MEVREF GET", reply), summary);
 }
 
-TEST_F(GridLoad, AnnouncesExactlyTheCallsThatCome)
-{
-    open(0);
-    for (const auto& [sex, age] :
-        { std::pair<TextView, TextView> { L"F", L"4" }, { L"F", L"30" }, { L"M", L"6" }, { L"M", L"40" } }) {
-        host.transcript.clear();
-        commitPatient(12, sex, age);
-        EXPECT_EQ(host.session->expected, host.calls()) << narrow(sex) << narrow(age);
-        EXPECT_GE(host.calls().size(), 4u);
-    }
-}
-
 TEST_F(GridLoad, GarbledRepliesAddWhatCanBeRead)
 {
     open(0);
@@ -161,6 +147,7 @@ TEST_F(GridLoad, GarbledRepliesAddWhatCanBeRead)
         host.session->reply(L"MEVVELD GET", reply);
         commitPatient(12, L"M");
         EXPECT_EQ(summaries().size(), rows) << narrow(reply);
+        EXPECT_EQ(control.fgData.hint(), rows == 0 ? L"No personal health records." : L"");
     }
     Text wide = L"1^^3260310";
     for (int i = 0; i < 10000; ++i)
@@ -173,16 +160,40 @@ TEST_F(GridLoad, GarbledRepliesAddWhatCanBeRead)
     EXPECT_TRUE(host.boxes().empty());
 }
 
-TEST_F(GridLoad, FlaggedReplyDropsItsOwnTypeOnly)
+TEST_F(GridLoad, UnreadTypesAreNamedAndTheOthersListed)
 {
     host.session->reply(L"MEVREP GET", L"-1^Reproductive data are locked.");
     host.session->reply(L"MEVVELD GET", L"-2\r\n");
     host.session->reply(L"MEVVAST GET", L"1^^^MILD\r\n");
+    host.session->failCall(L"MEVVTXC GET", L"No such routine.");
+    host.desktop.whileBoxIsOpen = [this] { EXPECT_EQ(control.fgData.hint(), L"Loading ..."); };
     open(12);
     EXPECT_EQ(summaries(), Transcript { L"Severity=Mild" });
-    EXPECT_EQ(host.boxes(), Transcript { L"box [Error] Reproductive data are locked." });
+    EXPECT_EQ(control.fgData.hint(), L"Could not be read: Reproductive, Functional Status, Tx Contract.");
+    EXPECT_EQ(host.boxes(),
+        (Transcript { L"box [Error] Reproductive data are locked.",
+            L"box [System Error] Error in remote procedure call: MEVVTXC GET\r\nNo such routine." }));
     EXPECT_EQ(host.lines({ L"status" }),
         (Transcript { L"status Loading Personal Health Data", L"status ", L"status ", L"status " }));
+    commitPatient(0);
+    EXPECT_EQ(control.fgData.hint(), L"");
+}
+
+TEST_F(GridLoad, WithoutTheServerNoFurtherCallIsMadeAndNoRowStays)
+{
+    host.session->reply(L"MEVREP GET", L"G1P1");
+    open(12);
+    for (const auto& [name, calls] : { std::pair<TextView, std::size_t> { L"MEVREP GET", 1 }, { L"MEVVAST GET", 3 } }) {
+        host.session->losesServerAt = name;
+        host.transcript.clear();
+        host.session->push(L"REFRESH");
+        EXPECT_EQ(host.calls().size(), calls);
+        EXPECT_EQ(host.boxes(),
+            Transcript {
+                L"box [System Error] Error in remote procedure call: " + Text(name) + L"\r\nThe server is gone." });
+        EXPECT_EQ(control.fgData.rowCount(), 0);
+        EXPECT_EQ(control.fgData.hint(), L"The server cannot be reached. The records were not read.");
+    }
 }
 
 TEST_F(GridLoad, RunTimeFailureLeavesNoHalfList)
@@ -197,11 +208,15 @@ TEST_F(GridLoad, RunTimeFailureLeavesNoHalfList)
     for (const auto& [name, setFailing] : failures) {
         host.transcript.clear();
         setFailing(true);
-        control.LoadGrid();
-        EXPECT_EQ(host.boxes().front(),
-            L"box [System Error] Error in module kalmevRepHistCtrl at LoadGrid\r\n\r\nThe host is gone.")
+        control.fgData.choose(0);
+        host.session->push(L"REFRESH");
+        const Transcript boxes = host.boxes();
+        EXPECT_EQ(std::count(boxes.begin(), boxes.end(),
+                      L"box [System Error] Error in module kalmevRepHistCtrl at LoadGrid\r\n\r\nThe host is gone."),
+            1)
             << name;
         EXPECT_EQ(summaries(), Transcript { L"Patient Not Selected" }) << name;
+        EXPECT_EQ(control.fgData.row(), -1) << name;
         setFailing(false);
         EXPECT_TRUE(control.fgData.isDrawing());
         // The subscriptions stay: the next event loads again.

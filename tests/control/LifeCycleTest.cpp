@@ -25,21 +25,17 @@ TEST_F(LifeCycle, StartsInItsOrder)
     EXPECT_EQ(host.lines({ L"register", L"unregister" }),
         (Transcript { L"register VXR.12", L"register REFUSAL.12", L"register REFRESH" }));
     EXPECT_EQ(host.transcript.back(), L"register REFRESH"); // after loading
+    host.session->reply(L"MEVUTL CHKSEC", L"1|0|1|0^0~");
+    for (const TextView toolTip : { L"1.0.0.0  Personal Health",
+             L"1.0.0.0  Personal Health\r\n\r\nYou have the 'MEVZ VIEW ONLY' security key, thus you cannot make "
+             L"modifications." }) {
+        kalmevRepHistCtrl another(shared, host); // tells what the one before it was told
+        another.UserControl_Initialize();
+        EXPECT_EQ(another.imgIcon.toolTip(), toolTip);
+    }
     host.transcript.clear();
     control.UserControl_Show(); // shown again after it was hidden
     EXPECT_TRUE(host.transcript.empty());
-}
-
-TEST_F(LifeCycle, SecondPanelTellsOfThePermissionInItsToolTip)
-{
-    host.session->reply(L"MEVUTL CHKSEC", L"1|0|1|0^0~");
-    open(0);
-    kalmevRepHistCtrl second(shared, host);
-    second.UserControl_Initialize();
-    EXPECT_EQ(control.imgIcon.toolTip(), L"1.0.0.0  Personal Health");
-    EXPECT_EQ(second.imgIcon.toolTip(),
-        L"1.0.0.0  Personal Health\r\n\r\nYou have the 'MEVZ VIEW ONLY' security key, thus you cannot make "
-        L"modifications.");
 }
 
 TEST_F(LifeCycle, EventsBeforeTheFirstShowChangeNothing)
@@ -83,6 +79,8 @@ TEST_F(LifeCycle, WithoutAPatientTheGridSaysSo)
     EXPECT_EQ(row(0), L"|Patient Not Selected||||");
     EXPECT_TRUE(control.fgData.column(0).hidden);
     EXPECT_EQ(control.fgData.row(), -1);
+    EXPECT_EQ(control.cboType.count(), 0);
+    EXPECT_FALSE(control.cboType.isVisible());
     EXPECT_EQ(enabledCommands(), L"----");
     control.fgData.choose(0);
     EXPECT_EQ(enabledCommands(), L"----");
@@ -196,16 +194,24 @@ TEST_F(LifeCycle, PatientChangeDuringABoxOfALoadNeverMixesTwoPatients)
     EXPECT_EQ(host.session->subscriptions(), (std::multiset<Text> { L"REFRESH", L"REFUSAL.34", L"VXR.34" }));
 }
 
-TEST_F(LifeCycle, PatientChangeThatFailsLeavesNoRecordsOfTheOldPatient)
+TEST_F(LifeCycle, PatientChangeThatFailsShowsNobodysRecordsAndIsMadeUpFor)
 {
     host.session->reply(L"MEVVELD GET", L"5^^^A\r\n");
-    open(12);
-    host.session->failsSubscriptions = true;
-    commitPatient(34);
+    open(12, L"M");
+    host.patient->failsSex = true;
+    commitPatient(34, L"F", L"4");
+    EXPECT_EQ(host.session->subscriptions(), (std::multiset<Text> { L"REFRESH", L"REFUSAL.34", L"VXR.34" }));
     EXPECT_EQ(summaries(), Transcript { L"Patient Not Selected" });
+    EXPECT_EQ(control.cboType.count(), 0);
+    EXPECT_FALSE(control.cboType.isVisible());
     EXPECT_EQ(host.boxes(),
-        Transcript { L"box [System Error] Error in module kalmevRepHistCtrl at ICSS_PatientEvents_Committed\r\n\r\nNo "
-                     L"subscriptions today." });
+        Transcript { L"box [System Error] Error in module kalmevRepHistCtrl at ICSS_PatientEvents_Committed\r\n\r\nThe "
+                     L"sex is not known." });
+    host.patient->failsSex = false;
+    host.session->push(L"REFRESH");
+    EXPECT_EQ(summaries(), Transcript { L"Toileting=A" });
+    EXPECT_EQ(control.cboType.count(), 7); // a girl's
+    EXPECT_TRUE(control.cboType.isVisible());
 }
 
 TEST_F(LifeCycle, RowsOfTheCurrentVisitAreHighlighted)
@@ -247,6 +253,10 @@ TEST_F(LifeCycle, EndDropsSubscriptionsAndTheLastOneTheObjects)
     control.UserControl_Terminate();
     EXPECT_FALSE(shared.hasSession());
     EXPECT_TRUE(host.session->subscriptions().empty());
+    control.UserControl_Initialize();
+    host.transcript.clear();
+    control.UserControl_Terminate(); // never shown this time
+    EXPECT_TRUE(host.transcript.empty());
 }
 
 TEST_F(LifeCycle, FailuresNeverReachTheHost)

@@ -150,14 +150,9 @@ TEST_F(RecordCommands, WithoutAVisitNoEditorOpens)
     EXPECT_EQ(host.lines({ L"box", L"show" }),
         Transcript { L"box [Active Visit Not Selected] An active visit has not been selected." });
     EXPECT_EQ(host.desktop.styles.back(), 48);
-}
-
-TEST_F(RecordCommands, ReproductiveHistoryNeedsNoVisit)
-{
-    host.encounter->usable = false;
-    open(12);
-    add(1);
-    EXPECT_EQ(host.lines({ L"show", L"box" }), Transcript { L"show frmRepHist" });
+    commitPatient(12, L"F", L"30");
+    add(1); // needs none
+    EXPECT_EQ(host.lines({ L"box", L"show" }), Transcript { L"show frmRepHist" });
 }
 
 TEST_F(RecordCommands, DoubleClickEditsOnlyWhereEditingIsAllowed)
@@ -188,6 +183,16 @@ TEST_F(RecordCommands, DeletingAsksAndCallsByType)
         click(row, Delete);
         EXPECT_EQ(host.lines({ L"box", L"call", L"list" }), (Transcript { question, Text(call) })); // and no reload
     }
+    host.session->reply(L"MEVREF DEL", L"-1^The record is locked.");
+    host.desktop.answers = { BoxAnswer::Yes };
+    click(6, Delete);
+    EXPECT_EQ(host.boxes().back(), L"box [Error] The record is locked.");
+    host.transcript.clear();
+    setPatient(0); // the host has not told of it yet: nobody may change the refusal
+    control.cmd[Edit].click();
+    control.cmd[Delete].click();
+    control.OpenRecord(7, L"", L"");
+    EXPECT_TRUE(host.transcript.empty());
 }
 
 TEST_F(RecordCommands, DeletingAsthmaOffersTheRegistry)
@@ -203,21 +208,13 @@ TEST_F(RecordCommands, DeletingAsthmaOffersTheRegistry)
     EXPECT_EQ(deletion({ BoxAnswer::Yes, BoxAnswer::No }), Transcript { L"call MEVVAST DEL(5)" });
     EXPECT_EQ(
         host.boxes()[1], L"box [Inactivate Patient?] Do you wish to inactivate this patient from the asthma registry?");
+    host.desktop.whileBoxIsOpen = [this] { setPatient(34); }; // the question was about the other
     EXPECT_EQ(deletion({ BoxAnswer::Yes, BoxAnswer::Yes }),
         (Transcript { L"call MEVVAST SETREG(12^I)", L"call MEVVAST DEL(5)" }));
+    setPatient(12);
     host.session->reply(L"MEVVAST SETREG", L"-1");
     EXPECT_EQ(deletion({ BoxAnswer::Yes, BoxAnswer::Yes }),
         Transcript { L"call MEVVAST SETREG(12^I)" }); // stops, without a box
-}
-
-TEST_F(RecordCommands, RefusedDeletionIsShownAndLeavesTheGrid)
-{
-    openChild();
-    host.session->reply(L"MEVVIF DEL", L"-1^The record is locked.");
-    host.desktop.answers = { BoxAnswer::Yes };
-    click(2, Delete);
-    EXPECT_EQ(host.boxes().back(), L"box [Error] The record is locked.");
-    EXPECT_EQ(control.fgData.rowCount(), 7);
 }
 
 TEST_F(RecordCommands, GridFollowsTheServersEventAlone)

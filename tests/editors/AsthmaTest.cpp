@@ -36,14 +36,16 @@ TEST_F(AsthmaRecord, SeverityIsReadAsTextAndSavedAsNumber)
 {
     form.m_sIEN = L"45";
     host.session->reply(L"MEVVAST GET",
-        L"45^^3260310|81^moderate PERSISTENT|9^93^49.5^420^YES|1^no^^MAYBE\r\n45^^^MILD INTERMITTENT|1");
+        L"45^^3260310|81^MILD^93^49.5^420^YES|1^no^^MAYBE\r\n45^^^moderate PERSISTENT|9\r\n45^^^MILD INTERMITTENT|1");
     open();
     form.Form_Activate();
     EXPECT_EQ(form.caption(), L"Update Asthma Record");
+    form.moveFocus(form.txt[1]);
     form.press(form.cmdAdd); // loaded values are not judged
     EXPECT_EQ(host.calls(),
         (Transcript {
             L"list MEVVAST GET(^45)", L"call MEVVAST GETREG(12)", L"call MEVVAST SET(45^81^3^93^49.5^420^Yes^No^^)" }));
+    EXPECT_FALSE(accepts(form.txt[1], L"49.6")); // edited ones are
 }
 
 TEST_F(AsthmaRecord, LungFunctionBounds)
@@ -67,7 +69,7 @@ TEST_F(AsthmaRecord, LungFunctionBounds)
 TEST_F(AsthmaRecord, RegistryIsShownToEverybody)
 {
     form.m_bRegKey = false;
-    host.session->reply(L"MEVVAST GETREG", L"12^ACTIVE|A^01/02/2026|x^04/05/2026^03/20/2026@10:15^SMITH,JOHN|15");
+    host.session->reply(L"MEVVAST GETREG", L"12^ACTIVE|A^JAN 2,2026|x^04/05/2026^03/20/2026@10:15^SMITH,JOHN|15");
     host.session->reply(L"MEVVAST GETNOTE", L"Spacer checked.\r\nCall back.\r\n");
     open();
     EXPECT_EQ(registry(), L"Active&InactivateE");
@@ -75,7 +77,7 @@ TEST_F(AsthmaRecord, RegistryIsShownToEverybody)
     for (int row = 0; row < form.fg.rowCount(); ++row)
         rows.push_back(Text(form.fg.text(row, 0)) + L"=" + Text(form.fg.text(row, 1)));
     EXPECT_EQ(rows,
-        (Transcript { L"Last Asthma Visit=01/02/2026", L"Calculated Date Due=04/05/2026",
+        (Transcript { L"Last Asthma Visit=JAN 2,2026", L"Calculated Date Due=04/05/2026",
             L"Next Appointment=03/20/2026@10:15", L"Case Manager=Smith, John",
             L"Comments=Spacer checked.\r\nCall back." }));
     host.transcript.clear();
@@ -121,6 +123,7 @@ TEST_F(AsthmaRecord, InactivationOpensNoEditorAndAFailureChangesNothing)
     host.desktop.answers = { BoxAnswer::Yes, BoxAnswer::Ok, BoxAnswer::Yes };
     form.press(form.cmdActivate);
     EXPECT_EQ(registry(), L"Active&InactivateE");
+    EXPECT_EQ(host.calls().back(), L"call MEVVAST SETREG(12^I)"); // the refusal ends it
     EXPECT_EQ(host.boxes().front(),
         L"box [Please Confirm] Are you sure you want to inactivate this patient in the asthma registry?");
     host.transcript.clear();
@@ -186,9 +189,6 @@ TEST_F(AsthmaRegistry, LeavingTheManagerLooksTheNameUp)
     form.moveFocus(form.txtPrv);
     form.moveFocus(form.txtComments);
     EXPECT_EQ(form.txtPrv.text() + L"|" + form.txtPrv.tag(), L"SMITH,JOHN|15");
-    form.moveFocus(form.txtPrv);
-    form.moveFocus(form.txtComments);
-    EXPECT_EQ(host.lines({ L"list MEVUTL DICLKUP" }).size(), 1u); // untouched: not again
     host.session->reply(L"MEVUTL DICLKUP", L"");
     typeInto(form.txtPrv, L"SMYTH");
     form.moveFocus(form.txtComments); // the dialog is closed without a choice
@@ -199,6 +199,7 @@ TEST_F(AsthmaRegistry, ActivatesByItsCaption)
 {
     openOn(L"-1^Unknown.", L"-1^");
     EXPECT_EQ(form.lblStatus.caption() + form.cmdActivate.caption(), L"Not in Registry&Activate");
+    EXPECT_EQ(form.txtComments.text(), L"");
     host.transcript.clear();
     host.desktop.answers = { BoxAnswer::Yes, BoxAnswer::Yes, BoxAnswer::No };
     form.press(form.cmdActivate);
@@ -212,11 +213,17 @@ TEST_F(AsthmaRegistry, ActivatesByItsCaption)
             L"box [Please Confirm] Are you sure you want to Inactivate this patient in the asthma registry?",
             L"call MEVVAST SETREG(12^I)",
             L"box [Please Confirm] Are you sure you want to Activate this patient in the asthma registry?" }));
+    host.session->reply(L"MEVVAST SETREG", L"-1^Not today.");
+    host.desktop.answers = { BoxAnswer::Yes };
+    form.press(form.cmdActivate);
+    EXPECT_EQ(form.lblStatus.caption() + form.cmdActivate.caption(), L"Inactive&Activate");
 }
 
 TEST_F(AsthmaRegistry, BadDateIsToldAndStaysAndKeysAreFiltered)
 {
     openOn(L"", L"");
+    enterDate(form.dat[2], L"N");
+    EXPECT_EQ(form.dat[2].value(), L"03/15/2026");
     enterDate(form.dat[2], L"soon");
     EXPECT_EQ(host.boxes(), Transcript { L"box [Invalid Date] Not a valid date format" });
     EXPECT_EQ(form.dat[2].value(), L"soon");

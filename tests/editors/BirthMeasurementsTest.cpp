@@ -19,11 +19,11 @@ TEST_F(BirthMeasurements, LoadsTheUnitThatTheUserLikes)
     for (const auto& [option, weight, unit, parameter] :
         { std::tuple<TextView, TextView, TextView, TextView> { L"", L"7 2", L"(lbs oz)", L"0" },
             { L"1", L"3.23K", L"(kg)", L"1" }, { L"2", L"3232G", L"(grams)", L"2" },
-            { L"5", L"7 2", L"(lbs oz)", L"0" } }) {
+            { L"5", L"7 2", L"(lbs oz)", L"0" }, { L"", L"", L"(lbs oz)", L"" } }) {
         host.session->values.clear();
         host.transcript.clear();
         host.session->reply(L"MEVUTL GETPARM", option);
-        host.session->reply(L"MEVBMSR GET", replies::Birth);
+        host.session->reply(L"MEVBMSR GET", weight.empty() ? L"^3^^^^^^^^2^6M^2W^5M^HARTLEY,ROSE|1" : replies::Birth);
         frmPediatric own(shared);
         own.open();
         own.Form_Activate();
@@ -31,10 +31,11 @@ TEST_F(BirthMeasurements, LoadsTheUnitThatTheUserLikes)
         EXPECT_EQ(own.lblWt.caption(), unit);
         EXPECT_EQ(own.txtPat.tag(), L"1");
         own.press(own.cmdAdd);
-        EXPECT_EQ(host.calls(),
-            (Transcript { L"call MEVUTL GETPARM(RepHist-PedWtOpt)", L"call MEVBMSR GET(12)",
-                L"call MEVBMSR SET(12^" + Text(weight) + L"^2^6M^2W^5M^1)",
-                L"call MEVUTL SETPARM(RepHist-PedWtOpt^" + Text(parameter) + L")" }));
+        Transcript calls { L"call MEVUTL GETPARM(RepHist-PedWtOpt)", L"call MEVBMSR GET(12)",
+            L"call MEVBMSR SET(12^" + Text(weight) + L"^2^6M^2W^5M^1)" };
+        if (!weight.empty()) // without one the unit is not remembered
+            calls.push_back(L"call MEVUTL SETPARM(RepHist-PedWtOpt^" + Text(parameter) + L")");
+        EXPECT_EQ(host.calls(), calls);
     }
 }
 
@@ -46,7 +47,7 @@ TEST_F(BirthMeasurements, Weights)
         EXPECT_TRUE(accepts(form.txt[0], weight)) << narrow(weight);
     EXPECT_TRUE(host.boxes().empty());
     for (const TextView weight :
-        { L"1 5", L"25 0", L"7 17", L"0.907K", L"10K", L"907G", L"10000G", L"K", L"x 2", L"7 x", L" " })
+        { L"1 5", L"25 0", L"7 17", L"0.907K", L"10K", L"907G", L"10000G", L"K", L"x 2", L"7 x", L"7 -1", L" " })
         EXPECT_FALSE(accepts(form.txt[0], weight)) << narrow(weight);
     EXPECT_EQ(host.boxes().front(), L"box [Invalid Entry] Invalid birth weight, please see example on form.");
 }
@@ -95,8 +96,11 @@ TEST_F(BirthMeasurements, OrdersAndAges)
 TEST_F(BirthMeasurements, LoadedValuesAreNotJudged)
 {
     load(L"", L"40^2^^^^^^^^99^x^^^");
+    for (TextBox& box : form.txt)
+        EXPECT_TRUE(form.moveFocus(box));
     form.press(form.cmdAdd);
-    EXPECT_EQ(host.calls()[2], L"call MEVBMSR SET(12^40 2^99^X^^^)");
+    EXPECT_EQ(host.lines({ L"call MEVBMSR SET" }), Transcript { L"call MEVBMSR SET(12^40 2^99^X^^^)" });
+    EXPECT_FALSE(accepts(form.txt[0], L"40 3")); // edited ones are
 }
 
 TEST_F(BirthMeasurements, MotherIsLookedUpOnLeaving)
@@ -111,29 +115,38 @@ TEST_F(BirthMeasurements, MotherIsLookedUpOnLeaving)
     EXPECT_EQ(form.txtPat.tag(), L"44");
     EXPECT_EQ(form.defaultButton(), &form.cmdAdd);
 
-    // Typed over, a name keeps its number; emptied, it loses it.
+    // Typed over, a name comes back with its number; emptied, it loses it.
     host.transcript.clear();
     typeInto(form.txtPat, L"other");
     form.moveFocus(form.txt[0]);
     EXPECT_TRUE(host.calls().empty());
-    EXPECT_EQ(form.txtPat.tag(), L"44");
+    EXPECT_EQ(form.txtPat.text() + form.txtPat.tag(), L"SMITH,ANNA44");
+    EXPECT_EQ(form.txtPat.note(),
+        L"The name has not changed. To choose another, press \"...\" after typing it, or clear this one first.");
     form.moveFocus(form.txtPat);
+    EXPECT_TRUE(form.txtPat.isAllSelected());
     form.txtPat.edit(L"");
+    EXPECT_EQ(form.txtPat.note(), L"");
     form.moveFocus(form.txt[0]);
     EXPECT_EQ(form.txtPat.tag(), L"");
 }
 
 TEST_F(BirthMeasurements, LookupIsNotStartedTwiceNorTowardsCancel)
 {
-    load(L"", L"");
+    load(L"", L"-1^Locked.^^^^^^^^2");
+    EXPECT_EQ(form.txt[1].text(), L"");
     typeInto(form.txtPat, L"zz");
     form.press(form.cmdPat); // shows the empty dialog, which is closed
     EXPECT_EQ(form.txtPat.text(), L"zz"); // cancelling changes nothing
     form.moveFocus(form.txt[0]);
     EXPECT_EQ(form.txtPat.text(), L""); // nobody was found
+    EXPECT_EQ(host.lines({ L"show" }).size(), 1u);
+    typeInto(form.txtPat, L"zz");
+    form.moveFocus(form.txt[0]); // the same name is searched again
+    EXPECT_EQ(host.lines({ L"show" }).size(), 2u);
     typeInto(form.txtPat, L"zz");
     form.press(form.cmdCancel);
-    EXPECT_EQ(host.lines({ L"show" }), Transcript { L"show frmLookup" });
+    EXPECT_EQ(host.lines({ L"show" }).size(), 2u);
     EXPECT_FALSE(form.isOpen());
 }
 

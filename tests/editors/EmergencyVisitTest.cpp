@@ -48,19 +48,22 @@ TEST_F(EmergencyVisit, ReadAndSavedInTheirOwnOrders)
 
 TEST_F(EmergencyVisit, TextsBelongToTheirOptions)
 {
-    load(L"45^^^^Other|O^by raft^^^^OTHER|O^walked out^^^^\r\n");
+    load(L"45^^^^Other|O^by raft^^^^OTHER|O^walked out^^^^\r\n45^^^^Other|O\r\n"); // an empty text takes none away
+    EXPECT_EQ(form.activeControl(), nullptr); // loading moves no focus
     EXPECT_EQ(form.txtOther.text() + L"/" + form.txtDispOth.text(), L"by raft/walked out");
     EXPECT_TRUE(form.txtOther.canBeUsed() && form.txtDispOth.canBeUsed());
     EXPECT_EQ(saved(), L"(45^81^^^O^by raft^^^O^walked out^^^)");
     form.optArrival[3].click();
     form.optDisch[1].click();
+    EXPECT_EQ(form.txtOther.text() + form.txtDispOth.text(), L"");
     EXPECT_EQ(saved(), L"(45^81^^^T^^^^A^^^^)");
     EXPECT_FALSE(form.txtOther.canBeUsed() || form.txtDispOth.canBeUsed());
     form.optArrival[6].click();
     EXPECT_EQ(form.activeControl(), &form.txtOther);
     form.txtOther.edit(L"a^b");
     form.txtCond.edit(L"c^d");
-    EXPECT_EQ(saved(), L"(45^81^^^O^a b^^^A^^^^c d)");
+    form.txtInformant.edit(L"e^f");
+    EXPECT_EQ(saved(), L"(45^81^^^O^a b^^e f^A^^^^c d)");
 }
 
 TEST_F(EmergencyVisit, DepartureAgainstAdviceHasItsOwnPiece)
@@ -104,6 +107,11 @@ TEST_F(EmergencyVisit, TransferByTheFilesRoot)
         own.press(own.cmdOK);
         EXPECT_TRUE(host.calls().back().ends_with(end)) << narrow(host.calls().back());
         EXPECT_TRUE(host.lines({ L"list MEVUTL" }).empty());
+        own.open();
+        own.optDisch[0].click();
+        own.press(own.cmdOK);
+        EXPECT_TRUE(host.calls().back().ends_with(L"^D^^^^)"))
+            << narrow(host.calls().back()); // its number has gone too
     }
 }
 
@@ -140,9 +148,11 @@ TEST_F(EmergencyVisit, TransferIsLookedUpInTheFileOfItsOption)
 
 TEST_F(EmergencyVisit, UnknownCodesLeaveTheFormClear)
 {
-    load(L"45^^^URGENT|u^X|X^^^^^D^^02/30/2026@08:00^^^\r\n45^^^EMERGENT|E"); // the unterminated line is no line
+    // The unterminated line is no line.
+    load(L"45^^^URGENT|u^X|X^by raft^^^^D^on foot^02/30/2026@08:00^^^\r\n45^^^EMERGENT|E");
     EXPECT_EQ(form.opt.chosen() + form.optArrival.chosen() + form.optDisch.chosen(), -3);
     EXPECT_TRUE(form.datDepart.isEmpty());
+    EXPECT_EQ(saved(), L"(45^81^^^^^^^^^^^)"); // without the texts of options that are not chosen
 }
 
 }

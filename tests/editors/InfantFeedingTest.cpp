@@ -58,6 +58,7 @@ TEST_F(InfantFeeding, AtMostOneChoice)
         Transcript {
             L"box [Type Missing] You must select the infant feeding option, before the record can be saved." });
     EXPECT_EQ(host.desktop.styles, std::vector { 48 });
+    EXPECT_EQ(form.activeControl(), &form.lstINF);
     EXPECT_TRUE(host.calls().empty());
     EXPECT_TRUE(form.isOpen());
 }

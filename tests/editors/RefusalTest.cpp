@@ -88,14 +88,41 @@ TEST_F(Refusals, StoredRefusalCanBeSavedAtOnce)
     }
 }
 
+TEST_F(Refusals, ItemOfAnotherTypesTableIsMissing)
+{
+    open();
+    host.session->reply(L"MEVREF REFLIST", L"9");
+    host.session->reply(L"MEVUTL DICLKUP", L"3^^FOUND\r\n");
+    for (const auto& [type, searched, parameter] : { std::tuple<TextView, TextView, TextView> { L"Exam", L"Lab", L"" },
+             { L"Lab", L"Exam", L"" }, { L"EKG", L"", L"(^EKG^9^12^03/15/2026^)" },
+             { L"PAP Smear", L"Lab", L"(^PAP SMEAR^3^12^03/15/2026^)" } }) { // these two have one table
+        form.open();
+        check(type);
+        if (!searched.empty()) {
+            form.lstRefusals.choose(rowOf(searched));
+            typeInto(form.txtItem, L"f");
+            form.moveFocus(form.lstRefusals);
+            form.lstRefusals.choose(rowOf(type));
+        }
+        host.transcript.clear();
+        form.press(form.cmdOK);
+        EXPECT_EQ(
+            host.calls(), parameter.empty() ? Transcript {} : Transcript { L"call MEVREF SET" + Text(parameter) });
+        EXPECT_EQ(host.boxes().size(), parameter.empty() ? 1u : 0u) << narrow(type);
+    }
+}
+
 TEST_F(Refusals, ChecksInTheirOrder)
 {
     open();
     form.press(form.cmdOK);
+    EXPECT_EQ(form.activeControl(), &form.lstRefusals);
     form.lstRefusals.setListIndex(1);
     form.press(form.cmdOK);
+    EXPECT_EQ(form.activeControl(), &form.lstRefusals);
     check(L"Skin Test");
     form.press(form.cmdOK);
+    EXPECT_EQ(form.activeControl(), &form.txtItem);
     EXPECT_EQ(host.boxes(),
         (Transcript {
             L"box [Refusal Type not Selected] You must first select the refusal type that you wish to add for "
@@ -110,7 +137,10 @@ TEST_F(Refusals, ChecksInTheirOrder)
 
 TEST_F(Refusals, ItemNeedsATypeFirst)
 {
+    form.m_sRefusalIen = L"5";
+    host.session->reply(L"MEVREF GET", L"5^^^FORMER TYPE^3^THIRD ITEM^^^no date\r\n");
     open();
+    EXPECT_EQ(item() + form.datRefused.value(), L"Refusal &Item: THIRD ITEM|3no date"); // shown without a warning
     const Text warning = L"box [Type Not Selected] You must first select a refusal type from the above list.";
     form.moveFocus(form.txtItem);
     form.txtItem.edit(L"x");
@@ -120,6 +150,8 @@ TEST_F(Refusals, ItemNeedsATypeFirst)
     form.press(form.cmdItem);
     EXPECT_EQ(host.boxes(), (Transcript { warning, warning }));
     EXPECT_EQ(form.activeControl(), &form.lstRefusals);
+    check(L"EKG");
+    EXPECT_EQ(host.calls().back(), L"call MEVREF REFLIST(EKG)");
 }
 
 TEST_F(Refusals, CancelledLookupClearsTheItem)
@@ -138,6 +170,10 @@ TEST_F(Refusals, CancelledLookupClearsTheItem)
     });
     form.press(form.cmdItem);
     EXPECT_EQ(item(), L"&Immunization: |");
+    check(L"Exam");
+    typeInto(form.txtItem, L"x");
+    form.press(form.cmdItem); // closed by the window's own means
+    EXPECT_EQ(item(), L"&Exam: |");
 }
 
 TEST_F(Refusals, Dates)
@@ -153,6 +189,11 @@ TEST_F(Refusals, Dates)
     EXPECT_EQ(host.boxes(),
         (Transcript {
             L"box [Invalid Historical Date] The date cannot be in the future.", L"box [Error] Invalid date format." }));
+    enterDate(form.datRefused, L"");
+    form.moveFocus(form.cmdCancel);
+    EXPECT_EQ(form.datRefused.value() + form.datRefused.note(), L"");
+    form.moveFocus(form.txtRefComment);
+    EXPECT_EQ(form.datRefused.value() + form.datRefused.note(), L"03/15/2026A refusal has a date: this is today's.");
 }
 
 TEST_F(Refusals, CommentOfTwoTo200Characters)
@@ -164,12 +205,13 @@ TEST_F(Refusals, CommentOfTwoTo200Characters)
         return form.moveFocus(form.datRefused);
     };
     EXPECT_TRUE(leaves(L"ab"));
-    EXPECT_TRUE(leaves(Text(200, L'x')));
+    EXPECT_TRUE(leaves(Text(200, L'x') + L"\r\n"));
     EXPECT_TRUE(leaves(L""));
     EXPECT_TRUE(leaves(L"one\r\ntwo"));
     EXPECT_EQ(form.txtRefComment.text(), L"onetwo");
     EXPECT_TRUE(host.boxes().empty());
-    EXPECT_FALSE(leaves(L"a"));
+    EXPECT_FALSE(leaves(L"a\r\n"));
+    EXPECT_EQ(form.txtRefComment.text(), L"a\r\n");
     EXPECT_FALSE(leaves(Text(201, L'x')));
     EXPECT_EQ(host.boxes(),
         (Transcript { L"box [Comment Too Short] Comment must be longer than 1 character.",

@@ -31,6 +31,7 @@ protected:
 
 TEST_F(ReproductiveHistory, LoadsAndSavesWithItsTwoOrders)
 {
+    host.patient->patientAge = L"9"; // the youngest
     load(replies::Reproductive);
     EXPECT_EQ(host.calls(), Transcript { L"call MEVREP GET(12)" });
     EXPECT_EQ(counts(form), L"3,2,1,0,0");
@@ -94,7 +95,7 @@ TEST_F(ReproductiveHistory, PregnancyBlockFollowsTheBox)
 
 TEST_F(ReproductiveHistory, FailedReadGreysTheFormButNotTheSave)
 {
-    load(L"-1^Not today.");
+    load(L"-1^Not today.^IUD");
     EXPECT_EQ(host.boxes(), Transcript { L"box [Error Loading Reproductive Factors] Not today." });
     EXPECT_FALSE(form.txNumRH[0].canBeUsed());
     EXPECT_EQ(saved(), L"call MEVREP SET(12^G0P0LC0SA0TA0^^^^0^^)");
@@ -106,7 +107,8 @@ TEST_F(ReproductiveHistory, DatesOfThePast)
     // Today is 03/15/2026, 09:30.
     for (const auto& [date, typed, kept] :
         { std::tuple<mevZvDate frmRepHist::*, TextView, TextView> { &frmRepHist::datLMP, L"T", L"03/15/2026" },
-            { &frmRepHist::datLMP, L"T+1", L"" }, { &frmRepHist::datFP, L"T-900", L"09/27/2023" },
+            { &frmRepHist::datLMP, L"T+1", L"" }, { &frmRepHist::datLMP, L"T 23:00", L"03/15/2026 23:00" },
+            { &frmRepHist::datFP, L"T-900", L"09/27/2023" },
             { &frmRepHist::datFP, L"3/16/2026", L"" } }) {
         host.transcript.clear();
         enterDate(form.*date, typed);
@@ -118,7 +120,7 @@ TEST_F(ReproductiveHistory, DatesOfThePast)
 
 TEST_F(ReproductiveHistory, DeliveryDates)
 {
-    load(L"G1P0LC0SA0TA0^^^^DATES^01/01/2020"); // a stored past date passes
+    load(L"G1P0LC0SA0TA0^^^^^01/01/2020"); // a stored past date passes
     EXPECT_EQ(form.datDelivery.value(), L"01/01/2020");
     for (const auto& [typed, kept, refusal] :
         { std::tuple<TextView, TextView, TextView> { L"T", L"03/15/2026", L"" }, { L"T+270", L"12/10/2026", L"" },
@@ -145,6 +147,10 @@ TEST_F(ReproductiveHistory, CountsAndArrowsStayInStep)
     EXPECT_EQ(form.txNumRH[0].text(), L"0");
     form.txNumRH[0].edit(L"-5");
     EXPECT_EQ(form.txNumRH[0].text(), L"0");
+    EXPECT_TRUE(form.txNumRH[0].isAllSelected()); // what is typed next replaces it
+    form.txNumRH[0].edit(L"5");
+    form.txNumRH[0].edit(L"5^");
+    EXPECT_EQ(form.txNumRH[0].text(), L"5");
 }
 
 TEST_F(ReproductiveHistory, EnterGoesOnToTheNextField)
@@ -155,11 +161,12 @@ TEST_F(ReproductiveHistory, EnterGoesOnToTheNextField)
         EXPECT_EQ(form.txNumRH[i].pressKey(EnterKey), 0);
     }
     EXPECT_EQ(form.activeControl(), &form.datLMP);
-    form.moveFocus(form.cboFP);
     wchar_t key = EnterKey;
     form.cboFP.pressKey(key);
     EXPECT_EQ(form.activeControl(), &form.datFP);
     EXPECT_EQ(key, 0);
+    form.cboEstMethod.pressKey(key = EnterKey);
+    EXPECT_EQ(form.activeControl(), &form.txNumRH[0]);
     form.txNumRH[3].MouseMove();
     EXPECT_EQ(form.txNumRH[3].toolTip(), L"Spontaneous Abortions");
 }
@@ -179,6 +186,9 @@ TEST_F(ReproductiveHistory, EnterGoesOnFromAnEnteredDate)
         EXPECT_EQ(key, EnterKey);
         date.type(typed);
         EXPECT_EQ(date.shown(), typed);
+        wchar_t digit = L'1';
+        date.pressKey(digit);
+        EXPECT_EQ(digit, L'1');
         date.pressKey(key);
         EXPECT_EQ(key, 0);
         EXPECT_EQ(date.value(), kept);
@@ -191,8 +201,8 @@ TEST_F(ReproductiveHistory, EnterGoesOnFromAnEnteredDate)
 
 TEST_F(ReproductiveHistory, UnknownMethodIsLost)
 {
-    load(L"G0P0LC0SA0TA0^^CHARMS^^^");
-    EXPECT_EQ(saved(), L"call MEVREP SET(12^G0P0LC0SA0TA0^^^^0^^)");
+    load(L"G0P0LC0SA0TA0^^CHARMS^^GUESS^");
+    EXPECT_EQ(saved(), L"call MEVREP SET(12^G0P0LC0SA0TA0^^^^1^^)"); // but it tells of a pregnancy
 }
 
 }

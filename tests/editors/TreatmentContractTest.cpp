@@ -26,6 +26,7 @@ TEST_F(TreatmentContract, NewContractHasTodayAndTheUserAndWantsItsType)
     EXPECT_EQ(host.boxes(),
         Transcript { L"box [Type Missing] You must select the type of contract, PAIN or MENTAL HEALTH." });
     EXPECT_EQ(host.desktop.styles, std::vector { 48 });
+    EXPECT_EQ(form.activeControl(), &form.opt[0]);
     form.opt[1].click();
     form.opt[0].click();
     EXPECT_FALSE(form.opt[1].isChosen());
@@ -39,6 +40,7 @@ TEST_F(TreatmentContract, LoadsOverTheDefaults)
     for (const auto& [reply, expected] :
         { std::pair<TextView, TextView> { replies::Contract, L"P 02/01/2026 OAK,KIT J 15" },
             { L"45^^^MENTAL HEALTH|M^01/05/2026@08:30|x^OAK,KIT|15\r\n", L"M 01/05/2026 OAK,KIT 15" },
+            { L"45^^01/05/2026|81^PAIN|P^^OAK,KIT|15\r\n", L"P 01/05/2026 OAK,KIT 15" }, // the visit's date
             { L"45^^^X|x^02/30/2026^\r\n", L"- 03/15/2026  " }, // a bad date leaves today, no provider clears the user
             { L"45^^^PAIN|P^02/01/2026^A|1\r\n45^^^MENTAL HEALTH|M^02/02/2026^B|2", L"M 02/02/2026 B 2" },
             { L"-1^Gone.", L"- 03/15/2026 SORREL,ADA 71" } }) {
@@ -48,6 +50,7 @@ TEST_F(TreatmentContract, LoadsOverTheDefaults)
         own.load();
         own.open();
         own.Form_Activate();
+        own.load(); // shown again: the defaults come once
         EXPECT_EQ(own.caption(), L"Update Treatment Contract");
         EXPECT_EQ(shown(own), expected);
     }
@@ -77,9 +80,12 @@ TEST_F(TreatmentContract, ProviderComesFirstAndAnEmptyDateIsFilled)
 {
     open();
     typeInto(form.txtPrv, L"");
+    form.moveFocus(form.datInit);
+    typeInto(form.txtPrv, L"NOBODY"); // not found: the box tells of it in this form
     form.datInit.clear();
     form.press(form.cmdAdd);
     EXPECT_EQ(host.boxes(), Transcript { L"box [Provider Missing] You must select the provider." });
+    EXPECT_EQ(form.activeControl(), &form.txtPrv);
     EXPECT_TRUE(form.datInit.isEmpty());
     form.moveFocus(form.datInit);
     typeInto(form.txtPrv, L"OAK");
@@ -100,6 +106,8 @@ TEST_F(TreatmentContract, TypedOverProviderKeepsTheNumber)
     EXPECT_EQ(form.defaultButton(), &form.cmdPrv);
     form.press(form.cmdAdd);
     EXPECT_EQ(host.calls().back(), L"call MEVVTXC SET(45^81^P^02/01/2026^15)");
+    EXPECT_EQ(form.txtPrv.text(), L"OAK,KIT"); // whose number it is
+    EXPECT_FALSE(form.txtPrv.note().empty());
 }
 
 }

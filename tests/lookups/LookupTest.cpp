@@ -28,6 +28,7 @@ TEST_F(Lookup, ParameterHasNinePieces)
 {
     EXPECT_EQ(callOf(24, L"muñ"), L"list MEVUTL DICLKUP(2^MUÑ^^^250^^^^.01;.02;.03;.09)");
     EXPECT_EQ(callOf(11, L"a"), L"list MEVUTL DICLKUP(200^A^^^250^^I $$ACTPRV(Y)^^.01)");
+    EXPECT_EQ(callOf(3, L"  a b "), L"list MEVUTL DICLKUP(9999999.07^A B^^^250^^^^.01;.02)");
     EXPECT_EQ(callOf(18, L""), L"list MEVUTL DICLKUP(9999999.88^^^^250^B~C^^^.01;.02)");
     EXPECT_EQ(callOf(12, L"j45"), L"list MEVICDLK ICDLKUP(^J45^^^250^^^^.01)");
     EXPECT_EQ(callOf(1, L"", L"I 1"), L"list MEVUTL DICLKUP(9999999.28^^^^250^^I 1^^.01)");
@@ -124,12 +125,15 @@ TEST_F(Lookup, SearchingAgainInTheDialog)
         form.press(form.cmdSearch);
         EXPECT_EQ(
             host.boxes(), Transcript { L"box [Nothing to Search] You must first enter some text to be searched." });
+        EXPECT_EQ(form.activeControl(), &form.txtName);
+        EXPECT_EQ(form.defaultButton(), &form.cmdSearch);
 
         host.session->reply(L"MEVUTL DICLKUP", L"9^X^JONES,CAY\r\n");
         form.txtName.edit(L"jones");
         form.press(form.cmdSearch);
         EXPECT_TRUE(form.isOpen()); // never returns by itself
         EXPECT_EQ(form.fgResults.rowCount(), 1);
+        EXPECT_EQ(form.activeControl(), &form.fgResults);
         EXPECT_EQ(
             host.calls().back(), L"list MEVUTL DICLKUP(200^JONES^^^250^^I OWN^^.01)"); // the caller's screen stays
 
@@ -137,6 +141,16 @@ TEST_F(Lookup, SearchingAgainInTheDialog)
         form.press(form.cmdSearch);
         EXPECT_EQ(host.boxes().back(), L"box [Find Record] Search found no matches.");
         EXPECT_FALSE(form.cmdSelect.isEnabled());
+        EXPECT_EQ(form.fgResults.rowCount(), 0);
+        EXPECT_EQ(form.activeControl(), &form.txtName);
+
+        host.session->reply(L"MEVUTL DICLKUP", L"");
+        form.press(form.cmdSearch);
+        EXPECT_EQ(form.fgResults.hint(), L"No matches.");
+        EXPECT_EQ(form.activeControl(), &form.txtName);
+        form.press(form.cmdSelect); // usable again, but there is nothing to choose
+        EXPECT_EQ(form.activeControl(), &form.cmdSelect);
+        EXPECT_EQ(host.boxes().size(), 2u);
         EXPECT_TRUE(form.isOpen());
     });
     EXPECT_FALSE(form.RunQuery(11, L"smith", true, L"I OWN"));

@@ -25,6 +25,10 @@ TEST(ComboBox, SortedListKeepsTheSelectedEntrySelected)
     EXPECT_EQ(list.text(), L"refusal");
     EXPECT_EQ(list.listIndex(), 2);
     EXPECT_FALSE(list.selectItemData(99));
+    list.choose(-1); // cannot be emptied
+    list.choose(3);
+    list.setEnabled(false);
+    list.choose(0);
     EXPECT_EQ(list.text(), L"refusal");
     EXPECT_EQ(clicks, 1);
     EXPECT_THROW(list.setListIndex(3), std::out_of_range);
@@ -110,8 +114,10 @@ TEST(Grid, TellsOfContentsOnceAfterAPause)
     grid.setDrawing(true);
     EXPECT_EQ(observed.changes, (std::vector { Change::Contents, Change::Contents }));
     EXPECT_EQ(grid.cellForeColour(0, 0), Blue);
+    grid.setRowData(0, L"AS^7");
     grid.clear();
     EXPECT_EQ(grid.cellForeColour(0, 0), DefaultColour);
+    EXPECT_EQ(grid.rowData(0), L"");
 }
 
 }

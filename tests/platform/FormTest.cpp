@@ -28,6 +28,9 @@ struct TwoFields : Form {
             log += "validate ";
             keep = refuse;
         };
+        date.setRequireTime(true);
+        date.setClock([] { return momentOf(2026, 3, 15, 9, 30); });
+        date.EntryRefused = [this] { log += "refused "; };
         ok.Click = [this] { log += "OK "; };
         lookup.Click = [this] { log += "lookup "; };
         cancel.Click = [this] { close(); };
@@ -36,6 +39,7 @@ struct TwoFields : Form {
 
     TextBox first;
     TextBox second;
+    mevZvDate date;
     Button lookup;
     Button ok;
     Button cancel;
@@ -81,11 +85,39 @@ TEST(Form, LookupButtonBelongsToItsField)
     EXPECT_EQ(form.log, "second- first+ validate first- ");
 }
 
+TEST(Form, WhatWasLeftForCancelIsJudgedOnTheWayOn)
+{
+    TwoFields form;
+    form.refuse = true;
+    form.moveFocus(form.first);
+    EXPECT_TRUE(form.moveFocus(form.cancel));
+    EXPECT_FALSE(form.moveFocus(form.second));
+    EXPECT_EQ(form.activeControl(), &form.first);
+    EXPECT_EQ(form.log, "first+ first- validate ");
+    form.first.setEnabled(false); // by the program: nobody could mend it
+    EXPECT_TRUE(form.moveFocus(form.second));
+}
+
+TEST(Form, RefusedDateStopsAPressButNotTheUserWhoGoesOn)
+{
+    TwoFields form;
+    form.moveFocus(form.date);
+    form.date.type(L"3/1/2026"); // without its time
+    form.press(form.ok);
+    EXPECT_EQ(form.activeControl(), &form.date);
+    EXPECT_EQ(form.log, "refused ");
+    form.date.type(L"T");
+    EXPECT_TRUE(form.moveFocus(form.second));
+    EXPECT_EQ(form.log, "refused refused second+ ");
+}
+
 TEST(Form, ProgramDoesNotMoveTheFocusIntoWhatCannotBeUsed)
 {
     TwoFields form;
     form.second.setEnabled(false);
     form.setFocus(form.second);
+    form.ok.setEnabled(false);
+    form.press(form.ok);
     EXPECT_EQ(form.activeControl(), nullptr);
 }
 
@@ -112,7 +144,8 @@ TEST(Container, PassesItsStateButNotThroughAnotherFrame)
     EXPECT_EQ(label.foreColour(), DefaultColour);
     outer.setEnabled(false);
     EXPECT_TRUE(inner.isEnabled());
-    EXPECT_FALSE(box.canBeUsed());
+    box.edit(L"x");
+    EXPECT_EQ(box.text(), L"");
     check.click();
     EXPECT_FALSE(check.isChecked());
 }
@@ -128,7 +161,8 @@ TEST(DateControl, ShortForms)
         { L"NOV 2, 2006", L"11/02/2006" }, { L"T+7973Y", L"03/31/9999" }, { L"T+7974Y", L"T+7974Y" },
         { L"N+9999Y", L"N+9999Y" }, { L"T-9999Y", L"T-9999Y" }, { L"T@0:00:05", L"03/31/2026" },
         { L"1/2/2006 7:08:59", L"01/02/2006 07:08" }, { L"T+", L"T+" }, { L"T-3X", L"T-3X" }, { L"TT", L"TT" },
-        { L"133206", L"133206" }, { L" soon ", L"soon" } };
+        { L"133206", L"133206" }, { L" soon ", L"soon" },
+        { L"N 14:30", L"N 14:30" }, { L"N@14:30", L"N@14:30" }, { L"T+10000", L"T+10000" } };
     for (const auto& [typed, shown] : cases) {
         mevZvDate date;
         date.enter(typed, now);
@@ -139,14 +173,37 @@ TEST(DateControl, ShortForms)
 TEST(DateControl, TellsOfWhatTheUserEnteredOnly)
 {
     mevZvDate date;
-    int entered = 0;
-    date.NewDateEntered = [&] { ++entered; };
+    std::string log;
+    date.NewDateEntered = [&] { log += "entered "; };
+    date.EntryRefused = [&] { log += "refused "; };
     date.setValue(L"01/02/2006");
-    date.enter(L"01/02/2006", Moment());
-    date.enter(L"", Moment());
-    EXPECT_EQ(entered, 0);
-    date.enter(L"1/3/2006", Moment());
-    EXPECT_EQ(entered, 1);
+    EXPECT_TRUE(date.enter(L"01/02/2006", Moment()) && date.enter(L"", Moment()));
+    EXPECT_EQ(log, "");
+    EXPECT_TRUE(date.enter(L"1/3/2006", Moment()));
+    date.setRequireTime(true);
+    EXPECT_TRUE(date.enter(L"1/3/2006", Moment())); // stands as it was stored
+    EXPECT_FALSE(date.enter(L"1/4/2006", Moment()));
+    EXPECT_TRUE(date.enter(L"", Moment())); // taken back
+    EXPECT_EQ(log, "entered refused ");
+}
+
+TEST(DateControl, TypedTextBecomesTheValueWhenTheFieldIsLeft)
+{
+    mevZvDate date;
+    date.setClock([] { return momentOf(2026, 3, 31); });
+    EXPECT_TRUE(date.settle()); // nothing was typed
+    date.setNote(L"note");
+    date.type(L"t");
+    EXPECT_EQ(date.shown() + L"/" + date.value() + L"/" + date.note(), L"t//");
+    EXPECT_TRUE(date.wasTouched() && date.settle());
+    EXPECT_EQ(date.value(), L"03/31/2026");
+    date.entered();
+    EXPECT_FALSE(date.wasTouched());
+    date.enter(L"T", Moment());
+    EXPECT_TRUE(date.wasTouched());
+    date.type(L"half a da");
+    date.setValue(L"01/02/2006"); // the program's replaces what is being typed
+    EXPECT_EQ(date.shown(), L"01/02/2006");
 }
 
 TEST(UpDown, StaysWithinItsBounds)

@@ -17,7 +17,8 @@ TEST(FileManDates, ToDisplay)
         { L"JAN 2,2006@09:05", L"01/02/2006", L"01/02/2006 09:05" },
         { L"1/2/2006", L"01/02/2006", L"01/02/2006 00:00" }, { L"", L"", L"" }, { L"no date", L"", L"" },
         { L"02/30/2020", L"", L"" }, { L"82991231", L"12/31/9999", L"12/31/9999 00:00" }, { L"82991232", L"", L"" },
-        { L"82999999.99", L"", L"" }, { L"99999999999", L"", L"" }, { L"-99999999", L"", L"" } };
+        { L"82999999.99", L"", L"" }, { L"99999999999", L"", L"" }, { L"-99999999", L"", L"" },
+        { L"-15999899", L"", L"" } }; // the year 100 has no fourteen digits
     for (const auto& [text, date, dateTime] : cases) {
         EXPECT_EQ(FMDateToDate(text, TimePart::Without), date) << narrow(text);
         EXPECT_EQ(FMDateToDate(text, TimePart::With), dateTime) << narrow(text);

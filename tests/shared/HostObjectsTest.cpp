@@ -27,29 +27,28 @@ TEST_F(HostObjects, AreObtainedOnceInTheirOrder)
     EXPECT_EQ(host.transcript, expected);
     shared.InitObjects(host, false);
     EXPECT_EQ(host.transcript, expected);
+    EXPECT_EQ(host.patient->prompts, 0);
     EXPECT_EQ(host.managers, 1);
     EXPECT_EQ(shared.instanceCount(), 2);
 }
 
-TEST_F(HostObjects, OutsideTheHostApplicationTheUserIsAsked)
+TEST_F(HostObjects, OutsideTheHostApplicationTheUserIsAskedOnceForWhatIsMissing)
 {
     host.session->objects.erase(L"DRN_VIM.VIM");
     host.session->connected = false;
     shared.InitObjects(host, false);
+    shared.InitObjects(host, false); // a second panel
     EXPECT_EQ(host.transcript[1], L"connect ''"); // before the objects
     EXPECT_EQ(host.patient->prompts, 1);
     EXPECT_EQ(host.encounter->promptKinds, std::vector { 1 });
-}
-
-TEST_F(HostObjects, OutsideTheHostApplicationNothingIsAskedTwice)
-{
-    host.session->objects.erase(L"DRN_VIM.VIM");
     host.patient->patientNumber = 7;
     host.encounter->visit = 70;
-    shared.InitObjects(host, false);
+    host.transcript.clear();
+    modShared another(host.desktop);
+    another.InitObjects(host, false);
     EXPECT_TRUE(host.lines({ L"connect" }).empty());
-    EXPECT_EQ(host.patient->prompts, 0);
-    EXPECT_TRUE(host.encounter->promptKinds.empty());
+    EXPECT_EQ(host.patient->prompts, 1);
+    EXPECT_EQ(host.encounter->promptKinds.size(), 1u);
 }
 
 TEST_F(HostObjects, FailedStartIsReportedAndNotRepeated)

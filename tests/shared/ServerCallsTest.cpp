@@ -38,6 +38,18 @@ TEST_F(ServerCalls, FailedCallShowsOneBoxAndGivesAnEmptyReply)
     EXPECT_EQ(host.desktop.styles, std::vector { 16 });
 }
 
+TEST_F(ServerCalls, OutcomeIsThatOfTheCallNotOfThoseUnderItsBox)
+{
+    host.session->failCall(L"MEVVELD GET", L"No such routine.");
+    host.session->losesServerAt = L"MEVVAST GET";
+    for (const auto& [name, result] : { std::pair<TextView, CallResult> { L"MEVVELD GET", CallResult::Failed },
+             { L"MEVVAST GET", CallResult::ServerGone }, { L"MEVREP GET", CallResult::Answered } }) {
+        host.desktop.whileBoxIsOpen = [this] { shared.CallRpc(L"MEVREP GET", L""); };
+        shared.CallRpc(name, L"");
+        EXPECT_EQ(shared.lastCall(), result) << narrow(name);
+    }
+}
+
 TEST_F(ServerCalls, ErrorCodeOfAReply)
 {
     const std::pair<TextView, long long> cases[] = { { L"", 0 }, { L"0^x", 0 }, { L"5^x", 0 }, { L"word^x", 0 },
@@ -48,19 +60,14 @@ TEST_F(ServerCalls, ErrorCodeOfAReply)
         EXPECT_EQ(modShared::RpcErrorCode(reply), code) << narrow(reply);
 }
 
-TEST_F(ServerCalls, ServerErrorIsShownUnderTheCallersTitle)
+TEST_F(ServerCalls, ServerErrorIsShownUnderTheCallersTitleIfItHasAMessage)
 {
     EXPECT_TRUE(shared.CheckRpcError(L"-1^No such patient.^further piece", L"Own Title"));
-    EXPECT_TRUE(shared.CheckRpcError(L"-3^Refused.\r\n", L""));
-    EXPECT_EQ(host.transcript,
-        (Transcript { L"box [Own Title] No such patient.", L"status ", L"box [Error] Refused.", L"status " }));
-}
-
-TEST_F(ServerCalls, ErrorWithoutMessageShowsNoBoxButIsAnError)
-{
-    for (const TextView reply : { L"-1", L"-1^", L"-1^\r\n" })
+    for (const TextView reply : { L"-3^Refused.\r\n", L"-1", L"-1^", L"-1^\r\n" })
         EXPECT_TRUE(shared.CheckRpcError(reply, L"")) << narrow(reply);
-    EXPECT_EQ(host.transcript, (Transcript { L"status ", L"status ", L"status " }));
+    EXPECT_EQ(host.transcript,
+        (Transcript { L"box [Own Title] No such patient.", L"status ", L"box [Error] Refused.", L"status ", L"status ",
+            L"status ", L"status " }));
 }
 
 TEST_F(ServerCalls, TrapReportsWithModuleAndProcedure)
@@ -103,10 +110,6 @@ TEST_F(ServerCalls, VisitDetailShowsTheReportAsItComes)
     shared.VisitDetail(L" 812 ");
     EXPECT_EQ(host.lines({ L"list", L"preview", L"box" }),
         (Transcript { L"list MEVUTL GETRPT( 812 )", L"preview [Visit Detail||||80|11] -1^No such visit.\r\n" }));
-}
-
-TEST_F(ServerCalls, PreviewThatFails)
-{
     host.print->fails = true;
     shared.ShowReport(L"text", L"Visit Detail");
     EXPECT_EQ(host.boxes(),

@@ -63,6 +63,8 @@ Text ScriptedSession::call(TextView name, TextView parameter, TextView kind)
 {
     const Text line = Text(name) + L"(" + Text(parameter) + L")";
     m_transcript.push_back(Text(kind) + line);
+    if (name == losesServerAt)
+        throw ConnectionGone(L"The server is gone.");
     if (const auto failure = m_failures.find(Text(name)); failure != m_failures.end())
         throw Failure(failure->second);
     for (const Text& key : { line, Text(name) }) {

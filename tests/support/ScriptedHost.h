@@ -72,6 +72,7 @@ struct ScriptedPatient : Patient {
     Text patientAge = L"30";
     int prompts = 0;
     bool fails = false;
+    bool failsSex = false;
 
     long number() const override
     {
@@ -79,7 +80,7 @@ struct ScriptedPatient : Patient {
             throw Failure(L"The host is gone.");
         return patientNumber;
     }
-    Text sex() const override { return patientSex; }
+    Text sex() const override { return failsSex ? throw Failure(L"The sex is not known.") : patientSex; }
     Text age() const override { return patientAge; }
     bool isSelected() const override { return patientNumber != 0; }
     void select() override { ++prompts; }
@@ -150,6 +151,8 @@ public:
     }
     // Calls of this name fail with this description.
     void failCall(TextView name, TextView description) { m_failures[Text(name)] = description; }
+    // Calls of this name find the server gone.
+    Text losesServerAt;
 
     // Tells the subscribers as a server would, by name.
     void push(TextView name);
