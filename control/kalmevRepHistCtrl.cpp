@@ -37,7 +37,10 @@ kalmevRepHistCtrl::kalmevRepHistCtrl(modShared& shared, Host& host)
     , m_host(host)
 {
     setUpCommands();
-    fgData.SelectionChange = cboType.Click = [this] { updateCommands(); };
+    fgData.SelectionChange = cboType.Click = [this] {
+        if (!m_loading) // at its end a load does it once
+            updateCommands();
+    };
     fgData.DblClick = [this] { cmd[Edit].click(); };
     fgData.MouseUp = trapped(L"fgData_MouseUp", [this](MouseButton button) { fgData_MouseUp(button); });
 }

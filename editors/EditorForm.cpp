@@ -21,8 +21,18 @@ void EditorForm::Form_Activate()
 {
     if (std::exchange(m_activating, true))
         return;
-    trap(L"Form_Activate", [this] { activate(); });
+    trap(L"Form_Activate", [this] {
+        patient();
+        activate();
+    });
     m_activated = true;
+}
+
+const Text& EditorForm::patient()
+{
+    if (m_patient.empty())
+        m_patient = m_shared.patientText();
+    return m_patient;
 }
 
 // --- Reading and saving ---
@@ -86,9 +96,10 @@ void EditorForm::leaveLookupField(TextBox& field, const LookupField& lookupField
     if (activeControl() == &cmdCancel)
         return;
     const bool typedOver = field.text() != lookupField.picked;
-    if (field.text().empty() || (typedOver && lookupField.typedOver == TypedOver::ClearsId)) {
+    const bool hasName = lookupField.typedOver == TypedOver::KeepsId && !lookupField.picked.empty();
+    if (field.text().empty() || (typedOver && !hasName)) {
         field.setTag({});
-    } else if (typedOver && !field.tag().empty() && !lookupField.picked.empty()) {
+    } else if (typedOver && !field.tag().empty()) {
         field.setText(lookupField.picked);
         field.setNote(L"The name has not changed. To choose another, press \"...\" after typing it, or clear this one first.");
         return;

@@ -21,6 +21,9 @@ protected:
     virtual void activate() = 0;
     bool wasActivated() const { return m_activated; }
 
+    // The patient whose record the form shows: the one of its first reading, whatever the host does meanwhile.
+    const Text& patient();
+
     // A handler that runs under the error trap as the procedure of that name.
     template<typename Work>
     auto trapped(TextView procedure, Work work)
@@ -74,6 +77,7 @@ private:
     };
     void leaveLookupField(TextBox& field, const LookupField& lookupField);
 
+    Text m_patient;
     std::map<TextBox*, LookupField> m_lookupFields;
     Button* m_save = nullptr;
     bool m_activating = false; // what it calls may let the window become active once more

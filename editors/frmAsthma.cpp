@@ -119,9 +119,8 @@ void frmAsthma::activate()
 {
     m_shared.desktop().processPendingEvents();
     // The registry's comment is asked for only where there is an entry; asked in vain it costs nothing.
-    const Text patient = m_shared.patientText();
-    std::vector<ExpectedCall> calls { { ExpectedCall::Form::Text, L"MEVVAST GETREG", patient },
-        { ExpectedCall::Form::List, L"MEVVAST GETNOTE", patient } };
+        std::vector<ExpectedCall> calls { { ExpectedCall::Form::Text, L"MEVVAST GETREG", patient() },
+        { ExpectedCall::Form::List, L"MEVVAST GETNOTE", patient() } };
     if (!m_sIEN.empty())
         calls.insert(calls.begin(), { ExpectedCall::Form::List, L"MEVVAST GET", L"^" + m_sIEN });
     const modShared::CallHint hint(m_shared, calls);
@@ -190,14 +189,13 @@ void frmAsthma::txt_Validate(std::size_t index, bool& cancel)
 void frmAsthma::showRegistry()
 {
     fg.setRowCount(0);
-    const Text patient = m_shared.patientText();
-    const Text reply = m_shared.CallRpc(L"MEVVAST GETREG", patient);
+        const Text reply = m_shared.CallRpc(L"MEVVAST GETREG", patient());
     if (!reply.empty() && !m_shared.CheckRpcError(reply, L""))
-        showRegistryEntry(reply, patient);
+        showRegistryEntry(reply);
 }
 
 // Patient ^ status|code ^ last visit ^ date due ^ next appointment ^ manager.
-void frmAsthma::showRegistryEntry(const Text& reply, const Text& patient)
+void frmAsthma::showRegistryEntry(const Text& reply)
 {
     const LinePieces pieces(reply);
     setRegistryStatus(codePart(pieces[2]) == L"A", properCase(displayPart(pieces[2])));
@@ -210,7 +208,7 @@ void frmAsthma::showRegistryEntry(const Text& reply, const Text& patient)
         fg.setText(row, 0, names[number]);
         fg.setText(row, 1, row == CaseManagerRow ? spacedName(value) : Text(value));
     }
-    fg.setText(CommentsRow, 1, registryNote(m_shared, patient));
+    fg.setText(CommentsRow, 1, registryNote(m_shared, patient()));
 }
 
 // All that depends on the status, in one place.
@@ -244,7 +242,7 @@ void frmAsthma::cmdActivate_Click()
         + L"activate this patient in the asthma registry?";
     if (!m_shared.ConfirmBox(question, TextView(L"Please Confirm")))
         return;
-    if (!send(L"MEVVAST SETREG", m_shared.patientText() + (m_registryActive ? L"^I" : L"^A")))
+    if (!send(L"MEVVAST SETREG", patient() + (m_registryActive ? L"^I" : L"^A")))
         return;
     const bool activated = !m_registryActive;
     if (activated)

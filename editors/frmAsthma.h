@@ -49,7 +49,7 @@ private:
     void LoadAst();
     void showRecord(TextView line);
     void showRegistry();
-    void showRegistryEntry(const Text& reply, const Text& patient);
+    void showRegistryEntry(const Text& reply);
     void setRegistryStatus(bool active, TextView status);
     void txt_Validate(std::size_t index, bool& cancel);
     bool mayEditRegistry();

@@ -54,11 +54,10 @@ void frmAsthmaReg::activate()
 // Patient ^ status|code ^ last visit ^ date due ^ next appointment ^ manager.
 void frmAsthmaReg::LoadReg()
 {
-    const Text patient = m_shared.patientText();
-    const modShared::CallHint hint(m_shared,
-        std::array { ExpectedCall { ExpectedCall::Form::Text, L"MEVVAST GETREG", patient },
-            ExpectedCall { ExpectedCall::Form::List, L"MEVVAST GETNOTE", patient } });
-    const Text reply = m_shared.CallRpc(L"MEVVAST GETREG", patient);
+        const modShared::CallHint hint(m_shared,
+        std::array { ExpectedCall { ExpectedCall::Form::Text, L"MEVVAST GETREG", patient() },
+            ExpectedCall { ExpectedCall::Form::List, L"MEVVAST GETNOTE", patient() } });
+    const Text reply = m_shared.CallRpc(L"MEVVAST GETREG", patient());
     if (!reply.empty() && !m_shared.CheckRpcError(reply, L"")) {
         const LinePieces pieces(reply);
         lblStatus.setCaption(properCase(displayPart(pieces[2])));
@@ -72,13 +71,13 @@ void frmAsthmaReg::LoadReg()
         // Without the manager's id, on purpose: it is sent only when it was looked up here.
         txtPrv.setText(spacedName(displayPart(pieces[6])));
     }
-    txtComments.setText(replaced(registryNote(m_shared, patient), LineBreak, L" "));
+    txtComments.setText(replaced(registryNote(m_shared, patient()), LineBreak, L" "));
 }
 
 // Saving keeps or puts the patient on the active registry, whatever the status was.
 void frmAsthmaReg::cmdAdd_Click()
 {
-    std::vector<Text> entry { m_shared.patientText(), L"A" };
+    std::vector<Text> entry { patient(), L"A" };
     for (const mevZvDate& date : dat)
         entry.push_back(date.value());
     entry.push_back(txtPrv.tag());
@@ -93,7 +92,7 @@ void frmAsthmaReg::cmdActivate_Click()
         L"Are you sure you want to " + cmdActivate.caption().substr(1) + L" this patient in the asthma registry?";
     if (!m_shared.ConfirmBox(question, TextView(L"Please Confirm")))
         return;
-    if (!send(L"MEVVAST SETREG", m_shared.patientText() + (activates ? L"^A" : L"^I")))
+    if (!send(L"MEVVAST SETREG", patient() + (activates ? L"^A" : L"^I")))
         return;
     cmdActivate.setCaption(activates ? InactivateCaption : ActivateCaption);
     lblStatus.setCaption(activates ? L"Active" : L"Inactive");

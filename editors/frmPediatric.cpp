@@ -93,8 +93,7 @@ void frmPediatric::activate()
 
 void frmPediatric::LoadData()
 {
-    const Text patient = m_shared.patientText();
-    std::vector<ExpectedCall> calls { { ExpectedCall::Form::Text, L"MEVBMSR GET", patient } };
+        std::vector<ExpectedCall> calls { { ExpectedCall::Form::Text, L"MEVBMSR GET", patient() } };
     if (!m_shared.KnowsUserParam(UnitParameter))
         calls.insert(calls.begin(), { ExpectedCall::Form::Text, L"MEVUTL GETPARM", Text(UnitParameter) });
     const modShared::CallHint hint(m_shared, calls);
@@ -103,7 +102,7 @@ void frmPediatric::LoadData()
         if (option == static_cast<double>(unit))
             setUnit(unit);
     }
-    const Text reply = m_shared.CallRpc(L"MEVBMSR GET", patient);
+    const Text reply = m_shared.CallRpc(L"MEVBMSR GET", patient());
     if (reply.empty() || m_shared.CheckRpcError(reply, L""))
         return;
     const LinePieces pieces(reply);
@@ -172,7 +171,7 @@ void frmPediatric::txt_Validate(std::size_t index, bool& cancel)
 
 void frmPediatric::cmdAdd_Click()
 {
-    std::vector<Text> record { m_shared.patientText(), weightWithUnit(upperCase(txt[0].text())) };
+    std::vector<Text> record { patient(), weightWithUnit(upperCase(txt[0].text())) };
     for (std::size_t i = 1; i < Boxes; ++i)
         record.push_back(upperCase(txt[i].text()));
     record.push_back(txtPat.tag());

@@ -80,7 +80,7 @@ void frmRefusal::activate()
 
 void frmRefusal::LoadRef()
 {
-    const Text reply = readRecord(L"MEVREF GET", m_shared.patientText() + L"^" + m_sRefusalIen);
+    const Text reply = readRecord(L"MEVREF GET", patient() + L"^" + m_sRefusalIen);
     for (const TextView line : recordLines(reply))
         showRecord(line);
 }
@@ -255,7 +255,7 @@ void frmRefusal::cmdOK_Click()
         return;
     save(L"MEVREF SET",
         { m_sRefusalIen, serverType(lstRefusals.itemText(lstRefusals.listIndex())), txtItem.tag(),
-            m_shared.patientText(), datRefused.value(), txtRefComment.text() });
+            patient(), datRefused.value(), txtRefComment.text() });
 }
 
 }

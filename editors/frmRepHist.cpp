@@ -156,7 +156,7 @@ void frmRepHist::LoadRepHist()
     SetWomensHealthEnabled(isEligible());
     if (!fraWH.isEnabled())
         return;
-    const Text reply = m_shared.CallRpc(L"MEVREP GET", m_shared.patientText());
+    const Text reply = m_shared.CallRpc(L"MEVREP GET", patient());
     if (m_shared.CheckRpcError(reply, L"Error Loading Reproductive Factors")) {
         SetWomensHealthEnabled(false);
         return;
@@ -218,7 +218,7 @@ Text frmRepHist::countString() const
 
 void frmRepHist::cmdAdd_Click()
 {
-    std::vector<Text> record { m_shared.patientText(), countString(), savedDate(datLMP), cboFP.text(),
+    std::vector<Text> record { patient(), countString(), savedDate(datLMP), cboFP.text(),
         savedDate(datFP) };
     if (isEligible()) {
         for (const Text& piece : { Text(chkPregnant.isChecked() ? L"1" : L"0"), savedDate(datDelivery), cboEstMethod.text() })
@@ -267,11 +267,11 @@ void frmRepHist::txNumRH_Change(std::size_t index)
 {
     TextBox& box = txNumRH[index];
     UpDown& upDown = udNumRH[index];
-    const double entered = numberIn(box);
+    const Text text = box.text(); // the arrows write into the box
+    const double entered = leadingNumber(text);
     const double count = std::clamp<double>(entered, upDown.minimum(), upDown.maximum());
     upDown.setValue(static_cast<int>(roundToWhole(count)));
     // A count is digits alone. An emptied box is 0, and what is typed next replaces that.
-    const Text& text = box.text();
     const bool isCount = !text.empty() && std::all_of(text.begin(), text.end(), isDigit);
     if (isCount && count == entered)
         return;

@@ -177,7 +177,7 @@ bool frmLookup::takeSingleMatch()
 
 void frmLookup::cmdSearch_Click()
 {
-    if (txtName.text().empty()) {
+    if (searchable(txtName.text()).empty()) {
         m_shared.WarningBox(L"You must first enter some text to be searched.", L"Nothing to Search");
         setFocus(txtName);
         return;

@@ -371,7 +371,8 @@ void Scenes::tick()
     }
     m_episode.actions.append(action);
     m_lastAction = action;
-    m_marks = m_marks || action.startsWith(u'd');
+    if (action.startsWith(u'd'))
+        m_marks = 3; // a lookup or a box may come in between
     post();
     act(action);
 }
@@ -424,8 +425,8 @@ QString Scenes::check()
     const Control* const active = dialog->form().activeControl();
     const auto* const line = qobject_cast<QLineEdit*>(QApplication::focusWidget());
     const bool entered = std::exchange(m_lastActive, active) != active;
-    // Typing, a double click and dragging select otherwise; a box may have come in between.
-    const bool marked = entered && (std::exchange(m_marks, false) || m_lastAction.startsWith(u't'));
+    // Typing, a double click and dragging select otherwise.
+    const bool marked = entered && ((m_marks > 0 && m_marks--) || m_lastAction.startsWith(u't'));
     if (entered && !marked && line && !line->text().isEmpty() && line->selectedText() != line->text())
         return QStringLiteral("\"%1\" is not selected in %2, which was entered").arg(line->text(), line->accessibleName());
     return m_verifying ? checkSaved(*dialog) : QString();

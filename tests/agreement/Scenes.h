@@ -123,7 +123,7 @@ private:
     const FormDialog* m_lastDialog = nullptr;
     const Control* m_lastActive = nullptr;
     QString m_lastAction;
-    bool m_marks = false; // since a field was entered, an action may have selected a part of its text
+    int m_marks = 0; // fields to be entered that a double click or dragging may have selected in part
     Text m_call; // that saves the scene's record
     QStringList m_snapshot;
     QStringList m_saved; // what the form showed when the server took the record

@@ -121,6 +121,8 @@ TEST_F(AsthmaRecord, InactivationOpensNoEditorAndAFailureChangesNothing)
     host.session->reply(L"MEVVAST SETREG", L"12^I", L"-1^You may not change the asthma registry.");
     open();
     host.desktop.answers = { BoxAnswer::Yes, BoxAnswer::Ok, BoxAnswer::Yes };
+    // The question is about the patient of the form, whomever the host selects meanwhile.
+    host.desktop.whileBoxIsOpen = [this] { host.patient->patientNumber = 34; };
     form.press(form.cmdActivate);
     EXPECT_EQ(registry(), L"Active&InactivateE");
     EXPECT_EQ(host.calls().back(), L"call MEVVAST SETREG(12^I)"); // the refusal ends it

@@ -88,6 +88,16 @@ TEST_F(Refusals, StoredRefusalCanBeSavedAtOnce)
     }
 }
 
+TEST_F(Refusals, IsSavedForThePatientForWhomItWasOpened)
+{
+    open();
+    host.session->reply(L"MEVREF REFLIST", L"1");
+    form.lstRefusals.click(0);
+    host.patient->patientNumber = 34;
+    form.press(form.cmdOK);
+    EXPECT_EQ(host.calls().back(), L"call MEVREF SET(^EKG^1^12^03/15/2026^)");
+}
+
 TEST_F(Refusals, ItemOfAnotherTypesTableIsMissing)
 {
     open();

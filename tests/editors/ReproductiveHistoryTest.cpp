@@ -145,6 +145,7 @@ TEST_F(ReproductiveHistory, CountsAndArrowsStayInStep)
     EXPECT_EQ(form.txNumRH[0].text(), L"99");
     form.txNumRH[0].edit(L"");
     EXPECT_EQ(form.txNumRH[0].text(), L"0");
+    EXPECT_TRUE(form.txNumRH[0].isAllSelected());
     form.txNumRH[0].edit(L"-5");
     EXPECT_EQ(form.txNumRH[0].text(), L"0");
     EXPECT_TRUE(form.txNumRH[0].isAllSelected()); // what is typed next replaces it

@@ -121,7 +121,7 @@ TEST_F(Lookup, SearchingAgainInTheDialog)
 {
     host.session->reply(L"MEVUTL DICLKUP", TwoProviders);
     inDialog([&] {
-        form.txtName.edit(L"");
+        form.txtName.edit(L" ");
         form.press(form.cmdSearch);
         EXPECT_EQ(
             host.boxes(), Transcript { L"box [Nothing to Search] You must first enter some text to be searched." });
