@@ -296,7 +296,9 @@ void kalmevRepHistCtrl::fillTypeList(const PatientFacts& patient)
     cboType.selectItemData(0);
 }
 
-void kalmevRepHistCtrl::LoadGrid()
+void kalmevRepHistCtrl::LoadGrid() { loadRecords(); }
+
+bool kalmevRepHistCtrl::loadRecords()
 {
     const FlagScope loading(m_loading);
     const bool loaded = trap(L"LoadGrid", [&] {
@@ -308,6 +310,7 @@ void kalmevRepHistCtrl::LoadGrid()
     });
     if (!loaded)
         ClearPatientControls();
+    return loaded;
 }
 
 void kalmevRepHistCtrl::fillGrid()
@@ -344,7 +347,8 @@ void kalmevRepHistCtrl::reload()
         return;
     }
     const Text savedRowKey(fgData.row() == -1 ? TextView() : fgData.rowData(fgData.row()));
-    LoadGrid();
+    if (!loadRecords())
+        return;
     fgData.select(-1);
     if (!savedRowKey.empty())
         selectRowOf(savedRowKey);

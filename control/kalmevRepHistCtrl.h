@@ -109,6 +109,7 @@ private:
     void unsubscribe(TextView procedure);
     bool concernsPatient(TextView eventName) const;
     PatientFacts currentPatient() const;
+    bool loadRecords();
     void clearTypeList();
     void fillTypeList(const PatientFacts& patient);
     void catchUp();
