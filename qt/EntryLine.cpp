@@ -3,12 +3,19 @@
 #include "qt/OutlineStyle.h"
 
 #include <QFocusEvent>
+#include <QKeyEvent>
 #include <QStyle>
 #include <QStyleOptionFrame>
 
 #include <utility>
 
 namespace health {
+
+bool isStrayAccessKey(const QKeyEvent& event)
+{
+    const bool altAlone = (event.modifiers() & (Qt::AltModifier | Qt::ControlModifier)) == Qt::AltModifier;
+    return altAlone && !event.text().isEmpty() && event.text()[0].isPrint();
+}
 
 EntryLine::EntryLine(const QString& text, QWidget* parent)
     : QLineEdit(text, parent)
@@ -54,7 +61,10 @@ void EntryLine::focusOutEvent(QFocusEvent* event)
 void EntryLine::keyPressEvent(QKeyEvent* event)
 {
     m_entering = false;
-    QLineEdit::keyPressEvent(event);
+    if (isStrayAccessKey(*event))
+        event->ignore();
+    else
+        QLineEdit::keyPressEvent(event);
 }
 
 void EntryLine::mousePressEvent(QMouseEvent* event)

@@ -4,6 +4,9 @@
 
 namespace health {
 
+// An access key that belongs to nothing here: it must not leave its letter in a text.
+bool isStrayAccessKey(const QKeyEvent& event);
+
 // The line of a text box or a date. A click that brings the focus into it selects its text, as every other way into it
 // does; in the line that has the focus a click sets the caret, and dragging selects a part.
 class EntryLine : public QLineEdit {

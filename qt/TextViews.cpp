@@ -102,6 +102,8 @@ void TextAreaView::mirror(Change change)
 
 void TextAreaView::keyPressEvent(QKeyEvent* event)
 {
+    if (isStrayAccessKey(*event))
+        return event->ignore();
     int keyCode = event->key();
     m_control.pressKeyDown(keyCode, shiftState(*event));
     if (keyCode != 0)
