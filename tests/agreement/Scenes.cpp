@@ -549,9 +549,10 @@ void Scenes::click(const QStringList& words)
     } else if (words[0] == u"right") {
         QTest::mouseClick(window, Qt::RightButton, {}, at);
     } else if (words[0] == u"drag") {
+        const QPoint to = pointIn(words[4].toInt(), 50, 50); // now: a press may take widgets away
         QTest::mousePress(window, Qt::LeftButton, {}, at);
         if (topWindow() == &top)
-            QTest::mouseRelease(window, Qt::LeftButton, {}, pointIn(words[4].toInt(), 50, 50));
+            QTest::mouseRelease(window, Qt::LeftButton, {}, to);
     } else if (QWidget* const under = top.childAt(at)) {
         QWheelEvent event(under->mapFrom(&top, at), top.mapToGlobal(at), {}, QPoint(0, -120), Qt::NoButton, Qt::NoModifier,
             Qt::NoScrollPhase, false);
