@@ -446,6 +446,9 @@ QString Scenes::checkSaved(const FormDialog& dialog)
         // Types of one item show their own name until the record is read again.
         if (m_call == L"MEVREF SET" && OnlyItems.contains(before.value(i)))
             continue;
+        // The unit beside a weight becomes its letter.
+        if (now.value(i) == before.value(i) + u'K' || now.value(i) == before.value(i) + u'G')
+            continue;
         if (kept(before.value(i)) != kept(now.value(i)))
             return QStringLiteral("saved \"%1\" comes back as \"%2\"").arg(before.value(i), now.value(i));
     }
