@@ -111,7 +111,8 @@ void CheckListView::mirrorItems()
     clear();
     for (int i = 0; i < m_control.count(); ++i) {
         addItem(toQString(m_control.itemText(i)));
-        item(i)->setSizeHint({ 0, rowHeight() });
+        const int text = fontMetrics().horizontalAdvance(item(i)->text());
+        item(i)->setSizeHint({ text + style()->pixelMetric(QStyle::PM_IndicatorWidth) + rowHeight(), rowHeight() });
     }
     setCurrentRow(m_control.listIndex());
     mirrorChecks();

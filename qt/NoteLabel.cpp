@@ -3,6 +3,9 @@
 #include "qt/Mirror.h"
 
 #include <QEvent>
+#include <QLayout>
+
+#include <algorithm>
 
 namespace health {
 
@@ -28,10 +31,19 @@ void NoteLabel::showNote()
     m_field.setAccessibleDescription(note);
     setText(note);
     setVisible(!note.isEmpty());
-    // The window grows by the line where it has no room for it.
-    QMetaObject::invokeMethod(
-        window(), [window = window()] { window->resize(window->size().expandedTo(window->minimumSizeHint())); },
-        Qt::QueuedConnection);
+    QMetaObject::invokeMethod(this, &NoteLabel::makeRoom, Qt::QueuedConnection);
+}
+
+// The window grows by the lines where it has no room for them.
+void NoteLabel::makeRoom()
+{
+    const QLayout* const layout = window()->layout();
+    if (!layout)
+        return;
+    const int width = window()->width();
+    const int needed =
+        layout->hasHeightForWidth() ? layout->totalHeightForWidth(width) : layout->totalSizeHint().height();
+    window()->resize(width, std::max(window()->height(), needed));
 }
 
 }

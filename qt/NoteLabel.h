@@ -14,6 +14,7 @@ protected:
 
 private:
     void showNote();
+    void makeRoom();
 
     QWidget& m_field;
 };
