@@ -372,7 +372,7 @@ void Scenes::tick()
     m_episode.actions.append(action);
     m_lastAction = action;
     if (action.startsWith(u'd'))
-        m_marks = 3; // a lookup or a box may come in between
+        m_marks = 8; // lookups and boxes may come in between
     post();
     act(action);
 }
