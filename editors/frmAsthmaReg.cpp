@@ -100,8 +100,11 @@ void frmAsthmaReg::cmdActivate_Click()
 
 void frmAsthmaReg::dat_NewDateEntered(std::size_t index)
 {
-    if (!dat[index].moment())
+    const auto moment = dat[index].moment();
+    if (!moment)
         m_shared.ErrorBox(L"Not a valid date format", L"Invalid Date");
+    else if (!isStorable(*moment))
+        m_shared.ErrorBox(L"Dates lie between the years 1800 and 2699.", L"Invalid Date");
 }
 
 }

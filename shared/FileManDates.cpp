@@ -78,6 +78,12 @@ Text fmDateToDisplay(TextView text)
     return FMDateToDate(text, timed ? TimePart::With : TimePart::Without);
 }
 
+bool isStorable(Moment moment)
+{
+    const year_month_day date { floor<days>(moment) };
+    return date.year() >= year { 1800 } && date.year() <= year { 2699 };
+}
+
 Text fmDateOf(Moment moment, TimePart timePart)
 {
     const year_month_day date { floor<days>(moment) };

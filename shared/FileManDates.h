@@ -5,6 +5,9 @@
 
 namespace health {
 
+// The server keeps dates of the years 1800 to 2699. Of all fields only the registry's have no narrower bounds.
+bool isStorable(Moment moment);
+
 enum class TimePart {
     Without,
     With,

@@ -224,8 +224,15 @@ TEST_F(AsthmaRegistry, ActivatesByItsCaption)
 TEST_F(AsthmaRegistry, BadDateIsToldAndStaysAndKeysAreFiltered)
 {
     openOn(L"", L"");
-    enterDate(form.dat[2], L"N");
-    EXPECT_EQ(form.dat[2].value(), L"03/15/2026");
+    for (const TextView stands : { L"N", L"1/1/1800", L"12/31/2699" })
+        enterDate(form.dat[2], stands);
+    EXPECT_TRUE(host.boxes().empty());
+    for (const TextView outside : { L"12/31/1799", L"1/5/3026" }) {
+        host.transcript.clear();
+        enterDate(form.dat[2], outside);
+        EXPECT_EQ(host.boxes(), Transcript { L"box [Invalid Date] Dates lie between the years 1800 and 2699." });
+    }
+    host.transcript.clear();
     enterDate(form.dat[2], L"soon");
     EXPECT_EQ(host.boxes(), Transcript { L"box [Invalid Date] Not a valid date format" });
     EXPECT_EQ(form.dat[2].value(), L"soon");
