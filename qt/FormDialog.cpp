@@ -11,6 +11,7 @@
 #include <QKeyEvent>
 #include <QLayout>
 #include <QLineEdit>
+#include <QRadioButton>
 #include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
@@ -130,12 +131,26 @@ void FormDialog::activate()
         focusFirst();
 }
 
+namespace {
+
+// Of a group of options the user enters the chosen one, as by Tab.
+bool isPassedOver(const QWidget& widget)
+{
+    const auto* const option = qobject_cast<const QRadioButton*>(&widget);
+    if (!option || option->isChecked())
+        return false;
+    const auto group = widget.parentWidget()->findChildren<QRadioButton*>(QString(), Qt::FindDirectChildrenOnly);
+    return std::any_of(group.begin(), group.end(), [](const QRadioButton* other) { return other->isChecked(); });
+}
+
+}
+
 // Where the program set no focus: the first field that can be used.
 void FormDialog::focusFirst()
 {
     for (QWidget* const widget : m_builder.inTabOrder()) {
         QWidget* const focused = widget->focusProxy() ? widget->focusProxy() : widget;
-        if (!m_controls.value(focused)->canBeUsed())
+        if (!m_controls.value(focused)->canBeUsed() || isPassedOver(*widget))
             continue;
         m_form.setFocus(*m_controls.value(focused));
         return;
