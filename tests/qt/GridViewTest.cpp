@@ -4,6 +4,8 @@
 #include "tests/support/ScriptedHost.h"
 
 #include <QAbstractItemModelTester>
+#include <QApplication>
+#include <QClipboard>
 #include <QContextMenuEvent>
 #include <QScrollBar>
 #include <QTest>
@@ -169,6 +171,54 @@ TEST_F(GridViewTest, DoubleClickAndEnter)
     grid.select(-1);
     QTest::keyClick(&view, Qt::Key_Return);
     EXPECT_EQ(times, 2);
+}
+
+TEST_F(GridViewTest, KeysGoToTheFirstAndLastRowAndCopyTheRow)
+{
+    fill(40);
+    show();
+    QTest::keyClick(&view, Qt::Key_End);
+    EXPECT_EQ(grid.row(), 39);
+    QTest::keyClick(&view, Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(QApplication::clipboard()->text(), QStringLiteral("Functional Status\tshort"));
+    QTest::keyClick(&view, Qt::Key_Home);
+    EXPECT_EQ(grid.row(), 0);
+}
+
+TEST_F(GridViewTest, ClicksBelowTheRowsDoNothing)
+{
+    fill(2);
+    show();
+    grid.choose(1);
+    int opened = 0;
+    grid.DblClick = [&] { ++opened; };
+    const QPoint below(100, view.viewport()->height() - 5);
+    QTest::mouseClick(view.viewport(), Qt::LeftButton, {}, below);
+    QTest::mouseDClick(view.viewport(), Qt::LeftButton, {}, below);
+    EXPECT_EQ(opened, 0);
+    EXPECT_EQ(grid.row(), 1);
+    QTest::mouseDClick(view.viewport(), Qt::LeftButton, {}, QPoint(100, 5));
+    EXPECT_EQ(opened, 1);
+}
+
+// An order that came before the view was made holds for it, too.
+TEST_F(GridViewTest, SizedColumnsShowTheirContents)
+{
+    Grid names;
+    names.setColumnCount(2);
+    names.setColumnWidth(0, 600);
+    names.setColumnWidth(1, 600);
+    names.setRowCount(1);
+    names.setText(0, 0, L"INFLUENZA, SEASONAL, INJECTABLE, PRESERVATIVE FREE");
+    names.setText(0, 1, Text(200, L'w'));
+    names.sizeColumns();
+    GridView sized(names, desktop, {}, nullptr);
+    sized.resize(300, 200);
+    sized.show();
+    QTest::qWait(20);
+    for (const int column : { 0, 1 })
+        EXPECT_GE(sized.columnWidth(column), sized.sizeHintForIndex(sized.model()->index(0, column)).width());
+    EXPECT_GT(sized.horizontalScrollBar()->maximum(), 0); // the last one can be reached
 }
 
 }

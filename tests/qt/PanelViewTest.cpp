@@ -158,5 +158,41 @@ TEST_F(PanelViewTest, MessageBoxesHaveTheirKindTitleAndDefault)
     EXPECT_EQ(seen.icon, QMessageBox::Critical);
 }
 
+TEST_F(PanelViewTest, AccessKeysActInThePanelThatHadTheFocusLast)
+{
+    host.session->reply(L"MEVREF GET", L"8^^^EXAM^3^X\r\n");
+    QWidget window;
+    kalmevRepHistCtrl other { shared, host };
+    open(12);
+    other.UserControl_Initialize();
+    PanelView second(other, desktop);
+    std::vector<int> pressed;
+    for (kalmevRepHistCtrl* const panel : { &control, &other })
+        panel->cmd[kalmevRepHistCtrl::Edit].Click = [&, panel] { pressed.push_back(panel == &other); };
+    view->setParent(&window);
+    second.setParent(&window);
+    second.move(900, 0);
+    window.resize(1800, 500);
+    window.show();
+    view->show();
+    second.show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    control.fgData.choose(0);
+    other.fgData.choose(0);
+    const auto selection = [](const QWidget& panel) {
+        return panel.findChild<QTableView*>()->palette().color(QPalette::Highlight);
+    };
+    for (PanelView* const panel : { &second, view.get(), &second }) {
+        panel->findChild<QTableView*>()->setFocus();
+        QTest::keyClick(window.windowHandle(), Qt::Key_E, Qt::AltModifier);
+        EXPECT_EQ(pressed.back(), panel == &second);
+        EXPECT_EQ(selection(*panel), QApplication::palette().color(QPalette::Active, QPalette::Highlight));
+        EXPECT_NE(selection(panel == &second ? *view : second), selection(*panel));
+    }
+    EXPECT_EQ(pressed.size(), 3u);
+    view->setParent(nullptr);
+    second.setParent(nullptr);
+}
+
 }
 }
