@@ -185,6 +185,7 @@ TEST_F(PanelViewTest, AccessKeysActInThePanelThatHadTheFocusLast)
     for (PanelView* const panel : { &second, view.get(), &second }) {
         panel->findChild<QTableView*>()->setFocus();
         QTest::keyClick(window.windowHandle(), Qt::Key_E, Qt::AltModifier);
+        ASSERT_FALSE(pressed.empty());
         EXPECT_EQ(pressed.back(), panel == &second);
         EXPECT_EQ(selection(*panel), QApplication::palette().color(QPalette::Active, QPalette::Highlight));
         EXPECT_NE(selection(panel == &second ? *view : second), selection(*panel));
