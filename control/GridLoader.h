@@ -32,7 +32,8 @@ public:
 
     void load();
 
-    // What the list says beside its rows when they are loaded: that there are none, or what could not be read.
+    // What the list says beside its rows when they are loaded: which types could not be read, or that the patient has no
+    // records.
     Text remark() const;
 
 private:

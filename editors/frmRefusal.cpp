@@ -238,7 +238,7 @@ bool frmRefusal::isComplete()
             TypeNotSelected);
         return false;
     }
-    // An item out of another type's table is none of this type: its number means something else there.
+    // An item from another type's table counts as missing: its number means something else in this one.
     if (txtItem.tag().empty() || m_itemTable.value_or(lstRefusals.itemData(row)) != lstRefusals.itemData(row)) {
         askFor(txtItem,
             L"You must first select the " + TranslateChars(lblItem.caption(), L"&", L"")

@@ -313,7 +313,7 @@ void MainWindow::chooseUser()
     });
 }
 
-// The panels ask for the user's keys when they start, so they start anew, as soon as somebody is signed on. Should the
+// The panels ask for the user's keys when they start, so they start again as soon as somebody is signed on. Should the
 // new user be refused, the old one is signed on again.
 void MainWindow::changeUser(const Text& user)
 {

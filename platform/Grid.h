@@ -40,7 +40,7 @@ public:
     bool wordWrap() const { return m_wordWrap; }
     void setWordWrap(bool wrap) { assign(m_wordWrap, wrap, Change::Layout); }
 
-    // Said in the room beside the rows, or in their place while there are none; never a row.
+    // A text that the view shows below the rows, or in their place while the grid is empty. It is never a row.
     const Text& hint() const { return m_hint; }
     void setHint(TextView hint) { assign(m_hint, Text(hint), Change::Hint); }
 

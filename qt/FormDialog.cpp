@@ -71,7 +71,7 @@ void FormDialog::nameUnlabelled()
     }
 }
 
-// As high as the wrapped help texts need at this width, and as the form wants to be.
+// Makes the window as high as the wrapped help texts need at this width, and at least as high as the form asks for.
 void FormDialog::fitToText()
 {
     const QSize size = layout()->totalSizeHint();

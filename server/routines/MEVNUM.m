@@ -1,6 +1,6 @@
 MEVNUM ; Numbers as users type them and as they are shown
  ;
-VALUE(text) ; A number in the form in which it is filed and shown; empty for what is none
+VALUE(text) ; A number in the form in which it is filed and shown; empty for a text that is no number
  ; The forms take blanks around, a sign, a point anywhere and an exponent. What no form's bounds let pass is no number here.
  SET text=$$UPPER^MEVCODE($$TRIM^MEVTEXT(text))
  IF $LENGTH(text)>40 QUIT ""
