@@ -80,8 +80,8 @@ QString valueDiffers(const Control& control, const QWidget& widget)
     if (const auto* const view = dynamic_cast<const TextBoxView*>(&widget))
         return differs("text", view->text(), toQString(static_cast<const TextBox&>(control).text()));
     if (const auto* const view = dynamic_cast<const TextAreaView*>(&widget))
-        return differs("text", view->toPlainText(),
-            toQString(static_cast<const TextBox&>(control).text()).remove(u'\r'));
+        return differs(
+            "text", view->toPlainText(), toQString(static_cast<const TextBox&>(control).text()).remove(u'\r'));
     if (const auto* const view = dynamic_cast<const ComboBoxView*>(&widget))
         return differs("choice", QString::number(view->currentIndex()),
             QString::number(static_cast<const ComboBox&>(control).listIndex()));
@@ -177,7 +177,7 @@ namespace {
 // Says where a place is searched; without a place there is nothing to be saved.
 bool namesFile(const QAbstractButton& button)
 {
-    return button.text() == QStringLiteral("Outside &Provider") || button.text() == QStringLiteral("&Facility");
+    return button.text() == "Outside &Provider" || button.text() == "&Facility";
 }
 }
 
