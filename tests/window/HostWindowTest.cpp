@@ -7,16 +7,6 @@
 namespace health::test {
 namespace {
 
-TEST_F(HostWindow, PatientIsPickedByKeysAndTheGridListsTheRecords)
-{
-    EXPECT_EQ(window->gridText(), "Patient Not Selected\n");
-    pickPatient("hartley");
-    ASSERT_TRUE(waitUntil([&] { return window->context().patient().number == 1; }));
-    ASSERT_TRUE(waitUntil([&] { return window->gridText().count(u'\n') == 6; })) << window->gridText().toStdString();
-    EXPECT_TRUE(window->gridText().startsWith("Reproductive\tG3P1LC1SA1TA0; LMP="));
-    EXPECT_EQ(window->windowTitle(), "Hartley, Marigold Rose (1) - Personal Health");
-}
-
 TEST_F(HostWindow, TwoPanelsFollowThePatientAndTheServer)
 {
     pressKeys({ "key", "ctrl+n" });
@@ -183,25 +173,6 @@ TEST_F(HostWindow, TextSizeIsRememberedAndGoesBackToTheNaturalOne)
     action("Normal Text")->trigger();
     EXPECT_EQ(points(), natural);
     EXPECT_EQ(bar(), naturalBar);
-}
-
-TEST_F(HostWindow, VisitOfTheDayIsHighlighted)
-{
-    ASSERT_TRUE(window->context().selectPatient(1));
-    const auto* const model = window->findChild<QTableView*>()->model();
-    const auto bold = [&] {
-        int rows = 0;
-        for (int row = 0; row < model->rowCount(); ++row)
-            rows += model->index(row, 1).data(Qt::FontRole).isValid();
-        return rows;
-    };
-    EXPECT_EQ(bold(), 0);
-    QTimer::singleShot(400, [] {
-        pressKeys({ "key", "Return" }); // the latest visit
-    });
-    pressKeys({ "key", "ctrl+t" });
-    ASSERT_TRUE(waitUntil([&] { return window->context().visit().number != 0; }));
-    EXPECT_EQ(bold(), 3); // functional status, asthma and contract of that visit
 }
 
 TEST_F(HostWindow, LookupFieldIsLeftByClickAndByCancel)

@@ -105,6 +105,10 @@ TEST_F(Keyboard, AddsARecordOfEachTypeOfAWoman)
     pickPatientWithVisit("hartley", 1);
     add("Asthma Status", { "key End Tab", "type 81", "key Return" });
     expectRow("Asthma Status", "Severity=Severe Persistent; FEV=81");
+    // It is of the visit of the day.
+    const int added = rowOf("Asthma Status", "FEV=81");
+    EXPECT_TRUE(grid()->model()->index(added, 1).data(Qt::FontRole).isValid());
+    EXPECT_FALSE(grid()->model()->index(0, 1).data(Qt::FontRole).isValid());
     expectDialogs("Add Asthma Record");
 
     add("Functional Status", { "key alt+b", "key Tab End", "key alt+o" });
