@@ -121,20 +121,6 @@ TEST_F(GridViewTest, AReloadDoesNotMoveTheList)
     EXPECT_EQ(view.verticalScrollBar()->value(), 500);
 }
 
-TEST_F(GridViewTest, SelectionGoesBothWays)
-{
-    show();
-    fill(10);
-    grid.select(4);
-    EXPECT_EQ(view.currentIndex().row(), 4);
-    QTest::keyClick(&view, Qt::Key_Down);
-    EXPECT_EQ(grid.row(), 5);
-    grid.select(-1);
-    EXPECT_FALSE(view.selectionModel()->hasSelection());
-    QTest::mouseClick(view.viewport(), Qt::LeftButton, {}, QPoint(5, view.rowViewportPosition(1) + 2));
-    EXPECT_EQ(grid.row(), 1);
-}
-
 TEST_F(GridViewTest, ContextMenuByMouseAndByKeys)
 {
     show();

@@ -17,22 +17,10 @@ namespace {
 
 bool isControl(QAccessible::Role role)
 {
-    switch (role) {
-    case QAccessible::PushButton:
-    case QAccessible::ButtonMenu:
-    case QAccessible::CheckBox:
-    case QAccessible::RadioButton:
-    case QAccessible::ComboBox:
-    case QAccessible::EditableText:
-    case QAccessible::SpinBox:
-    case QAccessible::List:
-    case QAccessible::Table:
-    case QAccessible::Tree:
-    case QAccessible::MenuItem:
-        return true;
-    default:
-        return false;
-    }
+    static const std::set controls { QAccessible::PushButton, QAccessible::ButtonMenu, QAccessible::CheckBox,
+        QAccessible::RadioButton, QAccessible::ComboBox, QAccessible::EditableText, QAccessible::SpinBox,
+        QAccessible::List, QAccessible::Table, QAccessible::Tree, QAccessible::MenuItem };
+    return controls.contains(role);
 }
 
 bool isCellsOwner(QAccessible::Role role)
