@@ -120,8 +120,6 @@ def check(window):
             faults.append(f"{title}: two of {node.get_role_name()} '{name}'")
         seen[key] = node
     walked[title] = len(seen)
-    if os.environ.get("SHOW_NAMES"):
-        print(f"{title}:", *(f"{role.value_nick} '{name}'" for role, name in seen), sep="\n    ")
 
 
 # --- Keys ---

@@ -62,33 +62,6 @@ TEST(Server, PatientDeletedWhileShownIsToldPlainly)
     EXPECT_EQ(rows[0], L"box [Error] There is no patient 999999.");
 }
 
-TEST(Server, EventReachesEverySubscriberWithin50Milliseconds)
-{
-    RealSession first;
-    RealSession second(sharedDataFolder(), L"BARE,JUNO");
-    EventNames sink, other;
-    first.session.registerEvent(L"VXR.12", sink);
-    second.session.registerEvent(L"VXR.12", sink);
-    second.session.registerEvent(L"VXR.1", other);
-    settle(first);
-    settle(second);
-    qint64 best = 5000;
-    for (std::size_t round = 1; round <= Rounds; ++round) {
-        ASSERT_EQ(notify("VXR.12.VELD"), 0);
-        best = std::min(best, sink.waitFor(2 * round));
-    }
-    EXPECT_LT(best, 50);
-    EXPECT_EQ(sink.names, Transcript(2 * Rounds, L"VXR.12.VELD"));
-    EXPECT_TRUE(other.names.empty());
-
-    first.session.unregisterEvent(L"VXR.12", sink);
-    settle(first);
-    notify("VXR.12.VELD");
-    sink.waitFor(2 * Rounds + 1);
-    settle(first);
-    EXPECT_EQ(sink.names.size(), 2 * Rounds + 1);
-}
-
 TEST(Server, BadFramesGetAnAnswerAndTheSessionLivesOn)
 {
     RealSession warm; // the database is there
@@ -176,26 +149,39 @@ TEST(Server, SaveThatTwoProcessesMakeAtTheSameMomentIsDoneOnce)
     EXPECT_EQ(QString::fromStdWString(refusals).count(u"only once"), 1);
 }
 
-TEST(Server, SaveRaisesThePatientsEventInEverySession)
+TEST(Server, SaveAndAdministratorReachEverySubscriberWithin50Milliseconds)
 {
     RealSession writer;
     RealSession other(sharedDataFolder(), L"BARE,JUNO");
-    EventNames own, others;
+    EventNames own, others, elsewhere;
     writer.session.registerEvent(L"VXR.6", own);
     other.session.registerEvent(L"VXR.6", others);
+    other.session.registerEvent(L"VXR.60", elsewhere);
+    settle(writer);
     settle(other);
-    qint64 best = 5000;
-    for (std::size_t round = 1; round <= Rounds; ++round) {
-        QElapsedTimer waited;
-        waited.start();
-        EXPECT_EQ(writer.session.callText(L"MEVBMSR SET", L"6^6 11^1^^^^1"), L"1");
-        own.waitFor(round);
-        others.waitFor(round);
-        best = std::min(best, waited.elapsed());
+    const std::function<void()> raises[] = {
+        [&] { EXPECT_EQ(writer.session.callText(L"MEVBMSR SET", L"6^6 11^1^^^^1"), L"1"); },
+        [] { EXPECT_EQ(notify("VXR.6.BMSR"), 0); },
+    };
+    for (const auto& raise : raises) {
+        qint64 best = 5000;
+        own.names.clear();
+        others.names.clear();
+        for (std::size_t round = 1; round <= Rounds; ++round) {
+            raise();
+            best = std::min(best, own.waitFor(round) + others.waitFor(round));
+        }
+        EXPECT_LT(best, 50);
+        EXPECT_EQ(own.names, Transcript(Rounds, L"VXR.6.BMSR"));
+        EXPECT_EQ(others.names, Transcript(Rounds, L"VXR.6.BMSR"));
     }
-    EXPECT_LT(best, 50);
-    EXPECT_EQ(own.names, Transcript(Rounds, L"VXR.6.BMSR"));
-    EXPECT_EQ(others.names, Transcript(Rounds, L"VXR.6.BMSR"));
+    EXPECT_TRUE(elsewhere.names.empty());
+    other.session.unregisterEvent(L"VXR.6", others);
+    settle(other);
+    notify("VXR.6.BMSR");
+    own.waitFor(Rounds + 1);
+    settle(other);
+    EXPECT_EQ(others.names.size(), Rounds);
 }
 
 TEST(Server, RightsAreAskedAgainAtEverySave)
