@@ -181,44 +181,37 @@ TEST_F(HostWindow, LookupFieldIsLeftByClickAndByCancel)
     selectRow(0);
     QStringList dialogs;
     QString names;
-    // Where the widget with this text or of this name is on the screen, clicked as by a mouse.
-    const auto click = [](QWidget& dialog, const QString& caption) {
+    // Keys, the name in the field, or a click as by a mouse on the button with this caption.
+    const auto act = [&names](QWidget& dialog, const QString& step) {
+        if (step == "empty")
+            pressKeys({ "key", "alt+m", "BackSpace", "Tab" });
+        if (step == "type") {
+            pressKeys({ "key", "alt+m" });
+            pressKeys({ "type", "pember" });
+        }
+        for (QLineEdit* field : dialog.findChildren<QLineEdit*>()) {
+            if (step == "note" && field->accessibleName() == "Mother or Guardian")
+                names += u'<' + field->text() + u'>';
+        }
         for (QPushButton* button : dialog.findChildren<QPushButton*>()) {
-            if (QString(button->text()).remove(u'&') != caption)
-                continue;
             const QPoint place = button->mapToGlobal(button->rect().center());
-            pressKeys({ "mousemove", QString::number(place.x()), QString::number(place.y()), "click", "1" });
+            if (QString(button->text()).remove(u'&') == step)
+                pressKeys({ "mousemove", QString::number(place.x()), QString::number(place.y()), "click", "1" });
         }
     };
-    const auto noteName = [&](QWidget& dialog) {
-        for (QLineEdit* field : dialog.findChildren<QLineEdit*>())
-            names += field->accessibleName() == "Mother or Guardian" ? u'<' + field->text() + u'>' : QString();
-    };
-    const auto typeName = [](QWidget&) {
-        pressKeys({ "key", "alt+m" });
-        pressKeys({ "type", "pember" });
-    };
-    const auto clickOn = [&](const char* caption) {
-        return [&click, caption](QWidget& dialog) { click(dialog, QString::fromLatin1(caption)); };
-    };
-    const std::vector<std::function<void(QWidget&)>> steps {
-        [](QWidget&) {
-            pressKeys({ "key", "alt+m", "BackSpace", "Tab" });
-        },
-        typeName, clickOn("OK"), // leaves the field: two are found, the dialog asks
-        clickOn("Cancel"), // the lookup's: nothing was chosen, the name is cleared
-        noteName, typeName, clickOn("..."), clickOn("Cancel"), // the lookup's: the name stays
-        noteName, clickOn("OK"), // clears the name; nothing is saved without it, unseen
-        noteName, typeName, clickOn("Cancel"), // the form's: no lookup on the way out
-    };
-    std::size_t step = 0;
+    const QStringList steps { "empty", "type", "OK", // leaves the field: two are found, the dialog asks
+        "Cancel", // the lookup's: nothing was chosen, the name is cleared
+        "note", "type", "...", "Cancel", // the lookup's: the name stays
+        "note", "OK", // clears the name; nothing is saved without it, unseen
+        "note", "type", "Cancel" }; // the form's: no lookup on the way out
+    qsizetype step = 0;
     QTimer driver;
     QObject::connect(&driver, &QTimer::timeout, window.get(), [&] {
         QWidget* const dialog = QApplication::activeModalWidget();
         if (!dialog)
             return;
         dialogs.append(dialog->windowTitle());
-        steps[std::min(step++, steps.size() - 1)](*dialog);
+        act(*dialog, steps[std::min(step++, steps.size() - 1)]);
     });
     driver.start(500);
     pressKeys({ "key", "Return" });
