@@ -2,18 +2,9 @@
 // right number of pieces, once, and closes exactly when the server took it; what a lookup gives comes from the reply.
 // Input: the form's letter, its reply, a second reply (registry note, weight unit), the reply to a lookup, the reply to
 // the save, choices as letters, then the texts that are typed, field by field (empty: the field is left alone).
-#include "editors/frmAsthma.h"
-#include "editors/frmAsthmaReg.h"
-#include "editors/frmER.h"
-#include "editors/frmElder.h"
-#include "editors/frmElderView.h"
-#include "editors/frmInf.h"
-#include "editors/frmPediatric.h"
-#include "editors/frmRefusal.h"
-#include "editors/frmRepHist.h"
-#include "editors/frmTxc.h"
 #include "fuzz/FuzzInput.h"
 #include "lookups/frmLookupImm.h"
+#include "tests/support/Editors.h"
 #include "tests/support/ScriptedHost.h"
 
 #include <algorithm>

@@ -1,20 +1,11 @@
 #include "tests/agreement/Scenes.h"
 
-#include "editors/frmAsthma.h"
-#include "editors/frmAsthmaReg.h"
-#include "editors/frmER.h"
-#include "editors/frmElder.h"
-#include "editors/frmElderView.h"
-#include "editors/frmInf.h"
-#include "editors/frmPediatric.h"
-#include "editors/frmRefusal.h"
-#include "editors/frmRepHist.h"
-#include "editors/frmTxc.h"
 #include "host/DisplayText.h"
 #include "lookups/frmLookupImm.h"
 #include "platform/Conversions.h"
 #include "qt/QtText.h"
 #include "qt/TextViews.h"
+#include "tests/support/Editors.h"
 
 #include <QAbstractItemView>
 #include <QDate>

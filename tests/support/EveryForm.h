@@ -1,20 +1,11 @@
 // Shows every form in its real window, one after the other.
 #pragma once
 
-#include "editors/frmAsthma.h"
-#include "editors/frmAsthmaReg.h"
-#include "editors/frmER.h"
-#include "editors/frmElder.h"
-#include "editors/frmElderView.h"
-#include "editors/frmInf.h"
-#include "editors/frmPediatric.h"
-#include "editors/frmRefusal.h"
-#include "editors/frmRepHist.h"
-#include "editors/frmTxc.h"
 #include "lookups/frmLookupEd2.h"
 #include "lookups/frmLookupImm.h"
 #include "platform/Conversions.h"
 #include "qt/QtDesktop.h"
+#include "tests/support/Editors.h"
 #include "tests/support/ScriptedHost.h"
 
 #include <QApplication>
