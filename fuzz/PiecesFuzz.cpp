@@ -1,4 +1,4 @@
-// Pieces: what is taken apart is the whole, in order. Input: text, delimiter, a number, characters to translate.
+// Pieces: what is taken apart is the whole, in order. Input: text, delimiter, a number.
 #include "fuzz/FuzzInput.h"
 #include "platform/Conversions.h"
 #include "shared/Pieces.h"
@@ -60,33 +60,6 @@ void lines(const Text& text)
     require(recordLines(text) == expected, "a record's last line may lack its end", text);
 }
 
-void characters(const Text& text, const Text& from, const Text& to)
-{
-    const Text deleted = TranslateChars(text, from, L"");
-    require(deleted.find_first_of(from) == Text::npos, "deleted characters are gone", text);
-    if (to.size() >= from.size())
-        require(TranslateChars(text, from, to).size() == text.size(), "replacing keeps the length", text);
-    require(TranslateChars(text, L"", to) == text && TranslateChars(text, from, from) == text,
-        "nothing to translate changes nothing", text);
-}
-
-void comparisons(const Text& text, const Text& other)
-{
-    require(SameText(text, text) && SameText(text, other) == SameText(other, text), "sameness goes both ways", text);
-    const bool prefix = text.starts_with(other);
-    require(MatchesLeading(text, other, LetterCase::Exact) == prefix, "an exact prefix", text);
-    require(!prefix || MatchesLeading(text, other, LetterCase::Ignored), "an exact prefix is one in any case", text);
-
-    ComboBox list;
-    for (const Text& item : SplitPieces(text, L"^", 0))
-        list.addItem(item);
-    const int chosen = SelectComboItem(list, other);
-    require(chosen == list.listIndex(), "the index given is the one selected", text);
-    for (int i = 0; i < list.count(); ++i)
-        require(SameText(list.itemText(i), other) ? chosen != -1 && chosen <= i : chosen != i, "the first is selected",
-            text);
-}
-
 }
 }
 
@@ -98,11 +71,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const Text text = input.next();
     const Text delimiter = input.next();
     const Text number = input.next();
-    const Text to = input.next();
     pieces(text, delimiter.empty() ? L"^" : delimiter, static_cast<short>(roundToWhole(leadingNumber(number))));
     pieces(text, L"", 2);
     lines(text);
-    characters(text, delimiter, to);
-    comparisons(text, delimiter);
     return 0;
 }

@@ -120,8 +120,6 @@ def check(window):
             faults.append(f"{title}: two of {node.get_role_name()} '{name}'")
         seen[key] = node
     walked[title] = len(seen)
-    if os.environ.get("SHOW_NAMES"):
-        print(f"{title}:", *(f"{role.value_nick} '{name}'" for role, name in seen), sep="\n    ")
 
 
 # --- Keys ---
@@ -223,25 +221,11 @@ def check_grid():
         faults.append(f"The columns of the grid are told as {headings}")
 
 
-def add_each_type():
-    """Opens the form of each type that the list offers."""
-    types = find(main_window(), Atspi.Role.COMBO_BOX)
-    count = types.get_child_at_index(0).get_child_count()
-    for index in range(1, count):
-        focus(types)
-        press("Home", *["Down"] * index)
-        form = open_by("alt+a")
-        if "Contract" in form.get_name():
-            look_up_provider(form)
-        leave(form)
-    return count - 1
-
-
-def look_up_provider(form):
-    focus(find(form, Atspi.Role.TEXT, "Provider"))
-    press("ctrl+a")
-    write("s")
-    leave(open_by("Return"))
+def open_an_editor():
+    """Names of each form's controls are tested by themselves: here they are looked for on the bus."""
+    focus(find(main_window(), Atspi.Role.COMBO_BOX))
+    press("Home", "Down")
+    leave(open_by("alt+a"))
 
 
 def look_at_rows():
@@ -251,49 +235,25 @@ def look_at_rows():
     press("ctrl+Home", *["Down"] * labels.index("Functional Status"))
     leave(open_by("Return"))
     leave(open_by("alt+d"))
-    report = open_by("Menu", "Up", "Return")  # the menu's last entry: visit detail
+    report = open_by("Menu", "d")  # visit detail
     if not any("PROVIDER" in node.get_description().upper() for node in descendants(report)):
         faults.append("The visit's report is shown, but not told")
     leave(report)
 
 
-def start(user):
+def walk():
     global host
-    host = subprocess.Popen([HOST, "--user", user, "--data", DATA, "--server-program", SERVER])
+    host = subprocess.Popen([HOST, "--user", "SORREL,ADA", "--data", DATA, "--server-program", SERVER])
     wait_for("the host on the bus", application)
     wait_for("the grid", lambda: main_window() and grid())
     focus_top_window()
-
-
-def end():
-    host.terminate()
-    host.wait()
-
-
-def walk_as_provider():
-    start("SORREL,ADA")
     check(main_window())
     choose_patient("hartley")
     check(main_window())
     check_grid()
-    forms = add_each_type()
+    open_an_editor()
     look_at_rows()
     leave(open_by("alt+h", "Return"))
-    choose_patient("pemberton,o")
-    print(f"Forms: {forms} and {add_each_type()}")
-    end()
-
-
-def walk_as_asthma_nurse():
-    start("ROLLINS,COLE")
-    choose_patient("ferreira,l")
-    focus(grid())
-    press("ctrl+Home")
-    form = open_by("Return")
-    focus(find(form, Atspi.Role.PUSH_BUTTON, "Edit"))
-    leave(open_by("space"))
-    leave(form)
-    end()
 
 
 host = None
@@ -308,11 +268,11 @@ def main():
                           QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1", QT_QPA_PLATFORM="xcb")
         subprocess.run([HOST, "--register", LIBRARY], check=True, stdout=subprocess.DEVNULL)
         try:
-            walk_as_provider()
-            walk_as_asthma_nurse()
+            walk()
         finally:
-            if host and host.poll() is None:
-                end()
+            if host:
+                host.terminate()
+                host.wait()
     print(f"Controls by window: {walked}")
     if faults:
         sys.exit("\n".join(["Faults:", *faults]))

@@ -24,6 +24,7 @@ QString differs(const char* what, const QString& screen, const QString& form)
 
 QString onOff(bool on) { return on ? QStringLiteral("on") : QStringLiteral("off"); }
 
+// Rows, selected row last.
 QString gridText(const Grid& grid)
 {
     QStringList texts;
@@ -33,69 +34,71 @@ QString gridText(const Grid& grid)
                 texts.append(toQString(grid.text(row, column)));
         }
     }
-    return texts.join(u'|');
+    return texts.join(u'|') + QString(" row %1").arg(grid.row());
 }
 
-QString viewText(const QTableView& view)
+QString gridText(const QTableView& view)
 {
     QStringList texts;
     for (int row = 0; row < view.model()->rowCount(); ++row) {
         for (int column = 0; column < view.model()->columnCount(); ++column)
             texts.append(view.model()->index(row, column).data().toString());
     }
-    return texts.join(u'|');
-}
-
-QString selectedRow(const QTableView& view)
-{
     const QModelIndexList rows = view.selectionModel()->selectedRows();
-    return QString::number(rows.isEmpty() ? -1 : rows.first().row());
+    return texts.join(u'|') + QString(" row %1").arg(rows.isEmpty() ? -1 : rows.first().row());
 }
 
-QString gridDiffers(const Grid& grid, const QTableView& view)
+template<typename List>
+QString ticks(const List& list, const std::function<bool(int)>& isTicked)
 {
-    const QString rows = differs("rows", viewText(view), gridText(grid));
-    return rows.isEmpty() ? differs("selected row", selectedRow(view), QString::number(grid.row())) : rows;
-}
-
-QString listText(const CheckList& list)
-{
-    QString text = QString::number(list.listIndex());
+    QString text;
     for (int i = 0; i < list.count(); ++i)
-        text += onOff(list.isChecked(i));
+        text += onOff(isTicked(i));
     return text;
 }
 
-QString listText(const CheckListView& view)
+// What the user can change, as the screen shows it; nothing for a widget in which there is nothing to be
+// changed.
+std::optional<QString> entryOn(const QWidget& widget)
 {
-    QString text = QString::number(view.currentRow());
-    for (int i = 0; i < view.count(); ++i)
-        text += onOff(view.item(i)->checkState() == Qt::Checked);
-    return text;
+    if (const auto* const view = dynamic_cast<const TextBoxView*>(&widget))
+        return view->text();
+    if (const auto* const view = dynamic_cast<const TextAreaView*>(&widget))
+        return view->toPlainText();
+    if (const auto* const view = dynamic_cast<const ComboBoxView*>(&widget))
+        return view->currentText();
+    if (const auto* const view = dynamic_cast<const DateView*>(&widget))
+        return const_cast<DateView*>(view)->line()->text();
+    if (const auto* const view = dynamic_cast<const CheckListView*>(&widget))
+        return ticks(*view, [&](int i) { return view->item(i)->checkState() == Qt::Checked; });
+    if (const auto* const button = qobject_cast<const QAbstractButton*>(&widget); button && button->isCheckable())
+        return onOff(button->isChecked());
+    return {};
 }
 
 // The state of its own kind.
 QString valueDiffers(const Control& control, const QWidget& widget)
 {
-    if (const auto* const view = dynamic_cast<const TextBoxView*>(&widget))
-        return differs("text", view->text(), toQString(static_cast<const TextBox&>(control).text()));
-    if (const auto* const view = dynamic_cast<const TextAreaView*>(&widget))
-        return differs("text", view->toPlainText(),
-            toQString(static_cast<const TextBox&>(control).text()).remove(u'\r'));
-    if (const auto* const view = dynamic_cast<const ComboBoxView*>(&widget))
-        return differs("choice", QString::number(view->currentIndex()),
-            QString::number(static_cast<const ComboBox&>(control).listIndex()));
-    if (const auto* const view = dynamic_cast<const DateView*>(&widget))
-        return differs("date", const_cast<DateView*>(view)->line()->text(),
-            toQString(static_cast<const mevZvDate&>(control).shown()));
-    if (const auto* const view = dynamic_cast<const CheckBoxView*>(&widget))
-        return differs("tick", onOff(view->isChecked()), onOff(static_cast<const CheckBox&>(control).isChecked()));
-    if (const auto* const view = dynamic_cast<const OptionButtonView*>(&widget))
-        return differs("option", onOff(view->isChecked()), onOff(static_cast<const OptionButton&>(control).isChosen()));
-    if (const auto* const view = dynamic_cast<const CheckListView*>(&widget))
-        return differs("list", listText(*view), listText(static_cast<const CheckList&>(control)));
-    if (const auto* const view = dynamic_cast<const GridView*>(&widget))
-        return gridDiffers(static_cast<const Grid&>(control), *view);
+    const QString entry = entryOn(widget).value_or(QString());
+    if (const auto* const box = dynamic_cast<const TextBox*>(&control))
+        return differs("text", entry, toQString(box->text()).remove(u'\r'));
+    if (const auto* const list = dynamic_cast<const ComboBox*>(&control)) {
+        const int shown = dynamic_cast<const ComboBoxView&>(widget).currentIndex();
+        return differs("choice", QString::number(shown), QString::number(list->listIndex()));
+    }
+    if (const auto* const date = dynamic_cast<const mevZvDate*>(&control))
+        return differs("date", entry, toQString(date->shown()));
+    if (const auto* const box = dynamic_cast<const CheckBox*>(&control))
+        return differs("tick", entry, onOff(box->isChecked()));
+    if (const auto* const option = dynamic_cast<const OptionButton*>(&control))
+        return differs("option", entry, onOff(option->isChosen()));
+    if (const auto* const list = dynamic_cast<const CheckList*>(&control)) {
+        const int row = dynamic_cast<const CheckListView&>(widget).currentRow();
+        return differs("list", QString::number(row) + entry,
+            QString::number(list->listIndex()) + ticks(*list, [&](int i) { return list->isChecked(i); }));
+    }
+    if (const auto* const grid = dynamic_cast<const Grid*>(&control))
+        return differs("rows", gridText(dynamic_cast<const GridView&>(widget)), gridText(*grid));
     if (const auto* const view = dynamic_cast<const ButtonView*>(&widget))
         return differs("caption", view->text(), toQString(static_cast<const Button&>(control).caption()));
     if (const auto* const view = dynamic_cast<const LabelView*>(&widget))
@@ -157,7 +160,7 @@ QString disagreement(const kalmevRepHistCtrl& control, const PanelView& panel)
 {
     const auto* const grid = panel.findChild<GridView*>();
     const auto* const types = panel.findChild<ComboBoxView*>();
-    const QString rows = gridDiffers(control.fgData, *grid);
+    const QString rows = differs("rows", gridText(*grid), gridText(control.fgData));
     if (!rows.isEmpty())
         return rows;
     const QString type = stateDiffers(control.cboType, *types);
@@ -177,7 +180,7 @@ namespace {
 // Says where a place is searched; without a place there is nothing to be saved.
 bool namesFile(const QAbstractButton& button)
 {
-    return button.text() == QStringLiteral("Outside &Provider") || button.text() == QStringLiteral("&Facility");
+    return button.text() == "Outside &Provider" || button.text() == "&Facility";
 }
 }
 
@@ -186,26 +189,14 @@ QStringList shownValues(const FormDialog& dialog)
     std::map<QPair<int, int>, QString> byPlace;
     for (auto entry = dialog.widgets().begin(); entry != dialog.widgets().end(); ++entry) {
         const QWidget* const widget = entry.value();
-        QString value;
-        if (const auto* const line = dynamic_cast<const TextBoxView*>(widget))
-            value = line->text();
-        else if (const auto* const area = dynamic_cast<const TextAreaView*>(widget))
-            value = area->toPlainText();
-        else if (const auto* const choice = dynamic_cast<const ComboBoxView*>(widget))
-            value = choice->currentText();
-        else if (const auto* const date = dynamic_cast<const DateView*>(widget))
-            value = const_cast<DateView*>(date)->line()->text();
-        else if (const auto* const list = dynamic_cast<const CheckListView*>(widget))
-            value = listText(*list).remove(0, QString::number(list->currentRow()).size());
-        else if (const auto* const button = qobject_cast<const QAbstractButton*>(widget);
-                 button && button->isCheckable() && !namesFile(*button))
-            value = onOff(button->isChecked());
-        else
+        std::optional<QString> value = entryOn(*widget);
+        if (const auto* const button = qobject_cast<const QAbstractButton*>(widget);
+            !value || (button && namesFile(*button)))
             continue;
         if (!widget->isEnabled())
-            value.clear(); // what is grey is not saved
+            value->clear(); // what is grey is not saved
         const QPoint place = widget->mapTo(&dialog, QPoint());
-        byPlace[{ place.y(), place.x() }] = value;
+        byPlace[{ place.y(), place.x() }] = *value;
     }
     QStringList values;
     for (const auto& [place, value] : byPlace)

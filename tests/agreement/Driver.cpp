@@ -1,5 +1,5 @@
-// Drives every form, the lookups and two panels through their real widgets by random actions of a user, on a session with
-// the real server, and looks for the first moment at which window and form, or screen and stored record, disagree.
+// Drives every form, the lookups and two panels through their real widgets by random actions of a user, on a session
+// with the real server, and looks for the first moment at which window and form, or screen and stored record, disagree.
 //
 //   agreement [--seed N] [--actions N] [--scene NAME] [--replay FILE]
 //
@@ -42,8 +42,8 @@ int report(Scenes& scenes, const QString& scene, unsigned seed, const Episode& e
     std::printf("%s, seed %u: %s\n", qPrintable(scene), seed, qPrintable(episode.failure));
     const QStringList actions = shortest(scenes, scene, episode.actions);
     const Episode again = scenes.replay(scene, actions);
-    std::printf("The shortest list that still fails (%s):\n%s\n", qPrintable(again.failure),
-        qPrintable(actions.join(u'\n')));
+    std::printf(
+        "The shortest list that still fails (%s):\n%s\n", qPrintable(again.failure), qPrintable(actions.join(u'\n')));
     return 1;
 }
 
@@ -64,11 +64,11 @@ int replayFile(Scenes& scenes, const QString& scene, const QString& name)
 int drive(const QCommandLineParser& options)
 {
     Scenes scenes;
-    const QString only = options.value(QStringLiteral("scene"));
-    if (options.isSet(QStringLiteral("replay")))
-        return replayFile(scenes, only, options.value(QStringLiteral("replay")));
-    const long long wanted = options.value(QStringLiteral("actions")).toLongLong();
-    unsigned seed = options.value(QStringLiteral("seed")).toUInt();
+    const QString only = options.value("scene");
+    if (options.isSet("replay"))
+        return replayFile(scenes, only, options.value("replay"));
+    const long long wanted = options.value("actions").toLongLong();
+    unsigned seed = options.value("seed").toUInt();
     long long done = 0;
     QElapsedTimer clock;
     clock.start();
@@ -80,7 +80,8 @@ int drive(const QCommandLineParser& options)
         if (!episode.failure.isEmpty())
             return report(scenes, scene, seed, episode);
     }
-    std::printf("%lld actions, %d saves seen again, no disagreement, %.0f actions a second.\n", done, scenes.savesSeen(),
+    std::printf("%lld actions, %d saves seen again, no disagreement, %.0f actions a second.\n", done,
+        scenes.savesSeen(),
         static_cast<double>(done) * 1000 / static_cast<double>(std::max<qint64>(1, clock.elapsed())));
     return 0;
 }
@@ -99,10 +100,9 @@ int main(int argc, char** argv)
     QApplication::setQuitOnLastWindowClosed(false);
     QCommandLineParser options;
     options.addHelpOption();
-    options.addOptions({ { QStringLiteral("seed"), QStringLiteral("Begin with this seed."), QStringLiteral("N"), QStringLiteral("1") },
-        { QStringLiteral("actions"), QStringLiteral("Do this many actions."), QStringLiteral("N"), QStringLiteral("4000") },
-        { QStringLiteral("scene"), QStringLiteral("Drive one scene alone."), QStringLiteral("NAME") },
-        { QStringLiteral("replay"), QStringLiteral("Play the actions in FILE."), QStringLiteral("FILE") } });
+    options.addOptions(
+        { { "seed", "Begin with this seed.", "N", "1" }, { "actions", "Do this many actions.", "N", "4000" },
+            { "scene", "Drive one scene alone.", "NAME" }, { "replay", "Play the actions in FILE.", "FILE" } });
     options.process(application);
     return health::test::drive(options);
 }

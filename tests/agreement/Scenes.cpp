@@ -1,20 +1,11 @@
 #include "tests/agreement/Scenes.h"
 
-#include "editors/frmAsthma.h"
-#include "editors/frmAsthmaReg.h"
-#include "editors/frmER.h"
-#include "editors/frmElder.h"
-#include "editors/frmElderView.h"
-#include "editors/frmInf.h"
-#include "editors/frmPediatric.h"
-#include "editors/frmRefusal.h"
-#include "editors/frmRepHist.h"
-#include "editors/frmTxc.h"
 #include "host/DisplayText.h"
 #include "lookups/frmLookupImm.h"
 #include "platform/Conversions.h"
 #include "qt/QtText.h"
 #include "qt/TextViews.h"
+#include "tests/support/Editors.h"
 
 #include <QAbstractItemView>
 #include <QDate>
@@ -36,16 +27,14 @@ namespace {
 
 constexpr int LongestWait = 4000; // turns of the event loop without a window that can be used
 
-QString text(int number) { return QString::number(number); }
-
-Text today() { return QDate::currentDate().toString(QStringLiteral("MM/dd/yyyy")).toStdWString(); }
+Text today() { return QDate::currentDate().toString("MM/dd/yyyy").toStdWString(); }
 
 // The same value in the form in which the server keeps it: blanks, capitals, "^", a time that the record does not keep.
 QString kept(QString value)
 {
-    value = value.toUpper().replace(u'^', u' ').replace(u'\n', u' ').simplified().replace(QStringLiteral(", "), QStringLiteral(","));
-    static const QRegularExpression time(QStringLiteral("^(\\d\\d/\\d\\d/\\d{4}) \\d\\d:\\d\\d$"));
-    return value.replace(time, QStringLiteral("\\1"));
+    value = value.toUpper().replace(u'^', u' ').replace(u'\n', u' ').simplified().replace(", ", ",");
+    static const QRegularExpression time("^(\\d\\d/\\d\\d/\\d{4}) \\d\\d:\\d\\d$");
+    return value.replace(time, "\\1");
 }
 
 QWidget* topWindow()
@@ -71,18 +60,17 @@ QList<QWidget*> targets(const QWidget& window)
     return widgets;
 }
 
-const QStringList OnlyItems { QStringLiteral("EKG"), QStringLiteral("MAMMOGRAM"), QStringLiteral("PAP SMEAR") };
+const QStringList OnlyItems { "EKG", "MAMMOGRAM", "PAP SMEAR" };
 
-const QStringList Words { QStringLiteral("s"), QStringLiteral("sterling"), QStringLiteral("smith"), QStringLiteral("glu"),
-    QStringLiteral("blue"), QStringLiteral("T"), QStringLiteral("T-3"), QStringLiteral("T+5"), QStringLiteral("T-400"),
-    QStringLiteral("N"), QStringLiteral("1/5/3026"), QStringLiteral("7 2"), QStringLiteral("3.2K"),
-    QStringLiteral("6M"), QStringLiteral("99"), QStringLiteral("420"), QStringLiteral("3"), QStringLiteral("-5"),
-    QStringLiteral("12"), QStringLiteral("x^y"), QStringLiteral("zz"), QStringLiteral("late | or not"), QStringLiteral(" ") };
+const QStringList Words =
+    QString("s,sterling,smith,glu,blue,T,T-3,T+5,T-400,N,1/5/3026,7 2,3.2K,6M,99,420,3,-5,12,x^y,zz,"
+            "late | or not, ")
+        .split(u',');
 
-const QStringList Keys { QStringLiteral("Tab"), QStringLiteral("Tab"), QStringLiteral("Shift+Tab"), QStringLiteral("Return"),
-    QStringLiteral("Return"), QStringLiteral("Esc"), QStringLiteral("Space"), QStringLiteral("Up"), QStringLiteral("Down"),
-    QStringLiteral("Down"), QStringLiteral("Home"), QStringLiteral("End"), QStringLiteral("Del"), QStringLiteral("Backspace"),
-    QStringLiteral("Left"), QStringLiteral("Right"), QStringLiteral("Alt+Down"), QStringLiteral("Ctrl+A"), QStringLiteral("Shift+F10") };
+const QStringList Keys =
+    QString("Tab,Tab,Shift+Tab,Return,Return,Esc,Space,Up,Down,Down,Home,End,Del,Backspace,Left,Right,"
+            "Alt+Down,Ctrl+A,Shift+F10")
+        .split(u',');
 
 }
 
@@ -90,7 +78,7 @@ Scenes::Scenes()
     : m_session(std::make_shared<FlakySession>(m_real.session))
 {
     m_host.given = m_session;
-    forPatient(1, L"F", L"29");
+    forPatient(1);
     for (const auto& [progId, object] : m_host.session->objects) {
         m_real.session.setObject(progId, object);
         m_registrar.session.setObject(progId, object);
@@ -108,19 +96,22 @@ Scenes::~Scenes() { m_shared.ReleaseObjects(); }
 
 QStringList Scenes::names() const
 {
-    return QStringLiteral("reproductive birth feeding functional view contract refusal emergency asthma registry lookup "
-                          "vaccines panels refusal-new contract-new emergency-new")
+    return QStringLiteral(
+        "reproductive birth feeding functional view contract refusal emergency asthma registry lookup "
+        "vaccines panels refusal-new contract-new emergency-new")
         .split(u' ');
 }
 
-void Scenes::forPatient(long number, TextView sex, TextView age)
+// 5 is an infant, 1 a woman.
+void Scenes::forPatient(long number)
 {
     m_host.patient->patientNumber = number;
-    m_host.patient->patientSex = sex;
-    m_host.patient->patientAge = age;
-    const auto visits = linesOf(m_real.session.callList(L"MEVHOST VISITS", std::to_wstring(number)));
-    m_visit = visits.value(0).value(0).toStdWString();
-    m_host.encounter->visit = visits.value(0).value(0).toLong();
+    m_host.patient->patientSex = number == 5 ? L"M" : L"F";
+    m_host.patient->patientAge = number == 5 ? L"0" : L"29";
+    const QString visit =
+        linesOf(m_real.session.callList(L"MEVHOST VISITS", std::to_wstring(number))).value(0).value(0);
+    m_visit = visit.toStdWString();
+    m_host.encounter->visit = visit.toLong();
 }
 
 // A record of known contents, so that a list of actions means the same each time it is played.
@@ -141,7 +132,7 @@ Text Scenes::lastRecord(TextView list)
 }
 
 template<typename Editor>
-void Scenes::edit(const std::function<void(Editor&)>& prepare)
+void Scenes::edit()
 {
     Editor editor(m_shared);
     if constexpr (requires { editor.m_sVisit; }) {
@@ -150,19 +141,18 @@ void Scenes::edit(const std::function<void(Editor&)>& prepare)
     }
     if constexpr (requires { editor.m_sRefusalIen; })
         editor.m_sRefusalIen = m_record;
-    if (prepare)
-        prepare(editor);
-    showForm(editor);
-}
-
-void Scenes::showForm(Form& form)
-{
+    if constexpr (requires { editor.m_bElder; })
+        editor.m_bElder = true;
+    if constexpr (requires { editor.m_bRegKey; }) {
+        editor.m_bRegKey = true;
+        editor.height = Editor::RegistryHeight;
+    }
     m_lastActive = nullptr;
     m_lastDialog = nullptr;
     // What could not be read is not compared.
     m_loadFailed = m_session->next == FlakySession::Next::Fails || m_session->next == FlakySession::Next::IsRefused;
     post();
-    m_desktop.showModal(form);
+    m_desktop.showModal(editor);
 }
 
 void Scenes::showPanels()
@@ -189,31 +179,42 @@ void Scenes::showPanels()
     right.setParent(nullptr);
 }
 
+struct Scenes::Preparation {
+    const char* scene;
+    void (Scenes::*open)();
+    long patient;
+    TextView call;
+    Text fields; // "#" stands for the visit, "@" for today
+    TextView list;
+};
+
+const Scenes::Preparation* Scenes::preparationOf(const QString& scene)
+{
+    static const TextView assessed = L"^#^Independent^Needs Help^^^^^^^^^^^Same^No";
+    static const Preparation all[] {
+        { "reproductive", &Scenes::edit<frmRepHist>, 1, L"MEVREP SET",
+            L"1^G3P2LC1SA0TA0^01/05/2026^Oral Contraceptives^12/01/2025^1^@^Sonogram", L"" },
+        { "birth", &Scenes::edit<frmPediatric>, 5, L"MEVBMSR SET", L"5^7 2^1^2M^4M^6M^1", L"" },
+        { "feeding", &Scenes::edit<frmInf>, 5, L"MEVVIF SET", L"^#^3", L"MEVVIF GET" },
+        { "functional", &Scenes::edit<frmElder>, 1, L"MEVVELD SET", Text(assessed), L"MEVVELD GET" },
+        { "view", &Scenes::edit<frmElderView>, 1, L"MEVVELD SET", Text(assessed), L"MEVVELD GET" },
+        { "contract", &Scenes::edit<frmTxc>, 1, L"MEVVTXC SET", L"^#^P^@^1", L"MEVVTXC GET" },
+        { "refusal", &Scenes::edit<frmRefusal>, 1, L"MEVREF SET", L"^EXAM^2^1^@^Not now", L"MEVREF GET" },
+        { "emergency", &Scenes::edit<frmER>, 1, L"MEVVER SET", L"^#^E^A^O^On a sledge^R^Patient^T^^^^Stable^LOC.`2",
+            L"MEVVER GET" },
+        { "asthma", &Scenes::edit<frmAsthma>, 1, L"MEVVAST SET", L"^#^2^93^49^420^Yes^Yes^No^Yes", L"MEVVAST GET" },
+        { "registry", &Scenes::edit<frmAsthmaReg>, 1, L"MEVVAST SETREG",
+            L"1^A^01/05/2026^03/05/2026^02/05/2026^1^Doing well", L"" },
+    };
+    const auto* const found = std::find_if(std::begin(all), std::end(all),
+        [&](const Preparation& p) { return scene.section(u'-', 0, 0) == QLatin1String(p.scene); });
+    return found == std::end(all) ? nullptr : found;
+}
+
 void Scenes::open(const QString& scene)
 {
-    if (scene == u"reproductive")
-        return edit<frmRepHist>();
-    if (scene == u"birth")
-        return edit<frmPediatric>();
-    if (scene == u"feeding")
-        return edit<frmInf>();
-    if (scene == u"functional")
-        return edit<frmElder>();
-    if (scene == u"view")
-        return edit<frmElderView>([](frmElderView& form) { form.m_bElder = true; });
-    if (scene.startsWith(u"contract"))
-        return edit<frmTxc>();
-    if (scene.startsWith(u"refusal"))
-        return edit<frmRefusal>();
-    if (scene.startsWith(u"emergency"))
-        return edit<frmER>();
-    if (scene == u"asthma")
-        return edit<frmAsthma>([](frmAsthma& form) {
-            form.m_bRegKey = true;
-            form.height = frmAsthma::RegistryHeight;
-        });
-    if (scene == u"registry")
-        return edit<frmAsthmaReg>();
+    if (const Preparation* const p = preparationOf(scene))
+        return (this->*p->open)();
     if (scene == u"panels")
         return showPanels();
     m_lastDialog = nullptr;
@@ -224,45 +225,6 @@ void Scenes::open(const QString& scene)
         frmLookupImm(m_shared).RunQuery(L"");
 }
 
-namespace {
-struct Preparation {
-    const char* scene;
-    long patient;
-    TextView sex;
-    TextView age;
-    TextView call;
-    Text fields; // "#" stands for the visit, "@" for today
-    TextView list;
-};
-
-const std::vector<Preparation>& preparations()
-{
-    static const std::vector<Preparation> all {
-        { "reproductive", 1, L"F", L"29", L"MEVREP SET",
-            L"1^G3P2LC1SA0TA0^01/05/2026^Oral Contraceptives^12/01/2025^1^@^Sonogram", L"" },
-        { "birth", 5, L"M", L"0", L"MEVBMSR SET", L"5^7 2^1^2M^4M^6M^1", L"" },
-        { "feeding", 5, L"M", L"0", L"MEVVIF SET", L"^#^3", L"MEVVIF GET" },
-        { "functional", 1, L"F", L"29", L"MEVVELD SET", L"^#^Independent^Needs Help^^^^^^^^^^^Same^No", L"MEVVELD GET" },
-        { "view", 1, L"F", L"29", L"MEVVELD SET", L"^#^Independent^Needs Help^^^^^^^^^^^Same^No", L"MEVVELD GET" },
-        { "contract", 1, L"F", L"29", L"MEVVTXC SET", L"^#^P^@^1", L"MEVVTXC GET" },
-        { "refusal", 1, L"F", L"29", L"MEVREF SET", L"^EXAM^2^1^@^Not now", L"MEVREF GET" },
-        { "emergency", 1, L"F", L"29", L"MEVVER SET", L"^#^E^A^O^On a sledge^R^Patient^T^^^^Stable^LOC.`2", L"MEVVER GET" },
-        { "asthma", 1, L"F", L"29", L"MEVVAST SET", L"^#^2^93^49^420^Yes^Yes^No^Yes", L"MEVVAST GET" },
-        { "registry", 1, L"F", L"29", L"MEVVAST SETREG", L"1^A^01/05/2026^03/05/2026^02/05/2026^1^Doing well", L"" },
-    };
-    return all;
-}
-
-const Preparation* preparationOf(const QString& scene)
-{
-    for (const Preparation& p : preparations()) {
-        if (scene.section(u'-', 0, 0) == QLatin1String(p.scene))
-            return &p;
-    }
-    return nullptr;
-}
-}
-
 Episode Scenes::play(const QString& name)
 {
     m_episode = {};
@@ -271,12 +233,11 @@ Episode Scenes::play(const QString& name)
     m_session->next = FlakySession::Next::Answers;
     m_shared.session().setValue(L"MEVParam_RepHist_PedWtOpt", L"0");
     m_session->use(name == u"asthma" || name == u"registry" ? m_registrar.session : m_real.session);
-    forPatient(1, L"F", L"29");
     m_record.clear();
     m_call.clear();
     const Preparation* const p = preparationOf(name);
+    forPatient(p ? p->patient : 1);
     if (p) {
-        forPatient(p->patient, p->sex, p->age);
         m_call = name == u"view" ? Text() : Text(p->call); // what the view's editor saves, the view shows otherwise
         if (!name.endsWith(u"-new"))
             prepareRecord(p->call, replaced(replaced(p->fields, L"#", m_visit), L"@", today()), p->list);
@@ -346,10 +307,9 @@ void Scenes::tick()
     if (!canAct()) {
         if (++m_waits > LongestWait) {
             const QWidget* const top = topWindow();
-            for (const QWidget* const window : QApplication::topLevelWidgets())
-                std::printf("%s \"%s\" %s\n", window->metaObject()->className(), qPrintable(window->windowTitle()), window->isVisible() ? "visible" : "hidden");
-            std::fflush(stdout);
-            qFatal("No window can be used; on top: %s, in call %d, busy %d, active %d", top ? qPrintable(top->windowTitle()) : "none", m_session->isInCall(), m_desktop.isBusy(), top && top->isActiveWindow());
+            qFatal("No window can be used; on top: %s, in call %d, busy %d, active %d",
+                top ? qPrintable(top->windowTitle()) : "none", m_session->isInCall(), m_desktop.isBusy(),
+                top && top->isActiveWindow());
         }
         return post(m_waits > 20 ? 1 : 0);
     }
@@ -359,15 +319,11 @@ void Scenes::tick()
     const QString action = m_ending || !m_episode.failure.isEmpty() ? QString() : nextAction();
     if (action.isEmpty())
         return endScene();
-    if (traces) { setbuf(stdout,nullptr);
+    if (traces) {
         const QWidget* const focused = QApplication::focusWidget();
         std::printf("%-28s on \"%s\", keyboard in %s %s\n", qPrintable(action), qPrintable(topWindow()->windowTitle()),
-            focused ? focused->metaObject()->className() : "nothing", focused ? qPrintable(focused->accessibleName()) : "");
-        if (action.count(u' ') > 2 && topWindow()) {
-            const QList<QWidget*> widgets = targets(*topWindow());
-            const QWidget* const target = widgets.isEmpty() ? nullptr : widgets[action.section(u' ', 1, 1).toInt() % widgets.size()];
-            std::printf("    at %s %s\n", target->metaObject()->className(), qPrintable(target->accessibleName()));
-        }
+            focused ? focused->metaObject()->className() : "nothing",
+            focused ? qPrintable(focused->accessibleName()) : "");
     }
     m_episode.actions.append(action);
     m_lastAction = action;
@@ -428,7 +384,8 @@ QString Scenes::check()
     // Typing, a double click and dragging select otherwise.
     const bool marked = entered && ((m_marks > 0 && m_marks--) || m_lastAction.startsWith(u't'));
     if (entered && !marked && line && !line->text().isEmpty() && line->selectedText() != line->text())
-        return QStringLiteral("\"%1\" is not selected in %2, which was entered").arg(line->text(), line->accessibleName());
+        return QStringLiteral("\"%1\" is not selected in %2, which was entered")
+            .arg(line->text(), line->accessibleName());
     return m_verifying ? checkSaved(*dialog) : QString();
 }
 
@@ -473,29 +430,16 @@ QString Scenes::nextAction()
 
 QString Scenes::chooseAction()
 {
+    const auto any = [this](const QStringList& list) { return list[random(static_cast<int>(list.size()))]; };
+    const QString place = QString(" %1 %2 %3 %4").arg(random(60)).arg(random(100)).arg(random(100)).arg(random(60));
+    const std::pair<int, QString> kinds[] { { 36, "key " + any(Keys) }, { 58, "type " + any(Words) },
+        { 66, QString("key Alt+") + QChar(u'A' + random(26)) }, { 84, "click" + place }, { 86, "drag" + place },
+        { 88, "double" + place }, { 89, "right" + place }, { 92, "wheel" + place }, { 94, "away" },
+        { 96, any({ "event REFRESH", "event VXR.1.1" }) }, { 100, any({ "fail", "refuse", "slow", "slow" }) } };
     const int kind = random(100);
-    const QString place = QStringLiteral(" %1 %2 %3").arg(text(random(60)), text(random(100)), text(random(100)));
-    if (kind < 36)
-        return QStringLiteral("key ") + Keys[random(static_cast<int>(Keys.size()))];
-    if (kind < 58)
-        return QStringLiteral("type ") + Words[random(static_cast<int>(Words.size()))];
-    if (kind < 66)
-        return QStringLiteral("key Alt+") + QChar(u'A' + random(26));
-    if (kind < 84)
-        return QStringLiteral("click") + place;
-    if (kind < 86)
-        return QStringLiteral("drag") + place + QStringLiteral(" ") + text(random(60));
-    if (kind < 88)
-        return QStringLiteral("double") + place;
-    if (kind < 89)
-        return QStringLiteral("right") + place;
-    if (kind < 92)
-        return QStringLiteral("wheel") + place;
-    if (kind < 94)
-        return QStringLiteral("away");
-    if (kind < 96)
-        return QStringLiteral("event ") + (random(2) ? QStringLiteral("REFRESH") : QStringLiteral("VXR.1.1"));
-    return QStringList { QStringLiteral("fail"), QStringLiteral("refuse"), QStringLiteral("slow"), QStringLiteral("slow") }[random(4)];
+    return std::find_if(std::begin(kinds), std::end(kinds), [kind](const auto& entry) {
+        return kind < entry.first;
+    })->second;
 }
 
 void Scenes::act(const QString& action)
@@ -509,7 +453,8 @@ void Scenes::act(const QString& action)
     } else if (verb == u"type") {
         for (const QChar letter : rest) {
             if (topWindow() == top) // else something has opened, and meanwhile more was done
-                QTest::sendKeyEvent(QTest::Click, top->windowHandle(), Qt::Key_unknown, QString(letter), Qt::NoModifier);
+                QTest::sendKeyEvent(
+                    QTest::Click, top->windowHandle(), Qt::Key_unknown, QString(letter), Qt::NoModifier);
         }
     } else if (verb == u"away") {
         QApplication::setActiveWindow(nullptr);
@@ -557,8 +502,8 @@ void Scenes::click(const QStringList& words)
         if (topWindow() == &top)
             QTest::mouseRelease(window, Qt::LeftButton, {}, to);
     } else if (QWidget* const under = top.childAt(at)) {
-        QWheelEvent event(under->mapFrom(&top, at), top.mapToGlobal(at), {}, QPoint(0, -120), Qt::NoButton, Qt::NoModifier,
-            Qt::NoScrollPhase, false);
+        QWheelEvent event(under->mapFrom(&top, at), top.mapToGlobal(at), {}, QPoint(0, -120), Qt::NoButton,
+            Qt::NoModifier, Qt::NoScrollPhase, false);
         QApplication::sendEvent(under, &event);
     }
 }

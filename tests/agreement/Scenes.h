@@ -17,8 +17,8 @@
 
 namespace health::test {
 
-// A desktop that knows when no user can act: a form lets pending events in, or a box or form is closed and what showed it
-// has not gone on yet.
+// A desktop that knows when no user can act: a form lets pending events in, or a box or form is closed and what showed
+// it has not gone on yet.
 class DrivenDesktop : public QtDesktop {
 public:
     BoxAnswer messageBox(TextView text, int style, TextView title) override
@@ -77,13 +77,14 @@ public:
 private:
     Episode play(const QString& name);
     void open(const QString& scene);
-    void showForm(Form& form);
     void showPanels();
     template<typename Editor>
-    void edit(const std::function<void(Editor&)>& prepare = {});
+    void edit();
+    struct Preparation;
+    static const Preparation* preparationOf(const QString& scene);
     void prepareRecord(TextView call, const Text& fields, TextView list);
     Text lastRecord(TextView list);
-    void forPatient(long number, TextView sex, TextView age);
+    void forPatient(long number);
     void tellSaved(TextView call, const Text& reply);
 
     void post(int milliseconds = 0);
@@ -100,8 +101,8 @@ private:
     int random(int count) { return static_cast<int>(m_random() % static_cast<unsigned>(count)); }
 
     QTemporaryDir m_folder;
-    RealSession m_real { m_folder.filePath(QStringLiteral("data")) };
-    RealSession m_registrar { m_folder.filePath(QStringLiteral("data")), L"ROLLINS,COLE" }; // holds the registry's key
+    RealSession m_real { m_folder.filePath("data") };
+    RealSession m_registrar { m_folder.filePath("data"), L"ROLLINS,COLE" }; // holds the registry's key
     ScriptedHost m_host;
     DrivenDesktop m_desktop;
     std::shared_ptr<FlakySession> m_session;

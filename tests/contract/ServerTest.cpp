@@ -3,11 +3,6 @@
 #include "control/kalmevRepHistCtrl.h"
 #include "tests/support/RealPanel.h"
 
-#include <QElapsedTimer>
-#include <QTest>
-
-#include <gtest/gtest.h>
-
 #include <signal.h>
 
 namespace health::test {
@@ -34,21 +29,6 @@ std::map<Text, int> countLabels(const Transcript& rows)
         ++counts[Piece(row, L": ", 1)];
     return counts;
 }
-
-struct EventNames : ICSS_SessionEvents {
-    Transcript names;
-    void EventCallback(TextView name, TextView) override { names.emplace_back(name); }
-    void RPCCallback(long, TextView) override { }
-    void RPCCallbackError(long, long, TextView) override { }
-    // Waits for so many; the milliseconds that it took.
-    qint64 waitFor(std::size_t count) const
-    {
-        QElapsedTimer waited;
-        for (waited.start(); names.size() < count && waited.elapsed() < 5000;)
-            QTest::qWait(1);
-        return waited.elapsed();
-    }
-};
 
 // After this answer the server knows of the subscriptions, which the host sends without waiting.
 void settle(RealSession& real) { real.session.callText(L"MEVUTL GETPARM", L"x"); }
@@ -82,57 +62,6 @@ TEST(Server, PatientDeletedWhileShownIsToldPlainly)
     EXPECT_EQ(rows[0], L"box [Error] There is no patient 999999.");
 }
 
-TEST(Server, EventReachesEverySubscriberWithin50Milliseconds)
-{
-    RealSession first;
-    RealSession second(sharedDataFolder(), L"BARE,JUNO");
-    EventNames sink, other;
-    first.session.registerEvent(L"VXR.12", sink);
-    second.session.registerEvent(L"VXR.12", sink);
-    second.session.registerEvent(L"VXR.1", other);
-    settle(first);
-    settle(second);
-    qint64 best = 5000;
-    for (std::size_t round = 1; round <= Rounds; ++round) {
-        ASSERT_EQ(notify(QStringLiteral("VXR.12.VELD")), 0);
-        best = std::min(best, sink.waitFor(2 * round));
-    }
-    EXPECT_LT(best, 50);
-    EXPECT_EQ(sink.names, Transcript(2 * Rounds, L"VXR.12.VELD"));
-    EXPECT_TRUE(other.names.empty());
-
-    first.session.unregisterEvent(L"VXR.12", sink);
-    settle(first);
-    notify(QStringLiteral("VXR.12.VELD"));
-    sink.waitFor(2 * Rounds + 1);
-    settle(first);
-    EXPECT_EQ(sink.names.size(), 2 * Rounds + 1);
-}
-
-TEST(Server, KilledServerIsStartedAgainAndASaveIsDoneOnce)
-{
-    RealSession real;
-    real.session.callText(L"MEVUTL SETPARM", L"RepHist-PedWtOpt^1");
-    const qint64 old = real.processId();
-    ::kill(static_cast<pid_t>(old), SIGKILL);
-    real.retries = 5;
-    EXPECT_EQ(real.session.callText(L"MEVUTL GETPARM", L"RepHist-PedWtOpt"), L"1");
-    EXPECT_NE(real.processId(), old);
-}
-
-// Writes raw bytes and reads what comes until the server is quiet or gone.
-QByteArray rawExchange(const QByteArray& bytes, const QString& data = sharedDataFolder())
-{
-    QProcess server;
-    server.start(QStringLiteral(SERVER_PROGRAM), { QStringLiteral("--data"), data });
-    server.write(bytes);
-    server.closeWriteChannel();
-    server.waitForFinished(20000);
-    return server.readAllStandardOutput();
-}
-
-QByteArray framed(const QByteArray& body) { return QByteArray::number(body.size()).rightJustified(8, '0') + body; }
-
 TEST(Server, BadFramesGetAnAnswerAndTheSessionLivesOn)
 {
     RealSession warm; // the database is there
@@ -159,8 +88,15 @@ TEST(Server, BadFramesGetAnAnswerAndTheSessionLivesOn)
             << request.left(40).toStdString() << " -> " << answers.left(200).toStdString();
         EXPECT_TRUE(answers.contains("R9\n14^QUIET,IRIS")) << request.left(40).toStdString();
     }
-    EXPECT_EQ(rawExchange("GARBAGE!"), framed("F0\nThe request's length is not eight digits."));
-    EXPECT_EQ(rawExchange("0000"), QByteArray()); // ends in the middle: no word
+    // Out of step: a failure, or no word where the stream ends in the middle.
+    for (const QByteArray& stream : { QByteArray("GARBAGE!"), QByteArray("-0000001R"),
+             QByteArray("1E5\0\0\0\0\0xx", 10), QByteArray("00000003") + "1\n", QByteArray(5000, '^'),
+             QByteArray("$ZVERSION"), QByteArray(200000, '\xff'), QByteArray("0000") }) {
+        const QByteArray answer = rawExchange(stream);
+        const bool torn = stream.startsWith("0000");
+        EXPECT_EQ(answer, torn ? QByteArray() : framed("F0\nThe request's length is not eight digits."))
+            << stream.left(20).toStdString();
+    }
     EXPECT_EQ(rawExchange(framed("1\nMEVREP GET\n1")), framed("F1\nSign on first."));
 }
 
@@ -185,7 +121,7 @@ int byEngine(const QString& command, const QString& data)
 {
     const QString settings = QStringLiteral("export gtm_dist=$(ls -d /usr/lib/*/fis-gtm/V*_* | sort -V | tail -n 1)\n"
                                             "export mev_data=\"$0\" gtmgbldir=\"$0/app.gld\"\n");
-    return QProcess::execute(QStringLiteral("bash"), { QStringLiteral("-c"), settings + command, data });
+    return QProcess::execute("bash", { "-c", settings + command, data });
 }
 
 TEST(Server, SaveThatTwoProcessesMakeAtTheSameMomentIsDoneOnce)
@@ -193,17 +129,17 @@ TEST(Server, SaveThatTwoProcessesMakeAtTheSameMomentIsDoneOnce)
     RealSession real;
     QProcess servers[2];
     for (QProcess& server : servers) {
-        server.start(QStringLiteral(SERVER_PROGRAM), { QStringLiteral("--data"), sharedDataFolder() });
+        server.start(QStringLiteral(SERVER_PROGRAM), { "--data", sharedDataFolder() });
         server.write(framed("1\nMEVHOST SIGNON\n" + QByteArray(32, 'd') + "^SORREL,ADA"));
         while (!server.peek(1000).contains("R1\n1^SORREL"))
             ASSERT_TRUE(server.waitForReadyRead(20000));
     }
     // Both have looked whether the save is known and found nothing, then wait until the database takes changes again.
-    ASSERT_EQ(byEngine(QStringLiteral("$gtm_dist/mupip freeze -on DEFAULT"), sharedDataFolder()), 0);
+    ASSERT_EQ(byEngine("$gtm_dist/mupip freeze -on DEFAULT", sharedDataFolder()), 0);
     for (QProcess& server : servers)
         server.write(framed("5\nMEVREF SET\n^EXAM^1^2^01/02/2026^only once"));
     QTest::qWait(500);
-    ASSERT_EQ(byEngine(QStringLiteral("$gtm_dist/mupip freeze -off DEFAULT"), sharedDataFolder()), 0);
+    ASSERT_EQ(byEngine("$gtm_dist/mupip freeze -off DEFAULT", sharedDataFolder()), 0);
     for (QProcess& server : servers) {
         server.closeWriteChannel();
         ASSERT_TRUE(server.waitForFinished(20000));
@@ -213,37 +149,48 @@ TEST(Server, SaveThatTwoProcessesMakeAtTheSameMomentIsDoneOnce)
     EXPECT_EQ(QString::fromStdWString(refusals).count(u"only once"), 1);
 }
 
-TEST(Server, SaveRaisesThePatientsEventInEverySession)
+TEST(Server, SaveAndAdministratorReachEverySubscriberWithin50Milliseconds)
 {
     RealSession writer;
     RealSession other(sharedDataFolder(), L"BARE,JUNO");
-    EventNames own, others;
+    EventNames own, others, elsewhere;
     writer.session.registerEvent(L"VXR.6", own);
     other.session.registerEvent(L"VXR.6", others);
+    other.session.registerEvent(L"VXR.60", elsewhere);
+    settle(writer);
     settle(other);
-    qint64 best = 5000;
-    for (std::size_t round = 1; round <= Rounds; ++round) {
-        QElapsedTimer waited;
-        waited.start();
-        EXPECT_EQ(writer.session.callText(L"MEVBMSR SET", L"6^6 11^1^^^^1"), L"1");
-        own.waitFor(round);
-        others.waitFor(round);
-        best = std::min(best, waited.elapsed());
+    const std::function<void()> raises[] = {
+        [&] { EXPECT_EQ(writer.session.callText(L"MEVBMSR SET", L"6^6 11^1^^^^1"), L"1"); },
+        [] { EXPECT_EQ(notify("VXR.6.BMSR"), 0); },
+    };
+    for (const auto& raise : raises) {
+        qint64 best = 5000;
+        own.names.clear();
+        others.names.clear();
+        for (std::size_t round = 1; round <= Rounds; ++round) {
+            raise();
+            best = std::min(best, own.waitFor(round) + others.waitFor(round));
+        }
+        EXPECT_LT(best, 50);
+        EXPECT_EQ(own.names, Transcript(Rounds, L"VXR.6.BMSR"));
+        EXPECT_EQ(others.names, Transcript(Rounds, L"VXR.6.BMSR"));
     }
-    EXPECT_LT(best, 50);
-    EXPECT_EQ(own.names, Transcript(Rounds, L"VXR.6.BMSR"));
-    EXPECT_EQ(others.names, Transcript(Rounds, L"VXR.6.BMSR"));
+    EXPECT_TRUE(elsewhere.names.empty());
+    other.session.unregisterEvent(L"VXR.6", others);
+    settle(other);
+    notify("VXR.6.BMSR");
+    own.waitFor(Rounds + 1);
+    settle(other);
+    EXPECT_EQ(others.names.size(), Rounds);
 }
 
 TEST(Server, RightsAreAskedAgainAtEverySave)
 {
-    const std::tuple<TextView, TextView, TextView> cases[] = { { L"BARE,JUNO", L"MEVVIF DEL", L"1" },
-        { L"PACT,MILO", L"MEVBMSR SET", L"6^^^^^^" }, { L"GLASS,VIOLA", L"MEVREP SET", L"1^G0P0LC0SA0TA0^^^" },
+    const std::tuple<TextView, TextView, TextView> cases[] = { { L"PACT,MILO", L"MEVBMSR SET", L"6^^^^^^" },
+        { L"GLASS,VIOLA", L"MEVREP SET", L"1^G0P0LC0SA0TA0^^^" },
         { L"HALTON,PIERS", L"MEVREP SET", L"1^G0P0LC0SA0TA0^^^" }, { L"NEWCOMB,TESSA", L"MEVREP DEL", L"1" },
-        { L"BRIGHTWATER,NELL", L"MEVVAST DEL", L"1" }, { L"BARE,JUNO", L"MEVVELD SET", L"^1^^^^^^^^^^^^^^" },
-        { L"BARE,JUNO", L"MEVVAST SET", L"^1^^^^^^^^" }, { L"BARE,JUNO", L"MEVVTXC SET", L"^1^P^01/02/2026^1" },
-        { L"BARE,JUNO", L"MEVVER SET", L"^1^^^^^^^^^^^" }, { L"BARE,JUNO", L"MEVVER DEL", L"1" },
-        { L"SORREL,ADA", L"MEVVAST SETREG", L"12^A" }, { L"BARE,JUNO", L"MEVVAST SETREG", L"11^I" } };
+        { L"BRIGHTWATER,NELL", L"MEVVAST DEL", L"1" }, { L"SORREL,ADA", L"MEVVAST SETREG", L"12^A" },
+        { L"BARE,JUNO", L"MEVVAST SETREG", L"11^I" } }; // who holds no key at all: see HostileServer
     for (const auto& [user, name, parameter] : cases) {
         RealSession real(sharedDataFolder(), Text(user));
         EXPECT_EQ(modShared::RpcErrorCode(real.session.callText(name, parameter)), 1) << narrow(user);
@@ -252,39 +199,21 @@ TEST(Server, RightsAreAskedAgainAtEverySave)
     EXPECT_EQ(nurse.session.callText(L"MEVBMSR SET", L"7^1 1^3^^^^"), L"1");
 }
 
-TEST(Server, RecordsAreAddedChangedAndDeletedOnce)
-{
-    RealSession real;
-    const auto records = [&] { return replyLines(real.session.callList(L"MEVVIF GET", L"7")).size(); };
-    const auto before = records();
-    const Text visit = Piece(real.session.callList(L"MEVHOST VISITS", L"7"), L"^", 1);
-    EXPECT_EQ(real.session.callText(L"MEVVIF SET", L"^" + visit + L"^3"), L"1");
-    EXPECT_EQ(records(), before + 1);
-    const Text line(replyLines(real.session.callList(L"MEVVIF GET", L"7"))[0]);
-    const Text record = Piece(line, L"^", 1);
-    EXPECT_EQ(real.session.callText(L"MEVVIF SET", record + L"^" + visit + L"^5"), L"1");
-    EXPECT_EQ(Piece(real.session.callList(L"MEVVIF GET", L"^" + record), L"^", 4), L"FORMULA ONLY|5\r\n");
-    EXPECT_EQ(real.session.callText(L"MEVVIF DEL", record), L"1");
-    EXPECT_EQ(records(), before);
-    EXPECT_EQ(modShared::RpcErrorCode(real.session.callText(L"MEVVIF SET", record + L"^" + visit + L"^5")),
-        1); // gone meanwhile
-}
-
 TEST(Server, FolderThatCannotBeUsedIsNamed)
 {
-    RealSession real(QStringLiteral("/proc/nothing"), L"");
+    RealSession real("/proc/nothing", L"");
     EXPECT_THROW(real.session.users(), Failure);
-    EXPECT_EQ(real.questions, QStringList { QStringLiteral("The data folder /proc/nothing cannot be written.") });
+    EXPECT_EQ(real.questions, QStringList { "The data folder /proc/nothing cannot be written." });
 }
 
 TEST(Server, TwoHostsAtTheSameMomentOnAFreshMachine)
 {
     const QTemporaryDir folder;
-    const QString data = folder.filePath(QStringLiteral("data"));
+    const QString data = folder.filePath("data");
     std::vector<std::unique_ptr<QProcess>> servers;
     for (int i = 0; i < 5; ++i) {
         servers.push_back(std::make_unique<QProcess>());
-        servers.back()->start(QStringLiteral(SERVER_PROGRAM), { QStringLiteral("--data"), data });
+        servers.back()->start(QStringLiteral(SERVER_PROGRAM), { "--data", data });
         servers.back()->write(framed("1\nMEVHOST USERS\n"));
         servers.back()->closeWriteChannel();
     }
@@ -302,25 +231,21 @@ const QString LoseABlock = QStringLiteral(R"(
 TEST(Server, BlocksOfKilledDeletesComeBack)
 {
     const QTemporaryDir folder;
-    const QString data = folder.filePath(QStringLiteral("data"));
-    const auto check = [&] {
-        return QProcess::execute(
-            QStringLiteral(SERVER_PROGRAM), { QStringLiteral("--data"), data, QStringLiteral("--check") });
-    };
-    ASSERT_EQ(check(), 0);
+    const QString data = folder.filePath("data");
+    ASSERT_EQ(checkDatabase(data), 0);
     ASSERT_EQ(byEngine(LoseABlock, data), 0);
-    EXPECT_EQ(check(), 0);
+    EXPECT_EQ(checkDatabase(data), 0);
 
     // A database of which nothing says that it is complete, or may go, was put there by somebody: it stays.
-    ASSERT_TRUE(QFile::remove(data + QStringLiteral("/created")));
-    EXPECT_EQ(check(), 1);
-    EXPECT_TRUE(QFile::exists(data + QStringLiteral("/app.dat")));
+    ASSERT_TRUE(QFile::remove(data + "/created"));
+    EXPECT_EQ(checkDatabase(data), 1);
+    EXPECT_TRUE(QFile::exists(data + "/app.dat"));
 }
 
 TEST(Server, NamesOfADatabaseOfBeforeAreIndexedOnce)
 {
     const QTemporaryDir folder;
-    const QString data = folder.filePath(QStringLiteral("data"));
+    const QString data = folder.filePath("data");
     RealSession(data).session.users();
     ASSERT_EQ(byEngine(QStringLiteral(
                            "gtmroutines=$gtm_dist/libgtmutil.so gtm_chset=M $gtm_dist/mumps -run %XCMD 'KILL ^MEVFND,"
@@ -340,7 +265,7 @@ TEST(Server, NamesOfADatabaseOfBeforeAreIndexedOnce)
 TEST(Server, RecoversAfterAKillOfAllProcesses)
 {
     const QTemporaryDir folder;
-    const QString data = folder.filePath(QStringLiteral("data of today"));
+    const QString data = folder.filePath("data of today");
     {
         RealSession real(data);
         real.session.callText(L"MEVUTL SETPARM", L"RepHist-PedWtOpt^2");
@@ -349,9 +274,7 @@ TEST(Server, RecoversAfterAKillOfAllProcesses)
     RealSession again(data);
     EXPECT_EQ(again.session.callText(L"MEVUTL GETPARM", L"RepHist-PedWtOpt"), L"2"); // acknowledged, so there
     EXPECT_TRUE(again.questions.isEmpty());
-    EXPECT_EQ(QProcess::execute(
-                  QStringLiteral(SERVER_PROGRAM), { QStringLiteral("--data"), data, QStringLiteral("--check") }),
-        0);
+    EXPECT_EQ(checkDatabase(data), 0);
 }
 
 }

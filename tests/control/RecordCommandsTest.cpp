@@ -1,12 +1,5 @@
-#include "editors/frmAsthma.h"
-#include "editors/frmER.h"
-#include "editors/frmElder.h"
-#include "editors/frmElderView.h"
-#include "editors/frmInf.h"
-#include "editors/frmRefusal.h"
-#include "editors/frmRepHist.h"
-#include "editors/frmTxc.h"
 #include "tests/support/ControlFixture.h"
+#include "tests/support/Editors.h"
 
 namespace health::test {
 namespace {

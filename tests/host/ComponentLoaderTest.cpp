@@ -17,11 +17,11 @@ Text refusal(const QByteArray& manifest)
     const QString folder = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation)
         + QStringLiteral("/personal-health/components");
     QDir().mkpath(folder);
-    QFile file(folder + QStringLiteral("/Test.Panel.json"));
+    QFile file(folder + "/Test.Panel.json");
     EXPECT_TRUE(file.open(QIODevice::WriteOnly) && file.write(manifest) == manifest.size());
     file.close();
     try {
-        loadComponentClass(QStringLiteral("Test.Panel"));
+        loadComponentClass("Test.Panel");
     } catch (const Failure& failure) {
         return failure.description();
     }

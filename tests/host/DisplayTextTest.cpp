@@ -16,15 +16,15 @@ namespace {
 
 TEST(DisplayText, Names)
 {
-    EXPECT_EQ(displayName(QStringLiteral("O'BRIEN,MARY-ANN J")), QStringLiteral("O'Brien, Mary-Ann J"));
-    EXPECT_EQ(displayName(QStringLiteral("MUÑOZ-GARCÍA,ÁNGEL")), QStringLiteral("Muñoz-García, Ángel"));
+    EXPECT_EQ(displayName("O'BRIEN,MARY-ANN J"), "O'Brien, Mary-Ann J");
+    EXPECT_EQ(displayName("MUÑOZ-GARCÍA,ÁNGEL"), "Muñoz-García, Ángel");
 }
 
 TEST(DisplayText, DatesAndAges)
 {
-    EXPECT_EQ(displayDate(QStringLiteral("3261121.0815")), QStringLiteral("11/21/2026 08:15"));
-    EXPECT_EQ(displayDate(QStringLiteral("3261121")), QStringLiteral("11/21/2026"));
-    EXPECT_EQ(displayDate(QStringLiteral("junk")), QString());
+    EXPECT_EQ(displayDate("3261121.0815"), "11/21/2026 08:15");
+    EXPECT_EQ(displayDate("3261121"), "11/21/2026");
+    EXPECT_EQ(displayDate("junk"), QString());
     const QDate today(2026, 3, 15);
     const std::pair<QDate, const char*> ages[] = { { QDate(2026, 3, 14), "1 day" }, { QDate(2026, 1, 16), "58 days" },
         { QDate(2025, 11, 15), "4 months" }, { QDate(2024, 3, 16), "23 months" }, { QDate(2024, 3, 15), "2 years" },
@@ -45,20 +45,19 @@ TEST(ReportPages, LinesAreBrokenAtTheWidth)
     Report report;
     report.text = QString(170, u'x') + QStringLiteral("\r\n\r\nend\r\n");
     const ReportPages pages(report, {});
-    EXPECT_EQ(pages.lines(),
-        (QStringList { QString(80, u'x'), QString(80, u'x'), QString(10, u'x'), QString(), QStringLiteral("end") }));
+    EXPECT_EQ(
+        pages.lines(), (QStringList { QString(80, u'x'), QString(80, u'x'), QString(10, u'x'), QString(), "end" }));
 }
 
 TEST(ReportPages, EachPageNamesThePatientOnce)
 {
-    const ReportPeople people { QStringLiteral("Patient: Núñez, Lía M   Number: 7"), QStringLiteral("Núñez, Lía M"),
-        QStringLiteral("Sorrel, Ada") };
+    const ReportPeople people { "Patient: Núñez, Lía M   Number: 7", "Núñez, Lía M", "Sorrel, Ada" };
     Report report;
-    report.title = QStringLiteral("Visit Detail");
-    report.text = QStringLiteral("Patient:  NÚÑEZ,LÍA M\r\na\r\nb\r\nc\r\n");
+    report.title = "Visit Detail";
+    report.text = "Patient:  NÚÑEZ,LÍA M\r\na\r\nb\r\nc\r\n";
     const QList<QStringList> expected {
-        { report.title, QString(), QStringLiteral("Patient:  NÚÑEZ,LÍA M"), QStringLiteral("a") },
-        { report.title, people.heading, QString(), QStringLiteral("b"), QStringLiteral("c") },
+        { report.title, QString(), "Patient:  NÚÑEZ,LÍA M", "a" },
+        { report.title, people.heading, QString(), "b", "c" },
     };
     EXPECT_EQ(ReportPages(report, people).pages(5), expected);
     report.patientHeading = false;
@@ -68,11 +67,11 @@ TEST(ReportPages, EachPageNamesThePatientOnce)
 TEST(ReportPages, PdfIsWrittenWithoutAPrinter)
 {
     const QTemporaryDir folder;
-    const QString path = folder.filePath(QStringLiteral("report.pdf"));
+    const QString path = folder.filePath("report.pdf");
     Report report;
-    report.title = QStringLiteral("Visit Detail");
+    report.title = "Visit Detail";
     for (int line = 0; line < 300; ++line)
-        report.text += QStringLiteral("line\r\n");
+        report.text += "line\r\n";
     const ReportPages pages(report, {});
     pages.savePdf(path);
     QFile file(path);
@@ -80,7 +79,7 @@ TEST(ReportPages, PdfIsWrittenWithoutAPrinter)
     const QByteArray bytes = file.readAll();
     EXPECT_TRUE(bytes.startsWith("%PDF"));
     EXPECT_GE(bytes.count("/Type /Page\n"), 4);
-    EXPECT_THROW(pages.savePdf(folder.filePath(QStringLiteral("missing/report.pdf"))), Failure);
+    EXPECT_THROW(pages.savePdf(folder.filePath("missing/report.pdf")), Failure);
 
     // No room for all of it: no file is left that looks like a report.
     ::signal(SIGXFSZ, SIG_IGN);

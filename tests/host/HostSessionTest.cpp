@@ -70,7 +70,7 @@ TEST_F(HostSessionTest, SignsOnWithItsFirstCall)
 {
     session.signOn(L"SORREL,ADA");
     EXPECT_EQ(session.callText(L"MEVREP GET", L"12"), L"1");
-    EXPECT_EQ(names(), (QStringList { QStringLiteral("MEVHOST SIGNON"), QStringLiteral("MEVREP GET") }));
+    EXPECT_EQ(names(), (QStringList { "MEVHOST SIGNON", "MEVREP GET" }));
     EXPECT_EQ(seen[0].parameter.section(u'^', 0, 0).size(), 32);
     EXPECT_EQ(session.signedOn().userNumber, 71);
     EXPECT_EQ(session.signedOn().siteName, L"WILLOW CREEK");
@@ -91,9 +91,7 @@ TEST_F(HostSessionTest, LostAnswerIsAskedForAgainUnderItsNumber)
         return QByteArray();
     };
     EXPECT_EQ(session.callText(L"MEVREP SET", L"12"), L"done");
-    EXPECT_EQ(names(),
-        (QStringList { QStringLiteral("MEVREP SET"), QStringLiteral("MEVHOST SIGNON"),
-            QStringLiteral("MEVHOST SUBSCRIBE"), QStringLiteral("MEVREP SET") }));
+    EXPECT_EQ(names(), (QStringList { "MEVREP SET", "MEVHOST SIGNON", "MEVHOST SUBSCRIBE", "MEVREP SET" }));
     EXPECT_EQ(seen[0].number, seen[3].number);
     EXPECT_EQ(questions,
         QStringList { QStringLiteral(
@@ -119,7 +117,7 @@ TEST_F(HostSessionTest, ServerThatDiesAtAnyByteOfItsAnswer)
         EXPECT_EQ(session.callText(L"MEVREP GET", L"12"), L"G1P1^") << cut;
     }
     EXPECT_EQ(questions.size(), whole);
-    EXPECT_EQ(questions.last(), QStringLiteral("The server has ended. Its last answer was cut off."));
+    EXPECT_EQ(questions.last(), "The server has ended. Its last answer was cut off.");
 }
 
 TEST_F(HostSessionTest, DeclinedRetryEndsTheWholeLoadAndTheNextOneStartsAfresh)
@@ -137,7 +135,7 @@ TEST_F(HostSessionTest, DeclinedRetryEndsTheWholeLoadAndTheNextOneStartsAfresh)
     EXPECT_EQ(session.callText(L"MEVREP GET", L"12"), L"1");
     EXPECT_EQ(transport.connections, 2);
     EXPECT_EQ(questions.size(), 1);
-    EXPECT_EQ(names().count(QStringLiteral("MEVHOST SUBSCRIBE")), 1); // made up for
+    EXPECT_EQ(names().count("MEVHOST SUBSCRIBE"), 1); // made up for
 }
 
 // The number of the second of two changes, told as its distance from the number of the first, which was abandoned.
@@ -179,7 +177,7 @@ TEST_F(HostSessionTest, SilentServerTimesOut)
     session.signOn(L"SORREL,ADA");
     onCall = [](const Request&) { return QByteArray(); };
     EXPECT_THROW(session.callText(L"MEVREP GET", L"12"), Failure);
-    EXPECT_EQ(questions, QStringList { QStringLiteral("The server did not answer within 0.3 seconds.") });
+    EXPECT_EQ(questions, QStringList { "The server did not answer within 0.3 seconds." });
 }
 
 // A server that reports progress as fast as the host reads it.
@@ -211,7 +209,7 @@ TEST_F(EndlessProgress, EndsAtTheLongestCallAndTheWindowLivesMeanwhile)
 {
     session.setLongestCall(600);
     EXPECT_THROW(session.users(), CallAbandoned);
-    EXPECT_EQ(questions, QStringList { QStringLiteral("The server did not finish within 0.6 seconds.") });
+    EXPECT_EQ(questions, QStringList { "The server did not finish within 0.6 seconds." });
     EXPECT_GT(turns, 5);
 }
 
@@ -271,8 +269,7 @@ TEST_F(HostSessionTest, AnswersThatAreNoReply)
     };
     EXPECT_THROW(session.callText(L"MEVX", L""), Failure);
     EXPECT_EQ(questions,
-        (QStringList { QStringLiteral("The data folder cannot be written."),
-            QStringLiteral("The server's answer belongs to another call.") }));
+        (QStringList { "The data folder cannot be written.", "The server's answer belongs to another call." }));
 }
 
 TEST_F(HostSessionTest, BytesThatAreNoUtf8AreShownAsReplacements)
@@ -309,7 +306,7 @@ TEST_F(HostSessionTest, EventsArriveByNameAndNeverInsideACall)
     QTest::qWait(30);
     EXPECT_EQ(patient.names, std::vector<Text> { L"VXR.12.VELD" }); // told once
     EXPECT_TRUE(other.names.empty());
-    EXPECT_EQ(names().count(QStringLiteral("MEVHOST SUBSCRIBE")), 2);
+    EXPECT_EQ(names().count("MEVHOST SUBSCRIBE"), 2);
 
     transport.stream().push(ScriptedTransport::frame("EVXR.1.X\n")); // while nobody waits
     QTest::qWait(30);
@@ -344,7 +341,7 @@ TEST_F(HostSessionTest, SinksMayGoWhileTheyAreTold)
     session.raiseEvent(L"REFRESH", L"");
     EXPECT_EQ(first.names.size(), 1u);
     EXPECT_TRUE(second.names.empty());
-    EXPECT_EQ(names(), QStringList { QStringLiteral("MEVHOST SIGNON") }); // local names never reach the server
+    EXPECT_EQ(names(), QStringList { "MEVHOST SIGNON" }); // local names never reach the server
 }
 
 TEST_F(HostSessionTest, ConnectionLostWhileIdleComesBackByItself)
@@ -361,7 +358,7 @@ TEST_F(HostSessionTest, ConnectionLostWhileIdleComesBackByItself)
     EXPECT_EQ(states, (std::vector { false, true }));
     EXPECT_EQ(sink.names, std::vector<Text> { L"REFRESH" }); // events may have been missed
     EXPECT_TRUE(questions.isEmpty());
-    EXPECT_EQ(names().last(), QStringLiteral("MEVHOST SUBSCRIBE"));
+    EXPECT_EQ(names().last(), "MEVHOST SUBSCRIBE");
 }
 
 // Expected calls are asked for at once; each takes its own answer, as it would without the hint.
@@ -397,7 +394,7 @@ TEST_P(ExpectedCalls, GiveTheSameRepliesInTheirOrder)
     EXPECT_EQ(outcome(L"B", L"12"), L"failed: No such call.");
     EXPECT_EQ(outcome(L"C", L"12"), L"C12");
     session.expectCalls({});
-    EXPECT_EQ(names(), (QStringList { QStringLiteral("A"), QStringLiteral("B"), QStringLiteral("C") }));
+    EXPECT_EQ(names(), (QStringList { "A", "B", "C" }));
     EXPECT_TRUE(questions.isEmpty());
 }
 

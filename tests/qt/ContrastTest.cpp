@@ -252,12 +252,10 @@ TEST_F(ContrastTest, PickerCanBeReadInEveryPalette)
 {
     for (const NamedPalette& palette : palettes()) {
         QApplication::setPalette(palette.palette);
-        ListPicker picker(
-            QStringLiteral("Select Patient"), { QStringLiteral("Name"), QStringLiteral("Born") }, nullptr);
-        picker.setSearch(QStringLiteral("Beginning of the name"), [](const QString&) {
-            const QStringList texts { QStringLiteral("Hartley, Marigold"), QStringLiteral("1997") };
-            return std::optional(QList<ListPicker::Row> {
-                { QStringLiteral("1"), texts }, { QStringLiteral("2"), texts }, { QStringLiteral("3"), texts } });
+        ListPicker picker("Select Patient", { "Name", "Born" }, nullptr);
+        picker.setSearch("Beginning of the name", [](const QString&) {
+            const QStringList texts { "Hartley, Marigold", "1997" };
+            return std::optional(QList<ListPicker::Row> { { "1", texts }, { "2", texts }, { "3", texts } });
         });
         picker.show();
         QTest::qWait(10);

@@ -47,8 +47,8 @@ TEST_F(PanelViewTest, LoadsWhenFirstShown)
     host.session->reply(L"MEVVELD GET", L"1^^^NEEDS HELP\r\n");
     open(12);
     auto* const table = view->findChild<QTableView*>();
-    EXPECT_EQ(table->model()->index(0, 1).data().toString(), QStringLiteral("Toileting=Needs Help"));
-    EXPECT_EQ(view->findChild<QComboBox*>()->currentText(), QStringLiteral(" To add, select a form..."));
+    EXPECT_EQ(table->model()->index(0, 1).data().toString(), "Toileting=Needs Help");
+    EXPECT_EQ(view->findChild<QComboBox*>()->currentText(), " To add, select a form...");
 }
 
 TEST_F(PanelViewTest, ReloadKeepsTheFocusOnACommand)
@@ -80,8 +80,7 @@ TEST_F(PanelViewTest, NothingIsCutOffAtAnyTextSize)
             EXPECT_LE(button->geometry().right(), view->width());
         }
         const auto* const table = view->findChild<QTableView*>();
-        EXPECT_GE(table->columnWidth(0), table->fontMetrics().horizontalAdvance(QStringLiteral("Functional Status")))
-            << factor;
+        EXPECT_GE(table->columnWidth(0), table->fontMetrics().horizontalAdvance("Functional Status")) << factor;
         EXPECT_LT(table->geometry().right(), view->findChild<QPushButton*>()->geometry().left());
         EXPECT_GE(view->findChild<QComboBox*>()->height(), table->fontMetrics().height());
     }
@@ -121,9 +120,7 @@ TEST_F(PanelViewTest, ContextMenuShowsVisitDetail)
     });
     QTest::keyClick(view->findChild<QTableView*>(), Qt::Key_F10, Qt::ShiftModifier);
     EXPECT_EQ(entries,
-        (QStringList { QStringLiteral("&Add Record"), QStringLiteral("&Edit Record+"),
-            QStringLiteral("De&lete Record+"), QStringLiteral("-"), QStringLiteral("&Display Visit Detail+"),
-            QStringLiteral("&Copy+") }));
+        (QStringList { "&Add Record", "&Edit Record+", "De&lete Record+", "-", "&Display Visit Detail+", "&Copy+" }));
     EXPECT_EQ(host.lines({ L"preview" }), Transcript { L"preview [Visit Detail||||80|11] REPORT\r\n" });
 }
 
@@ -146,15 +143,15 @@ TEST_F(PanelViewTest, MessageBoxesHaveTheirKindTitleAndDefault)
     };
     answerWith(Qt::Key_Escape);
     EXPECT_FALSE(shared.ConfirmBox(L"Sure?\r\nReally?", L"Remove Record?"));
-    EXPECT_EQ(seen.text, QStringLiteral("Sure?\nReally?"));
+    EXPECT_EQ(seen.text, "Sure?\nReally?");
     EXPECT_EQ(seen.icon, QMessageBox::Question);
-    EXPECT_EQ(seen.defaultButton, QStringLiteral("&No"));
+    EXPECT_EQ(seen.defaultButton, "&No");
     answerWith(Qt::Key_Y);
     EXPECT_TRUE(shared.ConfirmBox(L"Sure?", L"Remove Record?"));
     answerWith(Qt::Key_Return);
     shared.ErrorBox(L"<b>plain</b>", L"");
-    EXPECT_EQ(seen.title, QStringLiteral("Error"));
-    EXPECT_EQ(seen.text, QStringLiteral("<b>plain</b>"));
+    EXPECT_EQ(seen.title, "Error");
+    EXPECT_EQ(seen.text, "<b>plain</b>");
     EXPECT_EQ(seen.icon, QMessageBox::Critical);
 }
 

@@ -17,22 +17,10 @@ namespace {
 
 bool isControl(QAccessible::Role role)
 {
-    switch (role) {
-    case QAccessible::PushButton:
-    case QAccessible::ButtonMenu:
-    case QAccessible::CheckBox:
-    case QAccessible::RadioButton:
-    case QAccessible::ComboBox:
-    case QAccessible::EditableText:
-    case QAccessible::SpinBox:
-    case QAccessible::List:
-    case QAccessible::Table:
-    case QAccessible::Tree:
-    case QAccessible::MenuItem:
-        return true;
-    default:
-        return false;
-    }
+    static const std::set controls { QAccessible::PushButton, QAccessible::ButtonMenu, QAccessible::CheckBox,
+        QAccessible::RadioButton, QAccessible::ComboBox, QAccessible::EditableText, QAccessible::SpinBox,
+        QAccessible::List, QAccessible::Table, QAccessible::Tree, QAccessible::MenuItem };
+    return controls.contains(role);
 }
 
 bool isCellsOwner(QAccessible::Role role)
@@ -100,19 +88,17 @@ TEST(SpokenNames, FollowTheCaptions)
     forms.show<frmRefusal>([](QWidget& window) {
         const auto names = [&] { return controlsOf(window).join(u'|'); };
         auto* const list = window.findChild<QListWidget*>();
-        EXPECT_EQ(nameOf(list), QStringLiteral("Refusal Type"));
-        EXPECT_TRUE(names().contains(QStringLiteral("Find Refusal Item"))) << names().toStdString();
+        EXPECT_EQ(nameOf(list), "Refusal Type");
+        EXPECT_TRUE(names().contains("Find Refusal Item")) << names().toStdString();
         list->setCurrentRow(1);
         list->item(1)->setCheckState(Qt::Checked);
-        EXPECT_TRUE(names().contains(QStringLiteral("Find Exam"))) << names().toStdString();
-        EXPECT_FALSE(names().contains(QStringLiteral("Refusal Item"))) << names().toStdString();
+        EXPECT_TRUE(names().contains("Find Exam")) << names().toStdString();
+        EXPECT_FALSE(names().contains("Refusal Item")) << names().toStdString();
     });
-    forms.show<frmElderView>([](QWidget& window) {
-        EXPECT_EQ(nameOf(window.findChild<QTableView*>()), QStringLiteral("View Functional Status Record"));
-    });
-    forms.show<frmInf>([](QWidget& window) {
-        EXPECT_EQ(nameOf(window.findChild<QListWidget*>()), QStringLiteral("Add Infant Feeding Record"));
-    });
+    forms.show<frmElderView>(
+        [](QWidget& window) { EXPECT_EQ(nameOf(window.findChild<QTableView*>()), "View Functional Status Record"); });
+    forms.show<frmInf>(
+        [](QWidget& window) { EXPECT_EQ(nameOf(window.findChild<QListWidget*>()), "Add Infant Feeding Record"); });
 }
 
 TEST(SpokenNames, StateIsToldToo)
@@ -124,18 +110,17 @@ TEST(SpokenNames, StateIsToldToo)
             QStringList texts;
             for (QLabel* const label : window.findChildren<QLabel*>())
                 texts.append(nameOf(label));
-            EXPECT_TRUE(texts.contains(QStringLiteral("Active"))) << texts.join(u'|').toStdString();
+            EXPECT_TRUE(texts.contains("Active")) << texts.join(u'|').toStdString();
         },
         [](frmAsthma& form) { form.height = frmAsthma::RegistryHeight; });
     // The short names of the counts are explained where the focus is.
     forms.show<frmRepHist>([](QWidget& window) {
         auto* const field = window.findChild<QLineEdit*>();
-        EXPECT_EQ(nameOf(field), QStringLiteral("G"));
+        EXPECT_EQ(nameOf(field), "G");
         field->setFocus();
         QFocusEvent focus(QEvent::FocusIn);
         QCoreApplication::sendEvent(field, &focus);
-        EXPECT_EQ(
-            QAccessible::queryAccessibleInterface(field)->text(QAccessible::Description), QStringLiteral("Gravidity"));
+        EXPECT_EQ(QAccessible::queryAccessibleInterface(field)->text(QAccessible::Description), "Gravidity");
     });
     // What can be chosen, and what is.
     forms.show<frmInf>([](QWidget& window) {
@@ -143,7 +128,7 @@ TEST(SpokenNames, StateIsToldToo)
         list->item(4)->setCheckState(Qt::Checked);
         QAccessibleInterface* const node = QAccessible::queryAccessibleInterface(list);
         ASSERT_EQ(node->childCount(), 5);
-        EXPECT_EQ(node->child(2)->text(QAccessible::Name), QStringLiteral("1/2 Breast & 1/2 Formula"));
+        EXPECT_EQ(node->child(2)->text(QAccessible::Name), "1/2 Breast & 1/2 Formula");
         EXPECT_FALSE(node->child(3)->state().checked);
         EXPECT_TRUE(node->child(4)->state().checked);
     });
@@ -156,7 +141,7 @@ TEST(SpokenNames, CalendarIsNamed)
         QTimer::singleShot(20, [] {
             QWidget* const popup = QApplication::activePopupWidget();
             ASSERT_NE(popup, nullptr);
-            const QString name = QStringLiteral("Date Initiated calendar");
+            const QString name = "Date Initiated calendar";
             EXPECT_EQ(nameOf(popup->findChild<QCalendarWidget*>()), name);
             EXPECT_EQ(nameOf(popup->findChild<QTableView*>()), name);
             int buttons = 0;
@@ -168,7 +153,7 @@ TEST(SpokenNames, CalendarIsNamed)
             popup->close();
         });
         for (auto* const button : window.findChildren<QToolButton*>()) {
-            if (nameOf(button) == QStringLiteral("Date Initiated calendar"))
+            if (nameOf(button) == "Date Initiated calendar")
                 button->click();
         }
     });

@@ -1,20 +1,11 @@
 // Shows every form in its real window, one after the other.
 #pragma once
 
-#include "editors/frmAsthma.h"
-#include "editors/frmAsthmaReg.h"
-#include "editors/frmER.h"
-#include "editors/frmElder.h"
-#include "editors/frmElderView.h"
-#include "editors/frmInf.h"
-#include "editors/frmPediatric.h"
-#include "editors/frmRefusal.h"
-#include "editors/frmRepHist.h"
-#include "editors/frmTxc.h"
 #include "lookups/frmLookupEd2.h"
 #include "lookups/frmLookupImm.h"
 #include "platform/Conversions.h"
 #include "qt/QtDesktop.h"
+#include "tests/support/Editors.h"
 #include "tests/support/ScriptedHost.h"
 
 #include <QApplication>
@@ -34,16 +25,15 @@ struct ShownForms {
         host.session->reply(L"MEVUTL DICLKUP", L"1^^ONE^\r\n2^^TWO^\r\n");
     }
 
-    // Does something with the window of a form, and closes it.
-    void show(Form& form, const std::function<void(QWidget&)>& look)
+    // Does something with the window of the form that opens next, and closes it.
+    void lookAtNext(const std::function<void(QWidget&)>& look)
     {
         // Behind what the form does when it is activated.
-        QTimer::singleShot(30, [&] {
+        QTimer::singleShot(30, [look] {
             QWidget* const window = QApplication::activeModalWidget();
             look(*window);
             window->close();
         });
-        desktop.showModal(form);
     }
 
     template<typename Editor>
@@ -52,16 +42,13 @@ struct ShownForms {
         Editor form(shared);
         if (prepare)
             prepare(form);
-        show(form, look);
+        lookAtNext(look);
+        desktop.showModal(form);
     }
 
     void showLookup(frmLookup& lookup, int table, const std::function<void(QWidget&)>& look)
     {
-        QTimer::singleShot(30, [&] {
-            QWidget* const window = QApplication::activeModalWidget();
-            look(*window);
-            window->close();
-        });
+        lookAtNext(look);
         lookup.RunQuery(table, L"", false, L"*");
     }
 

@@ -4,8 +4,12 @@
 #include "host/ClinicalContext.h"
 #include "host/ProcessTransport.h"
 
+#include <QElapsedTimer>
 #include <QProcess>
 #include <QTemporaryDir>
+#include <QTest>
+
+#include <gtest/gtest.h>
 
 namespace health::test {
 
@@ -13,13 +17,13 @@ namespace health::test {
 inline QString sharedDataFolder()
 {
     static const QTemporaryDir folder;
-    return folder.filePath(QStringLiteral("data"));
+    return folder.filePath("data");
 }
 
 // One session, signed on.
 struct RealSession {
     explicit RealSession(const QString& folder = sharedDataFolder(), const Text& user = L"SORREL,ADA")
-        : transport(QStringLiteral(SERVER_PROGRAM), { QStringLiteral("--data"), folder })
+        : transport(QStringLiteral(SERVER_PROGRAM), { "--data", folder })
         , session(transport, 60000, [this](const QString& reason) {
             questions.append(reason);
             return retries-- > 0;
@@ -43,8 +47,45 @@ struct RealSession {
 // Raises an event in all sessions, as an administrator does.
 inline int notify(const QString& event, const QString& folder = sharedDataFolder())
 {
-    return QProcess::execute(
-        QStringLiteral(SERVER_PROGRAM), { QStringLiteral("--data"), folder, QStringLiteral("--notify"), event });
+    return QProcess::execute(QStringLiteral(SERVER_PROGRAM), { "--data", folder, "--notify", event });
 }
+
+// Writes raw bytes and reads what comes until the server is gone.
+inline QByteArray rawExchange(const QByteArray& bytes, const QString& data = sharedDataFolder())
+{
+    QProcess server;
+    server.start(QStringLiteral(SERVER_PROGRAM), { "--data", data });
+    server.write(bytes);
+    server.closeWriteChannel();
+    EXPECT_TRUE(server.waitForFinished(60000));
+    return server.readAllStandardOutput();
+}
+
+inline QByteArray framed(const QByteArray& body)
+{
+    return QByteArray::number(body.size()).rightJustified(8, '0') + body;
+}
+
+// Makes the database's own check; its exit status.
+inline int checkDatabase(const QString& folder)
+{
+    return QProcess::execute(QStringLiteral(SERVER_PROGRAM), { "--data", folder, "--check" });
+}
+
+// The names of the events that arrive.
+struct EventNames : ICSS_SessionEvents {
+    std::vector<Text> names;
+    void EventCallback(TextView name, TextView) override { names.emplace_back(name); }
+    void RPCCallback(long, TextView) override { }
+    void RPCCallbackError(long, long, TextView) override { }
+    // Waits for so many; the milliseconds that it took.
+    qint64 waitFor(std::size_t count) const
+    {
+        QElapsedTimer waited;
+        for (waited.start(); names.size() < count && waited.elapsed() < 5000;)
+            QTest::qWait(1);
+        return waited.elapsed();
+    }
+};
 
 }

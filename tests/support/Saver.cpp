@@ -17,8 +17,7 @@ int main(int argc, char** argv)
     if (argc != 4)
         return 2;
     const Text name = QString::fromLocal8Bit(argv[3]).toStdWString();
-    ProcessTransport transport(
-        QString::fromLocal8Bit(argv[1]), { QStringLiteral("--data"), QString::fromLocal8Bit(argv[2]) });
+    ProcessTransport transport(QString::fromLocal8Bit(argv[1]), { "--data", QString::fromLocal8Bit(argv[2]) });
     HostSession session(transport, 90000, [](const QString&) { return true; });
     session.signOn(L"SORREL,ADA");
     pollfd input { STDIN_FILENO, POLLIN, 0 };

@@ -25,7 +25,7 @@ inline int freePort()
 class ServedRemotely {
 public:
     // With the certificate of this name.
-    explicit ServedRemotely(const QString& certificate = QStringLiteral("server"))
+    explicit ServedRemotely(const QString& certificate = "server")
     {
         const std::string complaint = administer(script("make-test-authority"), { "." });
         if (!complaint.empty())
@@ -40,8 +40,7 @@ public:
     void start()
     {
         m_stunnel.setProcessChannelMode(QProcess::MergedChannels);
-        m_stunnel.start(
-            script(QStringLiteral("start")), { m_folder.path(), sharedDataFolder(), QString::number(port) });
+        m_stunnel.start(script("start"), { m_folder.path(), sharedDataFolder(), QString::number(port) });
         QElapsedTimer waited;
         for (waited.start(); waited.elapsed() < 10000; QThread::msleep(10)) {
             QTcpSocket socket;
@@ -63,7 +62,7 @@ public:
         const QString tasks = QStringLiteral("/proc/%1/task/").arg(m_stunnel.processId());
         std::vector<pid_t> list;
         for (const QString& thread : QDir(tasks).entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
-            QFile children(tasks + thread + QStringLiteral("/children"));
+            QFile children(tasks + thread + "/children");
             if (!children.open(QIODevice::ReadOnly))
                 continue; // the thread has ended meanwhile
             for (const QByteArray& number : children.readAll().split(' ')) {
@@ -96,10 +95,10 @@ public:
     // What a workstation with this certificate (without one: empty) is told of the server.
     RemoteServer as(const QString& name) const
     {
-        RemoteServer server { QStringLiteral("localhost"), port, {}, {}, file(QStringLiteral("authority.pem")) };
+        RemoteServer server { "localhost", port, {}, {}, file("authority.pem") };
         if (!name.isEmpty()) {
-            server.certificateFile = file(name + QStringLiteral(".pem"));
-            server.keyFile = file(name + QStringLiteral(".key"));
+            server.certificateFile = file(name + ".pem");
+            server.keyFile = file(name + ".key");
         }
         return server;
     }

@@ -23,10 +23,7 @@
 
 namespace health::test {
 // Keys as a keyboard sends them, by way of the X server.
-inline void pressKeys(const QStringList& arguments)
-{
-    ASSERT_EQ(QProcess::execute(QStringLiteral("xdotool"), arguments), 0);
-}
+inline void pressKeys(const QStringList& arguments) { ASSERT_EQ(QProcess::execute("xdotool", arguments), 0); }
 
 inline bool waitUntil(const std::function<bool()>& holds)
 {
@@ -37,17 +34,12 @@ inline bool waitUntil(const std::function<bool()>& holds)
 
 class HostWindow : public testing::Test {
 protected:
-    explicit HostWindow(const QString& user = QStringLiteral("sorrel,ada"))
-        : user(user)
-    {
-    }
-
     void SetUp() override
     {
         registerComponent(QStringLiteral(PANEL_LIBRARY));
         Options options;
-        options.user = user;
-        options.dataFolder = folder.filePath(QStringLiteral("data"));
+        options.user = "sorrel,ada";
+        options.dataFolder = folder.filePath("data");
         options.serverProgram = QStringLiteral(SERVER_PROGRAM);
         options.timeoutMilliseconds = 60000;
         window = std::make_unique<MainWindow>(options);
@@ -73,10 +65,10 @@ protected:
     {
         QTimer::singleShot(400, [text] {
             ASSERT_NE(qobject_cast<ListPicker*>(QApplication::activeModalWidget()), nullptr);
-            pressKeys({ QStringLiteral("type"), QStringLiteral("--delay"), QStringLiteral("20"), text });
-            QTimer::singleShot(400, [] { pressKeys({ QStringLiteral("key"), QStringLiteral("Return") }); });
+            pressKeys({ "type", "--delay", "20", text });
+            QTimer::singleShot(400, [] { pressKeys({ "key", "Return" }); });
         });
-        pressKeys({ QStringLiteral("key"), QStringLiteral("ctrl+o") });
+        pressKeys({ "key", "ctrl+o" });
     }
 
     // Sends a signal to the session's server, a child of this program; false when there is none.
@@ -117,37 +109,14 @@ protected:
         QTest::qWait(50);
     }
 
-    // Chooses a type to add and leaves the focus there.
-    void chooseType(const QString& type)
-    {
-        window->activateWindow();
-        ASSERT_TRUE(waitUntil([&] { return window->isActiveWindow(); }));
-        auto* const types = window->findChild<QComboBox*>();
-        const int index = types->findText(type);
-        ASSERT_NE(index, -1) << type.toStdString();
-        types->setFocus();
-        types->setCurrentIndex(index);
-        Q_EMIT types->activated(index);
-        QTest::qWait(50);
-    }
-
-    // Makes the patient's latest visit the active one, and gives its number.
-    long selectLatestVisit()
-    {
-        const Text patient = std::to_wstring(window->context().patient().number);
-        const auto visits = linesOf(window->context().session().callList(L"MEVHOST VISITS", patient));
-        window->context().selectVisit({ visits[0][0].toLong(), visits[0].value(1), visits[0].value(2) });
-        return visits[0][0].toLong();
-    }
-
     // Presses keys one group after the other while the program's dialogs run; each group has half a second to
     // take effect.
     void pressKeysInDialogs(const QStringList& groups)
     {
-        QString script = QStringLiteral("true");
+        QString script = "true";
         for (const QString& group : groups)
             script += QStringLiteral("; sleep 0.5; xdotool ") + group;
-        keys.start(QStringLiteral("sh"), { QStringLiteral("-c"), script });
+        keys.start("sh", { "-c", script });
     }
 
     bool waitForKeys()
@@ -155,7 +124,6 @@ protected:
         return waitUntil([&] { return keys.state() == QProcess::NotRunning && !QApplication::activeModalWidget(); });
     }
 
-    QString user;
     QTemporaryDir folder;
     std::unique_ptr<MainWindow> window;
     QProcess keys;

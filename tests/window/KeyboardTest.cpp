@@ -35,7 +35,7 @@ protected:
     void tabTo()
     {
         for (int i = 0; i < 20 && !qobject_cast<Widget*>(QApplication::focusWidget()); ++i) {
-            pressKeys({ QStringLiteral("key"), QStringLiteral("Tab") });
+            pressKeys({ "key", "Tab" });
             QTest::qWait(30);
         }
         ASSERT_NE(qobject_cast<Widget*>(QApplication::focusWidget()), nullptr) << "Tab does not get there";
@@ -47,10 +47,10 @@ protected:
         pickPatient(text);
         ASSERT_TRUE(
             waitUntil([&] { return window->context().patient().number == number && window->isActiveWindow(); }));
-        pressKeysInDialogs({ QStringLiteral("key ctrl+t"), QStringLiteral("key Down Return") });
+        pressKeysInDialogs({ "key ctrl+t", "key Down Return" });
         ASSERT_TRUE(waitUntil([&] { return window->context().visit().number != 0; }));
         ASSERT_TRUE(waitForKeys());
-        expectDialogs(QStringLiteral("Select Patient|Select Visit"));
+        expectDialogs("Select Patient|Select Visit");
     }
 
     // By title, in the order in which they came to the front, since the last time.
@@ -69,12 +69,12 @@ protected:
         const auto* const types = window->findChild<QComboBox*>();
         const int index = types->findText(type);
         ASSERT_GT(index, 0) << type.toStdString();
-        QStringList keys { QStringLiteral("key"), QStringLiteral("Home") };
+        QStringList keys { "key", "Home" };
         for (int i = 0; i < index; ++i)
-            keys.append(QStringLiteral("Down"));
+            keys.append("Down");
         pressKeys(keys);
         ASSERT_TRUE(waitUntil([&] { return types->currentIndex() == index; }));
-        pressKeysInDialogs(QStringList { QStringLiteral("key alt+a") } + groups);
+        pressKeysInDialogs(QStringList { "key alt+a" } + groups);
         ASSERT_TRUE(waitForKeys());
     }
 
@@ -102,79 +102,89 @@ protected:
 
 TEST_F(Keyboard, AddsARecordOfEachTypeOfAWoman)
 {
-    pickPatientWithVisit(QStringLiteral("hartley"), 1);
-    add(QStringLiteral("Asthma Status"),
-        { QStringLiteral("key End Tab"), QStringLiteral("type 81"), QStringLiteral("key Return") });
-    expectRow(QStringLiteral("Asthma Status"), QStringLiteral("Severity=Severe Persistent; FEV=81"));
-    expectDialogs(QStringLiteral("Add Asthma Record"));
+    pickPatientWithVisit("hartley", 1);
+    add("Asthma Status", { "key End Tab", "type 81", "key Return" });
+    expectRow("Asthma Status", "Severity=Severe Persistent; FEV=81");
+    // It is of the visit of the day.
+    const int added = rowOf("Asthma Status", "FEV=81");
+    EXPECT_TRUE(grid()->model()->index(added, 1).data(Qt::FontRole).isValid());
+    EXPECT_FALSE(grid()->model()->index(0, 1).data(Qt::FontRole).isValid());
+    expectDialogs("Add Asthma Record");
 
-    add(QStringLiteral("Functional Status"),
-        { QStringLiteral("key alt+b"), QStringLiteral("key Tab End"), QStringLiteral("key alt+o") });
-    expectRow(QStringLiteral("Functional Status"), QStringLiteral("Dressing=Totally Dependent"));
-    expectDialogs(QStringLiteral("Enter Functional Status Record"));
+    add("Functional Status", { "key alt+b", "key Tab End", "key alt+o" });
+    expectRow("Functional Status", "Dressing=Totally Dependent");
+    expectDialogs("Enter Functional Status Record");
 
     // Enter in the item's field looks it up; Enter in the list takes what is selected.
-    add(QStringLiteral("Refusal"),
-        { QStringLiteral("key Home Down space"), QStringLiteral("key alt+e"), QStringLiteral("key Return"),
-            QStringLiteral("key Down Return"), QStringLiteral("key alt+n"), QStringLiteral("type afraid"),
-            QStringLiteral("key alt+a") });
-    expectRow(QStringLiteral("Refusal"), QStringLiteral("afraid"));
-    expectDialogs(QStringLiteral("Enter Refusal|Lookup Exam|Enter Refusal"));
+    add("Refusal",
+        { "key Home Down space", "key alt+e", "key Return", "key Down Return", "key alt+n", "type afraid",
+            "key alt+a" });
+    expectRow("Refusal", "afraid");
+    expectDialogs("Enter Refusal|Lookup Exam|Enter Refusal");
 
     // A count that was cleared is 0, and the digit that is typed then stands behind it.
-    add(QStringLiteral("Reproductive History"), { QStringLiteral("key ctrl+a Delete 6"), QStringLiteral("key alt+o") });
-    expectRow(QStringLiteral("Reproductive"), QStringLiteral("G6P1"));
-    expectDialogs(QStringLiteral("Update Reproductive History"));
+    add("Reproductive History", { "key ctrl+a Delete 6", "key alt+o" });
+    expectRow("Reproductive", "G6P1");
+    expectDialogs("Update Reproductive History");
 
     // Alt+Down opens the calendar; the arrows go by days, Enter picks.
-    add(QStringLiteral("Treatment Contract"),
-        { QStringLiteral("key space Tab"), QStringLiteral("key alt+Down"), QStringLiteral("key Left"),
-            QStringLiteral("key Return"), QStringLiteral("key alt+o") });
-    const QString yesterday = QDate::currentDate().addDays(-1).toString(QStringLiteral("MM/dd/yyyy"));
-    expectRow(QStringLiteral("Tx Contract"), QStringLiteral("Initiated=") + yesterday);
+    add("Treatment Contract", { "key space Tab", "key alt+Down", "key Left", "key Return", "key alt+o" });
+    const QString yesterday = QDate::currentDate().addDays(-1).toString("MM/dd/yyyy");
+    expectRow("Tx Contract", QStringLiteral("Initiated=") + yesterday);
 }
 
 TEST_F(Keyboard, AddsARecordOfEachTypeOfAnInfant)
 {
-    pickPatientWithVisit(QStringLiteral("pemberton,o"), 5);
-    add(QStringLiteral("Infant Feeding"), { QStringLiteral("key Home Down space"), QStringLiteral("key alt+o") });
-    expectRow(QStringLiteral("Infant Feeding"), QStringLiteral("Mostly Breastfeeding"));
-    add(QStringLiteral("Birth Measurements"),
-        { QStringLiteral("key ctrl+a"), QStringLiteral("type '7 3'"), QStringLiteral("key Return") });
-    expectRow(QStringLiteral("Birth Measurements"), QStringLiteral("Birth Weight=7 lbs 3 oz"));
+    pickPatientWithVisit("pemberton,o", 5);
+    add("Infant Feeding", { "key Home Down space", "key alt+o" });
+    expectRow("Infant Feeding", "Mostly Breastfeeding");
+    expectDialogs("Add Infant Feeding Record");
+
+    // Enter presses OK from a field that cannot be left: told, and not saved. Enter closes the box.
+    const QString before = window->gridText();
+    add("Birth Measurements", { "key ctrl+a 7 0", "key Return", "key Return", "key Escape" });
+    expectDialogs("Update Birth Measurements|Invalid Entry|Update Birth Measurements");
+    EXPECT_EQ(window->gridText(), before);
+    add("Birth Measurements", { "key ctrl+a", "type '7 3'", "key Return" });
+    expectRow("Birth Measurements", "Birth Weight=7 lbs 3 oz");
+    expectDialogs("Update Birth Measurements");
+
+    // The host opens what is none of the list's.
+    pressKeysInDialogs({ "key Escape" });
+    window->firstPanel()->openRecord(8, L"", std::to_wstring(window->context().visit().number));
+    ASSERT_TRUE(waitForKeys());
+    expectDialogs("Add Emergency Room Record");
 }
 
 TEST_F(Keyboard, EditsAndShowsTheVisitByTheMenuAndLeavesByEscape)
 {
-    pickPatientWithVisit(QStringLiteral("hartley"), 1);
+    pickPatientWithVisit("hartley", 1);
     const QString before = window->gridText();
     tabTo<QTableView>();
-    const int row = rowOf(QStringLiteral("Functional Status"), QString());
+    const int row = rowOf("Functional Status", QString());
     ASSERT_GT(row, 0);
-    pressKeys({ QStringLiteral("key"), QStringLiteral("ctrl+Home") });
+    pressKeys({ "key", "ctrl+Home" });
     for (int i = 0; i < row; ++i)
-        pressKeys({ QStringLiteral("key"), QStringLiteral("Down") });
+        pressKeys({ "key", "Down" });
     ASSERT_TRUE(waitUntil([&] { return grid()->currentIndex().row() == row; }));
 
-    pressKeysInDialogs({ QStringLiteral("key Menu"), QStringLiteral("key d"), QStringLiteral("key Escape") });
+    pressKeysInDialogs({ "key Menu", "key d", "key Escape" });
     ASSERT_TRUE(waitForKeys());
-    expectDialogs(QStringLiteral("Visit Detail"));
+    expectDialogs("Visit Detail");
 
     // From the viewer to the editor and back, nothing changed.
-    pressKeysInDialogs({ QStringLiteral("key shift+F10"), QStringLiteral("key e"), QStringLiteral("key alt+e"),
-        QStringLiteral("key End"), QStringLiteral("key Escape") });
+    pressKeysInDialogs({ "key shift+F10", "key e", "key alt+e", "key End", "key Escape" });
     ASSERT_TRUE(waitForKeys());
-    expectDialogs(QStringLiteral("View Functional Status Record|Update Functional Status Record"));
+    expectDialogs("View Functional Status Record|Update Functional Status Record");
 
-    pressKeysInDialogs({ QStringLiteral("key shift+F10"), QStringLiteral("key l"), QStringLiteral("key Escape") });
+    pressKeysInDialogs({ "key shift+F10", "key l", "key Escape" });
     ASSERT_TRUE(waitForKeys());
-    expectDialogs(QStringLiteral("Remove Record?"));
+    expectDialogs("Remove Record?");
 
     // From a lookup back to its form, and out.
-    add(QStringLiteral("Treatment Contract"),
-        { QStringLiteral("key space Tab Tab"), QStringLiteral("key ctrl+a"), QStringLiteral("type s"),
-            QStringLiteral("key Return"), QStringLiteral("key Escape"), QStringLiteral("key Escape") });
-    expectDialogs(QStringLiteral("Add Treatment Contract Record|Lookup Provider|Add Treatment Contract Record"));
+    add("Treatment Contract",
+        { "key space Tab Tab", "key ctrl+a", "type s", "key Return", "key Escape", "key Escape" });
+    expectDialogs("Add Treatment Contract Record|Lookup Provider|Add Treatment Contract Record");
     EXPECT_EQ(window->gridText(), before);
 }
 
