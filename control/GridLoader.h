@@ -19,8 +19,9 @@ inline constexpr int Count = 6;
 }
 
 // Makes the server calls in their fixed order and appends rows. A reply that is a server error is shown by the
-// check and adds no rows of its type. Throws what the grid throws; a failed call has been shown and reads as empty. Where
-// the server is gone and the user did not want to try again, the calls that are left are not made, and no row stays.
+// check and adds no rows of its type. Throws what the grid throws; a failed call has been shown and reads as empty.
+// Where the server is gone and the user did not want to try again, the calls that are left are not made, and no row
+// stays.
 class GridLoader {
 public:
     GridLoader(modShared& shared, Grid& grid, const PatientFacts& patient)
@@ -32,8 +33,8 @@ public:
 
     void load();
 
-    // What the list says beside its rows when they are loaded: which types could not be read, or that the patient has no
-    // records.
+    // What the list says beside its rows when they are loaded: which types could not be read, or that the patient has
+    // no records.
     Text remark() const;
 
 private:

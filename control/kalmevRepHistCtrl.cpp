@@ -219,7 +219,11 @@ void kalmevRepHistCtrl::ICSS_EncounterEvents_Committed()
             return;
         updateCommands();
         highlightVisit();
+        // A visit that was chosen is news as well; without one the host only tells that the patient has changed.
+        if (m_changeFailed && m_shared.encounter().visitNumber() != 0)
+            m_patientChanged = true;
     });
+    catchUp();
 }
 
 void kalmevRepHistCtrl::subscribe(long patientNumber)

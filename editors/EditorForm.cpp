@@ -101,7 +101,9 @@ void EditorForm::leaveLookupField(TextBox& field, const LookupField& lookupField
         field.setTag({});
     } else if (typedOver && !field.tag().empty()) {
         field.setText(lookupField.picked);
-        field.setNote(L"The name has not changed. To choose another, press \"...\" after typing it, or clear this one first.");
+        field.setNote(
+            L"The name has not changed. To choose another, press \"...\" after typing it, or clear this one first.");
+        withholdPress(); // the user sees whose number is saved
         return;
     }
     const bool unresolved = !field.text().empty() && field.tag().empty();
@@ -125,6 +127,7 @@ bool EditorForm::lookUp(TextBox& field, int table)
 
 void EditorForm::setPicked(TextBox& field, TextView name, TextView id)
 {
+    field.setNote({});
     field.setText(name);
     field.setTag(id);
     m_lookupFields[&field].picked = field.text();

@@ -119,7 +119,7 @@ void frmAsthma::activate()
 {
     m_shared.desktop().processPendingEvents();
     // The registry's comment is asked for only where there is an entry; asked in vain it costs nothing.
-        std::vector<ExpectedCall> calls { { ExpectedCall::Form::Text, L"MEVVAST GETREG", patient() },
+    std::vector<ExpectedCall> calls { { ExpectedCall::Form::Text, L"MEVVAST GETREG", patient() },
         { ExpectedCall::Form::List, L"MEVVAST GETNOTE", patient() } };
     if (!m_sIEN.empty())
         calls.insert(calls.begin(), { ExpectedCall::Form::List, L"MEVVAST GET", L"^" + m_sIEN });
@@ -155,8 +155,7 @@ void frmAsthma::showRecord(TextView line)
 void frmAsthma::cmdAdd_Click()
 {
     const int severity = cboSeverity.listIndex();
-    std::vector<Text> record { m_sIEN, m_sVisit,
-        severity == -1 ? Text() : wholeText(cboSeverity.itemData(severity)) };
+    std::vector<Text> record { m_sIEN, m_sVisit, severity == -1 ? Text() : wholeText(cboSeverity.itemData(severity)) };
     for (const TextBox& value : txt)
         record.push_back(value.text());
     for (const ComboBox& answer : cbo)
@@ -189,7 +188,7 @@ void frmAsthma::txt_Validate(std::size_t index, bool& cancel)
 void frmAsthma::showRegistry()
 {
     fg.setRowCount(0);
-        const Text reply = m_shared.CallRpc(L"MEVVAST GETREG", patient());
+    const Text reply = m_shared.CallRpc(L"MEVVAST GETREG", patient());
     if (!reply.empty() && !m_shared.CheckRpcError(reply, L""))
         showRegistryEntry(reply);
 }

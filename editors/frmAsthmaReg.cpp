@@ -54,7 +54,7 @@ void frmAsthmaReg::activate()
 // Patient ^ status|code ^ last visit ^ date due ^ next appointment ^ manager.
 void frmAsthmaReg::LoadReg()
 {
-        const modShared::CallHint hint(m_shared,
+    const modShared::CallHint hint(m_shared,
         std::array { ExpectedCall { ExpectedCall::Form::Text, L"MEVVAST GETREG", patient() },
             ExpectedCall { ExpectedCall::Form::List, L"MEVVAST GETNOTE", patient() } });
     const Text reply = m_shared.CallRpc(L"MEVVAST GETREG", patient());
@@ -105,6 +105,9 @@ void frmAsthmaReg::dat_NewDateEntered(std::size_t index)
         m_shared.ErrorBox(L"Not a valid date format", L"Invalid Date");
     else if (!isStorable(*moment))
         m_shared.ErrorBox(L"Dates lie between the years 1800 and 2699.", L"Invalid Date");
+    else
+        return;
+    withholdPress(); // the date stays, and the server would refuse it
 }
 
 }

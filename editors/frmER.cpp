@@ -246,8 +246,7 @@ void frmER::cmdOK_Click()
     const bool otherArrival = optArrival.chosen() == OtherArrival;
     const bool otherDisposition = optDisch.chosen() == OtherDisposition;
     const bool againstAdvice = optDisch.chosen() == AgainstAdvice;
-    const Text departure =
-        datDepart.isEmpty() ? Text() : m_shared.DateToFMDate(datDepart.value(), TimePart::With);
+    const Text departure = datDepart.isEmpty() ? Text() : m_shared.DateToFMDate(datDepart.value(), TimePart::With);
     std::vector<Text> record { m_sIEN, m_sVisit, codeOf(opt, Urgencies), codeOf(optEntered, Entries),
         codeOf(optArrival, Arrivals), otherArrival ? txtOther.text() : Text(), codeOf(optNotified, Notifications),
         txtInformant.text(), codeOf(optDisch, Dispositions), otherDisposition ? txtDispOth.text() : Text(),

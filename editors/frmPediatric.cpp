@@ -93,7 +93,7 @@ void frmPediatric::activate()
 
 void frmPediatric::LoadData()
 {
-        std::vector<ExpectedCall> calls { { ExpectedCall::Form::Text, L"MEVBMSR GET", patient() } };
+    std::vector<ExpectedCall> calls { { ExpectedCall::Form::Text, L"MEVBMSR GET", patient() } };
     if (!m_shared.KnowsUserParam(UnitParameter))
         calls.insert(calls.begin(), { ExpectedCall::Form::Text, L"MEVUTL GETPARM", Text(UnitParameter) });
     const modShared::CallHint hint(m_shared, calls);

@@ -204,6 +204,7 @@ void frmRefusal::datRefused_LostFocus()
         return;
     datRefused.setValue(dateText(m_shared.desktop().now()));
     datRefused.setNote(L"A refusal has a date: this is today's.");
+    withholdPress();
 }
 
 // Judged as it is saved, without its line breaks.
@@ -254,8 +255,8 @@ void frmRefusal::cmdOK_Click()
     if (!isComplete())
         return;
     save(L"MEVREF SET",
-        { m_sRefusalIen, serverType(lstRefusals.itemText(lstRefusals.listIndex())), txtItem.tag(),
-            patient(), datRefused.value(), txtRefComment.text() });
+        { m_sRefusalIen, serverType(lstRefusals.itemText(lstRefusals.listIndex())), txtItem.tag(), patient(),
+            datRefused.value(), txtRefComment.text() });
 }
 
 }

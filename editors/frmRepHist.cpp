@@ -144,8 +144,11 @@ void frmRepHist::SetWomensHealthEnabled(bool enabled)
 
 bool frmRepHist::isEligible()
 {
-    const Patient& patient = m_shared.patient();
-    return patient.sex() == L"F" && leadingNumber(patient.age()) > 8;
+    if (!m_eligible) {
+        const Patient& host = m_shared.patient();
+        m_eligible = host.sex() == L"F" && leadingNumber(host.age()) > 8;
+    }
+    return *m_eligible;
 }
 
 // --- Loading ---
@@ -218,10 +221,10 @@ Text frmRepHist::countString() const
 
 void frmRepHist::cmdAdd_Click()
 {
-    std::vector<Text> record { patient(), countString(), savedDate(datLMP), cboFP.text(),
-        savedDate(datFP) };
+    std::vector<Text> record { patient(), countString(), savedDate(datLMP), cboFP.text(), savedDate(datFP) };
     if (isEligible()) {
-        for (const Text& piece : { Text(chkPregnant.isChecked() ? L"1" : L"0"), savedDate(datDelivery), cboEstMethod.text() })
+        for (const Text& piece :
+            { Text(chkPregnant.isChecked() ? L"1" : L"0"), savedDate(datDelivery), cboEstMethod.text() })
             record.push_back(piece);
     }
     save(L"MEVREP SET", record);
@@ -276,11 +279,14 @@ void frmRepHist::txNumRH_Change(std::size_t index)
     if (isCount && count == entered)
         return;
     box.setText(wholeText(upDown.value()));
-    box.selectAll();
+    if (text.empty() || count != entered)
+        box.selectAll();
 }
 
 void frmRepHist::txNumRH_KeyPress(std::size_t index, wchar_t& key)
 {
+    if (key != EnterKey && !isDigit(key))
+        key = 0; // a letter would take the digits before it along
     if (index + 1 < CountBoxes)
         moveOnEnter(key, txNumRH[index + 1]);
     else

@@ -8,6 +8,7 @@
 #include "platform/mevZvDate.h"
 
 #include <array>
+#include <optional>
 
 namespace health {
 
@@ -58,6 +59,7 @@ private:
     void moveOnEntered(wchar_t& key, mevZvDate& date, Control& next);
     void moveOnEnter(wchar_t& key, Control& next);
 
+    std::optional<bool> m_eligible; // of the patient for whom the form was opened
     std::array<short, 6> m_valueOnFocus {}; // of each count box; kept, not consulted
 };
 

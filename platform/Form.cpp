@@ -2,6 +2,26 @@
 
 namespace health {
 
+namespace {
+
+// Counts a move for as long as the object lives, also where a handler throws.
+class MoveScope {
+public:
+    explicit MoveScope(int& moves)
+        : m_moves(moves)
+    {
+        ++m_moves;
+    }
+    ~MoveScope() { --m_moves; }
+    MoveScope(const MoveScope&) = delete;
+    MoveScope& operator=(const MoveScope&) = delete;
+
+private:
+    int& m_moves;
+};
+
+}
+
 void Form::setCaption(TextView caption)
 {
     m_caption = caption;
@@ -55,12 +75,23 @@ void Form::setFocus(Control& control)
 
 bool Form::move(Control& control, Purpose purpose)
 {
+    bool moved = false;
     if (m_active == &control) {
         if (m_observer)
             m_observer->focusMoved(*this);
         return true;
     }
-    ++m_moves;
+    {
+        const MoveScope moving(m_moves);
+        moved = moveBetween(control, purpose);
+    }
+    if (m_moves == 0 && m_observer)
+        m_observer->focusSettled(*this);
+    return moved;
+}
+
+bool Form::moveBetween(Control& control, Purpose purpose)
+{
     Control* const left = m_notYetLeft ? m_notYetLeft : m_active;
     const bool moved = !left || left == &control || isLeft(*left, control, purpose);
     m_notYetLeft = moved && &control == m_cancel ? left : nullptr;
@@ -72,8 +103,6 @@ bool Form::move(Control& control, Purpose purpose)
         if (m_active == &control)
             raise(control.GotFocus);
     }
-    if (--m_moves == 0 && m_observer)
-        m_observer->focusSettled(*this);
     return moved;
 }
 

@@ -103,6 +103,7 @@ private:
         Press, // a date that is refused stops it, too
     };
     bool move(Control& control, Purpose purpose);
+    bool moveBetween(Control& control, Purpose purpose);
     bool isLeft(Control& field, const Control& next, Purpose purpose);
     void enter(Control& control);
 

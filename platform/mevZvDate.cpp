@@ -142,8 +142,7 @@ bool mevZvDate::enter(TextView text, Moment now)
     m_touched = true;
     const Text value = understood(text, now);
     const auto moment = momentEntered(text, now);
-    const bool isRefused =
-        value != m_value && m_requireTime && !value.empty() && !(moment && givesTime(text, *moment));
+    const bool isRefused = value != m_value && m_requireTime && !value.empty() && !(moment && givesTime(text, *moment));
     const bool isNew = value != m_value && !value.empty();
     setValue(isRefused ? Text(m_value) : value);
     if (isRefused)

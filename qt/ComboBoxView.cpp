@@ -43,10 +43,7 @@ void ComboBoxView::makeClearButton()
 }
 
 // With room for the cross beside the longest answer.
-QSize ComboBoxView::sizeHint() const
-{
-    return QComboBox::sizeHint() + QSize(m_clear ? fontMetrics().height() : 0, 0);
-}
+QSize ComboBoxView::sizeHint() const { return QComboBox::sizeHint() + QSize(m_clear ? fontMetrics().height() : 0, 0); }
 
 QSize ComboBoxView::minimumSizeHint() const
 {

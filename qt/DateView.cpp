@@ -121,6 +121,8 @@ QString DateView::askCalendar()
 void DateView::pick(const QString& picked)
 {
     m_line->setFocus();
+    if (window()->focusWidget() != m_line)
+        return; // the field before kept the focus
     // The time that is there stays; without one the user goes on with it.
     const QString time = m_control.requiresTime() ? m_line->text().section(u' ', 1) : QString();
     m_line->setText(m_control.requiresTime() ? picked + u' ' + time : picked);

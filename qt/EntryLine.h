@@ -30,7 +30,7 @@ private:
     QSize sizeOfSample() const;
 
     QString m_sample;
-    bool m_entering = false; // a click has brought the focus, and has not come yet
+    bool m_entering = false; // a click has given the focus; the line gets the press itself later
     bool m_clickEnters = false; // the button is down
 };
 

@@ -233,8 +233,12 @@ bool FormDialog::eventFilter(QObject* watched, QEvent* event)
 {
     if (event->type() == QEvent::FocusIn) {
         setAttribute(Qt::WA_KeyboardFocusChange); // the focus frame is drawn whatever moved the focus
-        if (Control* const entered = m_controls.value(watched); entered && m_started)
+        if (Control* const entered = m_controls.value(watched); entered && m_started) {
             followFocus(*entered); // at once: of keys typed fast none may be missed
+            // Where the field before kept the focus, this one must not believe that it has it.
+            if (m_form.activeControl() != entered && !m_form.isMoving())
+                return true;
+        }
     }
     const bool pressed = event->type() == QEvent::MouseButtonPress || event->type() == QEvent::MouseButtonDblClick;
     if (pressed && isRefusedPress(*static_cast<QWidget*>(watched)))

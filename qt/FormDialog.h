@@ -11,8 +11,8 @@ namespace health {
 
 class QtDesktop;
 
-// Shows a form as a modal window. Form and window have one idea of the focus: the form learns of everything that moves the
-// keyboard focus, and the window does what the form decides.
+// Shows a form as a modal window. Form and window have one idea of the focus: the form learns of everything that moves
+// the keyboard focus, and the window does what the form decides.
 class FormDialog : public QDialog, public FormObserver {
 public:
     FormDialog(Form& form, QtDesktop& desktop, QWidget* parent);

@@ -162,28 +162,29 @@ void GridView::sizeColumns()
 void GridView::mirrorHint()
 {
     setAccessibleDescription(toQString(m_control.hint()));
+    measureRowsInView();
     viewport()->update();
 }
 
-// In the middle of an empty list, else below the last row where there is room.
-QRect GridView::hintPlace() const
+// The strip at the bottom of a list with rows; the last row is so much higher, so that it can be read in full.
+int GridView::hintHeight() const
 {
-    const int margin = fontMetrics().height();
-    const QRect room = viewport()->rect().adjusted(margin, margin / 2, -margin, -margin / 2);
-    const int rows = m_model->rowCount();
-    const int top = rows == 0 ? 0 : rowViewportPosition(rows - 1) + rowHeight(rows - 1);
-    return rows == 0 ? room : room.adjusted(0, top, 0, 0);
+    return m_control.hint().empty() || m_model->rowCount() == 0 ? 0 : fontMetrics().height() * 3 / 2;
 }
 
 void GridView::paintEvent(QPaintEvent* event)
 {
     FocusFramed::paintEvent(event);
-    if (!m_control.hint().empty()) {
-        QPainter painter(viewport());
-        painter.setPen(palette().color(QPalette::PlaceholderText));
-        const int place = m_model->rowCount() == 0 ? Qt::AlignCenter : Qt::AlignHCenter | Qt::AlignTop;
-        painter.drawText(hintPlace(), place | Qt::TextWordWrap, toQString(m_control.hint()));
+    if (m_control.hint().empty())
+        return;
+    QPainter painter(viewport());
+    QRect place = viewport()->rect().adjusted(2, 2, -2, -2);
+    if (const int strip = hintHeight(); strip > 0) {
+        place.setTop(place.bottom() - strip);
+        painter.fillRect(place, palette().color(QPalette::AlternateBase));
     }
+    painter.setPen(palette().color(QPalette::PlaceholderText));
+    painter.drawText(place, Qt::AlignCenter | Qt::TextWordWrap, toQString(m_control.hint()));
 }
 
 // --- Tool tips ---
@@ -212,7 +213,8 @@ bool GridView::viewportEvent(QEvent* event)
 int GridView::measureRow(int row)
 {
     const int padding = verticalHeader()->defaultSectionSize() - fontMetrics().height();
-    const int height = std::max(sizeHintForRow(row) + padding / 2, verticalHeader()->defaultSectionSize());
+    const int strip = row == m_model->rowCount() - 1 ? hintHeight() : 0;
+    const int height = std::max(sizeHintForRow(row) + padding / 2, verticalHeader()->defaultSectionSize()) + strip;
     if (rowHeight(row) != height)
         verticalHeader()->resizeSection(row, height);
     return height;
@@ -254,6 +256,8 @@ void GridView::resizeEvent(QResizeEvent* event)
 void GridView::scrollContentsBy(int dx, int dy)
 {
     QTableView::scrollContentsBy(dx, dy);
+    if (hintHeight() > 0)
+        viewport()->update(); // the strip does not scroll along
     measureRowsInView();
 }
 
@@ -315,10 +319,11 @@ void GridView::openMenuByKey()
     m_control.releaseMouse(MouseButton::Right, row);
 }
 
-// The row that is selected when the menu is open: the menu's right click selects it.
+// Of the row that is selected when the menu opens: the right click has selected the row under it.
 void GridView::offerCopy()
 {
-    m_desktop.offerWithNextMenu(tr("&Copy"), [this] { copyRow(); }, [this] { return m_control.row() != -1; });
+    m_desktop.offerWithNextMenu(
+        tr("&Copy"), [this] { copyRow(); }, [this] { return m_control.row() != -1; });
 }
 
 // The texts that are shown, parted by tabs.

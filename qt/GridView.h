@@ -49,7 +49,7 @@ private:
     void applyPalette();
     void copyRow();
     bool isCut(const QModelIndex& index) const;
-    QRect hintPlace() const;
+    int hintHeight() const;
     void offerCopy();
     void openMenuByKey();
     void measureRowsInView();

@@ -4,6 +4,7 @@
 
 #include <QEvent>
 #include <QLayout>
+#include <QScreen>
 
 #include <algorithm>
 
@@ -28,7 +29,7 @@ bool NoteLabel::eventFilter(QObject* watched, QEvent* event)
 void NoteLabel::showNote()
 {
     const QString note = m_field.property(NoteProperty).toString();
-    m_field.setAccessibleDescription(note);
+    (m_field.focusProxy() ? m_field.focusProxy() : &m_field)->setAccessibleDescription(note);
     setText(note);
     setVisible(!note.isEmpty());
     QMetaObject::invokeMethod(this, &NoteLabel::makeRoom, Qt::QueuedConnection);
@@ -43,7 +44,8 @@ void NoteLabel::makeRoom()
     const int width = window()->width();
     const int needed =
         layout->hasHeightForWidth() ? layout->totalHeightForWidth(width) : layout->totalSizeHint().height();
-    window()->resize(width, std::max(window()->height(), needed));
+    const int most = window()->screen()->availableGeometry().bottom() - window()->frameGeometry().top();
+    window()->resize(width, std::max(window()->height(), std::min(needed, most)));
 }
 
 }

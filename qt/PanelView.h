@@ -14,8 +14,8 @@ class kalmevRepHistCtrl;
 class QtDesktop;
 
 // The panel's widget: mirrors the control's parts, gives them their natural sizes, and lets the control
-// place them. The first time it is shown, the control starts to work. Of several panels in a window the one that had the
-// focus last is the active one: access keys act there, and the selections of the others are grey.
+// place them. The first time it is shown, the control starts to work. Of several panels in a window the one that had
+// the focus last is the active one: access keys act there, and the selections of the others are grey.
 class PanelView : public QWidget {
 public:
     // Both must outlive the view; the control is initialized.

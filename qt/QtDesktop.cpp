@@ -46,8 +46,8 @@ void placeBesideForm(QMessageBox& box)
     const QRect screen = form->screen()->availableGeometry();
     const QSize frame = form->frameSize() - form->size();
     const QSize size = box.size() + frame;
-    const int left = std::clamp(around.center().x() - size.width() / 2, screen.left(),
-        std::max(screen.left(), screen.right() - size.width()));
+    const int left = std::clamp(
+        around.center().x() - size.width() / 2, screen.left(), std::max(screen.left(), screen.right() - size.width()));
     const int below = form->mapToGlobal(QPoint(0, form->topOfButtons())).y();
     if (below + size.height() <= screen.bottom())
         box.move(left, below);

@@ -207,6 +207,14 @@ TEST_F(LifeCycle, PatientChangeThatFailsShowsNobodysRecordsAndIsMadeUpFor)
     EXPECT_EQ(host.boxes(),
         Transcript { L"box [System Error] Error in module kalmevRepHistCtrl at ICSS_PatientEvents_Committed\r\n\r\nThe "
                      L"sex is not known." });
+    control.encounterEvents().Committed(); // without a visit it follows each change of the patient
+    EXPECT_EQ(host.boxes().size(), 1u);
+    host.patient->failsSex = false;
+    host.encounter->visit = 81;
+    control.encounterEvents().Committed();
+    EXPECT_EQ(summaries(), Transcript { L"Toileting=A" });
+    host.patient->failsSex = true;
+    commitPatient(34, L"F", L"4");
     host.patient->failsSex = false;
     host.session->push(L"REFRESH");
     EXPECT_EQ(summaries(), Transcript { L"Toileting=A" });

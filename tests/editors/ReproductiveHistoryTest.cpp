@@ -108,8 +108,7 @@ TEST_F(ReproductiveHistory, DatesOfThePast)
     for (const auto& [date, typed, kept] :
         { std::tuple<mevZvDate frmRepHist::*, TextView, TextView> { &frmRepHist::datLMP, L"T", L"03/15/2026" },
             { &frmRepHist::datLMP, L"T+1", L"" }, { &frmRepHist::datLMP, L"T 23:00", L"03/15/2026 23:00" },
-            { &frmRepHist::datFP, L"T-900", L"09/27/2023" },
-            { &frmRepHist::datFP, L"3/16/2026", L"" } }) {
+            { &frmRepHist::datFP, L"T-900", L"09/27/2023" }, { &frmRepHist::datFP, L"3/16/2026", L"" } }) {
         host.transcript.clear();
         enterDate(form.*date, typed);
         EXPECT_EQ((form.*date).value(), kept) << narrow(typed);
@@ -149,6 +148,8 @@ TEST_F(ReproductiveHistory, CountsAndArrowsStayInStep)
     form.txNumRH[0].edit(L"-5");
     EXPECT_EQ(form.txNumRH[0].text(), L"0");
     EXPECT_TRUE(form.txNumRH[0].isAllSelected()); // what is typed next replaces it
+    typeInto(form.txNumRH[0], L"1q2");
+    EXPECT_EQ(form.udNumRH[0].value(), 12); // a letter takes nothing along
     form.txNumRH[0].edit(L"5");
     form.txNumRH[0].edit(L"5^");
     EXPECT_EQ(form.txNumRH[0].text(), L"5");
@@ -178,8 +179,8 @@ TEST_F(ReproductiveHistory, EnterGoesOnFromAnEnteredDate)
     load(replies::Reproductive);
     for (auto& [date, typed, kept, next] : std::initializer_list<std::tuple<mevZvDate&, TextView, TextView, Control&>> {
              { form.datLMP, L"T", L"03/15/2026", form.cboFP }, { form.datFP, L"T-1", L"03/14/2026", form.chkPregnant },
-             { form.datDelivery, L"T+1", L"03/16/2026", form.cboEstMethod },
-             { form.datLMP, L"T+1", L"", form.datLMP }, { form.datFP, L"last week", L"", form.datFP } }) {
+             { form.datDelivery, L"T+1", L"03/16/2026", form.cboEstMethod }, { form.datLMP, L"T+1", L"", form.datLMP },
+             { form.datFP, L"last week", L"", form.datFP } }) {
         date.setClock([this] { return host.desktop.today; });
         form.moveFocus(date);
         wchar_t key = EnterKey;

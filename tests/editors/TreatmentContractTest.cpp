@@ -104,10 +104,12 @@ TEST_F(TreatmentContract, TypedOverProviderKeepsTheNumber)
     open();
     typeInto(form.txtPrv, L"ELM");
     EXPECT_EQ(form.defaultButton(), &form.cmdPrv);
+    form.press(form.cmdAdd); // the user sees the name whose number it is, before it is saved
+    EXPECT_EQ(host.calls().size(), 1u);
+    EXPECT_EQ(form.txtPrv.text(), L"OAK,KIT");
+    EXPECT_FALSE(form.txtPrv.note().empty());
     form.press(form.cmdAdd);
     EXPECT_EQ(host.calls().back(), L"call MEVVTXC SET(45^81^P^02/01/2026^15)");
-    EXPECT_EQ(form.txtPrv.text(), L"OAK,KIT"); // whose number it is
-    EXPECT_FALSE(form.txtPrv.note().empty());
 }
 
 }
