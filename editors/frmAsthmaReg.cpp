@@ -13,6 +13,9 @@ Text registryNote(modShared& shared, TextView patient)
         return {};
     if (note.ends_with(LineBreak))
         note.resize(note.size() - LineBreak.size());
+    // The server's mark before a text that would look like a refusal.
+    if (note.starts_with(L'\u2060'))
+        note.erase(0, 1);
     return note;
 }
 
