@@ -5,12 +5,12 @@
 //
 // A failure prints the shortest list of actions that still fails; --replay plays such a list.
 #include "tests/agreement/Scenes.h"
+#include "tests/support/OwnHome.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QElapsedTimer>
 #include <QFile>
-#include <QTemporaryDir>
 
 #include <cstdio>
 
@@ -91,11 +91,7 @@ int drive(const QCommandLineParser& options)
 
 int main(int argc, char** argv)
 {
-    const QTemporaryDir home;
-    qputenv("XDG_DATA_HOME", home.path().toUtf8());
-    qputenv("XDG_CONFIG_HOME", home.path().toUtf8());
-    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
+    const health::test::OwnHome home;
     QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
     QCommandLineParser options;

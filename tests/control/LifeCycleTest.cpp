@@ -29,7 +29,7 @@ TEST_F(LifeCycle, StartsInItsOrder)
     for (const TextView toolTip : { L"1.0.0.0  Personal Health",
              L"1.0.0.0  Personal Health\r\n\r\nYou have the 'MEVZ VIEW ONLY' security key, thus you cannot make "
              L"modifications." }) {
-        kalmevRepHistCtrl another(shared, host); // tells what the one before it was told
+        kalmevRepHistCtrl another(shared, host); // knows what was read for the one before it
         another.UserControl_Initialize();
         EXPECT_EQ(another.imgIcon.toolTip(), toolTip);
     }

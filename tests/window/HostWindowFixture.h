@@ -71,7 +71,7 @@ protected:
         pressKeys({ "key", "ctrl+o" });
     }
 
-    // Sends a signal to the session's server, a child of this program; false when there is none.
+    // Sends a signal to the session's server, a child of this program; false without a server.
     static bool signalServer(int signal)
     {
         const QString self = QString::number(QCoreApplication::applicationPid());

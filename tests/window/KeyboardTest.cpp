@@ -149,7 +149,7 @@ TEST_F(Keyboard, AddsARecordOfEachTypeOfAnInfant)
     expectRow("Birth Measurements", "Birth Weight=7 lbs 3 oz");
     expectDialogs("Update Birth Measurements");
 
-    // The host opens what is none of the list's.
+    // The host opens a record that the list does not show.
     pressKeysInDialogs({ "key Escape" });
     window->firstPanel()->openRecord(8, L"", std::to_wstring(window->context().visit().number));
     ASSERT_TRUE(waitForKeys());
