@@ -6,6 +6,7 @@
 #include <QApplication>
 #include <QMenu>
 #include <QMessageBox>
+#include <QScopeGuard>
 #include <QTest>
 #include <QTimer>
 #include <QWheelEvent>
@@ -168,6 +169,7 @@ TEST_F(PanelViewTest, AccessKeysActInThePanelThatHadTheFocusLast)
         panel->cmd[kalmevRepHistCtrl::Edit].Click = [&, panel] { pressed.push_back(panel == &other); };
     view->setParent(&window);
     second.setParent(&window);
+    const auto apart = qScopeGuard([this] { view->setParent(nullptr); }); // the window must not delete it
     second.move(900, 0);
     window.resize(1800, 500);
     window.show();
@@ -188,8 +190,6 @@ TEST_F(PanelViewTest, AccessKeysActInThePanelThatHadTheFocusLast)
         EXPECT_NE(selection(panel == &second ? *view : second), selection(*panel));
     }
     EXPECT_EQ(pressed.size(), 3u);
-    view->setParent(nullptr);
-    second.setParent(nullptr);
 }
 
 }
