@@ -5,18 +5,14 @@
 #include "platform/Conversions.h"
 #include "qt/QtText.h"
 #include "qt/TextViews.h"
+#include "tests/agreement/Hands.h"
 #include "tests/support/Editors.h"
 
-#include <QAbstractItemView>
 #include <QDate>
 #include <QLineEdit>
-#include <QMenu>
-#include <QMessageBox>
 #include <QRegularExpression>
 #include <QSplitter>
-#include <QTest>
 #include <QTimer>
-#include <QWindow>
 
 #include <algorithm>
 #include <cstdio>
@@ -35,29 +31,6 @@ QString kept(QString value)
     value = value.toUpper().replace(u'^', u' ').replace(u'\n', u' ').simplified().replace(", ", ",");
     static const QRegularExpression time("^(\\d\\d/\\d\\d/\\d{4}) \\d\\d:\\d\\d$");
     return value.replace(time, "\\1");
-}
-
-QWidget* topWindow()
-{
-    if (QWidget* const popup = QApplication::activePopupWidget())
-        return popup;
-    if (QWidget* const modal = QApplication::activeModalWidget())
-        return modal;
-    for (QWidget* const window : QApplication::topLevelWidgets()) {
-        if (qobject_cast<QSplitter*>(window) && window->isVisible())
-            return window;
-    }
-    return nullptr;
-}
-
-QList<QWidget*> targets(const QWidget& window)
-{
-    QList<QWidget*> widgets;
-    for (QWidget* const widget : window.findChildren<QWidget*>()) {
-        if (widget->isVisible() && widget->window() == &window && !widget->size().isEmpty())
-            widgets.append(widget);
-    }
-    return widgets;
 }
 
 const QStringList OnlyItems { "EKG", "MAMMOGRAM", "PAP SMEAR" };
@@ -449,13 +422,9 @@ void Scenes::act(const QString& action)
     QWidget* const top = topWindow();
     const QScopedValueRollback<const QWidget*> acting(m_actedOn, top);
     if (verb == u"key") {
-        press(rest);
+        pressKeys(rest);
     } else if (verb == u"type") {
-        for (const QChar letter : rest) {
-            if (topWindow() == top) // else something has opened, and meanwhile more was done
-                QTest::sendKeyEvent(
-                    QTest::Click, top->windowHandle(), Qt::Key_unknown, QString(letter), Qt::NoModifier);
-        }
+        typeText(rest);
     } else if (verb == u"away") {
         QApplication::setActiveWindow(nullptr);
     } else if (verb == u"event") {
@@ -465,46 +434,7 @@ void Scenes::act(const QString& action)
             : verb == u"refuse"           ? FlakySession::Next::IsRefused
                                           : FlakySession::Next::IsSlow;
     } else if (top) {
-        click(action.split(u' '));
-    }
-}
-
-void Scenes::press(const QString& keys)
-{
-    const QKeyCombination combination = QKeySequence(keys)[0];
-    // Pressed alone, Alt closes a menu, and what the toolkit's test function sends next would have no window.
-    const bool inMenu = QApplication::activePopupWidget();
-    if (QWindow* const window = topWindow()->windowHandle())
-        QTest::keyClick(window, combination.key(), inMenu ? Qt::NoModifier : combination.keyboardModifiers());
-}
-
-void Scenes::click(const QStringList& words)
-{
-    QWidget& top = *topWindow();
-    QWindow* const window = top.windowHandle();
-    const QList<QWidget*> widgets = targets(top);
-    if (widgets.isEmpty() || !window)
-        return;
-    const auto pointIn = [&](int index, int x, int y) {
-        const QWidget* const widget = widgets[index % widgets.size()];
-        return widget->mapTo(&top, QPoint(widget->width() * x / 100, widget->height() * y / 100));
-    };
-    const QPoint at = pointIn(words[1].toInt(), words[2].toInt(), words[3].toInt());
-    if (words[0] == u"click") {
-        QTest::mouseClick(window, Qt::LeftButton, {}, at);
-    } else if (words[0] == u"double") {
-        QTest::mouseDClick(window, Qt::LeftButton, {}, at);
-    } else if (words[0] == u"right") {
-        QTest::mouseClick(window, Qt::RightButton, {}, at);
-    } else if (words[0] == u"drag") {
-        const QPoint to = pointIn(words[4].toInt(), 50, 50); // now: a press may take widgets away
-        QTest::mousePress(window, Qt::LeftButton, {}, at);
-        if (topWindow() == &top)
-            QTest::mouseRelease(window, Qt::LeftButton, {}, to);
-    } else if (QWidget* const under = top.childAt(at)) {
-        QWheelEvent event(under->mapFrom(&top, at), top.mapToGlobal(at), {}, QPoint(0, -120), Qt::NoButton,
-            Qt::NoModifier, Qt::NoScrollPhase, false);
-        QApplication::sendEvent(under, &event);
+        useMouse(action.split(u' '));
     }
 }
 

@@ -96,8 +96,6 @@ private:
     QString nextAction();
     QString chooseAction();
     void act(const QString& action);
-    void press(const QString& keys);
-    void click(const QStringList& words);
     int random(int count) { return static_cast<int>(m_random() % static_cast<unsigned>(count)); }
 
     QTemporaryDir m_folder;
