@@ -63,9 +63,7 @@ void frmAsthmaReg::LoadReg()
     const Text reply = m_shared.CallRpc(L"MEVVAST GETREG", patient());
     if (!reply.empty() && !m_shared.CheckRpcError(reply, L"")) {
         const LinePieces pieces(reply);
-        lblStatus.setCaption(properCase(displayPart(pieces[2])));
-        if (lblStatus.caption() == L"Active")
-            cmdActivate.setCaption(InactivateCaption);
+        setStatus(properCase(displayPart(pieces[2])));
         for (std::size_t i = 0; i < dat.size(); ++i) {
             const Text date = fmDateToDisplay(displayPart(pieces[i + 3]));
             if (!date.empty())
@@ -97,8 +95,14 @@ void frmAsthmaReg::cmdActivate_Click()
         return;
     if (!send(L"MEVVAST SETREG", patient() + (activates ? L"^A" : L"^I")))
         return;
-    cmdActivate.setCaption(activates ? InactivateCaption : ActivateCaption);
-    lblStatus.setCaption(activates ? L"Active" : L"Inactive");
+    setStatus(activates ? L"Active" : L"Inactive");
+}
+
+// All that depends on the status, in one place.
+void frmAsthmaReg::setStatus(TextView status)
+{
+    lblStatus.setCaption(status);
+    cmdActivate.setCaption(status == L"Active" ? InactivateCaption : ActivateCaption);
 }
 
 void frmAsthmaReg::dat_NewDateEntered(std::size_t index)

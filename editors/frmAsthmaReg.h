@@ -28,6 +28,7 @@ private:
     void LoadReg();
     void cmdAdd_Click();
     void cmdActivate_Click();
+    void setStatus(TextView status);
     void dat_NewDateEntered(std::size_t index);
 };
 
