@@ -1,0 +1,4 @@
+# Tells all sessions that subscribed an event: EVENT [DATA]
+open_data
+export mev_event=${1:-} mev_event_data=${2:-}
+run_routine NOTIFY^MEVEVENT
