@@ -59,7 +59,8 @@ ExpectedCall GridLoader::callOf(const RecordType& type) const
 {
     return { type.isOnePerPatient() ? ExpectedCall::Form::Text : ExpectedCall::Form::List,
         Text(type.callPrefix) + L" GET",
-        wholeText(m_patient.number) + (type.number == RecordTypeNumber::Reproductive ? L"^^1" : L"") };
+        wholeText(m_patient.number) + (type.number == RecordTypeNumber::Reproductive ? L"^^1" : L""),
+        ExpectedCall::Purpose::List };
 }
 
 void GridLoader::load()

@@ -3,6 +3,7 @@
 #include "lookups/frmLookup.h"
 #include "platform/Letters.h"
 
+#include <array>
 #include <utility>
 
 namespace health {
@@ -47,6 +48,14 @@ void EditorForm::bindSave(Button& button, TextView procedure, std::function<void
 }
 
 Text EditorForm::readRecord(TextView call, TextView parameter)
+{
+    const modShared::CallHint hint(m_shared,
+        std::array {
+            ExpectedCall { ExpectedCall::Form::List, Text(call), Text(parameter), ExpectedCall::Purpose::Editor } });
+    return readAnnounced(call, parameter);
+}
+
+Text EditorForm::readAnnounced(TextView call, TextView parameter)
 {
     const Text reply = m_shared.CallRpcList(call, parameter);
     return m_shared.CheckRpcError(reply, L"") ? Text() : reply;

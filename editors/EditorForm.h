@@ -35,8 +35,10 @@ protected:
     // The button that saves: "&OK", pressed by Enter; `work` runs as the procedure of that name.
     void bindSave(Button& button, TextView procedure, std::function<void()> work);
 
-    // The reply of a list call; empty when the server refused it, which was told.
+    // The reply of the list call that reads the form's record; empty when the server refused it, which was told.
     Text readRecord(TextView call, TextView parameter);
+    // The same for a call that a hint has announced.
+    Text readAnnounced(TextView call, TextView parameter);
     // Calls the server to change something; false when it refused, which was told.
     bool send(TextView call, TextView parameter);
     // The same with the pieces of a record, and closes the form when the server took it.

@@ -122,7 +122,8 @@ void frmAsthma::activate()
     std::vector<ExpectedCall> calls { { ExpectedCall::Form::Text, L"MEVVAST GETREG", patient() },
         { ExpectedCall::Form::List, L"MEVVAST GETNOTE", patient() } };
     if (!m_sIEN.empty())
-        calls.insert(calls.begin(), { ExpectedCall::Form::List, L"MEVVAST GET", L"^" + m_sIEN });
+        calls.insert(
+            calls.begin(), { ExpectedCall::Form::List, L"MEVVAST GET", L"^" + m_sIEN, ExpectedCall::Purpose::Editor });
     const modShared::CallHint hint(m_shared, calls);
     if (m_sIEN.empty())
         setCaption(L"Add Asthma Record");
@@ -133,7 +134,7 @@ void frmAsthma::activate()
 
 void frmAsthma::LoadAst()
 {
-    const Text reply = readRecord(L"MEVVAST GET", L"^" + m_sIEN);
+    const Text reply = readAnnounced(L"MEVVAST GET", L"^" + m_sIEN);
     for (const TextView line : replyLines(reply))
         showRecord(line);
 }

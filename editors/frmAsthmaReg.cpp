@@ -58,7 +58,8 @@ void frmAsthmaReg::activate()
 void frmAsthmaReg::LoadReg()
 {
     const modShared::CallHint hint(m_shared,
-        std::array { ExpectedCall { ExpectedCall::Form::Text, L"MEVVAST GETREG", patient() },
+        std::array {
+            ExpectedCall { ExpectedCall::Form::Text, L"MEVVAST GETREG", patient(), ExpectedCall::Purpose::Editor },
             ExpectedCall { ExpectedCall::Form::List, L"MEVVAST GETNOTE", patient() } });
     const Text reply = m_shared.CallRpc(L"MEVVAST GETREG", patient());
     if (!reply.empty() && !m_shared.CheckRpcError(reply, L"")) {

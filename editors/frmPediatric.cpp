@@ -93,7 +93,8 @@ void frmPediatric::activate()
 
 void frmPediatric::LoadData()
 {
-    std::vector<ExpectedCall> calls { { ExpectedCall::Form::Text, L"MEVBMSR GET", patient() } };
+    std::vector<ExpectedCall> calls { { ExpectedCall::Form::Text, L"MEVBMSR GET", patient(),
+        ExpectedCall::Purpose::Editor } };
     if (!m_shared.KnowsUserParam(UnitParameter))
         calls.insert(calls.begin(), { ExpectedCall::Form::Text, L"MEVUTL GETPARM", Text(UnitParameter) });
     const modShared::CallHint hint(m_shared, calls);

@@ -4,6 +4,7 @@
 #include "platform/Letters.h"
 
 #include <algorithm>
+#include <array>
 
 namespace health {
 
@@ -159,6 +160,9 @@ void frmRepHist::LoadRepHist()
     SetWomensHealthEnabled(isEligible());
     if (!fraWH.isEnabled())
         return;
+    const modShared::CallHint hint(m_shared,
+        std::array {
+            ExpectedCall { ExpectedCall::Form::Text, L"MEVREP GET", patient(), ExpectedCall::Purpose::Editor } });
     const Text reply = m_shared.CallRpc(L"MEVREP GET", patient());
     if (m_shared.CheckRpcError(reply, L"Error Loading Reproductive Factors")) {
         SetWomensHealthEnabled(false);

@@ -50,9 +50,14 @@ Answer decode(QByteArrayView body)
 
 }
 
-QByteArray encodeRequest(long long number, TextView name, TextView parameter)
+QByteArray encodeRequest(long long number, TextView name, TextView parameter, TextView purpose)
 {
-    QByteArray body = QByteArray::number(number) + '\n';
+    QByteArray body = QByteArray::number(number);
+    if (!purpose.empty()) {
+        body += ' ';
+        body += narrow(purpose);
+    }
+    body += '\n';
     body += narrow(name);
     body += '\n';
     body += narrow(parameter);

@@ -23,8 +23,9 @@ struct Answer {
     QByteArray text; // UTF-8
 };
 
-// The frame of one request. Throws Failure for one that is longer than a server takes.
-QByteArray encodeRequest(long long number, TextView name, TextView parameter);
+// The frame of one request, with what it is for where the server shall know. Throws Failure for one that is longer than
+// a server takes.
+QByteArray encodeRequest(long long number, TextView name, TextView parameter, TextView purpose = {});
 
 // Takes bytes as they come and gives whole answers. Throws Failure where the bytes are no frame; nothing
 // more can be read then.

@@ -178,6 +178,7 @@ void HostSession::signOn(const Text& userName)
         m_token = newToken(); // another user never gets the answers of this one
     }
     m_userName = userName;
+    m_marks = {};
     m_unsettled.reset();
     m_signedOn = {};
     m_values.clear();
@@ -242,8 +243,9 @@ Text HostSession::call(TextView name, TextView parameter)
             if (m_connection.hasSent(number))
                 return m_connection.receive(number);
             m_changeSent = changes;
-            return m_connection.exchange(number, name, parameter);
+            return m_connection.exchange(number, name, parameter, purposeOf(name, parameter));
         });
+        m_marks.noteReply(number, name, parameter);
         tellMissedEvents();
         return widenBytes(reply);
     } catch (const CallAbandoned&) {
@@ -253,6 +255,12 @@ Text HostSession::call(TextView name, TextView parameter)
         }
         throw;
     }
+}
+
+// What the server is told of a call's use.
+Text HostSession::purposeOf(TextView name, TextView parameter) const
+{
+    return m_marks.purposeOf(name, parameter, changesRecords(name));
 }
 
 // A change whose fate is not known is made again under its old number. After another change, or much later when others
@@ -273,12 +281,13 @@ long long HostSession::numberOf(TextView name, TextView parameter)
 void HostSession::expectCalls(std::span<const ExpectedCall> calls)
 {
     dropExpected();
+    m_marks.announce(calls);
     if (!usesHints || m_inCall || !isReady())
         return;
     try {
         for (const ExpectedCall& call : calls) {
             const long long number = ++m_lastNumber;
-            m_connection.send(number, call.name, call.parameter);
+            m_connection.send(number, call.name, call.parameter, purposeOf(call.name, call.parameter));
             m_expected.push_back({ number, call.name, call.parameter });
         }
     } catch (const Failure&) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/ReadMarks.h"
 #include "host/ServerConnection.h"
 #include "platform/host.h"
 
@@ -120,6 +121,7 @@ private:
     };
 
     Text call(TextView name, TextView parameter);
+    Text purposeOf(TextView name, TextView parameter) const;
     long long numberOf(TextView name, TextView parameter);
     long long takeExpected(TextView name, TextView parameter);
     void dropExpected();
@@ -169,6 +171,7 @@ private:
     std::optional<SentAhead> m_unsettled;
     QDeadlineTimer m_unsettledUntil;
     std::deque<SentAhead> m_expected; // calls that were announced, in their order
+    ReadMarks m_marks;
     std::map<Text, Text> m_values;
     std::map<Text, std::shared_ptr<HostObject>> m_objects;
 };

@@ -73,14 +73,14 @@ auto ServerConnection::readIdleLater()
     return qScopeGuard([this] { QMetaObject::invokeMethod(this, &ServerConnection::readIdle, Qt::QueuedConnection); });
 }
 
-void ServerConnection::send(long long number, TextView name, TextView parameter)
+void ServerConnection::send(long long number, TextView name, TextView parameter, TextView purpose)
 {
     if (!m_open)
         throw ConnectionLost(L"The server is not connected.");
     // Writing may find the end of the connection; that is told where the answer is received, or by readIdle.
     const QScopedValueRollback waiting(m_waiting, true);
     const auto readLate = readIdleLater();
-    const QByteArray frame = encodeRequest(number, name, parameter);
+    const QByteArray frame = encodeRequest(number, name, parameter, purpose);
     if (m_transport.device()->write(frame) != frame.size())
         lose(m_transport.endReason());
     m_transport.device()->waitForBytesWritten(0); // on its way at once, also while nobody waits for the answer

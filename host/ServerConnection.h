@@ -37,17 +37,18 @@ public:
     // nothing.
     void giveUp();
 
-    // Sends a request; its answer is received later, or dropped when it comes. Throws ConnectionLost.
-    void send(long long number, TextView name, TextView parameter);
+    // Sends a request, with what it is for; its answer is received later, or dropped when it comes. Throws
+    // ConnectionLost.
+    void send(long long number, TextView name, TextView parameter, TextView purpose = {});
     // The request was sent over the open connection and its answer was not received yet.
     bool hasSent(long long number) const { return m_sent.contains(number); }
     // Waits for the reply (UTF-8) to a request that was sent. In a long call the window is painted and the pointer is
     // busy, but user input (see Transport::onWait) and timers wait: nothing else begins meanwhile. Throws
     // ConnectionLost where there is no answer, Failure with the server's text where the call failed there.
     QByteArray receive(long long number);
-    QByteArray exchange(long long number, TextView name, TextView parameter)
+    QByteArray exchange(long long number, TextView name, TextView parameter, TextView purpose = {})
     {
-        send(number, name, parameter);
+        send(number, name, parameter, purpose);
         return receive(number);
     }
     // Nobody waits for the answer any more; a failure is told all the same.

@@ -111,9 +111,18 @@ struct ExpectedCall {
         List,
     };
 
+    // What its reply is for. The server refuses to change a record that is not any more what its session has read for
+    // a list or a form.
+    enum class Purpose {
+        Other,
+        List, // of records, which the user sees
+        Editor, // a form that may save the record
+    };
+
     Form form;
     Text name;
     Text parameter;
+    Purpose purpose = Purpose::Other;
 };
 
 // The session with the clinical server.

@@ -81,6 +81,7 @@ FILE(root,ien,node) ; Files an entry with its zero node and its name in "B"; an 
  SET header=@root@(0)
  IF ien>$PIECE(header,"^",3) SET $PIECE(header,"^",3)=ien
  SET $PIECE(header,"^",4)=$PIECE(header,"^",4)+1,@root@(0)=header
+ IF $DATA(audit) DO CHANGED^MEVSEEN(root,ien,$PIECE(node,"^"))
  QUIT ien
  ;
 FILEAT(root,ien,node,patient,date) ; The same for what belongs to a patient and a date: "AA" lists it latest first
@@ -101,4 +102,5 @@ REMOVE(root,ien) ; Takes an entry out, with its cross-references; keeps it in th
  ;
 KEEP(root,ien) ; Keeps what an entry is before a change in the audit node of the call
  MERGE ^MEVAUD(audit,"BEFORE",root,ien)=@root@(ien)
+ DO CHANGED^MEVSEEN(root,ien,$PIECE(@root@(ien,0),"^"))
  QUIT

@@ -7,7 +7,7 @@ MEVONCE ; Calls that change data: one transaction each, done once, kept in the a
  ;
 ONCE(number,name,entry) ; Carries out entry from the table of calls; a repeated number is answered from memory.
  ; Sets reply, or failure; filed says whether the change was made, a failure notwithstanding.
- NEW asked,audit
+ NEW asked,audit,unseen
  SET asked=param ; a call may put its parameter in order
  IF $DATA(^MEVDONE(token,number)) DO RECALL QUIT
  IF '$$JOURNALED SET failure="The server cannot save: its disk is full." QUIT
@@ -16,8 +16,9 @@ ONCE(number,name,entry) ; Carries out entry from the table of calls; a repeated 
  SET failure="",reply="",param=asked
  ; Asked again: another process of the session, cut off from its client but still at work, may have filed it meanwhile.
  IF $DATA(^MEVDONE(token,number)) DO RECALL TCOMMIT  QUIT
- SET audit=$INCREMENT(^MEVAUD)
- DO @entry ; from the table of calls, never from a client
+ SET audit=$INCREMENT(^MEVAUD),unseen=$$REFUSED^MEVSEEN
+ IF unseen'="" SET reply="-1^"_unseen
+ IF unseen="" DO @entry ; from the table of calls, never from a client
  DO REMEMBER
  TCOMMIT
  SET filed=reply'<0 ; whatever fails from here on, the change was made, unless it was refused
@@ -47,6 +48,7 @@ FORGET ; Drops what is remembered of sessions whose last change is more than two
  NEW name
  SET name=""
  FOR  SET name=$ORDER(^MEVDONE(name)) QUIT:name=""  IF name'=token,$GET(^MEVDONE(name))<($HOROLOG-2) KILL ^MEVDONE(name)
+ DO FORGET^MEVSEEN
  QUIT
  ;
 JOURNALED() ; What is saved is in the journal, so that it outlives a crash. The engine closes the journal when the disk is full,

@@ -87,13 +87,16 @@ SKIP(length) ; Reads and drops a request that is too long
  DO FAILED(number,"The request is longer than 1,000,000 bytes.")
  QUIT
  ;
-NUMBER(text) ; A request number; 0 for what is none
+NUMBER(text) ; The request's number, from the text before the first blank; 0 for what is no number
+ SET text=$PIECE(text," ")
  QUIT $SELECT(text?1.15N:+text,1:0)
  ;
-REQUEST(body) ; Number, name and parameter, parted by line feeds
- NEW name,number
+REQUEST(body) ; Number and purpose, name, parameter, parted by line feeds
+ NEW name,number,purpose
  SET number=$$NUMBER($PIECE(body,$CHAR(10)))
  IF number=0 DO FAILED(0,"The request has no number.") QUIT
+ SET purpose=$PIECE($EXTRACT($PIECE(body,$CHAR(10)),1,1000)," ",2,999)
+ IF purpose'=""," LIST EDIT CHECK "'[(" "_$PIECE(purpose," ")_" ") DO FAILED(number,"The request's purpose is not known.") QUIT
  IF $LENGTH(body,$CHAR(10))<3 DO FAILED(number,"The request has no name.") QUIT
  SET name=$PIECE(body,$CHAR(10),2),param=$PIECE(body,$CHAR(10),3,$LENGTH(body))
  IF name="" DO FAILED(number,"The request has no name.") QUIT
@@ -120,6 +123,7 @@ TRY(number,name) ; Under its own trap: sets reply, or failure to a sentence
  ; The rest of a text with a "^" would stand in another's place, or be lost.
  IF most,$LENGTH(param,"^")>most DO NO^MEVSET("A text cannot hold a ""^"": nothing was saved.") QUIT
  IF $PIECE(calls(name),";",2)["W" DO ONCE^MEVONCE(number,name,$PIECE(calls(name),";")) QUIT
+ IF purpose="LIST"!(purpose="EDIT") DO READ^MEVSEEN(number,$PIECE(calls(name),";")) QUIT
  DO @$PIECE(calls(name),";") ; from the table below, never from a client
  QUIT
  ;
