@@ -42,10 +42,12 @@ TODAY ; A mark was made today
  SET:$GET(^MEVSEEN(token))'=+$HOROLOG ^MEVSEEN(token)=+$HOROLOG
  QUIT
  ;
-CHANGED(root,record,patient) ; Within a change: the record is not any more what others have read. Who made the change knows it.
+CHANGED(root,record,patient) ; Within a change: the record is not any more what others have read. Who knew it knows its own change.
+ NEW before
  IF patient'?1N.8N QUIT  ; no patient's record
- SET ^MEVCHG(root,patient)=audit,^MEVCHG(root,patient,record)=audit
- IF $GET(token)'="",$DATA(^MEVSEEN(token,"EDIT",root,record)) SET $PIECE(^MEVSEEN(token,"EDIT",root,record),"^")=audit
+ SET before=$$LAST(root,patient,record),^MEVCHG(root,patient)=audit,^MEVCHG(root,patient,record)=audit
+ QUIT:$GET(token)=""
+ IF $PIECE($GET(^MEVSEEN(token,"EDIT",root,record)),"^")=before SET $PIECE(^MEVSEEN(token,"EDIT",root,record),"^")=audit
  QUIT
  ;
 REFUSED() ; Why a change may not be made: a sentence; empty when its session knows what it changes
