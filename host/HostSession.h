@@ -150,6 +150,7 @@ private:
     long long m_lastNumber = 0;
     Text m_userName;
     SignedOn m_signedOn;
+    int m_serverVersion = 1; // of the protocol that the server speaks over the open connection
     bool m_onConnection = false; // the open connection has been signed on
     std::vector<Subscription> m_subscriptions;
     std::set<Text> m_namesAtServer; // subscribed over the open connection
