@@ -10,8 +10,8 @@ namespace health {
 namespace {
 
 constexpr qsizetype LengthDigits = 8;
-// Bytes of a body. What is too long for the server it refuses itself; 100,000 records are an answer of 20 MB, and a text
-// of the logic takes four bytes for a letter.
+// Bytes of a body. What is too long for the server it refuses itself; 100,000 records are an answer of 20 MB, and a
+// text of the logic takes four bytes for a letter.
 constexpr qsizetype LongestRequest = 99'999'999;
 constexpr qsizetype LongestAnswer = 64'000'000;
 constexpr qsizetype LargestRest = 1'000'000; // bytes of read frames that the buffer keeps

@@ -99,8 +99,8 @@ void HostSession::openSession()
 
 void HostSession::signOnConnection()
 {
-    const Text reply = widenBytes(
-        request(L"MEVHOST SIGNON", m_token + L"^" + m_userName + L"^" + std::to_wstring(ProtocolVersion)));
+    const Text reply =
+        widenBytes(request(L"MEVHOST SIGNON", m_token + L"^" + m_userName + L"^" + std::to_wstring(ProtocolVersion)));
     const QStringList pieces = QString::fromStdWString(reply).split(u'^');
     if (pieces.size() < 4 || pieces[0].toLong() <= 0)
         throw Failure(pieces.value(1, QStringLiteral("The server did not take the sign-on.")).toStdWString());

@@ -27,10 +27,10 @@ void ProcessTransport::open()
     connect(m_process.get(), &QProcess::readyReadStandardError, this, &ProcessTransport::hearComplaint);
     m_process->start(m_program, m_arguments, QIODevice::ReadWrite | QIODevice::Unbuffered);
     if (!m_process->waitForStarted()) {
-        const QString reason = m_process->errorString();
+        const QString reason = m_process->errorString().section(QStringLiteral(": "), -1); // no name of a system call
         m_process.reset();
         throw Failure(
-            QStringLiteral("The server program %1 cannot be started: %2").arg(m_program, reason).toStdWString());
+            QStringLiteral("The server program %1 cannot be started: %2.").arg(m_program, reason).toStdWString());
     }
 }
 

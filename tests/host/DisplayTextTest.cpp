@@ -78,7 +78,8 @@ TEST(ReportPages, PdfIsWrittenWithoutAPrinter)
     for (const auto others : { QFile::Permissions(), QFile::Permissions(QFile::ReadGroup | QFile::ReadOther) }) {
         file.setPermissions(file.permissions() | others);
         pages.savePdf(path);
-        EXPECT_FALSE(file.permissions() & (QFile::ReadGroup | QFile::WriteGroup | QFile::ReadOther | QFile::WriteOther));
+        EXPECT_FALSE(
+            file.permissions() & (QFile::ReadGroup | QFile::WriteGroup | QFile::ReadOther | QFile::WriteOther));
     }
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     const QByteArray bytes = file.readAll();

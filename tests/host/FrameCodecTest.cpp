@@ -44,9 +44,8 @@ TEST(FrameCodec, LongAnswerGoesBeforeTheNextHasCome)
 
 TEST(FrameCodec, WhatIsNoFrame)
 {
-    for (const char* bytes :
-        { "0000000xR1\n", "-0000001R", "00000004Q12\n", "00000003R12", "00000004Rx1\n", "00000000", "00000002R\n",
-            "64000001" }) {
+    for (const char* bytes : { "0000000xR1\n", "-0000001R", "00000004Q12\n", "00000003R12", "00000004Rx1\n", "00000000",
+             "00000002R\n", "64000001" }) {
         FrameReader reader;
         reader.feed(bytes);
         EXPECT_THROW(reader.next(), Failure) << bytes;
