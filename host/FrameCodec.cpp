@@ -10,7 +10,11 @@ namespace health {
 namespace {
 
 constexpr qsizetype LengthDigits = 8;
-constexpr qsizetype LongestRequest = 99'999'999; // bytes of a body; what is too long for the server it refuses itself
+// Bytes of a body. What is too long for the server it refuses itself; 100,000 records are an answer of 20 MB, and a
+// text of the logic takes four bytes for a letter.
+constexpr qsizetype LongestRequest = 99'999'999;
+constexpr qsizetype LongestAnswer = 64'000'000;
+constexpr qsizetype LargestRest = 1'000'000; // bytes of read frames that the buffer keeps
 
 bool areDigits(QByteArrayView text)
 {
@@ -33,19 +37,19 @@ Answer::Kind kindOf(char letter)
     }
 }
 
-Answer decode(QByteArrayView body)
+Answer decode(QByteArray body)
 {
     const Answer::Kind kind = kindOf(body.isEmpty() ? '\0' : body[0]);
     const qsizetype end = body.indexOf('\n');
     if (end < 0)
         throw Failure(L"The server's answer was garbled (no heading).");
-    const QByteArray heading = body.sliced(1, end - 1).toByteArray();
-    QByteArray text = body.sliced(end + 1).toByteArray();
+    const QByteArray heading = body.sliced(1, end - 1);
+    body.remove(0, end + 1);
     if (kind == Answer::Kind::Event)
-        return { kind, 0, heading, std::move(text) };
+        return { kind, 0, heading, std::move(body) };
     if (heading.isEmpty() || !areDigits(heading))
         throw Failure(L"The server's answer was garbled (no number).");
-    return { kind, heading.toLongLong(), {}, std::move(text) };
+    return { kind, heading.toLongLong(), {}, std::move(body) };
 }
 
 }
@@ -81,7 +85,10 @@ qsizetype FrameReader::length() const
     const auto digits = QByteArrayView(m_buffer).sliced(m_start, std::min(LengthDigits, pending()));
     if (!areDigits(digits))
         throw Failure(L"The server's answer was garbled (no length).");
-    return digits.toByteArray().toLongLong();
+    const qsizetype length = digits.toByteArray().toLongLong();
+    if (digits.size() == LengthDigits && length > LongestAnswer)
+        throw Failure(L"The server's answer is too long: more than 64,000,000 bytes.");
+    return length;
 }
 
 std::optional<Answer> FrameReader::next()
@@ -89,13 +96,19 @@ std::optional<Answer> FrameReader::next()
     const qsizetype body = length();
     if (pending() < LengthDigits || pending() < LengthDigits + body)
         return std::nullopt;
-    Answer answer = decode(QByteArrayView(m_buffer).sliced(m_start + LengthDigits, body));
-    m_start += LengthDigits + body;
-    if (m_start == m_buffer.size()) {
-        m_buffer.clear();
+    const qsizetype begin = m_start + LengthDigits;
+    if (begin + body == m_buffer.size()) {
+        // A long answer is not copied: it takes the buffer along.
         m_start = 0;
+        QByteArray last = std::exchange(m_buffer, {});
+        last.remove(0, begin);
+        return decode(std::move(last));
     }
-    return answer;
+    m_start = begin + body;
+    QByteArray text = m_buffer.sliced(begin, body);
+    if (m_start > std::max(LargestRest, pending()))
+        m_buffer = m_buffer.sliced(std::exchange(m_start, 0)); // a long answer's bytes are given back
+    return decode(std::move(text));
 }
 
 }

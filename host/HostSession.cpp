@@ -25,15 +25,11 @@ constexpr int FirstPause = 10'000; // milliseconds
 constexpr int LongestPause = 320'000;
 // The window takes no input meanwhile, so such a try gives up sooner than a call that the user made.
 constexpr int QuietTimeout = 5'000;
+constexpr int ProtocolVersion = 2; // that the host speaks; it works with servers of 1, too
 constexpr int UnsettledTime = 600'000; // milliseconds
 // More of them are replaced by one order to reload.
 constexpr std::size_t MostEvents = 1000;
-
-// Whether a call of the panel changes records.
-bool changesRecords(TextView name)
-{
-    return name.ends_with(L" SET") || name.ends_with(L" SETREG") || name.ends_with(L" DEL");
-}
+constexpr int LongestDelivery = 50; // milliseconds of one turn
 
 }
 
@@ -97,11 +93,14 @@ void HostSession::openSession()
 
 void HostSession::signOnConnection()
 {
-    const Text reply = widenBytes(request(L"MEVHOST SIGNON", m_token + L"^" + m_userName));
+    const Text reply =
+        widenBytes(request(L"MEVHOST SIGNON", m_token + L"^" + m_userName + L"^" + std::to_wstring(ProtocolVersion)));
     const QStringList pieces = QString::fromStdWString(reply).split(u'^');
     if (pieces.size() < 4 || pieces[0].toLong() <= 0)
         throw Failure(pieces.value(1, QStringLiteral("The server did not take the sign-on.")).toStdWString());
     m_signedOn = { pieces[0].toLong(), pieces[1].toStdWString(), pieces[2].toLong(), pieces[3].toStdWString() };
+    // A server that does not name its version is of the first.
+    m_serverVersion = std::max(1, pieces.value(4).toInt());
 }
 
 QByteArray HostSession::request(TextView name, TextView parameter)
@@ -257,12 +256,6 @@ Text HostSession::call(TextView name, TextView parameter)
     }
 }
 
-// What the server is told of a call's use.
-Text HostSession::purposeOf(TextView name, TextView parameter) const
-{
-    return m_marks.purposeOf(name, parameter, changesRecords(name));
-}
-
 // A change whose fate is not known is made again under its old number. After another change, or much later when others
 // may have changed the record, it is a new one.
 long long HostSession::numberOf(TextView name, TextView parameter)
@@ -403,7 +396,10 @@ void HostSession::deliverQueued()
         return;
     }
     const QScopedValueRollback delivering(m_delivering, true);
+    const QDeadlineTimer turn(LongestDelivery);
     while (!m_events.empty() && !m_inCall) {
+        if (turn.hasExpired())
+            return m_delivery.start(0); // the window lives in between
         const auto event = std::move(m_events.front());
         m_events.pop_front();
         deliver(event.first, event.second);

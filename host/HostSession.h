@@ -121,7 +121,11 @@ private:
     };
 
     Text call(TextView name, TextView parameter);
-    Text purposeOf(TextView name, TextView parameter) const;
+    // What the server is told of a call's use; one of the first version does not know of it.
+    Text purposeOf(TextView name, TextView parameter) const
+    {
+        return m_serverVersion < 2 ? Text() : m_marks.purposeOf(name, parameter);
+    }
     long long numberOf(TextView name, TextView parameter);
     long long takeExpected(TextView name, TextView parameter);
     void dropExpected();
@@ -152,6 +156,7 @@ private:
     long long m_lastNumber = 0;
     Text m_userName;
     SignedOn m_signedOn;
+    int m_serverVersion = 1; // of the protocol that the server speaks over the open connection
     bool m_onConnection = false; // the open connection has been signed on
     std::vector<Subscription> m_subscriptions;
     std::set<Text> m_namesAtServer; // subscribed over the open connection

@@ -17,6 +17,7 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QGridLayout>
 #include <QLabel>
 #include <QMenuBar>
 #include <QMessageBox>
@@ -207,12 +208,16 @@ bool MainWindow::askAgain(const QString& reason)
         std::fprintf(stderr, "%s\n", qPrintable(reason));
         return false;
     }
-    QMessageBox box(QMessageBox::Warning, tr("Personal Health"), tr("The server did not answer. Try again?"),
+    QMessageBox box(QMessageBox::Warning, tr("Personal Health"), tr("The connection to the server failed. Try again?"),
         QMessageBox::Retry | QMessageBox::Cancel, QApplication::activeWindow());
     box.setInformativeText(reason);
     box.setTextFormat(Qt::PlainText);
     box.setTextInteractionFlags(Qt::TextSelectableByMouse);
     box.setDefaultButton(QMessageBox::Retry);
+    // The box is as wide as its first sentence otherwise, and the reason's paths are broken.
+    if (auto* const grid = qobject_cast<QGridLayout*>(box.layout()))
+        grid->addItem(new QSpacerItem(fontMetrics().horizontalAdvance(u'x') * 70, 0), grid->rowCount(), 0, 1,
+            grid->columnCount());
     QApplication::setOverrideCursor(Qt::ArrowCursor); // the call has set the hourglass, but the user is asked
     const auto callGoesOn = qScopeGuard([] { QApplication::restoreOverrideCursor(); });
     return box.exec() == QMessageBox::Retry;

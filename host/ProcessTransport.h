@@ -24,7 +24,10 @@ public:
 private:
     QString m_program;
     QStringList m_arguments;
+    void hearComplaint();
+
     std::unique_ptr<QProcess, DeleteLater> m_process;
+    QByteArray m_complaint; // the end of what came on standard error
 };
 
 }

@@ -23,6 +23,11 @@ void keepLatest(Kept& kept)
 
 }
 
+bool changesRecords(TextView name)
+{
+    return name.ends_with(L" SET") || name.ends_with(L" SETREG") || name.ends_with(L" DEL");
+}
+
 void ReadMarks::announce(std::span<const ExpectedCall> calls)
 {
     for (const ExpectedCall& call : calls) {
@@ -44,9 +49,9 @@ const ExpectedCall* ReadMarks::announced(TextView name, TextView parameter) cons
     return found == m_announced.end() ? nullptr : &*found;
 }
 
-Text ReadMarks::purposeOf(TextView name, TextView parameter, bool changes) const
+Text ReadMarks::purposeOf(TextView name, TextView parameter) const
 {
-    if (changes) {
+    if (changesRecords(name)) {
         if (m_announced.empty())
             return {};
         Text purpose = L"CHECK";

@@ -1,5 +1,6 @@
 #include "host/ReportPages.h"
 
+#include "host/PrivateFile.h"
 #include "platform/Failure.h"
 
 #include <QFile>
@@ -146,8 +147,9 @@ void ReportPages::setUsualPaper(QPrinter& printer)
 
 int ReportPages::paint(QPrinter& printer) const
 {
+    const QString file = printer.outputFileName();
     QPainter painter;
-    if (!painter.begin(&printer))
+    if ((!file.isEmpty() && !makePrivate(file)) || !painter.begin(&printer))
         return 0;
     const QRectF page = printer.pageRect(QPrinter::DevicePixel);
     const QFont font = fittingFont(printer, m_lineWidth, page.width());

@@ -41,7 +41,7 @@ public:
     static void setUsualPaper(QPrinter& printer);
     // Text does not reach the paper's edge.
     static void setMargins(QPrinter& printer);
-    // Draws all pages; gives their number, 0 when nothing can be drawn.
+    // Draws all pages; gives their number, 0 when nothing can be drawn. A file that they go to is the user's alone.
     int paint(QPrinter& printer) const;
     // Writes a PDF file, with no printer needed; throws Failure when it cannot be written.
     void savePdf(const QString& path) const;

@@ -4,13 +4,16 @@
 
 #include <QCoreApplication>
 #include <QCursor>
+#include <QDeadlineTimer>
 #include <QElapsedTimer>
 #include <QGuiApplication>
 #include <QIODevice>
 #include <QScopeGuard>
 #include <QScopedValueRollback>
+#include <QTimer>
 
 #include <algorithm>
+#include <utility>
 
 namespace health {
 
@@ -53,6 +56,7 @@ void ServerConnection::close()
 {
     m_open = false;
     m_answered = false;
+    m_progress.reset();
     m_reader = FrameReader();
     m_sent.clear();
     m_transport.close();
@@ -94,7 +98,7 @@ void ServerConnection::drop(long long number)
         return;
     sent->second.isDropped = true;
     if (sent->second.answer)
-        keep(*sent->second.answer);
+        keep(*std::move(sent->second.answer));
 }
 
 QByteArray ServerConnection::receive(long long number)
@@ -103,10 +107,10 @@ QByteArray ServerConnection::receive(long long number)
     if (!m_open)
         throw ConnectionLost(L"The server is not connected.");
     const auto readLate = readIdleLater();
-    const Answer answer = waitFor(number);
+    Answer answer = waitFor(number);
     if (answer.kind == Answer::Kind::Failed)
         throw Failure(widen({ answer.text.data(), static_cast<std::size_t>(answer.text.size()) }));
-    return answer.text;
+    return std::move(answer.text);
 }
 
 Answer ServerConnection::waitFor(long long number)
@@ -119,13 +123,13 @@ Answer ServerConnection::waitFor(long long number)
     std::optional<BusyPointer> busy;
     for (;;) {
         if (auto& sent = m_sent[number]; sent.answer) {
-            const Answer answer = *std::move(sent.answer);
+            Answer answer = *std::move(sent.answer);
             m_sent.erase(number);
             return answer;
         }
-        if (const auto answer = nextAnswer()) {
+        if (auto answer = nextAnswer()) {
             silence.restart();
-            sort(*answer);
+            sort(*std::move(answer));
         } else if (readMore()) {
             silence.restart();
         }
@@ -135,6 +139,7 @@ Answer ServerConnection::waitFor(long long number)
             continue;
         if (!busy)
             busy.emplace();
+        tellProgress();
         m_transport.letWindowLive(call.elapsed());
         sinceTurn.restart();
     }
@@ -151,24 +156,31 @@ void ServerConnection::keepWithinLimits(qint64 call, qint64 silence)
 }
 
 // Hands news on and keeps the answers to requests.
-void ServerConnection::sort(const Answer& answer)
+void ServerConnection::sort(Answer answer)
 {
     if (answer.kind == Answer::Kind::Progress) {
         if (m_answered)
             lose(tr("The server's answer was garbled (progress after an answer)."));
-        if (onProgress)
-            onProgress(static_cast<int>(std::clamp(answer.number, 0LL, 100LL)), QString::fromUtf8(answer.text));
+        m_progress = std::move(answer);
     } else if (answer.kind == Answer::Kind::Event) {
         if (onEvent)
             onEvent(answer);
     } else if (answer.kind == Answer::Kind::Failed && answer.number == 0) {
         lose(QString::fromUtf8(answer.text));
     } else {
-        keep(answer);
+        keep(std::move(answer));
     }
 }
 
-void ServerConnection::keep(const Answer& answer)
+// Once for each turn of the window: a server that reports faster is read all the same.
+void ServerConnection::tellProgress()
+{
+    const auto progress = std::exchange(m_progress, std::nullopt);
+    if (progress && onProgress)
+        onProgress(static_cast<int>(std::clamp(progress->number, 0LL, 100LL)), QString::fromUtf8(progress->text));
+}
+
+void ServerConnection::keep(Answer answer)
 {
     const auto sent = m_sent.find(answer.number);
     m_answered = true;
@@ -176,7 +188,7 @@ void ServerConnection::keep(const Answer& answer)
         lose(
             m_waiting ? tr("The server's answer belongs to another call.") : tr("The server answered without a call."));
     if (!sent->second.isDropped) {
-        sent->second.answer = answer;
+        sent->second.answer = std::move(answer);
         return;
     }
     const bool failed = answer.kind == Answer::Kind::Failed;
@@ -189,6 +201,9 @@ void ServerConnection::keep(const Answer& answer)
 std::optional<Answer> ServerConnection::nextAnswer()
 {
     try {
+        // What has come is read to its end first: the rest waits where it does not pile up.
+        if (auto answer = m_reader.next())
+            return answer;
         m_reader.feed(m_transport.device()->readAll());
         return m_reader.next();
     } catch (const Failure& failure) {
@@ -218,8 +233,13 @@ void ServerConnection::readIdle()
     if (m_waiting || !m_open)
         return;
     try {
-        while (const auto answer = nextAnswer())
-            sort(*answer);
+        const QDeadlineTimer turn(SliceMilliseconds);
+        while (auto answer = nextAnswer()) {
+            sort(*std::move(answer));
+            // A server that sends without end must not stop the window; what is posted would come before its turn.
+            if (turn.hasExpired())
+                return QTimer::singleShot(1, this, &ServerConnection::readIdle);
+        }
         if (m_transport.isAlive())
             return;
         close();

@@ -72,8 +72,9 @@ private:
 
     Answer waitFor(long long number);
     std::optional<Answer> nextAnswer();
-    void sort(const Answer& answer);
-    void keep(const Answer& answer);
+    void sort(Answer answer);
+    void keep(Answer answer);
+    void tellProgress();
     bool readMore();
     void keepWithinLimits(qint64 call, qint64 silence);
     void readIdle();
@@ -88,6 +89,7 @@ private:
     bool m_open = false;
     bool m_waiting = false;
     bool m_answered = false; // a request, over the open connection
+    std::optional<Answer> m_progress; // the latest, not told yet
 };
 
 }

@@ -2,6 +2,7 @@
 
 #include "host/DisplayText.h"
 #include "host/MainWindow.h"
+#include "host/PrivateFile.h"
 
 #include <QAbstractButton>
 #include <QAbstractItemView>
@@ -196,7 +197,7 @@ QAbstractButton* Tour::buttonToFollow(const QWidget& dialog)
 void Tour::save(QWidget& widget, const QString& name)
 {
     const QString path = m_folder + u'/' + name + QStringLiteral(".png");
-    if (widget.grab().save(path))
+    if (makePrivate(path) && widget.grab().save(path))
         ++m_pictures;
     else
         m_failed = true;

@@ -76,6 +76,11 @@ WaitBox::WaitBox(QWidget& mainWindow, QWidget* owner)
     layout->addWidget(m_bar);
     layout->addLayout(line);
     connect(m_stop, &QPushButton::clicked, this, &WaitBox::stopped);
+    // A server that has to be ended may take two seconds more: the user sees that the press was heard.
+    connect(this, &WaitBox::stopped, m_stop, [this] {
+        m_stop->setEnabled(false);
+        m_stop->repaint();
+    });
     QCoreApplication::instance()->installEventFilter(this);
 }
 

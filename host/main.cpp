@@ -2,10 +2,14 @@
 #include "host/DisplayText.h"
 #include "host/FailureBox.h"
 #include "host/MainWindow.h"
+#include "host/PrivateFile.h"
 #include "host/Tour.h"
 #include "host/UnattendedDialogs.h"
 
 #include <QApplication>
+
+#include <sys/prctl.h>
+#include <sys/resource.h>
 
 #include <algorithm>
 #include <cstdio>
@@ -34,7 +38,7 @@ bool report(MainWindow& window, const Options& options)
             std::printf("%s (%ld)\n", qUtf8Printable(displayName(patient.name)), patient.number);
         std::fputs(qUtf8Printable(window.gridText()), stdout);
     }
-    if (options.picture.isEmpty() || window.grab().save(options.picture))
+    if (options.picture.isEmpty() || (makePrivate(options.picture) && window.grab().save(options.picture)))
         return true;
     std::fprintf(stderr, "The picture cannot be saved in %s.\n", qPrintable(options.picture));
     return false;
@@ -110,6 +114,15 @@ bool needsNoDisplay(int argc, char** argv)
     });
 }
 
+// The memory holds what was read of patients. The limit keeps it out of files; a program that the kernel hands dumps to
+// may disregard the limit, so that there is none for it either, and no other program of the user can look into it.
+void preventDumps()
+{
+    constexpr rlimit none {};
+    ::setrlimit(RLIMIT_CORE, &none);
+    ::prctl(PR_SET_DUMPABLE, 0);
+}
+
 template<typename Application>
 int run(int argc, char** argv)
 {
@@ -128,5 +141,6 @@ int run(int argc, char** argv)
 
 int main(int argc, char** argv)
 {
+    preventDumps();
     return needsNoDisplay(argc, argv) ? run<QCoreApplication>(argc, argv) : run<QApplication>(argc, argv);
 }

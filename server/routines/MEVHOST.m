@@ -22,7 +22,7 @@ SIGNON ; Call: session name ^ user name
  IF '$PIECE(^MEVUSR(ien,0),"^",4) SET reply="-1^"_name_" may not sign on here." QUIT
  SET user=ien,token=new
  DO SWEEP^MEVEVENT,FORGET^MEVONCE
- SET reply=ien_"^"_name_"^1^"_$PIECE(^AUTTLOC(1,0),"^")
+ SET reply=ien_"^"_name_"^1^"_$PIECE(^AUTTLOC(1,0),"^")_"^2"
  QUIT
  ;
 KEYS ; Call: key ^ key ^ ...

@@ -73,8 +73,14 @@ TEST(ReportPages, PdfIsWrittenWithoutAPrinter)
     for (int line = 0; line < 300; ++line)
         report.text += "line\r\n";
     const ReportPages pages(report, {});
-    pages.savePdf(path);
     QFile file(path);
+    // The user's alone, also where others could read what it replaces.
+    for (const auto others : { QFile::Permissions(), QFile::Permissions(QFile::ReadGroup | QFile::ReadOther) }) {
+        file.setPermissions(file.permissions() | others);
+        pages.savePdf(path);
+        EXPECT_FALSE(
+            file.permissions() & (QFile::ReadGroup | QFile::WriteGroup | QFile::ReadOther | QFile::WriteOther));
+    }
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     const QByteArray bytes = file.readAll();
     EXPECT_TRUE(bytes.startsWith("%PDF"));

@@ -28,10 +28,24 @@ TEST(FrameCodec, AnswersComeInAnyPortions)
     EXPECT_EQ(reader.pending(), 0);
 }
 
+TEST(FrameCodec, LongAnswerGoesBeforeTheNextHasCome)
+{
+    const QByteArray text(2'000'000, 'x');
+    FrameReader reader;
+    reader.feed("02000003R1\n" + text + "00000004R2");
+    const auto first = reader.next();
+    ASSERT_TRUE(first && first->text == text);
+    EXPECT_EQ(reader.pending(), 10);
+    EXPECT_FALSE(reader.next());
+    reader.feed("\n!64000000");
+    EXPECT_EQ(reader.next()->text, "!");
+    EXPECT_FALSE(reader.next());
+}
+
 TEST(FrameCodec, WhatIsNoFrame)
 {
-    for (const char* bytes :
-        { "0000000xR1\n", "-0000001R", "00000004Q12\n", "00000003R12", "00000004Rx1\n", "00000000", "00000002R\n" }) {
+    for (const char* bytes : { "0000000xR1\n", "-0000001R", "00000004Q12\n", "00000003R12", "00000004Rx1\n", "00000000",
+             "00000002R\n", "64000001" }) {
         FrameReader reader;
         reader.feed(bytes);
         EXPECT_THROW(reader.next(), Failure) << bytes;

@@ -14,8 +14,8 @@ ExpectedCall call(TextView name, Purpose purpose) { return { ExpectedCall::Form:
 TEST(ReadMarks, ChangeNamesTheRepliesThatFormsHold)
 {
     ReadMarks marks;
-    const auto change = [&] { return marks.purposeOf(L"A SET", L"12^x", true); };
-    const auto read = [&](TextView name) { return marks.purposeOf(name, L"12", false); };
+    const auto change = [&] { return marks.purposeOf(L"A SET", L"12^x"); };
+    const auto read = [&](TextView name) { return marks.purposeOf(name, L"12"); };
     EXPECT_EQ(change(), L""); // nobody has said what calls are for
     marks.announce(std::array { call(L"A", Purpose::List), call(L"B", Purpose::Other) });
     EXPECT_EQ(read(L"A") + L"|" + read(L"B") + L"|" + read(L"C"), L"LIST||");
