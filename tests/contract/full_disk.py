@@ -6,38 +6,13 @@ import subprocess
 import sys
 import tempfile
 
+sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "../../tools"))
+from server_session import Session
+
 MEGABYTE = 1 << 20
-TOKEN = "%032x"
 
 
-class Session:
-    """One server process, signed on."""
-
-    count = 0
-
-    def __init__(self, program, data):
-        Session.count += 1
-        self.process = subprocess.Popen([program, "--data", data], stdin=subprocess.PIPE, stdout=subprocess.PIPE)
-        self.number = 0
-        assert self.call("MEVHOST SIGNON", TOKEN % Session.count + "^SORREL,ADA").startswith("R1\n1^SORREL,ADA")
-
-    def call(self, name, parameter):
-        """The answer's body; empty when the server has ended."""
-        self.number += 1
-        body = f"{self.number}\n{name}\n{parameter}".encode()
-        try:
-            self.process.stdin.write(b"%08d%s" % (len(body), body))
-            self.process.stdin.flush()
-        except BrokenPipeError:
-            return ""
-        while True:
-            length = self.process.stdout.read(8)
-            if len(length) < 8:
-                return ""
-            answer = self.process.stdout.read(int(length)).decode()
-            if answer[0] not in "PE":
-                return answer
-
+class Saver(Session):
     def save(self, comment):
         return self.call("MEVREF SET", f"^EXAM^1^14^01/02/2026^{comment}")
 
@@ -57,7 +32,7 @@ def fill(path):
 
 def main(program, disk):
     data = os.path.join(disk, "data")
-    session = Session(program, data)
+    session = Saver(program, data)
     acknowledged = [f"before {number}" for number in range(20)]
     for comment in acknowledged:
         assert session.save(comment).endswith("\n1"), comment
@@ -77,7 +52,7 @@ def main(program, disk):
     session.process.wait()
     os.remove(filler)
 
-    session = Session(program, data)
+    session = Saver(program, data)
     there = session.saved()
     missing = [comment for comment in acknowledged if there.count(comment) != 1]
     assert not missing, f"{len(missing)} of the saves are not there once: {missing[:3]}"
