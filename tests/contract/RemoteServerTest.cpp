@@ -3,7 +3,7 @@
 #include "tests/support/ScriptedHost.h"
 #include "tests/support/ServedRemotely.h"
 
-#include <QDir>
+#include <QStandardPaths>
 #include <QTcpServer>
 
 #include <gtest/gtest.h>
@@ -121,11 +121,45 @@ TEST_F(Remote, CertificatesThatAreRefused)
     };
     for (const auto& [name, text] : cases)
         EXPECT_EQ(refusal(as(name)), "Try again? " + text) << name;
+    // Names that no user can have, each in a certificate that is right otherwise.
+    for (const char* const subject : { "/CN=SORREL,ADA/CN=BARE,JUNO", "/CN=SORREL^ADA", "/CN=SORREL\\\\,ADA", "/CN=1\n\n2" }) {
+        EXPECT_EQ(served->administer("sh",
+                      { "-c",
+                          "openssl req -new -config authority.cnf -key bare.key -subj \"$0\" -out odd.csr && cp bare.key odd.key && "
+                          "openssl ca -batch -config authority.cnf -extensions client -in odd.csr -out odd.pem",
+                          subject }),
+            "");
+        EXPECT_EQ(refusal(as("odd")), "Try again? The server finds no user's name in your certificate.") << subject;
+    }
     // No other name than the certificate's, known or not.
     EXPECT_EQ(refusal(as("sorrel"), L"GLASS,VIOLA"), "Your certificate is for SORREL,ADA, not for GLASS,VIOLA.");
     EXPECT_EQ(refusal(as("sorrel"), L"SORREL,ADA "), "Your certificate is for SORREL,ADA, not for SORREL,ADA .");
     EXPECT_EQ(refusal(as("sorrel"), L"NOBODY"), "Your certificate is for SORREL,ADA, not for NOBODY.");
     EXPECT_EQ(refusal(as("sorrel")), "signed on");
+}
+
+TEST_F(Remote, OnlyCiphersWithForwardSecrecyAndAuthentication)
+{
+    const auto shake = [](const QString& options) {
+        return served->administer("sh",
+            { "-c", "openssl s_client -connect localhost:$0 -cert sorrel.pem -key sorrel.key $1 </dev/null",
+                QString::number(served->port), options });
+    };
+    for (const char* const taken : { "-tls1_3", "-tls1_2", "-tls1_2 -cipher ECDHE-ECDSA-AES128-GCM-SHA256" })
+        EXPECT_EQ(shake(taken), "") << taken;
+    for (const char* const refused : { "-tls1_2 -cipher ECDHE-ECDSA-AES128-SHA", "-tls1_2 -cipher ECDHE-ECDSA-AES128-SHA256",
+             "-tls1_1 -cipher ALL:@SECLEVEL=0" })
+        EXPECT_NE(shake(refused), "") << refused;
+}
+
+TEST_F(Remote, UnitsLeaveLittleExposed)
+{
+    if (QStandardPaths::findExecutable("systemd-analyze").isEmpty())
+        GTEST_SKIP() << "systemd-analyze is not installed";
+    for (const QString unit : { "personal-health.service", "personal-health-door.service" })
+        EXPECT_EQ(served->administer("systemd-analyze",
+                      { "security", "--offline=true", "--threshold=15", ServedRemotely::script(unit) }),
+            "");
 }
 
 TEST_F(Remote, ServersThatAreNotTrustedOrNotThere)
@@ -207,7 +241,8 @@ TEST_F(Remote, ListsOfRevokedCertificatesThatWouldShutEverybodyOut)
     EXPECT_EQ(server.addRevokedList("future.crl"),
         "future.crl is not valid before Jan  1 00:00:00 2099 GMT: the clock of the authority's machine, or this one's, is wrong.");
     EXPECT_EQ(server.authority({ "-gencrl", "-out", "new.crl" }), "");
-    EXPECT_EQ(server.addRevokedList("new.crl", { "revoked.pem" }), "");
+    EXPECT_EQ(server.administer("sh", { "-c", "umask 077; $0 new.crl . revoked.pem", server.script("add-revoked-list") }), "");
+    EXPECT_TRUE(QFile::permissions(server.file("revoked-lists.pem")) & QFile::ReadOther);
     EXPECT_EQ(server.addRevokedList("new.crl", { "sorrel.pem" }), "sorrel.pem is not refused as revoked: sorrel.pem: OK");
     EXPECT_TRUE(server.addRevokedList("revoked.crl").starts_with("revoked.crl is older than the list in force, "));
     EXPECT_EQ(refusal(server.as("sorrel")), "signed on");

@@ -4,7 +4,6 @@
 #include "host/TlsTransport.h"
 #include "tests/support/RealServer.h"
 
-#include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QTcpServer>
@@ -98,13 +97,14 @@ public:
         return server;
     }
 
-    const int port = freePort();
-
-private:
     static QString script(const QString& name)
     {
         return QFileInfo(QStringLiteral(SERVER_PROGRAM)).path() + QStringLiteral("/remote/") + name;
     }
+
+    const int port = freePort();
+
+private:
     static std::vector<pid_t> children(pid_t parent)
     {
         QFile file(QStringLiteral("/proc/%1/task/%1/children").arg(parent));
