@@ -74,7 +74,8 @@ public:
         process.start(program, arguments);
         if (!process.waitForFinished())
             return process.errorString().toStdString();
-        return process.exitCode() == 0 ? "" : process.readAllStandardError().trimmed().toStdString();
+        const QByteArray complaint = process.readAllStandardError() + '\n' + process.readAllStandardOutput();
+        return process.exitCode() == 0 ? "" : complaint.trimmed().toStdString();
     }
     std::string authority(const QStringList& arguments) const
     {
