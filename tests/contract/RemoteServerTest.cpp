@@ -3,10 +3,18 @@
 #include "tests/support/ScriptedHost.h"
 #include "tests/support/ServedRemotely.h"
 
-#include <QDir>
+#include <QStandardPaths>
 #include <QTcpServer>
 
 #include <gtest/gtest.h>
+
+#include <arpa/inet.h>
+#include <atomic>
+#include <chrono>
+#include <sys/resource.h>
+#include <sys/socket.h>
+#include <thread>
+#include <unistd.h>
 
 namespace health::test {
 namespace {
@@ -108,15 +116,50 @@ TEST_F(Remote, CertificatesThatAreRefused)
         { "selfsigned", "The server refused your certificate: it is not from the server's authority." },
         { "foreign", "The server refused your certificate: it is not from the server's authority." },
         { "server", "The server refused your certificate: it is not valid for this." },
+        { "mail", "The server refused your certificate: it is not valid for this." },
         { "nameless", "The server finds no user's name in your certificate." },
     };
     for (const auto& [name, text] : cases)
         EXPECT_EQ(refusal(as(name)), "Try again? " + text) << name;
+    // Names that no user can have, each in a certificate that is right otherwise.
+    for (const char* const subject : { "/CN=SORREL,ADA/CN=BARE,JUNO", "/CN=SORREL^ADA", "/CN=SORREL\\\\,ADA", "/CN=1\n\n2" }) {
+        EXPECT_EQ(served->administer("sh",
+                      { "-c",
+                          "openssl req -new -config authority.cnf -key bare.key -subj \"$0\" -out odd.csr && cp bare.key odd.key && "
+                          "openssl ca -batch -config authority.cnf -extensions client -in odd.csr -out odd.pem",
+                          subject }),
+            "");
+        EXPECT_EQ(refusal(as("odd")), "Try again? The server finds no user's name in your certificate.") << subject;
+    }
     // No other name than the certificate's, known or not.
     EXPECT_EQ(refusal(as("sorrel"), L"GLASS,VIOLA"), "Your certificate is for SORREL,ADA, not for GLASS,VIOLA.");
     EXPECT_EQ(refusal(as("sorrel"), L"SORREL,ADA "), "Your certificate is for SORREL,ADA, not for SORREL,ADA .");
     EXPECT_EQ(refusal(as("sorrel"), L"NOBODY"), "Your certificate is for SORREL,ADA, not for NOBODY.");
     EXPECT_EQ(refusal(as("sorrel")), "signed on");
+}
+
+TEST_F(Remote, OnlyCiphersWithForwardSecrecyAndAuthentication)
+{
+    const auto shake = [](const QString& options) {
+        return served->administer("sh",
+            { "-c", "openssl s_client -connect localhost:$0 -cert sorrel.pem -key sorrel.key $1 </dev/null",
+                QString::number(served->port), options });
+    };
+    for (const char* const taken : { "-tls1_3", "-tls1_2", "-tls1_2 -cipher ECDHE-ECDSA-AES128-GCM-SHA256" })
+        EXPECT_EQ(shake(taken), "") << taken;
+    for (const char* const refused : { "-tls1_2 -cipher ECDHE-ECDSA-AES128-SHA", "-tls1_2 -cipher ECDHE-ECDSA-AES128-SHA256",
+             "-tls1_1 -cipher ALL:@SECLEVEL=0" })
+        EXPECT_NE(shake(refused), "") << refused;
+}
+
+TEST_F(Remote, UnitsLeaveLittleExposed)
+{
+    if (QStandardPaths::findExecutable("systemd-analyze").isEmpty())
+        GTEST_SKIP() << "systemd-analyze is not installed";
+    for (const QString unit : { "personal-health.service", "personal-health-door.service" })
+        EXPECT_EQ(served->administer("systemd-analyze",
+                      { "security", "--offline=true", "--threshold=15", ServedRemotely::script(unit) }),
+            "");
 }
 
 TEST_F(Remote, ServersThatAreNotTrustedOrNotThere)
@@ -192,16 +235,126 @@ TEST_F(Remote, ListsOfRevokedCertificatesThatWouldShutEverybodyOut)
         "foreign.crl is no list of revoked certificates from the authority in ./authority.pem.");
     EXPECT_EQ(refusal(server.as("sorrel")), "signed on");
 
+    EXPECT_EQ(server.authority({ "-gencrl", "-crl_lastupdate", "20990101000000Z", "-crl_nextupdate", "20990201000000Z",
+                  "-out", "future.crl" }),
+        "");
+    EXPECT_EQ(server.addRevokedList("future.crl"),
+        "future.crl is not valid before Jan  1 00:00:00 2099 GMT: the clock of the authority's machine, or this one's, is wrong.");
+    EXPECT_EQ(server.authority({ "-gencrl", "-out", "new.crl" }), "");
+    EXPECT_EQ(server.administer("sh", { "-c", "umask 077; $0 new.crl . revoked.pem", server.script("add-revoked-list") }), "");
+    EXPECT_TRUE(QFile::permissions(server.file("revoked-lists.pem")) & QFile::ReadOther);
+    EXPECT_EQ(server.addRevokedList("new.crl", { "sorrel.pem" }), "sorrel.pem is not refused as revoked: sorrel.pem: OK");
+    EXPECT_TRUE(server.addRevokedList("revoked.crl").starts_with("revoked.crl is older than the list in force, "));
+    EXPECT_EQ(refusal(server.as("sorrel")), "signed on");
+
     // Time does it all the same, where nobody makes new lists; the user is told whose fault it is.
     server.stop();
-    const QDir lists(server.file("revoked"));
-    const QString list = lists.filePath(lists.entryList(QDir::Files).value(0));
-    QFile::remove(list);
-    ASSERT_TRUE(QFile::copy(server.file("old.crl"), list));
+    QFile::remove(server.file("revoked-lists.pem"));
+    ASSERT_TRUE(QFile::copy(server.file("old.crl"), server.file("revoked-lists.pem")));
     server.start();
     EXPECT_EQ(refusal(server.as("sorrel")),
         "Try again? The server's list of revoked certificates is out of date. Tell its administrator.");
     EXPECT_EQ(refusal(server.as("expired")), "Try again? The server refused your certificate: it has expired.");
+}
+
+TEST_F(Remote, AuthorityOfTwoSteps)
+{
+    const ServedRemotely server("server", { "two-step" });
+    EXPECT_EQ(refusal(server.as("sorrel")), "signed on");
+    EXPECT_EQ(refusal(server.as("revoked")), "Try again? The server refused your certificate: it has been revoked.");
+    // The root takes the issuing authority back, and with it all its users.
+    EXPECT_EQ(server.authority({ "-config", "root.cnf", "-revoke", "authority.pem" }), "");
+    EXPECT_EQ(server.authority({ "-config", "root.cnf", "-gencrl", "-out", "new.crl" }), "");
+    EXPECT_EQ(server.addRevokedList("new.crl", { "sorrel.pem" }), "");
+    EXPECT_EQ(refusal(server.as("sorrel")), "Try again? The server refused your certificate: it has been revoked.");
+}
+
+// Holds thousands of connections that never finish a handshake, from two addresses, and opens each again when it is closed.
+class Loiterers {
+public:
+    Loiterers(int port, std::size_t count)
+        : m_thread([this, port, count] {
+            while (!m_isEnough) {
+                std::erase_if(m_sockets, isClosed);
+                for (int burst = 0; burst < 500 && m_sockets.size() < count; ++burst)
+                    m_sockets.push_back(connectTo(port, m_opened++));
+                m_held = m_sockets.size();
+                std::this_thread::sleep_for(std::chrono::milliseconds(10));
+            }
+            std::ranges::for_each(m_sockets, ::close);
+        })
+    {
+    }
+    ~Loiterers()
+    {
+        m_isEnough = true;
+        m_thread.join();
+    }
+    std::size_t held() const { return m_held; }
+    std::size_t opened() const { return m_opened; }
+
+private:
+    static sockaddr_in address(const char* number, int port)
+    {
+        sockaddr_in address {};
+        address.sin_family = AF_INET;
+        address.sin_port = htons(static_cast<uint16_t>(port));
+        ::inet_pton(AF_INET, number, &address.sin_addr);
+        return address;
+    }
+    // Every other one comes from another address; every third one begins to speak TLS.
+    static int connectTo(int port, std::size_t number)
+    {
+        const int socket = ::socket(AF_INET, SOCK_STREAM, 0);
+        const sockaddr_in from = address(number % 2 == 0 ? "127.0.0.1" : "127.0.0.2", 0);
+        const sockaddr_in to = address("127.0.0.1", port);
+        ::bind(socket, reinterpret_cast<const sockaddr*>(&from), sizeof from);
+        ::connect(socket, reinterpret_cast<const sockaddr*>(&to), sizeof to);
+        if (number % 3 == 0)
+            ::send(socket, "\x16\x03\x01\x02\x00\x01", 6, MSG_NOSIGNAL);
+        return socket;
+    }
+    static bool isClosed(int socket)
+    {
+        char byte;
+        if (::recv(socket, &byte, 1, MSG_DONTWAIT) < 0 && errno == EAGAIN)
+            return false;
+        ::close(socket);
+        return true;
+    }
+
+    std::vector<int> m_sockets;
+    std::atomic<std::size_t> m_held = 0;
+    std::atomic<std::size_t> m_opened = 0;
+    std::atomic<bool> m_isEnough = false;
+    std::thread m_thread;
+};
+
+TEST_F(Remote, ThousandsOfSilentConnectionsKeepNobodyOut)
+{
+    const rlim_t needed = 12000;
+    rlimit limit;
+    ::getrlimit(RLIMIT_NOFILE, &limit);
+    if (limit.rlim_max < needed)
+        GTEST_SKIP() << "needs " << needed << " open files";
+    limit.rlim_cur = needed;
+    ::setrlimit(RLIMIT_NOFILE, &limit);
+
+    const std::size_t count = 5000;
+    const Loiterers loiterers(served->port, count);
+    QElapsedTimer waited;
+    for (waited.start(); loiterers.held() < count && waited.elapsed() < 10000;)
+        QThread::msleep(10);
+    ASSERT_EQ(loiterers.held(), count);
+    // Long enough for the first of them to be shown the door.
+    for (waited.start(); waited.elapsed() < 12000;) {
+        QElapsedTimer signingOn;
+        signingOn.start();
+        EXPECT_EQ(refusal(as("sorrel")), "signed on");
+        EXPECT_LT(signingOn.elapsed(), 2000);
+        QThread::msleep(200);
+    }
+    EXPECT_GT(loiterers.opened(), count + count / 2);
 }
 
 TEST_F(Remote, LostConnectionIsOfferedForAnotherTryAndTheSessionGoesOn)

@@ -1,15 +1,17 @@
-// The real server behind stunnel, with a test authority.
+// The real server behind its door, with a test authority.
 #pragma once
 
 #include "host/TlsTransport.h"
 #include "tests/support/RealServer.h"
 
-#include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QTcpServer>
 #include <QTcpSocket>
 #include <QThread>
+
+#include <algorithm>
+#include <iterator>
 
 #include <signal.h>
 
@@ -25,9 +27,9 @@ inline int freePort()
 class ServedRemotely {
 public:
     // With the certificate of this name.
-    explicit ServedRemotely(const QString& certificate = "server")
+    explicit ServedRemotely(const QString& certificate = "server", const QStringList& kind = {})
     {
-        const std::string complaint = administer(script("make-test-authority"), { "." });
+        const std::string complaint = administer(script("make-test-authority"), QStringList { "." } + kind);
         if (!complaint.empty())
             qFatal("%s", complaint.c_str());
         for (const auto* const ending : { ".pem", ".key" })
@@ -39,8 +41,8 @@ public:
     // Serves on the same port again after a stop. Returns when it answers.
     void start()
     {
-        m_stunnel.setProcessChannelMode(QProcess::MergedChannels);
-        m_stunnel.start(script("start"), { m_folder.path(), sharedDataFolder(), QString::number(port) });
+        m_door.setProcessChannelMode(QProcess::MergedChannels);
+        m_door.start(script("start"), { m_folder.path(), sharedDataFolder(), QString::number(port) });
         QElapsedTimer waited;
         for (waited.start(); waited.elapsed() < 10000; QThread::msleep(10)) {
             QTcpSocket socket;
@@ -48,28 +50,20 @@ public:
             if (socket.waitForConnected(1000))
                 return;
         }
-        qFatal("stunnel does not start: %s", m_stunnel.readAll().constData());
+        qFatal("The door does not start: %s", m_door.readAll().constData());
     }
     void stop()
     {
-        m_stunnel.terminate();
-        if (!m_stunnel.waitForFinished(5000))
-            m_stunnel.kill();
+        m_door.terminate();
+        if (!m_door.waitForFinished(5000))
+            m_door.kill();
     }
-    // The processes of all sessions.
+    // The processes of all sessions: children of the listener, which the script has started beside the door.
     std::vector<pid_t> sessions() const
     {
-        const QString tasks = QStringLiteral("/proc/%1/task/").arg(m_stunnel.processId());
         std::vector<pid_t> list;
-        for (const QString& thread : QDir(tasks).entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
-            QFile children(tasks + thread + "/children");
-            if (!children.open(QIODevice::ReadOnly))
-                continue; // the thread has ended meanwhile
-            for (const QByteArray& number : children.readAll().split(' ')) {
-                if (number.toInt() > 0)
-                    list.push_back(number.toInt());
-            }
-        }
+        for (const pid_t program : children(static_cast<pid_t>(m_door.processId())))
+            std::ranges::copy(children(program), std::back_inserter(list));
         return list;
     }
     // What a program of the administrator says when it fails; empty when it does not.
@@ -80,15 +74,16 @@ public:
         process.start(program, arguments);
         if (!process.waitForFinished())
             return process.errorString().toStdString();
-        return process.exitCode() == 0 ? "" : process.readAllStandardError().trimmed().toStdString();
+        const QByteArray complaint = process.readAllStandardError() + '\n' + process.readAllStandardOutput();
+        return process.exitCode() == 0 ? "" : complaint.trimmed().toStdString();
     }
     std::string authority(const QStringList& arguments) const
     {
         return administer("openssl", QStringList { "ca", "-config", "authority.cnf" } + arguments);
     }
-    std::string addRevokedList(const QString& list) const
+    std::string addRevokedList(const QString& list, const QStringList& certificate = {}) const
     {
-        return administer(script("add-revoked-list"), { list, "." });
+        return administer(script("add-revoked-list"), QStringList { list, "." } + certificate);
     }
     QString file(const QString& name) const { return m_folder.filePath(name); }
 
@@ -103,15 +98,28 @@ public:
         return server;
     }
 
-    const int port = freePort();
-
-private:
     static QString script(const QString& name)
     {
         return QFileInfo(QStringLiteral(SERVER_PROGRAM)).path() + QStringLiteral("/remote/") + name;
     }
+
+    const int port = freePort();
+
+private:
+    static std::vector<pid_t> children(pid_t parent)
+    {
+        QFile file(QStringLiteral("/proc/%1/task/%1/children").arg(parent));
+        std::vector<pid_t> list;
+        if (!file.open(QIODevice::ReadOnly))
+            return list; // it has ended meanwhile
+        for (const QByteArray& number : file.readAll().simplified().split(' ')) {
+            if (!number.isEmpty())
+                list.push_back(number.toInt());
+        }
+        return list;
+    }
     QTemporaryDir m_folder;
-    QProcess m_stunnel;
+    QProcess m_door;
 };
 
 // One session over TLS.
