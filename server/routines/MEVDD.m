@@ -75,6 +75,7 @@ FILE(root,ien,node) ; Files an entry with its zero node and its name in "B"; an 
  NEW header
  SET:'ien ien=$PIECE(@root@(0),"^",3)+1
  SET @root@(ien,0)=node
+ DO TOUCHED^MEVAUDIT(root,ien)
  SET:$PIECE(node,"^")'="" @root@("B",$EXTRACT($PIECE(node,"^"),1,80),ien)=""
  IF '$DATA(roots) DO LOAD
  IF $DATA(roots("INDEXED",root)) DO INDEX^MEVFIND(root,ien)
@@ -103,4 +104,5 @@ REMOVE(root,ien) ; Takes an entry out, with its cross-references; keeps it in th
 KEEP(root,ien) ; Keeps what an entry is before a change in the audit node of the call
  MERGE ^MEVAUD(audit,"BEFORE",root,ien)=@root@(ien)
  DO CHANGED^MEVSEEN(root,ien,$PIECE(@root@(ien,0),"^"))
+ DO TOUCHED^MEVAUDIT(root,ien)
  QUIT

@@ -3,8 +3,9 @@ MEVEVENT ; Events between sessions
  ; into the queues of all subscribers and wakes their processes; they send it between two frames. Whoever can get a
  ; session's lock knows that it is gone, and clears what it left.
  ;
- ; ^MEVSES(session)=process id    ^MEVSES(session,"SUB",name)=""    ^MEVSUB(name,session)=""
- ; ^MEVQUE(session,entry)=name LF data
+ ; ^MEVSES(session)=process id    ^MEVSES(session,"USER")=user    ^MEVSES(session,"SUB")=count of names
+ ; ^MEVSES(session,"SUB",name)=""    ^MEVSUB(name,session)=""
+ ; ^MEVQUE(session)=last entry    ^MEVQUE(session,entry)=name LF data    ^MEVQUE(session,0)="" too many waited: it shall end
  ;
 OPEN ; A session begins. Its lock is of the kind that LOCK, which ends a call's locks, leaves alone.
  SET session=$INCREMENT(^MEVSES)
@@ -13,7 +14,7 @@ OPEN ; A session begins. Its lock is of the kind that LOCK, which ends a call's 
  QUIT
  ;
 CLOSE ; A session ends
- DO CLEAR(session)
+ DO SIGNOFF^MEVAUDIT,CLEAR(session)
  ZDEALLOCATE
  QUIT
  ;
@@ -32,13 +33,16 @@ SWEEP ; Clears the sessions whose processes are gone
  ;
 ALIVE(number) ; The session's process lives; what a dead one left is cleared
  LOCK +^MEVSESL(number):0 ELSE  QUIT 1
- DO CLEAR(number)
+ DO GONE^MEVAUDIT(number),CLEAR(number)
  LOCK -^MEVSESL(number)
  QUIT 0
  ;
 SUBSCRIBE ; Call: event name
  IF param="" SET reply="-1^An event name is missing." QUIT
  IF $LENGTH(param)>200 SET reply="-1^The event name is too long." QUIT
+ IF '$DATA(^MEVSES(session,"SUB",param)) DO  QUIT:reply'=""
+ . IF $GET(^MEVSES(session,"SUB"))'<$$NAMES^MEVLIMIT SET reply="-1^This session subscribes "_$FNUMBER($$NAMES^MEVLIMIT,",")_" events already." QUIT
+ . SET ^MEVSES(session,"SUB")=$GET(^MEVSES(session,"SUB"))+1
  SET ^MEVSES(session,"SUB",param)="",^MEVSUB(param,session)="",reply=1
  QUIT
  ;
@@ -46,6 +50,8 @@ DROP ; Call: event name
  SET reply=1
  QUIT:param=""
  QUIT:$LENGTH(param)>200
+ QUIT:'$DATA(^MEVSES(session,"SUB",param))
+ SET ^MEVSES(session,"SUB")=^MEVSES(session,"SUB")-1
  KILL ^MEVSES(session,"SUB",param),^MEVSUB(param,session)
  QUIT
  ;
@@ -57,7 +63,12 @@ RAISE(event,data) ; Queues an event for the subscribers of its name and of each 
  QUIT
  ;
 TELL(number) ; Queues for one session; SIGNAL wakes it, after the transaction
- SET ^MEVQUE(number,$INCREMENT(^MEVQUE))=event_$CHAR(10)_data,signals(number)=""
+ ; Who does not read the events gets no more of them, and is ended: a host that comes back reloads what it shows.
+ NEW first
+ SET first=$ORDER(^MEVQUE(number,"")),signals(number)=""
+ QUIT:first=0
+ IF first,^MEVQUE(number)-first+1'<$$EVENTS^MEVLIMIT KILL ^MEVQUE(number) SET ^MEVQUE(number,0)="" QUIT
+ SET ^MEVQUE(number,$INCREMENT(^MEVQUE(number)))=event_$CHAR(10)_data
  QUIT
  ;
 SIGNAL ; Wakes the sessions that something was queued for. A dead session's process number may long be another program's.
@@ -87,6 +98,7 @@ SENDALL ; Sends the queue
  NEW entry
  SET busy=1,wake=0,entry=""
  FOR  SET entry=$ORDER(^MEVQUE(session,entry)) QUIT:entry=""  DO
+ . IF entry=0 DO FAILED^MEVSERVE(0,"This host has not read its events: the server ends its session."),CLOSE HALT
  . DO FRAME^MEVSERVE("E"_^MEVQUE(session,entry))
  . KILL ^MEVQUE(session,entry)
  SET busy=0

@@ -10,19 +10,54 @@ USERS ; Call: the users that may sign on here; over TLS only the one that the ce
 CERTIFIED() ; The user that the session's certificate names, from the script that started it; empty on a local server
  QUIT $ZTRNLNM("mev_user")
  ;
-SIGNON ; Call: session name ^ user name
+SIGNON ; Call: session name ^ user name [^ the version of the protocol that the host speaks]
  ; A refusal leaves the session as it was.
- NEW ien,name,new
- SET new=$PIECE(param,"^"),name=$PIECE(param,"^",2)
- IF new'?32(1N,1"a",1"b",1"c",1"d",1"e",1"f") SET reply="-1^The session's name must be 32 hexadecimal digits." QUIT
- IF name="" SET reply="-1^A user name is missing." QUIT
- IF $$CERTIFIED'="",name'=$$CERTIFIED SET reply="-1^Your certificate is for "_$$CERTIFIED_", not for "_$$BRIEF^MEVTEXT(name,80)_"." QUIT
- SET ien=$ORDER(^MEVUSR("B",$EXTRACT(name,1,80),""))
- IF 'ien SET reply="-1^There is no user named "_$$BRIEF^MEVTEXT(name,80)_"." QUIT
- IF '$PIECE(^MEVUSR(ien,0),"^",4) SET reply="-1^"_name_" may not sign on here." QUIT
- SET user=ien,token=new
- DO SWEEP^MEVEVENT,FORGET^MEVONCE
- SET reply=ien_"^"_name_"^1^"_$PIECE(^AUTTLOC(1,0),"^")_"^2"
+ NEW ien,name,new,version,why
+ SET new=$PIECE(param,"^"),name=$PIECE(param,"^",2),version=$PIECE(param,"^",3)
+ IF version="" SET version=1 ; a host of before versions
+ SET why=$$WHYNOT
+ IF why'="" DO TURNAWAY(why) QUIT
+ ; Who signs on again and again in one session is taken for one who tries things.
+ IF user,token'=new!(user'=ien) DO SLOW^MEVLIMIT($$COUNT^MEVLIMIT("SIGNON "_$$CERTIFIED))
+ IF user'=ien KILL seen SET seen=0,seen("count")=0
+ SET user=ien,person=name,token=new,speaks=version,^MEVSES(session,"USER")=ien
+ DO SIGNON^MEVAUDIT(1,""),SWEEP^MEVEVENT,FORGET^MEVONCE
+ SET reply=ien_"^"_name_"^1^"_$PIECE(^AUTTLOC(1,0),"^")_"^"_$$SPEAKS
+ QUIT
+ ;
+SPEAKS() ; The version of the protocol that this server speaks
+ QUIT 2
+ ;
+LOWEST() ; The oldest version that a host may speak
+ QUIT 1
+ ;
+WHYNOT() ; Why this sign-on is refused, empty when it is not; sets ien
+ IF new'?32(1N,1"a",1"b",1"c",1"d",1"e",1"f") QUIT "The session's name must be 32 hexadecimal digits."
+ IF version'?1.4N QUIT "The version of the host's protocol must be a number."
+ IF version<$$LOWEST QUIT "This host is too old for the server, which takes version "_$$LOWEST_" of the protocol and later. Install a newer host."
+ IF name="" QUIT "A user name is missing."
+ IF $$CERTIFIED'="",name'=$$CERTIFIED QUIT "Your certificate is for "_$$CERTIFIED_", not for "_$$BRIEF^MEVTEXT(name,80)_"."
+ IF '$PIECE(^MEVUSR(0),"^",4) QUIT "The server has no users yet. Its administrator adds the first one with: phserver --data FOLDER --users add LAST,FIRST"
+ SET ien=$$NAMED(name)
+ IF 'ien QUIT "There is no user named "_$$BRIEF^MEVTEXT(name,80)_"."
+ IF ien["^" QUIT "The server has several users named "_name_". Its administrator must disable all but one (phserver --users)."
+ IF '$PIECE(^MEVUSR(ien,0),"^",4) QUIT name_" may not sign on here."
+ IF $$CROWDED^MEVLIMIT(ien) QUIT name_" has "_$$SESSIONS^MEVLIMIT_" sessions already. End one of them first."
+ QUIT ""
+ ;
+NAMED(name) ; The user of this name; of several the only one who may sign on, all such where there are more; empty for none
+ NEW able,ien,known
+ SET (able,ien,known)=""
+ FOR  SET ien=$ORDER(^MEVUSR("B",$EXTRACT(name,1,80),ien)) QUIT:ien=""  IF $PIECE(^MEVUSR(ien,0),"^")=name DO
+ . SET known=ien
+ . IF $PIECE(^MEVUSR(ien,0),"^",4) SET able=able_$SELECT(able="":"",1:"^")_ien
+ QUIT $SELECT(able'="":able,1:known)
+ ;
+TURNAWAY(why) ; Refuses a sign-on. Who tries again and again waits longer and longer.
+ NEW person
+ SET reply="-1^"_why,person=$TRANSLATE($$BRIEF^MEVTEXT(name,80),"^")
+ DO SLOW^MEVLIMIT($$COUNT^MEVLIMIT("SIGNON "_$$CERTIFIED))
+ DO REFUSED^MEVAUDIT(why)
  QUIT
  ;
 KEYS ; Call: key ^ key ^ ...

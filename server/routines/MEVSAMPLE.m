@@ -1,12 +1,14 @@
 MEVSAMPLE ; Makes the sample data: invented people, from a fixed seed, relative to the day they are made
  ; The same seed gives the same people on every machine; an infant of this year is an infant of next year too.
  ;
-CREATE ; Entry: fills an empty database. Where mev_frames is 1, tells the session's client how far it is.
+CREATE ; Entry: fills an empty database, with tables alone where mev_empty is 1, else with people too. Where mev_frames is 1, tells the session's client how far it is.
  NEW dfn,frames,patients,seed,today,writing
  SET $ETRAP="ZHALT 9"
  SET frames=$ZTRNLNM("mev_frames"),seed=20260315,patients=2000,today=$$TODAY^MEVDATE
  USE $PRINCIPAL:(NOWRAP:WIDTH=1048576)
- DO START^MEVDD,FILL^MEVTABLE,USERS,PROVIDERS
+ DO START^MEVDD,FILL^MEVTABLE
+ IF $ZTRNLNM("mev_empty") HALT
+ DO USERS,PROVIDERS
  DO PROGRESS(5)
  DO ALL^MEVSTORY
  FOR dfn=$PIECE(^MEVPAT(0),"^",3)+1:1:patients DO

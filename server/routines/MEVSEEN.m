@@ -74,11 +74,10 @@ LISTED(known) ; The newest change of the record that the session knows of, by a 
  QUIT $SELECT($PIECE(listed,"^",2)>known:$PIECE(listed,"^",2),1:known)
  ;
 CHANGE(audit) ; Who made a change, and when
- NEW day,entry,when
- SET entry=^MEVAUD(audit),when=$PIECE(entry,"^"),day=$$OFDAY^MEVDATE(+when)
- SET when=" at "_$ZDATE(when,"24:60")
- IF day'=$$TODAY^MEVDATE SET when=" on "_$$SLASHED^MEVDATE(day)_when
- QUIT "This record was "_$SELECT($DATA(@root@(record,0)):"changed",1:"deleted")_" by "_$$NAME^MEVDD(200,$PIECE(entry,"^",2))_when
+ NEW date,when,who
+ SET who=$$WHO^MEVAUDIT(audit),date=$TRANSLATE($PIECE(who,"^",3),"-")-17000000,when=" at "_$PIECE(who,"^",2)
+ IF date'=$$TODAY^MEVDATE SET when=" on "_$$SLASHED^MEVDATE(date)_when
+ QUIT "This record was "_$SELECT($DATA(@root@(record,0)):"changed",1:"deleted")_" by "_$PIECE(who,"^")_when
  ;
 FORGET ; Drops the marks of sessions that have read nothing for a month
  NEW name

@@ -4,12 +4,14 @@ MEVSERVE ; One session: frames in, calls carried out, frames out
  ;
  ; The session's own variables: session (its number), token (its name, by the host), user (number, 0 before sign-on),
  ; busy (a frame is being worked on or written), wake (an event came in meanwhile), input (the device of requests),
- ; writing (a frame is half written), stream ("socket" or "pipe"), waiting (the stack level of LISTEN while it waits, else 0).
+ ; writing (a frame is half written), stream ("socket" or "pipe"), waiting (the stack level of LISTEN while it waits, else 0),
+ ; person (the user's name), speaks (the protocol's version that the host speaks), seen (whom the user looked at: MEVAUDIT),
+ ; turns (waits of 20 s inside the frame), row (refusals since the last change), tired (the session ends after the answer).
  ;
 SERVE ; Entry: serves until the input ends
- NEW busy,calls,ended,input,param,session,stream,token,user,waiting,wake,writing
+ NEW busy,calls,ended,input,param,person,row,seen,session,speaks,stream,tired,token,turns,user,waiting,wake,writing
  SET $ETRAP="GOTO BROKEN^MEVSERVE"
- SET busy=1,wake=0,writing=0,waiting=0,ended=0,user=0,token=""
+ SET busy=1,wake=0,writing=0,waiting=0,ended=0,user=0,token="",person="",speaks=1,(row,tired)=0,seen=0,seen("count")=0
  SET $ZINTERRUPT="DO WAKE^MEVEVENT"
  DO OPENINPUT
  DO LOADTABLE
@@ -43,6 +45,7 @@ NEXT ; Works on one request
  NEW length,body
  DO FLUSH^MEVEVENT
  IF stream="socket",'$$LISTEN QUIT
+ SET turns=0
  IF '$$READ(8,.length) SET ended=1 QUIT
  SET busy=1
  IF length'?8N DO FAILED(0,"The request's length is not eight digits.") SET ended=1 QUIT
@@ -60,13 +63,16 @@ LISTEN() ; Waits for the first byte of a request on a socket; false where an eve
 HEARD SET waiting=0,busy=1
  QUIT ready
  ;
-READ(count,data) ; Reads exactly this many bytes; false at the end of the input
+READ(count,data) ; Reads exactly this many bytes; false at the end of the input, and when a frame stays half for a minute
  ; Waits in turns: a signal that comes while another one is being worked on is lost, its event is sent at the next turn.
  NEW part
  SET data=""
  USE input
- FOR  QUIT:$LENGTH(data)=count  READ part#(count-$LENGTH(data)):20 SET data=data_part QUIT:$ZEOF&(part="")  DO TURN
+ FOR  QUIT:$LENGTH(data)=count  READ part#(count-$LENGTH(data)):20 DO  QUIT:$ZEOF&(part="")  QUIT:turns>2  DO TURN
+ . IF '$TEST,busy!(data_part'="") SET turns=turns+1
+ . SET data=data_part
  USE $PRINCIPAL
+ IF turns>2 DO FAILED(0,"The rest of the request did not come within a minute.")
  QUIT $LENGTH(data)=count
  ;
 TURN ; Between two waits inside READ
@@ -113,18 +119,22 @@ CALL(number,name) ; Carries a call out and answers it. The answer is sent outsid
  IF failure'="",'filed,$PIECE(calls(name),";",2)["W" KILL reply SET reply="-1^"_$TRANSLATE(failure,"^"," "),failure=""
  IF failure'="" DO FAILED(number,failure) QUIT
  DO ANSWER(number)
+ IF tired DO FAILED(0,"Too many calls were refused: the server ends this session.") SET ended=1
  QUIT
  ;
 TRY(number,name) ; Under its own trap: sets reply, or failure to a sentence
- NEW $ETRAP,level,most
+ NEW $ETRAP,flags,level,most
  SET level=$ZLEVEL
  SET $ETRAP="ZGOTO level:UNDO^MEVSERVE"
- SET most=$PIECE($PIECE(calls(name),";",2),"W",2)
+ SET flags=$PIECE(calls(name),";",2),failure=$$FORBIDDEN^MEVLIMIT(flags)
+ IF failure'="" DO NO^MEVSET(failure) SET failure="" QUIT
+ SET most=+$PIECE(flags,"W",2)
  ; The rest of a text with a "^" would stand in another's place, or be lost.
  IF most,$LENGTH(param,"^")>most DO NO^MEVSET("A text cannot hold a ""^"": nothing was saved.") QUIT
- IF $PIECE(calls(name),";",2)["W" DO ONCE^MEVONCE(number,name,$PIECE(calls(name),";")) QUIT
- IF purpose="LIST"!(purpose="EDIT") DO READ^MEVSEEN(number,$PIECE(calls(name),";")) QUIT
- DO @$PIECE(calls(name),";") ; from the table below, never from a client
+ IF flags["W" DO ONCE^MEVONCE(number,name,$PIECE(calls(name),";")) QUIT
+ IF purpose="LIST"!(purpose="EDIT") DO READ^MEVSEEN(number,$PIECE(calls(name),";"))
+ IF purpose'="LIST",purpose'="EDIT" DO @$PIECE(calls(name),";") ; from the table below, never from a client
+ IF flags["R",$EXTRACT(reply,1,3)'="-1^" DO LOOK^MEVAUDIT(name)
  QUIT
  ;
 UNDO ; What is left of a failed call is undone, the session goes on
@@ -174,20 +184,20 @@ LOADTABLE ; calls(name)=entry;flags
  FOR line=1:1 SET text=$PIECE($TEXT(TABLE+line),";;",2,3) QUIT:text=""  SET calls($PIECE(text,";"))=$PIECE(text,";",2,3)
  QUIT
  ;
-TABLE ; name;entry;flags: O open before sign-on, W changes data, W7 of at most 7 pieces
+TABLE ; name;entry;flags: O open before sign-on, W changes data, W7 of at most 7 pieces, R shows a patient's data, L of at most so many bytes
  ;;MEVHOST USERS;USERS^MEVHOST;O
  ;;MEVHOST SIGNON;SIGNON^MEVHOST;O
- ;;MEVHOST KEYS;KEYS^MEVHOST;
+ ;;MEVHOST KEYS;KEYS^MEVHOST;L100000
  ;;MEVHOST PATIENTS;PATIENTS^MEVHOST;
- ;;MEVHOST PATIENT;PATIENT^MEVHOST;
- ;;MEVHOST VISITS;VISITS^MEVHOST;
- ;;MEVHOST VISIT;VISIT^MEVHOST;
+ ;;MEVHOST PATIENT;PATIENT^MEVHOST;R
+ ;;MEVHOST VISITS;VISITS^MEVHOST;R
+ ;;MEVHOST VISIT;VISIT^MEVHOST;R
  ;;MEVHOST SUBSCRIBE;SUBSCRIBE^MEVEVENT;
  ;;MEVHOST UNSUBSCRIBE;DROP^MEVEVENT;
- ;;MEVUTL CHKSEC;CHKSEC^MEVUTL;
+ ;;MEVUTL CHKSEC;CHKSEC^MEVUTL;L100000
  ;;MEVUTL GETPARM;GETPARM^MEVUTL;
  ;;MEVUTL SETPARM;SETPARM^MEVUTL;W2
- ;;MEVUTL GETRPT;GETRPT^MEVRPT;
+ ;;MEVUTL GETRPT;GETRPT^MEVRPT;R
  ;;MEVUTL DICLKUP;DICLKUP^MEVLOOK;
  ;;MEVICDLK ICDLKUP;ICDLKUP^MEVLOOK;
  ;;MEVUTL ICDLEX;ICDLKUP^MEVLOOK;
@@ -205,22 +215,22 @@ TABLE ; name;entry;flags: O open before sign-on, W changes data, W7 of at most 7
  ;;MEVVELD DEL;RECORD^MEVDEL;W
  ;;MEVVAST SET;VAST^MEVSETV;W10
  ;;MEVVAST DEL;RECORD^MEVDEL;W
- ;;MEVVAST SETREG;SETREG^MEVASREG;W7
+ ;;MEVVAST SETREG;SETREG^MEVASREG;W7L50000
  ;;MEVVTXC SET;VTXC^MEVSETV;W5
  ;;MEVVTXC DEL;RECORD^MEVDEL;W
  ;;MEVREF SET;SET^MEVREFUS;W6
  ;;MEVREF DEL;RECORD^MEVDEL;W
  ;;MEVVER SET;VER^MEVSETV;W14
  ;;MEVVER DEL;RECORD^MEVDEL;W
- ;;MEVREP GET;REP^MEVGET;
- ;;MEVBMSR GET;BMSR^MEVGET;
- ;;MEVVIF GET;LIST^MEVGET;
- ;;MEVVELD GET;LIST^MEVGET;
- ;;MEVVAST GET;LIST^MEVGET;
- ;;MEVVTXC GET;LIST^MEVGET;
- ;;MEVVER GET;LIST^MEVGET;
- ;;MEVVAST GETREG;GETREG^MEVASREG;
- ;;MEVVAST GETNOTE;GETNOTE^MEVASREG;
- ;;MEVREF GET;GET^MEVREFUS;
+ ;;MEVREP GET;REP^MEVGET;R
+ ;;MEVBMSR GET;BMSR^MEVGET;R
+ ;;MEVVIF GET;LIST^MEVGET;R
+ ;;MEVVELD GET;LIST^MEVGET;R
+ ;;MEVVAST GET;LIST^MEVGET;R
+ ;;MEVVTXC GET;LIST^MEVGET;R
+ ;;MEVVER GET;LIST^MEVGET;R
+ ;;MEVVAST GETREG;GETREG^MEVASREG;R
+ ;;MEVVAST GETNOTE;GETNOTE^MEVASREG;R
+ ;;MEVREF GET;GET^MEVREFUS;R
  ;;MEVREF REFLIST;REFLIST^MEVREFUS;
  ;;

@@ -76,11 +76,15 @@ TEST(Server, BadFramesGetAnAnswerAndTheSessionLivesOn)
         { framed("2\nMEVREP GET\n" + QByteArray(1200000, 'x')),
             framed("R2\n-1^The request is longer than 1,000,000 bytes.") },
         { framed("2\nMEVREF SET\n^EXAM^1^2^01/02/2026^" + QByteArray(999966, '-')), // the longest request
+            framed("R2\n-1^The call is longer than 10,000 bytes: nothing was done.") },
+        { framed("2\nMEVREF SET\n^EXAM^1^2^01/02/2026^" + QByteArray(9979, '-')), // the longest of this call
             framed("R2\n-1^The comment is longer than 200 characters.") },
+        { framed("2\nMEVREF SET\n^EXAM^1^2^01/02/2026^" + QByteArray(9980, '-')),
+            framed("R2\n-1^The call is longer than 10,000 bytes: nothing was done.") },
         { framed("2\nMEVREP GET\n\xff\xfe^"), framed("R2\n-1^There is no patient \xff\xfe.") },
         { framed("2\nMEVHOST SUBSCRIBE\n" + QByteArray(5000, 'x')), framed("R2\n-1^The event name is too long.") },
         { framed("2\nMEVHOST KEYS\n" + QByteArray(999, '^')), framed("R2\n" + QByteArray("0^").repeated(999) + "0") },
-        { framed("2\nMEVHOST KEYS\n" + QByteArray(900000, '^')), framed("R2\n-1^These are too many keys.") },
+        { framed("2\nMEVHOST KEYS\n" + QByteArray(90000, '^')), framed("R2\n-1^These are too many keys.") },
     };
     for (const auto& [request, answer] : cases) {
         const QByteArray answers = rawExchange(signOn + request + good);

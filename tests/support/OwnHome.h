@@ -14,6 +14,8 @@ public:
         qputenv("XDG_CONFIG_HOME", m_folder.path().toUtf8());
         if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
             qputenv("QT_QPA_PLATFORM", "offscreen");
+        // Tests are refused more often in a minute than people are; docs/protocol.md, Limits.
+        qputenv("mev_patience", "100000000");
     }
 
 private:

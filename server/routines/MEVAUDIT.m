@@ -1,0 +1,192 @@
+MEVAUDIT ; The audit: who did what, when, from which session; each entry is chained to the one before by its hash
+ ; MEVTRAIL prints and verifies it. An entry is filed in the transaction of what it tells of.
+ ;
+ ; ^MEVAUD=number of the last entry ^ its hash
+ ; ^MEVAUD(entry)=when, in UTC ^ user ^ call ^ "1" or the error number ^ seconds from UTC to the server's time ^ session
+ ;   ^ user's name ^ patient ^ global without its "^" ^ record ^ hash
+ ; ^MEVAUD(entry,"CALL")=parameter, of a sign-on: digest of the session's name ^ certificate's user ^ address ^ protocol
+ ; ^MEVAUD(entry,"CUT")=length ^ digest of a parameter of which "CALL" is the beginning    ^MEVAUD(entry,"WHY")=refusal
+ ; ^MEVAUD(entry,"BEFORE",global,record)=the record before    ^MEVAUD(entry,"AFTER",global,record)=the record after
+ ; Entries of before the chain have four pieces, the first of them $HOROLOG, and no "AFTER". CHAIN closes them in.
+ ;
+ ; A save waits for none of the indexes: MEVTRAIL brings them up to date when somebody asks.
+ ;
+BEGIN() ; The number of the entry that this transaction files
+ QUIT $GET(^MEVAUD)+1
+ ;
+TOUCHED(root,ien) ; The call under way files or changes this record
+ SET:$GET(audit) touched(root,ien)=""
+ QUIT
+ ;
+CHANGE(call) ; Files the entry of a change, made or refused: the text asked, the touched records as they are now
+ NEW ien,patient,record,root,table
+ SET (patient,record,root,table)=""
+ FOR  SET root=$ORDER(touched(root)) QUIT:root=""  SET ien="" FOR  SET ien=$ORDER(touched(root,ien)) QUIT:ien=""  DO
+ . SET table=root,record=ien
+ . IF $DATA(@root@(ien)) MERGE ^MEVAUD(audit,"AFTER",root,ien)=@root@(ien)
+ . QUIT:root="^MEVUSR"!(root="^MEVCLS")
+ . SET patient=$PIECE($GET(@root@(ien,0),$GET(^MEVAUD(audit,"BEFORE",root,ien,0))),"^")
+ IF reply'<0 SET ^MEVAUD(audit,"CALL")=asked
+ IF reply<0 DO SHORTEN SET ^MEVAUD(audit,"WHY")=$$BRIEF^MEVTEXT($PIECE(reply,"^",2,9),200)
+ DO FILE(call,$PIECE(reply,"^"),patient,table,record)
+ QUIT
+ ;
+SHORTEN ; Keeps of a refused call what tells which it was, and counts it: the more there are, the less is kept of each
+ NEW most
+ SET refusals=$$COUNT^MEVLIMIT(user)
+ SET most=$SELECT(refusals>$$PATIENCE^MEVLIMIT:200,1:4096)
+ SET ^MEVAUD(audit,"CALL")=$EXTRACT(asked,1,most)
+ IF $LENGTH(asked)>most SET ^MEVAUD(audit,"CUT")=$LENGTH(asked)_"^"_$$DIGEST(asked)
+ QUIT
+ ;
+ASKED(entry,text) ; The entry's call had this parameter
+ IF '$DATA(^MEVAUD(entry,"CUT")) QUIT ^MEVAUD(entry,"CALL")=text
+ QUIT ^MEVAUD(entry,"CUT")=($LENGTH(text)_"^"_$$DIGEST(text))
+ ;
+FILE(call,result,patient,root,record) ; Files the main node of the entry audit, its other nodes being there, and the new head
+ NEW hash,node,now
+ SET now=$ZHOROLOG
+ SET node=$$TEXT(now*86400+$PIECE(now,",",2)+$PIECE(now,",",4))_"Z^"_$GET(user)_"^"_call_"^"_result_"^"_-$PIECE(now,",",4)
+ SET node=node_"^"_$GET(session)_"^"_$GET(person)_"^"_patient_"^"_$PIECE(root,"^",2)_"^"_record
+ SET hash=$$LINK($PIECE($GET(^MEVAUD),"^",2),audit,node)
+ SET ^MEVAUD(audit)=node_"^"_hash,^MEVAUD=audit_"^"_hash
+ QUIT
+ ;
+LINK(former,entry,node,nodes) ; The hash of an entry: over the former's hash, its number, its main node without the hash, and all others
+ ; nodes: how many others these were, so that none of another shape goes unseen. No $QUERY here, whose names the engine
+ ; would compile one by one: that costs as much as a save.
+ NEW digits,first,ien,part,root,second,text
+ SET text=former_"^"_entry_"^"_$LENGTH(node)_"^"_node,(part,root,ien,first,second)="",nodes=0
+ FOR  SET part=$ORDER(^MEVAUD(entry,part)) QUIT:part=""  DO
+ . IF $DATA(^MEVAUD(entry,part))#10 DO FIELD(part,^MEVAUD(entry,part))
+ . FOR  SET root=$ORDER(^MEVAUD(entry,part,root)) QUIT:root=""  FOR  SET ien=$ORDER(^MEVAUD(entry,part,root,ien)) QUIT:ien=""  DO
+ . . FOR  SET first=$ORDER(^MEVAUD(entry,part,root,ien,first)) QUIT:first=""  DO
+ . . . IF $DATA(^MEVAUD(entry,part,root,ien,first))#10 DO FIELD(part_"^"_root_"^"_ien_"^"_first,^MEVAUD(entry,part,root,ien,first))
+ . . . FOR  SET second=$ORDER(^MEVAUD(entry,part,root,ien,first,second)) QUIT:second=""  DO
+ . . . . DO FIELD(part_"^"_root_"^"_ien_"^"_first_"^"_second,$GET(^MEVAUD(entry,part,root,ien,first,second)))
+ DO &digest.sha256(text,.digits)
+ QUIT digits
+ ;
+FIELD(name,value) ; Adds a node to text
+ SET text=text_$LENGTH(name)_"^"_name_$LENGTH(value)_"^"_value,nodes=nodes+1
+ QUIT
+ ;
+DIGEST(text) ; SHA-256 in hexadecimal digits, from the server's native library
+ NEW digits
+ DO &digest.sha256(text,.digits)
+ QUIT digits
+ ;
+TEXT(seconds) ; 2026-11-21T19:23:15 of seconds since the $HOROLOG day 0
+ SET seconds=seconds\86400_","_(seconds#86400)
+ QUIT $ZDATE(seconds,"YYYY-MM-DD")_"T"_$ZDATE(seconds,"24:60:SS")
+ ;
+LOCAL(node) ; The server's time of an entry, as 2026-11-21T14:23:15
+ NEW when
+ SET when=$PIECE(node,"^")
+ IF when["," QUIT $$TEXT(when*86400+$PIECE(when,",",2))
+ QUIT $$TEXT($$SECONDS(when)+$PIECE(node,"^",5))
+ ;
+SECONDS(when) ; The seconds since the $HOROLOG day 0 of 2026-11-21T19:23:15
+ NEW time
+ SET time=$PIECE(when,"T",2)
+ QUIT $$DAY^MEVDATE($TRANSLATE($PIECE(when,"T"),"-")-17000000)*86400+($EXTRACT(time,1,2)*3600)+($EXTRACT(time,4,5)*60)+$EXTRACT(time,7,8)
+ ;
+WHO(entry) ; Who made an entry, and when by the server's clock: name ^ hh:mm ^ yyyy-mm-dd
+ NEW node,when
+ SET node=$GET(^MEVAUD(entry)),when=$$LOCAL(node)
+ QUIT $$PERSON(node)_"^"_$EXTRACT(when,12,16)_"^"_$EXTRACT(when,1,10)
+ ;
+PERSON(node) ; The name of an entry's user
+ IF $PIECE(node,"^",7)'="" QUIT $PIECE(node,"^",7)
+ QUIT $$NAME^MEVDD(200,$PIECE(node,"^",2))
+ ;
+NOTE(call,result,text,why,patient,root,record) ; Files an entry of what is no change of records, in a transaction of its own
+ ; It reaches the disk soon, and with the next save at the latest: nobody waits for it.
+ NEW audit
+ TSTART ():(SERIAL:TRANSACTIONID="BATCH")
+ SET audit=$$BEGIN
+ SET:text'="" ^MEVAUD(audit,"CALL")=text
+ SET:why'="" ^MEVAUD(audit,"WHY")=why
+ DO FILE(call,result,$GET(patient),$GET(root),$GET(record))
+ TCOMMIT
+ QUIT
+ ;
+REFUSED(why) ; A sign-on was refused: nobody's but by the name that was given
+ NEW user
+ SET user=0
+ DO SIGNON(-1,why)
+ QUIT
+ ;
+SIGNON(result,why) ; A sign-on, good or refused
+ NEW text
+ SET text=$EXTRACT($$DIGEST($PIECE(param,"^")),1,16)_"^"_$ZTRNLNM("mev_user")_"^"_$ZTRNLNM("mev_peer")_"^"_$$BRIEF^MEVTEXT($PIECE(param,"^",3),10)
+ DO NOTE("MEVHOST SIGNON",result,text,why)
+ QUIT
+ ;
+SIGNOFF ; The session ends, as it should
+ DO:user NOTE("MEVHOST SIGNOFF",1,"","")
+ QUIT
+ ;
+GONE(number) ; A session was found that has ended without signing off
+ NEW person,session,user
+ SET user=$GET(^MEVSES(number,"USER")),session=number
+ QUIT:'user
+ SET person=$$NAME^MEVDD(200,user)
+ DO NOTE("MEVHOST SIGNOFF",1,"","The session ended without signing off; this was found now.")
+ QUIT
+ ;
+LOOK(name) ; A patient's data were read. One entry of a session for each patient and kind of look in ten minutes.
+ ; A look that cannot be kept (a full disk) is shown all the same; the next one tries again.
+ NEW access,dfn,now,record,root
+ SET now=$ZUT\1000000
+ ; The memory is bounded for those who look at everybody.
+ IF now<seen!(now-seen>600)!(seen("count")>50000) KILL seen SET seen=now,seen("count")=0
+ QUIT:$DATA(seen(name,param))
+ SET (record,root)=""
+ DO WHOM
+ IF $LENGTH(param)<20 SET seen(name,param)="",seen("count")=seen("count")+1
+ QUIT:$DATA(seen(dfn,access,root_record))
+ NEW $ETRAP,level
+ SET level=$ZLEVEL,$ETRAP="ZGOTO level:UNKEPT^MEVAUDIT"
+ DO NOTE("LOOK "_access,1,"","",dfn,root,record)
+ SET seen(dfn,access,root_record)="",seen("count")=seen("count")+1
+ QUIT
+ ;
+UNKEPT ; The look could not be kept
+ SET $ETRAP="GOTO BROKEN^MEVSERVE",$ECODE=""
+ IF $TLEVEL TROLLBACK
+ KILL seen(name,param)
+ QUIT
+ ;
+WHOM ; What a read showed: sets access, dfn, and of one record root and record
+ NEW first,second
+ IF name="MEVHOST PATIENT"!(name="MEVHOST VISITS") SET access="PATIENT",dfn=param QUIT
+ IF name="MEVHOST VISIT" SET access="PATIENT",dfn=$PIECE(reply,"^",6) QUIT
+ IF name="MEVUTL GETRPT" SET access="REPORT",root="^MEVVST",record=param,dfn=$PIECE(^MEVVST(record,0),"^",2) QUIT
+ SET root="^"_$PIECE(name," "),first=$PIECE(param,"^"),second=$PIECE(param,"^",2)
+ IF name["REG"!(name["NOTE") SET access="DETAIL",root="^MEVREG",(dfn,record)=first QUIT
+ IF first="" SET access="DETAIL",record=second,dfn=$PIECE(@root@(record,0),"^") QUIT
+ SET dfn=first
+ IF root="^MEVREF",second'="" SET access="DETAIL",record=second QUIT
+ IF root="^MEVREP",$PIECE(param,"^",3)'="" SET access="DETAIL",record=first QUIT
+ SET access="LIST",root=""
+ QUIT
+ ;
+CHAIN ; Entry for a database of before: closes the entries that have no hash into the chain that begins behind them
+ ; No session of an older server may be at work: it would count on without hashes.
+ NEW audit,hash,last
+ SET last=$GET(^MEVAUD)
+ IF 'last!(last["^") QUIT
+ SET hash=$$FOLDED(last)
+ TSTART ():SERIAL
+ IF $GET(^MEVAUD)=last DO
+ . SET ^MEVAUD=last_"^"_hash,audit=$$BEGIN,^MEVAUD(audit,"CALL")=last
+ . DO FILE("CHAIN",1,"","","")
+ TCOMMIT
+ QUIT
+ ;
+FOLDED(last) ; One hash over the entries of before the chain
+ NEW entry,hash
+ SET hash=""
+ FOR entry=1:1:last SET hash=$$LINK(hash,entry,$GET(^MEVAUD(entry)))
+ QUIT hash

@@ -1,0 +1,179 @@
+"""Users, limits and the audit, as an administrator and a stubborn client meet them. administration.py PHSERVER"""
+
+import glob
+import os
+import re
+import subprocess
+import sys
+import tempfile
+import time
+
+TOKEN = "%032x"
+
+
+class Session:
+    """One server process. mev_user is what a certificate says; patience the refusals that are not slowed down."""
+
+    count = 0
+
+    def __init__(self, user=None, certified="", patience="100"):
+        environment = dict(os.environ, mev_user=certified, mev_peer="192.0.2.7" if certified else "", mev_patience=patience)
+        Session.count += 1
+        self.token = TOKEN % Session.count
+        self.process = subprocess.Popen([PROGRAM, "--data", DATA], stdin=subprocess.PIPE, stdout=subprocess.PIPE, env=environment)
+        self.number = 0
+        self.end = self.process.stdin.close
+        if user:
+            assert user in self.call("MEVHOST SIGNON", self.token + "^" + user + "^2"), user
+
+    def frame(self):
+        length = self.process.stdout.read(8)
+        return self.process.stdout.read(int(length)).decode() if length else ""
+
+    def call(self, name, parameter=""):
+        """The text of the reply, or the whole failure."""
+        self.number += 1
+        body = f"{self.number}\n{name}\n{parameter}".encode()
+        self.process.stdin.write(b"%08d%s" % (len(body), body))
+        self.process.stdin.flush()
+        answer = "P"
+        while answer[:1] == "P":
+            answer = self.frame()
+        return answer.split("\n", 1)[1] if answer.startswith("R") else answer
+
+    def close(self):
+        self.end()
+        self.process.wait(20)
+
+
+def admin(*words, fails=False):
+    """Runs the server's program; its words."""
+    done = subprocess.run([PROGRAM, "--data", DATA, *words], capture_output=True, text=True, check=False)
+    assert (done.returncode != 0) == fails, (words, done)
+    return done.stdout + done.stderr
+
+
+def by_engine(code):
+    """Runs M code on the data, with the server's routines at hand."""
+    engine = sorted(glob.glob("/usr/lib/*/fis-gtm/V*_*"))[-1]
+    server = os.path.dirname(PROGRAM)
+    environment = dict(os.environ, gtm_dist=engine, gtmgbldir=f"{DATA}/app.gld", mev_data=DATA, gtm_chset="M", gtm_tmp=DATA,
+        gtmroutines=f"{server}/objects({server}/routines) {engine}/libgtmutil.so",
+        mev_native=f"{server}/native", GTMXC_digest=f"{server}/native/digest.xc")
+    subprocess.run([f"{engine}/mumps", "-run", "%XCMD", code], env=environment, check=True, cwd=DATA)
+
+
+def users():
+    first = Session()
+    assert first.call("MEVHOST USERS") == ""
+    assert "--users add LAST,FIRST" in first.call("MEVHOST SIGNON", TOKEN % 0 + "^REED,OLIVE")
+    first.close()
+    for name in ("REED, OLIVE", "Reed,Olive", "REED", "R^D,OLIVE", "", "REED,O\\", "A" * 79 + ",B", "REED,\x01"):
+        admin("--users", "add", name, fails=True)
+    admin("--users", "add", "REED,OLIVE", "Nurse")
+    assert "number 1" in admin("--users", "add", "REED,OLIVE", fails=True)
+    assert "keys: PROVIDER" in admin("--users", "keys", "REED,OLIVE", "+PROVIDER", "+MEVZ ER EDIT", "-MEVZ ER EDIT")
+    assert "The keys are: PROVIDER, MEVZ REP" in admin("--users", "keys", "REED,OLIVE", "+MEVZ ELDER CARE EDIT", fails=True).replace(",", ", ")
+    admin("--users", "class", "REED,OLIVE", "TRAINEES", fails=True)
+    assert "class TRAINEES" in admin("--users", "class", "REED,OLIVE", "+TRAINEES")
+    admin("--users", "block", "TRAINEES")
+    admin("--users", "enable", "NOBODY,AT ALL", fails=True)
+    at_work = Session("REED,OLIVE")
+    assert at_work.call("MEVUTL CHKSEC", "PROVIDER|QASZMENU^MEV DISABLE REP HIST EDITING") == "1|0^0~TRAINEES"
+    admin("--users", "disable", "REED,OLIVE")
+    for call in (("MEVHOST KEYS", "PROVIDER"), ("MEVUTL SETPARM", "RepHist-PedWtOpt^1")):
+        assert at_work.call(*call).startswith("-1^REED,OLIVE may not work here any more"), call
+    at_work.close()
+    admin("--users", "enable", "REED,OLIVE")
+    # A second user of the name, as only a fault can make it.
+    by_engine('SET ^MEVUSR(2,0)="REED,OLIVE^^^1",^MEVUSR("B","REED,OLIVE",2)=""')
+    assert "several users named" in Session().call("MEVHOST SIGNON", TOKEN % 0 + "^REED,OLIVE")
+    admin("--users", "disable", "REED,OLIVE", "2")
+    by_engine('SET ^MEVPAT(5,0)="QUIET,IRIS^F^2900101"')
+
+
+def limits():
+    stubborn = Session("REED,OLIVE", patience="20")
+    began = time.monotonic()
+    answers = [stubborn.call("MEVREF SET", f"^EXAM^9^5^{'x' * 8000}") for _ in range(26)]
+    assert time.monotonic() - began > 1 and set(answers) == {"-1^The refused item is not known."}, answers
+    # With the stubborn one there are fifty; local sessions are not limited.
+    many = [Session(certified="REED,OLIVE") for _ in range(50)]
+    signed = [session.call("MEVHOST SIGNON", session.token + "^REED,OLIVE") for session in many]
+    assert [reply[0] for reply in signed] == ["1"] * 49 + ["-"] and "has 50 sessions" in signed[-1], signed
+    many.append(Session("REED,OLIVE"))
+    for session in many:
+        session.end()
+    for session in many:
+        session.process.wait(20)
+    by_engine('SET ^MEVLIM(1)=$ZUT\\1000000_"^201"')
+    stubborn.call("MEVREF DEL", "9")
+    assert "Too many calls were refused" in stubborn.frame() and stubborn.frame() == ""
+    reader = Session("REED,OLIVE")
+    assert {reader.call("MEVHOST SUBSCRIBE", f"X.{number}") for number in range(1000)} == {"1"}
+    assert reader.call("MEVHOST SUBSCRIBE", "X.1") == "1"
+    assert reader.call("MEVHOST SUBSCRIBE", "Y").startswith("-1^This session subscribes 1,000")
+    reader.process.send_signal(19)
+    by_engine("FOR i=1:1:5000 SET ^MEVQUE($ORDER(^MEVSUB(\"X.1\",\"\")),$INCREMENT(^MEVQUE($ORDER(^MEVSUB(\"X.1\",\"\")))))=\"X.1\"_$C(10)")
+    admin("--notify", "X.1")
+    reader.process.send_signal(18)
+    assert "has not read its events" in reader.frame() and reader.frame() == ""
+
+
+def audit():
+    remote = Session("REED,OLIVE", certified="REED,OLIVE")
+    assert remote.call("MEVHOST SIGNON", TOKEN % 0 + "^SORREL,ADA").startswith("-1^Your certificate")
+    for call, parameter in (("HOST PATIENT", "5"), ("REF GET", "5"), ("REF GET", "5"), ("REF SET", "^EXAM^1^5^01/02/2026^first"),
+                            ("REF GET", "5^1"), ("REF SET", "1^EXAM^1^5^01/02/2026^second"), ("REF DEL", "1")):
+        reply = remote.call("MEV" + call, parameter)
+        assert not reply.startswith("-1^"), (call, reply)
+    remote.close()
+    said = admin("--audit", "--patient", "5")
+    heads = re.findall(r"^Entry (\d+)  (\S{10}T\S{8}Z)  REED,OLIVE \(user 1\)  (.*), patient 5, session (\d+)$", said, re.M)
+    assert [head[2] for head in heads] == ["LOOK PATIENT: looked", "LOOK LIST: looked", "MEVREF SET: made, record REF 1",
+        "LOOK DETAIL: looked, record REF 1", "MEVREF SET: changed, record REF 1", "MEVREF DEL: deleted, record REF 1"], said
+    assert len(set(head[3] for head in heads)) == 1 and said.count("certificate REED,OLIVE, from 192.0.2.7") == 6
+    assert 'before "^MEVREF",1,1: first' in said and said.count('after "^MEVREF",1,1: second') == 1
+    assert admin("--audit", "--record", "REF", "1").count("Entry") == 4
+    told = admin("--audit", "--user", "REED,OLIVE", "--since", time.strftime("%Y-%m-%d", time.gmtime(time.time() - 86400)))
+    for part in ("MEVHOST SIGNOFF: done", "MEVHOST SIGNON: refused", "cut; bytes and digest of the whole: 8010^", "asked: ^EXAM^9^5"):
+        assert part in told, part
+    assert len(max(told.splitlines(), key=len)) < 4200
+    assert re.search(r"  administrator \(.*\)  USERS add: made, record USR 1$", admin("--audit"), re.M)
+    assert "No such entry" in admin("--audit", "--since", "2999-01-01")
+
+    *_, kept = admin("--audit", "--verify").splitlines()
+    entry, last = int(heads[4][0]), int(kept.split()[0])
+    for change, found in (
+            (f'SET $PIECE(^MEVAUD({entry}),"^",7)="BARE,JUNO"', f"Entry {entry} was changed"),
+            (f'SET ^MEVAUD({entry},"BEFORE","^MEVREF",1,1)="thirst"', f"Entry {entry} was changed"),
+            (f'SET ^MEVAUD({entry},"NOTE","a")=1', f"Entry {entry} holds"),
+            # With a hash of its own: the next one does not fit any more.
+            (f'SET n=^MEVAUD({entry}),$PIECE(n,"^",2)=9,f=$PIECE(^MEVAUD({entry - 1}),"^",11),$PIECE(n,"^",11)=$$LINK^MEVAUDIT'
+             f'(f,{entry},$PIECE(n,"^",1,10)),^MEVAUD({entry})=n', f"Entry {entry + 1} was changed, or the one before it"),
+            (f"KILL ^MEVAUD({entry})", f"Entry {entry} is missing"),
+            (f"MERGE ^MEVAUD({entry}.5)=^MEVAUD({entry})", f"Entry {entry}.5 was put in"),
+            (f"MERGE ^MEVAUD({last + 1})=^MEVAUD({last})", f"Entry {last + 1} was put in"),
+            (f"KILL ^MEVAUD({last})", f"Entry {last} is missing at the end"),
+            (f'KILL ^MEVAUX("PATIENT",5,{entry})', f"Entry {entry} is missing in the index"),
+            (f'KILL ^MEVAUD({last}) SET ^MEVAUD={last - 1}_"^"_$PIECE(^MEVAUD({last - 1}),"^",11)', f"Entry {last} is not the one")):
+        by_engine("MERGE ^KEPT=^MEVAUD,^KEPX=^MEVAUX " + change)
+        assert found in admin("--audit", "--verify", *kept.split(), fails=True), change
+        by_engine("KILL ^MEVAUD,^MEVAUX MERGE ^MEVAUD=^KEPT,^MEVAUX=^KEPX KILL ^KEPT,^KEPX")
+    # What an older server kept is closed in: its entries stay readable, and cannot be changed unseen either.
+    by_engine('KILL ^MEVAUD,^MEVAUX SET ^MEVAUD=1,^MEVAUD(1)="67895,52736^1^MEVREF DEL^1",^MEVAUD(1,"CALL")=9,'
+              '^MEVAUD(1,"BEFORE","^MEVREF",9,0)="5^3260102"')
+    by_engine("DO CHAIN^MEVAUDIT")
+    assert "changed or deleted, patient 5" not in admin("--audit", "--verify") + admin("--audit", "--patient", "5")
+    assert "MEVREF DEL: changed or deleted\n    asked: 9" in admin("--audit", "--patient", "5")
+    by_engine('SET $PIECE(^MEVAUD(1),"^",2)=2')
+    assert "Entry 2 was changed, or the one before it" in admin("--audit", "--verify", fails=True)
+
+
+PROGRAM = os.path.abspath(sys.argv[1])
+with tempfile.TemporaryDirectory() as folder:
+    DATA = os.path.join(folder, "data")
+    assert "no users yet" in admin("--empty", "--users")
+    users()
+    limits()
+    audit()
