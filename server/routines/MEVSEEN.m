@@ -5,7 +5,8 @@ MEVSEEN ; Nobody's change is overwritten unseen: a save changes only what its se
  ;
  ; ^MEVCHG(root,patient)=number of the last change        ^MEVCHG(root,patient,record)=the same, of one record
  ; ^MEVSEEN(session name)=day of the last mark            ^MEVSEEN(session name,"LIST",root)=patient ^ change
- ; ^MEVSEEN(session name,"EDIT",root,record)=change ^ number of the request
+ ; ^MEVSEEN(session name,"EDIT",root,record)=change ^ number of the request ^ another session's change that came after
+ ; The registry's form also reads the comment, which has a mark of its own: its root is "^MEVREG NOTE".
  ; The number of a change is that of its entry in the audit.
  ;
 READ(number,entry) ; Carries out a call that reads, from the table of calls, and marks what was read
@@ -16,19 +17,20 @@ READ(number,entry) ; Carries out a call that reads, from the table of calls, and
  QUIT:patient=""
  QUIT:reply?1"-1^".E
  IF purpose="LIST" SET:$GET(^MEVSEEN(token,"LIST",root))'=(patient_"^"_before) ^MEVSEEN(token,"LIST",root)=patient_"^"_before DO TODAY
- IF purpose="EDIT",record'="" SET ^MEVSEEN(token,"EDIT",root,record)=before_"^"_number DO TODAY
+ IF purpose="EDIT",record'="" SET ^MEVSEEN(token,"EDIT",root_$SELECT(name["NOTE":" NOTE",1:""),record)=before_"^"_number DO TODAY
  QUIT
  ;
 SUBJECT ; Sets root, patient and record, of a list no record, by the call's name and parameter; an empty patient for what is not there
  SET root=$$ROOT,patient=$PIECE(param,"^"),record=$PIECE(param,"^",2)
  IF $$IS1(root) SET record=$SELECT(purpose="LIST":"",1:patient)
  IF record'="",record'?1N.11N SET (patient,record)="" QUIT
- IF patient="",record'="" SET patient=$PIECE($GET(@root@(record,0)),"^")
+ ; By the record, not by the request: marks of records that are not there could be made without end.
+ IF record'="",'$$IS1(root) SET patient=$PIECE($GET(@root@(record,0)),"^")
  IF patient'?1N.8N SET (patient,record)=""
  QUIT
  ;
 ROOT() ; The global of the records that the call is about
- QUIT $SELECT(name["REG":"^MEVREG",1:"^"_$PIECE(name," "))
+ QUIT $SELECT(name["REG"!(name["NOTE"):"^MEVREG",1:"^"_$PIECE(name," "))
  ;
 IS1(root) ; Of these a patient has one record, whose number is the patient's
  QUIT root="^MEVREP"!(root="^MEVBMSR")!(root="^MEVREG")
@@ -43,15 +45,18 @@ TODAY ; A mark was made today
  QUIT
  ;
 CHANGED(root,record,patient) ; Within a change: the record is not any more what others have read. Who knew it knows its own change.
- NEW before
+ NEW before,part
  IF patient'?1N.8N QUIT  ; no patient's record
  SET before=$$LAST(root,patient,record),^MEVCHG(root,patient)=audit,^MEVCHG(root,patient,record)=audit
  QUIT:$GET(token)=""
- IF $PIECE($GET(^MEVSEEN(token,"EDIT",root,record)),"^")=before SET $PIECE(^MEVSEEN(token,"EDIT",root,record),"^")=audit
+ FOR part=root,root_" NOTE" IF $DATA(^MEVSEEN(token,"EDIT",part,record)) DO
+ . IF $PIECE(^MEVSEEN(token,"EDIT",part,record),"^")=before SET $PIECE(^MEVSEEN(token,"EDIT",part,record),"^")=audit QUIT
+ . ; This change was let pass all the same (the registry's status by itself): the former one is still unseen.
+ . IF $PIECE(^MEVSEEN(token,"EDIT",part,record),"^",3)="" SET $PIECE(^MEVSEEN(token,"EDIT",part,record),"^",3)=before
  QUIT
  ;
 REFUSED() ; Why a change may not be made: a sentence; empty when its session knows what it changes
- NEW deletes,known,last,mark,patient,record,root
+ NEW deletes,known,last,mark,patient,record,root,why
  IF $PIECE(purpose," ")'="CHECK" QUIT ""
  SET root=$$ROOT,record=$PIECE(param,"^"),deletes=$PIECE(name," ",2)="DEL"
  ; The registry's status by itself is set whatever it was.
@@ -61,9 +66,14 @@ REFUSED() ; Why a change may not be made: a sentence; empty when its session kno
  IF patient="" QUIT ""
  SET last=$$LAST(root,patient,record),mark=$GET(^MEVSEEN(token,"EDIT",root,record)),known=$PIECE(mark,"^")
  IF deletes QUIT $SELECT(last>$$LISTED(known):$$CHANGE(last)_": look at it before you delete it.",1:"")
+ SET why=$$UNREAD
+ IF why="",root="^MEVREG" SET mark=$GET(^MEVSEEN(token,"EDIT",root_" NOTE",record)),known=$PIECE(mark,"^"),why=$$UNREAD
+ QUIT why
+ ;
+UNREAD() ; Why the form does not know the record that it saves, by a mark; empty when it does
  ; What is not there cannot be overwritten.
  IF mark="",'$DATA(@root@(record,0)) QUIT ""
- IF last>known,mark'="" QUIT $$CHANGE(last)_". Open it again to see the change."
+ IF last>known,mark'="" QUIT $$CHANGE($SELECT($PIECE(mark,"^",3):$PIECE(mark,"^",3),1:last))_". Open it again to see the change."
  IF mark'=""," "_$PIECE(purpose," ",2,999)_" "[(" "_$PIECE(mark,"^",2)_" ") QUIT ""
  QUIT "This record could not be read into the form, so it cannot be saved over. Open it again."
  ;

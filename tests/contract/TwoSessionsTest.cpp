@@ -157,6 +157,12 @@ TEST_P(TwoSessions, SaveOfWhatAnotherHasChangedIsRefused)
         EXPECT_EQ(told,
             L"box [Error] This record could not be read into the form, so it cannot be saved over. Open it again.");
     }
+    if (isRegistry) { // of which two calls read a part each
+        const auto half = opened();
+        own.session.expectCalls(std::array { ExpectedCall {
+            ExpectedCall::Form::List, L"MEVVAST GETNOTE", L"11", ExpectedCall::Purpose::Editor } });
+        EXPECT_EQ(save(*half), told);
+    }
 }
 
 TEST_P(TwoSessions, DeleteOfWhatAnotherHasChangedIsRefused)
