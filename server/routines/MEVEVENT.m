@@ -65,6 +65,7 @@ RAISE(event,data) ; Queues an event for the subscribers of its name and of each 
 TELL(number) ; Queues for one session; SIGNAL wakes it, after the transaction
  ; Who does not read the events gets no more of them, and is ended: a host that comes back reloads what it shows.
  NEW first
+ IF '$PIECE($GET(^MEVUSR(+$GET(^MEVSES(number,"USER")),0)),"^",4) QUIT  ; disabled meanwhile
  SET first=$ORDER(^MEVQUE(number,"")),signals(number)=""
  QUIT:first=0
  IF first,^MEVQUE(number)-first+1'<$$EVENTS^MEVLIMIT KILL ^MEVQUE(number) SET ^MEVQUE(number,0)="" QUIT

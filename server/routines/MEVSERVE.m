@@ -127,7 +127,7 @@ TRY(number,name) ; Under its own trap: sets reply, or failure to a sentence
  SET level=$ZLEVEL
  SET $ETRAP="ZGOTO level:UNDO^MEVSERVE"
  SET flags=$PIECE(calls(name),";",2),failure=$$FORBIDDEN^MEVLIMIT(flags)
- IF failure'="" DO NO^MEVSET(failure) SET failure="" QUIT
+ IF failure'="" DO NO^MEVSET(failure),SLOW^MEVLIMIT($$PATIENCE^MEVLIMIT+1) SET failure="" QUIT
  SET most=+$PIECE(flags,"W",2)
  ; The rest of a text with a "^" would stand in another's place, or be lost.
  IF most,$LENGTH(param,"^")>most DO NO^MEVSET("A text cannot hold a ""^"": nothing was saved.") QUIT
