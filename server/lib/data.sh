@@ -79,6 +79,11 @@ lock() {
     esac
 }
 
+# For what only looks at a database: a mistyped folder is not filled with a new one, sample people included.
+need_data() {
+    [ -e "$data/created" ] || [ -e "$data/app.dat" ] || fail "There is no database in $data."
+}
+
 # Who finds nobody else in the folder looks after it; then everyone shares it for life.
 open_data() {
     exec 9>"$data/lock" || fail "The data folder $data cannot be written."

@@ -7,13 +7,16 @@ ADMIN ; Entry: prints what was asked for; ends with 1 after a refusal, which is 
  SET $ETRAP="WRITE ""The server failed: "",$ZSTATUS,! ZHALT 1"
  SET words=$TRANSLATE($ZTRNLNM("mev_words"),"^"," "),words=$TRANSLATE(words,$CHAR(10),"^")
  SET action=$PIECE(words,"^"),name=$PIECE(words,"^",2),count=$LENGTH(words,"^"),user=0,person=$ZTRNLNM("mev_administrator"),reply=""
- IF action=""!(action="list") DO LIST HALT
- IF "^add^disable^enable^keys^class^block^unblock^"'[("^"_action_"^") DO FAIL("Unknown word: "_action_". It is list, add, disable, enable, keys, class, block or unblock.")
+ IF count=1,action=""!(action="list") DO LIST HALT
+ IF "^list^add^disable^enable^keys^class^block^unblock^"'[("^"_action_"^") DO FAIL("There is no --users "_action_". It is list, add, disable, enable, keys, class, block or unblock.")
  IF name="" DO FAIL("Whom? A user's name is missing.")
  IF count>40 DO FAIL("These are too many words.")
  SET ien=$$NAMED^MEVHOST(name)
- IF ien["^",action="disable",count=3,("^"_ien_"^")[("^"_$PIECE(words,"^",3)_"^") SET ien=$PIECE(words,"^",3)
- IF ien["^" DO FAIL("Several users of this name may sign on. Disable all but one by --users disable "_name_" NUMBER; the numbers are "_$TRANSLATE(ien,"^"," ")_".")
+ IF action="disable",count=3,ien'="" DO
+ . IF ("^"_ien_"^")'[("^"_$PIECE(words,"^",3)_"^") DO FAIL("This is no number of a user named "_name_" who may sign on: "_$PIECE(words,"^",3))
+ . SET ien=$PIECE(words,"^",3),count=2
+ IF ien["^" DO FAIL("Several users of this name may sign on. Disable all but one by --users disable """_name_""" NUMBER; the numbers are "_$TRANSLATE(ien,"^"," ")_".")
+ IF action="list"!("^disable^enable^block^unblock^"[("^"_action_"^")&(count>2)) DO FAIL("This word is too much: "_$PIECE(words,"^",$SELECT(action="list":2,1:3)))
  IF ien,count=2,"^keys^class^"[("^"_action_"^") DO SHOW(ien) HALT
  DO CHANGE
  HALT
@@ -49,12 +52,18 @@ ADD ; add NAME [DESCRIPTION]
  IF other'="" DO FAIL("There is a user named "_name_" already, number "_other)
  IF $LENGTH(name)<3!($LENGTH(name)>80) DO FAIL("A name has 3 to 80 bytes.")
  IF $$PRINTABLE^MEVTEXT(name,"")'=name!($ZTRNLNM("mev_words")["^") DO FAIL("A name holds no control characters and no ^.")
- IF $$UPPER^MEVCODE(name)'=name DO FAIL("A name stands in capital letters, as the certificate has it: "_$$UPPER^MEVCODE(name))
+ IF $$CAPITALS(name)'=name DO FAIL("A name stands in capital letters, as the certificate has it: "_$$CAPITALS(name))
  SET bad=name'?1.E1","1.E!($LENGTH(name,",")'=2)!(name[", ")!(name[" ,")!(name'=$$TRIM^MEVTEXT(name))!(name["""")!(name["\")
  IF bad DO FAIL("A name is LAST,FIRST: a comma, no blanks beside it, no quotes or backslashes.")
  IF $LENGTH($PIECE(words,"^",3))>200!(count>3) DO FAIL("The description is one word for the shell (quote it), of at most 200 bytes.")
  SET ien=$$FILE^MEVDD("^MEVUSR",0,name_"^"_$$PRINTABLE^MEVTEXT($PIECE(words,"^",3),"")_"^^1")
  QUIT
+ ;
+CAPITALS(name) ; The name in capital letters, those of Western Europe with accents included
+ NEW at,byte
+ SET name=$$UPPER^MEVCODE(name)
+ FOR at=2:1:$LENGTH(name) SET byte=$ASCII(name,at) IF $ASCII(name,at-1)=195,byte>159,byte'=183,byte<191 SET $EXTRACT(name,at)=$CHAR(byte-32)
+ QUIT name
  ;
 ABLE(may) ; disable NAME, enable NAME
  IF may,$$NAMED^MEVHOST(name)'=ien,$PIECE(^MEVUSR($$NAMED^MEVHOST(name),0),"^",4) DO FAIL("Another user of this name may sign on.")
@@ -65,13 +74,19 @@ KEYS ; keys NAME [+KEY|-KEY ...]
  NEW index,key,word
  FOR index=3:1:count SET word=$PIECE(words,"^",index),key=$EXTRACT(word,2,99) DO
  . IF "+-"'[$EXTRACT(word)!(key="") DO FAIL("A key is given with + and taken with -: "_word)
- . IF $$KNOWN'[("^"_key_"^") DO FAIL("There is no key "_key_". The keys are: "_$TRANSLATE($PIECE($$KNOWN,"^",2,$LENGTH($$KNOWN,"^")-1),"^",",")_".")
+ . IF $$KNOWN'[("^"_key_"^") DO FAIL("There is no key "_key_". The keys are: "_$$NAMES_". Quote one that holds blanks.")
  . IF $EXTRACT(word)="+" SET ^MEVUSR(ien,"KEY",key)="" QUIT
  . KILL ^MEVUSR(ien,"KEY",key)
  QUIT
  ;
 KNOWN() ; The keys that the server and the panel ask for
  QUIT "^PROVIDER^MEVZ REP HIST EDIT^MEVZ PEDIATRIC EDIT^MEVZ ELDER CASE EDIT^MEVZ ASTHMA EDIT^MEVZ TX CONTRACT EDIT^MEVZ ER EDIT^QASZMENU^MEVZ CAC^MEVZ VIEW ONLY^"
+ ;
+NAMES() ; The keys for a message
+ NEW index,list
+ SET list=$PIECE($$KNOWN,"^",2)
+ FOR index=3:1:$LENGTH($$KNOWN,"^")-1 SET list=list_", "_$PIECE($$KNOWN,"^",index)
+ QUIT list
  ;
 CLASS ; class NAME [CLASS|+CLASS|-]: puts into a class, into a new one, into none
  NEW class,word

@@ -11,6 +11,7 @@ while [ $# -gt 0 ]; do
             mev_since=${2:-}
             [[ $mev_since =~ ^[0-9]{4}-[0-9]{2}-[0-9]{2}(T[0-9]{2}:[0-9]{2}(:[0-9]{2})?Z?)?$ ]] \
                 || fail "The date is like 2026-11-21 or 2026-11-21T19:23:15Z, in UTC: $mev_since"
+            date -d "${mev_since%%T*}" >/dev/null 2>&1 || fail "There is no such date: $mev_since"
             shift 2 ;;
         --record)
             mev_kind=${2:-} mev_record=${3:-}
@@ -25,5 +26,6 @@ while [ $# -gt 0 ]; do
     esac
 done
 export mev_patient mev_user_name mev_since mev_kind mev_record mev_kept
+need_data
 open_data
 run_routine $entry^MEVTRAIL

@@ -1,4 +1,5 @@
 # Checks the database's integrity.
+need_data
 open_data
 "$gtm_dist/mupip" integ -online -region DEFAULT 2>&1
 status=$?

@@ -1,4 +1,5 @@
 # Tells all sessions that subscribed an event: EVENT [DATA]
+need_data
 open_data
 export mev_event=${1:-} mev_event_data=${2:-}
 run_routine NOTIFY^MEVEVENT

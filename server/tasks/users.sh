@@ -1,5 +1,20 @@
-# Users, their keys and classes: [list] | add NAME [DESCRIPTION] | disable NAME | enable NAME | keys NAME [+KEY|-KEY ...]
-# | class NAME [CLASS|+CLASS|-] | block NAME|CLASS | unblock NAME|CLASS. docs/users.md tells of them.
+# Users, their keys and classes. docs/users.md tells of them.
+users_help() {
+    cat <<'END'
+  --users [list]                                    all users
+  --users add "LAST,FIRST" ["DESCRIPTION"]
+  --users disable|enable "LAST,FIRST"
+  --users keys "LAST,FIRST" [+KEY|-KEY ...]         gives and takes keys; without one, shows the user
+  --users class "LAST,FIRST" CLASS|+CLASS|-         into a class, into a new one, into none
+  --users block|unblock "LAST,FIRST"|CLASS          the editing of reproductive histories
+END
+}
+case "${1:-list}" in
+    list) [ -n "${mev_empty:-}" ] || need_data ;;
+    help | --help)
+        users_help
+        exit 0 ;;
+esac
 # Who adds users wants no sample people in a database that is made only now.
 export mev_empty=1
 open_data
