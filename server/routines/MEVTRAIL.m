@@ -97,30 +97,33 @@ VERIFY ; Entry: looks at each entry, and ends with 1 where one was changed, is m
  SET $ETRAP="WRITE ""The server failed: "",$ZSTATUS,! ZHALT 1"
  ; In this order: a session that files an entry meanwhile moves the head with it.
  SET last=$ORDER(^MEVAUD(""),-1),head=$GET(^MEVAUD),kept=$ZTRNLNM("mev_kept")
- SET (began,entry,faults)=0,expected=1,former=""
+ SET (began,faults)=0,expected=1,(entry,former)=""
+ IF 'head,$DATA(^MEVAUX)!$DATA(^MEVCHG)!$DATA(^MEVDONE) DO FAULT("All entries are missing.")
  FOR  SET entry=$ORDER(^MEVAUD(entry)) QUIT:entry=""  QUIT:entry?1N.N&(entry>head)&(entry'=last)  DO ONE(entry)
  IF +head'<expected DO FAULT($$RANGE(expected,+head)_" missing at the end.")
  IF began,$PIECE(head,"^",2)'=former DO FAULT("The head does not fit the last entry.")
  IF 'began,head DO FAULT("The audit has no chain yet: it begins when this version's first session has signed on.")
  IF kept'="",$PIECE($GET(^MEVAUD(+kept)),"^",11)'=$PIECE(kept," ",2) DO FAULT("Entry "_(+kept)_" is not the one whose hash was kept.")
- WRITE $FNUMBER(+head,",")," entries, ",$SELECT(faults:$FNUMBER(faults,",")_" faults.",1:"nothing changed, missing or put in."),!
+ WRITE $FNUMBER(+head,",")," entries, ",$SELECT(faults:$FNUMBER(faults,",")_" fault"_$SELECT(faults=1:".",1:"s."),1:"nothing changed, missing or put in."),!
  WRITE "Keep this line where nobody who can write the data can change it, for --verify later:",!,+head," ",$PIECE(head,"^",2),!
  IF faults ZHALT 1
  HALT
  ;
-ONE(entry) ; Looks at one entry: its place, its hash over the one before, and its line in the patients' index
- NEW name,node,nodes,own
+ONE(entry) ; Looks at one entry: its place, its hash over the one before, and its lines in the indexes
+ NEW ien,name,node,nodes,own,patient,root
  IF entry'?1N.N!(entry>head)!(entry<expected) DO FAULT("Entry "_entry_" was put in.") QUIT
  IF entry>expected DO FAULT($$RANGE(expected,entry-1)_" missing.")
  SET expected=entry+1,node=$GET(^MEVAUD(entry)),own=$PIECE(node,"^",11)
  IF 'began,$LENGTH(node,"^")<11 SET former=$$LINK^MEVAUDIT(former,entry,node) QUIT
  SET began=1
- IF own'=$$LINK^MEVAUDIT(former,entry,$PIECE(node,"^",1,10),.nodes) DO FAULT("Entry "_entry_" was changed, or the one before it.")
+ IF own'=$$LINK^MEVAUDIT(former,entry,$PIECE(node,"^",1,10),.nodes)!($LENGTH(node,"^")>11) DO FAULT("Entry "_entry_" was changed, or the one before it.")
  SET former=own,name="^MEVAUD("_entry_")"
  FOR  SET name=$QUERY(@name) QUIT:$PIECE(name,"^MEVAUD("_entry_",")'=""!(name="")  SET nodes=nodes-1
  IF nodes DO FAULT("Entry "_entry_" holds what does not belong there.")
- IF $PIECE(node,"^",8)="" QUIT
- IF entry'>$GET(^MEVAUX),'$DATA(^MEVAUX("PATIENT",$PIECE(node,"^",8),entry)) DO FAULT("Entry "_entry_" is missing in the index of patients.")
+ IF entry>$GET(^MEVAUX) QUIT
+ SET patient=$PIECE(node,"^",8),root=$PIECE(node,"^",9),ien=$PIECE(node,"^",10)
+ IF patient'="",'$DATA(^MEVAUX("PATIENT",patient,entry)) DO FAULT("Entry "_entry_" is missing in the index of patients.")
+ IF root'="",'$DATA(^MEVAUX("RECORD",root,ien,entry)) DO FAULT("Entry "_entry_" is missing in the index of records.")
  QUIT
  ;
 RANGE(first,last) ;

@@ -160,6 +160,9 @@ def audit():
             (f"MERGE ^MEVAUD({last + 1})=^MEVAUD({last})", f"Entry {last + 1} was put in"),
             (f"KILL ^MEVAUD({last})", f"Entry {last} is missing at the end"),
             (f'KILL ^MEVAUX("PATIENT",5,{entry})', f"Entry {entry} is missing in the index"),
+            (f'KILL ^MEVAUX("RECORD","MEVREF",1,{entry})', f"Entry {entry} is missing in the index"),
+            (f'SET $PIECE(^MEVAUD({entry}),"^",12)="x"', f"Entry {entry} was changed"),
+            ("SET ^MEVAUD(0)=1", "Entry 0 was put in"), ("KILL ^MEVAUD", "All entries are missing"),
             (f'KILL ^MEVAUD({last}) SET ^MEVAUD={last - 1}_"^"_$PIECE(^MEVAUD({last - 1}),"^",11)', f"Entry {last} is not the one")):
         by_engine("MERGE ^KEPT=^MEVAUD,^KEPX=^MEVAUX " + change)
         assert found in admin("--audit", "--verify", *kept.split(), fails=True), change
