@@ -164,10 +164,14 @@ void HostSession::giveUp()
 
 Text HostSession::users()
 {
-    return widenBytes(withRetries([this] {
+    const Text list = widenBytes(withRetries([this] {
         openConnection();
         return request(L"MEVHOST USERS", L"");
     }));
+    if (list.empty())
+        throw Failure(L"The server knows nobody who could sign on here. Its administrator adds users with: phserver --data "
+                      L"FOLDER --users add LAST,FIRST");
+    return list;
 }
 
 void HostSession::signOn(const Text& userName)

@@ -236,7 +236,7 @@ TEST(Server, BlocksOfKilledDeletesComeBack)
 {
     const QTemporaryDir folder;
     const QString data = folder.filePath("data");
-    ASSERT_EQ(checkDatabase(data), 0);
+    ASSERT_EQ(QProcess::execute(SERVER_PROGRAM, { "--data", data, "--empty", "--users" }), 0);
     ASSERT_EQ(byEngine(LoseABlock, data), 0);
     EXPECT_EQ(checkDatabase(data), 0);
 
