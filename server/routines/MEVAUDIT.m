@@ -8,7 +8,7 @@ MEVAUDIT ; The audit: who did what, when, from which session; each entry is chai
  ;   ^ certificate's number
  ; ^MEVAUD(entry,"CUT")=length ^ digest of a parameter of which "CALL" is the beginning    ^MEVAUD(entry,"WHY")=refusal
  ; ^MEVAUD(entry,"BEFORE",global,record)=the record before    ^MEVAUD(entry,"AFTER",global,record)=the record after
- ; Entries of before the chain have four pieces, the first of them $HOROLOG, and no "AFTER". CHAIN closes them in.
+ ; Entries from before the chain have four pieces, the first of them $HOROLOG, and no "AFTER". CHAIN closes them in.
  ;
  ; A save waits for none of the indexes: MEVTRAIL brings them up to date when somebody asks.
  ;
@@ -101,7 +101,7 @@ PERSON(node) ; The name of an entry's user
  IF $PIECE(node,"^",7)'="" QUIT $PIECE(node,"^",7)
  QUIT $$NAME^MEVDD(200,$PIECE(node,"^",2))
  ;
-NOTE(call,result,text,why,patient,root,record) ; Files an entry of what is no change of records, in a transaction of its own
+NOTE(call,result,text,why,patient,root,record) ; Files an entry that belongs to no change of records, in a transaction of its own
  ; It reaches the disk soon, and with the next save at the latest: nobody waits for it.
  NEW audit
  TSTART ():(SERIAL:TRANSACTIONID="BATCH")
@@ -112,7 +112,7 @@ NOTE(call,result,text,why,patient,root,record) ; Files an entry of what is no ch
  TCOMMIT
  QUIT
  ;
-REFUSED(why) ; A sign-on was refused: nobody's but by the name that was given
+REFUSED(why) ; A sign-on was refused. The entry has no user's number, only the name that was given.
  NEW user
  SET user=0
  DO SIGNON(-1,why)
@@ -174,7 +174,7 @@ WHOM ; What a read showed: sets access, dfn, and of one record root and record
  SET access="LIST",root=""
  QUIT
  ;
-CHAIN ; Entry for a database of before: closes the entries that have no hash into the chain that begins behind them
+CHAIN ; Entry, for a database of an older server: folds its entries, which have no hashes, into the first link of the chain
  ; No session of an older server may be at work: it would count on without hashes.
  NEW audit,hash,last
  SET last=$GET(^MEVAUD)
@@ -187,7 +187,7 @@ CHAIN ; Entry for a database of before: closes the entries that have no hash int
  TCOMMIT
  QUIT
  ;
-FOLDED(last) ; One hash over the entries of before the chain
+FOLDED(last) ; One hash over the entries from before the chain
  NEW entry,hash
  SET hash=""
  FOR entry=1:1:last SET hash=$$LINK(hash,entry,$GET(^MEVAUD(entry)))

@@ -14,10 +14,10 @@ SIGNON ; Call: session name ^ user name [^ the version of the protocol that the 
  ; A refusal leaves the session as it was.
  NEW ien,name,new,version,why
  SET new=$PIECE(param,"^"),name=$PIECE(param,"^",2),version=$PIECE(param,"^",3)
- IF version="" SET version=1 ; a host of before versions
+ IF version="" SET version=1 ; a host from before there were versions
  SET why=$$WHYNOT
  IF why'="" DO TURNAWAY(why) QUIT
- ; Who signs on again and again in one session is taken for one who tries things.
+ ; Signing on again and again in one session looks like somebody trying names out.
  IF user,token'=new!(user'=ien) DO SLOW^MEVLIMIT($$COUNT^MEVLIMIT("SIGNON "_$$CERTIFIED))
  IF user'=ien KILL seen SET seen=0,seen("count")=0
  SET user=ien,person=name,token=new,speaks=version,^MEVSES(session,"USER")=ien
@@ -45,7 +45,7 @@ WHYNOT() ; Why this sign-on is refused, empty when it is not; sets ien
  IF $$CROWDED^MEVLIMIT(ien) QUIT name_" has "_$$SESSIONS^MEVLIMIT_" sessions already. End one of them first."
  QUIT ""
  ;
-NAMED(name) ; The user of this name; of several the only one who may sign on, all such where there are more; empty for none
+NAMED(name) ; The user of this name. Of several, the one who may sign on; where more of them may, all these, joined by "^". Empty for none.
  NEW able,ien,known
  SET (able,ien,known)=""
  FOR  SET ien=$ORDER(^MEVUSR("B",$EXTRACT(name,1,80),ien)) QUIT:ien=""  IF $PIECE(^MEVUSR(ien,0),"^")=name DO

@@ -14,7 +14,7 @@ FORBIDDEN(flags) ; Why a call is not even begun, empty where it may
 PATIENCE() ; The refusals in a minute that cost a user nothing
  QUIT $SELECT($ZTRNLNM("mev_patience")?1.9N:$ZTRNLNM("mev_patience"),1:100)
  ;
-COUNT(key) ; Counts a refusal of a user, or of sign-ons, in all sessions; what they come to. Each minute takes PATIENCE of them away.
+COUNT(key) ; Counts a refusal, of a user or of sign-ons, over all sessions; gives the count, which falls by PATIENCE a minute
  ; ^MEVLIM(key)=seconds ^ count
  NEW count,now,past
  SET now=$ZUT\1000000,past=now-$GET(^MEVLIM(key),now),count=$PIECE($GET(^MEVLIM(key)),"^",2)
@@ -22,7 +22,7 @@ COUNT(key) ; Counts a refusal of a user, or of sign-ons, in all sessions; what t
  SET count=$SELECT(count>0:count,1:0)+1,^MEVLIM(key)=now_"^"_count
  QUIT count
  ;
-SLOW(count) ; Lets one wait who was refused so often, up to a second; who goes on all the same has the session ended
+SLOW(count) ; Makes a session wait, up to a second, after so many refusals; after ten times PATIENCE of them it ends
  NEW most
  SET most=$$PATIENCE,row=row+1
  IF count'>most QUIT

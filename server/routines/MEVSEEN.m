@@ -44,7 +44,8 @@ TODAY ; A mark was made today
  SET:$GET(^MEVSEEN(token))'=+$HOROLOG ^MEVSEEN(token)=+$HOROLOG
  QUIT
  ;
-CHANGED(root,record,patient) ; Within a change: the record is not any more what others have read. Who knew it knows its own change.
+CHANGED(root,record,patient) ; A change is being made: what other sessions have read of the record is out of date now.
+ ; This session still knows the record if it did before, since the change is its own.
  NEW before,part
  IF patient'?1N.8N QUIT  ; no patient's record
  SET before=$$LAST(root,patient,record),^MEVCHG(root,patient)=audit,^MEVCHG(root,patient,record)=audit
@@ -77,7 +78,7 @@ UNREAD() ; Why the form does not know the record that it saves, by a mark; empty
  IF mark'=""," "_$PIECE(purpose," ",2,999)_" "[(" "_$PIECE(mark,"^",2)_" ") QUIT ""
  QUIT "This record could not be read into the form, so it cannot be saved over. Open it again."
  ;
-LISTED(known) ; The newest change of the record that the session knows of, by a form or its list; the very last where it never read
+LISTED(known) ; The newest change of the record that the session knows of, by a form or its list; where it has read neither, the last one there is
  NEW listed
  SET listed=$GET(^MEVSEEN(token,"LIST",root))
  IF $PIECE(listed,"^")'=patient QUIT $SELECT(mark="":last,1:known)

@@ -19,7 +19,7 @@ INDEX ; Indexes the entries since the last time
  SET last=+$GET(^MEVAUD)
  FOR entry=$GET(^MEVAUX)+1:1:last DO
  . SET node=$GET(^MEVAUD(entry)),root=$PIECE(node,"^",9),ien=$PIECE(node,"^",10)
- . ; Entries of before the chain name their record only where something stood there before.
+ . ; Entries from before the chain name their record only where something stood there before.
  . IF $$OLD(node) SET root=$PIECE($ORDER(^MEVAUD(entry,"BEFORE","")),"^",2) SET:root'="" ien=$ORDER(^MEVAUD(entry,"BEFORE","^"_root,""))
  . SET:root'="" ^MEVAUX("RECORD",root,ien,entry)=""
  . SET:$$PATIENT(entry,node)'="" ^MEVAUX("PATIENT",$$PATIENT(entry,node),entry)=""
@@ -42,10 +42,10 @@ ASKED(entry) ; The entry is one of those that were asked for
  IF since]]$$UTC(node) QUIT 0
  QUIT $SELECT(patient="":1,1:$$PATIENT(entry,node)=patient)
  ;
-UTC(node) ; When an entry was made, in UTC; of before the chain by the server's clock
+UTC(node) ; When an entry was made, in UTC; from before the chain by the server's clock
  QUIT $SELECT($$OLD(node):$$LOCAL^MEVAUDIT(node),1:$PIECE(node,"^"))
  ;
-OLD(node) ; An entry of before the chain
+OLD(node) ; An entry from before the chain
  QUIT $PIECE(node,"^")[","
  ;
 SHOW(entry) ; One entry: a line, and what belongs to it in further ones

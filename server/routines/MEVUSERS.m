@@ -123,7 +123,7 @@ BLOCK(on) ; block NAME|CLASS, unblock NAME|CLASS: the editing of reproductive hi
  IF class WRITE "Class ",name,$SELECT(on:": no editing of reproductive histories",1:": may edit reproductive histories, as the keys allow"),!
  QUIT
  ;
-LIST ; list: all who may sign on, or could
+LIST ; list: all users
  NEW ien,shown
  SET (ien,shown)=0
  FOR  SET ien=$ORDER(^MEVUSR(ien)) QUIT:'ien  DO SHOW(ien) SET shown=1

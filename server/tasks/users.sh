@@ -10,10 +10,11 @@ users_help() {
 END
 }
 case "${1:-list}" in
-    list) [ -n "${mev_empty:-}" ] || need_data ;;
+    add) ;;
     help | --help)
         users_help
         exit 0 ;;
+    *) [ -n "${mev_empty:-}" ] || need_data ;;
 esac
 # Who adds users wants no sample people in a database that is made only now.
 export mev_empty=1
