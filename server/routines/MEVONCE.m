@@ -22,6 +22,7 @@ ONCE(number,name,entry) ; Carries out entry from the table of calls; a repeated 
  TCOMMIT
  SET filed=reply'<0 ; whatever fails from here on, the change was made, unless it was refused
  DO SIGNAL^MEVEVENT
+ IF audit#500=0 ZSYSTEM $ZTRNLNM("mev_tidy") ; the start script's fixed command: journals that nobody needs any more
  IF filed,'$$JOURNALED SET failure="The change was made, but cannot be kept safe: the server's disk is full."
  QUIT
  ;
