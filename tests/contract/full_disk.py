@@ -15,11 +15,14 @@ class Session:
 
     count = 0
 
-    def __init__(self, program, data):
+    def __init__(self, program, data, **environment):
         Session.count += 1
-        self.process = subprocess.Popen([program, "--data", data], stdin=subprocess.PIPE, stdout=subprocess.PIPE)
+        self.process = subprocess.Popen([program, "--data", data], stdin=subprocess.PIPE, stdout=subprocess.PIPE,
+                                        env={**os.environ, **environment})
         self.number = 0
-        assert self.call("MEVHOST SIGNON", TOKEN % Session.count + "^SORREL,ADA").startswith("R1\n1^SORREL,ADA")
+        self.told = [] # while it waited
+        answer = self.call("MEVHOST SIGNON", TOKEN % Session.count + "^SORREL,ADA")
+        assert answer.startswith("R1\n1^SORREL,ADA"), answer
 
     def call(self, name, parameter):
         """The answer's body; empty when the server has ended."""
@@ -37,9 +40,16 @@ class Session:
             answer = self.process.stdout.read(int(length)).decode()
             if answer[0] not in "PE":
                 return answer
+            self.told.append(answer)
 
     def save(self, comment):
         return self.call("MEVREF SET", f"^EXAM^1^14^01/02/2026^{comment}")
+
+    def end(self, how="end"):
+        if how == "kill":
+            self.process.kill()
+        self.process.stdin.close()
+        self.process.wait()
 
     def saved(self):
         lines = self.call("MEVREF GET", "14").split("\n", 1)[1].split("\r\n")
@@ -73,8 +83,7 @@ def main(program, disk):
     # In words, unless the engine itself had to end.
     assert answer == "" or "disk is full" in answer or "cannot go on" in answer or "could not carry out" in answer, answer
     print(f"{len(acknowledged)} saves, then: {answer!r}")
-    session.process.stdin.close()
-    session.process.wait()
+    session.end()
     os.remove(filler)
 
     session = Session(program, data)
@@ -83,8 +92,7 @@ def main(program, disk):
     assert not missing, f"{len(missing)} of the saves are not there once: {missing[:3]}"
     assert len(there) <= len(acknowledged) + 1 # the one that was refused may have been made
     assert session.save("after").endswith("\n1")
-    session.process.stdin.close()
-    session.process.wait()
+    session.end()
     assert subprocess.run([program, "--data", data, "--check"], stdout=subprocess.DEVNULL, check=False).returncode == 0
 
 
