@@ -56,9 +56,9 @@ def admin(*words, fails=False):
 def by_engine(code):
     """Runs M code on the data, with the server's routines at hand."""
     engine = sorted(glob.glob("/usr/lib/*/fis-gtm/V*_*"))[-1]
-    server = os.path.dirname(PROGRAM)
-    environment = dict(os.environ, gtm_dist=engine, gtmgbldir=f"{DATA}/app.gld", mev_data=DATA, gtm_chset="M", gtm_tmp=DATA,
-        gtmroutines=f"{server}/objects({server}/routines) {engine}/libgtmutil.so",
+    server = os.path.dirname(os.path.realpath(PROGRAM))
+    environment = dict(os.environ, gtm_dist=engine, gtmgbldir="app.gld", mev_data="/proc/self/cwd", gtm_chset="M", gtm_tmp=DATA,
+        gtmroutines=f"{server}/objects/server.so {engine}/libgtmutil.so",
         mev_native=f"{server}/native", GTMXC_digest=f"{server}/native/digest.xc")
     subprocess.run([f"{engine}/mumps", "-run", "%XCMD", code], env=environment, check=True, cwd=DATA)
 
