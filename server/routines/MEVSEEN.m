@@ -27,7 +27,7 @@ SUBJECT ; Sets root, patient and record, of a list no record, by the call's name
  SET root=$$ROOT,patient=$PIECE(param,"^"),record=$PIECE(param,"^",2)
  IF $$IS1(root) SET record=$SELECT(purpose="LIST":"",1:patient)
  IF record'="",record'?1N.11N SET (patient,record)="" QUIT
- IF patient="",record'="" SET patient=$PIECE($GET(@root@(record,0)),"^")
+ IF record'="",'$$IS1(root) SET patient=$PIECE($GET(@root@(record,0)),"^")
  IF patient'?1N.8N SET (patient,record)=""
  QUIT
  ;
