@@ -1,5 +1,6 @@
 """One session with the server, one call after the other, for the tests and benches that are written in Python."""
 
+import os
 import subprocess
 
 
@@ -8,10 +9,12 @@ class Session:
 
     count = 0
 
-    def __init__(self, program, data, user="SORREL,ADA"):
+    def __init__(self, program, data, user="SORREL,ADA", **environment):
         Session.count += 1
-        self.process = subprocess.Popen([program, "--data", data], stdin=subprocess.PIPE, stdout=subprocess.PIPE)
+        self.process = subprocess.Popen([program, "--data", data], stdin=subprocess.PIPE, stdout=subprocess.PIPE,
+                                        env={**os.environ, **environment})
         self.number = 0
+        self.told = []  # while it waited
         if user:
             answer = self.call("MEVHOST SIGNON", f"{Session.count:032x}^{user}")
             assert answer.startswith("R1\n") and user in answer, answer
@@ -32,6 +35,7 @@ class Session:
             answer = self.process.stdout.read(int(length)).decode(errors="replace")
             if answer[0] not in "PE":
                 return answer
+            self.told.append(answer)
 
     def reply(self, name, parameter, purpose=""):
         """The reply's text; a failed call raises."""

@@ -1,30 +1,24 @@
-# The data folder: creates the database, recovers it, and shares it. Needs lib/engine.sh.
-
-journal="$data/app.mjl"
-
-journal_switch="-journal=enable,on,before_images,epoch_interval=30,autoswitchlimit=262144,filename=\"$journal\""
-switch_journal_on() { mupip set "$journal_switch" -region DEFAULT; }
-# What a session does when it finds the journal closed, and the shell that it asks: the user's own may not read such quotes.
-mev_journal_on=$(printf '%q set %q -region DEFAULT >>%q 2>&1' "$gtm_dist/mupip" "$journal_switch" "$data/maintenance.log")
-export mev_journal_on SHELL=/bin/bash
+# The data folder, which is the current one: creates the database, recovers it, and shares it. Needs lib/engine.sh.
+. "$here/lib/lock.sh"
+. "$here/lib/journal.sh"
+. "$here/lib/backup.sh"
 
 # The mark "creating" says that what lies here is unfinished and may go; it becomes the mark "created".
 create_database() {
     progress 0 "Creating the database"
-    touch "$data/creating" || fail "The data folder $data cannot be written."
-    rm -f "$data"/app.gld "$data"/app.dat "$data"/app.mjl* "$data"/maintenance.log
-    "$gtm_dist/mumps" -run GDE >>"$data/maintenance.log" 2>&1 <<'GDE'
+    touch creating || fail "The data folder $data cannot be written."
+    rm -f app.gld app.dat app.mjl* maintenance.log
+    "$gtm_dist/mumps" -run GDE >>maintenance.log 2>&1 <<'GDE'
 change -segment DEFAULT -file_name="$mev_data/app.dat" -access_method=BG -block_size=4096 -allocation=4096 -extension_count=4096 -global_buffer_count=4096 -mutex_slots=1024 -lock_space=4096
 change -region DEFAULT -key_size=1019 -record_size=1048576 -stdnull -qdbrundown -nostats
 exit
 GDE
     mupip create || fail "The database cannot be created in $data: is the disk full?"
-    chmod 600 "$data/app.dat"
+    chmod 600 app.dat
     export mev_frames=$([ "$task" = serve ] && echo 1)
-    run_routine CREATE^MEVSAMPLE 2>>"$data/maintenance.log" \
-        || fail "The sample data cannot be created in $data: is the disk full?"
-    switch_journal_on || fail "The journal cannot be opened in $data: is the disk full?"
-    mv "$data/creating" "$data/created" || fail "The data folder $data cannot be written."
+    run_routine CREATE^MEVSAMPLE 2>>maintenance.log || fail "The sample data cannot be created in $data: is the disk full?"
+    begin_journal
+    mv creating created || fail "The data folder $data cannot be written."
 }
 
 # A session that is killed while it gives blocks back leaves them marked as used. No record is touched by it, but the
@@ -34,49 +28,64 @@ blocks_are_lost() {
         | grep -qE '\.(kill_in_prog|abandoned_kills)"\)=[1-9]'
 }
 
-# Makes the maps anew from the blocks that are in use. The mark goes last: an interrupted mending is begun again.
+# Makes the maps once more, from the blocks that are in use. The mark goes last: an interrupted mending is begun again.
 restore_maps() {
     printf '%s\n' "maps -restore_all" "change -fileheader -kill_in_prog=0 -abandoned_kills=0" exit \
-        | "$gtm_dist/dse" >>"$data/maintenance.log" 2>&1
+        | "$gtm_dist/dse" >>maintenance.log 2>&1
 }
 give_lost_blocks_back() {
-    blocks_are_lost || return
+    blocks_are_lost || return 0
     with_progress "Giving unused space back" restore_maps
-    ! blocks_are_lost || echo "phserver: Blocks that killed sessions left are still marked as used." >>"$data/maintenance.log"
+    ! blocks_are_lost || log "Blocks that killed sessions left are still marked as used."
 }
 
-# After a clean end a rundown is all; after a kill or a power loss the journal brings the database back.
+# After a clean end a rundown is all; after a kill or a power loss the journal brings the database back. Then what the journals
+# hold is not needed any more.
 recover_database() {
-    mupip rundown -region DEFAULT && { give_lost_blocks_back; return; }
-    # A full disk closes the journal; there is nothing to recover from it then, and all that was saved is in the database.
-    with_progress "Recovering the database" mupip journal -recover -backward "*" \
-        || mupip rundown -region DEFAULT || fail "The database in $data cannot be recovered; see maintenance.log there."
-    switch_journal_on || fail "The journal cannot be opened in $data: is the disk full?"
+    if [ ! -e replaying ] && mupip rundown -region DEFAULT; then
+        journal_goes_on || begin_journal
+    else
+        with_progress "Recovering the database" recover \
+            || fail "The database in $data cannot be recovered; see maintenance.log there, and docs/data.md for ways out."
+        begin_journal
+        rm -f rolled_bak_app.mjl* replaying
+    fi
     give_lost_blocks_back
 }
+begin_journal() {
+    mev_data=/proc/self/cwd
+    start_journal || fail "The journal cannot be opened in $data: is the disk full?"
+    remember_place
+}
 
-# What is in the database needs no old journals; the newest three stay for those who look for a fault.
-remove_old_journals() { ls -t "$data"/app.mjl_* 2>/dev/null | tail -n +4 | xargs -r -d '\n' rm -f; }
+# own FILE...: what an administrator's task made is of the folder's owner, whose sessions need it
+own() { [ "$EUID" != 0 ] || [ -O . ] || chown -R --reference=. -- "$@"; }
 
 look_after() {
-    if [ -e "$data/created" ]; then
+    local left
+    [ ! -e switching ] || finish_restore
+    if [ -e created ]; then
+        adopt
         recover_database
-        remove_old_journals
-    elif [ -e "$data/creating" ] || [ ! -e "$data/app.dat" ]; then
-        create_database
+        tidy
+    elif [ -e creating ] || [ ! -e app.dat ]; then
+        with_progress "" create_database || exit 1
     else
         fail "The database in $data is not marked as complete. If it comes from a backup, add app.gld and an empty file created."
     fi
+    own *
+    # What killed ones left: of a start, and of backups.
+    for left in making-ready DEFAULT_*; do
+        [ ! -e "$left" ] || rm -f "$left"
+    done
 }
 
-# lock OPTION...: true with the lock, false where others hold it.
-lock() {
-    flock -E 75 "$@" 9
-    case $? in
-        0) ;;
-        75) return 1 ;;
-        *) fail "The data folder $data cannot be locked. It must lie on a disk that has locks, best one of this machine." ;;
-    esac
+# A folder that others can enter is closed, as ssh asks for its own.
+guard_folder() {
+    ((8#$1 & 8#77)) || return 0
+    [ -O . ] || [ "$EUID" = 0 ] || fail "The data folder $data is open to others than its owner (mode $1), and belongs to another user."
+    chmod go-rwx . || fail "The data folder $data is open to others than its owner (mode $1), and cannot be closed."
+    log "The folder was open to others than its owner (mode $1); it is closed now."
 }
 
 # For what only looks at a database: a mistyped folder is not filled with a new one, sample people included.
@@ -86,10 +95,18 @@ need_data() {
 
 # Who finds nobody else in the folder looks after it; then everyone shares it for life.
 open_data() {
-    exec 9>"$data/lock" || fail "The data folder $data cannot be written."
-    [ -e "$data/app.repl" ] || ! lock -n -x || look_after
-    until lock -s -w 1; do
-        progress 0 "Another session is making the data ready"
-    done
-    [ -e "$data/created" ] || fail "The creation of the data was interrupted. Try again."
+    local ignored mode
+    { read -r mode ignored; read -r ignored place; } < <(stat -c '%a %d:%i' . app.dat 2>/dev/null)
+    guard_folder "$mode"
+    open_lock
+    [ -e app.repl ] || ! lock -n -x || look_after
+    share_lock
+    [ -e created ] || fail "The creation of the data was interrupted. Try again."
+}
+
+# What sessions do at their start, for an administrator's task: data of an earlier version are converted.
+convert_data() {
+    local said
+    said=$(run_routine READY^MEVDATA)
+    [[ $said != *F0$'\n'* ]] || fail "${said##*F0$'\n'}"
 }

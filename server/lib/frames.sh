@@ -6,14 +6,18 @@ frame() { printf '%08d%s' "${#1}" "$1"; }
 # progress PERCENT TEXT: for a session's client alone.
 progress() { [ "$task" != serve ] || frame "P$1"$'\n'"$2"; }
 
-# with_progress TEXT COMMAND...: says every few seconds that the command is at work; a silent server is taken for dead.
+# with_progress TEXT COMMAND...: says every few seconds that the command is at work; a silent server is taken for dead. What
+# names its own progress gets an empty text.
 with_progress() {
     local text=$1 ticks=0
     shift
-    progress 0 "$text"
-    "$@" &
+    [ -z "$text" ] || progress 0 "$text"
+    tell_waiting "$text"
+    "$@" <&0 &
     while sleep 0.2 && kill -0 $! 2>/dev/null; do
-        ((++ticks % 20)) || progress 0 "$text"
+        ((++ticks % 20)) && continue
+        [ -z "$text" ] || progress 0 "$text"
+        tell_waiting "$text"
     done
     wait $!
 }

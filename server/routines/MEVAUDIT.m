@@ -4,8 +4,8 @@ MEVAUDIT ; The audit: who did what, when, from which session; each entry is chai
  ; ^MEVAUD=number of the last entry ^ its hash
  ; ^MEVAUD(entry)=when, in UTC ^ user ^ call ^ "1" or the error number ^ seconds from UTC to the server's time ^ session
  ;   ^ user's name ^ patient ^ global without its "^" ^ record ^ hash
- ; ^MEVAUD(entry,"CALL")=parameter, of a sign-on: digest of the session's name ^ certificate's user ^ address ^ protocol
- ;   ^ certificate's number
+ ; ^MEVAUD(entry,"CALL")=parameter, of a sign-on: digest of the session's name ^ certificate's user ^ address
+ ;   ^ protocol ^ certificate's number
  ; ^MEVAUD(entry,"CUT")=length ^ digest of a parameter of which "CALL" is the beginning    ^MEVAUD(entry,"WHY")=refusal
  ; ^MEVAUD(entry,"BEFORE",global,record)=the record before    ^MEVAUD(entry,"AFTER",global,record)=the record after
  ; Entries from before the chain have four pieces, the first of them $HOROLOG, and no "AFTER". CHAIN closes them in.
@@ -120,8 +120,7 @@ REFUSED(why) ; A sign-on was refused. The entry has no user's number, only the n
  ;
 SIGNON(result,why) ; A sign-on, good or refused
  NEW text
- SET text=$EXTRACT($$DIGEST($PIECE(param,"^")),1,16)_"^"_$ZTRNLNM("mev_user")_"^"_$ZTRNLNM("mev_peer")_"^"_$$BRIEF^MEVTEXT($PIECE(param,"^",3),10)
- SET:$ZTRNLNM("mev_certificate")'="" text=text_"^"_$ZTRNLNM("mev_certificate")
+ SET text=$EXTRACT($$DIGEST($PIECE(param,"^")),1,16)_"^"_$ZTRNLNM("mev_user")_"^"_$ZTRNLNM("mev_peer")_"^"_$$BRIEF^MEVTEXT($PIECE(param,"^",3),10)_"^"_$ZTRNLNM("mev_certificate")
  DO NOTE("MEVHOST SIGNON",result,text,why)
  QUIT
  ;

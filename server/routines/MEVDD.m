@@ -66,6 +66,7 @@ EXISTS(file,ien) ; There is an entry of this number
 START ; Makes the zero nodes of all files
  NEW line,root,text
  SET ^MEVFND=1 ; no entries, all indexed
+ DO START^MEVDATA
  FOR line=1:1 SET text=$TEXT(TABLE+line) QUIT:$PIECE(text,";",3)=""  DO
  . SET root=$PIECE(text,";",5)
  . SET @root@(0)=$PIECE(text,";",4)_"^"_$PIECE(text,";",3)_"^0^0"

@@ -82,25 +82,12 @@ NAMED(text) ; Takes those whose whole name begins so
  DO WALK("^MEVPAT","F",text,"ADDPATIENT^MEVHOST(ien)")
  QUIT
  ;
-READY ; Before a session's first request: a database of before these indexes gets them, once
- IF $GET(^MEVFND)=1 QUIT
- FOR  LOCK +^MEVFND:1 QUIT:$TEST  DO FRAME^MEVSERVE("P0"_$CHAR(10)_"Another session is indexing the names")
- IF $GET(^MEVFND)'=1 DO BUILD
- LOCK -^MEVFND
- QUIT
- ;
 BUILD ; Indexes all entries, and says every second how far it is. Begun again where an interrupted one had come to.
  NEW file,ien,root,told
  SET file="",told=""
  FOR  SET file=$$NEXT^MEVDD(file) QUIT:file=""  DO
  . SET root=$$ROOT^MEVDD(file),ien=+$GET(^MEVFND(file))
- . FOR  SET ien=$ORDER(@root@(ien)) QUIT:'ien  DO INDEX(root,ien) IF ien#1000=0 SET ^MEVFND(file)=ien DO TELL
+ . FOR  SET ien=$ORDER(@root@(ien)) QUIT:'ien  DO INDEX(root,ien) IF ien#1000=0 SET ^MEVFND(file)=ien DO TOLD^MEVDATA(ien*100\($PIECE(@root@(0),"^",3)+1),"Indexing the names")
  KILL ^MEVFND
  SET ^MEVFND=1
- QUIT
- ;
-TELL ; One frame a second
- QUIT:told=$HOROLOG
- SET told=$HOROLOG
- DO FRAME^MEVSERVE("P"_(ien*100\($PIECE(@root@(0),"^",3)+1))_$CHAR(10)_"Indexing the names")
  QUIT

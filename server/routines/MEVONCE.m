@@ -23,6 +23,7 @@ ONCE(number,name,entry) ; Carries out entry from the table of calls; a repeated 
  DO SIGNAL^MEVEVENT
  IF filed SET row=0
  ELSE  DO SLOW^MEVLIMIT(refusals)
+ IF audit#500=0 ZSYSTEM $ZTRNLNM("mev_tidy") ; the start script's fixed command: journals that nobody needs any more
  IF filed,'$$JOURNALED SET failure="The change was made, but cannot be kept safe: the server's disk is full."
  QUIT
  ;

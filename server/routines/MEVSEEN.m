@@ -14,8 +14,12 @@ READ(number,entry) ; Carries out a call that reads, from the table of calls, and
  NEW before,patient,record,root,tries
  DO SUBJECT
  FOR tries=1:1:5 SET before=$$LAST(root,patient,record) KILL reply SET reply="" DO @entry QUIT:before=$$LAST(root,patient,record)
- QUIT:patient=""
- QUIT:reply?1"-1^".E
+ IF patient'="",reply'?1"-1^".E DO NOTE
+ QUIT
+ ;
+NOTE ; Marks it. What cannot be marked (a full disk) is shown all the same; a save will be refused.
+ NEW $ETRAP,level
+ SET level=$ZLEVEL,$ETRAP="ZGOTO level:UNMARKED^MEVSEEN"
  IF purpose="LIST" SET:$GET(^MEVSEEN(token,"LIST",root))'=(patient_"^"_before) ^MEVSEEN(token,"LIST",root)=patient_"^"_before DO TODAY
  IF purpose="EDIT",record'="" SET ^MEVSEEN(token,"EDIT",root_$SELECT(name["NOTE":" NOTE",1:""),record)=before_"^"_number DO TODAY
  QUIT
@@ -39,6 +43,10 @@ LAST(root,patient,record) ; The last change of a record, without one of all that
  IF patient="" QUIT 0
  IF record="" QUIT +$GET(^MEVCHG(root,patient))
  QUIT +$GET(^MEVCHG(root,patient,record))
+ ;
+UNMARKED ; After an error in NOTE
+ SET $ETRAP="GOTO BROKEN^MEVSERVE",$ECODE=""
+ QUIT
  ;
 TODAY ; A mark was made today
  SET:$GET(^MEVSEEN(token))'=+$HOROLOG ^MEVSEEN(token)=+$HOROLOG

@@ -75,7 +75,7 @@ ORIGIN(entry) ; From where a session signed on
  NEW text
  SET text=$GET(^MEVAUD(entry,"CALL"))
  WRITE "    session's name has the digest ",$PIECE(text,"^"),"; ",$SELECT($PIECE(text,"^",2)="":"on this machine",1:"certificate "_$PIECE(text,"^",2))
- IF $PIECE(text,"^",5)'="" WRITE " number ",$PIECE(text,"^",5)
+ IF $PIECE(text,"^",5)'="" WRITE " (number ",$PIECE(text,"^",5),")"
  IF $PIECE(text,"^",3)'="" WRITE ", from ",$PIECE(text,"^",3)
  WRITE !
  QUIT

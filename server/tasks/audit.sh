@@ -2,10 +2,10 @@
 # anybody changed it. docs/users.md tells how to read it.
 entry=PRINT
 mev_patient='' mev_user_name='' mev_since='' mev_kind='' mev_record='' mev_kept=''
-number() { [[ $1 =~ ^[0-9]{1,12}$ ]] || fail "This is no number: $1"; }
+is_number() { [[ $1 =~ ^[0-9]{1,12}$ ]] || fail "This is no number: $1"; }
 while [ $# -gt 0 ]; do
     case "$1" in
-        --patient) number "${2:-}"; mev_patient=$2; shift 2 ;;
+        --patient) is_number "${2:-}"; mev_patient=$2; shift 2 ;;
         --user) mev_user_name=${2:-}; shift; shift || fail "A user's name is missing." ;;
         --since)
             mev_since=${2:-}
@@ -17,15 +17,16 @@ while [ $# -gt 0 ]; do
             mev_kind=${2:-} mev_record=${3:-}
             [[ " REP BMSR VIF VELD VAST VTXC VER REF REG USR CLS VST " == *" $mev_kind "* ]] \
                 || fail "The kind of record is REP, BMSR, VIF, VELD, VAST, VTXC, VER, REF, REG, USR, CLS or VST: $mev_kind"
-            number "$mev_record"; shift 3 ;;
+            is_number "$mev_record"; shift 3 ;;
         --verify)
             entry=VERIFY
             shift
-            [ $# = 0 ] || { number "$1"; mev_kept="$1 ${2:-}"; shift $#; } ;;
+            [ $# = 0 ] || { is_number "$1"; mev_kept="$1 ${2:-}"; shift $#; } ;;
         *) fail "Unknown argument: $1" ;;
     esac
 done
 export mev_patient mev_user_name mev_since mev_kind mev_record mev_kept
 need_data
 open_data
+convert_data
 run_routine $entry^MEVTRAIL

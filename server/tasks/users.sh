@@ -19,6 +19,7 @@ esac
 # Who adds users wants no sample people in a database that is made only now.
 export mev_empty=1
 open_data
+convert_data
 # As one text, a word in each line, which the routine takes as data only.
 printf -v mev_words '%s\n' "$@"
 mev_words=${mev_words%$'\n'}

@@ -3,6 +3,7 @@
 #include "tests/support/ScriptedHost.h"
 #include "tests/support/ServedRemotely.h"
 
+#include <QRegularExpression>
 #include <QStandardPaths>
 #include <QTcpServer>
 
@@ -58,6 +59,13 @@ TEST_F(Remote, RightCertificateListsAPatient)
     EXPECT_EQ(std::count(list.begin(), list.end(), L'\n'), 5000);
     EXPECT_EQ(remote.session.callText(L"MEVHOST KEYS", Text(30000, L'x')), L"0");
     EXPECT_EQ(remote.asked(), "");
+    // The audit knows the certificate and where the connection came from.
+    QProcess audit;
+    audit.start(QStringLiteral(SERVER_PROGRAM), { "--data", sharedDataFolder(), "--audit", "--user", "SORREL,ADA" });
+    ASSERT_TRUE(audit.waitForFinished(30000));
+    EXPECT_TRUE(QString::fromUtf8(audit.readAllStandardOutput())
+                    .contains(QRegularExpression(
+                        "certificate SORREL,ADA \\(number [0-9A-F]+\\), from (127\\.0\\.0\\.1|[0:]*1)\n")));
 }
 
 // Requests that arrive together wait in the server's buffer, not on the socket: it must not listen for more first.
@@ -122,10 +130,12 @@ TEST_F(Remote, CertificatesThatAreRefused)
     for (const auto& [name, text] : cases)
         EXPECT_EQ(refusal(as(name)), "Try again? " + text) << name;
     // Names that no user can have, each in a certificate that is right otherwise.
-    for (const char* const subject : { "/CN=SORREL,ADA/CN=BARE,JUNO", "/CN=SORREL^ADA", "/CN=SORREL\\\\,ADA", "/CN=1\n\n2" }) {
+    for (const char* const subject :
+        { "/CN=SORREL,ADA/CN=BARE,JUNO", "/CN=SORREL^ADA", "/CN=SORREL\\\\,ADA", "/CN=1\n\n2" }) {
         EXPECT_EQ(served->administer("sh",
                       { "-c",
-                          "openssl req -new -config authority.cnf -key bare.key -subj \"$0\" -out odd.csr && cp bare.key odd.key && "
+                          "openssl req -new -config authority.cnf -key bare.key -subj \"$0\" -out odd.csr && cp "
+                          "bare.key odd.key && "
                           "openssl ca -batch -config authority.cnf -extensions client -in odd.csr -out odd.pem",
                           subject }),
             "");
@@ -147,8 +157,8 @@ TEST_F(Remote, OnlyCiphersWithForwardSecrecyAndAuthentication)
     };
     for (const char* const taken : { "-tls1_3", "-tls1_2", "-tls1_2 -cipher ECDHE-ECDSA-AES128-GCM-SHA256" })
         EXPECT_EQ(shake(taken), "") << taken;
-    for (const char* const refused : { "-tls1_2 -cipher ECDHE-ECDSA-AES128-SHA", "-tls1_2 -cipher ECDHE-ECDSA-AES128-SHA256",
-             "-tls1_1 -cipher ALL:@SECLEVEL=0" })
+    for (const char* const refused : { "-tls1_2 -cipher ECDHE-ECDSA-AES128-SHA",
+             "-tls1_2 -cipher ECDHE-ECDSA-AES128-SHA256", "-tls1_1 -cipher ALL:@SECLEVEL=0" })
         EXPECT_NE(shake(refused), "") << refused;
 }
 
@@ -239,11 +249,15 @@ TEST_F(Remote, ListsOfRevokedCertificatesThatWouldShutEverybodyOut)
                   "-out", "future.crl" }),
         "");
     EXPECT_EQ(server.addRevokedList("future.crl"),
-        "future.crl is not valid before Jan  1 00:00:00 2099 GMT: the clock of the authority's machine, or this one's, is wrong.");
+        "future.crl is not valid before Jan  1 00:00:00 2099 GMT: the clock of the authority's machine, or this one's, "
+        "is wrong.");
     EXPECT_EQ(server.authority({ "-gencrl", "-out", "new.crl" }), "");
-    EXPECT_EQ(server.administer("sh", { "-c", "umask 077; $0 new.crl . revoked.pem", server.script("add-revoked-list") }), "");
+    EXPECT_EQ(
+        server.administer("sh", { "-c", "umask 077; $0 new.crl . revoked.pem", server.script("add-revoked-list") }),
+        "");
     EXPECT_TRUE(QFile::permissions(server.file("revoked-lists.pem")) & QFile::ReadOther);
-    EXPECT_EQ(server.addRevokedList("new.crl", { "sorrel.pem" }), "sorrel.pem is not refused as revoked: sorrel.pem: OK");
+    EXPECT_EQ(
+        server.addRevokedList("new.crl", { "sorrel.pem" }), "sorrel.pem is not refused as revoked: sorrel.pem: OK");
     EXPECT_TRUE(server.addRevokedList("revoked.crl").starts_with("revoked.crl is older than the list in force, "));
     EXPECT_EQ(refusal(server.as("sorrel")), "signed on");
 
@@ -269,7 +283,8 @@ TEST_F(Remote, AuthorityOfTwoSteps)
     EXPECT_EQ(refusal(server.as("sorrel")), "Try again? The server refused your certificate: it has been revoked.");
 }
 
-// Holds thousands of connections that never finish a handshake, from two addresses, and opens each again when it is closed.
+// Holds thousands of connections that never finish a handshake, from two addresses, and opens each again when it is
+// closed.
 class Loiterers {
 public:
     Loiterers(int port, std::size_t count)

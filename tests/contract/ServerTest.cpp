@@ -124,7 +124,7 @@ TEST(Server, RepeatedSaveIsAnsweredFromMemory)
 int byEngine(const QString& command, const QString& data)
 {
     const QString settings = QStringLiteral("export gtm_dist=$(ls -d /usr/lib/*/fis-gtm/V*_* | sort -V | tail -n 1)\n"
-                                            "export mev_data=\"$0\" gtmgbldir=\"$0/app.gld\"\n");
+                                            "cd \"$0\" && export mev_data=/proc/self/cwd gtmgbldir=app.gld\n");
     return QProcess::execute("bash", { "-c", settings + command, data });
 }
 
@@ -252,7 +252,7 @@ TEST(Server, NamesOfADatabaseOfBeforeAreIndexedOnce)
     const QString data = folder.filePath("data");
     RealSession(data).session.users();
     ASSERT_EQ(byEngine(QStringLiteral(
-                           "gtmroutines=$gtm_dist/libgtmutil.so gtm_chset=M $gtm_dist/mumps -run %XCMD 'KILL ^MEVFND,"
+                           "gtmroutines=$gtm_dist/libgtmutil.so gtm_chset=M $gtm_dist/mumps -run %XCMD 'KILL ^MEVDATA,^MEVFND,"
                            "^MEVPAT(\"F\"),^MEVPAT(\"G\"),^MEVPAT(\"D\"),^MEVLAB(\"F\")'"),
                   data),
         0);

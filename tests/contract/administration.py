@@ -57,9 +57,9 @@ def admin(*words, fails=False):
 def by_engine(code):
     """Runs M code on the data, with the server's routines at hand."""
     engine = sorted(glob.glob("/usr/lib/*/fis-gtm/V*_*"))[-1]
-    server = os.path.dirname(PROGRAM)
-    environment = dict(os.environ, gtm_dist=engine, gtmgbldir=f"{DATA}/app.gld", mev_data=DATA, gtm_chset="M", gtm_tmp=DATA,
-        gtmroutines=f"{server}/objects({server}/routines) {engine}/libgtmutil.so",
+    server = os.path.dirname(os.path.realpath(PROGRAM))
+    environment = dict(os.environ, gtm_dist=engine, gtmgbldir="app.gld", mev_data="/proc/self/cwd", gtm_chset="M", gtm_tmp=DATA,
+        gtmroutines=f"{server}/objects/server.so {engine}/libgtmutil.so",
         mev_native=f"{server}/native", GTMXC_digest=f"{server}/native/digest.xc")
     subprocess.run([f"{engine}/mumps", "-run", "%XCMD", code], env=environment, check=True, cwd=DATA)
 
@@ -136,7 +136,7 @@ def audit():
     heads = re.findall(r"^Entry (\d+)  (\S{10}T\S{8}Z)  REED,OLIVE \(user 1\)  (.*), patient 5, session (\d+)$", said, re.M)
     assert [head[2] for head in heads] == ["LOOK PATIENT: looked", "LOOK LIST: looked", "MEVREF SET: made, record REF 1",
         "LOOK DETAIL: looked, record REF 1", "MEVREF SET: changed, record REF 1", "MEVREF DEL: deleted, record REF 1"], said
-    assert len(set(head[3] for head in heads)) == 1 and said.count("certificate REED,OLIVE number 2F07, from 192.0.2.7") == 6
+    assert len(set(head[3] for head in heads)) == 1 and said.count("certificate REED,OLIVE (number 2F07), from 192.0.2.7") == 6
     assert 'before "^MEVREF",1,1: first' in said and said.count('after "^MEVREF",1,1: second') == 1
     assert admin("--audit", "--record", "REF", "1").count("Entry") == 4
     told = admin("--audit", "--user", "REED,OLIVE", "--since", time.strftime("%Y-%m-%d", time.gmtime(time.time() - 86400)))

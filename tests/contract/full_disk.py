@@ -16,6 +16,12 @@ class Saver(Session):
     def save(self, comment):
         return self.call("MEVREF SET", f"^EXAM^1^14^01/02/2026^{comment}")
 
+    def end(self, how="end"):
+        if how == "kill":
+            self.process.kill()
+        self.process.stdin.close()
+        self.process.wait()
+
     def saved(self):
         lines = self.call("MEVREF GET", "14").split("\n", 1)[1].split("\r\n")
         return sorted(line.split("^")[11] for line in lines if line)
@@ -48,8 +54,7 @@ def main(program, disk):
     # In words, unless the engine itself had to end.
     assert answer == "" or "disk is full" in answer or "cannot go on" in answer or "could not carry out" in answer, answer
     print(f"{len(acknowledged)} saves, then: {answer!r}")
-    session.process.stdin.close()
-    session.process.wait()
+    session.close()
     os.remove(filler)
 
     session = Saver(program, data)
@@ -58,8 +63,7 @@ def main(program, disk):
     assert not missing, f"{len(missing)} of the saves are not there once: {missing[:3]}"
     assert len(there) <= len(acknowledged) + 1 # the one that was refused may have been made
     assert session.save("after").endswith("\n1")
-    session.process.stdin.close()
-    session.process.wait()
+    session.close()
     assert subprocess.run([program, "--data", data, "--check"], stdout=subprocess.DEVNULL, check=False).returncode == 0
 
 

@@ -1,5 +1,5 @@
-// Preloaded into a program: keeps of each file in LOSSY_FOLDER what the last sync of it has put on the disk, as a copy in
-// LOSSY_DISK. After a loss of power nothing more need be there.
+// Preloaded into a program: keeps of each file in LOSSY_FOLDER what the last sync of it has put on the disk, as a copy
+// in LOSSY_DISK. After a loss of power nothing more need be there.
 #include <cstdlib>
 #include <cstring>
 #include <dlfcn.h>
@@ -17,14 +17,15 @@ void keepOnDisk(int file)
     const char* const disk = std::getenv("LOSSY_DISK");
     char path[4096] {};
     const std::string link = "/proc/self/fd/" + std::to_string(file);
-    struct stat status {};
+    struct stat status { };
     if (!folder || !disk || readlink(link.c_str(), path, sizeof path - 1) < 0 || fstat(file, &status) != 0
         || !S_ISREG(status.st_mode) || std::strncmp(path, folder, std::strlen(folder)) != 0)
         return;
     const std::string kept = disk + std::string(std::strrchr(path, '/'));
     const int from = open(path, O_RDONLY | O_CLOEXEC);
     const int to = open((kept + ".new").c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
-    for (off_t at = 0; at < status.st_size && sendfile(to, from, &at, static_cast<std::size_t>(status.st_size - at)) > 0;) { }
+    for (off_t at = 0;
+         at < status.st_size && sendfile(to, from, &at, static_cast<std::size_t>(status.st_size - at)) > 0;) { }
     close(from);
     close(to);
     rename((kept + ".new").c_str(), kept.c_str());
