@@ -1,6 +1,7 @@
 // kalmevRepHistCtrl: add, edit, delete.
 #include "control/kalmevRepHistCtrl.h"
 
+#include "control/FlagScope.h"
 #include "control/GridLoader.h"
 #include "editors/frmAsthma.h"
 #include "editors/frmER.h"
@@ -43,10 +44,15 @@ void kalmevRepHistCtrl::cmd_Click(int index)
     const int type = typeOf(row);
     // Copies: the grid may be loaded again while a box or an editor is open.
     const Text record(fgData.text(row, GridColumn::Record));
-    if (index == Edit)
+    if (index == Edit) {
         openEditor(type, record, Text(fgData.text(row, GridColumn::Visit)));
-    else
+        return;
+    }
+    {
+        const FlagScope deleting(m_deleting);
         trap(L"DelRec", [&] { DelRec(type, record, Text(fgData.text(row, GridColumn::Label))); });
+    }
+    catchUp();
 }
 
 void kalmevRepHistCtrl::OpenRecord(int type, const Text& record, const Text& visit)

@@ -1,5 +1,6 @@
 #include "control/kalmevRepHistCtrl.h"
 
+#include "control/FlagScope.h"
 #include "control/GridLoader.h"
 #include "platform/Conversions.h"
 #include "shared/modConst.h"
@@ -14,21 +15,6 @@ constexpr TextView RefreshEvent = L"REFRESH";
 
 constexpr int LabelColumnWidth = 1600; // twips
 constexpr int LabelColumnAlignment = 6;
-
-// Sets a flag for as long as the object lives.
-class FlagScope {
-public:
-    explicit FlagScope(bool& flag)
-        : m_flag(flag)
-        , m_before(std::exchange(flag, true))
-    {
-    }
-    ~FlagScope() { m_flag = m_before; }
-
-private:
-    bool& m_flag;
-    bool m_before;
-};
 
 }
 
@@ -175,10 +161,11 @@ void kalmevRepHistCtrl::ICSS_PatientEvents_Committed()
     catchUp();
 }
 
-// Loads what changed, until nothing came meanwhile: a box that a load shows lets further events in.
+// Loads what changed, until nothing came meanwhile: a box that a load shows lets further events in. Under the question
+// whether to delete a record the list stays as the user saw it: a change of the record made meanwhile counts as unseen.
 void kalmevRepHistCtrl::catchUp()
 {
-    while (m_active && !m_loading && (m_patientChanged || m_reloadWanted)) {
+    while (m_active && !m_loading && (m_patientChanged || (m_reloadWanted && !m_deleting))) {
         const FlagScope loading(m_loading);
         m_reloadWanted = false;
         if (std::exchange(m_patientChanged, false))

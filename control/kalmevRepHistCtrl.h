@@ -144,6 +144,7 @@ private:
     Text m_visitEventName; // "VXR." + patient number; empty without a patient
     Text m_refusalEventName; // "REFUSAL." + patient number
     bool m_loading = false;
+    bool m_deleting = false; // from the first question to the server's answer
     // What has arrived and is not loaded yet:
     bool m_reloadWanted = false;
     bool m_patientChanged = false;

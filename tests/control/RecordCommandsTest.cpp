@@ -176,6 +176,12 @@ TEST_F(RecordCommands, DeletingAsksAndCallsByType)
         click(row, Delete);
         EXPECT_EQ(host.lines({ L"box", L"call", L"list" }), (Transcript { question, Text(call) })); // and no reload
     }
+    // What somebody else changes under the question is listed after it: the server compares with what the user saw.
+    host.desktop.whileBoxIsOpen = [this] { host.session->push(L"REFUSAL.12.REF"); };
+    host.desktop.answers = { BoxAnswer::Yes };
+    click(6, Delete);
+    EXPECT_EQ(host.calls().front(), L"call MEVREF DEL(5)");
+    EXPECT_EQ(host.calls().size(), 1u + host.session->expected.size());
     host.session->reply(L"MEVREF DEL", L"-1^The record is locked.");
     host.desktop.answers = { BoxAnswer::Yes };
     click(6, Delete);
