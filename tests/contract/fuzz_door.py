@@ -18,40 +18,30 @@ NAMES = [b"SORREL,ADA", b"$(" + TOUCH + b")", b"`" + TOUCH + b"`", b"; " + TOUCH
          b"\xc3\x89LAN,M", b"\xff\xfe", b"~root", b"$mev_user", b"x" * 30000, b" ", b"\\x41", b"A^B", b'"', b"\n", b"1\n\n2", b"\0", b"", b"\x7f"]
 
 
-def some_name(dice):
-    kind = dice.random()
-    if kind < 0.5:
-        return dice.choice(NAMES)
-    if kind < 0.7:
-        return dice.choice(NAMES) + dice.randbytes(dice.randrange(4)) + dice.choice(NAMES)
-    allowed = range(256) if kind < 0.8 else [byte for byte in range(32, 256) if byte not in b'"\\^\x7f']
-    return bytes(dice.choices(allowed, k=dice.choice((1, 2, 10, 64, 200, 201))))
-
-
 def field(kind, value):
     return bytes([kind]) + len(value).to_bytes(2, "big") + value
 
 
 def header(dice):
     """A header of the door, and what the session says to it; nothing where the header is broken."""
-    name = some_name(dice)
-    others = [field(dice.choice((1, 2, 3, 4, 0x30)), dice.randbytes(dice.randrange(20))) for _ in range(dice.randrange(3))]
+    allowed = [byte for byte in range(32, 256) if byte not in b'"\\^\x7f']
+    name = dice.choice((dice.choice(NAMES), dice.choice(NAMES) + dice.randbytes(dice.randrange(4)) + dice.choice(NAMES),
+        bytes(dice.choices(dice.choice((range(256), allowed, allowed)), k=dice.choice((1, 2, 10, 64, 200, 201))))))
     inner = [field(0x21, b"TLSv1.3"), field(0x22, name), field(0x23, dice.randbytes(6))]
     dice.shuffle(inner)
-    fields = others + [field(0x20, b"\1\0\0\0\0" + b"".join(inner)), field(5, b"fit 1F")]
+    fields = [field(dice.choice((1, 2, 3, 4, 0x30)), dice.randbytes(dice.randrange(20))) for _ in range(dice.randrange(3))]
+    fields += [field(0x20, b"\1\0\0\0\0" + b"".join(inner)), field(5, b"fit 1F")]
     dice.shuffle(fields)
-    addresses, family, peer = dice.choice(((12, b"\x11", b"127.0.0.1"), (36, b"\x21", b"0000:" * 7 + b"0001")))
-    first = b"\x7f\0\0\1" if addresses == 12 else bytes(15) + b"\1"
-    body = first.ljust(addresses, b"\0") + b"".join(fields)
-    answer = b"ESESSION\n" + name
-    answer = b"%08d%s<%s><%s><1F>" % (len(answer), answer, name, peer)
-    if not 0 < len(name) <= 200 or any(byte < 32 or byte in b'"\\^\x7f' for byte in name):
-        answer = b"%08d%s" % (len(SENTENCE), SENTENCE)
-    elif dice.random() < 0.2:  # a byte less than it says: in the last field, or in the whole
-        answer, body = b"", body[:-1]
-        if dice.random() < 0.5:
-            return b"\r\n\r\n\0\r\nQUIT\n\x21" + family + (len(body) + 1).to_bytes(2, "big") + body, answer
-    return b"\r\n\r\n\0\r\nQUIT\n\x21" + family + len(body).to_bytes(2, "big") + body, answer
+    addresses, family, peer = dice.choice(((b"\x7f\0\0\1" + bytes(8), b"\x11", b"127.0.0.1"),
+        (bytes(15) + b"\1" + bytes(20), b"\x21", b"0000:" * 7 + b"0001")))
+    body = addresses + b"".join(fields)
+    begin, length = b"\r\n\r\n\0\r\nQUIT\n\x21" + family, len(body).to_bytes(2, "big")
+    if dice.random() < 0.2:  # shorter than it says: the whole, the last field
+        return dice.choice((begin + length + body[:-1], begin + (len(body) - 1).to_bytes(2, "big") + body[:-1],
+            begin + (len(body) + 2).to_bytes(2, "big") + body + b"\4\0")), b""
+    if not 0 < len(name) <= 200 or any(byte not in allowed for byte in name):
+        return begin + length + body, b"%08d%s" % (len(SENTENCE), SENTENCE)
+    return begin + length + body, b"%08dESESSION\n%s<%s><%s><1F>" % (len(name) + 9, name, name, peer)
 
 
 def session(dice, folder, script):
