@@ -198,10 +198,24 @@ def faults():
     """A call that fails in the middle leaves nothing behind, and the session's later saves are kept."""
     session = Session("REED,OLIVE")
     save, before = ("MEVREF SET", "^EXAM^1^5^01/02/2026^after the fault"), session.text("MEVREF GET", "5")
-    by_engine("SET ^KEPT=^MEVREF(0) KILL ^MEVREF(0)")
+    by_engine('SET ^KEPT=^MEVREF(0),^MEVVST("AA",5,1,999)="" KILL ^MEVREF(0)')
+    assert "could not carry out MEVHOST VISITS: GVUNDEF" in session.text("MEVHOST VISITS", "5")
     assert session.text(*save).startswith("-1^The server could not carry out MEVREF SET: GVUNDEF")
-    by_engine("SET ^MEVREF(0)=^KEPT KILL ^KEPT")
+    by_engine('SET ^MEVREF(0)=^KEPT KILL ^KEPT,^MEVVST("AA",5,1)')
     assert Session("REED,OLIVE").text("MEVREF GET", "5") == before and session.text(*save) == "1"
+    # What a session has read and saved is remembered while others sign on; what is old goes.
+    by_engine('SET ^MEVSEEN("x")=1,^MEVDONE("x")=1')
+    record = session.lines("MEVREF GET", "5")[0][0]
+    again = ("MEVREF SET", f"{record}^EXAM^1^5^01/02/2026^after the fault")
+    assert "could not be read into the form" in session.call(*again, purpose="CHECK")
+    session.call("MEVREF GET", f"5^{record}", purpose="EDIT")
+    for turn in range(2):
+        Session("REED,OLIVE").close()
+        session.number -= turn
+        assert session.reply(*again, purpose=f"CHECK {session.number + turn}") == "1"
+        entries = entries if turn else admin("--audit", "--record", "REF", record)
+    assert entries == admin("--audit", "--record", "REF", record)
+    by_engine('ZHALT $DATA(^MEVSEEN("x"))!$DATA(^MEVDONE("x"))')
     session.process.kill()
     assert "after the fault" in Session("REED,OLIVE").text("MEVREF GET", "5")
     # A number that another user of the session's name has used is answered with nobody else's reply.
