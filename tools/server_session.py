@@ -11,31 +11,38 @@ class Session:
 
     def __init__(self, program, data, user="SORREL,ADA", **environment):
         Session.count += 1
-        self.process = subprocess.Popen([program, "--data", data], stdin=subprocess.PIPE, stdout=subprocess.PIPE,
-                                        env={**os.environ, **environment})
+        self.start([program, "--data", data], {**os.environ, **environment})
         self.number = 0
         self.told = []  # while it waited
+        self.token = f"{Session.count:032x}"
         if user:
-            answer = self.call("MEVHOST SIGNON", f"{Session.count:032x}^{user}")
-            assert answer.startswith("R1\n") and user in answer, answer
+            assert user in self.reply("MEVHOST SIGNON", f"{self.token}^{user}^2")
+
+    def start(self, command, environment):
+        self.process = subprocess.Popen(command, stdin=subprocess.PIPE, stdout=subprocess.PIPE, env=environment)
+
+    def frame(self):
+        """One frame's body; empty when the server has ended."""
+        length = self.process.stdout.read(8)
+        return self.process.stdout.read(int(length)).decode(errors="replace") if len(length) == 8 else ""
+
+    def send(self, name, parameter, purpose=""):
+        self.number += 1
+        body = f"{self.number}{purpose and ' ' + purpose}\n{name}\n{parameter}".encode()
+        self.process.stdin.write(b"%08d%s" % (len(body), body))
+        self.process.stdin.flush()
 
     def call(self, name, parameter, purpose=""):
         """The answer's body; empty when the server has ended."""
-        self.number += 1
-        body = f"{self.number}{purpose and ' ' + purpose}\n{name}\n{parameter}".encode()
         try:
-            self.process.stdin.write(b"%08d%s" % (len(body), body))
-            self.process.stdin.flush()
+            self.send(name, parameter, purpose)
         except BrokenPipeError:
             return ""
-        while True:
-            length = self.process.stdout.read(8)
-            if len(length) < 8:
-                return ""
-            answer = self.process.stdout.read(int(length)).decode(errors="replace")
-            if answer[0] not in "PE":
-                return answer
+        answer = self.frame()
+        while answer[:1] in ("P", "E"):
             self.told.append(answer)
+            answer = self.frame()
+        return answer
 
     def reply(self, name, parameter, purpose=""):
         """The reply's text; a failed call raises."""

@@ -17,6 +17,7 @@ local function element(der, at)
     at = at + 2
     if length >= 0x80 then
         local count = length - 0x80
+        assert(count <= 4) -- eight bytes may be a negative number, which would lead backwards, for ever
         length = string.unpack(">I" .. count, der, at)
         at = at + count
     end

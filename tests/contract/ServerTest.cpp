@@ -72,6 +72,8 @@ TEST(Server, BadFramesGetAnAnswerAndTheSessionLivesOn)
         { framed(""), framed("F0\nThe request has no number.") },
         { framed("x\nMEVREP GET\n1"), framed("F0\nThe request has no number.") },
         { framed("2\n\n"), framed("F2\nThe request has no name.") },
+        { framed("2\nMEVREP GET"), framed("F2\nThe request has no name.") },
+        { framed("2 SAVE\nMEVREP GET\n1"), framed("F2\nThe request's purpose is not known.") },
         { framed("2\nHALT\n"), framed("F2\nThe server has no call named 'HALT'.") },
         { framed("2\nMEVREP GET\n" + QByteArray(1200000, 'x')),
             framed("R2\n-1^The request is longer than 1,000,000 bytes.") },

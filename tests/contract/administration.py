@@ -3,48 +3,30 @@
 import glob
 import os
 import re
+import resource
+import socket
 import subprocess
 import sys
 import tempfile
 import time
 
-TOKEN = "%032x"
+sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "../../tools"))
+import server_session
+
+TOKEN = "0" * 32
 
 
-class Session:
+class Session(server_session.Session):
     """One server process. mev_user is what a certificate says; patience the refusals that are not slowed down."""
 
-    count = 0
-
     def __init__(self, user=None, certified="", patience="100"):
-        environment = dict(os.environ, mev_user=certified, mev_peer="192.0.2.7" if certified else "",
-                           mev_certificate="2F07" if certified else "", mev_patience=patience)
-        Session.count += 1
-        self.token = TOKEN % Session.count
-        self.process = subprocess.Popen([PROGRAM, "--data", DATA], stdin=subprocess.PIPE, stdout=subprocess.PIPE, env=environment)
-        self.number = 0
-        self.end = self.process.stdin.close
-        if user:
-            assert user in self.call("MEVHOST SIGNON", self.token + "^" + user + "^2"), user
+        super().__init__(PROGRAM, DATA, user, mev_user=certified, mev_peer="192.0.2.7" if certified else "",
+                         mev_certificate="2F07" if certified else "", mev_patience=patience)
 
-    def frame(self):
-        length = self.process.stdout.read(8)
-        return self.process.stdout.read(int(length)).decode() if length else ""
-
-    def call(self, name, parameter=""):
+    def text(self, name, parameter=""):
         """The text of the reply, or the whole failure."""
-        self.number += 1
-        body = f"{self.number}\n{name}\n{parameter}".encode()
-        self.process.stdin.write(b"%08d%s" % (len(body), body))
-        self.process.stdin.flush()
-        answer = "P"
-        while answer[:1] == "P":
-            answer = self.frame()
+        answer = self.call(name, parameter)
         return answer.split("\n", 1)[1] if answer.startswith("R") else answer
-
-    def close(self):
-        self.end()
-        self.process.wait(20)
 
 
 def admin(*words, fails=False):
@@ -66,8 +48,8 @@ def by_engine(code):
 
 def users():
     first = Session()
-    assert first.call("MEVHOST USERS") == ""
-    assert "--users add LAST,FIRST" in first.call("MEVHOST SIGNON", TOKEN % 0 + "^REED,OLIVE")
+    assert first.text("MEVHOST USERS") == ""
+    assert "--users add LAST,FIRST" in first.text("MEVHOST SIGNON", TOKEN + "^REED,OLIVE")
     first.close()
     for name in ("REED, OLIVE", "Reed,Olive", "REED", "R^D,OLIVE", "", "REED,O\\", "A" * 79 + ",B", "REED,\x01"):
         admin("--users", "add", name, fails=True)
@@ -80,18 +62,21 @@ def users():
     admin("--users", "block", "TRAINEES")
     admin("--users", "enable", "NOBODY,AT ALL", fails=True)
     at_work = Session("REED,OLIVE")
-    assert at_work.call("MEVUTL CHKSEC", "PROVIDER|QASZMENU^MEV DISABLE REP HIST EDITING") == "1|0^0~TRAINEES"
+    assert at_work.text("MEVUTL CHKSEC", "PROVIDER|QASZMENU^MEV DISABLE REP HIST EDITING") == "1|0^0~TRAINEES"
+    for _ in range(60):
+        assert at_work.text("MEVUTL SETPARM", "RepHist-PedWtOpt^1") == "1"
+    by_engine(f'SET n="" FOR c=0:1 SET n=$ORDER(^MEVDONE("{at_work.token}",n)) IF n="" ZHALT c\'=50')
     at_work.call("MEVHOST SUBSCRIBE", "X.1")
     assert "no number of a user named" in admin("--users", "disable", "REED,OLIVE", "2", fails=True)
     admin("--users", "disable", "REED,OLIVE")
     admin("--notify", "X.1")  # an event would be read in the place of the next reply
     for call in (("MEVHOST KEYS", "PROVIDER"), ("MEVUTL SETPARM", "RepHist-PedWtOpt^1")):
-        assert at_work.call(*call).startswith("-1^REED,OLIVE may not work here any more"), call
+        assert at_work.text(*call).startswith("-1^REED,OLIVE may not work here any more"), call
     at_work.close()
     admin("--users", "enable", "REED,OLIVE")
     # A second user of the name, as only a fault can make it.
     by_engine('SET ^MEVUSR(2,0)="REED,OLIVE^^^1",^MEVUSR("B","REED,OLIVE",2)=""')
-    assert "several users named" in Session().call("MEVHOST SIGNON", TOKEN % 0 + "^REED,OLIVE")
+    assert "several users named" in Session().text("MEVHOST SIGNON", TOKEN + "^REED,OLIVE")
     admin("--users", "disable", "REED,OLIVE", "2")
     by_engine('SET ^MEVPAT(5,0)="QUIET,IRIS^F^2900101"')
 
@@ -99,37 +84,75 @@ def users():
 def limits():
     stubborn = Session("REED,OLIVE", patience="20")
     began = time.monotonic()
-    answers = [stubborn.call("MEVREF SET", f"^EXAM^9^5^{'x' * 8000}") for _ in range(26)]
+    answers = [stubborn.text("MEVREF SET", f"^EXAM^9^5^{'x' * 8000}") for _ in range(26)]
     assert time.monotonic() - began > 1 and set(answers) == {"-1^The refused item is not known."}, answers
     # With the stubborn one there are fifty; local sessions are not limited.
     many = [Session(certified="REED,OLIVE") for _ in range(50)]
-    signed = [session.call("MEVHOST SIGNON", session.token + "^REED,OLIVE") for session in many]
+    signed = [session.text("MEVHOST SIGNON", session.token + "^REED,OLIVE") for session in many]
     assert [reply[0] for reply in signed] == ["1"] * 49 + ["-"] and "has 50 sessions" in signed[-1], signed
     many.append(Session("REED,OLIVE"))
     for session in many:
-        session.end()
+        session.process.stdin.close()
     for session in many:
         session.process.wait(20)
     by_engine('SET ^MEVLIM(1)=$ZUT\\1000000_"^201"')
-    stubborn.call("MEVREF DEL", "9")
+    stubborn.text("MEVREF DEL", "9")
     assert "Too many calls were refused" in stubborn.frame() and stubborn.frame() == ""
     reader = Session("REED,OLIVE")
-    assert {reader.call("MEVHOST SUBSCRIBE", f"X.{number}") for number in range(1000)} == {"1"}
-    assert reader.call("MEVHOST SUBSCRIBE", "X.1") == "1"
-    assert reader.call("MEVHOST SUBSCRIBE", "Y").startswith("-1^This session subscribes 1,000")
+    for call, name in (("UNSUBSCRIBE", "Q"), ("SUBSCRIBE", "Q"), ("UNSUBSCRIBE", "Q"), ("UNSUBSCRIBE", "Q")):
+        assert reader.text("MEVHOST " + call, name) == "1"
+    by_engine('ZHALT $DATA(^MEVSUB("Q"))')
+    assert {reader.text("MEVHOST SUBSCRIBE", f"X.{number}") for number in range(1000)} == {"1"}
+    assert reader.text("MEVHOST SUBSCRIBE", "X.1") == "1"
+    assert reader.text("MEVHOST SUBSCRIBE", "Y").startswith("-1^This session subscribes 1,000")
     reader.process.send_signal(19)
     by_engine("FOR i=1:1:5000 SET ^MEVQUE($ORDER(^MEVSUB(\"X.1\",\"\")),$INCREMENT(^MEVQUE($ORDER(^MEVSUB(\"X.1\",\"\")))))=\"X.1\"_$C(10)")
-    admin("--notify", "X.1")
+    for _ in range(2):
+        admin("--notify", "X.1")
+        by_engine('ZHALT $ORDER(^MEVQUE($ORDER(^MEVSUB("X.1","")),0))\'=""')
     reader.process.send_signal(18)
     assert "has not read its events" in reader.frame() and reader.frame() == ""
 
 
+class OnSocket(Session):
+    """Reads as the session of a workstation does."""
+
+    def start(self, command, environment):
+        own, theirs = socket.socketpair()
+        with own, theirs:
+            self.process = subprocess.Popen(command, stdin=theirs, stdout=theirs, env=environment)
+            self.process.stdin, self.process.stdout = own.makefile("wb"), own.makefile("rb")
+
+
+def events():
+    """Each event comes at once and between frames, while the session waits as well as between calls, on pipes and sockets."""
+    writer = Session("REED,OLIVE")
+    assert writer.text("MEVREF SET", "^EXAM^1^5^01/02/2026^first") == "1"
+    record = writer.lines("MEVREF GET", "5")[0][0]
+    for kind in (Session, OnSocket):
+        reader = kind("REED,OLIVE")
+        assert reader.text("MEVHOST SUBSCRIBE", "REFUSAL.5") == "1"
+        for turn in range(70):
+            began, calls = time.monotonic(), turn % 7
+            writer.send("MEVREF SET", f"{record}^EXAM^1^5^01/02/2026^turn {turn}")
+            for _ in range(calls):
+                reader.send("MEVHOST KEYS", "PROVIDER")
+            assert sorted(reader.frame()[0] for _ in range(calls + 1)) == ["E"] + ["R"] * calls
+            assert writer.frame().endswith("\n1") and time.monotonic() - began < 8, turn
+        reader.process.stdin.close()
+
+
 def audit():
+    killed = Session("REED,OLIVE")
+    killed.text("MEVHOST SUBSCRIBE", "REFUSAL.5")
+    killed.process.kill()
+    killed.process.wait()
     remote = Session("REED,OLIVE", certified="REED,OLIVE")
-    assert remote.call("MEVHOST SIGNON", TOKEN % 0 + "^SORREL,ADA").startswith("-1^Your certificate")
+    by_engine('ZHALT $DATA(^MEVSUB)')  # who signs on clears what the killed one left
+    assert remote.text("MEVHOST SIGNON", TOKEN + "^SORREL,ADA").startswith("-1^Your certificate")
     for call, parameter in (("HOST PATIENT", "5"), ("REF GET", "5"), ("REF GET", "5"), ("REF SET", "^EXAM^1^5^01/02/2026^first"),
                             ("REF GET", "5^1"), ("REF SET", "1^EXAM^1^5^01/02/2026^second"), ("REF DEL", "1")):
-        reply = remote.call("MEV" + call, parameter)
+        reply = remote.text("MEV" + call, parameter)
         assert not reply.startswith("-1^"), (call, reply)
     remote.close()
     said = admin("--audit", "--patient", "5")
@@ -177,7 +200,43 @@ def audit():
     assert "Entry 2 was changed, or the one before it" in admin("--audit", "--verify", fails=True)
 
 
+def faults():
+    """A call that fails in the middle leaves nothing behind, and the session's later saves are kept."""
+    session = Session("REED,OLIVE")
+    save, before = ("MEVREF SET", "^EXAM^1^5^01/02/2026^after the fault"), session.text("MEVREF GET", "5")
+    by_engine('SET ^KEPT=^MEVREF(0),^MEVVST("AA",5,1,999)="" KILL ^MEVREF(0)')
+    assert "could not carry out MEVHOST VISITS: GVUNDEF" in session.text("MEVHOST VISITS", "5")
+    assert session.text(*save).startswith("-1^The server could not carry out MEVREF SET: GVUNDEF")
+    by_engine('SET ^MEVREF(0)=^KEPT KILL ^KEPT,^MEVVST("AA",5,1)')
+    assert Session("REED,OLIVE").text("MEVREF GET", "5") == before and session.text(*save) == "1"
+    # What a session has read and saved is remembered while others sign on; what is old goes.
+    by_engine('SET ^MEVSEEN("x")=1,^MEVDONE("x")=1')
+    record = session.lines("MEVREF GET", "5")[0][0]
+    again = ("MEVREF SET", f"{record}^EXAM^1^5^01/02/2026^after the fault")
+    assert "could not be read into the form" in session.call(*again, purpose="CHECK")
+    session.call("MEVREF GET", f"5^{record}", purpose="EDIT")
+    for turn in range(2):
+        Session("REED,OLIVE").close()
+        session.number -= turn
+        assert session.reply(*again, purpose=f"CHECK {session.number + turn}") == "1"
+        entries = entries if turn else admin("--audit", "--record", "REF", record)
+    assert entries == admin("--audit", "--record", "REF", record)
+    by_engine('ZHALT $DATA(^MEVSEEN("x"))!$DATA(^MEVDONE("x"))')
+    session.process.kill()
+    assert "after the fault" in Session("REED,OLIVE").text("MEVREF GET", "5")
+    # A number that another user of the session's name has used is answered with nobody else's reply.
+    admin("--users", "add", "SECOND,ANN")
+    two = Session("REED,OLIVE"), Session("SECOND,ANN")
+    two[1].token, two[1].number = two[0].token, two[0].number - 1
+    two[1].text("MEVHOST SIGNON", f"{two[0].token}^SECOND,ANN")
+    assert [one.text("MEVUTL SETPARM", "RepHist-PedWtOpt^1") for one in two] == ["1", "-1^Request 2 was another call."]
+    # Others on this machine read none of it, and no process of it leaves its memory behind.
+    assert not [name for name in glob.glob(f"{DATA}/**", recursive=True) if os.stat(name).st_mode & 0o77]
+    assert resource.prlimit(two[0].process.pid, resource.RLIMIT_CORE) == (0, 0)
+
+
 PROGRAM = os.path.abspath(sys.argv[1])
+os.umask(0o022)
 with tempfile.TemporaryDirectory() as folder:
     DATA = os.path.join(folder, "data")
     for task in ("--audit", "--check", "--notify", "--users"):
@@ -186,3 +245,5 @@ with tempfile.TemporaryDirectory() as folder:
     users()
     limits()
     audit()
+    events()
+    faults()
