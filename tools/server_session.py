@@ -2,19 +2,17 @@
 
 import os
 import subprocess
+import uuid
 
 
 class Session:
     """One server process, signed on."""
 
-    count = 0
-
     def __init__(self, program, data, user="SORREL,ADA", **environment):
-        Session.count += 1
         self.start([program, "--data", data], {**os.environ, **environment})
         self.number = 0
         self.told = []  # while it waited
-        self.token = f"{Session.count:032x}"
+        self.token = uuid.uuid4().hex  # of its own also where the data stay: a known number would be answered from memory
         if user:
             assert user in self.reply("MEVHOST SIGNON", f"{self.token}^{user}^2")
 
