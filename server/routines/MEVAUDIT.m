@@ -28,8 +28,20 @@ CHANGE(call) ; Files the entry of a change, made or refused: the text asked, the
  . QUIT:root="^MEVUSR"!(root="^MEVCLS")
  . SET patient=$PIECE($GET(@root@(ien,0),$GET(^MEVAUD(audit,"BEFORE",root,ien,0))),"^")
  IF reply'<0 SET ^MEVAUD(audit,"CALL")=asked
- IF reply<0 DO SHORTEN SET ^MEVAUD(audit,"WHY")=$$BRIEF^MEVTEXT($PIECE(reply,"^",2,9),200)
+ IF reply<0 DO ABOUT,SHORTEN SET ^MEVAUD(audit,"WHY")=$$BRIEF^MEVTEXT($PIECE(reply,"^",2,9),200)
  DO FILE(call,$PIECE(reply,"^"),patient,table,record)
+ QUIT
+ ;
+ABOUT ; What a refused change was to change, as far as it names what there is: sets table, record and patient
+ NEW first,visit
+ IF " SET SETREG DEL "'[(" "_$PIECE(name," ",2)_" ") QUIT
+ SET table=$$ROOT^MEVSEEN,first=$PIECE(asked,"^"),visit=$PIECE(asked,"^",2)
+ IF first?1N.11N,$DATA(@table@(first,0))#10 SET record=first,patient=$PIECE(@table@(first,0),"^") QUIT
+ IF $$IS1^MEVSEEN(table) SET patient=first
+ IF table="^MEVREF" SET patient=$PIECE(asked,"^",4)
+ IF patient="",visit?1N.8N SET patient=$PIECE($GET(^MEVVST(visit,0)),"^",2)
+ SET table="" ; there is no record of which it could tell
+ IF '$$KNOWN^MEVHOST(patient) SET patient=""
  QUIT
  ;
 SHORTEN ; Keeps of a refused call what tells which it was, and counts it: the more there are, the less is kept of each
@@ -151,6 +163,7 @@ LOOK(name) ; A patient's data were read. One entry of a session for each patient
  SET level=$ZLEVEL,$ETRAP="ZGOTO level:UNKEPT^MEVAUDIT"
  DO NOTE("LOOK "_access,1,"","",dfn,root,record)
  SET seen(dfn,access,root_record)="",seen("count")=seen("count")+1
+ DO READING^MEVLIMIT
  QUIT
  ;
 UNKEPT ; The look could not be kept

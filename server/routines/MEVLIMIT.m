@@ -30,6 +30,10 @@ SLOW(count) ; Makes a session wait, up to a second, after so many refusals; afte
  HANG $SELECT(count>(2*most):1,1:count-most/most)
  QUIT
  ;
+READING ; Lets a user wait who looks at more than a person can: each look is kept in the audit, and would fill the disk
+ IF $$COUNT("LOOK "_user)>(10*$$PATIENCE) HANG .2
+ QUIT
+ ;
 EVENTS() ; The events that wait for one session at most
  QUIT 5000
  ;
