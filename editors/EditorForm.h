@@ -35,11 +35,11 @@ protected:
     // The button that saves: "&OK", pressed by Enter; `work` runs as the procedure of that name.
     void bindSave(Button& button, TextView procedure, std::function<void()> work);
 
-    // The reply of the list call that reads the form's record; empty when the server refused it, which was told.
+    // The reply of the list call that reads the form's record; empty when the server refused it, which a box has said.
     Text readRecord(TextView call, TextView parameter);
     // The same for a call that a hint has announced.
     Text readAnnounced(TextView call, TextView parameter);
-    // Calls the server to change something; false when it refused, which was told.
+    // Calls the server to change something; false when it refused, which a box has said.
     bool send(TextView call, TextView parameter);
     // The same with the pieces of a record, and closes the form when the server took it.
     void save(TextView call, const std::vector<Text>& pieces);

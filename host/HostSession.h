@@ -121,7 +121,7 @@ private:
     };
 
     Text call(TextView name, TextView parameter);
-    // What the server is told of a call's use; one of the first version does not know of it.
+    // What a request says of its use; a server of the first version would not understand it.
     Text purposeOf(TextView name, TextView parameter) const
     {
         return m_serverVersion < 2 ? Text() : m_marks.purposeOf(name, parameter);

@@ -114,8 +114,9 @@ bool needsNoDisplay(int argc, char** argv)
     });
 }
 
-// The memory holds what was read of patients. The limit keeps it out of files; a program that the kernel hands dumps to
-// may disregard the limit, so that there is none for it either, and no other program of the user can look into it.
+// The memory holds what the host has read of patients. The limit keeps the kernel from writing it to a file. A program
+// that the kernel hands dumps to may disregard the limit, so the process is marked as not dumpable as well; no other
+// program of the user can look into it then.
 void preventDumps()
 {
     constexpr rlimit none {};

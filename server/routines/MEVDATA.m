@@ -3,7 +3,7 @@ MEVDATA ; The version of the data, and what brings older data to it
  ; ^MEVDATA("VERSION")=version; data without it are of version 1
  ; ^MEVDATA("STEP")=how far the present conversion has come, for those that keep it there
  ;
-TABLE ; version;entry that brings the data of the version before to it, again and again the same;what is told meanwhile
+TABLE ; version;entry that brings the data of the version before to it, with the same outcome however often it runs;the words of its progress
  ;;2;NAMES^MEVDATA;Indexing the names
  ;;3;CHAIN^MEVAUDIT;Closing the former entries of the audit
  ;;

@@ -92,7 +92,7 @@ NODES(entry,part,what) ; The nodes of a record as they were before or after
  QUIT
  ;
 VERIFY ; Entry: looks at each entry, and ends with 1 where one was changed, is missing or was put in
- ; mev_kept is an entry's number and hash, as an earlier run printed it: it proves that the chain was not made anew since.
+ ; mev_kept is an entry's number and hash, as an earlier run printed it: it proves that nobody has made the chain again since.
  NEW began,entry,expected,faults,former,head,kept,last
  SET $ETRAP="WRITE ""The server failed: "",$ZSTATUS,! ZHALT 1"
  ; In this order: a session that files an entry meanwhile moves the head with it.

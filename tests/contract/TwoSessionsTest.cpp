@@ -1,4 +1,4 @@
-// Two sessions change one record: whoever saves what has changed since it was read is told so and loses nothing.
+// Two sessions change one record: a save of what has changed since it was read is refused in words, and nothing is lost.
 #include "control/kalmevRepHistCtrl.h"
 #include "editors/frmAsthma.h"
 #include "editors/frmAsthmaReg.h"

@@ -250,7 +250,7 @@ TEST_F(HostSessionTest, FloodOfEventsBecomesOneOrderToReload)
         return answer + ScriptedTransport::reply(request, "1");
     };
     QTimer others;
-    int turns = 0; // before the last was told
+    int turns = 0; // before the last one was shown
     QObject::connect(&others, &QTimer::timeout, [&, last = sink.names.size()]() mutable {
         turns += std::exchange(last, sink.names.size()) != sink.names.size();
     });
