@@ -150,14 +150,15 @@ GONE(number) ; A session was found that has ended without signing off
  ;
 LOOK(name) ; A patient's data were read. One entry of a session for each patient and kind of look in ten minutes.
  ; A look that cannot be kept (a full disk) is shown all the same; the next one tries again.
- NEW access,dfn,now,record,root
+ NEW access,call,dfn,now,record,root
  SET now=$ZUT\1000000
  ; The memory is bounded for those who look at everybody.
  IF now<seen!(now-seen>600)!(seen("count")>50000) KILL seen SET seen=now,seen("count")=0
- QUIT:$DATA(seen(name,param))
+ SET call=name_" "_purpose
+ QUIT:$DATA(seen(call,param))
  SET (record,root)=""
  DO WHOM
- IF $LENGTH(param)<20 SET seen(name,param)="",seen("count")=seen("count")+1
+ IF $LENGTH(param)<20 SET seen(call,param)="",seen("count")=seen("count")+1
  QUIT:$DATA(seen(dfn,access,root_record))
  NEW $ETRAP,level
  SET level=$ZLEVEL,$ETRAP="ZGOTO level:UNKEPT^MEVAUDIT"
@@ -169,7 +170,7 @@ LOOK(name) ; A patient's data were read. One entry of a session for each patient
 UNKEPT ; The look could not be kept
  SET $ETRAP="GOTO BROKEN^MEVSERVE",$ECODE=""
  IF $TLEVEL TROLLBACK
- KILL seen(name,param)
+ KILL seen(call,param)
  QUIT
  ;
 WHOM ; What a read showed: sets access, dfn, and of one record root and record
@@ -182,7 +183,8 @@ WHOM ; What a read showed: sets access, dfn, and of one record root and record
  IF first="" SET access="DETAIL",record=second,dfn=$PIECE(@root@(record,0),"^") QUIT
  SET dfn=first
  IF root="^MEVREF",second'="" SET access="DETAIL",record=second QUIT
- IF root="^MEVREP",$PIECE(param,"^",3)'="" SET access="DETAIL",record=first QUIT
+ ; The list asks for the reproductive history with a third piece, a form without; of birth measurements only the purpose tells.
+ IF purpose="EDIT"!(root="^MEVREP"&($PIECE(param,"^",3)="")) SET access="DETAIL",record=first QUIT
  SET access="LIST",root=""
  QUIT
  ;

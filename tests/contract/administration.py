@@ -150,7 +150,7 @@ def audit():
     remote = Session("REED,OLIVE", certified="REED,OLIVE")
     by_engine('ZHALT $DATA(^MEVSUB)')  # who signs on clears what the killed one left
     assert remote.text("MEVHOST SIGNON", TOKEN + "^SORREL,ADA").startswith("-1^Your certificate")
-    for call, parameter in (("HOST PATIENT", "5"), ("REF GET", "5"), ("REF GET", "5"), ("REF SET", "^EXAM^1^5^01/02/2026^first"),
+    for call, parameter in (("HOST PATIENT", "5"), ("REP GET", "5^^1"), ("REF GET", "5"), ("REP GET", "5"), ("REF SET", "^EXAM^1^5^01/02/2026^first"),
                             ("REF GET", "5^1"), ("REF SET", "1^EXAM^1^5^01/02/2026^second"), ("REF DEL", "1")):
         reply = remote.text("MEV" + call, parameter)
         assert not reply.startswith("-1^"), (call, reply)
@@ -160,9 +160,10 @@ def audit():
     refused = [head for head in heads if head[2] == "MEVREF SET: refused"]
     assert len(refused) == 26, said  # of the stubborn one
     heads = [head for head in heads if head not in refused]
-    assert [head[2] for head in heads] == ["LOOK PATIENT: looked", "LOOK LIST: looked", "MEVREF SET: made, record REF 1",
+    assert [head[2] for head in heads] == ["LOOK PATIENT: looked", "LOOK LIST: looked",
+        "LOOK DETAIL: looked, record REP 5", "MEVREF SET: made, record REF 1",
         "LOOK DETAIL: looked, record REF 1", "MEVREF SET: changed, record REF 1", "MEVREF DEL: deleted, record REF 1"], said
-    assert len(set(head[3] for head in heads)) == 1 and said.count("certificate REED,OLIVE (number 2F07), from 192.0.2.7") == 6
+    assert len(set(head[3] for head in heads)) == 1 and said.count("certificate REED,OLIVE (number 2F07), from 192.0.2.7") == 7
     assert 'before "^MEVREF",1,1: first' in said and said.count('after "^MEVREF",1,1: second') == 1
     assert admin("--audit", "--record", "REF", "1").count("Entry") == 4
     told = admin("--audit", "--user", "REED,OLIVE", "--since", time.strftime("%Y-%m-%d", time.gmtime(time.time() - 86400)))
