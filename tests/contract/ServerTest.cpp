@@ -190,21 +190,6 @@ TEST(Server, SaveAndAdministratorReachEverySubscriberWithin50Milliseconds)
     EXPECT_EQ(others.names.size(), Rounds);
 }
 
-TEST(Server, RightsAreAskedAgainAtEverySave)
-{
-    const std::tuple<TextView, TextView, TextView> cases[] = { { L"PACT,MILO", L"MEVBMSR SET", L"6^^^^^^" },
-        { L"GLASS,VIOLA", L"MEVREP SET", L"1^G0P0LC0SA0TA0^^^" },
-        { L"HALTON,PIERS", L"MEVREP SET", L"1^G0P0LC0SA0TA0^^^" }, { L"NEWCOMB,TESSA", L"MEVREP DEL", L"1" },
-        { L"BRIGHTWATER,NELL", L"MEVVAST DEL", L"1" }, { L"SORREL,ADA", L"MEVVAST SETREG", L"12^A" },
-        { L"BARE,JUNO", L"MEVVAST SETREG", L"11^I" } }; // who holds no key at all: see HostileServer
-    for (const auto& [user, name, parameter] : cases) {
-        RealSession real(sharedDataFolder(), Text(user));
-        EXPECT_EQ(modShared::RpcErrorCode(real.session.callText(name, parameter)), 1) << narrow(user);
-    }
-    RealSession nurse(sharedDataFolder(), L"BRIGHTWATER,NELL");
-    EXPECT_EQ(nurse.session.callText(L"MEVBMSR SET", L"7^1 1^3^^^^"), L"1");
-}
-
 TEST(Server, FolderThatCannotBeUsedIsNamed)
 {
     RealSession real("/proc/nothing", L"");
@@ -253,10 +238,12 @@ TEST(Server, NamesOfADatabaseOfBeforeAreIndexedOnce)
     const QTemporaryDir folder;
     const QString data = folder.filePath("data");
     RealSession(data).session.users();
-    ASSERT_EQ(byEngine(QStringLiteral(
-                           "gtmroutines=$gtm_dist/libgtmutil.so gtm_chset=M $gtm_dist/mumps -run %XCMD 'KILL ^MEVDATA,^MEVFND,"
-                           "^MEVPAT(\"F\"),^MEVPAT(\"G\"),^MEVPAT(\"D\"),^MEVLAB(\"F\")'"),
-                  data),
+    ASSERT_EQ(
+        byEngine(
+            QStringLiteral(
+                "gtmroutines=$gtm_dist/libgtmutil.so gtm_chset=M $gtm_dist/mumps -run %XCMD 'KILL ^MEVDATA,^MEVFND,"
+                "^MEVPAT(\"F\"),^MEVPAT(\"G\"),^MEVPAT(\"D\"),^MEVLAB(\"F\")'"),
+            data),
         0);
     const QByteArray asked = framed("1\nMEVHOST SIGNON\n" + QByteArray(32, 'a') + "^SORREL,ADA")
         + framed("2\nMEVHOST PATIENTS\niris") + framed("3\nMEVUTL DICLKUP\n60^GLU^^^250^^^^.01");

@@ -128,15 +128,22 @@ ROWS = {
         ("MEVVAST GETREG", "11", "11^ACTIVE|A^01/02/2026^^^SORREL,ADA|1"),
         ("MEVVAST GETNOTE", "11", ""),
     ],
+    "PACT,MILO": [("MEVBMSR SET", "6^^^^^^", "-1^You hold neither the PROVIDER key nor the MEVZ PEDIATRIC EDIT key.")],
+    "BRIGHTWATER,NELL": [
+        ("MEVVAST DEL", "1", "-1^You hold neither the PROVIDER key nor the MEVZ ASTHMA EDIT key."),
+        ("MEVBMSR SET", "7^1 1^3^^^^", "1"),
+    ],
     "GLASS,VIOLA": [("MEVREP SET", "4^G0P0LC0SA0TA0^^^^0^^", "-1^You hold the MEVZ VIEW ONLY key.")],
     "BARE,JUNO": [
         ("MEVREP SET", "4^G0P0LC0SA0TA0^^^^0^^", "-1^You hold neither the PROVIDER key nor the MEVZ REP HIST EDIT key."),
         ("MEVVELD SET", "^{visit2}^", "-1^You hold neither the PROVIDER key nor the MEVZ ELDER CASE EDIT key."),
         ("MEVREF SET", "^EXAM^1^14^01/02/2026^", "1"),  # refusals need no key
+        ("MEVVAST SETREG", "11^I", "-1^You may not change the asthma registry."),
     ],
     "HALTON,PIERS": [
         ("MEVREP SET", "4^G0P0LC0SA0TA0^^^^0^^", "-1^Editing of the reproductive history is disabled for you."),
         ("MEVREP DEL", "4", "-1^Editing of the reproductive history is disabled for you."),
+        ("MEVVAST SETREG", "12^A", "-1^You may not change the asthma registry."),
     ],
     "NEWCOMB,TESSA": [
         ("MEVREP SET", "4^G0P0LC0SA0TA0^^^^0^^", "-1^Editing of the reproductive history is disabled for your user class."),
