@@ -383,7 +383,7 @@ protected:
 
     static ExpectedCall list(TextView name, TextView parameter)
     {
-        return { ExpectedCall::Form::List, Text(name), Text(parameter) };
+        return { ExpectedCall::Form::List, Text(name), Text(parameter), ExpectedCall::Purpose::Editor };
     }
 };
 
