@@ -1,7 +1,7 @@
 // A transport whose answers come later, as over a long line: for measuring what round trips cost.
 #pragma once
 
-#include "host/Transport.h"
+#include "host/session/Transport.h"
 
 #include <QElapsedTimer>
 #include <QIODevice>

@@ -2,8 +2,8 @@
 // logic and in painting. And what painting costs with many rows.
 #include "bench/Median.h"
 #include "bench/ShownPanel.h"
-#include "host/HostSession.h"
-#include "host/ProcessTransport.h"
+#include "host/session/HostSession.h"
+#include "host/session/ProcessTransport.h"
 #include "tests/support/ScriptedHost.h"
 
 #include <QTemporaryDir>

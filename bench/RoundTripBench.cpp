@@ -4,8 +4,8 @@
 #include "bench/Median.h"
 #include "bench/ShownPanel.h"
 #include "editors/frmAsthma.h"
-#include "host/ClinicalContext.h"
-#include "host/ProcessTransport.h"
+#include "host/framework/ClinicalContext.h"
+#include "host/session/ProcessTransport.h"
 
 #include <QTemporaryDir>
 

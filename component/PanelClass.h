@@ -1,6 +1,7 @@
 #pragma once
 
-#include "component/Component.h"
+#include "api/Component.h"
+#include "api/ProgIds.h"
 
 #include <memory>
 
@@ -8,8 +9,6 @@ namespace health {
 
 class modShared;
 class QtDesktop;
-
-inline constexpr const char* PanelProgId = "KalMevRepHistory.kalmevRepHistCtrl";
 
 // The class object of the panel. Owns what all instances of the process share; lives as long as the library.
 class PanelClass : public ComponentClass {

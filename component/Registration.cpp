@@ -1,6 +1,6 @@
 #include "component/Registration.h"
 
-#include "component/Component.h"
+#include "api/Component.h"
 
 #include <QDir>
 #include <QJsonDocument>

@@ -2,8 +2,8 @@
 #include "control/kalmevRepHistCtrl.h"
 
 #include "control/GridLoader.h"
-#include "platform/Conversions.h"
 #include "shared/modConst.h"
+#include "text/Conversions.h"
 
 namespace health {
 

@@ -1,8 +1,8 @@
 #include "control/GridLoader.h"
 
 #include "control/SummaryText.h"
-#include "platform/Conversions.h"
-#include "platform/Letters.h"
+#include "text/Conversions.h"
+#include "text/Letters.h"
 
 namespace health {
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "control/RecordTypes.h"
-#include "platform/Grid.h"
+#include "platform/controls/Grid.h"
 #include "shared/modShared.h"
 
 namespace health {

@@ -12,7 +12,7 @@
 #include "editors/frmRefusal.h"
 #include "editors/frmRepHist.h"
 #include "editors/frmTxc.h"
-#include "platform/Conversions.h"
+#include "text/Conversions.h"
 
 namespace health {
 

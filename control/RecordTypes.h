@@ -1,7 +1,7 @@
 // The kinds of record that the panel lists: one table for everything that differs between them.
 #pragma once
 
-#include "platform/Text.h"
+#include "api/Text.h"
 
 #include <span>
 

@@ -1,8 +1,8 @@
 #include "control/SummaryText.h"
 
-#include "platform/Letters.h"
-#include "shared/FileManDates.h"
-#include "shared/Pieces.h"
+#include "text/FileManDates.h"
+#include "text/Letters.h"
+#include "text/Pieces.h"
 
 namespace health {
 

@@ -1,7 +1,7 @@
 // Building blocks of the one-line summary of a record.
 #pragma once
 
-#include "platform/Text.h"
+#include "api/Text.h"
 
 namespace health {
 

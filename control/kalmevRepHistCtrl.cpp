@@ -2,8 +2,8 @@
 
 #include "control/FlagScope.h"
 #include "control/GridLoader.h"
-#include "platform/Conversions.h"
 #include "shared/modConst.h"
+#include "text/Conversions.h"
 
 #include <algorithm>
 

@@ -1,10 +1,10 @@
 #pragma once
 
 #include "control/RecordTypes.h"
-#include "platform/Button.h"
-#include "platform/ComboBox.h"
-#include "platform/Grid.h"
 #include "platform/Menu.h"
+#include "platform/controls/Button.h"
+#include "platform/controls/ComboBox.h"
+#include "platform/controls/Grid.h"
 #include "shared/modShared.h"
 
 #include <array>

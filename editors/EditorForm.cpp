@@ -1,7 +1,7 @@
 #include "editors/EditorForm.h"
 
 #include "lookups/frmLookup.h"
-#include "platform/Letters.h"
+#include "text/Letters.h"
 
 #include <array>
 #include <utility>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/Form.h"
-#include "platform/TextBox.h"
+#include "platform/controls/TextBox.h"
 #include "shared/modShared.h"
 
 namespace health {

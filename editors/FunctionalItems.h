@@ -1,7 +1,7 @@
 // The items of a functional status assessment, in the order in which they travel.
 #pragma once
 
-#include "platform/Text.h"
+#include "api/Text.h"
 
 #include <array>
 #include <span>

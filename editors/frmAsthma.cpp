@@ -1,9 +1,9 @@
 #include "editors/frmAsthma.h"
 
 #include "editors/frmAsthmaReg.h"
-#include "platform/Conversions.h"
-#include "platform/Letters.h"
 #include "shared/modConst.h"
+#include "text/Conversions.h"
+#include "text/Letters.h"
 
 namespace health {
 

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "editors/EditorForm.h"
-#include "platform/ComboBox.h"
-#include "platform/Grid.h"
-#include "platform/mevContainer.h"
+#include "platform/controls/ComboBox.h"
+#include "platform/controls/Grid.h"
+#include "platform/controls/mevContainer.h"
 
 #include <array>
 

@@ -1,8 +1,7 @@
 #include "editors/frmAsthmaReg.h"
 
 #include "lookups/LookupTables.h"
-#include "platform/Letters.h"
-#include "shared/modConst.h"
+#include "text/Letters.h"
 
 namespace health {
 

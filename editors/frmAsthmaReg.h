@@ -1,7 +1,7 @@
 #pragma once
 
 #include "editors/EditorForm.h"
-#include "platform/mevZvDate.h"
+#include "platform/controls/mevZvDate.h"
 
 #include <array>
 

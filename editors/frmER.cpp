@@ -1,7 +1,7 @@
 #include "editors/frmER.h"
 
 #include "lookups/LookupTables.h"
-#include "platform/Letters.h"
+#include "text/Letters.h"
 
 #include <algorithm>
 #include <span>

@@ -2,8 +2,8 @@
 
 #include "editors/EditorForm.h"
 #include "editors/FunctionalItems.h"
-#include "platform/ComboBox.h"
-#include "platform/mevContainer.h"
+#include "platform/controls/ComboBox.h"
+#include "platform/controls/mevContainer.h"
 
 #include <array>
 

@@ -1,8 +1,8 @@
 #include "editors/frmElderView.h"
 
 #include "editors/frmElder.h"
-#include "platform/Letters.h"
 #include "shared/modConst.h"
+#include "text/Letters.h"
 
 namespace health {
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "editors/EditorForm.h"
-#include "platform/Grid.h"
+#include "platform/controls/Grid.h"
 
 namespace health {
 

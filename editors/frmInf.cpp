@@ -1,6 +1,6 @@
 #include "editors/frmInf.h"
 
-#include "platform/Conversions.h"
+#include "text/Conversions.h"
 
 namespace health {
 

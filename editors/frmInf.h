@@ -1,7 +1,7 @@
 #pragma once
 
 #include "editors/EditorForm.h"
-#include "platform/CheckList.h"
+#include "platform/controls/CheckList.h"
 
 namespace health {
 

@@ -1,8 +1,8 @@
 #include "editors/frmPediatric.h"
 
 #include "lookups/LookupTables.h"
-#include "platform/Conversions.h"
-#include "platform/Letters.h"
+#include "text/Conversions.h"
+#include "text/Letters.h"
 
 namespace health {
 

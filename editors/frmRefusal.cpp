@@ -3,8 +3,7 @@
 #include "lookups/LookupTables.h"
 #include "lookups/frmLookupEd2.h"
 #include "lookups/frmLookupImm.h"
-#include "platform/Letters.h"
-#include "shared/modConst.h"
+#include "text/Letters.h"
 
 namespace health {
 

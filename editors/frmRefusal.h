@@ -1,8 +1,8 @@
 #pragma once
 
 #include "editors/EditorForm.h"
-#include "platform/CheckList.h"
-#include "platform/mevZvDate.h"
+#include "platform/controls/CheckList.h"
+#include "platform/controls/mevZvDate.h"
 
 #include <optional>
 

@@ -1,7 +1,7 @@
 #include "editors/frmRepHist.h"
 
-#include "platform/Conversions.h"
-#include "platform/Letters.h"
+#include "text/Conversions.h"
+#include "text/Letters.h"
 
 #include <algorithm>
 #include <array>

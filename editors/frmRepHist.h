@@ -1,11 +1,11 @@
 #pragma once
 
 #include "editors/EditorForm.h"
-#include "platform/CheckBox.h"
-#include "platform/ComboBox.h"
-#include "platform/UpDown.h"
-#include "platform/mevContainer.h"
-#include "platform/mevZvDate.h"
+#include "platform/controls/CheckBox.h"
+#include "platform/controls/ComboBox.h"
+#include "platform/controls/UpDown.h"
+#include "platform/controls/mevContainer.h"
+#include "platform/controls/mevZvDate.h"
 
 #include <array>
 #include <optional>

@@ -1,7 +1,7 @@
 #include "editors/frmTxc.h"
 
 #include "lookups/LookupTables.h"
-#include "platform/Conversions.h"
+#include "text/Conversions.h"
 
 namespace health {
 

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "editors/EditorForm.h"
-#include "platform/OptionArray.h"
-#include "platform/mevContainer.h"
-#include "platform/mevZvDate.h"
+#include "platform/controls/OptionArray.h"
+#include "platform/controls/mevContainer.h"
+#include "platform/controls/mevZvDate.h"
 
 namespace health {
 

@@ -1,9 +1,10 @@
 // Dates and conversions: what is understood survives the way to its text and back.
+#include "api/Utf8.h"
 #include "fuzz/FuzzInput.h"
-#include "platform/Conversions.h"
-#include "platform/Letters.h"
-#include "platform/mevZvDate.h"
+#include "platform/controls/mevZvDate.h"
 #include "tests/support/ScriptedHost.h"
+#include "text/Conversions.h"
+#include "text/Letters.h"
 
 #include <cmath>
 

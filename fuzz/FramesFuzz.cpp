@@ -1,9 +1,10 @@
 // Frames in both directions. What the server sends is read the same in any portions; what the host sends is a frame of
 // exactly its length. Input: the bytes of a stream; the same bytes as number, name and parameter.
+#include "api/Failure.h"
+#include "api/Utf8.h"
 #include "fuzz/FuzzInput.h"
-#include "host/FrameCodec.h"
-#include "platform/Conversions.h"
-#include "platform/Failure.h"
+#include "host/session/FrameCodec.h"
+#include "text/Conversions.h"
 
 #include <vector>
 

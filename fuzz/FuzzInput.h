@@ -1,7 +1,8 @@
 // What the fuzz targets share: inputs that can be read and written by hand, and properties that must hold.
 #pragma once
 
-#include "platform/Letters.h"
+#include "api/Utf8.h"
+#include "text/Letters.h"
 
 #include <cstdint>
 #include <cstdio>

@@ -3,8 +3,8 @@
 #include "control/GridLoader.h"
 #include "control/kalmevRepHistCtrl.h"
 #include "fuzz/FuzzInput.h"
-#include "platform/Conversions.h"
 #include "tests/support/ScriptedHost.h"
+#include "text/Conversions.h"
 
 namespace health::fuzz {
 namespace {

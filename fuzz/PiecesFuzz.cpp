@@ -1,8 +1,7 @@
 // Pieces: what is taken apart is the whole, in order. Input: text, delimiter, a number.
 #include "fuzz/FuzzInput.h"
-#include "platform/Conversions.h"
-#include "shared/Pieces.h"
-#include "shared/modConst.h"
+#include "text/Conversions.h"
+#include "text/Pieces.h"
 
 #include <algorithm>
 

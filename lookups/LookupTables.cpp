@@ -1,7 +1,7 @@
 #include "lookups/LookupTables.h"
 
-#include "platform/Conversions.h"
-#include "shared/Pieces.h"
+#include "text/Conversions.h"
+#include "text/Pieces.h"
 
 #include <algorithm>
 #include <array>

@@ -1,7 +1,7 @@
 // The server tables that can be searched: all that differs between them.
 #pragma once
 
-#include "platform/Text.h"
+#include "api/Text.h"
 
 #include <vector>
 

@@ -1,8 +1,7 @@
 #include "lookups/frmLookup.h"
 
-#include "platform/Conversions.h"
-#include "platform/Letters.h"
-#include "shared/modConst.h"
+#include "text/Conversions.h"
+#include "text/Letters.h"
 
 #include <algorithm>
 

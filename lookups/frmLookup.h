@@ -2,8 +2,8 @@
 
 #include "lookups/LookupTables.h"
 #include "platform/Form.h"
-#include "platform/Grid.h"
-#include "platform/TextBox.h"
+#include "platform/controls/Grid.h"
+#include "platform/controls/TextBox.h"
 #include "shared/modShared.h"
 
 namespace health {

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "lookups/frmLookup.h"
-#include "platform/OptionArray.h"
+#include "platform/controls/OptionArray.h"
 
 namespace health {
 

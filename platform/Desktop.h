@@ -1,9 +1,9 @@
 // The user's desktop, as the logic sees it: boxes, pointer, modal forms, clock.
 #pragma once
 
-#include "platform/Control.h"
-#include "platform/Dates.h"
-#include "platform/Text.h"
+#include "api/Text.h"
+#include "platform/controls/Control.h"
+#include "text/Dates.h"
 
 namespace health {
 

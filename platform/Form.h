@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/Arrangement.h"
-#include "platform/Button.h"
+#include "platform/controls/Button.h"
 
 #include <functional>
 #include <map>

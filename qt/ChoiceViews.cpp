@@ -1,7 +1,7 @@
 #include "qt/ChoiceViews.h"
 
 #include "qt/OutlineStyle.h"
-#include "qt/QtText.h"
+#include "toolkit/QtText.h"
 
 #include <QScopedValueRollback>
 

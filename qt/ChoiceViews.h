@@ -1,9 +1,9 @@
 // Widgets that mirror choices.
 #pragma once
 
-#include "platform/CheckBox.h"
-#include "platform/CheckList.h"
-#include "platform/OptionButton.h"
+#include "platform/controls/CheckBox.h"
+#include "platform/controls/CheckList.h"
+#include "platform/controls/OptionButton.h"
 #include "qt/FocusFrame.h"
 #include "qt/Mirror.h"
 #include "qt/PressedAtOnce.h"

@@ -1,7 +1,7 @@
 #include "qt/ComboBoxView.h"
 
 #include "qt/OutlineStyle.h"
-#include "qt/QtText.h"
+#include "toolkit/QtText.h"
 
 #include <QKeyEvent>
 #include <QStyleOptionComboBox>

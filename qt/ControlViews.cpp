@@ -1,7 +1,7 @@
 #include "qt/ControlViews.h"
 
 #include "qt/PanelIcon.h"
-#include "qt/QtText.h"
+#include "toolkit/QtText.h"
 
 #include <QEvent>
 #include <QTimer>

@@ -1,7 +1,7 @@
 // Widgets that mirror buttons and pictures.
 #pragma once
 
-#include "platform/Button.h"
+#include "platform/controls/Button.h"
 #include "qt/Mirror.h"
 #include "qt/PressedAtOnce.h"
 

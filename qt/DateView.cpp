@@ -1,7 +1,7 @@
 #include "qt/DateView.h"
 
 #include "qt/QtDesktop.h"
-#include "qt/QtText.h"
+#include "toolkit/QtText.h"
 
 #include <QCalendarWidget>
 #include <QCoreApplication>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/mevZvDate.h"
+#include "platform/controls/mevZvDate.h"
 #include "qt/EntryLine.h"
 #include "qt/Mirror.h"
 

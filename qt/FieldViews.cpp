@@ -1,7 +1,7 @@
 #include "qt/FieldViews.h"
 
 #include "qt/DateView.h"
-#include "qt/QtText.h"
+#include "toolkit/QtText.h"
 
 #include <QCoreApplication>
 #include <QVBoxLayout>

@@ -1,8 +1,8 @@
 // Widgets that mirror labels, frames and arrows.
 #pragma once
 
-#include "platform/UpDown.h"
-#include "platform/mevContainer.h"
+#include "platform/controls/UpDown.h"
+#include "platform/controls/mevContainer.h"
 #include "qt/Mirror.h"
 
 #include <QGroupBox>

@@ -8,8 +8,8 @@
 #include "qt/GridView.h"
 #include "qt/NoteLabel.h"
 #include "qt/QtDesktop.h"
-#include "qt/QtText.h"
 #include "qt/TextViews.h"
+#include "toolkit/QtText.h"
 
 #include <QBoxLayout>
 #include <QGridLayout>

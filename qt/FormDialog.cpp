@@ -3,8 +3,8 @@
 #include "qt/ControlViews.h"
 #include "qt/FieldViews.h"
 #include "qt/QtDesktop.h"
-#include "qt/QtText.h"
 #include "qt/Scale.h"
+#include "toolkit/QtText.h"
 
 #include <QApplication>
 #include <QFocusEvent>

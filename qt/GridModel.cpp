@@ -1,8 +1,8 @@
 #include "qt/GridModel.h"
 
-#include "platform/Contrast.h"
-#include "qt/Colours.h"
-#include "qt/QtText.h"
+#include "toolkit/Colours.h"
+#include "toolkit/Contrast.h"
+#include "toolkit/QtText.h"
 
 #include <QBrush>
 #include <QColor>

@@ -1,11 +1,11 @@
 #include "qt/GridView.h"
 
-#include "qt/Colours.h"
 #include "qt/GridModel.h"
 #include "qt/OutlineStyle.h"
 #include "qt/QtDesktop.h"
-#include "qt/QtText.h"
 #include "qt/Scale.h"
+#include "toolkit/Colours.h"
+#include "toolkit/QtText.h"
 
 #include <QApplication>
 #include <QClipboard>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Grid.h"
+#include "platform/controls/Grid.h"
 #include "qt/FocusFrame.h"
 #include "qt/Mirror.h"
 

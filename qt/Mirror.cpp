@@ -1,7 +1,7 @@
 #include "qt/Mirror.h"
 
-#include "qt/QtText.h"
 #include "qt/Scale.h"
+#include "toolkit/QtText.h"
 
 namespace health {
 

@@ -1,7 +1,7 @@
 // What all widgets of controls have in common.
 #pragma once
 
-#include "platform/Control.h"
+#include "platform/controls/Control.h"
 
 #include <QWidget>
 

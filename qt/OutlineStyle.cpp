@@ -1,7 +1,7 @@
 #include "qt/OutlineStyle.h"
 
-#include "platform/Contrast.h"
-#include "qt/Colours.h"
+#include "toolkit/Colours.h"
+#include "toolkit/Contrast.h"
 
 #include <QApplication>
 #include <QPainter>

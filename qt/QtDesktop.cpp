@@ -3,7 +3,7 @@
 #include "platform/Form.h"
 #include "platform/Menu.h"
 #include "qt/FormDialog.h"
-#include "qt/QtText.h"
+#include "toolkit/QtText.h"
 
 #include <QApplication>
 #include <QDateTime>

@@ -1,7 +1,7 @@
 #include "qt/TextViews.h"
 
 #include "qt/OutlineStyle.h"
-#include "qt/QtText.h"
+#include "toolkit/QtText.h"
 
 #include <QKeyEvent>
 

@@ -1,7 +1,7 @@
 // Widgets that mirror fields for text.
 #pragma once
 
-#include "platform/TextBox.h"
+#include "platform/controls/TextBox.h"
 #include "qt/EntryLine.h"
 #include "qt/Mirror.h"
 

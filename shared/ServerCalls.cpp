@@ -1,8 +1,7 @@
 // modShared: calls of remote procedures, their errors, reports.
 #include "shared/modShared.h"
 
-#include "platform/Conversions.h"
-#include "shared/modConst.h"
+#include "text/Conversions.h"
 
 #include <algorithm>
 #include <limits>

@@ -1,9 +1,11 @@
 // modShared: the host's objects, obtained once per process and counted by the control's instances.
 #include "shared/modShared.h"
 
-#include "platform/Conversions.h"
+#include "api/ProgIds.h"
+
 #include "shared/frmDummy.h"
 #include "shared/modConst.h"
+#include "text/Conversions.h"
 
 #include <limits>
 

@@ -1,7 +1,7 @@
 // Names and numbers that the whole program shares.
 #pragma once
 
-#include "platform/Text.h"
+#include "api/Text.h"
 
 namespace health {
 
@@ -9,16 +9,6 @@ inline constexpr int VersionMajor = 1;
 inline constexpr int VersionMinor = 0;
 inline constexpr int VersionRevision = 0;
 inline constexpr TextView ApplicationTitle = L"Personal Health";
-
-inline constexpr TextView LineBreak = L"\r\n";
-
-// ProgIDs of the host's objects.
-inline constexpr TextView ApplicationProgId = L"DRN_VIM.VIM";
-inline constexpr TextView PatientProgId = L"CSS_Patient.Patient";
-inline constexpr TextView UserProgId = L"CSS_User.User";
-inline constexpr TextView SiteProgId = L"CSS_Site.Site";
-inline constexpr TextView EncounterProgId = L"CSS_Encounter.Encounter";
-inline constexpr TextView PrintProgId = L"zvPrint.zvPrintX";
 
 // The user parameter and the key that decide about editing the reproductive history.
 inline constexpr TextView DisableRepHistParameter = L"MEV DISABLE REP HIST EDITING";

@@ -1,11 +1,11 @@
 // The services that the control and all forms share.
 #pragma once
 
+#include "api/Failure.h"
+#include "api/host.h"
 #include "platform/Desktop.h"
-#include "platform/Failure.h"
-#include "platform/host.h"
-#include "shared/FileManDates.h"
-#include "shared/Pieces.h"
+#include "text/FileManDates.h"
+#include "text/Pieces.h"
 
 #include <functional>
 

@@ -1,5 +1,6 @@
 // The SHA-256 digest for the M engine, which has none: the audit's entries are chained by it (routines/MEVAUDIT.m).
-// Linked from the static libcrypto by its three plain functions: the shared one would cost each session 0.7 MB of memory.
+// Linked from the static libcrypto by its three plain functions: the shared one would cost each session 0.7 MB of
+// memory.
 #define OPENSSL_SUPPRESS_DEPRECATED
 #include <openssl/sha.h>
 

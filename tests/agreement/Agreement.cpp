@@ -6,8 +6,8 @@
 #include "qt/DateView.h"
 #include "qt/FieldViews.h"
 #include "qt/GridView.h"
-#include "qt/QtText.h"
 #include "qt/TextViews.h"
+#include "toolkit/QtText.h"
 
 #include <QApplication>
 

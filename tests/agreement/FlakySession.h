@@ -1,7 +1,7 @@
 // A session whose next call fails, is refused, or takes its time.
 #pragma once
 
-#include "host/HostSession.h"
+#include "host/session/HostSession.h"
 
 #include <QCoreApplication>
 #include <QScopedValueRollback>

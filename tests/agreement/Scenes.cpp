@@ -1,12 +1,12 @@
 #include "tests/agreement/Scenes.h"
 
-#include "host/DisplayText.h"
+#include "host/windows/DisplayText.h"
 #include "lookups/frmLookupImm.h"
-#include "platform/Conversions.h"
-#include "qt/QtText.h"
 #include "qt/TextViews.h"
 #include "tests/agreement/Hands.h"
 #include "tests/support/Editors.h"
+#include "text/Conversions.h"
+#include "toolkit/QtText.h"
 
 #include <QDate>
 #include <QLineEdit>

@@ -1,11 +1,11 @@
 // What the panel relies on in the real server's replies.
 #include "lookups/LookupTables.h"
-#include "platform/Conversions.h"
-#include "shared/FileManDates.h"
 #include "shared/modShared.h"
 #include "tests/support/RealServer.h"
 #include "tests/support/Replies.h"
 #include "tests/support/ScriptedHost.h"
+#include "text/Conversions.h"
+#include "text/FileManDates.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 // The real server against hostile clients: whatever a client sends is answered by a reply or a failure, executes
 // nothing, shows nothing of another patient, changes nothing when it is refused, and leaves the session working.
-#include "host/FrameCodec.h"
+#include "host/session/FrameCodec.h"
 #include "tests/support/RealServer.h"
 #include "tests/support/ScriptedHost.h"
 
@@ -255,13 +255,16 @@ TEST(HostileServer, RandomFramesAreAnsweredOneByOne)
         for (int i = 0; i < Frames; ++i) {
             const QByteArray number = below(20) == 0 ? bytes() : QByteArray::number(static_cast<int>(2 + below(5000)));
             const QByteArray name = below(10) == 0 ? bytes() : callTable()[below(callTable().size())].name;
-            stream += framed(below(10) == 0 ? bytes() : number + purposes[below(std::size(purposes))] + '\n' + name + '\n' + parameter());
+            stream += framed(below(10) == 0
+                    ? bytes()
+                    : number + purposes[below(std::size(purposes))] + '\n' + name + '\n' + parameter());
         }
         // Bytes changed or cut off: out of step sooner or later, and what was answered until then are whole frames.
         for (int time = 0; time < 3; ++time) {
             QByteArray torn = stream.left(static_cast<qsizetype>(below(5000)));
             for (std::size_t count = below(4); count > 0 && !torn.isEmpty(); --count)
-                torn[static_cast<qsizetype>(below(static_cast<std::size_t>(torn.size())))] = static_cast<char>(random());
+                torn[static_cast<qsizetype>(below(static_cast<std::size_t>(torn.size())))] =
+                    static_cast<char>(random());
             FrameReader answers;
             answers.feed(rawExchange(torn, hostileFolder()));
             while (const auto answer = answers.next())

@@ -1,8 +1,8 @@
 // Nothing is lost and nothing is done twice, though servers are killed while twenty sessions save. A server killed
 // while it writes the journal out makes the others wait a minute for its lock: the engine gives it up only then.
-#include "platform/Conversions.h"
-#include "shared/Pieces.h"
 #include "tests/support/RealServer.h"
+#include "text/Conversions.h"
+#include "text/Pieces.h"
 
 #include <QDir>
 #include <QElapsedTimer>

@@ -1,7 +1,7 @@
 // The real server over TLS: who gets in, what the others are told, and what a lost connection costs.
-#include "shared/Pieces.h"
 #include "tests/support/ScriptedHost.h"
 #include "tests/support/ServedRemotely.h"
+#include "text/Pieces.h"
 
 #include <QRegularExpression>
 #include <QStandardPaths>

@@ -3,8 +3,8 @@
 #include "editors/frmAsthmaReg.h"
 #include "editors/frmER.h"
 #include "editors/frmRefusal.h"
-#include "platform/Conversions.h"
 #include "tests/support/RealPanel.h"
+#include "text/Conversions.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,5 @@
-// Two sessions change one record: a save of what has changed since it was read is refused in words, and nothing is lost.
+// Two sessions change one record: a save of what has changed since it was read is refused in words, and nothing is
+// lost.
 #include "control/kalmevRepHistCtrl.h"
 #include "editors/frmAsthma.h"
 #include "editors/frmAsthmaReg.h"
@@ -9,8 +10,8 @@
 #include "editors/frmRefusal.h"
 #include "editors/frmRepHist.h"
 #include "editors/frmTxc.h"
-#include "platform/Conversions.h"
 #include "tests/support/RealPanel.h"
+#include "text/Conversions.h"
 
 #include <gtest/gtest.h>
 
@@ -159,8 +160,8 @@ TEST_P(TwoSessions, SaveOfWhatAnotherHasChangedIsRefused)
     }
     if (isRegistry) { // of which two calls read a part each
         const auto half = opened();
-        own.session.expectCalls(std::array { ExpectedCall {
-            ExpectedCall::Form::List, L"MEVVAST GETNOTE", L"11", ExpectedCall::Purpose::Editor } });
+        own.session.expectCalls(std::array {
+            ExpectedCall { ExpectedCall::Form::List, L"MEVVAST GETNOTE", L"11", ExpectedCall::Purpose::Editor } });
         EXPECT_EQ(save(*half), told);
     }
 }

@@ -1,5 +1,5 @@
-#include "host/ComponentLoader.h"
-#include "platform/Failure.h"
+#include "host/framework/ComponentLoader.h"
+#include "api/Failure.h"
 #include "tests/support/ScriptedHost.h"
 
 #include <QDir>

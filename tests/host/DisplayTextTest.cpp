@@ -1,6 +1,6 @@
-#include "host/DisplayText.h"
-#include "host/ReportPages.h"
-#include "platform/Failure.h"
+#include "host/windows/DisplayText.h"
+#include "api/Failure.h"
+#include "host/windows/ReportPages.h"
 #include "tests/support/ScriptedHost.h"
 
 #include <QFile>

@@ -1,5 +1,5 @@
-#include "host/FrameCodec.h"
-#include "platform/Failure.h"
+#include "host/session/FrameCodec.h"
+#include "api/Failure.h"
 #include "tests/support/ScriptedHost.h"
 
 #include <gtest/gtest.h>

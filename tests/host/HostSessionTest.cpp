@@ -1,4 +1,4 @@
-#include "host/HostSession.h"
+#include "host/session/HostSession.h"
 #include "tests/support/ScriptedHost.h"
 #include "tests/support/ScriptedTransport.h"
 

@@ -1,4 +1,4 @@
-#include "host/ProcessTransport.h"
+#include "host/session/ProcessTransport.h"
 
 #include <QFile>
 

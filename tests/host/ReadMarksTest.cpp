@@ -1,4 +1,4 @@
-#include "host/ReadMarks.h"
+#include "host/session/ReadMarks.h"
 
 #include <array>
 

@@ -1,6 +1,6 @@
-#include "platform/Button.h"
-#include "platform/ComboBox.h"
-#include "platform/Grid.h"
+#include "platform/controls/Button.h"
+#include "platform/controls/ComboBox.h"
+#include "platform/controls/Grid.h"
 #include "tests/support/ScriptedHost.h"
 
 #include <gtest/gtest.h>
@@ -12,6 +12,17 @@ struct Observed : ControlObserver {
     std::vector<Change> changes;
     void controlChanged(Control&, Change change) override { changes.push_back(change); }
 };
+
+TEST(ComboBox, SelectComboItemLosesTheOldChoice)
+{
+    ComboBox list;
+    list.addItem(L"IUD");
+    list.addItem(L"Other");
+    list.addItem(L"OTHER");
+    EXPECT_EQ(SelectComboItem(list, L"other"), 1);
+    EXPECT_EQ(SelectComboItem(list, L"none of these"), -1);
+    EXPECT_EQ(list.listIndex(), -1);
+}
 
 TEST(ComboBox, SortedListKeepsTheSelectedEntrySelected)
 {

@@ -1,10 +1,10 @@
 #include "platform/Form.h"
-#include "platform/CheckBox.h"
-#include "platform/CheckList.h"
-#include "platform/TextBox.h"
-#include "platform/UpDown.h"
-#include "platform/mevContainer.h"
-#include "platform/mevZvDate.h"
+#include "platform/controls/CheckBox.h"
+#include "platform/controls/CheckList.h"
+#include "platform/controls/TextBox.h"
+#include "platform/controls/UpDown.h"
+#include "platform/controls/mevContainer.h"
+#include "platform/controls/mevZvDate.h"
 #include "tests/support/ScriptedHost.h"
 
 #include <gtest/gtest.h>

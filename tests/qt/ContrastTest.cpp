@@ -1,9 +1,9 @@
 // Texts can be read in each palette: measured on what is drawn.
-#include "platform/Contrast.h"
+#include "toolkit/Contrast.h"
 #include "control/GridLoader.h"
 #include "control/kalmevRepHistCtrl.h"
-#include "host/ListPicker.h"
-#include "host/ReadablePalette.h"
+#include "host/windows/ListPicker.h"
+#include "host/windows/ReadablePalette.h"
 #include "qt/PanelView.h"
 #include "tests/support/EveryForm.h"
 

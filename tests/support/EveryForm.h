@@ -3,10 +3,10 @@
 
 #include "lookups/frmLookupEd2.h"
 #include "lookups/frmLookupImm.h"
-#include "platform/Conversions.h"
 #include "qt/QtDesktop.h"
 #include "tests/support/Editors.h"
 #include "tests/support/ScriptedHost.h"
+#include "text/Conversions.h"
 
 #include <QApplication>
 #include <QTimer>

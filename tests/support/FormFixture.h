@@ -3,7 +3,7 @@
 #include "tests/support/Replies.h"
 #include "tests/support/ScriptedHost.h"
 
-#include "platform/mevZvDate.h"
+#include "platform/controls/mevZvDate.h"
 
 #include <gtest/gtest.h>
 

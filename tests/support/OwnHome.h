@@ -4,8 +4,8 @@
 
 namespace health::test {
 
-// Folders of its own for a test program, before its application object is made: nothing of the tests reaches the user's.
-// A test on a screen names its platform; the others need none.
+// Folders of its own for a test program, before its application object is made: nothing of the tests reaches the
+// user's. A test on a screen names its platform; the others need none.
 class OwnHome {
 public:
     OwnHome()

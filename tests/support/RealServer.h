@@ -1,8 +1,8 @@
 // The real server on a folder of its own, and sessions with it.
 #pragma once
 
-#include "host/ClinicalContext.h"
-#include "host/ProcessTransport.h"
+#include "host/framework/ClinicalContext.h"
+#include "host/session/ProcessTransport.h"
 
 #include <QElapsedTimer>
 #include <QProcess>

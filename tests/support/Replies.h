@@ -2,7 +2,7 @@
 // against the same shapes, so that the two cannot drift apart.
 #pragma once
 
-#include "platform/Text.h"
+#include "api/Text.h"
 
 namespace health::test::replies {
 

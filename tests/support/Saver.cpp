@@ -1,7 +1,7 @@
 // Saves refusals until its input ends, one after the other, and says which the server acknowledged:
 // saver SERVER-PROGRAM DATA-FOLDER NAME. Its server may be killed at any time.
-#include "host/HostSession.h"
-#include "host/ProcessTransport.h"
+#include "host/session/HostSession.h"
+#include "host/session/ProcessTransport.h"
 
 #include <QGuiApplication>
 

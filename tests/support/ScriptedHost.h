@@ -1,11 +1,11 @@
 // A host without screen and server. Tests script its replies and read what was asked of it and shown.
 #pragma once
 
+#include "api/Failure.h"
+#include "api/host.h"
 #include "platform/Desktop.h"
-#include "platform/Failure.h"
 #include "platform/Form.h"
 #include "platform/Menu.h"
-#include "platform/host.h"
 #include "shared/modShared.h"
 
 #include <deque>

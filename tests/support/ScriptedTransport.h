@@ -1,8 +1,8 @@
 // A byte stream whose other side is a function in the test.
 #pragma once
 
-#include "host/Transport.h"
-#include "platform/Failure.h"
+#include "api/Failure.h"
+#include "host/session/Transport.h"
 
 #include <QIODevice>
 #include <QThread>

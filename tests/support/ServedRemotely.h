@@ -1,7 +1,7 @@
 // The real server behind its door, with a test authority.
 #pragma once
 
-#include "host/TlsTransport.h"
+#include "host/session/TlsTransport.h"
 #include "tests/support/RealServer.h"
 
 #include <QElapsedTimer>

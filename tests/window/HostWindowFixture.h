@@ -1,10 +1,10 @@
 // The whole program on a real screen: the host's window, the panel from its library, the real server, real key events.
 #pragma once
 
-#include "host/ComponentLoader.h"
-#include "host/DisplayText.h"
-#include "host/ListPicker.h"
-#include "host/MainWindow.h"
+#include "host/framework/ComponentLoader.h"
+#include "host/windows/DisplayText.h"
+#include "host/windows/ListPicker.h"
+#include "host/windows/MainWindow.h"
 
 #include <QApplication>
 #include <QComboBox>

@@ -1,0 +1,125 @@
+#include "host/framework/ClinicalContext.h"
+
+#include "api/ProgIds.h"
+#include "host/windows/DisplayText.h"
+
+#include <QApplication>
+#include <QScopedValueRollback>
+
+#include <algorithm>
+
+namespace health {
+
+namespace {
+
+class Manager : public HostManager {
+public:
+    explicit Manager(std::shared_ptr<Session> session)
+        : m_session(std::move(session))
+    {
+    }
+    std::shared_ptr<Session> session() override { return m_session; }
+
+private:
+    std::shared_ptr<Session> m_session;
+};
+
+}
+
+ClinicalContext::ClinicalContext(Transport& transport, int timeoutMilliseconds, HostSession::TryAgain tryAgain)
+    : m_session(std::make_shared<HostSession>(transport, timeoutMilliseconds, std::move(tryAgain)))
+    , m_patient(std::make_shared<HostPatient>())
+    , m_encounter(std::make_shared<HostEncounter>())
+    , m_print(std::make_shared<HostPrintPreview>())
+{
+    m_session->setObject(ApplicationProgId, std::make_shared<HostApplication>());
+    m_session->setObject(PatientProgId, m_patient);
+    m_session->setObject(UserProgId, std::make_shared<HostUser>(*m_session));
+    m_session->setObject(SiteProgId, std::make_shared<HostSite>(*m_session));
+    m_session->setObject(EncounterProgId, m_encounter);
+    m_session->setObject(PrintProgId, m_print);
+}
+
+std::unique_ptr<HostManager> ClinicalContext::createManager() { return std::make_unique<Manager>(m_session); }
+
+bool ClinicalContext::mayChange() const
+{
+    return !m_changing && !m_session->isInCall() && !QApplication::activeModalWidget();
+}
+
+PatientData ClinicalContext::readPatient(long number)
+{
+    if (number == 0)
+        return {};
+    const auto lines = linesOf(m_session->callText(L"MEVHOST PATIENT", std::to_wstring(number)));
+    const QStringList pieces = lines.value(0);
+    if (pieces.value(0).toLong() != number)
+        throw Failure(L"The server did not answer with patient " + std::to_wstring(number) + L".");
+    return { number, pieces.value(1), pieces.value(2), pieces.value(3), dateOfFileMan(pieces.value(3)).date() };
+}
+
+// Asks all components whether the change suits them; tells all when it does not suit one.
+template<typename Events>
+bool ClinicalContext::suitsAll(Events events)
+{
+    const auto vetoes = [&](ComponentInstance* component) { return events(*component).Pending(); };
+    if (std::none_of(m_components.begin(), m_components.end(), vetoes))
+        return true;
+    for (ComponentInstance* component : m_components)
+        events(*component).Canceled();
+    return false;
+}
+
+bool ClinicalContext::selectPatient(long number)
+{
+    // A component that shows a box while it loads lets the event loop turn, and would hear of a second patient before
+    // it has let go of the first.
+    if (!mayChange())
+        return false;
+    const QScopedValueRollback changing(m_changing, true);
+    const PatientData data = readPatient(number);
+    if (!suitsAll([](ComponentInstance & component) -> auto& { return component.patientEvents(); }))
+        return false;
+    // A box of one that loads would otherwise leave the others with the former patient's records under the new name.
+    tellPatient({});
+    if (data.number != 0)
+        tellPatient(data);
+    tellVisit();
+    Q_EMIT patientTold();
+    return true;
+}
+
+void ClinicalContext::tellPatient(const PatientData& patient)
+{
+    m_patient->data = patient;
+    m_encounter->data = {};
+    Q_EMIT patientChanged();
+    // A copy: while a box of one of them is open, a component may come or go.
+    for (ComponentInstance* component : std::vector(m_components)) {
+        if (std::find(m_components.begin(), m_components.end(), component) != m_components.end())
+            component->patientEvents().Committed();
+    }
+}
+
+bool ClinicalContext::selectVisit(const VisitData& visit)
+{
+    if (!mayChange())
+        return false;
+    const QScopedValueRollback changing(m_changing, true);
+    if (!suitsAll([](ComponentInstance & component) -> auto& { return component.encounterEvents(); }))
+        return false;
+    m_encounter->data = visit;
+    tellVisit();
+    return true;
+}
+
+void ClinicalContext::tellVisit()
+{
+    Q_EMIT visitChanged();
+    for (ComponentInstance* component : std::vector(m_components)) {
+        if (std::find(m_components.begin(), m_components.end(), component) != m_components.end())
+            component->encounterEvents().Committed();
+    }
+}
+
+}

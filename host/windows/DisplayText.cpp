@@ -1,0 +1,88 @@
+#include "host/windows/DisplayText.h"
+
+#include "api/Failure.h"
+
+#include <QStringList>
+
+#include <algorithm>
+
+namespace health {
+
+QString displayName(const QString& name)
+{
+    QString shown;
+    bool wordBegins = true;
+    for (const QChar letter : name) {
+        shown += wordBegins ? letter.toUpper() : letter.toLower();
+        if (letter == u',')
+            shown += u' ';
+        wordBegins = !letter.isLetterOrNumber();
+    }
+    return shown;
+}
+
+QDateTime dateOfFileMan(const QString& text)
+{
+    const QStringList parts = text.split(u'.');
+    const int number = parts[0].toInt();
+    const QDate date(number / 10000 + 1700, std::max(1, number / 100 % 100), std::max(1, number % 100));
+    if (parts[0].size() != 7 || !date.isValid())
+        return {};
+    const QString digits = parts.value(1).leftJustified(6, u'0');
+    const int hour = digits.left(2).toInt();
+    // Midnight is hour 24 of the day that it ends.
+    return QDateTime(date.addDays(hour / 24), QTime(hour % 24, digits.mid(2, 2).toInt(), digits.mid(4, 2).toInt()));
+}
+
+QString displayDate(const QString& text)
+{
+    if (!dateOfFileMan(text).isValid())
+        return {};
+    const QString date = text.section(u'.', 0, 0);
+    const QString time = text.section(u'.', 1);
+    const QString year = QString::number(date.left(3).toInt() + 1700);
+    const QString month = date.mid(3, 2);
+    const QString day = date.mid(5, 2);
+    if (month == u"00")
+        return year;
+    if (day == u"00")
+        return month + u'/' + year;
+    const QString shown = month + u'/' + day + u'/' + year;
+    const QString digits = time.leftJustified(4, u'0');
+    return time.isEmpty() ? shown : shown + u' ' + digits.left(2) + u':' + digits.mid(2, 2);
+}
+
+std::optional<int> ageInMonths(const QDate& birth, const QDate& today)
+{
+    if (!birth.isValid() || birth > today)
+        return {};
+    const int months = (today.year() - birth.year()) * 12 + today.month() - birth.month();
+    return birth.addMonths(months) > today ? months - 1 : months;
+}
+
+QString displayAge(const QDate& birth, const QDate& today)
+{
+    const auto age = ageInMonths(birth, today);
+    if (!age)
+        return {};
+    const auto count = [](int number, const char* unit) {
+        return QStringLiteral("%1 %2%3").arg(number).arg(
+            QLatin1String(unit), number == 1 ? QString() : QStringLiteral("s"));
+    };
+    if (*age < 2)
+        return count(static_cast<int>(birth.daysTo(today)), "day");
+    return *age < 24 ? count(*age, "month") : count(*age / 12, "year");
+}
+
+QList<QStringList> linesOf(const Text& reply)
+{
+    const QString text = QString::fromStdWString(reply);
+    if (text.startsWith(u'-'))
+        throw Failure(text.section(u'^', 1, 1).toStdWString());
+    QList<QStringList> lines;
+    for (const QString& line : text.split(QStringLiteral("\r\n"), Qt::SkipEmptyParts))
+        lines.append(line.split(u'^'));
+    return lines;
+}
+
+}

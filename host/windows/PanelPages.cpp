@@ -1,0 +1,161 @@
+#include "host/windows/PanelPages.h"
+
+#include "api/Failure.h"
+#include "api/ProgIds.h"
+#include "host/framework/ClinicalContext.h"
+#include "host/framework/ComponentLoader.h"
+
+#include <QAbstractItemView>
+#include <QApplication>
+#include <QLabel>
+
+#include <algorithm>
+
+namespace health {
+
+namespace {
+
+QString oneLine(QString text) { return text.replace(u'\n', u' ').replace(u'\r', u' ').replace(u'\t', u' '); }
+
+}
+
+PanelPages::PanelPages(ClinicalContext& context)
+    : m_context(context)
+{
+    setChildrenCollapsible(false);
+    setAccessibleName(tr("Panels"));
+    connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* focused) { noteFocus(focused); });
+    connect(&context, &ClinicalContext::patientTold, this, &PanelPages::focusRecords);
+}
+
+PanelPages::~PanelPages() { dropAll(); }
+
+void PanelPages::add()
+{
+    if (!mayAdd())
+        return;
+    Panel panel;
+    panel.page = load(panel);
+    QWidget* const page = panel.page;
+    m_panels.push_back(std::move(panel));
+    page->hide();
+    addWidget(page);
+    Q_EMIT countChanged();
+    if (isVisible())
+        showPages();
+}
+
+// A panel starts to work when it is first shown, and may have to say something in a box then. That must not happen
+// in the middle of the window's own showing: the pages follow from the event loop.
+void PanelPages::showEvent(QShowEvent* event)
+{
+    QSplitter::showEvent(event);
+    QMetaObject::invokeMethod(this, &PanelPages::showPages, Qt::QueuedConnection);
+}
+
+void PanelPages::showPages()
+{
+    QList<QPointer<QWidget>> pages;
+    for (const Panel& panel : m_panels)
+        pages.append(panel.page);
+    for (const QPointer<QWidget>& page : pages) {
+        if (page)
+            page->show();
+    }
+    refresh(); // at once, not with the next round of the event loop
+    if (m_context.patient().number != 0 && !isAncestorOf(window()->focusWidget()))
+        focusRecords();
+}
+
+void PanelPages::noteFocus(QWidget* focused)
+{
+    for (const Panel& panel : m_panels) {
+        if (panel.page && panel.page->isAncestorOf(focused))
+            m_lastFocused = panel.page;
+    }
+}
+
+void PanelPages::focusRecords()
+{
+    QWidget* const first = m_panels.empty() ? nullptr : m_panels.front().page;
+    QWidget* const page = m_lastFocused && isAncestorOf(m_lastFocused) ? m_lastFocused.data() : first;
+    if (!page)
+        return;
+    auto* const records = page->findChild<QAbstractItemView*>(QString(), Qt::FindDirectChildrenOnly);
+    (page->focusProxy() || !records ? page : records)->setFocus();
+}
+
+QWidget* PanelPages::load(Panel& panel)
+{
+    try {
+        panel.component = loadComponentClass(QString::fromLatin1(PanelProgId)).create(m_context);
+        if (!panel.component || !panel.component->widget())
+            throw Failure(L"The panel's library made no panel. Install it again.");
+        m_context.add(*panel.component);
+        return panel.component->widget();
+    } catch (...) {
+        panel.component.reset();
+        m_failure = QString::fromStdWString(describeCurrentFailure());
+        return messagePage(m_failure);
+    }
+}
+
+QWidget* PanelPages::messagePage(const QString& text)
+{
+    auto* const message = new QLabel(text);
+    message->setTextFormat(Qt::PlainText);
+    message->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    message->setWordWrap(true);
+    message->setAlignment(Qt::AlignCenter);
+    message->setMargin(message->fontMetrics().height());
+    return message;
+}
+
+void PanelPages::drop(Panel& panel)
+{
+    if (panel.page)
+        panel.page->setParent(nullptr); // off the page, before its instance goes
+    if (panel.component)
+        m_context.remove(*panel.component);
+    else
+        delete panel.page;
+}
+
+void PanelPages::closeCurrent()
+{
+    if (!mayClose())
+        return;
+    const auto focused = std::find_if(m_panels.begin(), m_panels.end(),
+        [](const Panel& panel) { return panel.page && panel.page->isAncestorOf(QApplication::focusWidget()); });
+    const auto closed = focused == m_panels.end() ? m_panels.end() - 1 : focused;
+    Panel panel = std::move(*closed);
+    m_panels.erase(closed);
+    drop(panel);
+    Q_EMIT countChanged();
+}
+
+void PanelPages::dropAll()
+{
+    for (Panel& panel : std::exchange(m_panels, {}))
+        drop(panel);
+    m_failure.clear();
+}
+
+QString PanelPages::gridText() const
+{
+    const QWidget* const page = m_panels.empty() ? nullptr : m_panels.front().page;
+    // The panel's own grid; a drop-down list has an item view too, deeper down.
+    const auto* const view =
+        page ? page->findChild<QAbstractItemView*>(QString(), Qt::FindDirectChildrenOnly) : nullptr;
+    const QAbstractItemModel* const model = view ? view->model() : nullptr;
+    QString text;
+    for (int row = 0; model && row < model->rowCount(); ++row) {
+        QStringList cells;
+        for (int column = 0; column < model->columnCount(); ++column)
+            cells.append(oneLine(model->index(row, column).data().toString()));
+        text += cells.join(u'\t') + u'\n';
+    }
+    return text;
+}
+
+}

@@ -1,0 +1,79 @@
+#include "host/windows/PatientBanner.h"
+
+#include "host/framework/ClinicalContext.h"
+#include "host/windows/DisplayText.h"
+
+#include <QEvent>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+
+namespace health {
+
+PatientBanner::PatientBanner(ClinicalContext& context, QWidget* parent)
+    : QFrame(parent)
+    , m_context(context)
+    , m_name(new QLabel)
+    , m_details(new QLabel)
+    , m_visit(new QLabel)
+    , m_visitButton(new QPushButton(tr("Select V&isit...")))
+{
+    setFrameShape(StyledPanel);
+    setAccessibleName(tr("Patient"));
+    for (QLabel* label : { m_name, m_details, m_visit }) {
+        label->setTextFormat(Qt::PlainText);
+        label->setTextInteractionFlags(Qt::TextSelectableByMouse);
+        label->setWordWrap(true);
+    }
+    auto* const patientButton = new QPushButton(tr("Select &Patient..."));
+    auto* const texts = new QVBoxLayout;
+    texts->addWidget(m_name);
+    texts->addWidget(m_details);
+    texts->addWidget(m_visit);
+    auto* const buttons = new QVBoxLayout;
+    buttons->addWidget(patientButton);
+    buttons->addWidget(m_visitButton);
+    buttons->addStretch();
+    auto* const layout = new QHBoxLayout(this);
+    layout->addLayout(texts, 1);
+    layout->addLayout(buttons);
+
+    connect(patientButton, &QPushButton::clicked, this, &PatientBanner::patientWanted);
+    connect(m_visitButton, &QPushButton::clicked, this, &PatientBanner::visitWanted);
+    connect(&context, &ClinicalContext::patientChanged, this, &PatientBanner::refresh);
+    connect(&context, &ClinicalContext::visitChanged, this, &PatientBanner::refresh);
+    refresh();
+}
+
+void PatientBanner::changeEvent(QEvent* event)
+{
+    QFrame::changeEvent(event);
+    if (event->type() == QEvent::FontChange)
+        refresh();
+}
+
+void PatientBanner::refresh()
+{
+    QFont large = font();
+    large.setPointSizeF(large.pointSizeF() * 1.3);
+    large.setBold(true);
+    m_name->setFont(large);
+
+    const PatientData& patient = m_context.patient();
+    const bool selected = patient.number != 0;
+    m_name->setText(selected ? displayName(patient.name) : tr("No patient selected"));
+    m_details->setVisible(selected);
+    m_visit->setVisible(selected);
+    m_visitButton->setEnabled(selected);
+    if (!selected)
+        return;
+    const QString sex = patient.sex == u"F" ? tr("Female") : patient.sex == u"M" ? tr("Male") : tr("Sex unknown");
+    m_details->setText(tr("Number %1   %2   Born %3   Age %4")
+                           .arg(QString::number(patient.number), sex, displayDate(patient.birthDate),
+                               displayAge(patient.birth, QDate::currentDate())));
+    const VisitData& visit = m_context.visit();
+    m_visit->setText(
+        visit.number == 0 ? tr("No visit selected") : tr("Visit %1, %2").arg(displayDate(visit.date), visit.location));
+}
+
+}

@@ -1,0 +1,128 @@
+#include "host/windows/PreviewDialog.h"
+
+#include "api/Failure.h"
+#include "host/windows/FailureBox.h"
+#include "host/windows/ListPicker.h"
+
+#include <QDate>
+#include <QDialogButtonBox>
+#include <QDir>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QGraphicsView>
+#include <QLabel>
+#include <QPrintDialog>
+#include <QPrintPreviewWidget>
+#include <QPrinterInfo>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QStandardPaths>
+#include <QVBoxLayout>
+
+namespace health {
+
+PreviewDialog::PreviewDialog(const ReportPages& pages, const QString& title, QWidget* parent)
+    : QDialog(parent)
+    , m_pages(pages)
+    , m_printer(QPrinter::HighResolution)
+    , m_saved(new QLabel)
+{
+    setWindowTitle(title);
+    if (QPrinterInfo::availablePrinters().isEmpty()) {
+        m_printer.setOutputFormat(QPrinter::PdfFormat);
+        ReportPages::setUsualPaper(m_printer);
+    } else {
+        ReportPages::setMargins(m_printer);
+    }
+    m_preview = new QPrintPreviewWidget(&m_printer);
+    m_preview->setAccessibleName(title);
+    // The pages are pictures: screen readers speak their text as the description.
+    if (auto* const view = m_preview->findChild<QGraphicsView*>()) {
+        for (QWidget* const spoken : { static_cast<QWidget*>(view), view->viewport() }) {
+            spoken->setAccessibleName(tr("Pages"));
+            spoken->setAccessibleDescription(
+                QStringList(pages.lines()).replaceInStrings(QStringLiteral("\f"), QString()).join(u'\n'));
+        }
+    }
+    connect(
+        m_preview, &QPrintPreviewWidget::paintRequested, this, [this](QPrinter* printer) { m_pages.paint(*printer); });
+
+    auto* const buttons = new QDialogButtonBox(QDialogButtonBox::Close);
+    const auto add = [&](const QString& caption) {
+        QPushButton* const button = buttons->addButton(caption, QDialogButtonBox::ActionRole);
+        button->setAutoDefault(false);
+        return button;
+    };
+    QPushButton* const printButton = add(tr("&Print..."));
+    if (QPrinterInfo::availablePrinters().isEmpty()) {
+        printButton->setEnabled(false);
+        printButton->setToolTip(tr("This computer knows no printer."));
+        printButton->setAccessibleDescription(printButton->toolTip());
+    }
+    connect(printButton, &QPushButton::clicked, this, &PreviewDialog::print);
+    connect(add(tr("Save as P&DF...")), &QPushButton::clicked, this, &PreviewDialog::savePdf);
+    connect(add(tr("Zoom &In")), &QPushButton::clicked, this, [this] { m_preview->zoomIn(); });
+    connect(add(tr("Zoom &Out")), &QPushButton::clicked, this, [this] { m_preview->zoomOut(); });
+    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    buttons->button(QDialogButtonBox::Close)->setDefault(true);
+
+    auto* const layout = new QVBoxLayout(this);
+    layout->addWidget(m_preview, 1);
+    m_saved->setTextFormat(Qt::PlainText);
+    m_saved->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    m_saved->setWordWrap(true);
+    m_saved->hide();
+    layout->addWidget(m_saved);
+    layout->addWidget(buttons);
+    resizeToScreen(*this, { fontMetrics().horizontalAdvance(u'x') * 110, fontMetrics().height() * 44 });
+}
+
+// Only a shown page has the width to fit.
+void PreviewDialog::showEvent(QShowEvent* event)
+{
+    QDialog::showEvent(event);
+    QMetaObject::invokeMethod(this, &PreviewDialog::showTop, Qt::QueuedConnection);
+}
+
+void PreviewDialog::showTop()
+{
+    m_preview->fitToWidth();
+    if (auto* const view = m_preview->findChild<QGraphicsView*>())
+        view->verticalScrollBar()->setValue(view->verticalScrollBar()->minimum());
+}
+
+void PreviewDialog::print()
+{
+    QPrintDialog dialog(&m_printer, this);
+    if (dialog.exec() == Accepted && m_pages.paint(m_printer) == 0)
+        showFailure(this, tr("Print"), tr("The report cannot be printed."));
+}
+
+// Names no patient: folders are listed where others can see them.
+QString PreviewDialog::proposedFile() const
+{
+    const QString name = windowTitle().toLower().replace(u'/', u'-') + u' ' + QDate::currentDate().toString(Qt::ISODate)
+        + QStringLiteral(".pdf");
+    return QDir(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation)).filePath(name);
+}
+
+void PreviewDialog::savePdf()
+{
+    const QFileInfo proposed(proposedFile());
+    QFileDialog dialog(this, tr("Save as PDF"), proposed.path(), tr("PDF files (*.pdf)"));
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setDefaultSuffix(QStringLiteral("pdf"));
+    dialog.selectFile(proposed.fileName());
+    if (dialog.exec() != Accepted)
+        return;
+    try {
+        const QString path = dialog.selectedFiles().value(0);
+        m_pages.savePdf(path);
+        m_saved->setText(tr("Saved as %1.").arg(QDir::toNativeSeparators(path)));
+        m_saved->show();
+    } catch (const Failure& failure) {
+        showFailure(this, tr("Save as PDF"), QString::fromStdWString(failure.description()));
+    }
+}
+
+}

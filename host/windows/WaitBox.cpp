@@ -1,0 +1,162 @@
+#include "host/windows/WaitBox.h"
+
+#include <QApplication>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QScreen>
+#include <QVBoxLayout>
+#include <QWindow>
+
+namespace health {
+
+namespace {
+
+constexpr int TypedAhead = 500; // milliseconds: a key that comes sooner was meant for something else
+
+bool isInput(QEvent::Type type)
+{
+    switch (type) {
+    case QEvent::KeyPress:
+    case QEvent::KeyRelease:
+    case QEvent::Shortcut:
+    case QEvent::ShortcutOverride:
+    case QEvent::InputMethod:
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonRelease:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::MouseMove:
+    case QEvent::Wheel:
+    case QEvent::ContextMenu:
+    case QEvent::TouchBegin:
+    case QEvent::TouchUpdate:
+    case QEvent::TouchEnd:
+    case QEvent::TabletPress:
+    case QEvent::TabletMove:
+    case QEvent::TabletRelease:
+    case QEvent::DragEnter:
+    case QEvent::Drop:
+    case QEvent::Close:
+        return true;
+    default:
+        return false;
+    }
+}
+
+}
+
+// The window that waits: of a modal dialog's windows, those that belong to it take input. None while the program
+// starts.
+QWidget* WaitBox::ownerBy(QWidget& mainWindow)
+{
+    if (QWidget* const modal = QApplication::activeModalWidget())
+        return modal;
+    return mainWindow.isVisible() ? &mainWindow : nullptr;
+}
+
+WaitBox::WaitBox(QWidget& mainWindow, QWidget* owner)
+    : QFrame(owner, (owner ? Qt::Tool : Qt::Dialog) | Qt::CustomizeWindowHint | Qt::WindowTitleHint)
+    , m_mainWindow(mainWindow)
+    , m_text(new QLabel)
+    , m_bar(new QProgressBar)
+    , m_stop(new QPushButton)
+{
+    setAttribute(Qt::WA_ShowWithoutActivating, owner);
+    m_text->setTextFormat(Qt::PlainText);
+    m_text->setWordWrap(true);
+    m_text->setMinimumWidth(fontMetrics().horizontalAdvance(u'x') * 44);
+    m_bar->hide();
+    auto* const line = new QHBoxLayout;
+    line->addStretch();
+    line->addWidget(m_stop);
+    auto* const layout = new QVBoxLayout(this);
+    layout->addWidget(m_text);
+    layout->addWidget(m_bar);
+    layout->addLayout(line);
+    connect(m_stop, &QPushButton::clicked, this, &WaitBox::stopped);
+    // A server that has to be ended may take two seconds more: the user sees that the press was heard.
+    connect(this, &WaitBox::stopped, m_stop, [this] {
+        m_stop->setEnabled(false);
+        m_stop->repaint();
+    });
+    QCoreApplication::instance()->installEventFilter(this);
+}
+
+WaitBox::~WaitBox() { QCoreApplication::instance()->removeEventFilter(this); }
+
+void WaitBox::showProgress(int percent, const QString& text)
+{
+    setWindowTitle(tr("Preparing the clinical data"));
+    m_text->setText(text);
+    m_bar->setValue(percent);
+    m_bar->setAccessibleName(text);
+    m_bar->show();
+    m_stop->setText(tr("Cancel (Esc)"));
+    appear();
+}
+
+void WaitBox::showWaiting()
+{
+    setWindowTitle(tr("Personal Health"));
+    m_text->setText(tr("Still waiting for the server ..."));
+    m_stop->setText(tr("Stop waiting (Esc)"));
+    appear();
+}
+
+void WaitBox::appear()
+{
+    if (isVisible())
+        return;
+    setAccessibleName(windowTitle());
+    // An open list or menu would take the clicks.
+    while (QWidget* const popup = QApplication::activePopupWidget()) {
+        if (!popup->close())
+            break;
+    }
+    adjustSize();
+    const QWidget* const owner = parentWidget();
+    const QRect place = owner ? owner->frameGeometry() : screen()->availableGeometry();
+    move(place.center() - rect().center());
+    show();
+    // The pointer says that its button can be pressed.
+    if (QGuiApplication::overrideCursor())
+        QGuiApplication::changeOverrideCursor(Qt::BusyCursor);
+    m_shown.start();
+}
+
+bool WaitBox::isOwn(const QObject* watched) const
+{
+    return watched == this || watched == windowHandle()
+        || (watched->isWidgetType() && isAncestorOf(static_cast<const QWidget*>(watched)));
+}
+
+bool WaitBox::eventFilter(QObject* watched, QEvent* event)
+{
+    if (!isInput(event->type()) || !isVisible() || isOwn(watched))
+        return false;
+    if (event->type() == QEvent::Close)
+        return watched != &m_mainWindow && watched != m_mainWindow.windowHandle();
+    if (event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape
+        && m_shown.hasExpired(TypedAhead))
+        Q_EMIT stopped();
+    return true;
+}
+
+void WaitBox::keyPressEvent(QKeyEvent* event)
+{
+    const int key = event->key();
+    if (key != Qt::Key_Escape && key != Qt::Key_Return && key != Qt::Key_Enter)
+        return QFrame::keyPressEvent(event);
+    if (m_shown.hasExpired(TypedAhead))
+        Q_EMIT stopped();
+}
+
+void WaitBox::closeEvent(QCloseEvent* event)
+{
+    event->ignore();
+    Q_EMIT stopped();
+}
+
+}
