@@ -107,8 +107,8 @@ public:
 // A call that is about to be made.
 struct ExpectedCall {
     enum class Form {
-        Text,
-        List,
+        OneText, // by callText
+        Lines, // by callList
     };
 
     // What its reply is for. The server refuses to change a record that is not any more what its session has read for

@@ -11,7 +11,7 @@ namespace {
 void appendFields(Text& text, const RecordType& type, const LinePieces& pieces)
 {
     for (const SummaryField& field : type.fields)
-        appendField(text, field.caption, pieces[field.piece]);
+        appendField(text, field.caption, pieces[static_cast<std::size_t>(field.piece)]);
 }
 
 // "7 lbs", "1 lb": the plural goes by the text alone, and a blank follows in any case.
@@ -57,7 +57,7 @@ std::vector<const RecordType*> GridLoader::types() const
 
 ExpectedCall GridLoader::callOf(const RecordType& type) const
 {
-    return { type.isOnePerPatient() ? ExpectedCall::Form::Text : ExpectedCall::Form::List,
+    return { type.isOnePerPatient() ? ExpectedCall::Form::OneText : ExpectedCall::Form::Lines,
         Text(type.callPrefix) + L" GET",
         wholeText(m_patient.number) + (type.number == RecordTypeNumber::Reproductive ? L"^^1" : L""),
         ExpectedCall::Purpose::List };

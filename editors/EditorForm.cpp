@@ -51,7 +51,7 @@ Text EditorForm::readRecord(TextView call, TextView parameter)
 {
     const modShared::CallHint hint(m_shared,
         std::array {
-            ExpectedCall { ExpectedCall::Form::List, Text(call), Text(parameter), ExpectedCall::Purpose::Editor } });
+            ExpectedCall { ExpectedCall::Form::Lines, Text(call), Text(parameter), ExpectedCall::Purpose::Editor } });
     return readAnnounced(call, parameter);
 }
 

@@ -119,11 +119,11 @@ void frmAsthma::activate()
 {
     m_shared.desktop().processPendingEvents();
     // The registry's comment is asked for only where there is an entry; asked in vain it costs nothing.
-    std::vector<ExpectedCall> calls { { ExpectedCall::Form::Text, L"MEVVAST GETREG", patient() },
-        { ExpectedCall::Form::List, L"MEVVAST GETNOTE", patient() } };
+    std::vector<ExpectedCall> calls { { ExpectedCall::Form::OneText, L"MEVVAST GETREG", patient() },
+        { ExpectedCall::Form::Lines, L"MEVVAST GETNOTE", patient() } };
     if (!m_sIEN.empty())
         calls.insert(
-            calls.begin(), { ExpectedCall::Form::List, L"MEVVAST GET", L"^" + m_sIEN, ExpectedCall::Purpose::Editor });
+            calls.begin(), { ExpectedCall::Form::Lines, L"MEVVAST GET", L"^" + m_sIEN, ExpectedCall::Purpose::Editor });
     const modShared::CallHint hint(m_shared, calls);
     if (m_sIEN.empty())
         setCaption(L"Add Asthma Record");

@@ -58,8 +58,8 @@ void frmAsthmaReg::LoadReg()
 {
     const modShared::CallHint hint(m_shared,
         std::array {
-            ExpectedCall { ExpectedCall::Form::Text, L"MEVVAST GETREG", patient(), ExpectedCall::Purpose::Editor },
-            ExpectedCall { ExpectedCall::Form::List, L"MEVVAST GETNOTE", patient(), ExpectedCall::Purpose::Editor } });
+            ExpectedCall { ExpectedCall::Form::OneText, L"MEVVAST GETREG", patient(), ExpectedCall::Purpose::Editor },
+            ExpectedCall { ExpectedCall::Form::Lines, L"MEVVAST GETNOTE", patient(), ExpectedCall::Purpose::Editor } });
     const Text reply = m_shared.CallRpc(L"MEVVAST GETREG", patient());
     if (!reply.empty() && !m_shared.CheckRpcError(reply, L"")) {
         const LinePieces pieces(reply);

@@ -93,10 +93,10 @@ void frmPediatric::activate()
 
 void frmPediatric::LoadData()
 {
-    std::vector<ExpectedCall> calls { { ExpectedCall::Form::Text, L"MEVBMSR GET", patient(),
+    std::vector<ExpectedCall> calls { { ExpectedCall::Form::OneText, L"MEVBMSR GET", patient(),
         ExpectedCall::Purpose::Editor } };
     if (!m_shared.KnowsUserParam(UnitParameter))
-        calls.insert(calls.begin(), { ExpectedCall::Form::Text, L"MEVUTL GETPARM", Text(UnitParameter) });
+        calls.insert(calls.begin(), { ExpectedCall::Form::OneText, L"MEVUTL GETPARM", Text(UnitParameter) });
     const modShared::CallHint hint(m_shared, calls);
     const double option = leadingNumber(m_shared.GetUserParam(UnitParameter, L"0"));
     for (std::size_t unit = PoundsOunces + 1; unit < Units.size(); ++unit) {

@@ -162,7 +162,7 @@ void frmRepHist::LoadRepHist()
         return;
     const modShared::CallHint hint(m_shared,
         std::array {
-            ExpectedCall { ExpectedCall::Form::Text, L"MEVREP GET", patient(), ExpectedCall::Purpose::Editor } });
+            ExpectedCall { ExpectedCall::Form::OneText, L"MEVREP GET", patient(), ExpectedCall::Purpose::Editor } });
     const Text reply = m_shared.CallRpc(L"MEVREP GET", patient());
     if (m_shared.CheckRpcError(reply, L"Error Loading Reproductive Factors")) {
         SetWomensHealthEnabled(false);

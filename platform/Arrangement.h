@@ -32,11 +32,11 @@ struct Arrangement {
         , control(&single)
     {
     }
-    Arrangement(Kind kind, std::vector<Arrangement> children, Control* control = nullptr, Label* label = nullptr)
-        : kind(kind)
-        , control(control)
-        , label(label)
-        , children(std::move(children))
+    Arrangement(Kind whole, std::vector<Arrangement> parts, Control* itsControl = nullptr, Label* itsLabel = nullptr)
+        : kind(whole)
+        , control(itsControl)
+        , label(itsLabel)
+        , children(std::move(parts))
     {
     }
 };

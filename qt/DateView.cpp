@@ -46,7 +46,7 @@ DateView::DateView(mevZvDate& date, QtDesktop& desktop)
 
 void DateView::mirror(Change change)
 {
-    if (change == Change::Text)
+    if (change == Change::Entry)
         m_line->setText(toQString(m_control.shown()));
     else if (change == Change::Options)
         mirrorOptions();

@@ -23,7 +23,7 @@ void TextBoxView::mirror(Change change)
     if (change == Change::AllSelected)
         selectAll();
     const QString text = toQString(m_control.text());
-    if (change != Change::Text || text == QLineEdit::text())
+    if (change != Change::Entry || text == QLineEdit::text())
         return;
     setText(text);
     // Who is typing goes on behind the text; of a long name elsewhere the beginning is seen.
@@ -96,7 +96,7 @@ void TextAreaView::mirror(Change change)
 {
     if (change == Change::AllSelected)
         selectAll();
-    if (change == Change::Text && toPlainText() != withLineFeeds(m_control.text()))
+    if (change == Change::Entry && toPlainText() != withLineFeeds(m_control.text()))
         setPlainText(withLineFeeds(m_control.text()));
 }
 

@@ -38,11 +38,11 @@ public:
     }
 
     // A number of at most `most` digits; the count of its digits goes into `digits`.
-    std::optional<int> number(int most, int& digits)
+    std::optional<int> number(std::size_t most, std::size_t& digits)
     {
         int value = 0;
         digits = 0;
-        while (static_cast<std::size_t>(digits) < m_rest.size() && isDigit(m_rest[digits])) {
+        while (digits < m_rest.size() && isDigit(m_rest[digits])) {
             if (digits == most)
                 return std::nullopt;
             value = value * 10 + (m_rest[digits++] - L'0');
@@ -53,9 +53,9 @@ public:
         return value;
     }
 
-    std::optional<int> number(int most)
+    std::optional<int> number(std::size_t most)
     {
-        int digits = 0;
+        std::size_t digits = 0;
         return number(most, digits);
     }
 
@@ -92,7 +92,7 @@ int monthNamed(TextView word)
 
 std::optional<int> readYear(Scanner& scanner)
 {
-    int digits = 0;
+    std::size_t digits = 0;
     const auto year = scanner.number(4, digits);
     if (!year || digits == 1 || digits == 3)
         return std::nullopt;

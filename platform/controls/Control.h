@@ -36,7 +36,7 @@ enum class Change {
     Layout, // columns of a grid
     ColumnsSized, // to their contents
     ScrolledTo,
-    Text,
+    Entry, // the text of a field
     Value, // of an option, a check box, a list's checks, an up-down
     Options, // of a date
     ForeColour,

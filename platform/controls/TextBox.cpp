@@ -8,7 +8,7 @@ void TextBox::setText(TextView text)
         return;
     m_text = text;
     m_allSelected = false;
-    notify(Change::Text);
+    notify(Change::Entry);
     raise(Changed);
 }
 

@@ -121,7 +121,7 @@ void mevZvDate::setValue(TextView value)
     m_typed.reset();
     m_value = value;
     if (before != m_value)
-        notify(Change::Text);
+        notify(Change::Entry);
 }
 
 void mevZvDate::type(TextView text)

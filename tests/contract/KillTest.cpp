@@ -64,7 +64,7 @@ TEST(Kills, AcknowledgedSavesAreThereOnce)
             ++kills;
     }
     EXPECT_EQ(kills, Kills);
-    std::printf("%d servers killed in %.1f s\n", kills, started.elapsed() / 1000.0);
+    std::printf("%d servers killed in %.1f s\n", kills, static_cast<double>(started.elapsed()) / 1000);
 
     std::map<Text, int> acknowledged;
     for (const auto& saver : savers) {

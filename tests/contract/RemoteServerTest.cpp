@@ -78,7 +78,7 @@ TEST_F(Remote, CallsThatAreAskedAheadAreAnsweredAtOnce)
     for (int round = 0; round < 5; ++round) {
         std::vector<ExpectedCall> calls;
         for (const TextView name : { L"MEVVELD GET", L"MEVVAST GET", L"MEVVTXC GET", L"MEVREF GET" })
-            calls.push_back({ ExpectedCall::Form::List, Text(name), L"1" });
+            calls.push_back({ ExpectedCall::Form::Lines, Text(name), L"1" });
         remote.session.expectCalls(calls);
         for (const ExpectedCall& call : calls)
             EXPECT_TRUE(remote.session.callList(call.name, call.parameter).ends_with(L"\r\n")) << narrow(call.name);

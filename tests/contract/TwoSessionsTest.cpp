@@ -122,7 +122,7 @@ protected:
 };
 
 INSTANTIATE_TEST_SUITE_P(
-    Kinds, TwoSessions, testing::ValuesIn(Kinds), [](const auto& info) { return std::string(info.param.name); });
+    Kinds, TwoSessions, testing::ValuesIn(Kinds), [](const auto& row) { return std::string(row.param.name); });
 
 TEST_P(TwoSessions, SaveOfWhatAnotherHasChangedIsRefused)
 {
@@ -161,7 +161,7 @@ TEST_P(TwoSessions, SaveOfWhatAnotherHasChangedIsRefused)
     if (isRegistry) { // of which two calls read a part each
         const auto half = opened();
         own.session.expectCalls(std::array {
-            ExpectedCall { ExpectedCall::Form::List, L"MEVVAST GETNOTE", L"11", ExpectedCall::Purpose::Editor } });
+            ExpectedCall { ExpectedCall::Form::Lines, L"MEVVAST GETNOTE", L"11", ExpectedCall::Purpose::Editor } });
         EXPECT_EQ(save(*half), told);
     }
 }

@@ -383,12 +383,12 @@ protected:
 
     static ExpectedCall list(TextView name, TextView parameter)
     {
-        return { ExpectedCall::Form::List, Text(name), Text(parameter), ExpectedCall::Purpose::Editor };
+        return { ExpectedCall::Form::Lines, Text(name), Text(parameter), ExpectedCall::Purpose::Editor };
     }
 };
 
 INSTANTIATE_TEST_SUITE_P(
-    Hints, ExpectedCalls, testing::Bool(), [](const auto& info) { return info.param ? "on" : "off"; });
+    Hints, ExpectedCalls, testing::Bool(), [](const auto& row) { return row.param ? "on" : "off"; });
 
 TEST_P(ExpectedCalls, GiveTheSameRepliesInTheirOrder)
 {

@@ -9,7 +9,10 @@ namespace {
 
 using Purpose = ExpectedCall::Purpose;
 
-ExpectedCall call(TextView name, Purpose purpose) { return { ExpectedCall::Form::Text, Text(name), L"12", purpose }; }
+ExpectedCall call(TextView name, Purpose purpose)
+{
+    return { ExpectedCall::Form::OneText, Text(name), L"12", purpose };
+}
 
 TEST(ReadMarks, ChangeNamesTheRepliesThatFormsHold)
 {

@@ -124,8 +124,8 @@ struct ScriptedEncounter : Encounter {
 };
 
 struct ScriptedPrint : PrintPreview {
-    explicit ScriptedPrint(Transcript& transcript)
-        : transcript(transcript)
+    explicit ScriptedPrint(Transcript& shared)
+        : transcript(shared)
     {
     }
     Transcript& transcript;
@@ -177,7 +177,7 @@ public:
         expected.clear();
         for (const ExpectedCall& c : calls)
             expected.push_back(
-                (c.form == ExpectedCall::Form::Text ? L"call " : L"list ") + c.name + L"(" + c.parameter + L")");
+                (c.form == ExpectedCall::Form::OneText ? L"call " : L"list ") + c.name + L"(" + c.parameter + L")");
     }
     Text callText(TextView name, TextView parameter) override { return call(name, parameter, L"call "); }
     Text callList(TextView name, TextView parameter) override { return call(name, parameter, L"list "); }

@@ -69,10 +69,10 @@ protected:
         const auto* const types = window->findChild<QComboBox*>();
         const int index = types->findText(type);
         ASSERT_GT(index, 0) << type.toStdString();
-        QStringList keys { "key", "Home" };
+        QStringList presses { "key", "Home" };
         for (int i = 0; i < index; ++i)
-            keys.append("Down");
-        pressKeys(keys);
+            presses.append("Down");
+        pressKeys(presses);
         ASSERT_TRUE(waitUntil([&] { return types->currentIndex() == index; }));
         pressKeysInDialogs(QStringList { "key alt+a" } + groups);
         ASSERT_TRUE(waitForKeys());
