@@ -1,7 +1,7 @@
-// Every form, opened on any reply and filled with any text: no reply is a fault of the form, it saves a record of the
-// right number of pieces, once, and closes exactly when the server took it; what a lookup gives comes from the reply.
+// Every form, opened on any reply and filled with any text: no reply makes it fail, it saves a record of the right
+// number of pieces at most once, and it closes exactly when the server accepts the save.
 // Input: the form's letter, its reply, a second reply (registry note, weight unit), the reply to a lookup, the reply to
-// the save, choices as letters, then the texts that are typed, field by field (empty: the field is left alone).
+// the save, choices as letters, then the texts to type, field by field (empty: leave the field alone).
 #include "fuzz/FuzzInput.h"
 #include "lookups/frmLookupImm.h"
 #include "tests/support/Editors.h"
@@ -53,7 +53,7 @@ public:
         for (const Text& save : saves)
             require(std::count(save.begin(), save.end(), L'^') + 1 == pieces, "a saved record has its pieces", save);
         const bool taken = !saves.empty() && modShared::RpcErrorCode(m_saveReply) == 0;
-        require(form.isOpen() != taken, "a form closes when the server took the record", m_saveReply);
+        require(form.isOpen() != taken, "a form closes when the server accepts the record", m_saveReply);
         checkFaults();
     }
 
@@ -69,17 +69,18 @@ public:
         const bool chosen = dialog.frmLookup::RunQuery(choice(LookupTableNumber::Patient), m_input.next(), true, L"*");
         for (const Text& call : m_host.lines({ L"list " }))
             require(std::count(call.begin(), call.end(), L'^') == 8, "a search has nine pieces", call);
-        require(!chosen || m_lookupReply.find(dialog.m_sRecId) != Text::npos, "what is chosen comes from a line");
+        require(
+            !chosen || m_lookupReply.find(dialog.m_sRecId) != Text::npos, "the choice comes from a line of the reply");
         checkFaults();
     }
 
 private:
-    // A text that is no date is no fault of the program.
+    // A text that is not a date is no failure of the program.
     void checkFaults()
     {
         for (const Text& box : m_host.boxes())
             require(!box.starts_with(L"box [System Error]") || box.ends_with(L"\" is not a date."),
-                "no reply is a fault of the form", box);
+                "no reply makes a form fail", box);
     }
 
     int choice(int count)
@@ -91,7 +92,7 @@ private:
         return static_cast<int>(letter % static_cast<unsigned>(count));
     }
 
-    // No form is asked to take a "^" out of every field: their tests name those that do.
+    // Without "^": not every field removes it; the forms' tests name those that do.
     Text nextText()
     {
         Text text = m_input.next();

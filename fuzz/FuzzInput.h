@@ -1,4 +1,4 @@
-// What the fuzz targets share: inputs that can be read and written by hand, and properties that must hold.
+// Shared by the fuzz targets: inputs that can be read and written by hand, and properties that must hold.
 #pragma once
 
 #include "api/Utf8.h"
@@ -11,7 +11,7 @@
 
 namespace health::fuzz {
 
-// An input as texts parted by form feeds. Bytes that are no UTF-8 become U+FFFD, as in the session.
+// An input as texts separated by form feeds. Bytes that are not UTF-8 become U+FFFD, as in the session.
 class Sections {
 public:
     Sections(const std::uint8_t* data, std::size_t size)
@@ -19,7 +19,7 @@ public:
     {
     }
 
-    // The next section's bytes; empty when there are no more.
+    // The next section's bytes; empty after the last.
     std::string_view nextBytes()
     {
         const std::size_t end = m_rest.find('\f');
@@ -30,8 +30,7 @@ public:
 
     Text next() { return widen(nextBytes()); }
 
-    // A number from 0 to `count` - 1 by the next section's first byte, so that "0" to "9" and "a" on mean what they
-    // say.
+    // A number from 0 to `count` - 1: the next section's first byte, "0" to "9", then "a" on for 10 and more.
     int nextChoice(int count)
     {
         const std::string_view section = nextBytes();
@@ -45,7 +44,7 @@ private:
     std::string_view m_rest;
 };
 
-// Letters without their case, also those of which only one case has a partner.
+// The letters without their case, including those that have only one case mapping.
 inline Text folded(TextView text)
 {
     Text result(text);
@@ -54,7 +53,7 @@ inline Text folded(TextView text)
     return result;
 }
 
-// Ends the run, which makes the fuzzer keep the input.
+// A violation ends the run, so that the fuzzer keeps the input.
 inline void require(bool holds, const char* property, TextView about = {})
 {
     if (holds)

@@ -30,7 +30,7 @@ protected:
     }
 };
 
-TEST_F(CommandState, WhoMayEditWhat)
+TEST_F(CommandState, EditableTypesDependOnTheKeys)
 {
     constexpr TextView NoKey = L"0|0|0|0^0~";
     for (const auto& [key, security, types] :
@@ -50,7 +50,7 @@ TEST_F(CommandState, WhoMayEditWhat)
     EXPECT_EQ(addable(), L"534276"); // a provider's, in the order of the names
 }
 
-TEST_F(CommandState, AddingNeedsAVisitButForThreeTypes)
+TEST_F(CommandState, AddingNeedsAVisitExceptForThreeTypes)
 {
     host.encounter->usable = false;
     openChild();
@@ -62,7 +62,7 @@ TEST_F(CommandState, AddingNeedsAVisitButForThreeTypes)
     control.cboType.choose(1);
     EXPECT_EQ(control.mnuCmd[kalmevRepHistCtrl::Add].detail(), L"");
     host.encounter->usable = true;
-    control.encounterEvents().Committed(); // the visit has come: no new choice is needed
+    control.encounterEvents().Committed(); // a visit was opened: no new choice is needed
     EXPECT_TRUE(control.cmd[kalmevRepHistCtrl::Add].isEnabled());
     EXPECT_EQ(control.mnuCmd[kalmevRepHistCtrl::Add].detail(), L"Asthma Status");
 }
@@ -71,8 +71,7 @@ TEST_F(CommandState, LockedRecordsAndVisitDetail)
 {
     host.session->reply(L"MEVVELD GET", L"1^1^3260310|81^A\r\n2^0^3260310|82^B\r\n3^2^3260310^C\r\n");
     open(12);
-    const std::pair<int, TextView> cases[] = { { 0, L"---V" }, { 1, L"-EDV" }, { 2, L"-ED-" } };
-    for (const auto& [row, commands] : cases) {
+    for (const auto& [row, commands] : { std::pair { 0, L"---V" }, { 1, L"-EDV" }, { 2, L"-ED-" } }) {
         control.fgData.choose(row);
         EXPECT_EQ(enabledCommands(), commands) << row;
     }
@@ -94,7 +93,7 @@ TEST_F(CommandState, RightButtonSelectsTheRowUnderTheMouseFirst)
         (Transcript { L"list MEVUTL GETRPT(82)", L"preview [Visit Detail||||80|11] REPORT\r\n" }));
     control.cboType.selectItemData(4);
     host.encounter->usable = false;
-    control.fgData.releaseMouse(MouseButton::Right, 1); // the menu shows how things stand, on the same row too
+    control.fgData.releaseMouse(MouseButton::Right, 1); // the menu is up to date on the same row too
     EXPECT_EQ(enabledCommands(), L"-EDV");
     for (const int beside : { -1, 2 }) {
         control.fgData.choose(1);

@@ -45,7 +45,7 @@ TEST_F(GridLoad, CallsInTheirFixedOrderAndAsAnnounced)
     }
 }
 
-TEST_F(GridLoad, WhatIsOfferedDependsOnSexAndAge)
+TEST_F(GridLoad, OfferedTypesDependOnSexAndAge)
 {
     open(0);
     for (const auto& [sex, age, types] : { std::tuple<TextView, TextView, TextView> { L"F", L"4", L"0534276" },
@@ -61,53 +61,27 @@ TEST_F(GridLoad, WhatIsOfferedDependsOnSexAndAge)
     EXPECT_EQ(control.cboType.listIndex(), 2);
 }
 
-TEST_F(GridLoad, ReproductiveRow)
-{
-    open(0);
-    EXPECT_EQ(summaryOf(L"MEVREP GET", L"g3p2lc1sa0ta0^01/05/2026^ORAL CONTRACEPTIVES^12/01/2025^SONOGRAM^10/12/2026"),
-        L"G3P2LC1SA0TA0; LMP=01/05/2026; Contraceptive Method=Oral Contraceptives; Pregnant: Est. Delivery=10/12/2026; "
-        L"Determined by=Sonogram");
-    EXPECT_EQ(summaryOf(L"MEVREP GET", L"^"), L"");
-    EXPECT_EQ(summaryOf(L"MEVREP GET", L"^^IUD"), L"Contraceptive Method=Iud"); // an empty first piece adds no "; "
-    EXPECT_EQ(row(0), L"Reproductive|Contraceptive Method=Iud|12|||1");
-    EXPECT_EQ(control.fgData.rowData(0), L"REPR");
-}
-
-TEST_F(GridLoad, BirthRow)
-{
-    open(0);
-    const std::pair<TextView, TextView> cases[] = {
-        { L"7^2^3.2^3231^^^^^^1^6M^2W^5M^SMITH,ANNA|44",
-            L"Birth Weight=7 lbs 2 ozs (3.2 kgs) ; Birth Order=1; Formula Started=6m; Breast Stopped=2w; Solids "
-            L"Started=5m; "
-            L"Mother=Smith,Anna" },
-        { L"1^1^1", L"Birth Weight=1 lb 1 oz (1 kg) " },
-        { L"^0", L"Birth Weight= lbs 0 ozs " },
-        { L"1.0", L"Birth Weight=1.0 lbs " },
-        { L"7^^^3200^^^^^^", L"Birth Weight=7 lbs " },
-        { L"7^^^^^^^^^^^^^MUÑOZ, ÁNGEL|1", L"Birth Weight=7 lbs ; Mother=Muñoz, Ángel" },
-    };
-    for (const auto& [reply, summary] : cases)
-        EXPECT_EQ(summaryOf(L"MEVBMSR GET", reply, L"M"), summary);
-    EXPECT_EQ(row(0), L"Birth Measurements|Birth Weight=7 lbs ; Mother=Muñoz, Ángel|12|||3");
-    EXPECT_EQ(control.fgData.rowData(0), L"BMSR");
-}
-
-TEST_F(GridLoad, ListRows)
+TEST_F(GridLoad, RowOfEachType)
 {
     const std::tuple<TextView, TextView, TextView, TextView> cases[] = {
+        { L"MEVREP GET", L"g3p2lc1sa0ta0^01/05/2026^ORAL CONTRACEPTIVES^12/01/2025^SONOGRAM^10/12/2026",
+            L"Reproductive|G3P2LC1SA0TA0; LMP=01/05/2026; Contraceptive Method=Oral Contraceptives; Pregnant: Est. "
+            L"Delivery=10/12/2026; Determined by=Sonogram|12|||1",
+            L"REPR" },
+        { L"MEVBMSR GET", L"7^2^3.2^3231^^^^^^1^6M^2W^5M^SMITH,ANNA|44",
+            L"Birth Measurements|Birth Weight=7 lbs 2 ozs (3.2 kgs) ; Birth Order=1; Formula Started=6m; Breast "
+            L"Stopped=2w; Solids Started=5m; Mother=Smith,Anna|12|||3",
+            L"BMSR" },
         { L"MEVVIF GET", replies::Feeding, L"Infant Feeding|03/10/2026 14:30: 1/2 Breast & 1/2 Formula|45|812|1|2",
             L"IF^45" },
-        { L"MEVVELD GET", L"9^^3260310|81^INDEPENDENT|I^NEEDS HELP^^TOTALLY DEPENDENT^^^A^B^C^D^E^F^DECLINE^NO\r\n",
+        { L"MEVVELD GET", L"9^^3260310|81^INDEPENDENT|I^NEEDS HELP^R^TOTALLY DEPENDENT^F^O^A^B^C^D^E^T^DECLINE^NO\r\n",
             L"Functional Status|03/10/2026: Status Change=Decline; Caregiver=No; Toileting=Independent; Bathing=Needs "
-            L"Help; "
-            L"Transfers=Totally Dependent; Finances=A; Cooking=B; Shopping=C; Chores=D; Meds=E; "
-            L"Transportation=F|9|81||4",
+            L"Help; Dressing=R; Transfers=Totally Dependent; Feeding=F; Continence=O; Finances=A; Cooking=B; "
+            L"Shopping=C; Chores=D; Meds=E; Transportation=T|9|81||4",
             L"FS^9" },
         { L"MEVVAST GET", replies::Asthma,
             L"Asthma Status|03/10/2026: Severity=Mild Persistent; FEV=90; FEF=80; PEF=450; ETS=Yes; Particulates=No; "
-            L"Dust Mites=Yes; "
-            L"Mgt. Plan=No|3|81||5",
+            L"Dust Mites=Yes; Mgt. Plan=No|3|81||5",
             L"AS^3" },
         { L"MEVVTXC GET", replies::Contract,
             L"Tx Contract|01/05/2026 10:00: Initiated=02/01/2026; Type=Pain; Provider=Oak,Kit J|45|81||6", L"TXC^45" },
@@ -119,7 +93,7 @@ TEST_F(GridLoad, ListRows)
     open(0);
     for (const auto& [call, reply, line, key] : cases) {
         host.session->reply(call, reply);
-        commitPatient(12, L"M", L"3");
+        commitPatient(12, L"F", L"3");
         ASSERT_EQ(control.fgData.rowCount(), 1) << narrow(call);
         EXPECT_EQ(row(0), line);
         EXPECT_EQ(control.fgData.rowData(0), key);
@@ -127,40 +101,43 @@ TEST_F(GridLoad, ListRows)
     }
 }
 
-TEST_F(GridLoad, RefusalTexts)
+TEST_F(GridLoad, SummariesOfIncompleteAndOddRecords)
 {
     open(0);
-    const std::pair<TextView, TextView> cases[] = { { L"1^^^EKG^7^EKG\r\n", L"EKG" },
-        { L"1^^^PAP SMEAR^7\r\n", L"PAP SMEAR" }, { L"1^^^EKG,STAT CARE^7^12 LEAD\r\n", L"12 LEAD (Ekg,stat Care)" },
-        { L"1^^^^^^^^^^^only a comment|x\r\n", L"Comment=only a comment" },
-        { L"1^^^LAB^2^GLUCOSE^^^no date\r\n", L"GLUCOSE (Lab)" } };
-    for (const auto& [reply, summary] : cases)
-        EXPECT_EQ(summaryOf(L"MEVREF GET", reply), summary);
+    for (const auto& [call, reply, summary] : {
+             std::tuple<TextView, TextView, TextView> { L"MEVREP GET", L"^", L"" },
+             { L"MEVREP GET", L"^^IUD", L"Contraceptive Method=Iud" }, // an empty first piece adds no "; "
+             { L"MEVBMSR GET", L"1^1^1", L"Birth Weight=1 lb 1 oz (1 kg) " },
+             { L"MEVBMSR GET", L"^0", L"Birth Weight= lbs 0 ozs " },
+             { L"MEVBMSR GET", L"1.0^^^^^^^^^^^^^MUÑOZ, ÁNGEL|1", L"Birth Weight=1.0 lbs ; Mother=Muñoz, Ángel" },
+             { L"MEVREF GET", L"1^^^EKG^7^EKG\r\n", L"EKG" },
+             { L"MEVREF GET", L"1^^^PAP SMEAR^7\r\n", L"PAP SMEAR" },
+             { L"MEVREF GET", L"1^^^EKG,STAT CARE^7^12 LEAD\r\n", L"12 LEAD (Ekg,stat Care)" },
+             { L"MEVREF GET", L"1^^^^^^^^^^^only a comment|x\r\n", L"Comment=only a comment" },
+             { L"MEVREF GET", L"1^^^LAB^2^GLUCOSE^^^no date\r\n", L"GLUCOSE (Lab)" },
+             { L"MEVVELD GET", L"1^^3260310^|only a code\r\n", L"03/10/2026: " },
+         })
+        EXPECT_EQ(summaryOf(call, reply), summary);
 }
 
 TEST_F(GridLoad, GarbledRepliesAddWhatCanBeRead)
 {
     open(0);
-    const std::pair<TextView, std::size_t> cases[] = { { L"", 0 }, { L"no line end", 0 }, { L"1^^^A\r\n2^^^B", 1 },
-        { L"\r\n", 1 }, { L"^^^\r\n", 1 }, { L"1^^^A\r2^^^B\r\n", 1 }, { L"1\r\n2\r\n3\r\n", 3 } };
-    for (const auto& [reply, rows] : cases) {
+    Text wide = L"1^^3260310";
+    for (int i = 0; i < 1000; ++i)
+        wide += L"^x|";
+    EXPECT_TRUE(summaryOf(L"MEVVAST GET", wide + L"\r\n").ends_with(L"; Mgt. Plan=X"));
+    for (const auto& [reply, rows] : { std::pair<TextView, std::size_t> { L"", 0 }, { L"no line end", 0 },
+             { L"1^^^A\r\n2^^^B", 1 }, { L"\r\n", 1 }, { L"1^^^A\r2^^^B\r\n", 1 }, { L"1\r\n2\r\n3\r\n", 3 } }) {
         host.session->reply(L"MEVVELD GET", reply);
         commitPatient(12, L"M");
         EXPECT_EQ(summaries().size(), rows) << narrow(reply);
         EXPECT_EQ(control.fgData.hint(), rows == 0 ? L"No personal health records." : L"");
     }
-    Text wide = L"1^^3260310";
-    for (int i = 0; i < 10000; ++i)
-        wide += L"^x|";
-    host.session->reply(L"MEVVELD GET", L"");
-    EXPECT_EQ(summaryOf(L"MEVVAST GET", wide + L"\r\n", L"M", L"40"),
-        L"03/10/2026: Severity=X; FEV=X; FEF=X; PEF=X; ETS=X; Particulates=X; Dust Mites=X; Mgt. Plan=X");
-    host.session->reply(L"MEVVAST GET", L"");
-    EXPECT_EQ(summaryOf(L"MEVVELD GET", L"1^^3260310^|only a code\r\n", L"M"), L"03/10/2026: ");
     EXPECT_TRUE(host.boxes().empty());
 }
 
-TEST_F(GridLoad, UnreadTypesAreNamedAndTheOthersListed)
+TEST_F(GridLoad, FailedCallsAreNamedAndTheOtherTypesListed)
 {
     host.session->reply(L"MEVREP GET", L"-1^Reproductive data are locked.");
     host.session->reply(L"MEVVELD GET", L"-2\r\n");
@@ -179,7 +156,7 @@ TEST_F(GridLoad, UnreadTypesAreNamedAndTheOthersListed)
     EXPECT_EQ(control.fgData.hint(), L"");
 }
 
-TEST_F(GridLoad, WithoutTheServerNoFurtherCallIsMadeAndNoRowStays)
+TEST_F(GridLoad, LostServerStopsTheCallsAndEmptiesTheList)
 {
     host.session->reply(L"MEVREP GET", L"G1P1");
     open(12);
@@ -196,33 +173,27 @@ TEST_F(GridLoad, WithoutTheServerNoFurtherCallIsMadeAndNoRowStays)
     }
 }
 
-TEST_F(GridLoad, RunTimeFailureLeavesNoHalfList)
+TEST_F(GridLoad, FailureLeavesNoPartialList)
 {
     host.session->reply(L"MEVVELD GET", L"5^^^A\r\n");
     open(12);
-    // Failures that no call wrapper catches: before the rows and after them.
-    const std::pair<const char*, std::function<void(bool)>> failures[] = {
-        { "patient", [&](bool fails) { host.patient->fails = fails; } },
-        { "visit", [&](bool fails) { host.encounter->fails = fails; } },
-    };
-    for (const auto& [name, setFailing] : failures) {
+    // Failures before the rows and after them, which no call wrapper catches.
+    for (bool* const fails : { &host.patient->fails, &host.encounter->fails }) {
         host.transcript.clear();
-        setFailing(true);
+        *fails = true;
         control.fgData.choose(0);
         host.session->push(L"REFRESH");
         const Transcript boxes = host.boxes();
         EXPECT_EQ(std::count(boxes.begin(), boxes.end(),
                       L"box [System Error] Error in module kalmevRepHistCtrl at LoadGrid\r\n\r\nThe host is gone."),
-            1)
-            << name;
-        EXPECT_LE(boxes.size(), 3u) << name; // none for each row and field that goes with the list
-        EXPECT_EQ(summaries(), Transcript { L"Patient Not Selected" }) << name;
-        EXPECT_EQ(control.fgData.row(), -1) << name;
-        setFailing(false);
+            1);
+        EXPECT_LE(boxes.size(), 3u); // not one for each row and field
+        EXPECT_EQ(summaries(), Transcript { L"Patient Not Selected" });
+        EXPECT_EQ(control.fgData.row(), -1);
         EXPECT_TRUE(control.fgData.isDrawing());
-        // The subscriptions stay: the next event loads again.
-        host.session->push(L"VXR.12.VELD");
-        EXPECT_EQ(summaries(), Transcript { L"Toileting=A" }) << name;
+        *fails = false;
+        host.session->push(L"VXR.12.VELD"); // still subscribed
+        EXPECT_EQ(summaries(), Transcript { L"Toileting=A" });
     }
 }
 

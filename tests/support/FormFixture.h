@@ -9,7 +9,7 @@
 
 namespace health::test {
 
-// A form on a scripted host: opened as the desktop does it, then acted on at its controls.
+// A form on a scripted host, opened as the desktop opens it and operated by its controls.
 template<typename EditorForm>
 class FormFixture : public testing::Test {
 protected:
@@ -19,6 +19,8 @@ protected:
         host.patient->patientNumber = 12;
         host.transcript.clear();
     }
+
+    void reply(TextView call, TextView text) { host.session->reply(call, text); }
 
     void open()
     {
@@ -33,7 +35,7 @@ protected:
         date.enter(text, host.desktop.today);
     }
 
-    // The user enters a box and types over what is there.
+    // Enters a box and types over its text.
     void typeInto(TextBox& box, TextView text)
     {
         form.moveFocus(box);
@@ -41,7 +43,7 @@ protected:
         box.type(text);
     }
 
-    // Whether a box lets go of what was typed into it.
+    // Whether the box can be left after the text was typed.
     bool accepts(TextBox& box, TextView text)
     {
         typeInto(box, text);
