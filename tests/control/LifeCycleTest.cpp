@@ -39,21 +39,6 @@ TEST_F(LifeCycle, StartAsksForTheKeysAndShowSubscribesAfterLoading)
     EXPECT_TRUE(host.transcript.empty());
 }
 
-TEST_F(LifeCycle, PatientChangeMovesTheSubscriptions)
-{
-    open(12);
-    host.transcript.clear();
-    commitPatient(34);
-    const Transcript expected { L"unregister VXR.12", L"unregister REFUSAL.12", L"register VXR.34",
-        L"register REFUSAL.34" };
-    EXPECT_EQ(host.lines({ L"register", L"unregister" }), expected);
-    commitPatient(0);
-    EXPECT_EQ(host.session->subscriptions(), std::multiset<Text> { L"REFRESH" });
-    host.transcript.clear();
-    commitPatient(0);
-    EXPECT_TRUE(host.lines({ L"register", L"unregister" }).empty());
-}
-
 TEST_F(LifeCycle, WithoutAPatientTheGridSaysSo)
 {
     host.session->reply(L"MEVVELD GET", L"7^^^NEEDS HELP\r\n");
@@ -67,9 +52,11 @@ TEST_F(LifeCycle, WithoutAPatientTheGridSaysSo)
     EXPECT_FALSE(control.cboType.isVisible());
     control.fgData.choose(0);
     EXPECT_EQ(enabledCommands(), L"----");
+    EXPECT_EQ(host.session->subscriptions(), std::multiset<Text> { L"REFRESH" });
     host.transcript.clear();
     host.session->push(L"REFRESH");
-    EXPECT_TRUE(host.calls().empty());
+    commitPatient(0);
+    EXPECT_TRUE(host.lines({ L"call", L"list", L"register", L"unregister" }).empty());
     commitPatient(12);
     EXPECT_FALSE(control.fgData.column(0).hidden);
 }
@@ -205,6 +192,7 @@ TEST_F(LifeCycle, RowsOfTheCurrentVisitAreHighlighted)
         return blue;
     };
     EXPECT_EQ(colours(), (std::vector { true, false, false })); // 812 is another visit
+    EXPECT_EQ(summaries().back(), L"03/03/2026: Toileting=C");
     host.encounter->visit = 0;
     host.transcript.clear();
     control.encounterEvents().Committed();

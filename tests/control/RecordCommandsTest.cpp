@@ -25,26 +25,6 @@ protected:
     }
 };
 
-TEST_F(RecordCommands, EditorGetsRecordAndVisitOfTheRow)
-{
-    openChild();
-    host.desktop.inForms.push_back([](Form& form) {
-        EXPECT_EQ(dynamic_cast<frmInf&>(form).m_sIEN, L"5");
-        EXPECT_EQ(dynamic_cast<frmInf&>(form).m_sVisit, L"81");
-    });
-    host.encounter->preparations.clear();
-    click(2, Edit);
-    EXPECT_EQ(host.lines({ L"show" }), Transcript { L"show frmInf" });
-    for (const int flags : host.encounter->preparations)
-        EXPECT_EQ(flags, 12); // the row has its visit: nobody is asked
-    click(0, Edit);
-    EXPECT_EQ(host.lines({ L"show" }), Transcript { L"show frmRepHist" });
-    control.fgData.choose(1);
-    host.transcript.clear();
-    control.mnuCmd[Edit].choose(); // as the button does
-    EXPECT_EQ(host.lines({ L"show" }), Transcript { L"show frmPediatric" });
-}
-
 // The editor's record and visit.
 template<typename Editor>
 Text idsOf(Form& form)
@@ -81,25 +61,57 @@ TEST_F(RecordCommands, EachTypeOpensItsEditor)
     }
 }
 
-TEST_F(RecordCommands, RegistryAndViewerFollowTheKeys)
+TEST_F(RecordCommands, RowsOpenByButtonMenuAndDoubleClick)
+{
+    openChild();
+    host.encounter->preparations.clear();
+    Text ids;
+    const auto look = [&](Form& form) {
+        ids = idsOf<frmInf>(form);
+        host.session->reply(L"MEVREP GET", L"G2");
+        host.session->push(L"VXR.12.REP"); // reloads while the editor is open
+    };
+    for (const auto& act : std::initializer_list<std::function<void()>> { [this] { control.cmd[Edit].click(); },
+             [this] { control.mnuCmd[Edit].choose(); }, [this] { control.fgData.doubleClick(2); } }) {
+        ids.clear();
+        host.desktop.inForms = { look };
+        control.fgData.choose(2);
+        host.transcript.clear();
+        act();
+        EXPECT_EQ(ids, L"5/81");
+        EXPECT_EQ(host.lines({ L"show" }), Transcript { L"show frmInf" });
+    }
+    for (const int flags : host.encounter->preparations)
+        EXPECT_EQ(flags, 12); // the row has a visit: the user is not asked for one
+    EXPECT_EQ(control.fgData.text(0, GridColumn::Summary), L"G2");
+    EXPECT_EQ(control.fgData.row(), 2);
+    host.session->reply(L"MEVVIF GET", L"5^1^3260310|81^X\r\n"); // locked
+    host.session->push(L"REFRESH");
+    host.transcript.clear();
+    control.fgData.doubleClick(2);
+    EXPECT_TRUE(host.lines({ L"show" }).empty());
+}
+
+TEST_F(RecordCommands, EditorsGetTheUsersKeys)
 {
     for (const bool holds : { true, false }) {
         control.UserControl_Terminate();
         host.user->keys = holds ? std::set<Text> { L"QASZMENU", L"MEVZ ELDER CASE EDIT" } : std::set<Text> {};
         open(12);
+        bool registry = !holds;
+        bool elder = !holds;
         host.desktop.inForms = { [&](Form& form) {
-                                    const auto& editor = dynamic_cast<frmAsthma&>(form);
-                                    EXPECT_EQ(editor.m_bRegKey, holds);
-                                    EXPECT_EQ(editor.height, holds ? 5265 : 2400);
+                                    registry = dynamic_cast<frmAsthma&>(form).m_bRegKey;
+                                    EXPECT_EQ(form.height, holds ? 5265 : 2400);
                                 },
-            [&](Form& form) { EXPECT_EQ(dynamic_cast<frmElderView&>(form).m_bElder, holds); } };
+            [&](Form& form) { elder = dynamic_cast<frmElderView&>(form).m_bElder; } };
         control.OpenRecord(5, L"5", L"81");
         control.OpenRecord(4, L"5", L"81");
-        EXPECT_TRUE(host.desktop.inForms.empty());
+        EXPECT_TRUE(registry == holds && elder == holds);
     }
 }
 
-TEST_F(RecordCommands, RefusedPermissionIsToldBeforeAnythingElse)
+TEST_F(RecordCommands, MissingPermissionIsReportedFirst)
 {
     host.session->reply(L"MEVUTL CHKSEC", L"0|0|0|0^0~"); // no PROVIDER
     open(12, L"F", L"4");
@@ -122,7 +134,7 @@ TEST_F(RecordCommands, RefusedPermissionIsToldBeforeAnythingElse)
     control.OpenRecord(1, L"", L"");
     EXPECT_EQ(host.boxes(), Transcript { L"box [Insufficient Permissions] " + shared.PermissionMessage() });
     control.OpenRecord(9, L"", L"");
-    control.OpenRecord(7, L"", L""); // everybody's, and without a visit
+    control.OpenRecord(7, L"", L""); // needs no key and no visit
     EXPECT_EQ(host.lines({ L"box", L"show" }).back(), L"show frmRefusal");
     EXPECT_EQ(host.boxes().size(), 1u);
 }
@@ -130,7 +142,7 @@ TEST_F(RecordCommands, RefusedPermissionIsToldBeforeAnythingElse)
 TEST_F(RecordCommands, WithoutAVisitNoEditorOpens)
 {
     openChild();
-    host.encounter->opensVisit = false; // the user picks none when asked
+    host.encounter->opensVisit = false; // the user is asked, but opens none
     add(2);
     EXPECT_EQ(host.lines({ L"box", L"show" }),
         Transcript { L"box [Active Visit Not Selected] An active visit has not been selected." });
@@ -144,20 +156,8 @@ TEST_F(RecordCommands, WithoutAVisitNoEditorOpens)
         Transcript { L"box [Active Visit Not Selected] An active visit has not been selected." });
     EXPECT_EQ(host.desktop.styles.back(), 48);
     commitPatient(12, L"F", L"30");
-    add(1); // needs none
+    add(1); // needs no visit
     EXPECT_EQ(host.lines({ L"box", L"show" }), Transcript { L"show frmRepHist" });
-}
-
-TEST_F(RecordCommands, DoubleClickEditsOnlyWhereEditingIsAllowed)
-{
-    host.session->reply(L"MEVVIF GET", L"5^1^3260310|81^X\r\n6^^3260310|81^X\r\n");
-    open(12, L"M", L"4");
-    control.fgData.choose(0);
-    control.fgData.doubleClick(0);
-    EXPECT_TRUE(host.lines({ L"show" }).empty()); // locked
-    control.fgData.choose(1);
-    control.fgData.doubleClick(1);
-    EXPECT_EQ(host.lines({ L"show" }).size(), 1u);
 }
 
 TEST_F(RecordCommands, DeletingAsksAndCallsByType)
@@ -176,7 +176,7 @@ TEST_F(RecordCommands, DeletingAsksAndCallsByType)
         click(row, Delete);
         EXPECT_EQ(host.lines({ L"box", L"call", L"list" }), (Transcript { question, Text(call) })); // and no reload
     }
-    // What somebody else changes under the question is listed after it: the server compares with what the user saw.
+    // An event while the question is open reloads after the deletion: the server compares with what the user saw.
     host.desktop.whileBoxIsOpen = [this] { host.session->push(L"REFUSAL.12.REF"); };
     host.desktop.answers = { BoxAnswer::Yes };
     click(6, Delete);
@@ -187,7 +187,7 @@ TEST_F(RecordCommands, DeletingAsksAndCallsByType)
     click(6, Delete);
     EXPECT_EQ(host.boxes().back(), L"box [Error] The record is locked.");
     host.transcript.clear();
-    setPatient(0); // the host has not told of it yet: nobody may change the refusal
+    setPatient(0); // not committed yet, but the refusal may not be changed any more
     control.cmd[Edit].click();
     control.cmd[Delete].click();
     control.OpenRecord(7, L"", L"");
@@ -207,26 +207,13 @@ TEST_F(RecordCommands, DeletingAsthmaOffersTheRegistry)
     EXPECT_EQ(deletion({ BoxAnswer::Yes, BoxAnswer::No }), Transcript { L"call MEVVAST DEL(5)" });
     EXPECT_EQ(
         host.boxes()[1], L"box [Inactivate Patient?] Do you wish to inactivate this patient from the asthma registry?");
-    host.desktop.whileBoxIsOpen = [this] { setPatient(34); }; // the question was about the other
+    host.desktop.whileBoxIsOpen = [this] { setPatient(34); }; // the question was about the first patient
     EXPECT_EQ(deletion({ BoxAnswer::Yes, BoxAnswer::Yes }),
         (Transcript { L"call MEVVAST SETREG(12^I)", L"call MEVVAST DEL(5)" }));
     setPatient(12);
     host.session->reply(L"MEVVAST SETREG", L"-1");
     EXPECT_EQ(deletion({ BoxAnswer::Yes, BoxAnswer::Yes }),
-        Transcript { L"call MEVVAST SETREG(12^I)" }); // stops, without a box
-}
-
-TEST_F(RecordCommands, GridFollowsTheServersEventAlone)
-{
-    openChild();
-    host.desktop.inForms.push_back([&](Form& form) {
-        host.session->reply(L"MEVREP GET", L"G2");
-        host.session->push(L"VXR.12.REP"); // arrives while the editor is open
-        dynamic_cast<frmRepHist&>(form).close();
-    });
-    click(0, Edit);
-    EXPECT_EQ(control.fgData.text(0, GridColumn::Summary), L"G2");
-    EXPECT_EQ(control.fgData.row(), 0);
+        Transcript { L"call MEVVAST SETREG(12^I)" }); // stops; an error without a message shows no box
 }
 
 }

@@ -216,6 +216,13 @@ TEST_F(AsthmaRegistry, InvalidDateIsReportedAndKept)
         EXPECT_EQ(host.boxes().back(), L"box [Invalid Date] " + Text(message));
     }
     EXPECT_EQ(form.dat[2].value(), L"soon");
+    form.dat[2].setClock([this] { return host.desktop.today; });
+    for (const auto& [date, isSaved] : { std::pair<TextView, bool> { L"later", false }, { L"1/5/2026", true } }) {
+        form.moveFocus(form.dat[2]);
+        form.dat[2].type(date);
+        form.press(form.cmdAdd);
+        EXPECT_EQ(!form.isOpen(), isSaved) << narrow(date);
+    }
     int window = 0;
     form.txtComments.setWindow(&window);
     int key = L'V';

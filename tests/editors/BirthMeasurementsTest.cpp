@@ -109,8 +109,9 @@ TEST_F(BirthMeasurements, MotherIsLookedUpOnLeaving)
         L"The name has not changed. To choose another, press \"...\" after typing it, or clear this one first.");
     form.moveFocus(form.txtPat);
     EXPECT_TRUE(form.txtPat.isAllSelected());
-    form.txtPat.edit(L"");
+    form.press(form.cmdPat);
     EXPECT_EQ(form.txtPat.note(), L"");
+    form.txtPat.edit(L"");
     form.moveFocus(form.txt[0]);
     EXPECT_EQ(form.txtPat.tag(), L"");
 }

@@ -11,7 +11,7 @@ constexpr TextView Stored =
 
 using FunctionalStatus = FormFixture<frmElder>;
 
-TEST_F(FunctionalStatus, UntouchedNewRecordIsSaved)
+TEST_F(FunctionalStatus, NewRecordMayBeSavedUntouched)
 {
     form.m_sVisit = L"81";
     open();
@@ -25,40 +25,21 @@ TEST_F(FunctionalStatus, LoadedItemsAreSavedAsTexts)
 {
     form.m_sVisit = L"81";
     form.m_sIEN = L"31";
-    host.session->reply(L"MEVVELD GET", Text(Stored) + L"31\r\n"); // a line without items takes none back
+    host.session->reply(L"MEVVELD GET", Text(Stored) + L"31\r\n"); // a line without items changes none
     open();
-    form.Form_Activate(); // coming back from a box
+    form.Form_Activate(); // activated again by a box
     EXPECT_EQ(form.caption(), L"Update Functional Status Record");
     EXPECT_EQ(form.cbo[4].listIndex(), -1); // matches no choice
     form.cbo[13].choose(1);
-    form.cbo[2].choose(-1); // taken back
+    form.cbo[2].choose(-1); // no choice
     form.press(form.cmdAdd);
     EXPECT_EQ(host.calls(),
         (Transcript { L"list MEVVELD GET(^31)",
             L"call MEVVELD SET(31^81^Independent^Needs Help^^^^^^^^Needs Help^^^Decline^No)" }));
 }
 
-TEST_F(FunctionalStatus, RefusedSaveLeavesTheFormAsItIs)
-{
-    host.session->reply(L"MEVVELD SET", L"-1^The record is locked.");
-    open();
-    form.cbo[0].choose(2);
-    form.press(form.cmdAdd);
-    EXPECT_EQ(host.boxes(), Transcript { L"box [Error] The record is locked." });
-    EXPECT_TRUE(form.isOpen());
-    EXPECT_EQ(form.cbo[0].text(), L"Totally Dependent");
-}
-
 class FunctionalStatusView : public FormFixture<frmElderView> {
 protected:
-    Transcript rows()
-    {
-        Transcript lines;
-        for (int row = 0; row < form.fg.rowCount(); ++row)
-            lines.push_back(Text(form.fg.text(row, 0)) + L"=" + Text(form.fg.text(row, 1)));
-        return lines;
-    }
-
     void openOn(TextView reply)
     {
         form.m_sVisit = L"81";
@@ -71,7 +52,10 @@ protected:
 TEST_F(FunctionalStatusView, ShowsAllItemsOfEachLine)
 {
     openOn(Stored);
-    EXPECT_EQ(rows(),
+    Transcript rows;
+    for (int row = 0; row < form.fg.rowCount(); ++row)
+        rows.push_back(Text(form.fg.text(row, 0)) + L"=" + Text(form.fg.text(row, 1)));
+    EXPECT_EQ(rows,
         (Transcript { L"Visit Date=03/10/2026 09:15", L"Toileting=Independent", L"Bathing=Needs Help",
             L"Dressing=Totally Dependent", L"Transfers=", L"Feeding=X", L"Continence=", L"Finance=", L"Cooking=",
             L"Shopping=", L"Housework=Needs Help", L"Medications=", L"Transportation=", L"Status Change=Decline",
@@ -79,7 +63,7 @@ TEST_F(FunctionalStatusView, ShowsAllItemsOfEachLine)
     EXPECT_EQ(host.calls(), Transcript { L"list MEVVELD GET(^31)" });
 }
 
-TEST_F(FunctionalStatusView, EditNeedsTheKeyAndEndsTheView)
+TEST_F(FunctionalStatusView, EditNeedsTheKeyAndClosesTheView)
 {
     openOn(replies::Functional);
     form.press(form.cmdEdit);
@@ -104,7 +88,7 @@ TEST_F(FunctionalStatusView, EditNeedsTheKeyAndEndsTheView)
         });
         form.press(form.cmdEdit);
         EXPECT_EQ(host.lines({ L"show", L"closed" }), (Transcript { L"show frmElder", L"closed frmElder" })) << byKey;
-        EXPECT_FALSE(form.isOpen()); // also after a cancel
+        EXPECT_FALSE(form.isOpen()); // even if the edit is cancelled
     }
 }
 

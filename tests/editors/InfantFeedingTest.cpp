@@ -16,7 +16,7 @@ protected:
     }
 };
 
-TEST_F(InfantFeeding, AddingAsksNothingAndSavesTheCode)
+TEST_F(InfantFeeding, AddingCallsNoServerAndSavesTheCode)
 {
     form.m_sVisit = L"812";
     open();
@@ -28,7 +28,7 @@ TEST_F(InfantFeeding, AddingAsksNothingAndSavesTheCode)
     EXPECT_FALSE(form.isOpen());
 }
 
-TEST_F(InfantFeeding, EditingLoadsByTheRecordAndRepeatsNothing)
+TEST_F(InfantFeeding, EditingLoadsTheRecordOnce)
 {
     form.m_sIEN = L"45";
     form.m_sVisit = L"812";
@@ -36,9 +36,9 @@ TEST_F(InfantFeeding, EditingLoadsByTheRecordAndRepeatsNothing)
         L"MEVVIF GET", L"45^^3260310|812^MOSTLY FORMULA|4\r\n45^^^FORMULA ONLY|9\r\n45^^^X\r\n45^^^FORMULA|5");
     open();
     EXPECT_EQ(form.caption(), L"Infant Feeding Choice");
-    EXPECT_EQ(checked(), L"4"); // unknown codes check nothing, the unterminated line is no line
+    EXPECT_EQ(checked(), L"4"); // unknown codes and unterminated lines check nothing
     EXPECT_EQ(form.lstINF.listIndex(), 3);
-    form.Form_Activate(); // coming back from a box
+    form.Form_Activate(); // activated again by a box
     EXPECT_EQ(host.calls(), Transcript { L"list MEVVIF GET(^45)" });
     form.lstINF.click(0);
     form.press(form.cmdAdd);

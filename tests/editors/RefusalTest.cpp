@@ -31,14 +31,26 @@ protected:
 
 TEST_F(Refusals, NewRefusalFromTypeToSave)
 {
+    reply(L"MEVREF REFLIST", L"9");
+    host.session->reply(L"MEVREF REFLIST", L"EKG", L"-1^There is no such item.");
     open();
     EXPECT_EQ(form.caption() + form.cmdOK.caption() + form.datRefused.value(), L"Enter Refusal&Add03/15/2026");
     EXPECT_TRUE(host.calls().empty());
+    check(L"PAP Smear"); // the types of one item fill it in
+    EXPECT_EQ(item(), L"&PAP Smear: PAP SMEAR|9");
+    EXPECT_EQ(form.activeControl(), &form.txtItem);
+    form.moveFocus(form.txtRefComment); // leaving the field searches nothing
+    check(L"EKG");
+    EXPECT_EQ(item(), L"&EKG: EKG|");
+    EXPECT_EQ(host.boxes(), Transcript { L"box [Error] There is no such item." });
+    EXPECT_EQ(host.calls(), (Transcript { L"call MEVREF REFLIST(PAP Smear)", L"call MEVREF REFLIST(EKG)" }));
+    host.patient->patientNumber = 34; // the refusal is saved for the patient for whom the form was opened
     check(L"Exam");
     check(L"Measurement");
     EXPECT_EQ(checked(), L"Measurement");
     EXPECT_EQ(item(), L"&Measurement: |");
-    host.session->reply(L"MEVUTL DICLKUP", L"7^^WT^WEIGHT\r\n");
+    host.transcript.clear();
+    reply(L"MEVUTL DICLKUP", L"7^^WT^WEIGHT\r\n");
     typeInto(form.txtItem, L"wt");
     typeInto(form.txtRefComment, L"Said ^no^");
     form.press(form.cmdOK);
@@ -48,38 +60,19 @@ TEST_F(Refusals, NewRefusalFromTypeToSave)
     EXPECT_FALSE(form.isOpen());
 }
 
-TEST_F(Refusals, TypesOfOneItemTakeIt)
-{
-    host.session->reply(L"MEVREF REFLIST", L"9");
-    host.session->reply(L"MEVREF REFLIST", L"EKG", L"-1^There is no such item.");
-    open();
-    check(L"PAP Smear");
-    EXPECT_EQ(item(), L"&PAP Smear: PAP SMEAR|9");
-    EXPECT_EQ(form.activeControl(), &form.txtItem);
-    form.moveFocus(form.txtRefComment); // leaving asks for nothing
-    check(L"Lab");
-    EXPECT_EQ(item(), L"&Lab: |");
-    EXPECT_EQ(host.calls(), Transcript { L"call MEVREF REFLIST(PAP Smear)" });
-    check(L"EKG");
-    EXPECT_EQ(item(), L"&EKG: EKG|");
-    EXPECT_EQ(host.boxes(), Transcript { L"box [Error] There is no such item." });
-    check(L"Mammogram");
-    EXPECT_EQ(item(), L"&Mammogram: MAMMOGRAM|9");
-}
-
-TEST_F(Refusals, StoredRefusalCanBeSavedAtOnce)
+TEST_F(Refusals, StoredRefusalCanBeSavedUntouched)
 {
     for (const auto& [type, saved] : { std::pair<TextView, TextView> { L"EKG", L"EKG" },
              { L"MEASUREMENTS", L"MEASUREMENTS" }, { L"Medication/Drug", L"MEDICATION/DRUG" } }) {
         host.transcript.clear();
-        host.session->reply(L"MEVREF GET", L"5^^^" + Text(type) + L"^3^THIRD ITEM^^^3260310.0915^^^Said no\r\n");
+        reply(L"MEVREF GET", L"5^^^" + Text(type) + L"^3^THIRD ITEM^^^3260310.0915^^^Said no\r\n");
         frmRefusal own(shared);
         own.m_sRefusalIen = L"5";
         own.open();
         own.Form_Activate();
         own.Form_Activate();
         EXPECT_EQ(own.caption() + own.cmdOK.caption(), L"Edit Refusal&Save");
-        own.moveFocus(own.txtItem); // passing through asks for nothing
+        own.moveFocus(own.txtItem); // entering and leaving the field searches nothing
         own.press(own.cmdOK);
         EXPECT_EQ(host.calls(),
             (Transcript {
@@ -88,24 +81,14 @@ TEST_F(Refusals, StoredRefusalCanBeSavedAtOnce)
     }
 }
 
-TEST_F(Refusals, IsSavedForThePatientForWhomItWasOpened)
-{
-    open();
-    host.session->reply(L"MEVREF REFLIST", L"1");
-    form.lstRefusals.click(0);
-    host.patient->patientNumber = 34;
-    form.press(form.cmdOK);
-    EXPECT_EQ(host.calls().back(), L"call MEVREF SET(^EKG^1^12^03/15/2026^)");
-}
-
-TEST_F(Refusals, ItemOfAnotherTypesTableIsMissing)
+TEST_F(Refusals, ItemFromAnotherTypesTableCountsAsMissing)
 {
     open();
     host.session->reply(L"MEVREF REFLIST", L"9");
-    host.session->reply(L"MEVUTL DICLKUP", L"3^^FOUND\r\n");
+    reply(L"MEVUTL DICLKUP", L"3^^FOUND\r\n");
     for (const auto& [type, searched, parameter] : { std::tuple<TextView, TextView, TextView> { L"Exam", L"Lab", L"" },
              { L"Lab", L"Exam", L"" }, { L"EKG", L"", L"(^EKG^9^12^03/15/2026^)" },
-             { L"PAP Smear", L"Lab", L"(^PAP SMEAR^3^12^03/15/2026^)" } }) { // these two have one table
+             { L"PAP Smear", L"Lab", L"(^PAP SMEAR^3^12^03/15/2026^)" } }) { // these two share a table
         form.open();
         check(type);
         if (!searched.empty()) {
@@ -122,7 +105,7 @@ TEST_F(Refusals, ItemOfAnotherTypesTableIsMissing)
     }
 }
 
-TEST_F(Refusals, ChecksInTheirOrder)
+TEST_F(Refusals, MissingEntriesAreReportedInOrder)
 {
     open();
     form.press(form.cmdOK);
@@ -148,13 +131,13 @@ TEST_F(Refusals, ChecksInTheirOrder)
 TEST_F(Refusals, ItemNeedsATypeFirst)
 {
     form.m_sRefusalIen = L"5";
-    host.session->reply(L"MEVREF GET", L"5^^^FORMER TYPE^3^THIRD ITEM^^^no date\r\n");
+    reply(L"MEVREF GET", L"5^^^FORMER TYPE^3^THIRD ITEM^^^no date\r\n");
     open();
     EXPECT_EQ(item() + form.datRefused.value(), L"Refusal &Item: THIRD ITEM|3no date"); // shown without a warning
     const Text warning = L"box [Type Not Selected] You must first select a refusal type from the above list.";
     form.moveFocus(form.txtItem);
     form.txtItem.edit(L"x");
-    EXPECT_EQ(host.boxes(), Transcript { warning }); // one, though clearing changes the text again
+    EXPECT_EQ(host.boxes(), Transcript { warning }); // once, although clearing changes the text again
     EXPECT_EQ(form.txtItem.text(), L"");
     EXPECT_EQ(form.activeControl(), &form.lstRefusals);
     form.press(form.cmdItem);
@@ -168,12 +151,12 @@ TEST_F(Refusals, CancelledLookupClearsTheItem)
 {
     open();
     check(L"Immunization");
-    host.session->reply(L"MEVUTL DICLKUP", L"1^^TETANUS\r\n");
+    reply(L"MEVUTL DICLKUP", L"1^^TETANUS\r\n");
     typeInto(form.txtItem, L"tet");
     form.moveFocus(form.txtRefComment);
     EXPECT_EQ(item(), L"&Immunization: TETANUS|1");
     form.moveFocus(form.txtItem);
-    host.session->reply(L"MEVUTL DICLKUP", L"1^^A\r\n2^^B\r\n");
+    reply(L"MEVUTL DICLKUP", L"1^^A\r\n2^^B\r\n");
     host.desktop.inForms.push_back([](Form& opened) {
         auto& lookup = dynamic_cast<frmLookupImm&>(opened); // the vaccines have a dialog of their own
         lookup.press(lookup.cmdCancel);
@@ -182,7 +165,7 @@ TEST_F(Refusals, CancelledLookupClearsTheItem)
     EXPECT_EQ(item(), L"&Immunization: |");
     check(L"Exam");
     typeInto(form.txtItem, L"x");
-    form.press(form.cmdItem); // closed by the window's own means
+    form.press(form.cmdItem); // the window is closed
     EXPECT_EQ(item(), L"&Exam: |");
 }
 
@@ -204,6 +187,9 @@ TEST_F(Refusals, Dates)
     EXPECT_EQ(form.datRefused.value() + form.datRefused.note(), L"");
     form.moveFocus(form.txtRefComment);
     EXPECT_EQ(form.datRefused.value() + form.datRefused.note(), L"03/15/2026A refusal has a date: this is today's.");
+    enterDate(form.datRefused, L"");
+    form.press(form.cmdOK); // shows the new date first
+    EXPECT_EQ(host.boxes().size(), 2u);
 }
 
 TEST_F(Refusals, CommentOfTwoTo200Characters)

@@ -29,7 +29,7 @@ protected:
     static constexpr TextView Empty = L"G0P0LC0SA0TA0^^^^^";
 };
 
-TEST_F(ReproductiveHistory, LoadsAndSavesWithItsTwoOrders)
+TEST_F(ReproductiveHistory, PiecesAreReadAndSavedInDifferentOrders)
 {
     host.patient->patientAge = L"9"; // the youngest
     load(replies::Reproductive);
@@ -58,7 +58,7 @@ TEST_F(ReproductiveHistory, CountStrings)
     }
 }
 
-TEST_F(ReproductiveHistory, PatientWhoDoesNotQualifySeesItGreyedAndIsNotAskedFor)
+TEST_F(ReproductiveHistory, FormIsGreyAndNotLoadedForOtherPatients)
 {
     const std::pair<TextView, TextView> patients[] = { { L"M", L"30" }, { L"F", L"8" }, { L"f", L"30" } };
     for (const auto& [sex, age] : patients) {
@@ -83,7 +83,7 @@ TEST_F(ReproductiveHistory, PregnancyBlockFollowsTheBox)
 {
     load(Empty);
     EXPECT_FALSE(form.chkPregnant.isChecked());
-    EXPECT_FALSE(form.datDelivery.canBeUsed()); // enabling the whole block did not enable it
+    EXPECT_FALSE(form.datDelivery.canBeUsed()); // although the whole block was enabled
     EXPECT_EQ(form.lblPreg[0].foreColour(), 2u);
     form.chkPregnant.click();
     EXPECT_TRUE(form.datDelivery.canBeUsed());
@@ -93,7 +93,7 @@ TEST_F(ReproductiveHistory, PregnancyBlockFollowsTheBox)
     EXPECT_EQ(saved(), L"call MEVREP SET(12^G0P0LC0SA0TA0^^^^0^06/23/2026^)"); // nothing is emptied
 }
 
-TEST_F(ReproductiveHistory, FailedReadGreysTheFormButNotTheSave)
+TEST_F(ReproductiveHistory, FailedLoadGreysTheFormButNotItsSave)
 {
     load(L"-1^Not today.^IUD");
     EXPECT_EQ(host.boxes(), Transcript { L"box [Error Loading Reproductive Factors] Not today." });
@@ -101,33 +101,23 @@ TEST_F(ReproductiveHistory, FailedReadGreysTheFormButNotTheSave)
     EXPECT_EQ(saved(), L"call MEVREP SET(12^G0P0LC0SA0TA0^^^^0^^)");
 }
 
-TEST_F(ReproductiveHistory, DatesOfThePast)
+TEST_F(ReproductiveHistory, DatesAndTheirBounds)
 {
-    load(Empty);
-    // Today is 03/15/2026, 09:30.
-    for (const auto& [date, typed, kept] :
-        { std::tuple<mevZvDate frmRepHist::*, TextView, TextView> { &frmRepHist::datLMP, L"T", L"03/15/2026" },
-            { &frmRepHist::datLMP, L"T+1", L"" }, { &frmRepHist::datLMP, L"T 23:00", L"03/15/2026 23:00" },
-            { &frmRepHist::datFP, L"T-900", L"09/27/2023" }, { &frmRepHist::datFP, L"3/16/2026", L"" } }) {
-        host.transcript.clear();
-        enterDate(form.*date, typed);
-        EXPECT_EQ((form.*date).value(), kept) << narrow(typed);
-        const Transcript refusal { L"box [Invalid Date] Future dates are not allowed." };
-        EXPECT_EQ(host.boxes(), kept.empty() ? refusal : Transcript {});
-    }
-}
-
-TEST_F(ReproductiveHistory, DeliveryDates)
-{
-    load(L"G1P0LC0SA0TA0^^^^^01/01/2020"); // a stored past date passes
+    load(L"G1P0LC0SA0TA0^^CHARMS^^GUESS^01/01/2020"); // a stored past date is accepted
     EXPECT_EQ(form.datDelivery.value(), L"01/01/2020");
-    for (const auto& [typed, kept, refusal] :
-        { std::tuple<TextView, TextView, TextView> { L"T", L"03/15/2026", L"" }, { L"T+270", L"12/10/2026", L"" },
-            { L"T+271", L"12/10/2026 09:30", L"Date cannot be more than 9 months in the future." },
-            { L"T-1", L"", L"Past dates are not allowed." }, { L"soon", L"", L"This is not a valid date format." } }) {
+    constexpr TextView Future = L"Future dates are not allowed.";
+    const std::tuple<mevZvDate&, TextView, TextView, TextView> cases[] = {
+        { form.datDelivery, L"T", L"03/15/2026", L"" }, { form.datDelivery, L"T+270", L"12/10/2026", L"" },
+        { form.datDelivery, L"T+271", L"12/10/2026 09:30", L"Date cannot be more than 9 months in the future." },
+        { form.datDelivery, L"T-1", L"", L"Past dates are not allowed." },
+        { form.datDelivery, L"soon", L"", L"This is not a valid date format." },
+        { form.datLMP, L"T", L"03/15/2026", L"" }, { form.datLMP, L"T+1", L"", Future },
+        { form.datLMP, L"T 23:00", L"03/15/2026 23:00", L"" }, { form.datFP, L"3/16/2026", L"", Future }
+    };
+    for (const auto& [date, typed, kept, refusal] : cases) {
         host.transcript.clear();
-        enterDate(form.datDelivery, typed);
-        EXPECT_EQ(form.datDelivery.value(), kept) << narrow(typed);
+        enterDate(date, typed);
+        EXPECT_EQ(date.value(), kept) << narrow(typed);
         EXPECT_EQ(
             host.boxes(), refusal.empty() ? Transcript {} : Transcript { L"box [Invalid Date] " + Text(refusal) });
     }
@@ -147,9 +137,9 @@ TEST_F(ReproductiveHistory, CountsAndArrowsStayInStep)
     EXPECT_TRUE(form.txNumRH[0].isAllSelected());
     form.txNumRH[0].edit(L"-5");
     EXPECT_EQ(form.txNumRH[0].text(), L"0");
-    EXPECT_TRUE(form.txNumRH[0].isAllSelected()); // what is typed next replaces it
+    EXPECT_TRUE(form.txNumRH[0].isAllSelected()); // so that typing replaces it
     typeInto(form.txNumRH[0], L"1q2");
-    EXPECT_EQ(form.udNumRH[0].value(), 12); // a letter takes nothing along
+    EXPECT_EQ(form.udNumRH[0].value(), 12); // a letter is discarded
     form.txNumRH[0].edit(L"5");
     form.txNumRH[0].edit(L"5^");
     EXPECT_EQ(form.txNumRH[0].text(), L"5");
@@ -173,7 +163,7 @@ TEST_F(ReproductiveHistory, EnterGoesOnToTheNextField)
     EXPECT_EQ(form.txNumRH[3].toolTip(), L"Spontaneous Abortions");
 }
 
-// A date that has just been entered is left by Enter, as the counts are; one that nobody touched leaves Enter to OK.
+// Enter leaves a date that was just edited; in an untouched one it presses the default button.
 TEST_F(ReproductiveHistory, EnterGoesOnFromAnEnteredDate)
 {
     load(replies::Reproductive);
@@ -199,12 +189,6 @@ TEST_F(ReproductiveHistory, EnterGoesOnFromAnEnteredDate)
     EXPECT_EQ(host.boxes(),
         (Transcript { L"box [Invalid Date] Future dates are not allowed.",
             L"box [Invalid Date] This is not a valid date format." }));
-}
-
-TEST_F(ReproductiveHistory, UnknownMethodIsLost)
-{
-    load(L"G0P0LC0SA0TA0^^CHARMS^^GUESS^");
-    EXPECT_EQ(saved(), L"call MEVREP SET(12^G0P0LC0SA0TA0^^^^1^^)"); // but it tells of a pregnancy
 }
 
 }

@@ -16,7 +16,7 @@ protected:
     }
 };
 
-TEST_F(TreatmentContract, NewContractHasTodayAndTheUserAndWantsItsType)
+TEST_F(TreatmentContract, NewContractHasTodayAndTheUserAndNeedsItsType)
 {
     form.m_sVisit = L"81";
     open();
@@ -50,7 +50,7 @@ TEST_F(TreatmentContract, LoadsOverTheDefaults)
         own.load();
         own.open();
         own.Form_Activate();
-        own.load(); // shown again: the defaults come once
+        own.load(); // shown again: the defaults are set once
         EXPECT_EQ(own.caption(), L"Update Treatment Contract");
         EXPECT_EQ(shown(own), expected);
     }
@@ -63,7 +63,7 @@ TEST_F(TreatmentContract, DatesOfTheLastYearOnly)
         enterDate(form.datInit, date);
         EXPECT_TRUE(host.boxes().empty()) << narrow(date);
     }
-    // By day a year ago, but not by the time of day.
+    // The limit is a year back by day, not by the time of day.
     for (const TextView date : { L"T-365", L"T+1", L"soon" }) {
         enterDate(form.datInit, date);
         EXPECT_EQ(form.datInit.value(), L"03/15/2026") << narrow(date);
@@ -81,7 +81,7 @@ TEST_F(TreatmentContract, ProviderComesFirstAndAnEmptyDateIsFilled)
     open();
     typeInto(form.txtPrv, L"");
     form.moveFocus(form.datInit);
-    typeInto(form.txtPrv, L"NOBODY"); // not found: the box tells of it in this form
+    typeInto(form.txtPrv, L"NOBODY"); // no match: the box below reports it
     form.datInit.clear();
     form.press(form.cmdAdd);
     EXPECT_EQ(host.boxes(), Transcript { L"box [Provider Missing] You must select the provider." });
@@ -90,7 +90,7 @@ TEST_F(TreatmentContract, ProviderComesFirstAndAnEmptyDateIsFilled)
     form.moveFocus(form.datInit);
     typeInto(form.txtPrv, L"OAK");
     host.session->reply(L"MEVUTL DICLKUP", L"15^^OAKHURST,KATHERINE J\r\n");
-    form.press(form.cmdAdd); // leaves the field first: the single match is taken
+    form.press(form.cmdAdd); // leaves the field first: a single match is accepted
     EXPECT_EQ(form.txtPrv.text() + L"|" + form.txtPrv.tag(), L"OAKHURST,KATHERINE J|15");
     EXPECT_EQ(host.boxes().back().substr(0, 18), L"box [Type Missing]");
     EXPECT_EQ(form.datInit.value(), L"03/15/2026 09:30");
@@ -104,7 +104,7 @@ TEST_F(TreatmentContract, TypedOverProviderKeepsTheNumber)
     open();
     typeInto(form.txtPrv, L"ELM");
     EXPECT_EQ(form.defaultButton(), &form.cmdPrv);
-    form.press(form.cmdAdd); // the user sees the name whose number it is, before it is saved
+    form.press(form.cmdAdd); // the user sees the restored name before it is saved
     EXPECT_EQ(host.calls().size(), 1u);
     EXPECT_EQ(form.txtPrv.text(), L"OAK,KIT");
     EXPECT_FALSE(form.txtPrv.note().empty());

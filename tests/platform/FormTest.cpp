@@ -2,7 +2,6 @@
 #include "platform/controls/CheckBox.h"
 #include "platform/controls/CheckList.h"
 #include "platform/controls/TextBox.h"
-#include "platform/controls/UpDown.h"
 #include "platform/controls/mevContainer.h"
 #include "platform/controls/mevZvDate.h"
 #include "tests/support/ScriptedHost.h"
@@ -12,7 +11,7 @@
 namespace health::test {
 namespace {
 
-// Two fields, the first with a lookup, and the usual buttons; writes down what happens.
+// Two fields, the first with a lookup, and the usual buttons; logs what happens.
 struct TwoFields : Form {
     TwoFields()
         : Form(L"TwoFields")
@@ -53,7 +52,7 @@ TEST(Form, RefusedFieldKeepsTheFocusAndTheButtonIsNotPressed)
     form.moveFocus(form.first);
     form.refuse = true;
     EXPECT_FALSE(form.moveFocus(form.second));
-    form.press(form.ok); // by Enter or Alt+O: the focus never left the field by itself
+    form.press(form.ok); // by Enter or Alt+O, which do not move the focus
     EXPECT_EQ(form.activeControl(), &form.first);
     EXPECT_EQ(form.log, "first+ validate validate ");
     form.press(form.cancel); // Cancel always closes
@@ -67,8 +66,9 @@ TEST(Form, FieldIsLeftBeforeTheButtonIsPressed)
     form.press(form.ok);
     EXPECT_EQ(form.log, "first+ validate first- ok+ OK ");
     form.close();
+    form.log.clear();
     form.press(form.ok); // the second half of a double click
-    EXPECT_EQ(form.log, "first+ validate first- ok+ OK ");
+    EXPECT_EQ(form.log, "");
 }
 
 TEST(Form, LookupButtonBelongsToItsField)
@@ -76,16 +76,16 @@ TEST(Form, LookupButtonBelongsToItsField)
     TwoFields form;
     form.moveFocus(form.first);
     form.press(form.lookup);
-    EXPECT_EQ(form.log, "first+ lookup "); // not left, so not searched twice
+    EXPECT_EQ(form.log, "first+ lookup "); // the field keeps the focus, so it is not searched twice
     form.moveFocus(form.second);
     EXPECT_EQ(form.log, "first+ lookup validate first- second+ ");
     form.log.clear();
     form.moveFocus(form.first);
-    form.moveFocus(form.lookup); // by Tab: left as by any other way
+    form.moveFocus(form.lookup); // by Tab: leaves the field as usual
     EXPECT_EQ(form.log, "second- first+ validate first- ");
 }
 
-TEST(Form, WhatWasLeftForCancelIsJudgedOnTheWayOn)
+TEST(Form, FieldLeftForCancelIsValidatedWhenTheFocusMovesOn)
 {
     TwoFields form;
     form.refuse = true;
@@ -94,11 +94,11 @@ TEST(Form, WhatWasLeftForCancelIsJudgedOnTheWayOn)
     EXPECT_FALSE(form.moveFocus(form.second));
     EXPECT_EQ(form.activeControl(), &form.first);
     EXPECT_EQ(form.log, "first+ first- validate ");
-    form.first.setEnabled(false); // by the program: nobody could mend it
+    form.first.setEnabled(false); // disabled: the user could not correct it
     EXPECT_TRUE(form.moveFocus(form.second));
 }
 
-TEST(Form, RefusedDateStopsAPressButNotTheUserWhoGoesOn)
+TEST(Form, RefusedDateStopsAPressButNotTheFocus)
 {
     TwoFields form;
     form.moveFocus(form.date);
@@ -111,7 +111,29 @@ TEST(Form, RefusedDateStopsAPressButNotTheUserWhoGoesOn)
     EXPECT_EQ(form.log, "refused refused second+ ");
 }
 
-TEST(Form, ProgramDoesNotMoveTheFocusIntoWhatCannotBeUsed)
+TEST(Form, FrontEndIsNotified)
+{
+    struct FrontEnd : FormObserver {
+        std::string log;
+        void captionChanged(Form& form) override { log += narrow(form.caption()) + ' '; }
+        void focusMoved(Form&) override { log += "moved "; }
+        void focusSettled(Form&) override { log += "settled "; }
+        void defaultChanged(Form&) override { log += "default "; }
+        void closed(Form&) override { log += "closed "; }
+    } frontEnd;
+    TwoFields form;
+    form.setObserver(&frontEnd);
+    form.first.LostFocus = [&] { form.setFocus(form.ok); }; // moves the focus on
+    form.setCaption(L"Two");
+    form.moveFocus(form.first);
+    form.moveFocus(form.second);
+    form.setDefaultButton(&form.ok);
+    form.close();
+    form.close();
+    EXPECT_EQ(frontEnd.log, "Two moved settled moved moved settled default closed ");
+}
+
+TEST(Form, FocusIsNotSetToUnusableControls)
 {
     TwoFields form;
     form.second.setEnabled(false);
@@ -121,7 +143,7 @@ TEST(Form, ProgramDoesNotMoveTheFocusIntoWhatCannotBeUsed)
     EXPECT_EQ(form.activeControl(), nullptr);
 }
 
-TEST(Container, PassesItsStateButNotThroughAnotherFrame)
+TEST(Container, PassesItsStateOnButNotThroughAnotherFrame)
 {
     mevContainer outer;
     mevContainer inner;
@@ -138,7 +160,7 @@ TEST(Container, PassesItsStateButNotThroughAnotherFrame)
     EXPECT_FALSE(box.isEnabled());
     inner.setEnabled(true);
     EXPECT_TRUE(box.canBeUsed());
-    EXPECT_EQ(label.foreColour(), 2u); // a colour of the program's own stays; grey goes
+    EXPECT_EQ(label.foreColour(), 2u); // a colour set by the program is kept, grey is reset
     label.setForeColour(GreyText);
     inner.setEnabled(true);
     EXPECT_EQ(label.foreColour(), DefaultColour);
@@ -170,7 +192,7 @@ TEST(DateControl, ShortForms)
     }
 }
 
-TEST(DateControl, TellsOfWhatTheUserEnteredOnly)
+TEST(DateControl, NotifiesTheUsersEntriesOnly)
 {
     mevZvDate date;
     std::string log;
@@ -181,9 +203,9 @@ TEST(DateControl, TellsOfWhatTheUserEnteredOnly)
     EXPECT_EQ(log, "");
     EXPECT_TRUE(date.enter(L"1/3/2006", Moment()));
     date.setRequireTime(true);
-    EXPECT_TRUE(date.enter(L"1/3/2006", Moment())); // stands as it was stored
+    EXPECT_TRUE(date.enter(L"1/3/2006", Moment())); // unchanged
     EXPECT_FALSE(date.enter(L"1/4/2006", Moment()));
-    EXPECT_TRUE(date.enter(L"", Moment())); // taken back
+    EXPECT_TRUE(date.enter(L"", Moment())); // cleared
     EXPECT_EQ(log, "entered refused ");
 }
 
@@ -202,20 +224,8 @@ TEST(DateControl, TypedTextBecomesTheValueWhenTheFieldIsLeft)
     date.enter(L"T", Moment());
     EXPECT_TRUE(date.wasTouched());
     date.type(L"half a da");
-    date.setValue(L"01/02/2006"); // the program's replaces what is being typed
+    date.setValue(L"01/02/2006"); // replaces what is being typed
     EXPECT_EQ(date.shown(), L"01/02/2006");
-}
-
-TEST(UpDown, StaysWithinItsBounds)
-{
-    UpDown upDown(0, 2);
-    int changes = 0;
-    upDown.ValueChanged = [&] { ++changes; };
-    upDown.step(-1);
-    upDown.step(1);
-    upDown.setValue(9);
-    EXPECT_EQ(upDown.value(), 2);
-    EXPECT_EQ(changes, 2);
 }
 
 }

@@ -32,7 +32,7 @@ TEST_F(HostObjects, AreObtainedOnceInTheirOrder)
     EXPECT_EQ(shared.instanceCount(), 2);
 }
 
-TEST_F(HostObjects, OutsideTheHostApplicationTheUserIsAskedOnceForWhatIsMissing)
+TEST_F(HostObjects, OutsideTheHostApplicationMissingContextIsPromptedForOnce)
 {
     host.session->objects.erase(L"DRN_VIM.VIM");
     host.session->connected = false;
@@ -75,7 +75,8 @@ TEST_F(HostObjects, AreReleasedWithTheLastInstance)
     EXPECT_TRUE(shared.hasSession());
     shared.ReleaseObjects();
     EXPECT_FALSE(shared.hasSession());
-    EXPECT_EQ(host.patient.use_count(), 2); // the host's own two
+    for (const long uses : { host.patient.use_count(), host.user.use_count(), host.encounter.use_count() })
+        EXPECT_EQ(uses, 2); // the host's own
     EXPECT_EQ(shared.VersionText(), L"1.0.0.0  Personal Health");
     shared.ReleaseObjects();
     EXPECT_EQ(shared.instanceCount(), 0);
@@ -86,27 +87,19 @@ TEST_F(HostObjects, AreReleasedWithTheLastInstance)
 TEST_F(HostObjects, PermissionMessage)
 {
     shared.InitObjects(host, false);
-    const std::pair<TextView, TextView> cases[] = { { L"1|0|0|0^0~", L"" }, { L"0|0|0|1^0~", L"" },
-        { L"0|0|0|0^0~",
-            L"You do not have either the 'PROVIDER' or the 'MEVZ REP HIST EDIT' security keys, thus you cannot make "
-            L"modifications." },
-        { L"1|1|1|1^1~CLERKS", L"You have the 'MEVZ VIEW ONLY' security key, thus you cannot make modifications." },
-        { L"1|0|0|0^1~CLERKS",
-            L"You have been assigned the 'MEV DISABLE REP HIST EDITING' parameter, thus you cannot make "
-            L"modifications." },
-        { L"1|0|0|0^0~CLERKS",
-            L"You are a member of the user class 'CLERKS' which has been assigned the 'MEV DISABLE REP HIST EDITING' "
-            L"parameter, "
-            L"thus you cannot make modifications." },
-        { L"-1^Not allowed.",
-            L"You do not have either the 'PROVIDER' or the 'MEVZ REP HIST EDIT' security keys, thus you cannot make "
-            L"modifications." } };
+    const Text noKey = L"You do not have either the 'PROVIDER' or the 'MEVZ REP HIST EDIT' security keys";
+    const Text parameter = L"assigned the 'MEV DISABLE REP HIST EDITING' parameter";
+    const std::pair<TextView, Text> cases[] = { { L"0|0|0|0^0~", noKey }, { L"-1^Not allowed.", noKey },
+        { L"1|1|1|1^1~CLERKS", L"You have the 'MEVZ VIEW ONLY' security key" },
+        { L"1|0|0|0^1~CLERKS", L"You have been " + parameter },
+        { L"1|0|0|0^0~CLERKS", L"You are a member of the user class 'CLERKS' which has been " + parameter } };
     for (const auto& [reply, message] : cases)
-        EXPECT_EQ(permissionFor(reply), message) << narrow(reply);
+        EXPECT_EQ(permissionFor(reply), message + L", thus you cannot make modifications.") << narrow(reply);
+    EXPECT_EQ(permissionFor(L"1|0|0|0^0~") + permissionFor(L"0|0|0|1^0~"), L"");
     EXPECT_TRUE(host.boxes().empty()); // the error reply is not shown either
     EXPECT_EQ(host.calls().front(),
         L"call MEVUTL CHKSEC(PROVIDER|MEVZ CAC|MEVZ VIEW ONLY|MEVZ REP HIST EDIT^MEV DISABLE REP HIST EDITING)");
-    // Without an extra key nobody is stopped for the want of PROVIDER.
+    // Without an extra key PROVIDER is not required.
     EXPECT_EQ(permissionFor(L"0|0|0|0^0~", L""), L"");
 }
 
@@ -123,7 +116,7 @@ TEST_F(HostObjects, UserParameterIsAskedOncePerSession)
     EXPECT_EQ(shared.GetUserParam(L"RepHist-PedWtOpt", L"0"), L"1");
     host.session->reply(L"MEVUTL SETPARM", L"-1^Not here.");
     shared.SetUserParam(L"RepHist-PedWtOpt", L"2");
-    EXPECT_EQ(shared.GetUserParam(L"RepHist-PedWtOpt", L"0"), L"1"); // refused: the old value stands
+    EXPECT_EQ(shared.GetUserParam(L"RepHist-PedWtOpt", L"0"), L"1"); // refused: the old value remains
     EXPECT_EQ(host.boxes(), Transcript { L"box [Setting Parameter RepHist-PedWtOpt] Not here." });
 }
 

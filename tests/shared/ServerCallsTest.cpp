@@ -19,26 +19,21 @@ protected:
     modShared shared { host.desktop };
 };
 
-TEST_F(ServerCalls, RunUnderTheHourglass)
+TEST_F(ServerCalls, CallsRunUnderTheHourglassAndAFailedOneShowsABox)
 {
     host.session->reply(L"MEVREP GET", L"G1^");
     EXPECT_EQ(shared.CallRpc(L"MEVREP GET", L"12^^1"), L"G1^");
-    EXPECT_EQ(host.transcript, (Transcript { L"pointer 11", L"call MEVREP GET(12^^1)", L"pointer 0" }));
-}
-
-TEST_F(ServerCalls, FailedCallShowsOneBoxAndGivesAnEmptyReply)
-{
     host.session->failCall(L"MEVVELD GET", L"The server is gone.");
     const Text reply = shared.CallRpcList(L"MEVVELD GET", L"12");
     EXPECT_EQ(reply, L"");
     EXPECT_FALSE(shared.CheckRpcError(reply, L""));
     EXPECT_EQ(host.transcript,
-        (Transcript { L"pointer 11", L"list MEVVELD GET(12)", L"pointer 0",
-            L"box [System Error] Error in remote procedure call: MEVVELD GET\r\nThe server is gone." }));
+        (Transcript { L"pointer 11", L"call MEVREP GET(12^^1)", L"pointer 0", L"pointer 11", L"list MEVVELD GET(12)",
+            L"pointer 0", L"box [System Error] Error in remote procedure call: MEVVELD GET\r\nThe server is gone." }));
     EXPECT_EQ(host.desktop.styles, std::vector { 16 });
 }
 
-TEST_F(ServerCalls, OutcomeIsThatOfTheCallNotOfThoseUnderItsBox)
+TEST_F(ServerCalls, OutcomeIsThatOfTheCallNotOfThoseDuringItsBox)
 {
     host.session->failCall(L"MEVVELD GET", L"No such routine.");
     host.session->losesServerAt = L"MEVVAST GET";

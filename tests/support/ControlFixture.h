@@ -20,7 +20,7 @@ protected:
         control.UserControl_Show();
     }
 
-    // A child with a record of each type that can be listed; the rows stand in the order 1, 3, 2, 4, 5, 6, 7.
+    // A child with a record of each type that can be listed; the rows are in the order 1, 3, 2, 4, 5, 6, 7.
     void openChild()
     {
         host.session->reply(L"MEVREP GET", L"G0");

@@ -28,7 +28,7 @@ struct ShownForms {
     // Does something with the window of the form that opens next, and closes it.
     void lookAtNext(const std::function<void(QWidget&)>& look)
     {
-        // Behind what the form does when it is activated.
+        // After the form's activation.
         QTimer::singleShot(30, [look] {
             QWidget* const window = QApplication::activeModalWidget();
             look(*window);
@@ -55,7 +55,7 @@ struct ShownForms {
     void showAll(const std::function<void(QWidget&)>& look)
     {
         show<frmRepHist>(look);
-        host.patient->patientSex = L"M"; // whose fields are grey
+        host.patient->patientSex = L"M"; // greys the fields
         show<frmRepHist>(look);
         host.patient->patientSex = L"F";
         show<frmInf>(look);

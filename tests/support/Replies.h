@@ -1,5 +1,5 @@
-// Replies as the server gives them. The forms are tested with these; the contract tests hold them and the real server's
-// against the same shapes, so that the two cannot drift apart.
+// Replies for the tests of the forms. The contract tests check that these and the real server's have the same shapes,
+// so that the two cannot drift apart.
 #pragma once
 
 #include "api/Text.h"

@@ -1,4 +1,4 @@
-// A host without screen and server. Tests script its replies and read what was asked of it and shown.
+// A host without screen and server. Tests script its replies and read which calls were made and what was shown.
 #pragma once
 
 #include "api/Failure.h"
@@ -59,7 +59,7 @@ public:
     void popUp(Menu& menu) override { lastMenu = &menu; }
     void showModal(Form& form) override;
 
-    // What the user does in the next forms, one function a form; a form without one is closed at once.
+    // What the user does in the next forms, one function a form; a form without one is closed immediately.
     std::deque<std::function<void(Form&)>> inForms;
 
 private:
@@ -151,14 +151,14 @@ public:
     }
     // Calls of this name fail with this description.
     void failCall(TextView name, TextView description) { m_failures[Text(name)] = description; }
-    // Calls of this name find the server gone.
+    // Calls of this name lose the server.
     Text losesServerAt;
 
-    // Tells the subscribers as a server would, by name.
+    // Notifies the subscribers by name, as a server does.
     void push(TextView name);
-    // Tells all subscribers whatever they subscribed.
+    // Notifies every subscriber whatever its subscriptions.
     void pushToAll(TextView name);
-    // Subscribed names; a name counts once for each sink.
+    // Subscribed names, once for each sink.
     std::multiset<Text> subscriptions() const;
 
     std::map<Text, std::shared_ptr<HostObject>> objects;
@@ -167,7 +167,7 @@ public:
     bool failsEvents = false;
     bool failsSubscriptions = false;
 
-    // What was announced by the latest hint, as lines of calls.
+    // The calls announced by the latest hint.
     Transcript expected;
 
     void expectCalls(std::span<const ExpectedCall> calls) override
@@ -200,7 +200,7 @@ private:
     std::set<std::pair<Text, ICSS_SessionEvents*>> m_sinks;
 };
 
-// All of it together, with a patient of 30 years and a provider signed on.
+// All of them, with a patient of 30 years and a provider signed on.
 class ScriptedHost : public Host {
 public:
     ScriptedHost();

@@ -11,7 +11,7 @@
 namespace health {
 namespace {
 
-TEST(Conversions, NumericMeansTheWholeText)
+TEST(Conversions, NumericTextsAreNumbersAsAWhole)
 {
     const std::pair<TextView, double> accepted[] = { { L"0", 0 }, { L"12", 12 }, { L" 12 ", 12 }, { L"-3", -3 },
         { L"+4", 4 }, { L"12.", 12 }, { L".5", 0.5 }, { L"1E2", 100 }, { L"1e-1", 0.1 }, { L"-0.2", -0.2 } };
@@ -36,7 +36,7 @@ TEST(Conversions, HugeNumbersStayInRange)
     EXPECT_EQ(roundToWhole(leadingNumber(L"1E999")), std::numeric_limits<long long>::max());
     EXPECT_EQ(roundToWhole(leadingNumber(L"-1E999")), std::numeric_limits<long long>::min());
     EXPECT_EQ(leadingNumber(L"1E-999"), 0);
-    // Where the digits are many, the exponent alone does not tell.
+    // With many digits the exponent alone does not decide.
     const Text zeros(400, L'0');
     EXPECT_EQ(leadingNumber(L"0." + zeros + L"1"), 0);
     EXPECT_EQ(leadingNumber(L"0." + zeros + L"1E5"), 0);
@@ -46,7 +46,7 @@ TEST(Conversions, HugeNumbersStayInRange)
     EXPECT_EQ(leadingNumber(L"1E-99999999999999999999"), 0);
 }
 
-TEST(Conversions, HalvesGoToTheEvenNeighbour)
+TEST(Conversions, HalvesAreRoundedToEven)
 {
     const std::pair<double, long long> cases[] = { { 0.5, 0 }, { 1.5, 2 }, { 2.5, 2 }, { -0.5, 0 }, { -1.5, -2 },
         { -2.5, -2 }, { 2.4999, 2 }, { -0.2, 0 }, { -0.6, -1 }, { 1e18, 1000000000000000000 } };
@@ -56,7 +56,7 @@ TEST(Conversions, HalvesGoToTheEvenNeighbour)
 
 TEST(Conversions, DoNotDependOnTheLocale)
 {
-    // The only one that every machine has besides "C"; a decimal comma comes from a de_DE where there is one.
+    // de_DE has a decimal comma, but not every machine has de_DE.
     for (const char* locale : { "de_DE.UTF-8", "C.UTF-8", "C" }) {
         std::setlocale(LC_ALL, locale);
         EXPECT_DOUBLE_EQ(leadingNumber(L"1.5"), 1.5) << locale;
@@ -76,14 +76,14 @@ TEST(Letters, ProperCase)
     EXPECT_EQ(properCase(L"SMITH, JOHN", WordStart::AfterBlankOrComma), L"Smith, John");
 }
 
-TEST(Letters, ComparisonLeavesCaseAside)
+TEST(Letters, ComparisonIgnoresCase)
 {
     EXPECT_TRUE(equalIgnoringCase(L"Muñoz", L"MUÑOZ"));
     EXPECT_FALSE(equalIgnoringCase(L"Munoz", L"MUÑOZ"));
     EXPECT_FALSE(equalIgnoringCase(L"AB", L"ABC"));
 }
 
-TEST(Texts, BytesThatAreNoUtf8BecomeReplacements)
+TEST(Texts, InvalidUtf8BecomesReplacementCharacters)
 {
     const std::pair<std::string_view, TextView> cases[] = { { "caf\xC3\xA9", L"café" }, { "a\xFFz", L"a\xFFFDz" },
         { "\xC3", L"\xFFFD" }, { "\xC0\x80", L"\xFFFD\xFFFD" }, { "\xED\xA0\x80", L"\xFFFD\xFFFD\xFFFD" },

@@ -25,7 +25,7 @@ TEST(FileManDates, ToDisplay)
     }
 }
 
-TEST(FileManDates, TimeIsShownWhereTheTextHasOne)
+TEST(FileManDates, DisplayTextHasTheTimeIfTheDateHasOne)
 {
     const std::pair<TextView, TextView> cases[] = { { L"3201231", L"12/31/2020" },
         { L"3201231.1", L"12/31/2020 10:00" }, { L"12/31/2020", L"12/31/2020" },

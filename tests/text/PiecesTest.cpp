@@ -18,7 +18,7 @@ TEST(Pieces, Piece)
         EXPECT_EQ(Piece(text, delimiter, n), expected) << narrow(text) << ' ' << n;
 }
 
-TEST(Pieces, SplitOnlyEnlarges)
+TEST(Pieces, SplitOnlyAppendsEmptyPieces)
 {
     EXPECT_EQ(SplitPieces(L"a^b", L"^", 3), (std::vector<Text> { L"a", L"b", L"", L"" }));
     EXPECT_EQ(SplitPieces(L"a^b^c", L"^", 1), (std::vector<Text> { L"a", L"b", L"c" }));
@@ -34,7 +34,7 @@ TEST(Pieces, LinesOfAListReply)
     EXPECT_TRUE(replyLines(L"").empty());
 }
 
-TEST(Pieces, TranslateCharsGoesOneAfterTheOther)
+TEST(Pieces, TranslateCharsReplacesInSequence)
 {
     EXPECT_EQ(TranslateChars(L"RepHist-PedWtOpt", L"-", L"_"), L"RepHist_PedWtOpt");
     EXPECT_EQ(TranslateChars(L"abc", L"ab", L"bx"), L"xxc"); // a becomes b, then every b becomes x

@@ -14,7 +14,7 @@ TEST(Contrast, RatiosOfTheGuidelines)
         EXPECT_NEAR(contrast(one, other), ratio, 0.01) << std::hex << one << ' ' << other;
 }
 
-TEST(Contrast, ColoursAreChangedNoFurtherThanNeeded)
+TEST(Contrast, ColoursChangeNoMoreThanNeeded)
 {
     EXPECT_EQ(mixed(0x000000, 0xFFFFFF, 0.5), 0x808080u);
     EXPECT_EQ(mixed(0x112233, 0xFFFFFF, 1), 0x112233u);
