@@ -192,23 +192,6 @@ TEST(DateControl, ShortForms)
     }
 }
 
-TEST(DateControl, NotifiesTheUsersEntriesOnly)
-{
-    mevZvDate date;
-    std::string log;
-    date.NewDateEntered = [&] { log += "entered "; };
-    date.EntryRefused = [&] { log += "refused "; };
-    date.setValue(L"01/02/2006");
-    EXPECT_TRUE(date.enter(L"01/02/2006", Moment()) && date.enter(L"", Moment()));
-    EXPECT_EQ(log, "");
-    EXPECT_TRUE(date.enter(L"1/3/2006", Moment()));
-    date.setRequireTime(true);
-    EXPECT_TRUE(date.enter(L"1/3/2006", Moment())); // unchanged
-    EXPECT_FALSE(date.enter(L"1/4/2006", Moment()));
-    EXPECT_TRUE(date.enter(L"", Moment())); // cleared
-    EXPECT_EQ(log, "entered refused ");
-}
-
 TEST(DateControl, TypedTextBecomesTheValueWhenTheFieldIsLeft)
 {
     mevZvDate date;
@@ -223,9 +206,19 @@ TEST(DateControl, TypedTextBecomesTheValueWhenTheFieldIsLeft)
     EXPECT_FALSE(date.wasTouched());
     date.enter(L"T", Moment());
     EXPECT_TRUE(date.wasTouched());
+    std::string log;
+    date.NewDateEntered = [&] { log += "entered "; };
+    date.EntryRefused = [&] { log += "refused "; };
     date.type(L"half a da");
     date.setValue(L"01/02/2006"); // replaces what is being typed
     EXPECT_EQ(date.shown(), L"01/02/2006");
+    EXPECT_TRUE(date.enter(L"01/02/2006", Moment()) && date.enter(L"", Moment()));
+    EXPECT_EQ(log, "");
+    EXPECT_TRUE(date.enter(L"1/3/2006", Moment()));
+    date.setRequireTime(true);
+    EXPECT_TRUE(date.enter(L"1/3/2006", Moment())); // unchanged
+    EXPECT_FALSE(date.enter(L"1/4/2006", Moment()));
+    EXPECT_EQ(log, "entered refused ");
 }
 
 }
