@@ -14,6 +14,8 @@ TEST_F(LifeCycle, StartAsksForTheKeysAndShowSubscribesAfterLoading)
             L"call MEVUTL CHKSEC(PROVIDER|MEVZ CAC|MEVZ VIEW ONLY|MEVZ REP HIST EDIT^MEV DISABLE REP HIST EDITING)" });
     EXPECT_TRUE(host.session->subscriptions().empty());
     EXPECT_EQ(control.imgIcon.toolTip(), L"1.0.0.0  Personal Health");
+    EXPECT_EQ(control.fgData.column(0).width, 1600);
+    EXPECT_TRUE(control.fgData.wordWrap());
     for (const int column : { 2, 3, 4, 5 })
         EXPECT_TRUE(control.fgData.column(column).hidden);
     host.transcript.clear();
@@ -49,7 +51,7 @@ TEST_F(LifeCycle, WithoutAPatientTheGridSaysSo)
     EXPECT_EQ(row(0), L"|Patient Not Selected||||");
     EXPECT_TRUE(control.fgData.column(0).hidden);
     EXPECT_EQ(control.fgData.row(), -1);
-    EXPECT_FALSE(control.cboType.isVisible());
+    EXPECT_TRUE(control.cboType.count() == 0 && !control.cboType.isVisible());
     control.fgData.choose(0);
     EXPECT_EQ(enabledCommands(), L"----");
     EXPECT_EQ(host.session->subscriptions(), std::multiset<Text> { L"REFRESH" });
@@ -97,6 +99,8 @@ TEST_F(LifeCycle, SelectionSurvivesAReloadByItsKey)
     EXPECT_EQ(control.fgData.row(), -1);
     EXPECT_EQ(enabledCommands(), L"----");
     control.fgData.choose(0);
+    host.session->push(L"REFRESH");
+    EXPECT_EQ(control.fgData.row(), 0);
     commitPatient(34); // has a row of the same key
     EXPECT_EQ(control.fgData.row(), -1);
 }

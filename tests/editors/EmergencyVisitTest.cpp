@@ -84,6 +84,8 @@ TEST_F(EmergencyVisit, DepartureIsADateWithItsTime)
     EXPECT_EQ(host.boxes().size(), 3u);
     EXPECT_EQ(
         host.boxes().front(), L"box [Invalid Date] Enter the departure date with its time, such as 1/2/2006 14:30.");
+    enterDate(form.datDepart, L"03/14/2026@00:00");
+    EXPECT_EQ(form.datDepart.value(), L"03/14/2026 00:00");
     enterDate(form.datDepart, L"N");
     EXPECT_EQ(saved(), L"(^81^^^^^^^^^3260315.093^^)");
     EXPECT_EQ(host.boxes().size(), 0u);
