@@ -3,6 +3,8 @@
 #include "text/Conversions.h"
 #include "text/Pieces.h"
 
+#include <algorithm>
+
 namespace health::fuzz {
 namespace {
 
