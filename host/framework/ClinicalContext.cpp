@@ -1,7 +1,8 @@
 #include "host/framework/ClinicalContext.h"
 
 #include "api/ProgIds.h"
-#include "host/windows/DisplayText.h"
+#include "host/framework/DisplayText.h"
+#include "host/session/Replies.h"
 
 #include <QApplication>
 #include <QScopedValueRollback>

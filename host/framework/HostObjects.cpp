@@ -1,6 +1,6 @@
 #include "host/framework/HostObjects.h"
 
-#include "host/windows/DisplayText.h"
+#include "host/framework/DisplayText.h"
 
 namespace health {
 

@@ -1,8 +1,8 @@
 // The objects that the session hands out. They hold what the context sets; prompts go to the context.
 #pragma once
 
+#include "host/report/Report.h"
 #include "host/session/HostSession.h"
-#include "host/windows/ReportPages.h"
 
 #include <QDate>
 

@@ -1,8 +1,9 @@
 #include "host/program/Tour.h"
 
-#include "host/windows/DisplayText.h"
+#include "host/framework/DisplayText.h"
+#include "host/session/Replies.h"
 #include "host/windows/MainWindow.h"
-#include "host/windows/PrivateFile.h"
+#include "host/desktop/PrivateFile.h"
 
 #include <QAbstractButton>
 #include <QAbstractItemView>

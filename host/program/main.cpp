@@ -1,10 +1,10 @@
 #include "host/framework/ComponentLoader.h"
 #include "host/program/Tour.h"
 #include "host/program/UnattendedDialogs.h"
-#include "host/windows/DisplayText.h"
+#include "host/framework/DisplayText.h"
 #include "host/windows/FailureBox.h"
 #include "host/windows/MainWindow.h"
-#include "host/windows/PrivateFile.h"
+#include "host/desktop/PrivateFile.h"
 
 #include <QApplication>
 

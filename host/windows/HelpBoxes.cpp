@@ -1,7 +1,7 @@
 #include "host/windows/HelpBoxes.h"
 
 #include "host/program/Options.h"
-#include "host/windows/ProgramIcon.h"
+#include "host/desktop/ProgramIcon.h"
 
 #include <QCoreApplication>
 #include <QMainWindow>

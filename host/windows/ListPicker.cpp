@@ -1,7 +1,7 @@
 #include "host/windows/ListPicker.h"
 
 #include "api/Failure.h"
-#include "host/windows/DisplayText.h"
+#include "host/framework/DisplayText.h"
 
 #include <QCoreApplication>
 #include <QDialogButtonBox>

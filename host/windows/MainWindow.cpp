@@ -2,18 +2,19 @@
 
 #include "host/session/ProcessTransport.h"
 #include "host/session/TlsTransport.h"
-#include "host/windows/DisplayText.h"
+#include "host/framework/DisplayText.h"
+#include "host/session/Replies.h"
 #include "host/windows/FailureBox.h"
 #include "host/windows/HelpBoxes.h"
 #include "host/windows/ListPicker.h"
 #include "host/windows/PatientBanner.h"
 #include "host/windows/Pickers.h"
 #include "host/windows/PreviewDialog.h"
-#include "host/windows/ProgramIcon.h"
-#include "host/windows/ReadablePalette.h"
-#include "host/windows/TextSize.h"
+#include "host/desktop/ProgramIcon.h"
+#include "host/desktop/ReadablePalette.h"
+#include "host/desktop/TextSize.h"
 #include "host/windows/WaitBox.h"
-#include "host/windows/WheelGuard.h"
+#include "host/desktop/WheelGuard.h"
 
 #include <QApplication>
 #include <QCloseEvent>

@@ -1,7 +1,7 @@
 #include "host/windows/PatientBanner.h"
 
 #include "host/framework/ClinicalContext.h"
-#include "host/windows/DisplayText.h"
+#include "host/framework/DisplayText.h"
 
 #include <QEvent>
 #include <QHBoxLayout>

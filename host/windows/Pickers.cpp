@@ -1,6 +1,7 @@
 #include "host/windows/Pickers.h"
 
-#include "host/windows/DisplayText.h"
+#include "host/framework/DisplayText.h"
+#include "host/session/Replies.h"
 #include "host/windows/PatientSearch.h"
 
 #include <QCoreApplication>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/windows/ReportPages.h"
+#include "host/report/ReportPages.h"
 
 #include <QDialog>
 #include <QPrinter>

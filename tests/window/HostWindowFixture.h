@@ -2,7 +2,7 @@
 #pragma once
 
 #include "host/framework/ComponentLoader.h"
-#include "host/windows/DisplayText.h"
+#include "host/framework/DisplayText.h"
 #include "host/windows/ListPicker.h"
 #include "host/windows/MainWindow.h"
 

@@ -1,4 +1,4 @@
-#include "host/windows/ReadablePalette.h"
+#include "host/desktop/ReadablePalette.h"
 
 #include "toolkit/Contrast.h"
 

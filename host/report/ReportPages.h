@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/report/Report.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -7,16 +9,6 @@ class QPainter;
 class QPrinter;
 
 namespace health {
-
-// A report as the host is asked to show it.
-struct Report {
-    QString text; // lines; a form feed begins a page
-    QString title;
-    QStringList subtitles;
-    int lineWidth = 80; // characters
-    bool pageNumbers = true;
-    bool patientHeading = true;
-};
 
 // Whose report it is, and who prints it; as they are shown.
 struct ReportPeople {

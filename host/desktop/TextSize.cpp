@@ -1,4 +1,4 @@
-#include "host/windows/TextSize.h"
+#include "host/desktop/TextSize.h"
 
 #include <QApplication>
 #include <QProxyStyle>

@@ -1,10 +1,7 @@
 // How the host shows the server's names and dates.
 #pragma once
 
-#include "api/Text.h"
-
 #include <QDateTime>
-#include <QList>
 #include <QString>
 
 #include <optional>
@@ -25,8 +22,5 @@ QString displayDate(const QString& text);
 std::optional<int> ageInMonths(const QDate& birth, const QDate& today);
 // Age on a day: months below two years, days below two months, else years.
 QString displayAge(const QDate& birth, const QDate& today);
-
-// The lines of a list reply, each as its "^"-pieces. A server error reply throws Failure with its text.
-QList<QStringList> linesOf(const Text& reply);
 
 }

@@ -1,4 +1,4 @@
-#include "host/windows/WheelGuard.h"
+#include "host/desktop/WheelGuard.h"
 
 #include <QAbstractSpinBox>
 #include <QComboBox>

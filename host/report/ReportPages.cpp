@@ -1,7 +1,7 @@
-#include "host/windows/ReportPages.h"
+#include "host/report/ReportPages.h"
 
 #include "api/Failure.h"
-#include "host/windows/PrivateFile.h"
+#include "host/desktop/PrivateFile.h"
 
 #include <QFile>
 #include <QFileInfo>

@@ -1,6 +1,4 @@
-#include "host/windows/DisplayText.h"
-
-#include "api/Failure.h"
+#include "host/framework/DisplayText.h"
 
 #include <QStringList>
 
@@ -72,17 +70,6 @@ QString displayAge(const QDate& birth, const QDate& today)
     if (*age < 2)
         return count(static_cast<int>(birth.daysTo(today)), "day");
     return *age < 24 ? count(*age, "month") : count(*age / 12, "year");
-}
-
-QList<QStringList> linesOf(const Text& reply)
-{
-    const QString text = QString::fromStdWString(reply);
-    if (text.startsWith(u'-'))
-        throw Failure(text.section(u'^', 1, 1).toStdWString());
-    QList<QStringList> lines;
-    for (const QString& line : text.split(QStringLiteral("\r\n"), Qt::SkipEmptyParts))
-        lines.append(line.split(u'^'));
-    return lines;
 }
 
 }
