@@ -2,6 +2,8 @@
 
 #include "api/Failure.h"
 
+using namespace Qt::StringLiterals;
+
 namespace health {
 
 QList<QStringList> linesOf(const Text& reply)
@@ -10,7 +12,7 @@ QList<QStringList> linesOf(const Text& reply)
     if (text.startsWith(u'-'))
         throw Failure(text.section(u'^', 1, 1).toStdWString());
     QList<QStringList> lines;
-    for (const QString& line : text.split(QStringLiteral("\r\n"), Qt::SkipEmptyParts))
+    for (const QString& line : text.split(u"\r\n"_s, Qt::SkipEmptyParts))
         lines.append(line.split(u'^'));
     return lines;
 }
