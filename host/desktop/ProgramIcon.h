@@ -4,7 +4,7 @@
 
 namespace health {
 
-// The program's sign, as the menu entry's: a record card with a cross.
+// The program's icon, the same as that of the menu entry: a record card with a cross.
 QIcon programIcon();
 
 }

@@ -10,32 +10,32 @@ class QPrinter;
 
 namespace health {
 
-// Whose report it is, and who prints it; as they are shown.
+// The patient of a report and the user who prints it, as shown.
 struct ReportPeople {
-    QString heading; // names the patient
+    QString heading; // the line that names the patient
     QString patient; // the name alone
     QString user;
 };
 
-// A report laid out on pages in a fixed font; on every page the title, the patient, the day, the user and the page's
-// number. Where the report's own text names the patient, the heading does not do so again.
+// A report laid out on pages in a fixed font. Every page shows the title, the patient, the date, the user and the page
+// number. If the text of a page names the patient, its heading does not repeat the name.
 class ReportPages {
 public:
     ReportPages(const Report& report, const ReportPeople& people);
 
-    // The report's lines, longer ones broken at the width; a form feed stands alone and begins a page.
+    // The report's lines, wrapped at the width. A form feed is a line by itself and begins a page.
     const QStringList& lines() const { return m_lines; }
 
-    // What stands on each page above its foot, for pages of so many rows: the heading, then its share of the lines.
+    // The rows of each page above its footer: the heading, then the lines. `rows` is their greatest number.
     QList<QStringList> pages(int rows) const;
 
-    // Chooses the paper that is usual where the user lives.
+    // Sets the paper size that is usual in the user's locale.
     static void setUsualPaper(QPrinter& printer);
-    // Text does not reach the paper's edge.
+    // Sets margins that keep the text away from the paper's edge.
     static void setMargins(QPrinter& printer);
-    // Draws all pages; gives their number, 0 when nothing can be drawn. A file that they go to is the user's alone.
+    // Draws all pages. Their number; 0 on failure. An output file is readable by the user only.
     int paint(QPrinter& printer) const;
-    // Writes a PDF file, with no printer needed; throws Failure when it cannot be written.
+    // Writes a PDF file; needs no printer. Throws Failure if it cannot be written.
     void savePdf(const QString& path) const;
 
 private:

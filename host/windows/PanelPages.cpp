@@ -11,6 +11,8 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace health {
 
 namespace {
@@ -23,9 +25,9 @@ PanelPages::PanelPages(ClinicalContext& context)
     : m_context(context)
 {
     setChildrenCollapsible(false);
-    setAccessibleName(tr("Panels"));
+    setAccessibleName(u"Panels"_s);
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* focused) { noteFocus(focused); });
-    connect(&context, &ClinicalContext::patientTold, this, &PanelPages::focusRecords);
+    connect(&context, &ClinicalContext::patientCommitted, this, &PanelPages::focusRecords);
 }
 
 PanelPages::~PanelPages() { dropAll(); }
@@ -45,8 +47,8 @@ void PanelPages::add()
         showPages();
 }
 
-// A panel starts to work when it is first shown, and may have to say something in a box then. That must not happen
-// in the middle of the window's own showing: the pages follow from the event loop.
+// A panel starts to work when it is first shown, and may show a box then. The box must not run an event loop inside the
+// window's own show event, so the pages are shown later, from the event loop.
 void PanelPages::showEvent(QShowEvent* event)
 {
     QSplitter::showEvent(event);
@@ -62,7 +64,7 @@ void PanelPages::showPages()
         if (page)
             page->show();
     }
-    refresh(); // at once, not with the next round of the event loop
+    refresh(); // synchronously, not in the next turn of the event loop
     if (m_context.patient().number != 0 && !isAncestorOf(window()->focusWidget()))
         focusRecords();
 }
@@ -90,7 +92,7 @@ QWidget* PanelPages::load(Panel& panel)
     try {
         panel.component = loadComponentClass(QString::fromLatin1(PanelProgId)).create(m_context);
         if (!panel.component || !panel.component->widget())
-            throw Failure(L"The panel's library made no panel. Install it again.");
+            throw Failure(L"The panel library did not create a panel. Reinstall it.");
         m_context.add(*panel.component);
         return panel.component->widget();
     } catch (...) {
@@ -114,7 +116,7 @@ QWidget* PanelPages::messagePage(const QString& text)
 void PanelPages::drop(Panel& panel)
 {
     if (panel.page)
-        panel.page->setParent(nullptr); // off the page, before its instance goes
+        panel.page->setParent(nullptr); // before its instance is destroyed
     if (panel.component)
         m_context.remove(*panel.component);
     else

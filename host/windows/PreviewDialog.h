@@ -28,7 +28,7 @@ private:
     ReportPages m_pages;
     QPrinter m_printer;
     QPrintPreviewWidget* m_preview;
-    QLabel* m_saved; // says where
+    QLabel* m_saved; // shows where
 };
 
 }

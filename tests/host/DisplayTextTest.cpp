@@ -1,7 +1,7 @@
 #include "host/framework/DisplayText.h"
-#include "host/session/Replies.h"
 #include "api/Failure.h"
 #include "host/report/ReportPages.h"
+#include "host/session/Replies.h"
 #include "tests/support/ScriptedHost.h"
 
 #include <QFile>

@@ -37,7 +37,7 @@ protected:
     void SetUp() override
     {
         registerComponent(QStringLiteral(PANEL_LIBRARY));
-        Options options;
+        WindowOptions options;
         options.user = "sorrel,ada";
         options.dataFolder = folder.filePath("data");
         options.serverProgram = QStringLiteral(SERVER_PROGRAM);

@@ -168,7 +168,7 @@ TEST_F(HostWindow, TextSizeIsRememberedAndGoesBackToTheNaturalOne)
     window->close();
     window.reset();
     EXPECT_EQ(points(), natural);
-    window = std::make_unique<MainWindow>(Options());
+    window = std::make_unique<MainWindow>(WindowOptions());
     EXPECT_EQ(points(), large);
     action("Normal Text")->trigger();
     EXPECT_EQ(points(), natural);
