@@ -11,6 +11,7 @@
 #include "api/host.h"
 
 #include <memory>
+#include <vector>
 
 class QWidget;
 
@@ -18,7 +19,7 @@ namespace health {
 
 // Of the interfaces in this header and in api/host.h: rises with each change of them. A host loads a library of
 // its own number only; another one would misread them.
-inline constexpr int ComponentInterface = 2;
+inline constexpr int ComponentInterface = 3;
 
 // One panel on a page of the host.
 class ComponentInstance {
@@ -28,7 +29,7 @@ public:
 
     // The panel's widget; owned by the instance. The host places it on a page (setting a parent there
     // is fine) and takes it off the page before it drops the instance. The panel starts to work
-    // when it is first shown.
+    // when it is first shown. Giving it the focus puts the focus on the list.
     virtual QWidget* widget() = 0;
 
     // Where the host tells this panel of changes of the patient and of the visit. It asks Pending of every
@@ -40,6 +41,10 @@ public:
     // and without a visit the active one is taken. For records that the panel does not list: emergency visits, type 8,
     // whose page belongs to the host. An empty record adds one. Returns when the editor is closed.
     virtual void openRecord(int type, const Text& record, const Text& visit) = 0;
+
+    // The texts of the list as the user sees it: a vector for each row with a text for each shown column. A text may
+    // hold line breaks. Empty while the list is loading. Without a patient it holds the one row that says so.
+    virtual std::vector<std::vector<Text>> rows() const = 0;
 };
 
 // Makes the instances of one ProgID. Owned by the library.
