@@ -1,5 +1,6 @@
 #include "host/session/HostSession.h"
 
+#include "api/Events.h"
 #include "api/Utf8.h"
 #include "host/session/Transport.h"
 
@@ -15,7 +16,7 @@ namespace health {
 namespace {
 
 // Raised inside the host only; the server knows nothing of them.
-bool isLocal(TextView name) { return name == L"REFRESH" || name == L"STATUS"; }
+bool isLocal(TextView name) { return name == RefreshEvent || name == StatusEvent; }
 
 Text newToken() { return QString::fromLatin1(QUuid::createUuid().toRfc4122().toHex()).toStdWString(); }
 
@@ -226,7 +227,7 @@ void HostSession::reconnectQuietly()
 void HostSession::tellMissedEvents()
 {
     if (std::exchange(m_eventsMissed, false))
-        queueEvent(L"REFRESH", L"");
+        queueEvent(Text(RefreshEvent), L"");
 }
 
 // --- Calls ---
@@ -372,7 +373,7 @@ void HostSession::unregisterEvent(TextView name, ICSS_SessionEvents& sink)
 
 void HostSession::raiseEvent(TextView name, TextView data)
 {
-    if (name == L"STATUS")
+    if (name == StatusEvent)
         Q_EMIT statusChanged(QString::fromStdWString(Text(data)));
     if (m_inCall)
         queueEvent(Text(name), Text(data));
@@ -385,7 +386,7 @@ void HostSession::queueEvent(Text name, Text data)
     auto event = std::pair(std::move(name), std::move(data));
     if (m_events.size() >= MostEvents) {
         m_events.clear();
-        event = { L"REFRESH", L"" };
+        event = { Text(RefreshEvent), L"" };
     }
     // The same news twice is told once.
     if (std::find(m_events.begin(), m_events.end(), event) == m_events.end())

@@ -1,5 +1,6 @@
 #include "host/windows/MainWindow.h"
 
+#include "api/Events.h"
 #include "host/session/ProcessTransport.h"
 #include "host/session/TlsTransport.h"
 #include "host/windows/DisplayText.h"
@@ -134,7 +135,7 @@ void MainWindow::makeViewMenu()
     QMenu* const view = menuBar()->addMenu(tr("&View"));
     view->addAction(tr("&Refresh"), QKeySequence(Qt::Key_F5), this, [this] {
         if (m_context.mayChange())
-            m_context.session().raiseEvent(L"REFRESH", L"");
+            m_context.session().raiseEvent(RefreshEvent, L"");
     });
     view->addSeparator();
     // The plus stands on a shifted key of many keyboards.
