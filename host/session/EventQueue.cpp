@@ -1,5 +1,6 @@
 #include "host/session/EventQueue.h"
 
+#include "api/Events.h"
 #include "api/Failure.h"
 
 #include <QDeadlineTimer>
@@ -62,7 +63,7 @@ void EventQueue::queue(Text name, Text data)
     auto event = std::pair(std::move(name), std::move(data));
     if (m_events.size() >= MostEvents) {
         m_events.clear();
-        event = { L"REFRESH", L"" };
+        event = { Text(RefreshEvent), L"" };
     }
     if (std::find(m_events.begin(), m_events.end(), event) == m_events.end())
         m_events.push_back(std::move(event));

@@ -1,5 +1,6 @@
 #include "host/session/HostSession.h"
 
+#include "api/Events.h"
 #include "api/Utf8.h"
 #include "host/session/Transport.h"
 
@@ -17,7 +18,7 @@ namespace health {
 namespace {
 
 // Raised inside the host only; the server does not know them.
-bool isLocal(TextView name) { return name == L"REFRESH" || name == L"STATUS"; }
+bool isLocal(TextView name) { return name == RefreshEvent || name == StatusEvent; }
 
 Text newToken() { return QString::fromLatin1(QUuid::createUuid().toRfc4122().toHex()).toStdWString(); }
 
@@ -214,7 +215,7 @@ void HostSession::openQuietly()
 void HostSession::raiseMissedEvents()
 {
     if (std::exchange(m_eventsMissed, false))
-        m_events.queue(L"REFRESH", L"");
+        m_events.queue(Text(RefreshEvent), L"");
 }
 
 // --- Calls ---
@@ -330,7 +331,7 @@ void HostSession::unregisterEvent(TextView name, ICSS_SessionEvents& sink)
 
 void HostSession::raiseEvent(TextView name, TextView data)
 {
-    if (name == L"STATUS")
+    if (name == StatusEvent)
         Q_EMIT statusChanged(QString::fromStdWString(Text(data)));
     if (m_inCall)
         m_events.queue(Text(name), Text(data));

@@ -1,5 +1,6 @@
 #include "host/tour/Tour.h"
 
+#include "api/RecordTypeNumber.h"
 #include "host/desktop/PrivateFile.h"
 #include "host/framework/DisplayText.h"
 #include "host/session/Replies.h"
@@ -22,8 +23,6 @@ namespace {
 
 // Patients of the sample data whose records show every form.
 constexpr long Patients[] = { 1, 3, 5, 6, 2, 11, 13, 16 };
-constexpr int TreatmentContract = 6;
-constexpr int EmergencyVisit = 8; // not listed by the panel
 constexpr int YoungChild = 7 * 12; // months of age
 constexpr int WatchMilliseconds = 120;
 
@@ -47,20 +46,20 @@ bool isAnyone(const PatientData&) { return true; }
 }
 
 struct Tour::Editor {
-    int type; // of the record
+    RecordTypeNumber type;
     const char* name; // in the names of the pictures
     const wchar_t* list; // the call that lists the records; null: one record per patient
     bool (*isFor)(const PatientData& patient);
 };
 
 const Tour::Editor Tour::Editors[] = {
-    { 1, "reproductive", nullptr, isFemale },
-    { 2, "infant-feeding", L"MEVVIF GET", isYoungChild },
-    { 3, "birth-measurements", nullptr, isYoungChild },
-    { 4, "functional-status", L"MEVVELD GET", isAnyone },
-    { 5, "asthma-status", L"MEVVAST GET", isAnyone },
-    { TreatmentContract, "tx-contract", L"MEVVTXC GET", isAnyone },
-    { 7, "refusal", L"MEVREF GET", isAnyone },
+    { RecordTypeNumber::Reproductive, "reproductive", nullptr, isFemale },
+    { RecordTypeNumber::InfantFeeding, "infant-feeding", L"MEVVIF GET", isYoungChild },
+    { RecordTypeNumber::BirthMeasurements, "birth-measurements", nullptr, isYoungChild },
+    { RecordTypeNumber::FunctionalStatus, "functional-status", L"MEVVELD GET", isAnyone },
+    { RecordTypeNumber::Asthma, "asthma-status", L"MEVVAST GET", isAnyone },
+    { RecordTypeNumber::TreatmentContract, "tx-contract", L"MEVVTXC GET", isAnyone },
+    { RecordTypeNumber::Refusal, "refusal", L"MEVREF GET", isAnyone },
 };
 
 Tour::Tour(MainWindow& window, const QString& folder)
@@ -117,25 +116,25 @@ void Tour::openEmergencyVisits()
 {
     const QList<QStringList> found = records(L"MEVVER GET");
     for (const QStringList& record : found)
-        open(EmergencyVisit, record, u"-edit-emergency-visit-"_s + record[0]);
+        open(RecordTypeNumber::EmergencyRoom, record, u"-edit-emergency-visit-"_s + record[0]);
     if (!found.isEmpty())
-        open(EmergencyVisit, {}, u"-add-emergency-visit"_s);
+        open(RecordTypeNumber::EmergencyRoom, {}, u"-add-emergency-visit"_s);
 }
 
 // Searches for a provider by a letter that several names begin with.
 void Tour::openLookup()
 {
     m_searches = true;
-    open(TreatmentContract, {}, u"-add-tx-contract-search"_s);
+    open(RecordTypeNumber::TreatmentContract, {}, u"-add-tx-contract-search"_s);
     m_searches = false;
 }
 
 // Opens the editor of a record, as its list call returns it, or to add one. Returns when the editor is closed.
-void Tour::open(int type, const QStringList& record, const QString& picture)
+void Tour::open(RecordTypeNumber type, const QStringList& record, const QString& picture)
 {
     m_picture = m_patient + picture;
     const QString visit = record.value(2).section(u'|', 1, 1);
-    m_window.firstPanel()->openRecord(type, record.value(0).toStdWString(), visit.toStdWString());
+    m_window.firstPanel()->openRecord(static_cast<int>(type), record.value(0).toStdWString(), visit.toStdWString());
 }
 
 QList<QStringList> Tour::records(const wchar_t* call)

@@ -10,6 +10,7 @@ class QAbstractButton;
 namespace health {
 
 class MainWindow;
+enum class RecordTypeNumber;
 
 // Opens every editor for some of the sample patients, saves a picture of each and closes it again: the pictures of the
 // documentation, and a quick look at all windows after a change.
@@ -29,7 +30,7 @@ private:
     void openEditors(const Editor& editor);
     void openEmergencyVisits();
     void openLookup();
-    void open(int type, const QStringList& record, const QString& picture);
+    void open(RecordTypeNumber type, const QStringList& record, const QString& picture);
     QList<QStringList> records(const wchar_t* call);
     bool searchProvider(const QWidget& dialog);
     void drawDialog();

@@ -1,5 +1,6 @@
 #include "host/windows/MainWindow.h"
 
+#include "api/Events.h"
 #include "host/desktop/ProgramIcon.h"
 #include "host/desktop/ReadablePalette.h"
 #include "host/desktop/TextSize.h"
@@ -141,7 +142,7 @@ void MainWindow::makeViewMenu()
     QMenu* const view = menuBar()->addMenu(u"&View"_s);
     view->addAction(u"&Refresh"_s, QKeySequence(Qt::Key_F5), this, [this] {
         if (m_context.mayChange())
-            m_context.session().raiseEvent(L"REFRESH", L"");
+            m_context.session().raiseEvent(RefreshEvent, L"");
     });
     view->addSeparator();
     // On many keyboards plus is a shifted key.

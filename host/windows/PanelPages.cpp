@@ -5,7 +5,6 @@
 #include "host/framework/ClinicalContext.h"
 #include "host/framework/ComponentLoader.h"
 
-#include <QAbstractItemView>
 #include <QApplication>
 #include <QLabel>
 
@@ -81,10 +80,8 @@ void PanelPages::focusRecords()
 {
     QWidget* const first = m_panels.empty() ? nullptr : m_panels.front().page;
     QWidget* const page = m_lastFocused && isAncestorOf(m_lastFocused) ? m_lastFocused.data() : first;
-    if (!page)
-        return;
-    auto* const records = page->findChild<QAbstractItemView*>(QString(), Qt::FindDirectChildrenOnly);
-    (page->focusProxy() || !records ? page : records)->setFocus();
+    if (page)
+        page->setFocus();
 }
 
 QWidget* PanelPages::load(Panel& panel)
@@ -145,16 +142,14 @@ void PanelPages::dropAll()
 
 QString PanelPages::gridText() const
 {
-    const QWidget* const page = m_panels.empty() ? nullptr : m_panels.front().page;
-    // The panel's own grid; a drop-down list has an item view too, deeper down.
-    const auto* const view =
-        page ? page->findChild<QAbstractItemView*>(QString(), Qt::FindDirectChildrenOnly) : nullptr;
-    const QAbstractItemModel* const model = view ? view->model() : nullptr;
+    const ComponentInstance* const panel = first();
+    if (!panel)
+        return {};
     QString text;
-    for (int row = 0; model && row < model->rowCount(); ++row) {
+    for (const std::vector<Text>& row : panel->rows()) {
         QStringList cells;
-        for (int column = 0; column < model->columnCount(); ++column)
-            cells.append(oneLine(model->index(row, column).data().toString()));
+        for (const Text& cell : row)
+            cells.append(oneLine(QString::fromStdWString(cell)));
         text += cells.join(u'\t') + u'\n';
     }
     return text;

@@ -35,10 +35,10 @@ Text refusal(const QByteArray& manifest, const QString& folder = usersFolder())
 
 TEST(ComponentLoader, ManifestsThatCannotBeUsedAreTold)
 {
-    const QByteArray good = R"({ "progId": "Test.Panel", "library": "/nowhere/panel.so", "interface": 2 })";
+    const QByteArray good = R"({ "progId": "Test.Panel", "library": "/nowhere/panel.so", "interface": 3 })";
     EXPECT_EQ(refusal(good), L"The panel's library /nowhere/panel.so no longer exists. Register the panel again.");
     for (const QByteArray& old :
-        { QByteArray(good).replace("2", "3"), QByteArray(good).replace(", \"interface\": 2", "") })
+        { QByteArray(good).replace("3", "4"), QByteArray(good).replace(", \"interface\": 3", "") })
         EXPECT_NE(refusal(old).find(L" is of another version (interface "), Text::npos) << old.toStdString();
     for (const QByteArray& garbled : { good.left(20), QByteArray(), QByteArray(good).replace("Test.Panel", "Other") })
         EXPECT_NE(refusal(garbled).find(L"cannot be read. Register the panel again."), Text::npos)
@@ -48,7 +48,7 @@ TEST(ComponentLoader, ManifestsThatCannotBeUsedAreTold)
 TEST(ComponentLoader, VariableMovesTheUsersRegistrations)
 {
     const QTemporaryDir moved;
-    const char* const manifest = R"({ "progId": "Test.Panel", "library": "/%1/panel.so", "interface": 2 })";
+    const char* const manifest = R"({ "progId": "Test.Panel", "library": "/%1/panel.so", "interface": 3 })";
     refusal(QString(manifest).arg("home").toUtf8());
     qputenv("PERSONAL_HEALTH_COMPONENTS", moved.path().toUtf8());
     const Text failure = refusal(QString(manifest).arg("moved").toUtf8(), moved.path());
