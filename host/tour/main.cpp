@@ -1,4 +1,4 @@
-// Saves pictures of all windows: health_tour FOLDER DATA SERVER-PROGRAM. tools/tour builds and runs it.
+// Saves pictures of all windows: health_tour FOLDER DATA SERVER-PROGRAM [USER]. tools/tour builds and runs it.
 #include "api/Failure.h"
 #include "host/tour/Tour.h"
 #include "host/windows/MainWindow.h"
@@ -15,6 +15,7 @@ int run(const QStringList& arguments)
 {
     WindowOptions options;
     options.isUnattended = true;
+    options.user = arguments.value(4);
     options.dataFolder = arguments[2];
     options.serverProgram = arguments[3];
     options.timeoutMilliseconds = 90'000;
@@ -37,8 +38,8 @@ int run(const QStringList& arguments)
 int main(int argc, char** argv)
 {
     const QApplication application(argc, argv);
-    if (argc != 4) {
-        std::fputs("Usage: health_tour FOLDER DATA SERVER-PROGRAM\n", stderr);
+    if (argc < 4 || argc > 5) {
+        std::fputs("Usage: health_tour FOLDER DATA SERVER-PROGRAM [USER]\n", stderr);
         return 2;
     }
     try {

@@ -60,8 +60,11 @@ protected:
     std::vector<Request> seen;
     QStringList questions;
     int retries = 0; // answered yes so many times
+    std::function<void()> onQuestion;
     HostSession session { transport, 300, [this](const QString& reason) {
                              questions.append(reason);
+                             if (onQuestion)
+                                 onQuestion();
                              return retries-- > 0;
                          } };
 };
@@ -321,6 +324,28 @@ TEST_F(HostSessionTest, EventsArriveByNameAndNeverInsideACall)
     transport.stream().push(ScriptedTransport::frame("EVXR.1.X\n")); // while nobody waits
     QTest::qWait(30);
     EXPECT_EQ(other.names, std::vector<Text> { L"VXR.1.X" });
+}
+
+TEST_F(HostSessionTest, EventsWaitWhileTheUserIsAskedToRetry)
+{
+    session.signOn(L"SORREL,ADA");
+    Sink patient;
+    session.registerEvent(L"VXR.12", patient);
+    onCall = [&](const Request& request) {
+        if (request.connection == 2)
+            return ScriptedTransport::reply(request, "1");
+        transport.endsAfterAnswer = true;
+        return ScriptedTransport::frame("EVXR.12.VELD\n");
+    };
+    retries = 1;
+    onQuestion = [&] {
+        session.raiseEvent(L"VXR.12.REP", L"");
+        QTest::qWait(30); // as the box does
+        EXPECT_TRUE(patient.names.empty());
+    };
+    session.callText(L"MEVREP GET", L"12");
+    QTest::qWait(30);
+    EXPECT_EQ(patient.names, (std::vector<Text> { L"VXR.12.VELD", L"VXR.12.REP" }));
 }
 
 TEST_F(HostSessionTest, EventBehindAnAnswerIsNotForgotten)
