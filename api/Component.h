@@ -1,51 +1,75 @@
-// What a loadable component offers to a host: the only header of it that a host includes.
+// What a loadable component offers to a host. A host includes this header, and implements the interfaces of api/host.h.
 //
-// A component is a shared library with four C entry points. A host finds the library by its manifest, gets
-// the class object of a ProgID from it, and creates as many instances as the user opens. Registering
-// writes the manifest, a JSON file PROGID.json with the members "progId", "library" (its path: absolute, or from the
-// manifest's folder) and "version", into the folder "personal-health/components" below the user's data folder
-// (XDG_DATA_HOME), and "interface", the number below. An installed package puts it into the same folder below the
-// system's (XDG_DATA_DIRS), for all users.
+// A component is a shared library with four C entry points. A host finds the library by its manifest, gets the class
+// object of a ProgID from it, and creates as many instances as the user opens. The manifest is a JSON file
+// PROGID.json in the folder "personal-health/components" below the user's data folder (XDG_DATA_HOME), where
+// ComponentRegister writes it, or below one of the system's (XDG_DATA_DIRS), where a package installs it. The variable
+// PERSONAL_HEALTH_COMPONENTS names another folder for the user's manifests. Members:
+//
+//   "progId"     the ProgID
+//   "library"    path of the library, absolute or relative to the manifest's folder
+//   "interface"  ComponentInterface (below) of the library; a manifest without it means 1
+//   "version"    of the component, for people
+//
+// Binary interface: texts (std::wstring), std::vector, std::shared_ptr, exceptions and dynamic casts cross the border
+// of the library. Host and component must therefore be built by the same compiler family with the same C++ standard
+// library, both with exceptions and RTTI, and must load the same Qt, of which the panel's widget is made. Nothing
+// checks that. ComponentInterface guards the declarations in these headers only: a host compares it with the manifest
+// before it loads the library.
+//
+// Thread: a host calls everything here, the entry points included, on the thread of its QApplication. Only
+// ComponentRegister and ComponentUnregister need no QApplication. Instances are destroyed before the QApplication.
 #pragma once
 
+#include "api/RecordTypeNumber.h"
 #include "api/host.h"
 
 #include <memory>
+#include <vector>
 
 class QWidget;
 
 namespace health {
 
-// Of the interfaces in this header and in api/host.h: rises with each change of them. A host loads a library of
-// its own number only; another one would misread them.
-inline constexpr int ComponentInterface = 2;
+// The number of the interfaces in this header and in api/host.h; it rises with each change of them. A host loads only
+// libraries of its own number; it would misread any other.
+inline constexpr int ComponentInterface = 3;
 
-// One panel on a page of the host.
+// One panel on a page of the host. Unless noted otherwise, the operations report failures to the user and do not throw.
 class ComponentInstance {
 public:
-    // Drops the panel's subscriptions, its widget and, with the last instance, the host objects.
+    // Unregisters the panel's events and destroys its widget; the last instance also drops the host objects.
     virtual ~ComponentInstance() = default;
 
-    // The panel's widget; owned by the instance. The host places it on a page (setting a parent there
-    // is fine) and takes it off the page before it drops the instance. The panel starts to work
-    // when it is first shown.
+    // The panel's widget; owned by the instance. The host places it on a page (setting a parent is fine), takes it off
+    // the page (setParent(nullptr)) before it destroys the instance or the page, and never deletes it. The panel loads
+    // its list inside the widget's first showEvent; until then it ignores all events. Giving the widget the focus
+    // puts the focus on the list.
     virtual QWidget* widget() = 0;
 
-    // Where the host tells this panel of changes of the patient and of the visit. It asks Pending of every
-    // instance before the change and calls Committed (or Canceled) afterwards.
+    // Where the host announces changes of the patient and of the visit; valid as long as the instance.
     virtual ICSS_PatientEvents& patientEvents() = 0;
     virtual ICSS_EncounterEvents& encounterEvents() = 0;
 
-    // Opens the editor of a record for the current patient, as the panel's own commands do: the permission is asked,
-    // and without a visit the active one is taken. For records that the panel does not list: emergency visits, type 8,
-    // whose page belongs to the host. An empty record adds one. Returns when the editor is closed.
+    // Opens the editor of a record for the current patient, as the panel's own commands do: checks the user's
+    // permission and, for a type that needs a visit, takes the active one if `visit` is empty. `type` is a
+    // RecordTypeNumber; any other number does nothing. `record` and `visit` are numbers as the server's replies give
+    // them; an empty record adds one. For records that the panel does not list: emergency visits (EmergencyRoom), whose
+    // page belongs to the host. Returns when the editor is closed.
     virtual void openRecord(int type, const Text& record, const Text& visit) = 0;
+
+    // The texts of the list as the user sees it: a vector for each row with a text for each shown column. A text may
+    // hold line breaks. Empty while the list is loading. Without a patient it holds the one row that says so. Throws
+    // only std::bad_alloc.
+    virtual std::vector<std::vector<Text>> rows() const = 0;
 };
 
 // Makes the instances of one ProgID. Owned by the library.
 class ComponentClass {
 public:
-    // The host must outlive all instances.
+    // The host must outlive all instances. The host of the first instance serves all further ones too, until the last
+    // one is destroyed. A failure of the host's objects is shown to the user, and the panel then stays without records;
+    // throws std::exception if the instance itself cannot be made.
     virtual std::unique_ptr<ComponentInstance> create(Host& host) = 0;
 
 protected:
@@ -54,13 +78,13 @@ protected:
 
 // Entry points, by their names in the library. None of them throws.
 extern "C" {
-// The class object of a ProgID (UTF-8), null when the library has no such class.
+// The class object of a ProgID (UTF-8), null if the library has no such class.
 using ComponentGetClassObjectFunction = ComponentClass*(const char* progId);
-// True when no instance lives, so that the library may be unloaded.
+// True if no instance exists, so that the library may be unloaded.
 using ComponentCanUnloadNowFunction = bool();
-// Writes the manifest for the library at an absolute path (UTF-8); false when that failed.
+// Writes the user's manifest for the library at an absolute path (UTF-8); false if that failed.
 using ComponentRegisterFunction = bool(const char* libraryPath);
-// Removes the manifest; true also when there was none.
+// Removes the user's manifest; true also if there was none.
 using ComponentUnregisterFunction = bool();
 }
 

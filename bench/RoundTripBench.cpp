@@ -21,7 +21,7 @@ void measure(const QString& data, int delay, bool ahead)
 {
     ProcessTransport process(QStringLiteral(SERVER_PROGRAM), { QStringLiteral("--data"), data });
     DelayedTransport transport(process, delay);
-    ClinicalContext context(transport, 60000, [](const QString&) { return false; });
+    ClinicalContext context(transport, 60000, [](const QString&) { return false; }, {});
     context.session().usesHints = ahead;
     context.session().signOn(L"ROLLINS,COLE");
     ShownPanel panel(context);

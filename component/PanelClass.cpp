@@ -31,12 +31,27 @@ public:
     {
         m_control.OpenRecord(type, record, visit);
     }
+    std::vector<std::vector<Text>> rows() const override;
 
 private:
     PanelClass& m_class;
     kalmevRepHistCtrl m_control;
     std::unique_ptr<PanelView> m_view;
 };
+
+std::vector<std::vector<Text>> PanelClass::Instance::rows() const
+{
+    const Grid& grid = m_control.fgData;
+    std::vector<std::vector<Text>> rows;
+    for (int row = 0; grid.isDrawing() && row < grid.rowCount(); ++row) {
+        auto& texts = rows.emplace_back();
+        for (int column = 0; column < grid.columnCount(); ++column) {
+            if (!grid.column(column).hidden)
+                texts.emplace_back(grid.text(row, column));
+        }
+    }
+    return rows;
+}
 
 PanelClass::PanelClass()
     : m_desktop(std::make_unique<QtDesktop>())

@@ -1,30 +1,24 @@
 #include "component/Registration.h"
 
 #include "api/Component.h"
+#include "toolkit/Manifests.h"
 
 #include <QDir>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QSaveFile>
-#include <QStandardPaths>
 
 namespace health {
 
 namespace {
 
-QString manifestFolder()
-{
-    return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation)
-        + QStringLiteral("/personal-health/components");
-}
-
-QString manifestPath(const QString& progId) { return manifestFolder() + u'/' + progId + QStringLiteral(".json"); }
+QString manifestPath(const QString& progId) { return userComponentsFolder() + u'/' + manifestName(progId); }
 
 }
 
 bool writeManifest(const QString& progId, const QString& libraryPath, const QString& version)
 {
-    if (!QDir().mkpath(manifestFolder()))
+    if (!QDir().mkpath(userComponentsFolder()))
         return false;
     const QJsonObject manifest {
         { QStringLiteral("progId"), progId },

@@ -1,6 +1,7 @@
 // The kinds of record that the panel lists: one table for everything that differs between them.
 #pragma once
 
+#include "api/RecordTypeNumber.h"
 #include "api/Text.h"
 
 #include <span>
@@ -34,17 +35,6 @@ enum class EditRule {
     PermissionMessage, // whoever has no PermissionMessage; no key overrides it
     Key, // holders of the type's own key or of PROVIDER
     Everybody,
-};
-
-enum class RecordTypeNumber {
-    Reproductive = 1,
-    InfantFeeding = 2,
-    BirthMeasurements = 3,
-    FunctionalStatus = 4,
-    Asthma = 5,
-    TreatmentContract = 6,
-    Refusal = 7,
-    EmergencyRoom = 8,
 };
 
 // One field of a summary: its caption (none: the value alone) and the "^"-piece of the record line.

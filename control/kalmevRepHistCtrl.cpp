@@ -1,5 +1,6 @@
 #include "control/kalmevRepHistCtrl.h"
 
+#include "api/Events.h"
 #include "control/FlagScope.h"
 #include "control/GridLoader.h"
 #include "shared/modConst.h"
@@ -10,8 +11,6 @@
 namespace health {
 
 namespace {
-
-constexpr TextView RefreshEvent = L"REFRESH";
 
 constexpr int LabelColumnWidth = 1600; // twips
 constexpr int LabelColumnAlignment = 6;
@@ -215,8 +214,8 @@ void kalmevRepHistCtrl::ICSS_EncounterEvents_Committed()
 
 void kalmevRepHistCtrl::subscribe(long patientNumber)
 {
-    m_visitEventName = L"VXR." + wholeText(patientNumber);
-    m_refusalEventName = L"REFUSAL." + wholeText(patientNumber);
+    m_visitEventName = Text(RecordsEventPrefix) + wholeText(patientNumber);
+    m_refusalEventName = Text(RefusalsEventPrefix) + wholeText(patientNumber);
     m_shared.session().registerEvent(m_visitEventName, *this);
     m_shared.session().registerEvent(m_refusalEventName, *this);
 }

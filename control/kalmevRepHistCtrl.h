@@ -141,8 +141,8 @@ private:
     bool m_active = false;
     bool m_refreshRegistered = false;
     std::array<bool, EditKeyCount> m_editKeys {}; // by EditKey
-    Text m_visitEventName; // "VXR." + patient number; empty without a patient
-    Text m_refusalEventName; // "REFUSAL." + patient number
+    Text m_visitEventName; // with the patient's number; empty without a patient
+    Text m_refusalEventName;
     bool m_loading = false;
     bool m_deleting = false; // from the first question to the server's answer
     // What has arrived and is not loaded yet:

@@ -23,6 +23,7 @@ PanelView::PanelView(kalmevRepHistCtrl& control, QtDesktop& desktop)
     m_type.setAccessibleName(tr("Record type to add"));
     m_type.setAccessibleDescription(m_type.accessibleName()); // some screen readers take its value for its name
     m_grid.setAccessibleName(tr("Personal health records"));
+    setFocusProxy(&m_grid);
     for (ButtonView& button : m_buttons)
         button.setRefuge(m_grid);
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* focused) { followFocus(focused); });

@@ -1,6 +1,7 @@
 // modShared: calls of remote procedures, their errors, reports.
 #include "shared/modShared.h"
 
+#include "api/Events.h"
 #include "text/Conversions.h"
 
 #include <algorithm>
@@ -107,7 +108,7 @@ bool modShared::trap(TextView module, TextView procedure, const std::function<vo
 void modShared::raiseStatus(TextView text)
 {
     if (m_session)
-        m_session->raiseEvent(L"STATUS", text);
+        m_session->raiseEvent(StatusEvent, text);
 }
 
 void modShared::SetStatusText(TextView text)

@@ -1,7 +1,8 @@
 #include "host/framework/ClinicalContext.h"
 
 #include "api/ProgIds.h"
-#include "host/windows/DisplayText.h"
+#include "host/framework/DisplayText.h"
+#include "host/session/Replies.h"
 
 #include <QApplication>
 #include <QScopedValueRollback>
@@ -26,11 +27,12 @@ private:
 
 }
 
-ClinicalContext::ClinicalContext(Transport& transport, int timeoutMilliseconds, HostSession::TryAgain tryAgain)
+ClinicalContext::ClinicalContext(
+    Transport& transport, int timeoutMilliseconds, HostSession::TryAgain tryAgain, Prompts prompts)
     : m_session(std::make_shared<HostSession>(transport, timeoutMilliseconds, std::move(tryAgain)))
-    , m_patient(std::make_shared<HostPatient>())
-    , m_encounter(std::make_shared<HostEncounter>())
-    , m_print(std::make_shared<HostPrintPreview>())
+    , m_patient(std::make_shared<HostPatient>(std::move(prompts.choosePatient)))
+    , m_encounter(std::make_shared<HostEncounter>(std::move(prompts.chooseVisit)))
+    , m_print(std::make_shared<HostPrintPreview>(std::move(prompts.showReport)))
 {
     m_session->setObject(ApplicationProgId, std::make_shared<HostApplication>());
     m_session->setObject(PatientProgId, m_patient);
@@ -54,13 +56,13 @@ PatientData ClinicalContext::readPatient(long number)
     const auto lines = linesOf(m_session->callText(L"MEVHOST PATIENT", std::to_wstring(number)));
     const QStringList pieces = lines.value(0);
     if (pieces.value(0).toLong() != number)
-        throw Failure(L"The server did not answer with patient " + std::to_wstring(number) + L".");
+        throw Failure(L"The server did not reply with patient " + std::to_wstring(number) + L".");
     return { number, pieces.value(1), pieces.value(2), pieces.value(3), dateOfFileMan(pieces.value(3)).date() };
 }
 
-// Asks all components whether the change suits them; tells all when it does not suit one.
+// Asks all components whether they accept the change; if one vetoes, notifies all of the cancellation.
 template<typename Events>
-bool ClinicalContext::suitsAll(Events events)
+bool ClinicalContext::isAcceptedByAll(Events events)
 {
     const auto vetoes = [&](ComponentInstance* component) { return events(*component).Pending(); };
     if (std::none_of(m_components.begin(), m_components.end(), vetoes))
@@ -72,29 +74,30 @@ bool ClinicalContext::suitsAll(Events events)
 
 bool ClinicalContext::selectPatient(long number)
 {
-    // A component that shows a box while it loads lets the event loop turn, and would hear of a second patient before
-    // it has let go of the first.
+    // A box that a component shows while it loads runs the event loop; a second change there would reach the component
+    // before it has released the first patient.
     if (!mayChange())
         return false;
     const QScopedValueRollback changing(m_changing, true);
     const PatientData data = readPatient(number);
-    if (!suitsAll([](ComponentInstance & component) -> auto& { return component.patientEvents(); }))
+    if (!isAcceptedByAll([](ComponentInstance & component) -> auto& { return component.patientEvents(); }))
         return false;
-    // A box of one that loads would otherwise leave the others with the former patient's records under the new name.
-    tellPatient({});
+    // Otherwise, while a loading component shows a box, the others would show the former patient's records under the
+    // new name.
+    commitPatient({});
     if (data.number != 0)
-        tellPatient(data);
-    tellVisit();
-    Q_EMIT patientTold();
+        commitPatient(data);
+    commitVisit();
+    Q_EMIT patientCommitted();
     return true;
 }
 
-void ClinicalContext::tellPatient(const PatientData& patient)
+void ClinicalContext::commitPatient(const PatientData& patient)
 {
     m_patient->data = patient;
     m_encounter->data = {};
     Q_EMIT patientChanged();
-    // A copy: while a box of one of them is open, a component may come or go.
+    // A copy: components may be added and removed while one of them shows a box.
     for (ComponentInstance* component : std::vector(m_components)) {
         if (std::find(m_components.begin(), m_components.end(), component) != m_components.end())
             component->patientEvents().Committed();
@@ -106,14 +109,14 @@ bool ClinicalContext::selectVisit(const VisitData& visit)
     if (!mayChange())
         return false;
     const QScopedValueRollback changing(m_changing, true);
-    if (!suitsAll([](ComponentInstance & component) -> auto& { return component.encounterEvents(); }))
+    if (!isAcceptedByAll([](ComponentInstance & component) -> auto& { return component.encounterEvents(); }))
         return false;
     m_encounter->data = visit;
-    tellVisit();
+    commitVisit();
     return true;
 }
 
-void ClinicalContext::tellVisit()
+void ClinicalContext::commitVisit()
 {
     Q_EMIT visitChanged();
     for (ComponentInstance* component : std::vector(m_components)) {

@@ -5,60 +5,66 @@
 
 #include <QObject>
 
+#include <functional>
 #include <vector>
 
 namespace health {
 
-// Who is signed on, which patient and which visit are selected: the one place that changes them, and tells the
-// components. The framework's entrance for components.
+// The session, and the selected patient and visit: the only place that changes them and notifies the components. The
+// framework's entry point for components.
 class ClinicalContext : public QObject, public Host {
     Q_OBJECT
 public:
-    ClinicalContext(Transport& transport, int timeoutMilliseconds, HostSession::TryAgain tryAgain);
+    // How the user is asked and shown something; without a window nothing happens.
+    struct Prompts {
+        std::function<void()> choosePatient = [] {};
+        std::function<void()> chooseVisit = [] {};
+        std::function<void(const Report& report)> showReport = [](const Report&) {};
+    };
+
+    // The transport must outlive the context.
+    ClinicalContext(Transport& transport, int timeoutMilliseconds, HostSession::TryAgain tryAgain, Prompts prompts);
 
     HostSession& session() { return *m_session; }
     const PatientData& patient() const { return m_patient->data; }
     const VisitData& visit() const { return m_encounter->data; }
-    HostPatient& patientObject() { return *m_patient; }
-    HostEncounter& encounterObject() { return *m_encounter; }
-    HostPrintPreview& printObject() { return *m_print; }
 
     std::unique_ptr<HostManager> createManager() override;
 
-    // Components that are told of changes; they must be taken off before they go.
+    // Components that are notified of changes; each must be removed before it is destroyed.
     void add(ComponentInstance& component) { m_components.push_back(&component); }
     void remove(ComponentInstance& component) { std::erase(m_components, &component); }
 
-    // False while a dialog is open, a call runs or a change is being told: nobody may change patient, visit or user
+    // False while a dialog is open, a call runs or a change is in progress: patient, visit and user must not change
     // then.
     bool mayChange() const;
 
-    // Selects a patient (0: none) without a visit; false when a component vetoes, or when nobody may change it just
-    // now. All components let go of the former patient before any of them hears of the new one. Throws Failure for an
-    // unknown one; nothing has changed then.
+    // Selects a patient (0: none) without a visit; false if a component vetoes or if mayChange() is false. All
+    // components release the former patient before any of them is notified of the new one. Throws Failure for an
+    // unknown patient, and changes nothing then.
     bool selectPatient(long number);
-    // Selects a visit of the patient; number 0: none. False as above.
+    // Selects a visit of the patient (number 0: none); false as above.
     bool selectVisit(const VisitData& visit);
 
 Q_SIGNALS:
     void patientChanged();
-    // All components have been told of the patient that was selected.
-    void patientTold();
+    // All components have been notified of the selected patient.
+    void patientCommitted();
     void visitChanged();
 
 private:
     PatientData readPatient(long number);
     template<typename Events>
-    bool suitsAll(Events events);
-    void tellPatient(const PatientData& patient);
-    void tellVisit();
+    bool isAcceptedByAll(Events events);
+    void commitPatient(const PatientData& patient);
+    void commitVisit();
 
     std::shared_ptr<HostSession> m_session;
     std::shared_ptr<HostPatient> m_patient;
     std::shared_ptr<HostEncounter> m_encounter;
     std::shared_ptr<HostPrintPreview> m_print;
     std::vector<ComponentInstance*> m_components;
-    bool m_changing = false; // from the first component's question to the last one's news
+    bool m_changing = false; // from the first component's veto to the last one's notification
 };
 
 }

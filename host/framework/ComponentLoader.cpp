@@ -1,6 +1,7 @@
 #include "host/framework/ComponentLoader.h"
 
 #include "api/Failure.h"
+#include "toolkit/Manifests.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -13,42 +14,43 @@
 
 #include <exception>
 
+using namespace Qt::StringLiterals;
+
 namespace health {
 
 namespace {
 
 [[noreturn]] void fail(const QString& text) { throw Failure(text.toStdWString()); }
 
+// The manifests of a panel, in the order of their precedence.
 QStringList manifestsOf(const QString& progId)
 {
-    const QString name = QStringLiteral("personal-health/components/") + progId + QStringLiteral(".json");
-    QStringList paths = QStandardPaths::locateAll(QStandardPaths::GenericDataLocation, name);
-    const QString own = QCoreApplication::applicationDirPath() + QStringLiteral("/../share/") + name;
-    if (QFile::exists(own))
-        paths.append(own);
+    const QString inData = ComponentsFolder + u'/' + manifestName(progId);
+    QStringList paths { userComponentsFolder() + u'/' + manifestName(progId) };
+    paths += QStandardPaths::locateAll(QStandardPaths::GenericDataLocation, inData);
+    paths += QCoreApplication::applicationDirPath() + u"/../share/"_s + inData;
+    paths.removeIf([](const QString& path) { return !QFile::exists(path); });
     return paths;
 }
 
-// The library that a manifest names, absolutely or from its own folder.
+// The library that a manifest names by an absolute path or by one from the manifest's folder.
 QString libraryIn(const QString& path, const QString& progId)
 {
     QFile file(path);
     const bool opened = file.open(QIODevice::ReadOnly);
     const QJsonObject manifest = opened ? QJsonDocument::fromJson(file.readAll()).object() : QJsonObject();
-    const QString library = manifest.value(QStringLiteral("library")).toString();
-    if (manifest.value(QStringLiteral("progId")).toString() != progId || library.isEmpty())
-        fail(QStringLiteral("The panel's manifest %1 cannot be read. Register the panel again.").arg(path));
-    const int interface = manifest.value(QStringLiteral("interface")).toInt(1);
+    const QString library = manifest.value(u"library"_s).toString();
+    if (manifest.value(u"progId"_s).toString() != progId || library.isEmpty())
+        fail(u"The panel's manifest %1 cannot be read. Register the panel again."_s.arg(path));
+    const int interface = manifest.value(u"interface"_s).toInt(1);
     if (interface != ComponentInterface)
-        fail(
-            QStringLiteral("The panel's library %1 is of another version (interface %2) than this host (interface %3). "
-                           "Register the panel that belongs to it.")
-                .arg(library)
-                .arg(interface)
-                .arg(ComponentInterface));
+        fail(u"The panel's library %1 is of another version (interface %2) than this host (interface %3). "
+             "Register the panel that belongs to it."_s.arg(library)
+                 .arg(interface)
+                 .arg(ComponentInterface));
     const QString found = QDir::cleanPath(QFileInfo(path).dir().absoluteFilePath(library));
     if (!QFileInfo::exists(found))
-        fail(QStringLiteral("The panel's library %1 is not there any more. Register the panel again.").arg(found));
+        fail(u"The panel's library %1 no longer exists. Register the panel again."_s.arg(found));
     return found;
 }
 
@@ -56,9 +58,8 @@ QString libraryOf(const QString& progId)
 {
     const QStringList manifests = manifestsOf(progId);
     if (manifests.isEmpty())
-        fail(QStringLiteral("The panel %1 is not registered on this machine. Register it with: "
-                            "personal-health-host --register LIBRARY")
-                 .arg(progId));
+        fail(u"The panel %1 is not registered on this machine. Register it with: "
+             "personal-health-host --register LIBRARY"_s.arg(progId));
     std::exception_ptr reason;
     for (const QString& manifest : manifests) {
         try {
@@ -77,11 +78,11 @@ Function* entry(const QString& libraryPath, const char* name)
     QLibrary library(libraryPath);
     library.setLoadHints(QLibrary::PreventUnloadHint);
     if (!library.load())
-        fail(QStringLiteral("The library %1 cannot be loaded: %2").arg(libraryPath, library.errorString()));
+        fail(u"The library %1 cannot be loaded: %2"_s.arg(libraryPath, library.errorString()));
     const auto function = reinterpret_cast<Function*>(library.resolve(name));
     if (!function)
-        fail(QStringLiteral("The library %1 is no component: it has no entry %2.")
-                 .arg(libraryPath, QLatin1String(name)));
+        fail(u"The library %1 is not a component: the entry point %2 is missing."_s.arg(
+            libraryPath, QLatin1String(name)));
     return function;
 }
 
@@ -93,7 +94,7 @@ ComponentClass& loadComponentClass(const QString& progId)
     ComponentClass* const object =
         entry<ComponentGetClassObjectFunction>(path, ComponentGetClassObjectName)(progId.toUtf8().constData());
     if (!object)
-        fail(QStringLiteral("The library %1 does not know the panel %2.").arg(path, progId));
+        fail(u"The library %1 does not contain the panel %2."_s.arg(path, progId));
     return *object;
 }
 
@@ -101,13 +102,13 @@ void registerComponent(const QString& libraryPath)
 {
     const QString path = QFileInfo(libraryPath).absoluteFilePath();
     if (!entry<ComponentRegisterFunction>(path, ComponentRegisterName)(path.toUtf8().constData()))
-        fail(QStringLiteral("The library %1 could not be registered: is the data folder writable?").arg(path));
+        fail(u"The library %1 could not be registered: is the data folder writable?"_s.arg(path));
 }
 
 void unregisterComponent(const QString& libraryPath)
 {
     if (!entry<ComponentUnregisterFunction>(QFileInfo(libraryPath).absoluteFilePath(), ComponentUnregisterName)())
-        fail(QStringLiteral("The registration could not be removed: is the data folder writable?"));
+        fail(u"The registration could not be removed: is the data folder writable?"_s);
 }
 
 }

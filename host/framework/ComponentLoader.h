@@ -6,12 +6,12 @@
 
 namespace health {
 
-// The class object of a ProgID, by the first manifest that names a library which is there: the user's, one of the
-// system's, or the one that was installed with the host. Throws Failure that says what is wrong and what to do. The
-// library stays loaded.
+// The class object of a ProgID, from the first manifest that names an existing library: in the user's folder (see
+// toolkit/Manifests.h), in one of the system's, or in that of the host's own installation. The Failure that it throws
+// states the problem and its remedy. The library stays loaded.
 ComponentClass& loadComponentClass(const QString& progId);
 
-// Calls a library's register or unregister entry point. Throws Failure.
+// Call a library's register and unregister entry points. Throw Failure.
 void registerComponent(const QString& libraryPath);
 void unregisterComponent(const QString& libraryPath);
 

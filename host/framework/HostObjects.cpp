@@ -1,15 +1,14 @@
 #include "host/framework/HostObjects.h"
 
-#include "host/windows/DisplayText.h"
+#include "host/framework/DisplayText.h"
+#include "toolkit/QtText.h"
 
 namespace health {
 
 namespace {
 
-// Bit of the flags by which a caller allows the user to be asked: 44 has it, 12 has not.
+// The bit of the flags that lets the host ask the user: set in 44, clear in 12.
 constexpr int MayAsk = 32;
-
-QString shown(TextView text) { return QString::fromWCharArray(text.data(), static_cast<qsizetype>(text.size())); }
 
 }
 
@@ -22,7 +21,7 @@ Text HostPatient::age() const
 bool HostEncounter::prepare(int flags)
 {
     if (data.number == 0 && (flags & MayAsk))
-        choose();
+        m_choose();
     return data.number != 0;
 }
 
@@ -30,16 +29,16 @@ void HostPrintPreview::preview(TextView report, TextView title, TextView subtitl
     TextView subtitle3, int lineWidth, bool pageNumbers, bool patientHeading)
 {
     Report shownReport;
-    shownReport.text = shown(report);
-    shownReport.title = shown(title);
+    shownReport.text = toQString(report);
+    shownReport.title = toQString(title);
     for (const TextView subtitle : { subtitle1, subtitle2, subtitle3 }) {
         if (!subtitle.empty())
-            shownReport.subtitles.append(shown(subtitle));
+            shownReport.subtitles.append(toQString(subtitle));
     }
     shownReport.lineWidth = lineWidth;
     shownReport.pageNumbers = pageNumbers;
     shownReport.patientHeading = patientHeading;
-    show(shownReport);
+    m_show(shownReport);
 }
 
 }

@@ -1,38 +1,32 @@
-// The objects that the session hands out. They hold what the context sets; prompts go to the context.
+// The objects that the session hands out. They hold what the context sets.
 #pragma once
 
+#include "host/framework/Selection.h"
+#include "host/report/Report.h"
 #include "host/session/HostSession.h"
-#include "host/windows/ReportPages.h"
 
-#include <QDate>
+#include <functional>
 
 namespace health {
 
-// What the banner shows of a patient.
-struct PatientData {
-    long number = 0;
-    QString name; // as stored
-    QString sex;
-    QString birthDate; // FileMan
-    QDate birth; // the earliest that an inexact birth date can mean
-};
-
-struct VisitData {
-    long number = 0;
-    QString date; // FileMan
-    QString location;
-};
-
 class HostPatient : public Patient {
 public:
+    // `prompt` offers the patient picker.
+    explicit HostPatient(std::function<void()> prompt)
+        : m_prompt(std::move(prompt))
+    {
+    }
+
     PatientData data;
-    std::function<void()> prompt;
 
     long number() const override { return data.number; }
     Text sex() const override { return data.sex.toStdWString(); }
     Text age() const override;
     bool isSelected() const override { return data.number != 0; }
-    void select() override { prompt(); }
+    void select() override { m_prompt(); }
+
+private:
+    std::function<void()> m_prompt;
 };
 
 class HostUser : public User {
@@ -64,21 +58,35 @@ private:
 
 class HostEncounter : public Encounter {
 public:
+    // `choose` offers the visit picker.
+    explicit HostEncounter(std::function<void()> choose)
+        : m_choose(std::move(choose))
+    {
+    }
+
     VisitData data;
-    std::function<void()> choose; // offers the visit picker
 
     long visitNumber() const override { return data.number; }
     bool isValid() const override { return data.number != 0; }
     bool prepare(int flags) override;
-    void prompt(int) override { choose(); }
+    void prompt(int) override { m_choose(); }
+
+private:
+    std::function<void()> m_choose;
 };
 
 class HostPrintPreview : public PrintPreview {
 public:
-    std::function<void(const Report& report)> show;
+    explicit HostPrintPreview(std::function<void(const Report& report)> show)
+        : m_show(std::move(show))
+    {
+    }
 
     void preview(TextView report, TextView title, TextView subtitle1, TextView subtitle2, TextView subtitle3,
         int lineWidth, bool pageNumbers, bool patientHeading) override;
+
+private:
+    std::function<void(const Report& report)> m_show;
 };
 
 }

@@ -6,23 +6,26 @@
 #include <QStandardPaths>
 #include <QUrl>
 
+#include <algorithm>
 #include <cstdio>
+#include <string_view>
+
+using namespace Qt::StringLiterals;
 
 namespace health {
 
 namespace {
 
-// Longer than a server may have to wait for the journal of one that was killed.
+// Longer than a server may have to wait for the journal recovery of one that was killed.
 constexpr double DefaultTimeout = 90; // seconds
 constexpr double DefaultLongestCall = 600; // seconds
 
 QString defaultDataFolder()
 {
-    return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation)
-        + QStringLiteral("/personal-health/data");
+    return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + u"/personal-health/data"_s;
 }
 
-// Beside the program in the build tree, or where it is installed.
+// Next to the program in the build tree, or where it is installed.
 QString defaultServerProgram()
 {
     const QString folder = QCoreApplication::applicationDirPath();
@@ -31,7 +34,7 @@ QString defaultServerProgram()
         if (file.isExecutable())
             return file.canonicalFilePath();
     }
-    return folder + QStringLiteral("/../server/phserver");
+    return folder + u"/../server/phserver"_s;
 }
 
 [[noreturn]] void refuse(const QString& text)
@@ -40,39 +43,120 @@ QString defaultServerProgram()
     std::exit(2);
 }
 
-// The milliseconds that an option of seconds gives.
-int readSeconds(const QCommandLineParser& parser, const QString& option)
+// The values of the command line, by option.
+struct Arguments {
+    QString patient;
+    QString user;
+    QString picture;
+    QString list;
+    QString data;
+    QString serverProgram;
+    QString server;
+    QString certificate;
+    QString key;
+    QString authority;
+    QString timeout;
+    QString longestCall;
+    QString registerLibrary;
+    QString unregisterLibrary;
+};
+
+struct Option {
+    const char* name;
+    const char* help;
+    const char* placeholder; // null: the option takes no value
+    QString Arguments::*member;
+};
+
+constexpr Option Table[] = {
+    { "patient", "Select the patient with number N.", "N", &Arguments::patient },
+    { "user", "Sign on as NAME, as in \"SORREL,ADA\".", "NAME", &Arguments::user },
+    { "picture", "Save a picture of the loaded window in FILE and exit.", "FILE", &Arguments::picture },
+    { "list", "Print the grid as text and exit.", nullptr, &Arguments::list },
+    { "data", "Keep the local server's data in FOLDER.", "FOLDER", &Arguments::data },
+    { "server-program", "Start this local server.", "PATH", &Arguments::serverProgram },
+    { "server", "Use the remote server at ADDRESS, as in tls://host:port.", "ADDRESS", &Arguments::server },
+    { "certificate", "Present the user's certificate in FILE (PEM) to the remote server.", "FILE",
+        &Arguments::certificate },
+    { "key", "Read the certificate's private key from FILE if it is not in the certificate's file.", "FILE",
+        &Arguments::key },
+    { "authority", "Trust the remote server if the authority in FILE (PEM) has issued its certificate.", "FILE",
+        &Arguments::authority },
+    { "timeout", "Wait at most SECONDS for a silent server.", "SECONDS", &Arguments::timeout },
+    { "longest-call", "Abandon a call after SECONDS, even while the server keeps sending.", "SECONDS",
+        &Arguments::longestCall },
+    { "register", "Register the component in LIBRARY and exit.", "LIBRARY", &Arguments::registerLibrary },
+    { "unregister", "Unregister the component in LIBRARY and exit.", "LIBRARY", &Arguments::unregisterLibrary },
+};
+
+// The values that options have without being set; the help shows them.
+Arguments defaults()
 {
-    bool understood = true;
-    const double seconds = parser.value(option).toDouble(&understood);
-    if (!understood || !(seconds > 0 && seconds <= 86400))
-        refuse(QStringLiteral("--%1 takes a number of seconds.").arg(option));
+    Arguments arguments;
+    arguments.data = defaultDataFolder();
+    arguments.serverProgram = defaultServerProgram();
+    arguments.timeout = QString::number(DefaultTimeout);
+    arguments.longestCall = QString::number(DefaultLongestCall);
+    return arguments;
+}
+
+void addOptions(QCommandLineParser& parser)
+{
+    const Arguments usual = defaults();
+    for (const auto& [name, help, placeholder, member] : Table) {
+        QCommandLineOption option(QString::fromLatin1(name), QString::fromLatin1(help));
+        option.setValueName(QString::fromLatin1(placeholder));
+        if (!(usual.*member).isEmpty())
+            option.setDefaultValue(usual.*member);
+        parser.addOption(option);
+    }
+}
+
+Arguments readArguments(const QCommandLineParser& parser)
+{
+    Arguments arguments;
+    for (const auto& [name, help, placeholder, member] : Table) {
+        const QString option = QString::fromLatin1(name);
+        arguments.*member = parser.value(option);
+        // For instance from an unset variable of a script.
+        if (placeholder && parser.isSet(option) && parser.value(option).isEmpty())
+            refuse(u"--%1 requires a value."_s.arg(option));
+    }
+    return arguments;
+}
+
+long readPatient(const QString& value)
+{
+    bool valid = true;
+    const long patient = value.isEmpty() ? 0 : value.toLong(&valid);
+    if (!valid || patient < 0)
+        refuse(u"--patient takes a patient's number."_s);
+    return patient;
+}
+
+int readMilliseconds(const QString& option, const QString& value)
+{
+    bool valid = true;
+    const double seconds = value.toDouble(&valid);
+    if (!valid || !(seconds > 0 && seconds <= 86400))
+        refuse(u"--%1 takes a number of seconds."_s.arg(option));
     return static_cast<int>(seconds * 1000);
 }
 
-// The remote server that the options name, if any.
-RemoteServer readServer(const QCommandLineParser& parser)
+std::optional<RemoteServer> readServer(const Arguments& arguments)
 {
-    RemoteServer server;
-    server.certificateFile = parser.value(QStringLiteral("certificate"));
-    server.keyFile = parser.value(QStringLiteral("key"));
-    server.authorityFile = parser.value(QStringLiteral("authority"));
-    const QString address = parser.value(QStringLiteral("server"));
-    if (!parser.isSet(QStringLiteral("server"))) {
-        if (!server.certificateFile.isEmpty() || !server.keyFile.isEmpty() || !server.authorityFile.isEmpty())
-            refuse(QStringLiteral("--certificate, --key and --authority go with --server."));
-        return server;
+    if (arguments.server.isEmpty()) {
+        if (!arguments.certificate.isEmpty() || !arguments.key.isEmpty() || !arguments.authority.isEmpty())
+            refuse(u"--certificate, --key and --authority require --server."_s);
+        return {};
     }
-    const QUrl url(address, QUrl::StrictMode);
+    const QUrl url(arguments.server, QUrl::StrictMode);
     if (url.scheme() != u"tls" || url.host().isEmpty() || url.port() <= 0 || !url.path().isEmpty())
-        refuse(QStringLiteral("--server takes an address such as tls://host:port."));
-    if (server.authorityFile.isEmpty())
-        refuse(QStringLiteral("--server needs --authority: the file of the authority that the server is trusted by."));
-    server.host = url.host();
-    server.port = url.port();
-    if (server.keyFile.isEmpty())
-        server.keyFile = server.certificateFile;
-    return server;
+        refuse(u"--server takes an address such as tls://host:port."_s);
+    if (arguments.authority.isEmpty())
+        refuse(u"--server requires --authority: the file of the authority that has issued the server's certificate."_s);
+    const QString key = arguments.key.isEmpty() ? arguments.certificate : arguments.key;
+    return RemoteServer { url.host(), url.port(), arguments.certificate, key, arguments.authority };
 }
 
 }
@@ -80,71 +164,39 @@ RemoteServer readServer(const QCommandLineParser& parser)
 Options readOptions()
 {
     QCommandLineParser parser;
-    parser.setApplicationDescription(
-        QStringLiteral("Shows the Personal Health panel for patients of a clinical server."));
+    parser.setApplicationDescription(u"Shows the Personal Health panel for patients of a clinical server."_s);
     parser.addHelpOption();
     parser.addVersionOption();
-    parser.addOptions({
-        { QStringLiteral("patient"), QStringLiteral("Select the patient with number N."), QStringLiteral("N") },
-        { QStringLiteral("user"), QStringLiteral("Sign on as NAME, as in \"SORREL,ADA\"."), QStringLiteral("NAME") },
-        { QStringLiteral("picture"), QStringLiteral("Save a picture of the loaded window in FILE and end."),
-            QStringLiteral("FILE") },
-        { QStringLiteral("tour"), QStringLiteral("Save pictures of all windows in FOLDER and end."),
-            QStringLiteral("FOLDER") },
-        { QStringLiteral("list"), QStringLiteral("Print the grid as text and end.") },
-        { QStringLiteral("data"), QStringLiteral("Keep the local server's data in FOLDER."), QStringLiteral("FOLDER"),
-            defaultDataFolder() },
-        { QStringLiteral("server-program"), QStringLiteral("Start this local server."), QStringLiteral("PATH"),
-            defaultServerProgram() },
-        { QStringLiteral("server"), QStringLiteral("Use the remote server at ADDRESS, as in tls://host:port."),
-            QStringLiteral("ADDRESS") },
-        { QStringLiteral("certificate"), QStringLiteral("Show the remote server the user's certificate in FILE (PEM)."),
-            QStringLiteral("FILE") },
-        { QStringLiteral("key"),
-            QStringLiteral("The certificate's private key is in FILE, if it is not in the certificate's."),
-            QStringLiteral("FILE") },
-        { QStringLiteral("authority"),
-            QStringLiteral("Trust the remote server if its certificate is from the authority in FILE (PEM)."),
-            QStringLiteral("FILE") },
-        { QStringLiteral("timeout"), QStringLiteral("Wait at most SECONDS for a server that says nothing."),
-            QStringLiteral("SECONDS"), QString::number(DefaultTimeout) },
-        { QStringLiteral("longest-call"), QStringLiteral("Give a call up after SECONDS, whatever the server says."),
-            QStringLiteral("SECONDS"), QString::number(DefaultLongestCall) },
-        { QStringLiteral("register"), QStringLiteral("Register the component in LIBRARY and end."),
-            QStringLiteral("LIBRARY") },
-        { QStringLiteral("unregister"), QStringLiteral("Unregister the component in LIBRARY and end."),
-            QStringLiteral("LIBRARY") },
-    });
+    addOptions(parser);
     parser.process(*QCoreApplication::instance());
     if (!parser.positionalArguments().isEmpty())
-        refuse(QStringLiteral("%1 is no option.").arg(parser.positionalArguments().first()));
-    // A variable of a script that was not set, perhaps.
-    for (const QString& option : parser.optionNames()) {
-        if (option != u"list" && parser.value(option).isEmpty())
-            refuse(QStringLiteral("--%1 needs a value.").arg(option));
-    }
-    if ((parser.isSet(QStringLiteral("tour")) || parser.isSet(QStringLiteral("picture")))
-        && parser.isSet(QStringLiteral("server")))
-        refuse(QStringLiteral("--picture and --tour do not go with --server: pictures are for the sample data."));
+        refuse(u"Unknown option: %1."_s.arg(parser.positionalArguments().first()));
+    const Arguments arguments = readArguments(parser);
+    if (!arguments.picture.isEmpty() && !arguments.server.isEmpty())
+        refuse(u"--picture cannot be combined with --server: pictures are for the sample data."_s);
 
     Options options;
-    bool understood = true;
-    if (parser.isSet(QStringLiteral("patient")))
-        options.patient = parser.value(QStringLiteral("patient")).toLong(&understood);
-    if (!understood || options.patient < 0)
-        refuse(QStringLiteral("--patient takes a patient's number."));
-    options.timeoutMilliseconds = readSeconds(parser, QStringLiteral("timeout"));
-    options.longestCallMilliseconds = readSeconds(parser, QStringLiteral("longest-call"));
-    options.user = parser.value(QStringLiteral("user"));
-    options.picture = parser.value(QStringLiteral("picture"));
-    options.tour = parser.value(QStringLiteral("tour"));
-    options.list = parser.isSet(QStringLiteral("list"));
-    options.dataFolder = QFileInfo(parser.value(QStringLiteral("data"))).absoluteFilePath();
-    options.server = readServer(parser);
-    options.serverProgram = parser.value(QStringLiteral("server-program"));
-    options.registerLibrary = parser.value(QStringLiteral("register"));
-    options.unregisterLibrary = parser.value(QStringLiteral("unregister"));
+    options.patient = readPatient(arguments.patient);
+    options.timeoutMilliseconds = readMilliseconds(u"timeout"_s, arguments.timeout);
+    options.longestCallMilliseconds = readMilliseconds(u"longest-call"_s, arguments.longestCall);
+    options.user = arguments.user;
+    options.picture = arguments.picture;
+    options.list = parser.isSet(u"list"_s);
+    options.dataFolder = QFileInfo(arguments.data).absoluteFilePath();
+    options.server = readServer(arguments);
+    options.serverProgram = arguments.serverProgram;
+    options.registerLibrary = arguments.registerLibrary;
+    options.unregisterLibrary = arguments.unregisterLibrary;
+    options.isUnattended = options.list || !options.picture.isEmpty();
     return options;
+}
+
+bool needsDisplay(int argc, char** argv)
+{
+    return std::none_of(argv, argv + argc, [](std::string_view argument) {
+        return argument.starts_with("--register") || argument.starts_with("--unregister")
+            || argument.starts_with("--help") || argument == "--version" || argument == "-h" || argument == "-v";
+    });
 }
 
 }

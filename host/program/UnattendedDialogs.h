@@ -4,14 +4,14 @@
 
 namespace health {
 
-// Answers every dialog at once as Escape would, and prints what it said on standard error: nobody sits in front of the
-// program. To be installed on the application.
+// Closes every dialog as Escape would, and prints its text on standard error. An event filter for an application that
+// runs without a user.
 class UnattendedDialogs : public QObject {
     Q_OBJECT
 public:
     using QObject::QObject;
 
-    // True when a dialog has come up.
+    // True if a dialog was shown.
     bool hasSeenOne() const { return m_seen; }
 
     bool eventFilter(QObject* watched, QEvent* event) override;

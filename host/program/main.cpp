@@ -1,35 +1,26 @@
+#include "host/desktop/PrivateFile.h"
 #include "host/framework/ComponentLoader.h"
-#include "host/program/Tour.h"
+#include "host/framework/DisplayText.h"
+#include "host/program/Options.h"
 #include "host/program/UnattendedDialogs.h"
-#include "host/windows/DisplayText.h"
 #include "host/windows/FailureBox.h"
 #include "host/windows/MainWindow.h"
-#include "host/windows/PrivateFile.h"
 
 #include <QApplication>
 
 #include <sys/prctl.h>
 #include <sys/resource.h>
 
-#include <algorithm>
 #include <cstdio>
-#include <string_view>
 
 using namespace health;
+using namespace Qt::StringLiterals;
 
 namespace {
 
-// Prints and saves what the options ask for; false when that did not go well.
+// Prints the grid and saves the picture, as the options ask; false on failure.
 bool report(MainWindow& window, const Options& options)
 {
-    if (!options.tour.isEmpty()) {
-        const int pictures = Tour(window, options.tour).run();
-        if (pictures < 0)
-            std::fprintf(stderr, "The pictures cannot be saved in %s.\n", qPrintable(options.tour));
-        else
-            std::printf("%d pictures saved.\n", pictures);
-        return pictures >= 0;
-    }
     if (options.list) {
         const PatientData& patient = window.context().patient();
         if (patient.number == 0)
@@ -47,21 +38,20 @@ bool report(MainWindow& window, const Options& options)
 int runUnattended(const Options& options)
 {
     UnattendedDialogs dialogs;
-    if (options.tour.isEmpty()) // which opens dialogs of its own, and closes them
-        QApplication::instance()->installEventFilter(&dialogs);
+    QApplication::instance()->installEventFilter(&dialogs);
     MainWindow window(options);
     try {
         if (!window.start())
-            throw Failure(L"The server knows no user.");
+            throw Failure(L"The server has no users.");
     } catch (const CallAbandoned&) {
-        return 1; // printed where the question would have been asked
+        return 1; // the window has printed why
     } catch (const Failure& failure) {
         std::fprintf(stderr, "%s\n", failure.what());
         return 1;
     }
     if (!window.panelFailure().isEmpty()) {
         std::fprintf(stderr, "%s\n", qPrintable(window.panelFailure()));
-        return 1; // nothing that could be reported
+        return 1; // there are no rows
     }
     window.show();
     QApplication::processEvents();
@@ -83,7 +73,7 @@ int runAttended(const Options& options)
     } catch (const CallAbandoned&) {
         return 1; // the user has seen why
     } catch (const Failure& failure) {
-        showFailure(nullptr, QStringLiteral("Personal Health"), QString::fromStdWString(failure.description()));
+        showFailure(nullptr, u"Personal Health"_s, QString::fromStdWString(failure.description()));
         return 1;
     }
     window.show();
@@ -105,18 +95,9 @@ int registration(const Options& options)
     return 0;
 }
 
-// Registering, as installing does it, needs no display.
-bool needsNoDisplay(int argc, char** argv)
-{
-    return std::any_of(argv, argv + argc, [](std::string_view argument) {
-        return argument.starts_with("--register") || argument.starts_with("--unregister")
-            || argument.starts_with("--help") || argument == "--version" || argument == "-h" || argument == "-v";
-    });
-}
-
-// The memory holds what the host has read of patients. The limit keeps the kernel from writing it to a file. A program
-// that the kernel hands dumps to may disregard the limit, so the process is marked as not dumpable as well; no other
-// program of the user can look into it then.
+// The memory contains patient data. The limit keeps the kernel from writing it to a core file. A program that the
+// kernel pipes core dumps to may ignore the limit, so the process is also marked as not dumpable; then no other program
+// of the user can read its memory either.
 void preventDumps()
 {
     constexpr rlimit none {};
@@ -128,14 +109,13 @@ template<typename Application>
 int run(int argc, char** argv)
 {
     Application application(argc, argv);
-    Application::setApplicationName(QStringLiteral("personal-health-host"));
-    Application::setOrganizationName(QStringLiteral("personal-health"));
-    Application::setApplicationVersion(QStringLiteral(HOST_VERSION));
+    Application::setApplicationName(u"personal-health-host"_s);
+    Application::setOrganizationName(u"personal-health"_s);
+    Application::setApplicationVersion(QLatin1String(HOST_VERSION));
     const Options options = readOptions();
-    const bool registers = !options.registerLibrary.isEmpty() || !options.unregisterLibrary.isEmpty();
-    if (registers)
+    if (options.registers())
         return registration(options);
-    return options.isUnattended() ? runUnattended(options) : runAttended(options);
+    return options.isUnattended ? runUnattended(options) : runAttended(options);
 }
 
 }
@@ -143,5 +123,5 @@ int run(int argc, char** argv)
 int main(int argc, char** argv)
 {
     preventDumps();
-    return needsNoDisplay(argc, argv) ? run<QCoreApplication>(argc, argv) : run<QApplication>(argc, argv);
+    return needsDisplay(argc, argv) ? run<QApplication>(argc, argv) : run<QCoreApplication>(argc, argv);
 }

@@ -11,11 +11,11 @@ namespace health {
 namespace {
 
 constexpr qsizetype LengthDigits = 8;
-// Bytes of a body. What is too long for the server it refuses itself; 100,000 records are an answer of 20 MB, and a
-// text of the logic takes four bytes for a letter.
+// Bytes of a body. The server itself refuses requests that are too long for it. 100,000 records are an answer of 20 MB,
+// which takes four bytes per letter as a Text.
 constexpr qsizetype LongestRequest = 99'999'999;
 constexpr qsizetype LongestAnswer = 64'000'000;
-constexpr qsizetype LargestRest = 1'000'000; // bytes of read frames that the buffer keeps
+constexpr qsizetype LargestRest = 1'000'000; // bytes of read frames that the buffer may keep
 
 bool areDigits(QByteArrayView text)
 {
@@ -34,7 +34,7 @@ Answer::Kind kindOf(char letter)
     case 'P':
         return Answer::Kind::Progress;
     default:
-        throw Failure(L"The server's answer was garbled (unknown kind).");
+        throw Failure(L"The server sent an invalid reply (unknown kind).");
     }
 }
 
@@ -43,14 +43,14 @@ Answer decode(QByteArray body)
     const Answer::Kind kind = kindOf(body.isEmpty() ? '\0' : body[0]);
     const qsizetype end = body.indexOf('\n');
     if (end < 0)
-        throw Failure(L"The server's answer was garbled (no heading).");
-    const QByteArray heading = body.sliced(1, end - 1);
+        throw Failure(L"The server sent an invalid reply (missing header).");
+    const QByteArray header = body.sliced(1, end - 1);
     body.remove(0, end + 1);
     if (kind == Answer::Kind::Event)
-        return { kind, 0, heading, std::move(body) };
-    if (heading.isEmpty() || !areDigits(heading))
-        throw Failure(L"The server's answer was garbled (no number).");
-    return { kind, heading.toLongLong(), {}, std::move(body) };
+        return { kind, 0, header, std::move(body) };
+    if (header.isEmpty() || !areDigits(header))
+        throw Failure(L"The server sent an invalid reply (missing number).");
+    return { kind, header.toLongLong(), {}, std::move(body) };
 }
 
 }
@@ -75,20 +75,20 @@ void FrameReader::feed(const QByteArray& bytes)
 {
     if (bytes.isEmpty())
         return;
-    // A stream whose reads never end on a frame's end must not grow for ever.
+    // Otherwise the buffer of a stream whose reads never end with a frame would grow forever.
     m_buffer.remove(0, std::exchange(m_start, 0));
     m_buffer += bytes;
 }
 
-// The length at the beginning of the buffer, as far as it has come; what is no digit shows at once.
+// The length at the beginning of the buffer, as far as it has arrived. Throws at the first byte that is not a digit.
 qsizetype FrameReader::length() const
 {
     const auto digits = QByteArrayView(m_buffer).sliced(m_start, std::min(LengthDigits, pending()));
     if (!areDigits(digits))
-        throw Failure(L"The server's answer was garbled (no length).");
+        throw Failure(L"The server sent an invalid reply (missing length).");
     const qsizetype length = digits.toByteArray().toLongLong();
     if (digits.size() == LengthDigits && length > LongestAnswer)
-        throw Failure(L"The server's answer is too long: more than 64,000,000 bytes.");
+        throw Failure(L"The server's reply is too long: more than 64,000,000 bytes.");
     return length;
 }
 
@@ -99,7 +99,7 @@ std::optional<Answer> FrameReader::next()
         return std::nullopt;
     const qsizetype begin = m_start + LengthDigits;
     if (begin + body == m_buffer.size()) {
-        // A long answer is not copied: it takes the buffer along.
+        // Avoids copying a long answer: it takes over the buffer.
         m_start = 0;
         QByteArray last = std::exchange(m_buffer, {});
         last.remove(0, begin);
@@ -108,7 +108,7 @@ std::optional<Answer> FrameReader::next()
     m_start = begin + body;
     QByteArray text = m_buffer.sliced(begin, body);
     if (m_start > std::max(LargestRest, pending()))
-        m_buffer = m_buffer.sliced(std::exchange(m_start, 0)); // a long answer's bytes are given back
+        m_buffer = m_buffer.sliced(std::exchange(m_start, 0)); // frees the memory of a long answer
     return decode(std::move(text));
 }
 

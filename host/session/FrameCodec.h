@@ -18,23 +18,23 @@ struct Answer {
     };
 
     Kind kind;
-    long long number = 0; // of the request; of a progress its percent; 0 for an event
+    long long number = 0; // of the request; for progress the percentage; 0 for an event
     QByteArray name; // of an event
     QByteArray text; // UTF-8
 };
 
-// The frame of one request, with what it is for where the server shall know. Throws Failure for one that is longer than
-// a server takes.
+// The frame of one request; `purpose` (docs/protocol.md) may be empty. Throws Failure if the request is longer than a
+// server accepts.
 QByteArray encodeRequest(long long number, TextView name, TextView parameter, TextView purpose = {});
 
-// Takes bytes as they come and gives whole answers. Throws Failure where the bytes are no frame; nothing
-// more can be read then.
+// Splits incoming bytes into whole answers. Throws Failure at bytes that are not a frame; nothing can be read after
+// them.
 class FrameReader {
 public:
     void feed(const QByteArray& bytes);
     std::optional<Answer> next();
 
-    // Bytes of a frame that is not whole yet.
+    // Bytes of an incomplete frame.
     qsizetype pending() const { return m_buffer.size() - m_start; }
 
 private:

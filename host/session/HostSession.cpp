@@ -1,5 +1,6 @@
 #include "host/session/HostSession.h"
 
+#include "api/Events.h"
 #include "api/Utf8.h"
 #include "host/session/Transport.h"
 
@@ -10,27 +11,22 @@
 #include <algorithm>
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace health {
 
 namespace {
 
-// Raised inside the host only; the server knows nothing of them.
-bool isLocal(TextView name) { return name == L"REFRESH" || name == L"STATUS"; }
+// Raised inside the host only; the server does not know them.
+bool isLocal(TextView name) { return name == RefreshEvent || name == StatusEvent; }
 
 Text newToken() { return QString::fromLatin1(QUuid::createUuid().toRfc4122().toHex()).toStdWString(); }
 
 Text widenBytes(const QByteArray& utf8) { return widen({ utf8.data(), static_cast<std::size_t>(utf8.size()) }); }
 
-// Between two tries to connect again without a word; twice as long after each try that failed.
-constexpr int FirstPause = 10'000; // milliseconds
-constexpr int LongestPause = 320'000;
-// The window takes no input meanwhile, so such a try gives up sooner than a call that the user made.
-constexpr int QuietTimeout = 5'000;
-constexpr int ProtocolVersion = 2; // that the host speaks; it works with servers of 1, too
-constexpr int UnsettledTime = 600'000; // milliseconds
-// More of them are replaced by one order to reload.
-constexpr std::size_t MostEvents = 1000;
-constexpr int LongestDelivery = 50; // milliseconds of one turn
+// A reconnection without the user times out sooner than a call of the user: the window takes no input meanwhile.
+constexpr int QuietTimeout = 5'000; // milliseconds
+constexpr int ProtocolVersion = 2; // that the host speaks; servers of version 1 work, too
 
 }
 
@@ -39,19 +35,19 @@ HostSession::HostSession(Transport& transport, int timeoutMilliseconds, TryAgain
     , m_timeout(timeoutMilliseconds)
     , m_tryAgain(std::move(tryAgain))
     , m_token(newToken())
-    , m_nextPause(FirstPause)
+    , m_events([this] { return m_inCall; })
+    , m_ahead(m_connection)
 {
-    m_connection.onEvent = [this](const Answer& event) { queueEvent(widenBytes(event.name), widenBytes(event.text)); };
+    m_connection.onEvent = [this](
+                               const Answer& event) { m_events.queue(widenBytes(event.name), widenBytes(event.text)); };
     m_connection.onProgress = [this](int percent, const QString& text) { Q_EMIT progressed(percent, text); };
     m_connection.onDroppedFailure = [this](const QString& text) { Q_EMIT statusChanged(text); };
     transport.onWait = [this](qint64 milliseconds) { return onWait && onWait(milliseconds); };
     m_declineEnds.setSingleShot(true);
-    QObject::connect(&m_declineEnds, &QTimer::timeout, this, [this] { m_declined.reset(); });
-    m_delivery.setSingleShot(true);
-    m_quietPause.setSingleShot(true);
-    QObject::connect(&m_quietPause, &QTimer::timeout, this, &HostSession::reconnectQuietly);
-    QObject::connect(&m_delivery, &QTimer::timeout, this, &HostSession::deliverQueued);
-    QObject::connect(
+    connect(&m_declineEnds, &QTimer::timeout, this, [this] { m_declined.reset(); });
+    connect(&m_events, &EventQueue::sinkFailed, this, &HostSession::statusChanged);
+    connect(&m_reconnector, &Reconnector::due, this, &HostSession::reconnectQuietly);
+    connect(
         &m_connection, &ServerConnection::lostWhileIdle, this, &HostSession::reconnectQuietly, Qt::QueuedConnection);
 }
 
@@ -66,29 +62,27 @@ void HostSession::openConnection()
     m_connection.open();
 }
 
-// Makes the connection what the old one was: signed on, with all subscriptions.
+// Restores the session over a new connection: the sign-on and all subscriptions.
 void HostSession::openSession()
 {
     if (isReady())
         return;
     if (m_userName.empty())
-        throw Failure(L"Nobody has signed on.");
+        throw Failure(L"Not signed on.");
     openConnection();
     try {
         signOnConnection();
-        for (const Subscription& subscription : m_subscriptions)
-            subscribe(subscription.name);
+        for (const Text& name : m_events.names())
+            subscribe(name);
     } catch (const Failure&) {
         m_connection.close(); // never half a session
         throw;
     }
     m_onConnection = true;
-    // What happened since the old connection went was told to nobody.
-    m_eventsMissed = m_eventsMissed || !m_subscriptions.empty();
+    // No subscriber has heard of what happened since the old connection was lost.
+    m_eventsMissed = m_eventsMissed || !m_events.names().empty();
     m_declined.reset();
-    m_nextPause = FirstPause;
-    if (m_quietPause.remainingTime() > FirstPause)
-        m_quietPause.start(FirstPause);
+    m_reconnector.noteConnected();
     Q_EMIT connectionChanged(true);
 }
 
@@ -98,9 +92,9 @@ void HostSession::signOnConnection()
         widenBytes(request(L"MEVHOST SIGNON", m_token + L"^" + m_userName + L"^" + std::to_wstring(ProtocolVersion)));
     const QStringList pieces = QString::fromStdWString(reply).split(u'^');
     if (pieces.size() < 4 || pieces[0].toLong() <= 0)
-        throw Failure(pieces.value(1, QStringLiteral("The server did not take the sign-on.")).toStdWString());
+        throw Failure(pieces.value(1, u"The server refused the sign-on."_s).toStdWString());
     m_signedOn = { pieces[0].toLong(), pieces[1].toStdWString(), pieces[2].toLong(), pieces[3].toStdWString() };
-    // A server that does not name its version is of the first.
+    // A server that does not state its version speaks version 1.
     m_serverVersion = std::max(1, pieces.value(4).toInt());
 }
 
@@ -124,7 +118,7 @@ auto HostSession::withRetries(Work work)
             noteDeclined(lost.description());
             if (m_changeSent)
                 throw CallAbandoned(lost.description()
-                    + L" The change may have been made or not. Look at the record before you enter it again.");
+                    + L" The change may or may not have been made. Check the record before you enter it again.");
             throw CallAbandoned(lost.description());
         }
     }
@@ -136,7 +130,7 @@ bool HostSession::wantsAnotherTry(const Text& reason)
         return false;
     QString question = QString::fromStdWString(reason);
     if (m_changeSent)
-        question += tr(" The change may have been made or not. Trying again makes it once.");
+        question += u" The change may or may not have been made. If you retry, it is made only once."_s;
     return m_tryAgain(question);
 }
 
@@ -145,8 +139,7 @@ void HostSession::noteDeclined(const Text& reason)
     m_declined = reason;
     m_declineEnds.start(0);
     Q_EMIT connectionChanged(false);
-    if (!m_quietPause.isActive())
-        m_quietPause.start(m_nextPause);
+    m_reconnector.noteFailedCall();
 }
 
 void HostSession::failAfterDeclined() const
@@ -171,8 +164,8 @@ Text HostSession::users()
     }));
     if (list.empty())
         throw Failure(
-            L"The server knows nobody who could sign on here. Its administrator adds users with: phserver --data "
-            L"FOLDER --users add LAST,FIRST");
+            L"No user may sign on to this server. Its administrator adds users with: phserver --data FOLDER --users "
+            L"add LAST,FIRST");
     return list;
 }
 
@@ -180,11 +173,11 @@ void HostSession::signOn(const Text& userName)
 {
     if (isConnected()) {
         m_connection.close();
-        m_token = newToken(); // another user never gets the answers of this one
+        m_token = newToken(); // another user must never receive the replies of this one
     }
     m_userName = userName;
     m_marks = {};
-    m_unsettled.reset();
+    m_unsettled.forget();
     m_signedOn = {};
     m_values.clear();
     withRetries([this] { openSession(); });
@@ -196,37 +189,33 @@ void HostSession::connect(TextView)
         return withRetries([this] { openSession(); });
     const Text userName = chooseUser ? chooseUser() : Text();
     if (userName.empty())
-        throw Failure(L"Nobody has signed on.");
+        throw Failure(L"Not signed on.");
     signOn(userName);
 }
 
-// Without a connection events would be missed: it is tried without a word, now and then.
+// Events are missed while the connection is lost, so it is reopened without asking the user.
 void HostSession::reconnectQuietly()
 {
     if (m_connection.isOpen() || m_inCall || m_userName.empty())
         return;
     Q_EMIT connectionChanged(false);
-    if (m_quietPause.isActive())
-        return;
-    m_connection.setTimeout(std::min(m_timeout, QuietTimeout));
-    const auto usual = qScopeGuard([this] { m_connection.setTimeout(m_timeout); });
-    try {
-        const Call inCall(*this);
-        openSession();
-    } catch (const Failure&) {
-        m_quietPause.start(m_nextPause);
-        m_nextPause = std::min(m_nextPause * 2, LongestPause);
-        return;
-    }
-    m_quietPause.start(FirstPause); // a server that ends again and again is left alone for so long
-    tellMissedEvents();
+    if (m_reconnector.attempt([this] { openQuietly(); }))
+        raiseMissedEvents();
 }
 
-// Nobody knows what was missed: the panels read all anew.
-void HostSession::tellMissedEvents()
+void HostSession::openQuietly()
+{
+    m_connection.setTimeout(std::min(m_timeout, QuietTimeout));
+    const auto usual = qScopeGuard([this] { m_connection.setTimeout(m_timeout); });
+    const Call inCall(*this);
+    openSession();
+}
+
+// The missed events are not known: the panels reload everything.
+void HostSession::raiseMissedEvents()
 {
     if (std::exchange(m_eventsMissed, false))
-        queueEvent(L"REFRESH", L"");
+        m_events.queue(Text(RefreshEvent), L"");
 }
 
 // --- Calls ---
@@ -239,9 +228,9 @@ Text HostSession::call(TextView name, TextView parameter)
 {
     failAfterDeclined();
     const long long last = m_lastNumber;
-    const long long number = numberOf(name, parameter); // the same for every try, so that the server does it once
+    const long long number = numberOf(name, parameter); // the same for every try: the server executes it once
     const bool changes = changesRecords(name);
-    const QScopedValueRollback changeSent(m_changeSent, changes && number <= last); // then it is an unsettled one
+    const QScopedValueRollback changeSent(m_changeSent, changes && number <= last); // an unsettled change
     try {
         const QByteArray reply = withRetries([&] {
             openSession();
@@ -251,69 +240,46 @@ Text HostSession::call(TextView name, TextView parameter)
             return m_connection.exchange(number, name, parameter, purposeOf(name, parameter));
         });
         m_marks.noteReply(number, name, parameter);
-        tellMissedEvents();
+        raiseMissedEvents();
         return widenBytes(reply);
     } catch (const CallAbandoned&) {
-        if (m_changeSent) {
-            m_unsettled = { number, Text(name), Text(parameter) };
-            m_unsettledUntil.setRemainingTime(UnsettledTime);
-        }
+        if (m_changeSent)
+            m_unsettled.keep({ number, Text(name), Text(parameter) });
         throw;
     }
 }
 
-// A change whose fate is not known is made again under its old number. After another change, or much later when others
-// may have changed the record, it is a new one.
+// The number of an unsettled change or of a call that was sent ahead, else a new one.
 long long HostSession::numberOf(TextView name, TextView parameter)
 {
-    if (!changesRecords(name))
-        return takeExpected(name, parameter);
-    const auto unsettled = std::exchange(m_unsettled, std::nullopt);
-    if (!unsettled || m_unsettledUntil.hasExpired() || unsettled->name != name || unsettled->parameter != parameter)
-        return takeExpected(name, parameter);
-    dropExpected();
-    return unsettled->number;
+    if (changesRecords(name)) {
+        if (const auto number = m_unsettled.take(name, parameter)) {
+            m_ahead.discard();
+            return *number;
+        }
+    }
+    if (const auto number = m_ahead.take(name, parameter))
+        return *number;
+    return ++m_lastNumber;
 }
-
-// --- Calls that are announced ---
 
 void HostSession::expectCalls(std::span<const ExpectedCall> calls)
 {
-    dropExpected();
+    m_ahead.discard();
     m_marks.announce(calls);
     if (!usesHints || m_inCall || !isReady())
         return;
     try {
-        for (const ExpectedCall& call : calls) {
-            const long long number = ++m_lastNumber;
-            m_connection.send(number, call.name, call.parameter, purposeOf(call.name, call.parameter));
-            m_expected.push_back({ number, call.name, call.parameter });
-        }
+        for (const ExpectedCall& call : calls)
+            m_ahead.send(
+                { ++m_lastNumber, Text(call.name), Text(call.parameter) }, purposeOf(call.name, call.parameter));
     } catch (const Failure&) {
-        // The calls themselves will meet it, and tell.
+        // The calls themselves will fail and report it.
     }
 }
 
-// The number of a call: that under which it was sent ahead, else a new one.
-long long HostSession::takeExpected(TextView name, TextView parameter)
-{
-    if (!m_expected.empty() && m_expected.front().name == name && m_expected.front().parameter == parameter) {
-        const long long number = m_expected.front().number;
-        m_expected.pop_front();
-        return number;
-    }
-    dropExpected();
-    return ++m_lastNumber;
-}
-
-void HostSession::dropExpected()
-{
-    for (const SentAhead& call : std::exchange(m_expected, {}))
-        m_connection.drop(call.number);
-}
-
-// Sends a call whose reply says nothing; the calls that follow come after it.
-void HostSession::tellServer(TextView name, TextView parameter)
+// Sends a call whose reply carries no information. The server executes it before the calls that follow.
+void HostSession::sendWithoutReply(TextView name, TextView parameter)
 {
     const long long number = ++m_lastNumber;
     m_connection.send(number, name, parameter);
@@ -322,28 +288,20 @@ void HostSession::tellServer(TextView name, TextView parameter)
 
 // --- Events ---
 
-bool HostSession::isSubscribed(TextView name) const
-{
-    return std::any_of(
-        m_subscriptions.begin(), m_subscriptions.end(), [&](const Subscription& s) { return s.name == name; });
-}
-
 // Subscribes a name over the open connection, once.
 void HostSession::subscribe(TextView name)
 {
     if (isLocal(name) || m_namesAtServer.contains(Text(name)))
         return;
-    tellServer(L"MEVHOST SUBSCRIBE", name);
+    sendWithoutReply(L"MEVHOST SUBSCRIBE", name);
     m_namesAtServer.emplace(name);
 }
 
 void HostSession::registerEvent(TextView name, ICSS_SessionEvents& sink)
 {
-    const Subscription subscription { Text(name), &sink };
-    if (std::find(m_subscriptions.begin(), m_subscriptions.end(), subscription) != m_subscriptions.end())
+    // Registered first: if the server is gone, the next connection subscribes the name.
+    if (!m_events.add(name, sink))
         return;
-    // First here: should the server be gone, the next connection subscribes it.
-    m_subscriptions.push_back(subscription);
     if (isLocal(name))
         return;
     try {
@@ -357,82 +315,28 @@ void HostSession::registerEvent(TextView name, ICSS_SessionEvents& sink)
 
 void HostSession::unregisterEvent(TextView name, ICSS_SessionEvents& sink)
 {
-    const auto removed = std::erase(m_subscriptions, Subscription { Text(name), &sink });
-    const bool last = removed > 0 && !isSubscribed(name) && m_namesAtServer.contains(Text(name));
-    // A connection that is gone has taken its subscriptions along.
+    const bool removed = m_events.remove(name, sink);
+    const bool last = removed && !m_events.hasSubscriber(name) && m_namesAtServer.contains(Text(name));
+    // The subscriptions of a lost connection have ended with it.
     if (!last || !isReady())
         return;
     try {
         m_namesAtServer.erase(Text(name));
-        tellServer(L"MEVHOST UNSUBSCRIBE", name);
+        sendWithoutReply(L"MEVHOST UNSUBSCRIBE", name);
     } catch (const ConnectionLost&) {
-        Q_EMIT m_connection.lostWhileIdle(); // nothing that the user wanted has failed
+        // Nothing that the user asked for has failed.
+        QMetaObject::invokeMethod(this, &HostSession::reconnectQuietly, Qt::QueuedConnection);
     }
 }
 
 void HostSession::raiseEvent(TextView name, TextView data)
 {
-    if (name == L"STATUS")
+    if (name == StatusEvent)
         Q_EMIT statusChanged(QString::fromStdWString(Text(data)));
     if (m_inCall)
-        queueEvent(Text(name), Text(data));
+        m_events.queue(Text(name), Text(data));
     else
-        deliver(Text(name), Text(data));
-}
-
-void HostSession::queueEvent(Text name, Text data)
-{
-    auto event = std::pair(std::move(name), std::move(data));
-    if (m_events.size() >= MostEvents) {
-        m_events.clear();
-        event = { L"REFRESH", L"" };
-    }
-    // The same news twice is told once.
-    if (std::find(m_events.begin(), m_events.end(), event) == m_events.end())
-        m_events.push_back(std::move(event));
-    m_delivery.start(0);
-}
-
-void HostSession::deliverQueued()
-{
-    if (m_delivering)
-        return;
-    if (m_inCall) {
-        m_delivery.start(10);
-        return;
-    }
-    const QScopedValueRollback delivering(m_delivering, true);
-    const QDeadlineTimer turn(LongestDelivery);
-    while (!m_events.empty() && !m_inCall) {
-        if (turn.hasExpired())
-            return m_delivery.start(0); // the window lives in between
-        const auto event = std::move(m_events.front());
-        m_events.pop_front();
-        deliver(event.first, event.second);
-    }
-}
-
-void HostSession::deliver(const Text& name, const Text& data)
-{
-    std::vector<Subscription> told; // a copy: a sink may come or go while it is told
-    for (const Subscription& subscription : m_subscriptions) {
-        if (name == subscription.name || name.starts_with(subscription.name + L"."))
-            told.push_back(subscription);
-    }
-    for (const Subscription& subscription : told) {
-        if (std::find(m_subscriptions.begin(), m_subscriptions.end(), subscription) != m_subscriptions.end())
-            tell(subscription, name, data);
-    }
-}
-
-// A sink that fails does not keep the news from the others.
-void HostSession::tell(const Subscription& subscription, const Text& name, const Text& data)
-{
-    try {
-        subscription.sink->EventCallback(name, data);
-    } catch (...) {
-        Q_EMIT statusChanged(QString::fromStdWString(describeCurrentFailure()));
-    }
+        m_events.deliver(Text(name), Text(data));
 }
 
 // --- Values and objects ---

@@ -2,11 +2,13 @@
 
 #include "api/Failure.h"
 
+using namespace Qt::StringLiterals;
+
 namespace health {
 
 namespace {
-constexpr int EndMilliseconds = 2000; // a server ends in a few when its input ends
-constexpr qsizetype LongestComplaint = 4096; // bytes
+constexpr int EndMilliseconds = 2000; // a server stops within a few when its input ends
+constexpr qsizetype LongestErrors = 4096; // bytes
 }
 
 ProcessTransport::ProcessTransport(QString program, QStringList arguments)
@@ -20,17 +22,16 @@ ProcessTransport::~ProcessTransport() { close(); }
 void ProcessTransport::open()
 {
     close();
-    m_complaint.clear();
+    m_errors.clear();
     m_process.reset(new QProcess);
     connect(m_process.get(), &QProcess::finished, this, &Transport::ended);
     connect(m_process.get(), &QProcess::readyReadStandardOutput, this, &Transport::readyRead);
-    connect(m_process.get(), &QProcess::readyReadStandardError, this, &ProcessTransport::hearComplaint);
+    connect(m_process.get(), &QProcess::readyReadStandardError, this, &ProcessTransport::readErrors);
     m_process->start(m_program, m_arguments, QIODevice::ReadWrite | QIODevice::Unbuffered);
     if (!m_process->waitForStarted()) {
-        const QString reason = m_process->errorString().section(QStringLiteral(": "), -1); // no name of a system call
+        const QString reason = m_process->errorString().section(u": "_s, -1); // without the name of the system call
         m_process.reset();
-        throw Failure(
-            QStringLiteral("The server program %1 cannot be started: %2.").arg(m_program, reason).toStdWString());
+        throw Failure(u"The server program %1 cannot be started: %2."_s.arg(m_program, reason).toStdWString());
     }
 }
 
@@ -39,7 +40,7 @@ void ProcessTransport::close()
     if (!m_process)
         return;
     m_process->disconnect(this);
-    // One that goes on sending is not listened to while it is waited for.
+    // Output of a server that keeps sending is ignored while it stops.
     m_process->closeReadChannel(QProcess::StandardOutput);
     m_process->closeReadChannel(QProcess::StandardError);
     m_process->closeWriteChannel();
@@ -53,16 +54,14 @@ void ProcessTransport::close()
     m_process.reset();
 }
 
-// The process would keep all of it.
-void ProcessTransport::hearComplaint()
-{
-    m_complaint = (m_complaint + m_process->readAllStandardError()).right(LongestComplaint);
-}
+// Keeps the end only: QProcess would buffer everything.
+void ProcessTransport::readErrors() { m_errors = (m_errors + m_process->readAllStandardError()).right(LongestErrors); }
 
 QString ProcessTransport::endReason() const
 {
-    const QString said = m_process ? QString::fromUtf8(m_complaint).trimmed() : QString();
-    return said.isEmpty() ? tr("The server has ended.") : tr("The server has ended: %1").arg(said.right(400));
+    const QString said = m_process ? QString::fromUtf8(m_errors).trimmed() : QString();
+    return said.isEmpty() ? u"The server process has stopped."_s
+                          : u"The server process has stopped: %1"_s.arg(said.right(400));
 }
 
 }

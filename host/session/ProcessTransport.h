@@ -22,12 +22,12 @@ public:
     QString endReason() const override;
 
 private:
+    void readErrors();
+
     QString m_program;
     QStringList m_arguments;
-    void hearComplaint();
-
     std::unique_ptr<QProcess, DeleteLater> m_process;
-    QByteArray m_complaint; // the end of what came on standard error
+    QByteArray m_errors; // the end of its standard error
 };
 
 }

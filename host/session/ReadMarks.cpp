@@ -6,7 +6,7 @@ namespace health {
 
 namespace {
 
-// More than a form, the form on top of it and a list announce.
+// More than a list, a form and a nested form announce together.
 constexpr std::size_t MostKept = 50;
 
 bool isSame(const ExpectedCall& call, TextView name, TextView parameter)

@@ -11,18 +11,18 @@ namespace health {
 // Whether a call of the panel changes records.
 bool changesRecords(TextView name);
 
-// What a session tells the server of the use of its calls (docs/protocol.md), so that the server refuses to change what
-// has been changed since it was read: what a reading call is for, and which replies have reached a form.
+// What a session tells the server about the purpose of its calls (docs/protocol.md): what a reading call is for, and
+// which replies have reached a form. The server then refuses changes to records that have changed since they were read.
 class ReadMarks {
 public:
-    // These calls come next. A record that is read once more counts as unread until its reply is there.
+    // Announces the next calls. A record that is read again counts as unread until its reply arrives.
     void announce(std::span<const ExpectedCall> calls);
 
-    // What a call says of its use: "LIST" or "EDIT" for one that was announced so, "CHECK" and the numbers of the
-    // replies that forms hold for a change; empty in a session that never announced what its calls are for.
+    // The purpose that a request states: "LIST" or "EDIT" if the call was announced so, for a change "CHECK" and the
+    // numbers of the replies that forms hold. Empty in a session that never announced the purpose of a call.
     Text purposeOf(TextView name, TextView parameter) const;
 
-    // The reply to the call of this number has come.
+    // Notes that the reply to the call of this number has arrived.
     void noteReply(long long number, TextView name, TextView parameter);
 
 private:

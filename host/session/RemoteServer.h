@@ -4,13 +4,13 @@
 
 namespace health {
 
-// Where a remote server is, and what the two sides show each other.
+// The address of a remote server, and the certificates of both sides.
 struct RemoteServer {
     QString host;
-    int port = 0; // 0: there is no remote server
-    QString certificateFile; // of this user; PEM. Empty: none is shown
+    int port = 0;
+    QString certificateFile; // of this user; PEM. Empty: the client presents none
     QString keyFile; // its private key, without a pass phrase; PEM
-    QString authorityFile; // the only authorities that the server's certificate may come from; PEM
+    QString authorityFile; // the only authorities that may have issued the server's certificate; PEM
 };
 
 }

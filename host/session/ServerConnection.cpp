@@ -16,14 +16,16 @@
 #include <algorithm>
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace health {
 
 namespace {
 
-constexpr qint64 QuietMilliseconds = 100; // shorter calls do not turn the event loop
+constexpr qint64 QuietMilliseconds = 100; // shorter calls do not run the event loop
 constexpr int SliceMilliseconds = 20;
 
-// Shows the busy pointer for as long as it lives.
+// Shows the busy pointer during its lifetime.
 class BusyPointer {
 public:
     BusyPointer() { QGuiApplication::setOverrideCursor(Qt::WaitCursor); }
@@ -71,8 +73,8 @@ void ServerConnection::lose(const QString& reason)
     throw ConnectionLost(reason.toStdWString());
 }
 
-// Events that came along behind an answer are read when the call is over; posted only then, since a long call works on
-// posted events itself.
+// Reads the events that arrived behind an answer after the call has ended; queued only then, because a long call
+// processes posted events.
 auto ServerConnection::readIdleLater()
 {
     return qScopeGuard([this] { QMetaObject::invokeMethod(this, &ServerConnection::readIdle, Qt::QueuedConnection); });
@@ -82,13 +84,13 @@ void ServerConnection::send(long long number, TextView name, TextView parameter,
 {
     if (!m_open)
         throw ConnectionLost(L"The server is not connected.");
-    // Writing may find the end of the connection; that is told where the answer is received, or by readIdle.
+    // Writing may detect the end of the connection; receive() or readIdle() reports it.
     const QScopedValueRollback waiting(m_waiting, true);
     const auto readLate = readIdleLater();
     const QByteArray frame = encodeRequest(number, name, parameter, purpose);
     if (m_transport.device()->write(frame) != frame.size())
         lose(m_transport.endReason());
-    m_transport.device()->waitForBytesWritten(0); // on its way at once, also while nobody waits for the answer
+    m_transport.device()->waitForBytesWritten(0); // sends it now, even if no call waits for the answer
     m_sent[number];
 }
 
@@ -135,12 +137,12 @@ Answer ServerConnection::waitFor(long long number)
             silence.restart();
         }
         keepWithinLimits(call.elapsed(), silence.elapsed());
-        // By the time, not only when there is nothing to read: a server that sends much must not stop the window.
+        // Depends on the time, not on missing input: a server that sends a lot must not freeze the window.
         if (call.elapsed() < QuietMilliseconds || sinceTurn.elapsed() < SliceMilliseconds)
             continue;
         if (!busy)
             busy.emplace();
-        tellProgress();
+        reportProgress();
         m_transport.letWindowLive(call.elapsed());
         sinceTurn.restart();
     }
@@ -149,19 +151,19 @@ Answer ServerConnection::waitFor(long long number)
 void ServerConnection::keepWithinLimits(qint64 call, qint64 silence)
 {
     if (m_transport.isGivenUp())
-        lose(tr("You have stopped waiting for the server."));
+        lose(u"You have stopped waiting for the server."_s);
     if (silence > m_timeout)
-        lose(tr("The server did not answer within %1 seconds.").arg(m_timeout / 1000.0));
+        lose(u"The server did not answer within %1 seconds."_s.arg(m_timeout / 1000.0));
     if (call > m_longestCall)
-        lose(tr("The server did not finish within %1 seconds.").arg(m_longestCall / 1000.0));
+        lose(u"The server did not finish within %1 seconds."_s.arg(m_longestCall / 1000.0));
 }
 
-// Hands news on and keeps the answers to requests.
+// Passes events and progress on, and keeps the answers to requests.
 void ServerConnection::sort(Answer answer)
 {
     if (answer.kind == Answer::Kind::Progress) {
         if (m_answered)
-            lose(tr("The server's answer was garbled (progress after an answer)."));
+            lose(u"The server sent an invalid reply (progress after an answer)."_s);
         m_progress = std::move(answer);
     } else if (answer.kind == Answer::Kind::Event) {
         if (onEvent)
@@ -173,8 +175,8 @@ void ServerConnection::sort(Answer answer)
     }
 }
 
-// Once for each turn of the window: a server that reports faster is read all the same.
-void ServerConnection::tellProgress()
+// Once per run of the event loop, even if the server reports faster.
+void ServerConnection::reportProgress()
 {
     const auto progress = std::exchange(m_progress, std::nullopt);
     if (progress && onProgress)
@@ -186,8 +188,8 @@ void ServerConnection::keep(Answer answer)
     const auto sent = m_sent.find(answer.number);
     m_answered = true;
     if (sent == m_sent.end())
-        lose(
-            m_waiting ? tr("The server's answer belongs to another call.") : tr("The server answered without a call."));
+        lose(m_waiting ? u"The server's reply belongs to another call."_s
+                       : u"The server sent a reply without a call."_s);
     if (!sent->second.isDropped) {
         sent->second.answer = std::move(answer);
         return;
@@ -202,7 +204,7 @@ void ServerConnection::keep(Answer answer)
 std::optional<Answer> ServerConnection::nextAnswer()
 {
     try {
-        // What has come is read to its end first: the rest waits where it does not pile up.
+        // Decodes everything received before reading more: unread bytes do not fill the buffer.
         if (auto answer = m_reader.next())
             return answer;
         m_reader.feed(m_transport.device()->readAll());
@@ -212,23 +214,23 @@ std::optional<Answer> ServerConnection::nextAnswer()
     }
 }
 
-// Waits a little for bytes; true when some came.
+// Waits briefly for bytes; true if some arrived.
 bool ServerConnection::readMore()
 {
     QIODevice* const device = m_transport.device();
-    // In this order: what a server said before it ended is read first.
+    // In this order, so that the last words of a server that has stopped are read first.
     const bool alive = m_transport.isAlive();
     if (device->bytesAvailable() > 0)
         return true;
     if (!alive) {
         const bool torn = m_reader.pending() > 0;
-        lose(m_transport.endReason() + (torn ? tr(" Its last answer was cut off.") : QString()));
+        lose(m_transport.endReason() + (torn ? u" Its last reply was cut off."_s : QString()));
     }
     return device->waitForReadyRead(SliceMilliseconds);
 }
 
-// What comes while no call waits can only be events and answers to requests sent ahead; after anything else the stream
-// is out of step.
+// While no call waits, only events and answers to requests sent ahead can arrive; after anything else the stream is out
+// of step.
 void ServerConnection::readIdle()
 {
     if (m_waiting || !m_open)
@@ -237,7 +239,8 @@ void ServerConnection::readIdle()
         const QDeadlineTimer turn(SliceMilliseconds);
         while (auto answer = nextAnswer()) {
             sort(*std::move(answer));
-            // A server that sends without end must not stop the window; what is posted would come before its turn.
+            // A server that keeps sending must not freeze the window; a posted call would run before the window's
+            // events.
             if (turn.hasExpired())
                 return QTimer::singleShot(1, this, &ServerConnection::readIdle);
         }
@@ -245,7 +248,7 @@ void ServerConnection::readIdle()
             return;
         close();
     } catch (const ConnectionLost&) {
-        // Told below, as any other end is.
+        // Reported below, like any other end.
     }
     Q_EMIT lostWhileIdle();
 }

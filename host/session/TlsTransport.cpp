@@ -14,11 +14,13 @@
 #include <netinet/tcp.h>
 #include <sys/socket.h>
 
+using namespace Qt::StringLiterals;
+
 namespace health {
 
 namespace {
 
-// A server that is gone without a word is noticed after two minutes, also while no call runs.
+// Detects within two minutes that the server has gone silently, also while no call runs.
 void keepAlive(QSslSocket& socket)
 {
     socket.setSocketOption(QAbstractSocket::KeepAliveOption, 1);
@@ -31,7 +33,7 @@ void keepAlive(QSslSocket& socket)
     set(TCP_KEEPCNT, 4);
 }
 
-// None where there is no such file: the toolkit's own reader would look through the whole folder.
+// Empty if there is no such file; QSslCertificate::fromPath would search the whole folder.
 QList<QSslCertificate> certificatesIn(const QString& name)
 {
     QFile file(name);
@@ -43,7 +45,7 @@ QByteArray readFile(const QString& name)
 {
     QFile file(name);
     if (!file.open(QIODevice::ReadOnly))
-        throw Failure(QStringLiteral("%1 cannot be read: %2.").arg(name, file.errorString()).toStdWString());
+        throw Failure(u"%1 cannot be read: %2."_s.arg(name, file.errorString()).toStdWString());
     return file.readAll();
 }
 
@@ -51,7 +53,7 @@ QList<QSslCertificate> readCertificates(const QString& name)
 {
     const QList<QSslCertificate> certificates = QSslCertificate::fromData(readFile(name), QSsl::Pem);
     if (certificates.isEmpty())
-        throw Failure(QStringLiteral("There is no certificate in %1.").arg(name).toStdWString());
+        throw Failure(u"There is no certificate in %1."_s.arg(name).toStdWString());
     return certificates;
 }
 
@@ -63,8 +65,7 @@ QSslKey readKey(const QString& name)
         if (!key.isNull())
             return key;
     }
-    throw Failure(
-        QStringLiteral("There is no private key in %1, or a pass phrase protects it.").arg(name).toStdWString());
+    throw Failure(u"There is no private key in %1, or a pass phrase protects it."_s.arg(name).toStdWString());
 }
 
 }
@@ -88,7 +89,7 @@ QSslConfiguration TlsTransport::readFiles() const
     QSslConfiguration configuration = QSslConfiguration::defaultConfiguration();
     configuration.setProtocol(QSsl::TlsV1_2OrLater);
     configuration.setPeerVerifyMode(QSslSocket::VerifyPeer);
-    configuration.setCaCertificates(readCertificates(m_server.authorityFile)); // none of the system's
+    configuration.setCaCertificates(readCertificates(m_server.authorityFile)); // instead of the system's
     if (m_server.certificateFile.isEmpty())
         return configuration;
     configuration.setLocalCertificateChain(readCertificates(m_server.certificateFile));
@@ -116,10 +117,10 @@ void TlsTransport::open()
         [this](const QList<QSslError>& errors) { m_certificateErrors = errors; });
     connect(m_socket.get(), &QSslSocket::errorOccurred, this, &TlsTransport::noteError);
     m_socket->connectToHostEncrypted(m_server.host, static_cast<quint16>(m_server.port));
-    // A server of TLS 1.3 tells that it refuses the certificate only after the handshake, as its first bytes.
-    const auto isTaken = [this] { return m_socket->isEncrypted() && m_socket->bytesAvailable() > 0; };
-    const bool inTime = waitUntil(isTaken);
-    if (!isTaken()) {
+    // In TLS 1.3 the server refuses a certificate only after the handshake, in place of its first bytes.
+    const auto isAccepted = [this] { return m_socket->isEncrypted() && m_socket->bytesAvailable() > 0; };
+    const bool inTime = waitUntil(isAccepted);
+    if (!isAccepted()) {
         const QString reason = openingReason(!inTime);
         close();
         throw Failure(reason.toStdWString());
@@ -128,8 +129,8 @@ void TlsTransport::open()
     connect(m_socket.get(), &QSslSocket::readyRead, this, &Transport::readyRead);
 }
 
-// Waits for the condition or for the end of the connection; false when neither came in time. The window is painted
-// meanwhile; input and timers wait, as in any call.
+// Waits for the condition or for the end of the connection; false on a time-out. The window is painted meanwhile; input
+// and timers are held back, as in any call. Polls, because a wake-up by a timer would be held back, too.
 template<typename Condition>
 bool TlsTransport::waitUntil(Condition condition)
 {
@@ -145,8 +146,8 @@ bool TlsTransport::waitUntil(Condition condition)
     return true;
 }
 
-// A connection ends with its first error: with the farewell of TLS, or with a key that does not fit, the socket itself
-// stays connected. That nothing came within a wait is none.
+// The first error ends the connection. The socket itself may stay connected, for instance after the close notification
+// of TLS or with a key that does not match. Time-outs are not errors.
 void TlsTransport::noteError(QAbstractSocket::SocketError error)
 {
     if (m_error || error == QAbstractSocket::SocketTimeoutError || error == QAbstractSocket::TemporaryError)
@@ -165,7 +166,7 @@ void TlsTransport::close()
     m_socket.reset();
 }
 
-// --- Why it went wrong ---
+// --- Reasons for failures ---
 
 QString TlsTransport::openingReason(bool timedOut) const
 {
@@ -174,21 +175,21 @@ QString TlsTransport::openingReason(bool timedOut) const
     if (!m_certificateErrors.isEmpty())
         return serverCertificateReason();
     if (isGivenUp())
-        return tr("You have stopped waiting for the server.");
+        return u"You have stopped waiting for the server."_s;
     if (timedOut)
-        return tr("The server %1 did not answer within %2 seconds.").arg(m_server.host).arg(m_timeout / 1000.0);
+        return u"The server %1 did not answer within %2 seconds."_s.arg(m_server.host).arg(m_timeout / 1000.0);
     switch (m_error.value_or(QAbstractSocket::UnknownSocketError)) {
     case QAbstractSocket::HostNotFoundError:
-        return tr("There is no computer named %1.").arg(m_server.host);
+        return u"There is no computer named %1."_s.arg(m_server.host);
     case QAbstractSocket::ConnectionRefusedError:
-        return tr("No server answers at %1, port %2.").arg(m_server.host).arg(m_server.port);
+        return u"No server answers at %1, port %2."_s.arg(m_server.host).arg(m_server.port);
     case QAbstractSocket::RemoteHostClosedError:
-        return tr("The server %1 has closed the connection before a session began.").arg(m_server.host);
+        return u"The server %1 has closed the connection before a session began."_s.arg(m_server.host);
     case QAbstractSocket::SslInvalidUserDataError:
-        return tr("The private key in %1 does not belong to the certificate in %2.")
-            .arg(m_server.keyFile, m_server.certificateFile);
+        return u"The private key in %1 does not match the certificate in %2."_s.arg(
+            m_server.keyFile, m_server.certificateFile);
     default:
-        return tr("The connection to %1 failed: %2.").arg(m_server.host, m_errorText);
+        return u"The connection to %1 failed: %2."_s.arg(m_server.host, m_errorText);
     }
 }
 
@@ -197,36 +198,36 @@ QString TlsTransport::endReason() const
     if (m_alert)
         return alertReason();
     if (!m_error || m_error == QAbstractSocket::RemoteHostClosedError)
-        return tr("The server %1 has ended the connection.").arg(m_server.host);
-    return tr("The connection to %1 was lost: %2.").arg(m_server.host, m_errorText);
+        return u"The server %1 has closed the connection."_s.arg(m_server.host);
+    return u"The connection to %1 was lost: %2."_s.arg(m_server.host, m_errorText);
 }
 
 QString TlsTransport::alertReason() const
 {
     switch (*m_alert) {
-    case QSsl::AlertType::HandshakeFailure: // TLS 1.2 knows no better word
+    case QSsl::AlertType::HandshakeFailure: // TLS 1.2 has no more specific alert
         if (!m_server.certificateFile.isEmpty())
             break;
         [[fallthrough]];
     case QSsl::AlertType::CertificateRequired:
-        return tr("The server %1 takes only users with a certificate, and none was given.").arg(m_server.host);
+        return u"The server %1 requires a client certificate."_s.arg(m_server.host);
     case QSsl::AlertType::CertificateExpired:
-        // The server's list of revoked certificates runs out too, with the same alert.
+        // An outdated revocation list at the server raises the same alert.
         if (!ownCertificateHasExpired())
-            return tr("The server's list of revoked certificates is out of date. Tell its administrator.");
-        return tr("The server refused your certificate: it has expired.");
+            return u"The server's list of revoked certificates is out of date. Contact its administrator."_s;
+        return u"The server refused your certificate: it has expired."_s;
     case QSsl::AlertType::CertificateRevoked:
-        return tr("The server refused your certificate: it has been revoked.");
+        return u"The server refused your certificate: it has been revoked."_s;
     case QSsl::AlertType::UnknownCa:
-        return tr("The server refused your certificate: it is not from the server's authority.");
+        return u"The server refused your certificate: it is not from the server's authority."_s;
     case QSsl::AlertType::BadCertificate:
     case QSsl::AlertType::UnsupportedCertificate:
     case QSsl::AlertType::CertificateUnknown:
-        return tr("The server refused your certificate: it is not valid for this.");
+        return u"The server refused your certificate: it is not valid for this."_s;
     default:
         break;
     }
-    return tr("The server %1 refused the secure connection: %2.").arg(m_server.host, m_alertText);
+    return u"The server %1 refused the secure connection: %2."_s.arg(m_server.host, m_alertText);
 }
 
 QString TlsTransport::serverCertificateReason() const
@@ -234,19 +235,18 @@ QString TlsTransport::serverCertificateReason() const
     for (const QSslError& error : m_certificateErrors) {
         switch (error.error()) {
         case QSslError::HostNameMismatch:
-            return tr("The server's certificate is not for %1. Somebody may be listening in; nothing was sent.")
-                .arg(m_server.host);
+            return u"The server's certificate is not for %1. The connection may not be secure; nothing was sent."_s.arg(
+                m_server.host);
         case QSslError::CertificateExpired:
-            return tr("The server's certificate has expired. Tell its administrator.");
+            return u"The server's certificate has expired. Contact its administrator."_s;
         case QSslError::CertificateNotYetValid:
-            return tr("The server's certificate is not yet valid. Is this computer's clock right?");
+            return u"The server's certificate is not yet valid. Is this computer's clock right?"_s;
         default:
             break;
         }
     }
-    return tr(
-        "The server's certificate is not from an authority in %1. Somebody may be listening in; nothing was sent.")
-        .arg(m_server.authorityFile);
+    return u"The server's certificate is not from an authority in %1. The connection may not be secure; nothing was "
+           "sent."_s.arg(m_server.authorityFile);
 }
 
 bool TlsTransport::ownCertificateHasExpired() const

@@ -11,18 +11,18 @@
 
 namespace health {
 
-// The name that a certificate file names as its user (the common name), empty where it has none.
+// The user named by a certificate file (the common name); empty if there is none.
 QString certificateUser(const QString& file);
 
-// A connection to a remote server over TLS with a client certificate. The files are read anew at each opening, so that
-// a renewed certificate is taken at the next try.
+// A connection to a remote server over TLS with a client certificate. Each opening reads the files again, so that a
+// renewed certificate takes effect at the next try.
 class TlsTransport : public Transport {
     Q_OBJECT
 public:
     explicit TlsTransport(RemoteServer server, int timeoutMilliseconds = 15'000);
     ~TlsTransport() override;
 
-    // Returns when the server has taken the client's certificate, which it tells by its first bytes.
+    // Returns when the server has accepted the client's certificate, which its first bytes confirm.
     void open() override;
     void close() override;
     QIODevice* device() override { return m_socket.get(); }
@@ -42,11 +42,11 @@ private:
     RemoteServer m_server;
     int m_timeout;
     std::unique_ptr<QSslSocket, DeleteLater> m_socket;
-    std::optional<QSsl::AlertType> m_alert; // what the server refused the connection with
+    std::optional<QSsl::AlertType> m_alert; // with which the server refused the connection
     QString m_alertText;
     std::optional<QAbstractSocket::SocketError> m_error; // what ended the connection
     QString m_errorText;
-    QList<QSslError> m_certificateErrors; // what is wrong with the server's certificate
+    QList<QSslError> m_certificateErrors; // of the server's certificate
 };
 
 }

@@ -4,7 +4,7 @@
 
 namespace health {
 
-// Tells the user what went wrong, as it is: a text of the server is no page with tags.
+// Shows an error as plain text: tags in a server's text must not be interpreted.
 inline void showFailure(QWidget* parent, const QString& title, const QString& text)
 {
     QMessageBox box(QMessageBox::Critical, title, text, QMessageBox::Ok, parent);

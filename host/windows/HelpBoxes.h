@@ -6,11 +6,11 @@ class QMainWindow;
 
 namespace health {
 
-struct Options;
+struct WindowOptions;
 
-// Lists the keys of the window's menus and of the panels.
+// Lists the shortcuts of the window's menus and of the panels.
 void showShortcuts(QMainWindow& window);
-// Tells the program's version, its server, who is signed on and the licence.
-void showAbout(QMainWindow& window, const Options& options, const QString& user);
+// Shows the program's version, its server, the signed-on user and the licence.
+void showAbout(QMainWindow& window, const WindowOptions& options, const QString& user);
 
 }

@@ -1,7 +1,7 @@
 #include "host/windows/ListPicker.h"
 
 #include "api/Failure.h"
-#include "host/windows/DisplayText.h"
+#include "host/framework/DisplayText.h"
 
 #include <QCoreApplication>
 #include <QDialogButtonBox>
@@ -13,11 +13,13 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
+using namespace Qt::StringLiterals;
+
 namespace health {
 
 namespace {
 constexpr int TypingPause = 150; // milliseconds after the last key
-constexpr int MostHits = 250; // the server sends no more
+constexpr int MostHits = 250; // the server's limit
 constexpr int UsualLetters = 24;
 }
 
@@ -39,7 +41,7 @@ ListPicker::ListPicker(const QString& title, const QStringList& headings, QWidge
     m_text->hide();
     m_text->setClearButtonEnabled(true);
     if (auto* const clear = m_text->findChild<QToolButton*>())
-        clear->setAccessibleName(tr("Clear"));
+        clear->setAccessibleName(u"Clear"_s);
     m_text->installEventFilter(this);
 
     m_list->setHorizontalHeaderLabels(headings);
@@ -60,7 +62,7 @@ ListPicker::ListPicker(const QString& title, const QStringList& headings, QWidge
 
     auto* const buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
     m_select = buttons->button(QDialogButtonBox::Ok);
-    m_select->setText(tr("&Select"));
+    m_select->setText(u"&Select"_s);
 
     auto* const layout = new QVBoxLayout(this);
     layout->addWidget(m_text);
@@ -144,17 +146,17 @@ void ListPicker::runSearch()
         if (!rows)
             return m_pause.start(TypingPause);
         setRows(*rows);
-        m_remark->setText(rows->isEmpty()  ? tr("Nobody found.")
-                : rows->size() >= MostHits ? tr("The first %1 are shown. Type more to narrow the list.").arg(MostHits)
-                                           : tr("%1 found.").arg(rows->size()));
+        m_remark->setText(rows->isEmpty()  ? u"No matches."_s
+                : rows->size() >= MostHits ? u"The first %1 are shown. Type more to narrow the list."_s.arg(MostHits)
+                                           : u"%1 found."_s.arg(rows->size()));
     } catch (const Failure& failure) {
         setRows({});
         m_remark->setText(QString::fromStdWString(failure.description()));
     }
 }
 
-// What was typed last counts, even when its search has not run yet. True when Enter must not pick: the user has not
-// seen yet among whom.
+// Runs a search that is still due, so that Enter applies to the typed text. True if Enter must not pick, because the
+// user has not seen the new rows yet.
 bool ListPicker::pressedEnter()
 {
     if (!m_pause.isActive())

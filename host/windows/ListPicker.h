@@ -13,36 +13,35 @@ class QPushButton;
 
 namespace health {
 
-// Gives a window its size, but never more than the screen has.
+// Resizes a window, at most to the size of the screen.
 void resizeToScreen(QWidget& window, QSize size);
 
-// A dialog that lists rows of texts and lets the user pick one; on demand with a search field that
-// keeps the focus while the arrow keys move through the list.
+// A dialog in which the user picks one of a list of rows; optionally with a search field that keeps the focus while the
+// arrow keys move through the list.
 class ListPicker : public QDialog {
     Q_OBJECT
 public:
-    // Each row: a key that is not shown, then its texts, by heading.
+    // A key, which is not shown, and the texts by heading.
     struct Row {
         QString key;
         QStringList texts;
     };
-    // Gives the rows for a search text; empty when the search cannot be made just now and is wanted again. May throw
-    // Failure.
+    // Returns the rows for a search text; empty if the search is impossible now and must be retried. May throw Failure.
     using Search = std::function<std::optional<QList<Row>>(const QString& text)>;
 
     ListPicker(const QString& title, const QStringList& headings, QWidget* parent);
 
-    // Gives a column a width of so many letters, whatever it shows; the last one takes what is left besides.
+    // Sets the width of a column in letters. The last column takes the remaining width as well.
     void setColumn(int column, int letters, Qt::Alignment alignment = Qt::AlignLeft);
     // Shows the rows and selects the first.
     void setRows(const QList<Row>& rows);
-    // Selects the row with a key, if there is one.
+    // Selects the row with this key, if any.
     void selectKey(const QString& key);
-    // Puts a search field on top and searches as the user types, without the blanks around it. `hint` stands in the
-    // empty field.
+    // Adds a search field on top and searches for the trimmed text as the user types. `hint` is shown in the empty
+    // field.
     void setSearch(const QString& hint, Search search);
 
-    // The key of the picked row; empty after Cancel.
+    // Runs the dialog. The key of the picked row; empty after Cancel.
     QString pick();
 
 protected:
@@ -64,7 +63,7 @@ private:
     QTimer m_pause;
     Search m_search;
     QStringList m_keys;
-    QList<int> m_letters; // widths of the columns
+    QList<int> m_letters; // the widths of the columns
 };
 
 }

@@ -1,19 +1,21 @@
 #include "host/windows/MainWindow.h"
 
+#include "api/Events.h"
+#include "host/desktop/ProgramIcon.h"
+#include "host/desktop/ReadablePalette.h"
+#include "host/desktop/TextSize.h"
+#include "host/desktop/WheelGuard.h"
+#include "host/framework/DisplayText.h"
 #include "host/session/ProcessTransport.h"
+#include "host/session/Replies.h"
 #include "host/session/TlsTransport.h"
-#include "host/windows/DisplayText.h"
 #include "host/windows/FailureBox.h"
 #include "host/windows/HelpBoxes.h"
 #include "host/windows/ListPicker.h"
 #include "host/windows/PatientBanner.h"
 #include "host/windows/Pickers.h"
 #include "host/windows/PreviewDialog.h"
-#include "host/windows/ProgramIcon.h"
-#include "host/windows/ReadablePalette.h"
-#include "host/windows/TextSize.h"
 #include "host/windows/WaitBox.h"
-#include "host/windows/WheelGuard.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -31,34 +33,37 @@
 #include <cstdio>
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace health {
 
 namespace {
 // In milliseconds
 constexpr int LongestOpening = 15'000;
-constexpr int Patience = 2000; // before a wait is offered to be stopped
+constexpr int Patience = 2000; // before the user is offered to stop waiting
 constexpr int LaterPause = 20;
 
 // Of the settings
-const QString GeometryKey = QStringLiteral("geometry");
-const QString TextSizeKey = QStringLiteral("textSize");
+const QString GeometryKey = u"geometry"_s;
+const QString TextSizeKey = u"textSize"_s;
 constexpr double TextStep = 1.1;
 
-std::unique_ptr<Transport> makeTransport(const Options& options)
+std::unique_ptr<Transport> makeTransport(const WindowOptions& options)
 {
-    if (options.server.port != 0)
-        return std::make_unique<TlsTransport>(options.server, std::min(options.timeoutMilliseconds, LongestOpening));
-    return std::make_unique<ProcessTransport>(
-        options.serverProgram, QStringList { QStringLiteral("--data"), options.dataFolder });
+    if (options.server)
+        return std::make_unique<TlsTransport>(*options.server, std::min(options.timeoutMilliseconds, LongestOpening));
+    return std::make_unique<ProcessTransport>(options.serverProgram, QStringList { u"--data"_s, options.dataFolder });
 }
 }
 
-MainWindow::MainWindow(const Options& options)
+MainWindow::MainWindow(const WindowOptions& options)
     : m_options(options)
     , m_transport(makeTransport(options))
-    , m_context(*m_transport, options.timeoutMilliseconds, [this](const QString& reason) { return askAgain(reason); })
+    , m_context(
+          *m_transport, options.timeoutMilliseconds, [this](const QString& reason) { return asksToRetry(reason); },
+          prompts())
     , m_pages(new PanelPages(m_context))
-    , m_connectionLabel(new QLabel(tr("Not connected to the server.")))
+    , m_connectionLabel(new QLabel(u"Not connected to the server."_s))
     , m_userLabel(new QLabel)
     , m_textSize(new TextSize(this))
 {
@@ -71,7 +76,7 @@ MainWindow::MainWindow(const Options& options)
     m_userLabel->setTextFormat(Qt::PlainText);
     statusBar()->addPermanentWidget(m_connectionLabel);
     statusBar()->addPermanentWidget(m_userLabel);
-    statusBar()->setAccessibleName(tr("Status"));
+    statusBar()->setAccessibleName(u"Status"_s);
     makeFileMenu();
     makeViewMenu();
     makeHelpMenu();
@@ -82,12 +87,12 @@ MainWindow::MainWindow(const Options& options)
     QApplication::instance()->installEventFilter(new WheelGuard(this));
     new ReadablePalette(this);
     QApplication::setWindowIcon(programIcon());
-    if (!m_options.isUnattended())
+    if (!m_options.isUnattended)
         m_textSize->setFactor(QSettings().value(TextSizeKey, 1).toDouble());
 
     const QSize size(fontMetrics().horizontalAdvance(u'x') * 150, fontMetrics().height() * 42);
-    if (m_options.isUnattended()) {
-        resize(size); // a picture needs no screen
+    if (m_options.isUnattended) {
+        resize(size); // the size of pictures must not depend on the screen
     } else {
         resizeToScreen(*this, size);
         restoreGeometry(QSettings().value(GeometryKey).toByteArray());
@@ -95,8 +100,14 @@ MainWindow::MainWindow(const Options& options)
     updateTitle();
 }
 
-// The panels use the session to the last.
+// The panels use the session until they are destroyed.
 MainWindow::~MainWindow() { m_pages->dropAll(); }
+
+ClinicalContext::Prompts MainWindow::prompts()
+{
+    return { [this] { choosePatient(); }, [this] { chooseVisit(); },
+        [this](const Report& report) { showReport(report); } };
+}
 
 void MainWindow::connectContext()
 {
@@ -107,9 +118,6 @@ void MainWindow::connectContext()
     connect(&m_context.session(), &HostSession::connectionChanged, this, &MainWindow::showConnection);
     connect(&m_context.session(), &HostSession::progressed, this, &MainWindow::showProgress);
     connect(&m_context.session(), &HostSession::callEnded, this, &MainWindow::endWaiting);
-    m_context.patientObject().prompt = [this] { choosePatient(); };
-    m_context.encounterObject().choose = [this] { chooseVisit(); };
-    m_context.printObject().show = [this](const Report& report) { showReport(report); };
     m_context.session().onWait = [this](qint64 milliseconds) { return showWaiting(milliseconds); };
     m_context.session().setLongestCall(m_options.longestCallMilliseconds);
     m_context.session().chooseUser = [this] { return userOfOptions(); };
@@ -117,32 +125,32 @@ void MainWindow::connectContext()
 
 void MainWindow::makeFileMenu()
 {
-    QMenu* const file = menuBar()->addMenu(tr("&File"));
+    QMenu* const file = menuBar()->addMenu(u"&File"_s);
     file->setToolTipsVisible(true);
-    file->addAction(tr("Select &Patient..."), QKeySequence(tr("Ctrl+O")), this, &MainWindow::choosePatient);
-    m_visitAction = file->addAction(tr("Select &Visit..."), QKeySequence(tr("Ctrl+T")), this, &MainWindow::chooseVisit);
-    file->addAction(tr("Sign On &As..."), this, &MainWindow::chooseUser);
+    file->addAction(u"Select &Patient..."_s, QKeySequence(u"Ctrl+O"_s), this, &MainWindow::choosePatient);
+    m_visitAction = file->addAction(u"Select &Visit..."_s, QKeySequence(u"Ctrl+T"_s), this, &MainWindow::chooseVisit);
+    file->addAction(u"Sign On &As..."_s, this, &MainWindow::chooseUser);
     file->addSeparator();
-    m_newPanel = file->addAction(tr("&New Panel"), QKeySequence(tr("Ctrl+N")), m_pages, &PanelPages::add);
-    m_closePanel = file->addAction(tr("&Close Panel"), QKeySequence(tr("Ctrl+W")), m_pages, &PanelPages::closeCurrent);
+    m_newPanel = file->addAction(u"&New Panel"_s, QKeySequence(u"Ctrl+N"_s), m_pages, &PanelPages::add);
+    m_closePanel = file->addAction(u"&Close Panel"_s, QKeySequence(u"Ctrl+W"_s), m_pages, &PanelPages::closeCurrent);
     file->addSeparator();
-    file->addAction(tr("&Quit"), QKeySequence(tr("Ctrl+Q")), this, &QWidget::close);
+    file->addAction(u"&Quit"_s, QKeySequence(u"Ctrl+Q"_s), this, &QWidget::close);
 }
 
 void MainWindow::makeViewMenu()
 {
-    QMenu* const view = menuBar()->addMenu(tr("&View"));
-    view->addAction(tr("&Refresh"), QKeySequence(Qt::Key_F5), this, [this] {
+    QMenu* const view = menuBar()->addMenu(u"&View"_s);
+    view->addAction(u"&Refresh"_s, QKeySequence(Qt::Key_F5), this, [this] {
         if (m_context.mayChange())
-            m_context.session().raiseEvent(L"REFRESH", L"");
+            m_context.session().raiseEvent(RefreshEvent, L"");
     });
     view->addSeparator();
-    // The plus stands on a shifted key of many keyboards.
-    view->addAction(tr("&Larger Text"), this, [this] { m_textSize->setFactor(m_textSize->factor() * TextStep); })
-        ->setShortcuts({ QKeySequence(tr("Ctrl++")), QKeySequence(tr("Ctrl+=")) });
-    view->addAction(tr("&Smaller Text"), QKeySequence(tr("Ctrl+-")), this,
+    // On many keyboards plus is a shifted key.
+    view->addAction(u"&Larger Text"_s, this, [this] { m_textSize->setFactor(m_textSize->factor() * TextStep); })
+        ->setShortcuts({ QKeySequence(u"Ctrl++"_s), QKeySequence(u"Ctrl+="_s) });
+    view->addAction(u"&Smaller Text"_s, QKeySequence(u"Ctrl+-"_s), this,
         [this] { m_textSize->setFactor(m_textSize->factor() / TextStep); });
-    view->addAction(tr("&Normal Text"), QKeySequence(tr("Ctrl+0")), this, [this] { m_textSize->setFactor(1); });
+    view->addAction(u"&Normal Text"_s, QKeySequence(u"Ctrl+0"_s), this, [this] { m_textSize->setFactor(1); });
 }
 
 void MainWindow::showConnection(bool connected)
@@ -150,25 +158,25 @@ void MainWindow::showConnection(bool connected)
     m_connected = connected;
     m_connectionLabel->setHidden(connected);
     updatePanelActions();
-    if (connected && m_wantedPanels > 0)
-        QMetaObject::invokeMethod(this, &MainWindow::addWantedPanels, Qt::QueuedConnection);
+    if (connected && m_closedPanels > 0)
+        QMetaObject::invokeMethod(this, &MainWindow::reopenPanels, Qt::QueuedConnection);
 }
 
 void MainWindow::updatePanelActions()
 {
-    // A panel that starts without the server stays half made: it knows neither the user's keys nor what may be added.
+    // A panel that starts without the server stays incomplete: it lacks the user's keys and the types to add.
     m_newPanel->setEnabled(m_connected && m_pages->mayAdd());
-    m_newPanel->setToolTip(!m_connected ? tr("No panel can be opened while the server is not connected.")
-            : m_pages->mayAdd()         ? tr("Open another panel beside this one.")
-                                        : tr("No more than %1 panels fit side by side.").arg(PanelPages::Most));
+    m_newPanel->setToolTip(!m_connected ? u"Panels cannot be opened while the server is not connected."_s
+            : m_pages->mayAdd()         ? u"Open another panel beside this one."_s
+                                        : u"At most %1 panels fit side by side."_s.arg(PanelPages::Most));
     m_closePanel->setEnabled(m_pages->mayClose());
 }
 
 void MainWindow::makeHelpMenu()
 {
-    QMenu* const help = menuBar()->addMenu(tr("&Help"));
-    help->addAction(tr("&Keyboard Shortcuts"), QKeySequence(Qt::Key_F1), this, [this] { showShortcuts(*this); });
-    help->addAction(tr("&About"), this, [this] { showAbout(*this, m_options, m_userLabel->text()); });
+    QMenu* const help = menuBar()->addMenu(u"&Help"_s);
+    help->addAction(u"&Keyboard Shortcuts"_s, QKeySequence(Qt::Key_F1), this, [this] { showShortcuts(*this); });
+    help->addAction(u"&About"_s, this, [this] { showAbout(*this, m_options, m_userLabel->text()); });
 }
 
 // --- Start ---
@@ -190,50 +198,51 @@ Text MainWindow::userOfOptions()
 {
     if (!m_options.user.isEmpty())
         return m_options.user.toUpper().toStdWString();
-    // A certificate allows one user only, so there is nothing to choose.
-    const QString certified = certificateUser(m_options.server.certificateFile);
+    // A certificate belongs to a single user, so there is no choice.
+    const QString certified = m_options.server ? certificateUser(m_options.server->certificateFile) : QString();
     if (!certified.isEmpty())
         return certified.toStdWString();
-    if (!m_options.isUnattended())
+    if (!m_options.isUnattended)
         return pickUser(m_context.session(), isVisible() ? this : nullptr);
     return linesOf(m_context.session().users()).value(0).value(1).toStdWString();
 }
 
-bool MainWindow::askAgain(const QString& reason)
+bool MainWindow::asksToRetry(const QString& reason)
 {
     delete m_waitBox;
     if (m_closing)
         return false;
-    if (m_options.isUnattended()) {
+    if (m_options.isUnattended) {
         std::fprintf(stderr, "%s\n", qPrintable(reason));
         return false;
     }
-    QMessageBox box(QMessageBox::Warning, tr("Personal Health"), tr("The connection to the server failed. Try again?"),
+    QMessageBox box(QMessageBox::Warning, u"Personal Health"_s, u"The connection to the server failed. Try again?"_s,
         QMessageBox::Retry | QMessageBox::Cancel, QApplication::activeWindow());
     box.setInformativeText(reason);
     box.setTextFormat(Qt::PlainText);
     box.setTextInteractionFlags(Qt::TextSelectableByMouse);
     box.setDefaultButton(QMessageBox::Retry);
-    // The box is as wide as its first sentence otherwise, and the reason's paths are broken.
+    // Otherwise the box is as wide as its first sentence, and wraps the paths in the reason.
     if (auto* const grid = qobject_cast<QGridLayout*>(box.layout()))
         grid->addItem(new QSpacerItem(fontMetrics().horizontalAdvance(u'x') * 70, 0), grid->rowCount(), 0, 1,
             grid->columnCount());
-    QApplication::setOverrideCursor(Qt::ArrowCursor); // the call has set the hourglass, but the user is asked
+    QApplication::setOverrideCursor(
+        Qt::ArrowCursor); // the call has set the busy pointer, but the box waits for the user
     const auto callGoesOn = qScopeGuard([] { QApplication::restoreOverrideCursor(); });
     return box.exec() == QMessageBox::Retry;
 }
 
 void MainWindow::showProgress(int percent, const QString& text)
 {
-    if (m_options.isUnattended())
-        return tellProgress(tr("%1 (%2%)").arg(text).arg(percent / 25 * 25));
+    if (m_options.isUnattended)
+        return printProgress(u"%1 (%2%)"_s.arg(text).arg(percent / 25 * 25));
     waitBox().showProgress(percent, text);
 }
 
-// Offers to stop a call that takes long; true when the box that does so is on the screen, and takes all input.
+// Offers to stop a long call; true while the box that offers it is shown and takes all input.
 bool MainWindow::showWaiting(qint64 milliseconds)
 {
-    if (m_options.isUnattended())
+    if (m_options.isUnattended)
         return false;
     if (!m_waitBox && milliseconds >= Patience)
         waitBox().showWaiting();
@@ -256,7 +265,7 @@ void MainWindow::endWaiting()
         closeLater();
 }
 
-// Whoever made the call has to hear of its end first, and may have something to say.
+// Waits until the caller has handled the end of the call, and possibly shown a message.
 void MainWindow::closeLater()
 {
     QTimer::singleShot(LaterPause, this, [this] {
@@ -267,16 +276,16 @@ void MainWindow::closeLater()
     });
 }
 
-void MainWindow::tellProgress(const QString& line)
+void MainWindow::printProgress(const QString& line)
 {
-    if (line != m_toldProgress)
+    if (line != m_printedProgress)
         std::fprintf(stderr, "%s\n", qPrintable(line));
-    m_toldProgress = line;
+    m_printedProgress = line;
 }
 
 // --- The user's choices ---
 
-// Does what the user chose, and shows what goes wrong. Nothing is begun while a dialog is open or a call runs.
+// Runs a command of the user and shows its failure. Does nothing while a dialog is open or a call runs.
 void MainWindow::guarded(const std::function<void()>& work)
 {
     if (!m_context.mayChange())
@@ -284,9 +293,9 @@ void MainWindow::guarded(const std::function<void()>& work)
     try {
         work();
     } catch (const CallAbandoned&) {
-        // The user has seen what happened, and has had enough.
+        // The user has seen the error.
     } catch (const Failure& failure) {
-        showFailure(this, tr("Personal Health"), QString::fromStdWString(failure.description()));
+        showFailure(this, u"Personal Health"_s, QString::fromStdWString(failure.description()));
     }
 }
 
@@ -318,41 +327,40 @@ void MainWindow::chooseUser()
     });
 }
 
-// The panels ask for the user's keys when they start, so they start again as soon as somebody is signed on. Should the
-// new user be refused, the old one is signed on again.
+// Panels read the keys at start, so recreate them. If the sign-on fails, sign the old user on again.
 void MainWindow::changeUser(const Text& user)
 {
     if (!m_context.selectPatient(0))
         return;
     const Text old = m_context.session().signedOn().userName;
-    m_wantedPanels += m_pages->count();
+    m_closedPanels += m_pages->count();
     m_pages->dropAll();
-    // Whatever comes of it, the window shows who is signed on, and its panels.
+    // In every case the window shows the signed-on user and the panels.
     const auto goOn = qScopeGuard([this] {
         showUser();
-        addWantedPanels();
+        reopenPanels();
     });
     try {
         m_context.session().signOn(user);
     } catch (const CallAbandoned&) {
-        throw; // the server is away: the new user stays to be signed on
+        throw; // the server is unreachable: the new user is signed on when it is back
     } catch (const Failure&) {
         signOnAgain(old);
         throw;
     }
 }
 
-// Nothing while the server is away: its coming back calls this again.
-void MainWindow::addWantedPanels()
+// Does nothing while the server is unreachable; showConnection calls it again.
+void MainWindow::reopenPanels()
 {
-    if (!m_context.session().isConnected() || m_wantedPanels == 0)
+    if (!m_context.session().isConnected() || m_closedPanels == 0)
         return;
     if (!m_context.mayChange()) {
-        QTimer::singleShot(LaterPause, this, &MainWindow::addWantedPanels);
+        QTimer::singleShot(LaterPause, this, &MainWindow::reopenPanels);
         return;
     }
     showUser();
-    for (std::size_t wanted = std::exchange(m_wantedPanels, 0); wanted > 0; --wanted)
+    for (std::size_t closed = std::exchange(m_closedPanels, 0); closed > 0; --closed)
         m_pages->add();
 }
 
@@ -361,24 +369,24 @@ void MainWindow::signOnAgain(const Text& user)
     try {
         m_context.session().signOn(user);
     } catch (const Failure&) {
-        // The refusal that led here is told; the next call tells of this one.
+        // The caller reports the original failure; the next call reports this one.
     }
 }
 
 void MainWindow::showUser()
 {
     const QString name = displayName(QString::fromStdWString(m_context.session().signedOn().userName));
-    m_userLabel->setText(name.isEmpty() ? tr("Nobody has signed on") : tr("User: %1").arg(name));
+    m_userLabel->setText(name.isEmpty() ? u"Not signed on."_s : u"User: %1"_s.arg(name));
 }
 
 void MainWindow::showReport(const Report& report)
 {
     const PatientData& patient = m_context.patient();
     const QString user = displayName(QString::fromStdWString(m_context.session().signedOn().userName));
-    ReportPeople people { tr("No patient selected"), {}, user };
+    ReportPeople people { u"No patient selected"_s, {}, user };
     if (patient.number != 0) {
         people.patient = displayName(patient.name);
-        people.heading = tr("Patient: %1   Number: %2").arg(people.patient).arg(patient.number);
+        people.heading = u"Patient: %1   Number: %2"_s.arg(people.patient).arg(patient.number);
     }
     PreviewDialog(ReportPages(report, people), report.title, QApplication::activeWindow()).exec();
 }
@@ -388,8 +396,8 @@ void MainWindow::updateTitle()
     const PatientData& patient = m_context.patient();
     m_visitAction->setEnabled(patient.number != 0);
     setWindowTitle(patient.number == 0
-            ? tr("Personal Health")
-            : tr("%1 (%2) - Personal Health").arg(displayName(patient.name)).arg(patient.number));
+            ? u"Personal Health"_s
+            : u"%1 (%2) - Personal Health"_s.arg(displayName(patient.name)).arg(patient.number));
 }
 
 void MainWindow::closeEvent(QCloseEvent* event)
@@ -400,7 +408,7 @@ void MainWindow::closeEvent(QCloseEvent* event)
         m_context.session().giveUp();
         return;
     }
-    if (!m_options.isUnattended()) {
+    if (!m_options.isUnattended) {
         QSettings().setValue(GeometryKey, saveGeometry());
         QSettings().setValue(TextSizeKey, m_textSize->factor());
     }

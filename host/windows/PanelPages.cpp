@@ -5,11 +5,12 @@
 #include "host/framework/ClinicalContext.h"
 #include "host/framework/ComponentLoader.h"
 
-#include <QAbstractItemView>
 #include <QApplication>
 #include <QLabel>
 
 #include <algorithm>
+
+using namespace Qt::StringLiterals;
 
 namespace health {
 
@@ -23,9 +24,9 @@ PanelPages::PanelPages(ClinicalContext& context)
     : m_context(context)
 {
     setChildrenCollapsible(false);
-    setAccessibleName(tr("Panels"));
+    setAccessibleName(u"Panels"_s);
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* focused) { noteFocus(focused); });
-    connect(&context, &ClinicalContext::patientTold, this, &PanelPages::focusRecords);
+    connect(&context, &ClinicalContext::patientCommitted, this, &PanelPages::focusRecords);
 }
 
 PanelPages::~PanelPages() { dropAll(); }
@@ -45,8 +46,8 @@ void PanelPages::add()
         showPages();
 }
 
-// A panel starts to work when it is first shown, and may have to say something in a box then. That must not happen
-// in the middle of the window's own showing: the pages follow from the event loop.
+// A panel starts to work when it is first shown, and may show a box then. The box must not run an event loop inside the
+// window's own show event, so the pages are shown later, from the event loop.
 void PanelPages::showEvent(QShowEvent* event)
 {
     QSplitter::showEvent(event);
@@ -62,7 +63,7 @@ void PanelPages::showPages()
         if (page)
             page->show();
     }
-    refresh(); // at once, not with the next round of the event loop
+    refresh(); // synchronously, not in the next turn of the event loop
     if (m_context.patient().number != 0 && !isAncestorOf(window()->focusWidget()))
         focusRecords();
 }
@@ -79,10 +80,8 @@ void PanelPages::focusRecords()
 {
     QWidget* const first = m_panels.empty() ? nullptr : m_panels.front().page;
     QWidget* const page = m_lastFocused && isAncestorOf(m_lastFocused) ? m_lastFocused.data() : first;
-    if (!page)
-        return;
-    auto* const records = page->findChild<QAbstractItemView*>(QString(), Qt::FindDirectChildrenOnly);
-    (page->focusProxy() || !records ? page : records)->setFocus();
+    if (page)
+        page->setFocus();
 }
 
 QWidget* PanelPages::load(Panel& panel)
@@ -90,7 +89,7 @@ QWidget* PanelPages::load(Panel& panel)
     try {
         panel.component = loadComponentClass(QString::fromLatin1(PanelProgId)).create(m_context);
         if (!panel.component || !panel.component->widget())
-            throw Failure(L"The panel's library made no panel. Install it again.");
+            throw Failure(L"The panel library did not create a panel. Reinstall it.");
         m_context.add(*panel.component);
         return panel.component->widget();
     } catch (...) {
@@ -114,7 +113,7 @@ QWidget* PanelPages::messagePage(const QString& text)
 void PanelPages::drop(Panel& panel)
 {
     if (panel.page)
-        panel.page->setParent(nullptr); // off the page, before its instance goes
+        panel.page->setParent(nullptr); // before its instance is destroyed
     if (panel.component)
         m_context.remove(*panel.component);
     else
@@ -143,16 +142,14 @@ void PanelPages::dropAll()
 
 QString PanelPages::gridText() const
 {
-    const QWidget* const page = m_panels.empty() ? nullptr : m_panels.front().page;
-    // The panel's own grid; a drop-down list has an item view too, deeper down.
-    const auto* const view =
-        page ? page->findChild<QAbstractItemView*>(QString(), Qt::FindDirectChildrenOnly) : nullptr;
-    const QAbstractItemModel* const model = view ? view->model() : nullptr;
+    const ComponentInstance* const panel = first();
+    if (!panel)
+        return {};
     QString text;
-    for (int row = 0; model && row < model->rowCount(); ++row) {
+    for (const std::vector<Text>& row : panel->rows()) {
         QStringList cells;
-        for (int column = 0; column < model->columnCount(); ++column)
-            cells.append(oneLine(model->index(row, column).data().toString()));
+        for (const Text& cell : row)
+            cells.append(oneLine(QString::fromStdWString(cell)));
         text += cells.join(u'\t') + u'\n';
     }
     return text;

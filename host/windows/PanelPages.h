@@ -11,7 +11,7 @@ namespace health {
 
 class ClinicalContext;
 
-// The panels of the window, up to four side by side, each an instance of its own.
+// The panels of the window, up to four side by side; each is a separate instance.
 class PanelPages : public QSplitter {
     Q_OBJECT
 public:
@@ -25,21 +25,21 @@ public:
     bool mayAdd() const { return m_panels.size() < Most; }
     bool mayClose() const { return m_panels.size() > 1; }
 
-    // Adds a panel. Without a component its page says why, and what to do.
+    // Adds a panel. If the component cannot be loaded, its page shows the error and the remedy.
     void add();
-    // Closes the panel that has the focus, else the last.
+    // Closes the panel with the focus, else the last one.
     void closeCurrent();
-    // Gives the keyboard to the record list of the panel that had it last, else of the first.
+    // Moves the focus to the record list of the panel that had it last, else of the first panel.
     void focusRecords();
-    // Takes all panels off.
+    // Closes all panels.
     void dropAll();
 
-    // The first panel, null when it could not be loaded.
+    // The first panel; null if it could not be loaded.
     ComponentInstance* first() const { return m_panels.empty() ? nullptr : m_panels.front().component.get(); }
 
-    // The rows of the first panel's grid as text, texts parted by tabs.
+    // The rows of the first panel's grid as lines, their cells separated by tabs.
     QString gridText() const;
-    // Why a panel could not be loaded; empty when all could.
+    // Why a panel could not be loaded; empty if all were.
     QString failure() const { return m_failure; }
 
 Q_SIGNALS:
@@ -62,7 +62,7 @@ private:
 
     ClinicalContext& m_context;
     std::vector<Panel> m_panels;
-    QPointer<QWidget> m_lastFocused; // the page that had the keyboard last
+    QPointer<QWidget> m_lastFocused; // the page that had the focus last
     QString m_failure;
 };
 

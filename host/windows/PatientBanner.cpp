@@ -1,12 +1,14 @@
 #include "host/windows/PatientBanner.h"
 
 #include "host/framework/ClinicalContext.h"
-#include "host/windows/DisplayText.h"
+#include "host/framework/DisplayText.h"
 
 #include <QEvent>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
+
+using namespace Qt::StringLiterals;
 
 namespace health {
 
@@ -16,16 +18,16 @@ PatientBanner::PatientBanner(ClinicalContext& context, QWidget* parent)
     , m_name(new QLabel)
     , m_details(new QLabel)
     , m_visit(new QLabel)
-    , m_visitButton(new QPushButton(tr("Select V&isit...")))
+    , m_visitButton(new QPushButton(u"Select V&isit..."_s))
 {
     setFrameShape(StyledPanel);
-    setAccessibleName(tr("Patient"));
+    setAccessibleName(u"Patient"_s);
     for (QLabel* label : { m_name, m_details, m_visit }) {
         label->setTextFormat(Qt::PlainText);
         label->setTextInteractionFlags(Qt::TextSelectableByMouse);
         label->setWordWrap(true);
     }
-    auto* const patientButton = new QPushButton(tr("Select &Patient..."));
+    auto* const patientButton = new QPushButton(u"Select &Patient..."_s);
     auto* const texts = new QVBoxLayout;
     texts->addWidget(m_name);
     texts->addWidget(m_details);
@@ -61,19 +63,18 @@ void PatientBanner::refresh()
 
     const PatientData& patient = m_context.patient();
     const bool selected = patient.number != 0;
-    m_name->setText(selected ? displayName(patient.name) : tr("No patient selected"));
+    m_name->setText(selected ? displayName(patient.name) : u"No patient selected"_s);
     m_details->setVisible(selected);
     m_visit->setVisible(selected);
     m_visitButton->setEnabled(selected);
     if (!selected)
         return;
-    const QString sex = patient.sex == u"F" ? tr("Female") : patient.sex == u"M" ? tr("Male") : tr("Sex unknown");
-    m_details->setText(tr("Number %1   %2   Born %3   Age %4")
-                           .arg(QString::number(patient.number), sex, displayDate(patient.birthDate),
-                               displayAge(patient.birth, QDate::currentDate())));
+    const QString sex = patient.sex == u"F" ? u"Female"_s : patient.sex == u"M" ? u"Male"_s : u"Sex unknown"_s;
+    m_details->setText(u"Number %1   %2   Born %3   Age %4"_s.arg(QString::number(patient.number), sex,
+        displayDate(patient.birthDate), displayAge(patient.birth, QDate::currentDate())));
     const VisitData& visit = m_context.visit();
     m_visit->setText(
-        visit.number == 0 ? tr("No visit selected") : tr("Visit %1, %2").arg(displayDate(visit.date), visit.location));
+        visit.number == 0 ? u"No visit selected"_s : u"Visit %1, %2"_s.arg(displayDate(visit.date), visit.location));
 }
 
 }

@@ -9,7 +9,7 @@ namespace health {
 
 class ClinicalContext;
 
-// Who is on the screen: name, number, sex, age, visit; and the buttons that change patient and visit.
+// The selected patient (name, number, sex, age) and visit, and the buttons that change them.
 class PatientBanner : public QFrame {
     Q_OBJECT
 public:

@@ -1,16 +1,13 @@
 #include "host/windows/PatientSearch.h"
 
-#include "host/windows/DisplayText.h"
+#include "host/framework/DisplayText.h"
+#include "host/session/Replies.h"
 
-#include <QCoreApplication>
+using namespace Qt::StringLiterals;
 
 namespace health {
 
-QStringList PatientSearch::headings()
-{
-    const auto tr = [](const char* text) { return QCoreApplication::translate("PatientSearch", text); };
-    return { tr("Name"), tr("Number"), tr("Sex"), tr("Born"), tr("Age") };
-}
+QStringList PatientSearch::headings() { return { u"Name"_s, u"Number"_s, u"Sex"_s, u"Born"_s, u"Age"_s }; }
 
 QList<ListPicker::Row> PatientSearch::rows(const QString& text, const QDate& today) const
 {

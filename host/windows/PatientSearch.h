@@ -5,7 +5,8 @@
 
 namespace health {
 
-// Patients by the beginning of their name or by their number, as rows of a picker: name, number, sex, birth date, age.
+// Searches patients by the beginning of their name or by their number. The rows of its results are for a picker: name,
+// number, sex, birth date, age.
 class PatientSearch {
 public:
     // The session must outlive the search.
@@ -16,7 +17,7 @@ public:
 
     static QStringList headings();
 
-    // At most 250 rows, by name; their keys are the patients' numbers. Throws Failure.
+    // At most 250 rows, sorted by name; their keys are the patients' numbers. Throws Failure.
     QList<ListPicker::Row> rows(const QString& text, const QDate& today) const;
 
 private:

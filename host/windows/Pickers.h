@@ -1,4 +1,4 @@
-// The host's questions: which patient, which visit, which user.
+// Dialogs in which the user picks a patient, a visit or a user.
 #pragma once
 
 #include "host/framework/HostObjects.h"
@@ -9,14 +9,14 @@ class QWidget;
 
 namespace health {
 
-// 0 when none was picked.
+// 0 if none was picked.
 long pickPatient(HostSession& session, QWidget* parent);
 
-// A visit with number 0 is "no visit"; empty when the user cancelled. The current visit is selected at first, so that
-// only a deliberate choice changes it; without one the latest.
+// A visit with number 0 is "no visit"; empty if the user cancelled. The current visit is preselected, so that only a
+// deliberate choice changes it; without one, the latest visit.
 std::optional<VisitData> pickVisit(HostSession& session, long patientNumber, long currentVisit, QWidget* parent);
 
-// The user's name as stored; empty when none was picked.
+// The user's name as stored; empty if none was picked.
 Text pickUser(HostSession& session, QWidget* parent);
 
 }

@@ -19,6 +19,8 @@
 #include <QStandardPaths>
 #include <QVBoxLayout>
 
+using namespace Qt::StringLiterals;
+
 namespace health {
 
 PreviewDialog::PreviewDialog(const ReportPages& pages, const QString& title, QWidget* parent)
@@ -36,12 +38,12 @@ PreviewDialog::PreviewDialog(const ReportPages& pages, const QString& title, QWi
     }
     m_preview = new QPrintPreviewWidget(&m_printer);
     m_preview->setAccessibleName(title);
-    // The pages are pictures: screen readers speak their text as the description.
+    // The pages are pictures, so screen readers read their text as the description.
     if (auto* const view = m_preview->findChild<QGraphicsView*>()) {
         for (QWidget* const spoken : { static_cast<QWidget*>(view), view->viewport() }) {
-            spoken->setAccessibleName(tr("Pages"));
+            spoken->setAccessibleName(u"Pages"_s);
             spoken->setAccessibleDescription(
-                QStringList(pages.lines()).replaceInStrings(QStringLiteral("\f"), QString()).join(u'\n'));
+                QStringList(pages.lines()).replaceInStrings(u"\f"_s, QString()).join(u'\n'));
         }
     }
     connect(
@@ -53,16 +55,16 @@ PreviewDialog::PreviewDialog(const ReportPages& pages, const QString& title, QWi
         button->setAutoDefault(false);
         return button;
     };
-    QPushButton* const printButton = add(tr("&Print..."));
+    QPushButton* const printButton = add(u"&Print..."_s);
     if (QPrinterInfo::availablePrinters().isEmpty()) {
         printButton->setEnabled(false);
-        printButton->setToolTip(tr("This computer knows no printer."));
+        printButton->setToolTip(u"No printer is set up on this computer."_s);
         printButton->setAccessibleDescription(printButton->toolTip());
     }
     connect(printButton, &QPushButton::clicked, this, &PreviewDialog::print);
-    connect(add(tr("Save as P&DF...")), &QPushButton::clicked, this, &PreviewDialog::savePdf);
-    connect(add(tr("Zoom &In")), &QPushButton::clicked, this, [this] { m_preview->zoomIn(); });
-    connect(add(tr("Zoom &Out")), &QPushButton::clicked, this, [this] { m_preview->zoomOut(); });
+    connect(add(u"Save as P&DF..."_s), &QPushButton::clicked, this, &PreviewDialog::savePdf);
+    connect(add(u"Zoom &In"_s), &QPushButton::clicked, this, [this] { m_preview->zoomIn(); });
+    connect(add(u"Zoom &Out"_s), &QPushButton::clicked, this, [this] { m_preview->zoomOut(); });
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     buttons->button(QDialogButtonBox::Close)->setDefault(true);
 
@@ -77,7 +79,7 @@ PreviewDialog::PreviewDialog(const ReportPages& pages, const QString& title, QWi
     resizeToScreen(*this, { fontMetrics().horizontalAdvance(u'x') * 110, fontMetrics().height() * 44 });
 }
 
-// Only a shown page has the width to fit.
+// The width to fit is known only after showing.
 void PreviewDialog::showEvent(QShowEvent* event)
 {
     QDialog::showEvent(event);
@@ -95,33 +97,33 @@ void PreviewDialog::print()
 {
     QPrintDialog dialog(&m_printer, this);
     if (dialog.exec() == Accepted && m_pages.paint(m_printer) == 0)
-        showFailure(this, tr("Print"), tr("The report cannot be printed."));
+        showFailure(this, u"Print"_s, u"The report cannot be printed."_s);
 }
 
-// Names no patient: folders are listed where others can see them.
+// Without the patient's name, since others may see the names in a folder.
 QString PreviewDialog::proposedFile() const
 {
-    const QString name = windowTitle().toLower().replace(u'/', u'-') + u' ' + QDate::currentDate().toString(Qt::ISODate)
-        + QStringLiteral(".pdf");
+    const QString name =
+        windowTitle().toLower().replace(u'/', u'-') + u' ' + QDate::currentDate().toString(Qt::ISODate) + u".pdf"_s;
     return QDir(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation)).filePath(name);
 }
 
 void PreviewDialog::savePdf()
 {
     const QFileInfo proposed(proposedFile());
-    QFileDialog dialog(this, tr("Save as PDF"), proposed.path(), tr("PDF files (*.pdf)"));
+    QFileDialog dialog(this, u"Save as PDF"_s, proposed.path(), u"PDF files (*.pdf)"_s);
     dialog.setAcceptMode(QFileDialog::AcceptSave);
-    dialog.setDefaultSuffix(QStringLiteral("pdf"));
+    dialog.setDefaultSuffix(u"pdf"_s);
     dialog.selectFile(proposed.fileName());
     if (dialog.exec() != Accepted)
         return;
     try {
         const QString path = dialog.selectedFiles().value(0);
         m_pages.savePdf(path);
-        m_saved->setText(tr("Saved as %1.").arg(QDir::toNativeSeparators(path)));
+        m_saved->setText(u"Saved as %1."_s.arg(QDir::toNativeSeparators(path)));
         m_saved->show();
     } catch (const Failure& failure) {
-        showFailure(this, tr("Save as PDF"), QString::fromStdWString(failure.description()));
+        showFailure(this, u"Save as PDF"_s, QString::fromStdWString(failure.description()));
     }
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/windows/ReportPages.h"
+#include "host/report/ReportPages.h"
 
 #include <QDialog>
 #include <QPrinter>
@@ -28,7 +28,7 @@ private:
     ReportPages m_pages;
     QPrinter m_printer;
     QPrintPreviewWidget* m_preview;
-    QLabel* m_saved; // says where
+    QLabel* m_saved; // shows where
 };
 
 }

@@ -10,11 +10,13 @@
 #include <QVBoxLayout>
 #include <QWindow>
 
+using namespace Qt::StringLiterals;
+
 namespace health {
 
 namespace {
 
-constexpr int TypedAhead = 500; // milliseconds: a key that comes sooner was meant for something else
+constexpr int TypedAhead = 500; // milliseconds; an earlier key was meant for another window
 
 bool isInput(QEvent::Type type)
 {
@@ -47,9 +49,8 @@ bool isInput(QEvent::Type type)
 
 }
 
-// The window that waits: of a modal dialog's windows, those that belong to it take input. None while the program
-// starts.
-QWidget* WaitBox::ownerBy(QWidget& mainWindow)
+// The waiting window: with a modal dialog, only windows that belong to it take input. Null while the program starts.
+QWidget* WaitBox::ownerFor(QWidget& mainWindow)
 {
     if (QWidget* const modal = QApplication::activeModalWidget())
         return modal;
@@ -76,7 +77,7 @@ WaitBox::WaitBox(QWidget& mainWindow, QWidget* owner)
     layout->addWidget(m_bar);
     layout->addLayout(line);
     connect(m_stop, &QPushButton::clicked, this, &WaitBox::stopped);
-    // A server that has to be ended may take two seconds more: the user sees that the press was heard.
+    // Ending a server may take two more seconds; meanwhile the disabled button shows that the press was accepted.
     connect(this, &WaitBox::stopped, m_stop, [this] {
         m_stop->setEnabled(false);
         m_stop->repaint();
@@ -88,20 +89,20 @@ WaitBox::~WaitBox() { QCoreApplication::instance()->removeEventFilter(this); }
 
 void WaitBox::showProgress(int percent, const QString& text)
 {
-    setWindowTitle(tr("Preparing the clinical data"));
+    setWindowTitle(u"Preparing the clinical data"_s);
     m_text->setText(text);
     m_bar->setValue(percent);
     m_bar->setAccessibleName(text);
     m_bar->show();
-    m_stop->setText(tr("Cancel (Esc)"));
+    m_stop->setText(u"Cancel (Esc)"_s);
     appear();
 }
 
 void WaitBox::showWaiting()
 {
-    setWindowTitle(tr("Personal Health"));
-    m_text->setText(tr("Still waiting for the server ..."));
-    m_stop->setText(tr("Stop waiting (Esc)"));
+    setWindowTitle(u"Personal Health"_s);
+    m_text->setText(u"Still waiting for the server ..."_s);
+    m_stop->setText(u"Stop waiting (Esc)"_s);
     appear();
 }
 
@@ -110,7 +111,7 @@ void WaitBox::appear()
     if (isVisible())
         return;
     setAccessibleName(windowTitle());
-    // An open list or menu would take the clicks.
+    // An open list or menu would receive the clicks.
     while (QWidget* const popup = QApplication::activePopupWidget()) {
         if (!popup->close())
             break;
@@ -120,7 +121,7 @@ void WaitBox::appear()
     const QRect place = owner ? owner->frameGeometry() : screen()->availableGeometry();
     move(place.center() - rect().center());
     show();
-    // The pointer says that its button can be pressed.
+    // A pointer that shows that the button can be pressed.
     if (QGuiApplication::overrideCursor())
         QGuiApplication::changeOverrideCursor(Qt::BusyCursor);
     m_shown.start();

@@ -9,19 +9,19 @@ class QPushButton;
 
 namespace health {
 
-// Says that the server is at work, and lets the user stop waiting. While it is shown it alone takes input, and a press
-// of Escape: what is typed or clicked elsewhere is dropped, so that nothing begins inside the call. Only the main
-// window may be closed. It takes the keyboard from nobody: a key that was meant for a form must not press its button.
+// Shows that the server is working, and lets the user stop waiting. While it is shown, only this box and the Escape key
+// accept input; other keys and clicks are dropped, so that nothing starts inside the call. The main window can still be
+// closed. The box does not take the focus: a key meant for a form must not press its button.
 class WaitBox : public QFrame {
     Q_OBJECT
 public:
     explicit WaitBox(QWidget& mainWindow)
-        : WaitBox(mainWindow, ownerBy(mainWindow))
+        : WaitBox(mainWindow, ownerFor(mainWindow))
     {
     }
     ~WaitBox() override;
 
-    // Shows how far the server is; it came by itself.
+    // Shows the progress that the server reports.
     void showProgress(int percent, const QString& text);
     void showWaiting();
 
@@ -35,7 +35,7 @@ protected:
 
 private:
     WaitBox(QWidget& mainWindow, QWidget* owner);
-    static QWidget* ownerBy(QWidget& mainWindow);
+    static QWidget* ownerFor(QWidget& mainWindow);
     void appear();
     bool isOwn(const QObject* watched) const;
 

@@ -1,6 +1,6 @@
 #include "tests/agreement/Scenes.h"
 
-#include "host/windows/DisplayText.h"
+#include "host/session/Replies.h"
 #include "lookups/frmLookupImm.h"
 #include "qt/TextViews.h"
 #include "tests/agreement/Hands.h"

@@ -108,17 +108,17 @@ TEST_F(Remote, HostProgramListsAPatientForTheCertificatesUser)
     EXPECT_EQ(run(server + certificate), "Quiet, Iris (14)");
     EXPECT_EQ(run(server + certificate + QStringList { "--user", "SORREL,ADA" }),
         "Your certificate is for GLASS,VIOLA, not for SORREL,ADA.");
-    EXPECT_EQ(run(server), "The server localhost takes only users with a certificate, and none was given.");
-    EXPECT_EQ(
-        run(server.mid(0, 2)), "--server needs --authority: the file of the authority that the server is trusted by.");
+    EXPECT_EQ(run(server), "The server localhost requires a client certificate.");
+    EXPECT_EQ(run(server.mid(0, 2)),
+        "--server requires --authority: the file of the authority that has issued the server's certificate.");
     EXPECT_EQ(run({ "--server", "localhost:1" }), "--server takes an address such as tls://host:port.");
-    EXPECT_EQ(run(certificate), "--certificate, --key and --authority go with --server.");
+    EXPECT_EQ(run(certificate), "--certificate, --key and --authority require --server.");
 }
 
 TEST_F(Remote, CertificatesThatAreRefused)
 {
     const std::pair<const char*, std::string> cases[] = {
-        { "", "The server localhost takes only users with a certificate, and none was given." },
+        { "", "The server localhost requires a client certificate." },
         { "expired", "The server refused your certificate: it has expired." },
         { "revoked", "The server refused your certificate: it has been revoked." },
         { "selfsigned", "The server refused your certificate: it is not from the server's authority." },
@@ -178,11 +178,12 @@ TEST_F(Remote, ServersThatAreNotTrustedOrNotThere)
     server.authorityFile = file("foreign-authority.pem");
     EXPECT_EQ(refusal(server),
         "Try again? The server's certificate is not from an authority in " + text(server.authorityFile)
-            + ". Somebody may be listening in; nothing was sent.");
+            + ". The connection may not be secure; nothing was sent.");
 
     const ServedRemotely elsewhere("elsewhere");
     EXPECT_EQ(refusal(elsewhere.as("sorrel")),
-        "Try again? The server's certificate is not for localhost. Somebody may be listening in; nothing was sent.");
+        "Try again? The server's certificate is not for localhost. The connection may not be secure; nothing was "
+        "sent.");
 
     server = as("sorrel");
     server.port = freePort();
@@ -209,7 +210,7 @@ TEST_F(Remote, FilesThatCannotBeUsedAreNamed)
         { key, key, "There is no certificate in " + key + "." },
         { certificate, certificate, "There is no private key in " + certificate + ", or a pass phrase protects it." },
         { certificate, otherKey,
-            "The private key in " + otherKey + " does not belong to the certificate in " + certificate + "." },
+            "The private key in " + otherKey + " does not match the certificate in " + certificate + "." },
     };
     for (const auto& [certificateFile, keyFile, reason] : cases) {
         RemoteServer server = as("sorrel");
@@ -267,7 +268,7 @@ TEST_F(Remote, ListsOfRevokedCertificatesThatWouldShutEverybodyOut)
     ASSERT_TRUE(QFile::copy(server.file("old.crl"), server.file("revoked-lists.pem")));
     server.start();
     EXPECT_EQ(refusal(server.as("sorrel")),
-        "Try again? The server's list of revoked certificates is out of date. Tell its administrator.");
+        "Try again? The server's list of revoked certificates is out of date. Contact its administrator.");
     EXPECT_EQ(refusal(server.as("expired")), "Try again? The server refused your certificate: it has expired.");
 }
 
@@ -380,7 +381,7 @@ TEST_F(Remote, LostConnectionIsOfferedForAnotherTryAndTheSessionGoesOn)
         ::kill(process, SIGKILL);
     remote.retries = 1;
     EXPECT_EQ(Piece(remote.session.callText(L"MEVHOST PATIENT", L"14"), L"^", 2), L"QUIET,IRIS");
-    EXPECT_EQ(remote.asked(), "The server localhost has ended the connection.");
+    EXPECT_EQ(remote.asked(), "The server localhost has closed the connection.");
 
     // The whole server is away: asked until it is back.
     remote.questions.clear();
@@ -392,7 +393,7 @@ TEST_F(Remote, LostConnectionIsOfferedForAnotherTryAndTheSessionGoesOn)
     served->stop();
     EXPECT_EQ(Piece(remote.session.callText(L"MEVHOST PATIENT", L"14"), L"^", 2), L"QUIET,IRIS");
     const std::string away = "\nNo server answers at localhost, port " + std::to_string(served->port) + ".";
-    EXPECT_EQ(remote.asked(), "The server localhost has ended the connection." + away + away);
+    EXPECT_EQ(remote.asked(), "The server localhost has closed the connection." + away + away);
 }
 
 TEST_F(Remote, EventsArriveAndAConnectionLostWhileIdleComesBack)

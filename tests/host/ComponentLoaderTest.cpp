@@ -5,17 +5,22 @@
 #include <QDir>
 #include <QFile>
 #include <QStandardPaths>
+#include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
 namespace health::test {
 namespace {
 
-// What loading says about a manifest; nothing of the library itself is looked at.
-Text refusal(const QByteArray& manifest)
+QString usersFolder()
 {
-    const QString folder = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation)
+    return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation)
         + QStringLiteral("/personal-health/components");
+}
+
+// The failure to load a panel with this manifest. The library itself is not looked at.
+Text refusal(const QByteArray& manifest, const QString& folder = usersFolder())
+{
     QDir().mkpath(folder);
     QFile file(folder + "/Test.Panel.json");
     EXPECT_TRUE(file.open(QIODevice::WriteOnly) && file.write(manifest) == manifest.size());
@@ -30,14 +35,25 @@ Text refusal(const QByteArray& manifest)
 
 TEST(ComponentLoader, ManifestsThatCannotBeUsedAreTold)
 {
-    const QByteArray good = R"({ "progId": "Test.Panel", "library": "/nowhere/panel.so", "interface": 2 })";
-    EXPECT_EQ(refusal(good), L"The panel's library /nowhere/panel.so is not there any more. Register the panel again.");
+    const QByteArray good = R"({ "progId": "Test.Panel", "library": "/nowhere/panel.so", "interface": 3 })";
+    EXPECT_EQ(refusal(good), L"The panel's library /nowhere/panel.so no longer exists. Register the panel again.");
     for (const QByteArray& old :
-        { QByteArray(good).replace("2", "3"), QByteArray(good).replace(", \"interface\": 2", "") })
+        { QByteArray(good).replace("3", "4"), QByteArray(good).replace(", \"interface\": 3", "") })
         EXPECT_NE(refusal(old).find(L" is of another version (interface "), Text::npos) << old.toStdString();
     for (const QByteArray& garbled : { good.left(20), QByteArray(), QByteArray(good).replace("Test.Panel", "Other") })
         EXPECT_NE(refusal(garbled).find(L"cannot be read. Register the panel again."), Text::npos)
             << garbled.toStdString();
+}
+
+TEST(ComponentLoader, VariableMovesTheUsersRegistrations)
+{
+    const QTemporaryDir moved;
+    const char* const manifest = R"({ "progId": "Test.Panel", "library": "/%1/panel.so", "interface": 3 })";
+    refusal(QString(manifest).arg("home").toUtf8());
+    qputenv("PERSONAL_HEALTH_COMPONENTS", moved.path().toUtf8());
+    const Text failure = refusal(QString(manifest).arg("moved").toUtf8(), moved.path());
+    qunsetenv("PERSONAL_HEALTH_COMPONENTS");
+    EXPECT_EQ(failure, L"The panel's library /moved/panel.so no longer exists. Register the panel again.");
 }
 
 }

@@ -1,6 +1,7 @@
-#include "host/windows/DisplayText.h"
+#include "host/framework/DisplayText.h"
 #include "api/Failure.h"
-#include "host/windows/ReportPages.h"
+#include "host/report/ReportPages.h"
+#include "host/session/Replies.h"
 #include "tests/support/ScriptedHost.h"
 
 #include <QFile>

@@ -60,8 +60,11 @@ protected:
     std::vector<Request> seen;
     QStringList questions;
     int retries = 0; // answered yes so many times
+    std::function<void()> onQuestion;
     HostSession session { transport, 300, [this](const QString& reason) {
                              questions.append(reason);
+                             if (onQuestion)
+                                 onQuestion();
                              return retries-- > 0;
                          } };
 };
@@ -94,8 +97,8 @@ TEST_F(HostSessionTest, LostAnswerIsAskedForAgainUnderItsNumber)
     EXPECT_EQ(names(), (QStringList { "MEVREP SET", "MEVHOST SIGNON", "MEVHOST SUBSCRIBE", "MEVREP SET" }));
     EXPECT_EQ(seen[0].number, seen[3].number);
     EXPECT_EQ(questions,
-        QStringList { QStringLiteral(
-            "The server has ended. The change may have been made or not. Trying again makes it once.") });
+        QStringList { QStringLiteral("The server process has stopped. The change may or may not have been made. If you "
+                                     "retry, it is made only once.") });
     QTest::qWait(30);
     EXPECT_EQ(sink.names, std::vector<Text> { L"REFRESH" }); // events may have been missed meanwhile
 }
@@ -117,14 +120,14 @@ TEST_F(HostSessionTest, ServerThatDiesAtAnyByteOfItsAnswer)
         EXPECT_EQ(session.callText(L"MEVREP GET", L"12"), L"G1P1^") << cut;
     }
     EXPECT_EQ(questions.size(), whole);
-    EXPECT_EQ(questions.last(), "The server has ended. Its last answer was cut off.");
+    EXPECT_EQ(questions.last(), "The server process has stopped. Its last reply was cut off.");
 }
 
 TEST_F(HostSessionTest, DeclinedRetryEndsTheWholeLoadAndTheNextOneStartsAfresh)
 {
     session.signOn(L"SORREL,ADA");
     onCall = [](const Request&) { return QByteArray("GARBAGE!"); };
-    const Text why = L"failed: The server's answer was garbled (no length).";
+    const Text why = L"failed: The server sent an invalid reply (missing length).";
     EXPECT_EQ(outcome(L"MEVREP GET", L"12"), why);
     onCall = nullptr;
     EXPECT_EQ(outcome(L"MEVVELD GET", L"12"), why);
@@ -159,8 +162,8 @@ TEST_F(HostSessionTest, AbandonedChangeKeepsItsNumberUntilAnotherIsMade)
             transport.endsAfterAnswer = true;
             return QByteArray();
         };
-        const Text end = L" The change may have been made or not. Look at the record before you enter it again.";
-        EXPECT_EQ(outcome(L"MEVVTXC SET", L"5"), L"failed: The server has ended." + end);
+        const Text end = L" The change may or may not have been made. Check the record before you enter it again.";
+        EXPECT_EQ(outcome(L"MEVVTXC SET", L"5"), L"failed: The server process has stopped." + end);
         const long long abandoned = seen.back().number;
         onCall = nullptr;
         transport.refuseConnections = row.refused;
@@ -234,7 +237,7 @@ TEST_F(HostSessionTest, ProgressAfterAnAnswerIsGarbled)
     onCall = [](const Request& request) {
         return ScriptedTransport::frame("P50\nRecovering") + ScriptedTransport::reply(request, "1");
     };
-    EXPECT_EQ(outcome(L"MEVREP GET", L"12"), L"failed: The server's answer was garbled (progress after an answer).");
+    EXPECT_EQ(outcome(L"MEVREP GET", L"12"), L"failed: The server sent an invalid reply (progress after an answer).");
 }
 
 TEST_F(HostSessionTest, FloodOfEventsBecomesOneOrderToReload)
@@ -279,7 +282,7 @@ TEST_F(HostSessionTest, AnswersThatAreNoReply)
     };
     EXPECT_THROW(session.callText(L"MEVX", L""), Failure);
     EXPECT_EQ(questions,
-        (QStringList { "The data folder cannot be written.", "The server's answer belongs to another call." }));
+        (QStringList { "The data folder cannot be written.", "The server's reply belongs to another call." }));
 }
 
 TEST_F(HostSessionTest, BytesThatAreNoUtf8AreShownAsReplacements)
@@ -321,6 +324,28 @@ TEST_F(HostSessionTest, EventsArriveByNameAndNeverInsideACall)
     transport.stream().push(ScriptedTransport::frame("EVXR.1.X\n")); // while nobody waits
     QTest::qWait(30);
     EXPECT_EQ(other.names, std::vector<Text> { L"VXR.1.X" });
+}
+
+TEST_F(HostSessionTest, EventsWaitWhileTheUserIsAskedToRetry)
+{
+    session.signOn(L"SORREL,ADA");
+    Sink patient;
+    session.registerEvent(L"VXR.12", patient);
+    onCall = [&](const Request& request) {
+        if (request.connection == 2)
+            return ScriptedTransport::reply(request, "1");
+        transport.endsAfterAnswer = true;
+        return ScriptedTransport::frame("EVXR.12.VELD\n");
+    };
+    retries = 1;
+    onQuestion = [&] {
+        session.raiseEvent(L"VXR.12.REP", L"");
+        QTest::qWait(30); // as the box does
+        EXPECT_TRUE(patient.names.empty());
+    };
+    session.callText(L"MEVREP GET", L"12");
+    QTest::qWait(30);
+    EXPECT_EQ(patient.names, (std::vector<Text> { L"VXR.12.VELD", L"VXR.12.REP" }));
 }
 
 TEST_F(HostSessionTest, EventBehindAnAnswerIsNotForgotten)

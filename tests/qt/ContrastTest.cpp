@@ -3,7 +3,7 @@
 #include "control/GridLoader.h"
 #include "control/kalmevRepHistCtrl.h"
 #include "host/windows/ListPicker.h"
-#include "host/windows/ReadablePalette.h"
+#include "host/desktop/ReadablePalette.h"
 #include "qt/PanelView.h"
 #include "tests/support/EveryForm.h"
 

@@ -89,7 +89,7 @@ public:
     QIODevice* device() override { return m_stream.get(); }
     // Like a process that ends once it has written what it had to say.
     bool isAlive() const override { return m_stream && !(endsAfterAnswer && m_stream->bytesAvailable() == 0); }
-    QString endReason() const override { return QStringLiteral("The server has ended."); }
+    QString endReason() const override { return QStringLiteral("The server process has stopped."); }
 
     ScriptedStream& stream() { return *m_stream; }
     void end()

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "host/framework/ComponentLoader.h"
-#include "host/windows/DisplayText.h"
+#include "host/framework/DisplayText.h"
 #include "host/windows/ListPicker.h"
 #include "host/windows/MainWindow.h"
 
@@ -37,7 +37,7 @@ protected:
     void SetUp() override
     {
         registerComponent(QStringLiteral(PANEL_LIBRARY));
-        Options options;
+        WindowOptions options;
         options.user = "sorrel,ada";
         options.dataFolder = folder.filePath("data");
         options.serverProgram = QStringLiteral(SERVER_PROGRAM);

@@ -36,6 +36,7 @@ struct Onlooker : ComponentInstance, ICSS_PatientEvents, ICSS_EncounterEvents {
     ICSS_PatientEvents& patientEvents() override { return *this; }
     ICSS_EncounterEvents& encounterEvents() override { return *this; }
     void openRecord(int, const Text&, const Text&) override { }
+    std::vector<std::vector<Text>> rows() const override { return {}; }
     bool Pending() override { return false; }
     void Committed() override { told(); }
     void Canceled() override { }
@@ -168,7 +169,7 @@ TEST_F(HostWindow, TextSizeIsRememberedAndGoesBackToTheNaturalOne)
     window->close();
     window.reset();
     EXPECT_EQ(points(), natural);
-    window = std::make_unique<MainWindow>(Options());
+    window = std::make_unique<MainWindow>(WindowOptions());
     EXPECT_EQ(points(), large);
     action("Normal Text")->trigger();
     EXPECT_EQ(points(), natural);

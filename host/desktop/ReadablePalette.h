@@ -5,10 +5,10 @@
 
 namespace health {
 
-// The palette with hints and selected texts that can be read: usual palettes draw both too faint. All else stays.
+// The palette with readable colours for hints and selected text, which usual palettes draw too faint.
 QPalette readable(QPalette palette);
 
-// Keeps the application's palette readable, also when the desktop's changes.
+// Keeps the application's palette readable, also after the desktop's palette changes.
 class ReadablePalette : public QObject {
 public:
     explicit ReadablePalette(QObject* parent);

@@ -1,10 +1,10 @@
-#include "host/windows/DisplayText.h"
-
-#include "api/Failure.h"
+#include "host/framework/DisplayText.h"
 
 #include <QStringList>
 
 #include <algorithm>
+
+using namespace Qt::StringLiterals;
 
 namespace health {
 
@@ -30,7 +30,7 @@ QDateTime dateOfFileMan(const QString& text)
         return {};
     const QString digits = parts.value(1).leftJustified(6, u'0');
     const int hour = digits.left(2).toInt();
-    // Midnight is hour 24 of the day that it ends.
+    // Midnight is hour 24 of the day that ends then.
     return QDateTime(date.addDays(hour / 24), QTime(hour % 24, digits.mid(2, 2).toInt(), digits.mid(4, 2).toInt()));
 }
 
@@ -66,23 +66,11 @@ QString displayAge(const QDate& birth, const QDate& today)
     if (!age)
         return {};
     const auto count = [](int number, const char* unit) {
-        return QStringLiteral("%1 %2%3").arg(number).arg(
-            QLatin1String(unit), number == 1 ? QString() : QStringLiteral("s"));
+        return u"%1 %2%3"_s.arg(number).arg(QLatin1String(unit), number == 1 ? QString() : u"s"_s);
     };
     if (*age < 2)
         return count(static_cast<int>(birth.daysTo(today)), "day");
     return *age < 24 ? count(*age, "month") : count(*age / 12, "year");
-}
-
-QList<QStringList> linesOf(const Text& reply)
-{
-    const QString text = QString::fromStdWString(reply);
-    if (text.startsWith(u'-'))
-        throw Failure(text.section(u'^', 1, 1).toStdWString());
-    QList<QStringList> lines;
-    for (const QString& line : text.split(QStringLiteral("\r\n"), Qt::SkipEmptyParts))
-        lines.append(line.split(u'^'));
-    return lines;
 }
 
 }

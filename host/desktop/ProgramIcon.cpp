@@ -1,4 +1,4 @@
-#include "host/windows/ProgramIcon.h"
+#include "host/desktop/ProgramIcon.h"
 
 #include <QPainter>
 

@@ -1,7 +1,7 @@
-#include "host/windows/ReportPages.h"
+#include "host/report/ReportPages.h"
 
 #include "api/Failure.h"
-#include "host/windows/PrivateFile.h"
+#include "host/desktop/PrivateFile.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -14,15 +14,17 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace health {
 
 namespace {
 
-constexpr int FootLines = 2; // an empty line and the foot
+constexpr int FootLines = 2; // an empty line and the footer
 constexpr qsizetype TabWidth = 8;
 constexpr double Margin = 18; // millimetres
 
-// The largest fixed font with which a line of the full width fits the page.
+// The largest fixed font in which a full line fits the page.
 QFont fittingFont(QPrinter& printer, int letters, double width)
 {
     QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
@@ -45,8 +47,8 @@ QString withoutTabs(const QString& line)
     return text;
 }
 
-// Where to break a line that is too long: after the last blank before the width's end, else at the width. A blank that
-// stands just behind the width is dropped.
+// Where to break a line that is too long: after the last blank within the width, else at the width. A blank directly
+// after the width is dropped.
 qsizetype breakOf(const QString& line, qsizetype width)
 {
     const qsizetype blank = line.lastIndexOf(u' ', width);
@@ -67,12 +69,12 @@ QStringList brokenLines(QString line, qsizetype width)
     return lines;
 }
 
-// A name without what differs between the ways to write it.
+// A name in a form that compares equal however it is spaced and capitalised.
 QString bareName(QString text) { return text.remove(u' ').toCaseFolded(); }
 
 [[noreturn]] void cannotWrite(const QString& path)
 {
-    throw Failure(QStringLiteral("The file %1 cannot be written.").arg(path).toStdWString());
+    throw Failure(u"The file %1 cannot be written."_s.arg(path).toStdWString());
 }
 
 }
@@ -87,10 +89,7 @@ ReportPages::ReportPages(const Report& report, const ReportPeople& people)
     m_heading.append(report.subtitles);
 
     QString text = report.text;
-    text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"))
-        .replace(u'\r', u'\n')
-        .replace(QStringLiteral("\n\f\n"), QStringLiteral("\f"))
-        .replace(QStringLiteral("\f"), QStringLiteral("\n\f\n"));
+    text.replace(u"\r\n"_s, u"\n"_s).replace(u'\r', u'\n').replace(u"\n\f\n"_s, u"\f"_s).replace(u"\f"_s, u"\n\f\n"_s);
     if (text.endsWith(u'\n'))
         text.chop(1);
     for (const QString& line : text.split(u'\n'))
@@ -102,7 +101,7 @@ QList<QStringList> ReportPages::pagesOf(int perPage) const
     QList<QStringList> pages(1);
     for (const QString& line : m_lines) {
         const bool feed = line == u"\f";
-        // A form feed at a page's beginning would leave that page empty.
+        // A form feed at the beginning of a page would leave the page empty.
         if ((feed && !pages.last().isEmpty()) || (!feed && pages.last().size() == perPage))
             pages.append(QStringList());
         if (!feed)
@@ -162,9 +161,9 @@ int ReportPages::paint(QPrinter& printer) const
         const QRectF line(0, static_cast<double>(row) * lineHeight, page.width(), lineHeight);
         painter.drawText(line, static_cast<int>(alignment) | Qt::TextDontClip | Qt::TextSingleLine, text);
     };
-    QString printed = QStringLiteral("Printed %1").arg(QDate::currentDate().toString(QStringLiteral("MM/dd/yyyy")));
+    QString printed = u"Printed %1"_s.arg(QDate::currentDate().toString(u"MM/dd/yyyy"_s));
     if (!m_people.user.isEmpty())
-        printed += QStringLiteral(" by %1").arg(m_people.user);
+        printed += u" by %1"_s.arg(m_people.user);
     for (qsizetype number = 0; number < pages.size(); ++number) {
         if (number > 0)
             printer.newPage();
@@ -172,7 +171,7 @@ int ReportPages::paint(QPrinter& printer) const
             drawLine(row, pages[number][row]);
         drawLine(rows - 1, printed);
         if (m_pageNumbers)
-            drawLine(rows - 1, QStringLiteral("Page %1 of %2").arg(number + 1).arg(pages.size()), Qt::AlignRight);
+            drawLine(rows - 1, u"Page %1 of %2"_s.arg(number + 1).arg(pages.size()), Qt::AlignRight);
     }
     painter.end();
     return static_cast<int>(pages.size());
@@ -190,7 +189,7 @@ void ReportPages::savePdf(const QString& path) const
     setUsualPaper(printer);
     if (paint(printer) == 0)
         cannotWrite(path);
-    // The printer does not tell that the disk had no room: such a file has no end.
+    // QPrinter does not report a full disk; an incomplete file lacks its end mark.
     QFile written(path);
     const bool whole = written.open(QIODevice::ReadOnly) && written.seek(std::max<qint64>(0, written.size() - 64))
         && written.readAll().contains("%%EOF");

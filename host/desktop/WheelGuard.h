@@ -4,8 +4,8 @@
 
 namespace health {
 
-// Keeps the mouse wheel from changing a field that the user has not chosen: over a list, number or date field without
-// the focus it scrolls what is around the field. To be installed on the application.
+// Keeps the mouse wheel from changing a field without the focus: over a list, number or date field it scrolls the
+// field's surroundings instead. An event filter for the application.
 class WheelGuard : public QObject {
     Q_OBJECT
 public:

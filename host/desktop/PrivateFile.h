@@ -5,9 +5,9 @@
 
 namespace health {
 
-// What the host writes shows patients: the file is the user's alone before anything is in it, whatever the umask says
-// and whoever could read a file that stood there before. What is no file, such as a pipe, stays as it is. False when it
-// cannot be written.
+// Makes a file that will contain patient data readable by the user only, before anything is written to it and whatever
+// the umask or the permissions of an existing file are. Leaves anything but a regular file, such as a pipe, unchanged.
+// False if it cannot be written.
 inline bool makePrivate(const QString& path)
 {
     constexpr auto Own = QFileDevice::ReadOwner | QFileDevice::WriteOwner;
@@ -17,7 +17,7 @@ inline bool makePrivate(const QString& path)
     QFile file(path);
     if (!file.open(QIODevice::WriteOnly, Own))
         return false;
-    file.setPermissions(Own); // some file systems know no permissions
+    file.setPermissions(Own); // the result is ignored: some file systems have no permissions
     return true;
 }
 

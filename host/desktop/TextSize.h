@@ -5,15 +5,15 @@
 
 namespace health {
 
-// The size of all text, as a factor of the desktop's, and with it the margins, bars and boxes that no style lets follow
-// the font. Back to the desktop's when it goes.
+// The size of all text as a factor of the desktop's size, and of the margins, bars and boxes that styles do not adapt
+// to the font. Its destructor restores the desktop's size.
 class TextSize : public QObject {
 public:
     explicit TextSize(QObject* parent);
     ~TextSize() override;
 
     double factor() const { return m_factor; }
-    // Within what can be read and still fits a screen.
+    // Clamped to sizes that are readable and still fit a screen.
     void setFactor(double factor);
 
 private:

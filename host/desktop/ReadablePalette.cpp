@@ -1,5 +1,6 @@
-#include "host/windows/ReadablePalette.h"
+#include "host/desktop/ReadablePalette.h"
 
+#include "toolkit/Colours.h"
 #include "toolkit/Contrast.h"
 
 #include <QApplication>
@@ -7,29 +8,14 @@
 
 namespace health {
 
-namespace {
-
-Colour numberOf(const QColor& colour)
-{
-    return static_cast<Colour>(colour.red() | colour.green() << 8 | colour.blue() << 16);
-}
-
-QColor colourOf(Colour number)
-{
-    return QColor(
-        static_cast<int>(number & 0xFF), static_cast<int>(number >> 8 & 0xFF), static_cast<int>(number >> 16 & 0xFF));
-}
-
-}
-
 QPalette readable(QPalette palette)
 {
     for (const auto group : { QPalette::Active, QPalette::Inactive }) {
-        const auto number = [&](QPalette::ColorRole role) { return numberOf(palette.color(group, role)); };
+        const auto number = [&](QPalette::ColorRole role) { return colourNumber(palette.color(group, role)); };
         const Colour base = number(QPalette::Base);
         const QColor hint = palette.color(group, QPalette::PlaceholderText);
         palette.setColor(group, QPalette::PlaceholderText,
-            colourOf(readableOn(mixed(numberOf(hint), base, hint.alphaF()), { base, number(QPalette::Window) })));
+            colourOf(readableOn(mixed(colourNumber(hint), base, hint.alphaF()), { base, number(QPalette::Window) })));
         palette.setColor(group, QPalette::Highlight,
             colourOf(readableOn(number(QPalette::Highlight), { number(QPalette::HighlightedText) })));
     }

@@ -1,4 +1,4 @@
-#include "host/windows/TextSize.h"
+#include "host/desktop/TextSize.h"
 
 #include <QApplication>
 #include <QProxyStyle>
@@ -13,7 +13,7 @@ namespace {
 constexpr double Smallest = 0.7;
 constexpr double Largest = 3;
 
-// The desktop's style with the measures that it gives in pixels grown by a factor.
+// The desktop's style with its pixel metrics enlarged by a factor.
 class GrownStyle : public QProxyStyle {
 public:
     using QProxyStyle::QProxyStyle;
@@ -42,7 +42,7 @@ public:
     }
 };
 
-// The application's style, once it is ours.
+// Installs the style at the first call.
 GrownStyle& grownStyle()
 {
     if (auto* const style = dynamic_cast<GrownStyle*>(QApplication::style()))
@@ -73,7 +73,7 @@ void TextSize::setFactor(double factor)
     QFont font = m_natural;
     font.setPointSizeF(m_natural.pointSizeF() * factor);
     QApplication::setFont(font);
-    // After all have the font: a window that measures others' texts may have been told before them.
+    // After all widgets have the font: a window that measures the texts of others may have been notified before them.
     for (QWidget* const widget : QApplication::allWidgets()) {
         QEvent event(QEvent::StyleChange);
         QCoreApplication::sendEvent(widget, &event);

@@ -1,0 +1,25 @@
+// The events that pass between a session and the panel: Session::registerEvent, raiseEvent, and EventCallback.
+#pragma once
+
+#include "api/Text.h"
+
+namespace health {
+
+// Raised by the host: the panel reloads its list. A host raises it for a "refresh" command of the user, and after a
+// connection was lost, because events may have been missed. No data. The server does not know this event.
+inline constexpr TextView RefreshEvent = L"REFRESH";
+
+// Raised by the panel: a text for the host's status line, such as "Loading Personal Health Data"; empty clears the
+// line. The panel does not subscribe to it, and the server does not know it.
+inline constexpr TextView StatusEvent = L"STATUS";
+
+// Raised by the server when a patient's records have changed, in every session that subscribed, the one that made the
+// change included. The panel subscribes to prefix + patient number while it shows that patient; the event's name has
+// "." and the kind of record (such as "VELD") behind the number: "VXR.12.VELD". The panel reloads its list on every
+// kind. No data.
+inline constexpr TextView RecordsEventPrefix = L"VXR.";
+
+// The same for refusals: "REFUSAL.12.REF".
+inline constexpr TextView RefusalsEventPrefix = L"REFUSAL.";
+
+}

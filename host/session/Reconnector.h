@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QObject>
+#include <QTimer>
+
+#include <functional>
+
+namespace health {
+
+// Decides when a lost connection is opened again without asking the user: the pause between attempts doubles after each
+// failure.
+class Reconnector : public QObject {
+    Q_OBJECT
+public:
+    explicit Reconnector(int firstPauseMilliseconds = 10'000);
+
+    // Calls `open`, which throws Failure if it fails. False after a failure, and during a pause, when `open` is not
+    // called.
+    bool attempt(const std::function<void()>& open);
+    // A call of the user has failed: the next attempt comes after a pause.
+    void noteFailedCall();
+    // The connection is open, by whatever means: the pauses are short again.
+    void noteConnected();
+
+Q_SIGNALS:
+    // The pause is over.
+    void due();
+
+private:
+    const int m_firstPause; // milliseconds
+    int m_nextPause;
+    QTimer m_pause;
+};
+
+}

@@ -1,0 +1,34 @@
+#include "host/session/Reconnector.h"
+#include "api/Failure.h"
+
+#include <QElapsedTimer>
+#include <QSignalSpy>
+
+#include <gtest/gtest.h>
+
+namespace health::test {
+namespace {
+
+TEST(Reconnector, PausesDoubleUntilTheConnectionIsOpen)
+{
+    Reconnector reconnector(50);
+    QSignalSpy due(&reconnector, &Reconnector::due);
+    const auto failedAttempt = [&] {
+        QElapsedTimer pause;
+        pause.start();
+        EXPECT_FALSE(reconnector.attempt([] { throw Failure(L"No server."); }));
+        EXPECT_FALSE(reconnector.attempt([] { ADD_FAILURE() << "attempt during a pause"; }));
+        EXPECT_TRUE(due.wait(10'000));
+        return pause.elapsed();
+    };
+    for (const int shortest : { 45, 90, 180, 360, 720 }) // timers may be 5 % early
+        EXPECT_GE(failedAttempt(), shortest);
+    reconnector.noteConnected();
+    EXPECT_LT(failedAttempt(), 720);
+
+    EXPECT_TRUE(reconnector.attempt([] {}));
+    EXPECT_FALSE(reconnector.attempt([] { ADD_FAILURE() << "a server that stops again and again"; }));
+}
+
+}
+}
