@@ -38,7 +38,7 @@ inline constexpr int ComponentInterface = 3;
 // One panel on a page of the host. Unless noted otherwise, the operations report failures to the user and do not throw.
 class ComponentInstance {
 public:
-    // Unregisters the panel's events and destroys its widget; the last instance also drops the host objects.
+    // Unregisters the events and destroys the widget; the last one drops the host objects. Not during a call or dialog.
     virtual ~ComponentInstance() = default;
 
     // The panel's widget; owned by the instance. The host places it on a page (setting a parent is fine), takes it off

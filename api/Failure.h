@@ -1,4 +1,4 @@
-// A run-time failure with a description for the user.
+// A failure with a description for the user.
 #pragma once
 
 #include "api/Utf8.h"
@@ -7,8 +7,8 @@
 
 namespace health {
 
-// Thrown by host objects and by the logic; never leaves the control. what() gives the description
-// as UTF-8.
+// Thrown by host objects and inside the panel, which shows it in a message box. what() returns the description as
+// UTF-8.
 class Failure : public std::exception {
 public:
     explicit Failure(Text description)
@@ -25,13 +25,13 @@ private:
     std::string m_utf8;
 };
 
-// Thrown by a host's session: the server cannot be reached and the user did not want to try again. Calls that follow at
-// once would end the same way.
+// Thrown by a host's session if the server cannot be reached and the user declined to try again. Calls that follow
+// immediately would fail in the same way, so the panel skips the rest of a load.
 class ConnectionGone : public Failure {
     using Failure::Failure;
 };
 
-// The description of the exception that is being handled. Call it inside a catch block only.
+// The description of the exception being handled. Call it only inside a catch block.
 inline Text describeCurrentFailure()
 {
     try {

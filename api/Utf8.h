@@ -14,7 +14,7 @@ inline constexpr wchar_t Replacement = 0xFFFD;
 
 inline bool isContinuation(unsigned char byte) { return (byte & 0xC0) == 0x80; }
 
-// Bytes of the sequence that a lead byte opens; 0 when it opens none.
+// Bytes of the sequence that a lead byte starts; 0 if it starts none.
 inline std::size_t sequenceLength(unsigned char lead)
 {
     if (lead < 0x80)
@@ -30,7 +30,7 @@ inline std::size_t sequenceLength(unsigned char lead)
 
 inline bool isScalar(std::uint32_t point) { return point < 0xD800 || (point > 0xDFFF && point <= 0x10FFFF); }
 
-// Decodes one sequence of `length` bytes; empty when it is torn, overlong or a surrogate.
+// Decodes one sequence of `length` bytes; nullopt if it is truncated, overlong or a surrogate.
 inline std::optional<std::uint32_t> decode(std::string_view bytes, std::size_t length)
 {
     static constexpr std::uint32_t smallest[] = { 0, 0, 0x80, 0x800, 0x10000 };

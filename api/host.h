@@ -7,9 +7,9 @@
 // below) report their own failures in the same way and do not throw.
 //
 // Events: a session never calls EventCallback while one of its calls (callText, callList, registerEvent, connect) is
-// waiting for the server, even if the event arrives then; it delivers the event afterwards, from the event loop. In
-// the same way a host changes the patient or the visit only while no call is running. The panel opens message boxes
-// and forms with event loops of their own; events may arrive while those are open.
+// waiting for the server, even if the event arrives then; it delivers the event afterwards, from the event loop. A
+// host changes the patient or the visit only while no call is running and no modal dialog is open. Events may arrive
+// while one is open: the panel's message boxes and forms run event loops of their own.
 //
 // Text arguments are read during the call and not kept. "^"-pieces are the parts of a text between "^" characters,
 // counted from 1.

@@ -1,4 +1,4 @@
-// The library's entry points. Nothing is thrown through them.
+// The library's entry points. None of them throws.
 #include "component/PanelClass.h"
 #include "component/Registration.h"
 
@@ -11,7 +11,7 @@ using namespace health;
 
 namespace {
 
-// Made with the first class object, so that loading the library to register it needs no application.
+// Created by the first ComponentGetClassObject: registering the library needs no QApplication.
 std::optional<PanelClass>& panelClass()
 {
     static std::optional<PanelClass> object;

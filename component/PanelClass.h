@@ -10,7 +10,7 @@ namespace health {
 class modShared;
 class QtDesktop;
 
-// The class object of the panel. Owns what all instances of the process share; lives as long as the library.
+// The class object of the panel. Owns what all instances of the process share; exists until the library is unloaded.
 class PanelClass : public ComponentClass {
 public:
     PanelClass();

@@ -4,10 +4,10 @@
 
 namespace health {
 
-// Writes the manifest that leads a host from the ProgID to the library; false when it could not be written.
+// Writes the manifest of a ProgID into the user's data folder; false if that failed. `libraryPath` is absolute.
 bool writeManifest(const QString& progId, const QString& libraryPath, const QString& version);
 
-// Removes it; true also when there was none.
+// Removes it; true also if there was none.
 bool removeManifest(const QString& progId);
 
 }

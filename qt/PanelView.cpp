@@ -5,7 +5,7 @@
 #include "qt/Scale.h"
 
 #include <QApplication>
-#include <QEvent>
+#include <QFocusEvent>
 
 #include <algorithm>
 #include <utility>
@@ -23,7 +23,6 @@ PanelView::PanelView(kalmevRepHistCtrl& control, QtDesktop& desktop)
     m_type.setAccessibleName(tr("Record type to add"));
     m_type.setAccessibleDescription(m_type.accessibleName()); // some screen readers take its value for its name
     m_grid.setAccessibleName(tr("Personal health records"));
-    setFocusProxy(&m_grid);
     for (ButtonView& button : m_buttons)
         button.setRefuge(m_grid);
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* focused) { followFocus(focused); });
@@ -92,6 +91,9 @@ void PanelView::showEvent(QShowEvent* event)
     }));
     m_control.UserControl_Show();
 }
+
+// Not a focus proxy: Tab would go past the type list.
+void PanelView::focusInEvent(QFocusEvent* event) { m_grid.setFocus(event->reason()); }
 
 void PanelView::resizeEvent(QResizeEvent* event)
 {

@@ -26,6 +26,7 @@ public:
 
 protected:
     void showEvent(QShowEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override; // passes the focus on to the list
     void resizeEvent(QResizeEvent* event) override;
     void changeEvent(QEvent* event) override;
 
