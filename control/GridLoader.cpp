@@ -11,7 +11,7 @@ namespace {
 void appendFields(Text& text, const RecordType& type, const LinePieces& pieces)
 {
     for (const SummaryField& field : type.fields)
-        appendField(text, field.caption, pieces[static_cast<std::size_t>(field.piece)]);
+        appendField(text, field.caption, pieces[field.piece]);
 }
 
 // "7 lbs", "1 lb": the plural goes by the text alone, and a blank follows in any case.

@@ -1,7 +1,7 @@
 // The kinds of record that the panel lists: one table for everything that differs between them.
 #pragma once
 
-#include "api/Text.h"
+#include "text/Pieces.h"
 
 #include <span>
 
@@ -50,7 +50,7 @@ enum class RecordTypeNumber {
 // One field of a summary: its caption (none: the value alone) and the "^"-piece of the record line.
 struct SummaryField {
     TextView caption;
-    int piece;
+    PieceNumber piece;
 };
 
 struct RecordType {

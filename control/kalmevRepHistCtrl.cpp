@@ -85,7 +85,7 @@ void kalmevRepHistCtrl::fetchEditKeys()
     using enum EditKey;
     static constexpr std::array<EditKey, EditKeyCount> answers { Elder, Pediatric, Er, Asthma, TxContract, Registry };
     for (std::size_t i = 0; i < answers.size(); ++i)
-        m_editKeys[static_cast<std::size_t>(answers[i])] = pieceView(held, L"^", static_cast<short>(i + 1)) == L"1";
+        m_editKeys[static_cast<std::size_t>(answers[i])] = pieceView(held, L"^", static_cast<PieceNumber>(i + 1)) == L"1";
 }
 
 void kalmevRepHistCtrl::UserControl_Show()

@@ -1,7 +1,7 @@
 // The items of a functional status assessment, in the order in which they travel.
 #pragma once
 
-#include "api/Text.h"
+#include "text/Pieces.h"
 
 #include <array>
 #include <span>
@@ -21,7 +21,8 @@ inline constexpr std::size_t InstrumentalItems = 12;
 
 extern const std::array<FunctionalItem, FunctionalItemCount> FunctionalItems;
 
-// The "^"-piece of item n in a reply of "MEVVELD GET", counted from 1: text, optionally "|" and more.
-constexpr std::size_t functionalPiece(std::size_t item) { return item + 4; }
+// The "^"-piece of the first item in a reply of "MEVVELD GET"; the others follow. Each is a text, optionally "|" and
+// more.
+inline constexpr PieceNumber FirstFunctionalPiece = 4;
 
 }

@@ -23,10 +23,8 @@ constexpr std::array<LungValue, 3> LungValues { {
     { L"&PEF/Best PF", L"Peak Expiratory Flow (range 100 to 700)", 100, 700 },
 } };
 
-// Pieces of a reply line, counted from 1.
-constexpr std::size_t SeverityPiece = 4;
-constexpr std::size_t LungPiece = 5;
-constexpr std::size_t TriggerPiece = 8;
+// Pieces of a reply line. The lung values follow the severity, and the answers about the triggers follow them.
+constexpr PieceNumber SeverityPiece = 4;
 
 enum RegistryRow {
     CaseManagerRow = 3,
@@ -142,14 +140,15 @@ void frmAsthma::LoadAst()
 void frmAsthma::showRecord(TextView line)
 {
     const LinePieces pieces(line);
-    SelectComboItem(cboSeverity, displayPart(pieces[SeverityPiece]));
-    for (std::size_t i = 0; i < txt.size(); ++i) {
-        if (const TextView value = pieces[LungPiece + i]; !value.empty())
-            txt[i].load(value);
+    PieceNumber piece = SeverityPiece;
+    SelectComboItem(cboSeverity, displayPart(pieces[piece++]));
+    for (TextBox& lungValue : txt) {
+        if (const TextView value = pieces[piece++]; !value.empty())
+            lungValue.load(value);
     }
-    for (std::size_t i = 0; i < cbo.size(); ++i) {
-        if (const TextView answer = displayPart(pieces[TriggerPiece + i]); !answer.empty())
-            SelectComboItem(cbo[i], answer);
+    for (ComboBox& list : cbo) {
+        if (const TextView answer = displayPart(pieces[piece++]); !answer.empty())
+            SelectComboItem(list, answer);
     }
 }
 
@@ -203,9 +202,8 @@ void frmAsthma::showRegistryEntry(const Text& reply)
         L"Next Appointment", L"Case Manager", L"Comments" };
     fg.setRowCount(RegistryRows);
     for (int row = 0; row < RegistryRows; ++row) {
-        const auto number = static_cast<std::size_t>(row);
-        const TextView value = displayPart(pieces[number + 3]);
-        fg.setText(row, 0, names[number]);
+        const TextView value = displayPart(pieces[row + 3]);
+        fg.setText(row, 0, names.begin()[row]);
         fg.setText(row, 1, row == CaseManagerRow ? spacedName(value) : Text(value));
     }
     fg.setText(CommentsRow, 1, registryNote(m_shared, patient()));

@@ -64,10 +64,10 @@ void frmAsthmaReg::LoadReg()
     if (!reply.empty() && !m_shared.CheckRpcError(reply, L"")) {
         const LinePieces pieces(reply);
         setStatus(properCase(displayPart(pieces[2])));
-        for (std::size_t i = 0; i < dat.size(); ++i) {
-            const Text date = fmDateToDisplay(displayPart(pieces[i + 3]));
-            if (!date.empty())
-                dat[i].setValue(date);
+        PieceNumber piece = 3;
+        for (mevZvDate& field : dat) {
+            if (const Text date = fmDateToDisplay(displayPart(pieces[piece++])); !date.empty())
+                field.setValue(date);
         }
         // Without the manager's id, on purpose: it is sent only when it was looked up here.
         txtPrv.setText(spacedName(displayPart(pieces[6])));

@@ -175,7 +175,7 @@ void frmER::showRecord(TextView line)
     chooseCode(optDisch, Dispositions, codePart(pieces[10]));
     setTextIfAny(txtDispOth, pieces[11]);
     // The second is the departure against advice, which wins.
-    for (const std::size_t departure : { 12u, 13u }) {
+    for (const PieceNumber departure : { 12, 13 }) {
         const Text date = fmDateToDisplay(displayPart(pieces[departure]));
         if (!date.empty())
             datDepart.setValue(date);

@@ -26,8 +26,9 @@ void frmElderView::activate()
     for (const TextView line : recordLines(reply)) {
         const LinePieces pieces(line);
         addRow(L"Visit Date", fmDateToDisplay(displayPart(pieces[3])));
-        for (std::size_t i = 0; i < FunctionalItemCount; ++i)
-            addRow(FunctionalItems[i].rowName, properCase(displayPart(pieces[functionalPiece(i)])));
+        PieceNumber piece = FirstFunctionalPiece;
+        for (const FunctionalItem& item : FunctionalItems)
+            addRow(item.rowName, properCase(displayPart(pieces[piece++])));
     }
 }
 

@@ -14,7 +14,7 @@ constexpr TextView UnitParameter = L"RepHist-PedWtOpt";
 struct WeightUnit {
     TextView caption;
     TextView letter; // behind the number
-    std::size_t piece; // of a reply
+    PieceNumber piece; // of a reply
     double low; // not included, nor is the other
     double high;
 };
@@ -110,8 +110,9 @@ void frmPediatric::LoadData()
     const Text weight(pieces[Units[m_unit].piece]);
     if (!weight.empty())
         txt[0].load(weight + (m_unit == PoundsOunces ? L" " + Text(pieces[2]) : Text(Units[m_unit].letter)));
+    PieceNumber piece = 10;
     for (std::size_t i = 1; i < Boxes; ++i)
-        txt[i].load(pieces[9 + i]);
+        txt[i].load(pieces[piece++]);
     setPicked(txtPat, displayPart(pieces[14]), codePart(pieces[14]));
 }
 

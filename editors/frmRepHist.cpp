@@ -187,16 +187,16 @@ void frmRepHist::clearFields()
 // two the other way round.
 void frmRepHist::showRecord(const Text& reply)
 {
-    const auto pieces = SplitPieces(reply, L"^", 5);
-    showCounts(upperCase(pieces[0]));
-    showDate(datLMP, pieces[1]);
-    SelectComboItem(cboFP, pieces[2]);
-    showDate(datFP, pieces[3]);
-    if (pieces[4].empty() && pieces[5].empty())
+    const LinePieces pieces(reply);
+    showCounts(upperCase(pieces[1]));
+    showDate(datLMP, pieces[2]);
+    SelectComboItem(cboFP, pieces[3]);
+    showDate(datFP, pieces[4]);
+    if (pieces[5].empty() && pieces[6].empty())
         return;
     chkPregnant.setChecked(true);
-    showDate(datDelivery, pieces[5]);
-    SelectComboItem(cboEstMethod, pieces[4]);
+    showDate(datDelivery, pieces[6]);
+    SelectComboItem(cboEstMethod, pieces[5]);
     fraPregnant.setEnabled(true);
 }
 

@@ -1,7 +1,6 @@
 #include "lookups/LookupTables.h"
 
 #include "text/Conversions.h"
-#include "text/Pieces.h"
 
 #include <algorithm>
 #include <array>
@@ -78,7 +77,7 @@ std::vector<LookupColumn> lookupColumns(const LookupTable& table)
         const auto parts = SplitPieces(piece, L":", 3);
         columns.push_back({ .heading = parts[0],
             .hidden = parts[1] != L"0",
-            .source = static_cast<short>(std::clamp(leadingNumber(parts[2]), 0.0, MostPieces)),
+            .source = static_cast<PieceNumber>(std::clamp(leadingNumber(parts[2]), 0.0, MostPieces)),
             .properCase = !parts[3].empty() });
     }
     return columns;

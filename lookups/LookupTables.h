@@ -1,7 +1,7 @@
 // The server tables that can be searched: all that differs between them.
 #pragma once
 
-#include "api/Text.h"
+#include "text/Pieces.h"
 
 #include <vector>
 
@@ -35,7 +35,7 @@ const LookupTable& lookupTable(int number);
 struct LookupColumn {
     Text heading;
     bool hidden = false;
-    short source = 0; // "^"-piece of a reply line; 0: an empty column
+    PieceNumber source = 0; // "^"-piece of a reply line; 0: an empty column
     bool properCase = false;
 };
 

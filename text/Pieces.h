@@ -11,10 +11,13 @@ namespace health {
 // Ends each line of a list reply, and each line of a text of several lines.
 inline constexpr TextView LineBreak = L"\r\n";
 
-// The n-th piece of a text, counted from 1; empty when there is none. Where the delimiter occurs, a negative n
-// counts as 1. The view lies in `text`.
-TextView pieceView(TextView text, TextView delimiter, short n);
-inline Text Piece(TextView text, TextView delimiter, short n) { return Text(pieceView(text, delimiter, n)); }
+// The position of a piece in a delimited text, counted from 1.
+using PieceNumber = int;
+
+// The n-th piece of a text, as a view into it; empty if there is none. Where the delimiter occurs, a negative n
+// counts as 1.
+TextView pieceView(TextView text, TextView delimiter, PieceNumber n);
+inline Text Piece(TextView text, TextView delimiter, PieceNumber n) { return Text(pieceView(text, delimiter, n)); }
 
 // All pieces, with empty texts added until the last index is at least `minimumUpperBound`.
 std::vector<Text> SplitPieces(TextView text, TextView delimiter, short minimumUpperBound);
@@ -31,15 +34,18 @@ inline TextView codePart(TextView piece) { return pieceView(piece, L"|", 2); }
 // outlive the object. A piece that the line does not have is empty; those after the last place are not kept.
 class LinePieces {
 public:
-    static constexpr std::size_t Places = 20;
+    static constexpr PieceNumber Places = 20;
 
     explicit LinePieces(TextView line);
 
-    TextView operator[](std::size_t piece) const { return piece <= m_count ? m_pieces[piece - 1] : TextView(); }
+    TextView operator[](PieceNumber piece) const
+    {
+        return piece >= 1 && piece <= m_count ? m_pieces.begin()[piece - 1] : TextView();
+    }
 
 private:
     std::array<TextView, Places> m_pieces;
-    std::size_t m_count = 0;
+    PieceNumber m_count = 0;
 };
 
 // Does something with each line of a list reply; what stands after the last CR LF is none. A long reply is gone
