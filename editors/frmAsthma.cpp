@@ -1,7 +1,7 @@
 #include "editors/frmAsthma.h"
 
 #include "editors/frmAsthmaReg.h"
-#include "shared/modConst.h"
+#include "shared/Security.h"
 #include "text/Conversions.h"
 #include "text/Letters.h"
 
@@ -238,7 +238,7 @@ void frmAsthma::cmdActivate_Click()
         return;
     const Text question = Text(L"Are you sure you want to ") + (m_registryActive ? L"in" : L"")
         + L"activate this patient in the asthma registry?";
-    if (!m_shared.ConfirmBox(question, TextView(L"Please Confirm")))
+    if (!m_shared.ConfirmBox(question, L"Please Confirm"))
         return;
     if (!send(L"MEVVAST SETREG", patient() + (m_registryActive ? L"^I" : L"^A")))
         return;

@@ -91,7 +91,7 @@ void frmAsthmaReg::cmdActivate_Click()
     const bool activates = cmdActivate.caption() == ActivateCaption;
     const Text question =
         L"Are you sure you want to " + cmdActivate.caption().substr(1) + L" this patient in the asthma registry?";
-    if (!m_shared.ConfirmBox(question, TextView(L"Please Confirm")))
+    if (!m_shared.ConfirmBox(question, L"Please Confirm"))
         return;
     if (!send(L"MEVVAST SETREG", patient() + (activates ? L"^A" : L"^I")))
         return;

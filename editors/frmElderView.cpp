@@ -1,7 +1,7 @@
 #include "editors/frmElderView.h"
 
 #include "editors/frmElder.h"
-#include "shared/modConst.h"
+#include "shared/Security.h"
 #include "text/Letters.h"
 
 namespace health {
