@@ -1,5 +1,6 @@
 #include "control/GridLoader.h"
 
+#include "control/GridColumns.h"
 #include "control/SummaryText.h"
 #include "text/Conversions.h"
 #include "text/Letters.h"

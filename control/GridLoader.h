@@ -7,17 +7,6 @@
 
 namespace health {
 
-// Columns of the grid; only the first two are shown.
-namespace GridColumn {
-inline constexpr int Label = 0;
-inline constexpr int Summary = 1;
-inline constexpr int Record = 2; // record id; for the types of one record per patient the patient number
-inline constexpr int Visit = 3;
-inline constexpr int Locked = 4; // "1": the record may not be edited
-inline constexpr int Type = 5;
-inline constexpr int Count = 6;
-}
-
 // Makes the server calls in their fixed order and appends rows. A reply that is a server error is shown by the
 // check and adds no rows of its type. Throws what the grid throws; a failed call has been shown and reads as empty.
 // Where the server is gone and the user did not want to try again, the calls that are left are not made, and no row

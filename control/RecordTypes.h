@@ -1,6 +1,7 @@
 // The kinds of record that the panel lists: one table for everything that differs between them.
 #pragma once
 
+#include "control/EditKeys.h"
 #include "text/Pieces.h"
 
 #include <span>
@@ -17,17 +18,6 @@ struct PatientFacts {
     // Birth measurements and infant feeding are listed below this age.
     bool isYoungChild() const { return age < 7; }
 };
-
-// The user's keys for the records, by the order in which the control keeps them.
-enum class EditKey {
-    Elder,
-    Pediatric,
-    Er,
-    TxContract,
-    Asthma,
-    Registry,
-};
-inline constexpr int EditKeyCount = 6;
 
 // Who may change records of a type.
 enum class EditRule {

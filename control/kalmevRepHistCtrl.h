@@ -1,6 +1,8 @@
 #pragma once
 
-#include "control/RecordTypes.h"
+#include "control/RecordCommands.h"
+#include "control/RecordEvents.h"
+#include "control/RecordGrid.h"
 #include "platform/Menu.h"
 #include "platform/controls/Button.h"
 #include "platform/controls/ComboBox.h"
@@ -83,11 +85,6 @@ private:
         kalmevRepHistCtrl& m_control;
     };
 
-    enum class Report {
-        Shown,
-        Silent,
-    };
-
     bool trap(TextView procedure, const std::function<void()>& work) { return m_shared.trap(Module, procedure, work); }
     // A handler under the error trap as the procedure of that name.
     template<typename Work>
@@ -103,31 +100,19 @@ private:
     void ICSS_EncounterEvents_Committed();
 
     void setUpCommands();
-    void setUpGrid();
-    void fetchEditKeys();
-    void subscribe(long patientNumber);
-    void unsubscribe(TextView procedure);
-    bool concernsPatient(TextView eventName) const;
     PatientFacts currentPatient() const;
     bool loadRecords();
     void clearTypeList();
     void fillTypeList(const PatientFacts& patient);
     void catchUp();
     void loadPatient();
-    void fillGrid();
     void reload();
-    void selectRowOf(TextView key);
     void highlightVisit();
 
-    // Commands
+    int typeToAdd() const;
     void updateCommands();
-    bool isEditPermitted(int type, Report report);
-    int typeOf(int row) const;
-    bool canAdd();
     void cmd_Click(int index);
-    void openEditor(int number, const Text& record, Text visit);
-    void showEditor(RecordTypeNumber number, const Text& record, const Text& visit);
-    void DelRec(int number, const Text& record, const Text& label);
+    void DelRec(const RecordRow& row);
     void mnuVisitDetail_Click();
     void fgData_MouseUp(MouseButton button);
 
@@ -139,10 +124,10 @@ private:
     bool m_initialized = false;
     bool m_counted = false; // among the instances that share the host objects
     bool m_active = false;
-    bool m_refreshRegistered = false;
-    std::array<bool, EditKeyCount> m_editKeys {}; // by EditKey
-    Text m_visitEventName; // "VXR." + patient number; empty without a patient
-    Text m_refusalEventName; // "REFUSAL." + patient number
+    EditKeys m_editKeys;
+    RecordCommands m_commands { m_shared, m_editKeys };
+    RecordEvents m_events { m_shared, Module, *this };
+    RecordGrid m_grid { fgData };
     bool m_loading = false;
     bool m_deleting = false; // from the first question to the server's answer
     // What has arrived and is not loaded yet:
