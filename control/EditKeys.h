@@ -16,7 +16,7 @@ enum class EditKey {
     Registry,
 };
 
-// Those that the signed-on user holds; none before fetch().
+// The keys that the signed-on user holds; none before fetch().
 class EditKeys {
 public:
     // Asks the host. Throws what the host throws; the keys have not changed then.

@@ -47,7 +47,7 @@ bool RecordCommands::isPermitted(int number) const
     return m_shared.patient().number() != 0 && type && refusalOf(*type).empty();
 }
 
-// Without a patient or a type there is nothing to refuse, and no box.
+// Without a patient or a known type it fails silently.
 bool RecordCommands::checkPermitted(int number)
 {
     const RecordType* const type = recordType(number);
@@ -121,7 +121,7 @@ void RecordCommands::remove(int number, const Text& record, const Text& label)
         m_shared.WarningBox(label + L" may not be deleted.", L"Deletion not Allowed");
         return;
     }
-    const Text patient = m_shared.patientText(); // the one that the questions are about
+    const Text patient = m_shared.patientText(); // before the boxes, during which the host may change it
     if (!m_shared.ConfirmBox(L"Are you sure you want to delete the selected " + label + L" record?", L"Remove Record?"))
         return;
     if (type->number == RecordTypeNumber::Asthma

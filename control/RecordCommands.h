@@ -6,9 +6,9 @@
 
 namespace health {
 
-// What the user may do with a record, and doing it: adding, editing, deleting. Knows nothing of the list, which follows
-// by the server's events. Type numbers without a type are allowed and permit nothing. Operations throw what the host
-// throws; failed calls are shown.
+// Adds, edits and deletes records, and decides what the user may do with them. Does not update the list, which follows
+// the server's events. An unknown type number permits nothing. Operations throw what the host throws; failed server
+// calls are shown.
 class RecordCommands {
 public:
     // Both must outlive the object.
@@ -20,11 +20,11 @@ public:
 
     // The user may change records of the type.
     bool isPermitted(int type) const;
-    // The same, and there is a visit if the record needs one. Never prompts.
+    // The user may add a record of the type, and there is a visit if it needs one. Never prompts.
     bool canAdd(int type) const;
 
-    // Opens the type's editor, with the active visit if none is named and one is needed; an empty record adds one.
-    // Returns when the editor is closed. Tells the user why it does not open.
+    // Opens the type's editor and returns when it is closed; an empty record adds one. Uses the active visit when one
+    // is needed and none is given. If the editor cannot open, a box says why.
     void open(int type, const Text& record, Text visit);
     // Deletes a record after the user's confirmation. `label` names it in the question.
     void remove(int type, const Text& record, const Text& label);

@@ -30,7 +30,7 @@ void RecordEvents::leavePatient(TextView procedure)
 {
     if (!hasPatient())
         return;
-    // Clear the names first, so that events of the old patient no longer match whatever the session does.
+    // Clear the names first, so that events of the old patient stop matching even if the session fails.
     const Text visitEventName = std::exchange(m_visitEventName, {});
     const Text refusalEventName = std::exchange(m_refusalEventName, {});
     // One trap each: a failure must not leave the other subscription in the session.

@@ -24,9 +24,9 @@ public:
     void leavePatient(TextView procedure);
     void leaveRefresh(TextView procedure);
 
-    // A patient is followed; also when subscribing failed half-way.
+    // True from followPatient, even a failed one, to leavePatient.
     bool hasPatient() const { return !m_visitEventName.empty(); }
-    // The event asks for a reload.
+    // The event requires a reload.
     bool concerns(TextView eventName) const;
 
 private:

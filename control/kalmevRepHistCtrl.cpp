@@ -14,7 +14,7 @@ kalmevRepHistCtrl::kalmevRepHistCtrl(modShared& shared, Host& host)
 {
     setUpCommands();
     fgData.SelectionChange = cboType.Click = [this] {
-        if (!m_loading) // at its end a load does it once
+        if (!m_loading) // a load does it once, at its end
             updateCommands();
     };
     fgData.DblClick = [this] { cmd[Edit].click(); };
@@ -30,7 +30,7 @@ void kalmevRepHistCtrl::UserControl_Initialize()
     trap(L"UserControl_Initialize", [&] {
         m_initialized = true;
         m_counted = m_shared.InitObjects(m_host, true);
-        // Before the permissions are known: the tip tells of them from the second instance on. Intended.
+        // Intended: before CheckSecurity, so the tool tip contains the permission message from the second instance on.
         imgIcon.setToolTip(m_shared.VersionText());
         m_shared.CheckSecurity(DisableRepHistParameter, RepHistKey);
         m_grid.setUp();
@@ -50,7 +50,7 @@ void kalmevRepHistCtrl::setUpCommands()
         cmd[i].Click = trapped(L"cmd_Click", [this, i] { cmd_Click(static_cast<int>(i)); });
         mnuCmd[i].Click = trapped(L"mnuCmd_Click", [this, i] { cmd_Click(static_cast<int>(i)); });
     }
-    cboType.setVisible(false); // until a patient decides what it offers
+    cboType.setVisible(false); // until a patient is known
     mnuVisitDetail.setCaption(L"&Display Visit Detail");
     mnuVisitDetail.setEnabled(false);
     mnuVisitDetail.Click = trapped(L"mnuVisitDetail_Click", [this] { mnuVisitDetail_Click(); });
@@ -75,7 +75,7 @@ void kalmevRepHistCtrl::UserControl_Terminate()
         return;
     m_initialized = false;
     m_active = false;
-    // Each step on its own: a session that fails must not keep the host objects alive.
+    // A failing step must not prevent the others: the host objects have to be released.
     AbortAsync();
     m_events.leavePatient(L"UserControl_Terminate");
     m_events.leaveRefresh(L"UserControl_Terminate");
@@ -120,13 +120,13 @@ void kalmevRepHistCtrl::AbortAsync()
 
 void kalmevRepHistCtrl::ICSS_PatientEvents_Committed()
 {
-    // A change under a box of a running load waits, or two patients' rows would mix.
+    // During a load the change stays pending, or two patients' rows would mix.
     m_patientChanged = m_patientChanged || m_active;
     catchUp();
 }
 
-// Loads what changed, until nothing came meanwhile: a box that a load shows lets further events in. Under the question
-// whether to delete a record the list stays as the user saw it: a change of the record made meanwhile counts as unseen.
+// Repeats until no event arrived during the load; message boxes shown by a load run the event loop. While the user is
+// asked whether to delete a record there is no reload, so that the server detects a change that the user has not seen.
 void kalmevRepHistCtrl::catchUp()
 {
     while (m_active && !m_loading && (m_patientChanged || (m_reloadWanted && !m_deleting))) {
@@ -141,7 +141,7 @@ void kalmevRepHistCtrl::catchUp()
 
 void kalmevRepHistCtrl::loadPatient()
 {
-    // Until the change is made, nothing is offered for the former patient.
+    // The former patient's types must not remain if a later step fails.
     m_changeFailed = !trap(L"ICSS_PatientEvents_Committed", [&] {
         m_events.leavePatient(L"ICSS_PatientEvents_Committed");
         clearTypeList();
@@ -156,7 +156,7 @@ void kalmevRepHistCtrl::loadPatient()
         if (fgData.rowCount() > 0)
             fgData.showRow(0);
     });
-    // Never one patient's records under another's name.
+    // Never leave one patient's records under another's name.
     if (m_changeFailed) {
         clearTypeList();
         ClearPatientControls();
@@ -170,7 +170,7 @@ void kalmevRepHistCtrl::ICSS_EncounterEvents_Committed()
             return;
         updateCommands();
         highlightVisit();
-        // A visit that was chosen is news as well; without one the host only tells that the patient has changed.
+        // A newly chosen visit also triggers the retry; an event without a visit only accompanies a change of patient.
         if (m_changeFailed && m_shared.encounter().visitNumber() != 0)
             m_patientChanged = true;
     });
@@ -180,13 +180,14 @@ void kalmevRepHistCtrl::ICSS_EncounterEvents_Committed()
 void kalmevRepHistCtrl::EventCallback(TextView name, TextView)
 {
     if (m_active && m_events.concerns(name)) {
-        // A change of the patient that failed is made up for.
+        // Retries a failed change of the patient.
         m_patientChanged = m_patientChanged || m_changeFailed;
         m_reloadWanted = true;
     }
     catchUp();
 }
 
+// Intended: empty, because the panel starts no asynchronous requests.
 void kalmevRepHistCtrl::RPCCallback(long, TextView) { }
 
 void kalmevRepHistCtrl::RPCCallbackError(long, long, TextView) { }
@@ -218,7 +219,7 @@ void kalmevRepHistCtrl::fillTypeList(const PatientFacts& patient)
     cboType.setVisible(cboType.count() > 0);
     if (cboType.count() == 0)
         return;
-    // The leading blank sorts it first.
+    // The leading blank makes it sort first.
     cboType.addItem(L" To add, select a form...", 0);
     cboType.selectItemData(0);
 }

@@ -17,8 +17,8 @@ namespace health {
 // session events. It keeps no data beyond what the grid shows.
 //
 // Life cycle: constructed, UserControl_Initialize, then on first display UserControl_Show; UserControl_Terminate
-// (by the destructor where it was not called) drops the subscriptions and counts the instance off. Until it is
-// shown, events change nothing. No operation throws: failures are reported to the user.
+// (called by the destructor if necessary) unsubscribes and uncounts the instance. Events are ignored until it is
+// shown. No operation throws: failures are reported to the user.
 class kalmevRepHistCtrl : private ICSS_SessionEvents {
 public:
     static constexpr int Add = 0;
@@ -35,23 +35,23 @@ public:
     void UserControl_Initialize();
     void UserControl_Show();
     void UserControl_Terminate();
-    // Places the controls on an area of this size, in twips. The sizes of icon, list and buttons are the
-    // front end's, which sets them before.
+    // Places the controls on an area of this size, in twips. The front end sets the sizes of icon,
+    // list and buttons beforehand.
     void UserControl_Resize(int width, int height);
 
-    // Where the host tells of the patient and of the visit; neither vetoes a change.
+    // The sinks for the host's patient and visit events; neither vetoes a change.
     ICSS_PatientEvents& patientEvents() { return m_patientEvents; }
     ICSS_EncounterEvents& encounterEvents() { return m_encounterEvents; }
 
     // Cancels the pending asynchronous request, if any.
     void AbortAsync();
 
-    // Fills the grid with the current patient's records. After a failure the grid says that no patient is selected.
+    // Fills the grid with the current patient's records. After a failure, calls ClearPatientControls.
     void LoadGrid();
-    // Shows one row that says so, with nothing selected.
+    // Replaces the rows by one that says that no patient is selected.
     void ClearPatientControls();
 
-    // Opens the editor of a record for the host, as the commands do; also of a type that is never listed.
+    // Opens the editor of a record on behalf of the host, even of a type that is never listed.
     void OpenRecord(int type, const Text& record, const Text& visit);
 
     Image imgIcon; // its tool tip is the version text
@@ -62,14 +62,14 @@ public:
     MenuItem mnuVisitDetail;
     Menu mnuContextPopup;
 
-    // Handle of a pending asynchronous server request, 0 when there is none.
+    // Handle of a pending asynchronous server request, 0 if there is none. Intended: the panel starts none.
     long asyncHandle = 0;
 
 private:
     static constexpr TextView Module = L"kalmevRepHistCtrl";
     using Procedure = void (kalmevRepHistCtrl::*)();
 
-    // The host's patient and visit events have the same names; each goes to its own procedure.
+    // Patient and visit events have the same method names; this forwards each to its own procedure.
     template<typename Events, Procedure committed>
     class HostEvents : public Events {
     public:
@@ -86,7 +86,7 @@ private:
     };
 
     bool trap(TextView procedure, const std::function<void()>& work) { return m_shared.trap(Module, procedure, work); }
-    // A handler under the error trap as the procedure of that name.
+    // An event handler that reports failures under the procedure's name.
     template<typename Work>
     auto trapped(TextView procedure, Work work)
     {
@@ -122,7 +122,7 @@ private:
     HostEvents<ICSS_EncounterEvents, &kalmevRepHistCtrl::ICSS_EncounterEvents_Committed> m_encounterEvents { *this };
 
     bool m_initialized = false;
-    bool m_counted = false; // among the instances that share the host objects
+    bool m_counted = false; // in modShared's instance count
     bool m_active = false;
     EditKeys m_editKeys;
     RecordCommands m_commands { m_shared, m_editKeys };
@@ -130,10 +130,10 @@ private:
     RecordGrid m_grid { fgData };
     bool m_loading = false;
     bool m_deleting = false; // from the first question to the server's answer
-    // What has arrived and is not loaded yet:
+    // Pending work for catchUp:
     bool m_reloadWanted = false;
     bool m_patientChanged = false;
-    bool m_changeFailed = false; // the patient's; the next event tries again
+    bool m_changeFailed = false; // the new patient could not be loaded; the next event retries
 };
 
 }

@@ -1,4 +1,4 @@
-// The items of a functional status assessment, in the order in which they travel.
+// The items of a functional status assessment, in the order of the server's pieces.
 #pragma once
 
 #include "text/Pieces.h"
@@ -16,13 +16,14 @@ struct FunctionalItem {
 };
 
 inline constexpr std::size_t FunctionalItemCount = 14;
-inline constexpr std::size_t DailyLivingItems = 6; // 0 to 5; the instrumental ones are 6 to 11
+inline constexpr std::size_t DailyLivingItems = 6; // items 0 to 5; 6 to 11 are instrumental
 inline constexpr std::size_t InstrumentalItems = 12;
 
 extern const std::array<FunctionalItem, FunctionalItemCount> FunctionalItems;
 
-// The "^"-piece of the first item in a reply of "MEVVELD GET"; the others follow. Each is a text, optionally "|" and
-// more.
+// The "^"-piece of the first item in a reply of "MEVVELD GET"; the others follow. Each is a text, optionally followed
+// by
+// "|" and a code.
 inline constexpr PieceNumber FirstFunctionalPiece = 4;
 
 }

@@ -16,14 +16,14 @@ struct LungValue {
     int highest;
 };
 
-// Both bounds are allowed.
+// The bounds are inclusive.
 constexpr std::array<LungValue, 3> LungValues { {
     { L"&FEV 1", L"Forced Expiratory Volume (range 0 to 150)", 0, 150 },
     { L"F&EF 25-75", L"Forced Expiratory Flow Rate (range 0-150)", 0, 150 },
     { L"&PEF/Best PF", L"Peak Expiratory Flow (range 100 to 700)", 100, 700 },
 } };
 
-// Pieces of a reply line. The lung values follow the severity, and the answers about the triggers follow them.
+// Of a reply line. The lung values come next, then the answers about the triggers.
 constexpr PieceNumber SeverityPiece = 4;
 
 enum RegistryRow {
@@ -116,7 +116,7 @@ Arrangement frmAsthma::arrangement()
 void frmAsthma::activate()
 {
     m_shared.desktop().processPendingEvents();
-    // The registry's comment is asked for only where there is an entry; asked in vain it costs nothing.
+    // The comment is fetched only if there is an entry; announcing a call that is not made costs nothing.
     std::vector<ExpectedCall> calls { { ExpectedCall::Form::OneText, L"MEVVAST GETREG", patient() },
         { ExpectedCall::Form::Lines, L"MEVVAST GETNOTE", patient() } };
     if (!m_sIEN.empty())
@@ -209,7 +209,7 @@ void frmAsthma::showRegistryEntry(const Text& reply)
     fg.setText(CommentsRow, 1, registryNote(m_shared, patient()));
 }
 
-// All that depends on the status, in one place.
+// Everything that depends on the status, in one place.
 void frmAsthma::setRegistryStatus(bool active, TextView status)
 {
     m_registryActive = active;

@@ -9,7 +9,7 @@ namespace health {
 frmElderView::frmElderView(modShared& shared)
     : EditorForm(shared, L"frmElderView", L"View Functional Status Record")
 {
-    height = 5100; // all items at a glance
+    height = 5100; // twips; all items fit without scrolling
     fg.setColumnCount(2);
     fg.setColumnWidth(0, 2000);
     bindSave(cmdEdit, L"cmdEdit_Click", [this] { cmdEdit_Click(); });
@@ -50,7 +50,7 @@ void frmElderView::cmdEdit_Click()
     editor.m_sVisit = m_sVisit;
     editor.m_sIEN = m_sIEN;
     m_shared.desktop().showModal(editor);
-    close(); // what it shows is no longer true, or nothing was to be done
+    close(); // the view is out of date after an edit
 }
 
 }

@@ -10,7 +10,7 @@ Text editRefusal(TextView key)
 void Security::CheckSecurity(TextView parameterName, TextView extraKey)
 {
     m_errors.trap(L"modShared", L"CheckSecurity", [&] {
-        // An error reply holds no key list and so leaves every flag false; it is not shown.
+        // An error reply contains no key list, so every flag becomes false; the error is not shown.
         const Text reply = m_server.CallRpc(
             L"MEVUTL CHKSEC", L"PROVIDER|MEVZ CAC|MEVZ VIEW ONLY|" + Text(extraKey) + L"^" + Text(parameterName));
         const TextView keys = pieceView(reply, L"^", 1);
@@ -37,7 +37,7 @@ Text Security::permissionReason(TextView parameterName, TextView extraKey) const
     if (!m_flags.hasProvider && !m_flags.hasEditKey) {
         if (!extraKey.empty())
             return L"You do not have either the 'PROVIDER' or the '" + Text(extraKey) + L"' security keys";
-        // Not reached, since without an extra key the edit key counts as held; intended.
+        // Intended: never reached, because without an extra key the edit key counts as held.
         return L"You do not have the 'PROVIDER' key";
     }
     if (m_flags.paramAssigned)

@@ -4,7 +4,7 @@
 
 namespace health {
 
-// What a user reads who holds neither PROVIDER nor the key of a type of record, and the title of such boxes.
+// The title and the text of the box for a user who holds neither PROVIDER nor the key of a record's type.
 inline constexpr TextView InsufficientPermissions = L"Insufficient Permissions";
 Text editRefusal(TextView key);
 

@@ -41,7 +41,7 @@ private:
     std::shared_ptr<HostObject> m_application; // null outside the host application
     std::shared_ptr<Patient> m_patient;
     std::shared_ptr<User> m_user;
-    std::shared_ptr<Site> m_site;
+    std::shared_ptr<Site> m_site; // Intended: required but not used
     std::shared_ptr<Encounter> m_encounter;
     std::shared_ptr<PrintPreview> m_print;
 };

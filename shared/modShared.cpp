@@ -45,7 +45,7 @@ void modShared::ReleaseObjects()
     if (m_instanceCount >= 1)
         return;
     release();
-    // The next start would otherwise show this user's text before it has asked for its own.
+    // Otherwise the next start would show this user's message before it has fetched its own.
     clearPermissionMessage();
 }
 

@@ -6,10 +6,10 @@
 
 namespace health {
 
-// The services that the control and all forms share: the sum of its parts, which can be used and tested alone, and what
-// needs several of them. One object per process, shared by all instances of the control; the component owns it and it
-// outlives them. Operations report their failures to the user and throw nothing, except KnowsUserParam and the
-// accessors of the host objects.
+// The services that the control and all forms share: its base classes, each usable and testable alone, plus the
+// operations that need several of them. One object per process, shared by all instances of the control; the component
+// owns it and it outlives them. Operations report their failures to the user and throw nothing, except KnowsUserParam
+// and the accessors of the host objects.
 class modShared : private SharedObjects,
                   public Messages,
                   public ErrorReports,
@@ -24,10 +24,10 @@ public:
 
     Desktop& desktop() { return m_desktop; }
 
-    // What a new control instance needs first: counts it and, for the first, obtains the host objects. `reload` loads
-    // and unloads a hidden form before. False when it failed before the instance was counted.
+    // Counts a new control instance and, for the first, obtains the host objects. `reload` first loads and unloads a
+    // hidden form. False when it failed before the instance was counted.
     bool InitObjects(Host& host, bool reload);
-    // The counterpart: lowers the count, and releases all host objects with the last instance.
+    // The counterpart: uncounts an instance and, with the last, releases all host objects.
     void ReleaseObjects();
     int instanceCount() const { return m_instanceCount; }
     using SharedObjects::encounter;
@@ -44,7 +44,7 @@ public:
     // See EditShortcuts.h.
     void FilterEditKeys(int& keyCode, int shift, EditHandle edit);
 
-    // Version and title, with the permission message, if any, below.
+    // Version and title, followed by the permission message if there is one.
     Text VersionText() const;
 
 private:
