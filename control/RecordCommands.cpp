@@ -31,6 +31,12 @@ void show(modShared& shared, Fields&&... set)
 
 }
 
+// Null without a patient or for an unknown number.
+const RecordType* RecordCommands::typeForPatient(int number) const
+{
+    return m_shared.patient().number() == 0 ? nullptr : recordType(number);
+}
+
 // Why the user may not change records of the type; empty when the user may.
 Text RecordCommands::refusalOf(const RecordType& type) const
 {
@@ -43,15 +49,15 @@ Text RecordCommands::refusalOf(const RecordType& type) const
 
 bool RecordCommands::isPermitted(int number) const
 {
-    const RecordType* const type = recordType(number);
-    return m_shared.patient().number() != 0 && type && refusalOf(*type).empty();
+    const RecordType* const type = typeForPatient(number);
+    return type && refusalOf(*type).empty();
 }
 
 // Without a patient or a known type it fails silently.
 bool RecordCommands::checkPermitted(int number)
 {
-    const RecordType* const type = recordType(number);
-    if (m_shared.patient().number() == 0 || !type)
+    const RecordType* const type = typeForPatient(number);
+    if (!type)
         return false;
     const Text refusal = refusalOf(*type);
     if (!refusal.empty())

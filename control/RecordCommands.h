@@ -30,6 +30,7 @@ public:
     void remove(int type, const Text& record, const Text& label);
 
 private:
+    const RecordType* typeForPatient(int number) const;
     Text refusalOf(const RecordType& type) const;
     bool checkPermitted(int type);
     void showEditor(RecordTypeNumber number, const Text& record, const Text& visit);
