@@ -279,7 +279,10 @@ TEST_F(LifeCycle, FailuresNeverReachTheHost)
     // Every call of the session fails from here on; the end still counts the panel off.
     control.UserControl_Show();
     host.session->failsSubscriptions = true;
+    host.transcript.clear();
     EXPECT_NO_THROW(control.UserControl_Terminate());
+    EXPECT_EQ(host.lines({ L"unregister" }),
+        (Transcript { L"unregister VXR.12", L"unregister REFUSAL.12", L"unregister REFRESH" }));
     EXPECT_FALSE(shared.hasSession());
 }
 
