@@ -4,7 +4,7 @@
 
 namespace health {
 
-// Sets a flag for as long as the object lives.
+// Sets a flag; the destructor restores its previous value.
 class FlagScope {
 public:
     explicit FlagScope(bool& flag)

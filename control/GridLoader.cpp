@@ -1,5 +1,6 @@
 #include "control/GridLoader.h"
 
+#include "control/GridColumns.h"
 #include "control/SummaryText.h"
 #include "text/Conversions.h"
 #include "text/Letters.h"
@@ -11,10 +12,10 @@ namespace {
 void appendFields(Text& text, const RecordType& type, const LinePieces& pieces)
 {
     for (const SummaryField& field : type.fields)
-        appendField(text, field.caption, pieces[static_cast<std::size_t>(field.piece)]);
+        appendField(text, field.caption, pieces[field.piece]);
 }
 
-// "7 lbs", "1 lb": the plural goes by the text alone, and a blank follows in any case.
+// "7 lbs", "1 lb". Intended: every text but "1" is plural, even an empty one.
 void appendUnit(Text& text, TextView amount, TextView unit)
 {
     text += amount;
@@ -23,7 +24,7 @@ void appendUnit(Text& text, TextView amount, TextView unit)
         text += L's';
 }
 
-// "Birth Weight=7 lbs 2 ozs (3.2 kgs) "; pounds are written even when empty, kilograms have their plural too.
+// "Birth Weight=7 lbs 2 ozs (3.2 kgs) "; pounds appear even if empty, and kilograms have a plural.
 void appendBirthWeight(Text& text, const LinePieces& pieces)
 {
     text += L"Birth Weight=";
@@ -148,7 +149,7 @@ void GridLoader::addRefusalRow(const RecordType& type, const LinePieces& pieces)
     addRow(type, { .record = pieces[1], .visit = {}, .locked = pieces[10], .date = pieces[9] });
 }
 
-// With the summary that was built: the fields are separated among themselves only, so the date comes before them here.
+// Prepends the date last, because appendField puts "; " before every field but the first.
 void GridLoader::addRow(const RecordType& type, const Row& row)
 {
     const int index = m_grid.rowCount();

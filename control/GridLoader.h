@@ -7,21 +7,9 @@
 
 namespace health {
 
-// Columns of the grid; only the first two are shown.
-namespace GridColumn {
-inline constexpr int Label = 0;
-inline constexpr int Summary = 1;
-inline constexpr int Record = 2; // record id; for the types of one record per patient the patient number
-inline constexpr int Visit = 3;
-inline constexpr int Locked = 4; // "1": the record may not be edited
-inline constexpr int Type = 5;
-inline constexpr int Count = 6;
-}
-
-// Makes the server calls in their fixed order and appends rows. A reply that is a server error is shown by the
-// check and adds no rows of its type. Throws what the grid throws; a failed call has been shown and reads as empty.
-// Where the server is gone and the user did not want to try again, the calls that are left are not made, and no row
-// stays.
+// Makes the server calls in their fixed order and appends rows. A failed call or a server error is shown and adds no
+// rows. When the server is gone and the user chose not to retry, the remaining calls are skipped and all rows removed.
+// Throws what the grid throws.
 class GridLoader {
 public:
     GridLoader(modShared& shared, Grid& grid, const PatientFacts& patient)
@@ -33,8 +21,7 @@ public:
 
     void load();
 
-    // What the list says beside its rows when they are loaded: which types could not be read, or that the patient has
-    // no records.
+    // The list's hint after loading: which types could not be read, or that the patient has no records.
     Text remark() const;
 
 private:
@@ -56,9 +43,9 @@ private:
     modShared& m_shared;
     Grid& m_grid;
     const PatientFacts& m_patient;
-    std::vector<TextView> m_unread; // labels of the types that the server refused or did not answer for
+    std::vector<TextView> m_unread; // labels of the types whose call failed or returned an error
     bool m_serverGone = false;
-    // Being built; kept for their storage.
+    // The row under construction; members, so that their storage is reused.
     Text m_text; // the summary
     Text m_lead; // its date
     Text m_key;

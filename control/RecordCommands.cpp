@@ -1,8 +1,5 @@
-// kalmevRepHistCtrl: add, edit, delete.
-#include "control/kalmevRepHistCtrl.h"
+#include "control/RecordCommands.h"
 
-#include "control/FlagScope.h"
-#include "control/GridLoader.h"
 #include "editors/frmAsthma.h"
 #include "editors/frmER.h"
 #include "editors/frmElder.h"
@@ -18,10 +15,12 @@ namespace health {
 
 namespace {
 
-// Lets the host offer its visits when none is active.
+// Flags: ask whether a usable visit exists, without prompting.
+constexpr int UsableVisitFlags = 12;
+// Flags: let the host offer its visits when none is active.
 constexpr int AskForVisitFlags = 44;
 
-// A new one each time; its public fields are set in the order given, it is shown, and gone.
+// Creates an editor, sets its public fields in the given order and shows it.
 template<typename Editor, typename... Fields>
 void show(modShared& shared, Fields&&... set)
 {
@@ -32,37 +31,48 @@ void show(modShared& shared, Fields&&... set)
 
 }
 
-void kalmevRepHistCtrl::cmd_Click(int index)
+// Null without a patient or for an unknown number.
+const RecordType* RecordCommands::typeForPatient(int number) const
 {
-    if (index == Add) {
-        openEditor(cboType.itemData(cboType.listIndex()), L"", L"");
-        return;
-    }
-    const int row = fgData.row();
-    if (row == -1)
-        return;
-    const int type = typeOf(row);
-    // Copies: the grid may be loaded again while a box or an editor is open.
-    const Text record(fgData.text(row, GridColumn::Record));
-    if (index == Edit) {
-        openEditor(type, record, Text(fgData.text(row, GridColumn::Visit)));
-        return;
-    }
-    {
-        const FlagScope deleting(m_deleting);
-        trap(L"DelRec", [&] { DelRec(type, record, Text(fgData.text(row, GridColumn::Label))); });
-    }
-    catchUp();
+    return m_shared.patient().number() == 0 ? nullptr : recordType(number);
 }
 
-void kalmevRepHistCtrl::OpenRecord(int type, const Text& record, const Text& visit)
+// Why the user may not change records of the type; empty when the user may.
+Text RecordCommands::refusalOf(const RecordType& type) const
 {
-    trap(L"OpenRecord", [&] { openEditor(type, record, visit); });
+    if (type.editRule == EditRule::PermissionMessage)
+        return m_shared.PermissionMessage();
+    if (type.editRule == EditRule::Key && !m_shared.HasProvider() && !m_keys.has(type.editKey))
+        return editRefusal(type.keyInRefusal);
+    return {};
 }
 
-void kalmevRepHistCtrl::openEditor(int number, const Text& record, Text visit)
+bool RecordCommands::isPermitted(int number) const
 {
-    if (!isEditPermitted(number, Report::Shown))
+    const RecordType* const type = typeForPatient(number);
+    return type && refusalOf(*type).empty();
+}
+
+// Without a patient or a known type it fails silently.
+bool RecordCommands::checkPermitted(int number)
+{
+    const RecordType* const type = typeForPatient(number);
+    if (!type)
+        return false;
+    const Text refusal = refusalOf(*type);
+    if (!refusal.empty())
+        m_shared.ErrorBox(refusal, InsufficientPermissions);
+    return refusal.empty();
+}
+
+bool RecordCommands::canAdd(int number) const
+{
+    return isPermitted(number) && (!recordType(number)->needsVisit || m_shared.encounter().prepare(UsableVisitFlags));
+}
+
+void RecordCommands::open(int number, const Text& record, Text visit)
+{
+    if (!checkPermitted(number))
         return;
     if (visit.empty() && recordType(number)->needsVisit) {
         if (!m_shared.encounter().prepare(AskForVisitFlags)) {
@@ -74,10 +84,8 @@ void kalmevRepHistCtrl::openEditor(int number, const Text& record, Text visit)
     showEditor(recordType(number)->number, record, visit);
 }
 
-// The grid follows by the server's event, not from here.
-void kalmevRepHistCtrl::showEditor(RecordTypeNumber number, const Text& record, const Text& visit)
+void RecordCommands::showEditor(RecordTypeNumber number, const Text& record, const Text& visit)
 {
-    const auto hasKey = [this](EditKey key) { return m_editKeys[static_cast<std::size_t>(key)]; };
     const auto setRecord = [&](auto& editor) { editor.m_sIEN = record; };
     const auto setVisit = [&](auto& editor) { editor.m_sVisit = visit; };
     switch (number) {
@@ -91,12 +99,12 @@ void kalmevRepHistCtrl::showEditor(RecordTypeNumber number, const Text& record, 
         if (record.empty())
             return show<frmElder>(m_shared, setVisit, setRecord);
         return show<frmElderView>(
-            m_shared, [&](frmElderView& viewer) { viewer.m_bElder = hasKey(EditKey::Elder); }, setVisit, setRecord);
+            m_shared, [&](frmElderView& viewer) { viewer.m_bElder = m_keys.has(EditKey::Elder); }, setVisit, setRecord);
     case RecordTypeNumber::Asthma:
         return show<frmAsthma>(
             m_shared,
             [&](frmAsthma& editor) {
-                editor.m_bRegKey = hasKey(EditKey::Registry);
+                editor.m_bRegKey = m_keys.has(EditKey::Registry);
                 editor.height = editor.m_bRegKey ? frmAsthma::RegistryHeight : frmAsthma::PlainHeight;
             },
             setVisit, setRecord);
@@ -109,23 +117,22 @@ void kalmevRepHistCtrl::showEditor(RecordTypeNumber number, const Text& record, 
     }
 }
 
-void kalmevRepHistCtrl::DelRec(int number, const Text& record, const Text& label)
+void RecordCommands::remove(int number, const Text& record, const Text& label)
 {
-    if (!isEditPermitted(number, Report::Shown))
+    if (!checkPermitted(number))
         return;
     const RecordType* const type = recordType(number);
     if (!type) {
-        // Not reached, since an unknown type is not permitted; intended.
+        // Intended: never reached, because an unknown type is not permitted.
         m_shared.WarningBox(label + L" may not be deleted.", L"Deletion not Allowed");
         return;
     }
-    const Text patient = m_shared.patientText(); // the one that the questions are about
-    if (!m_shared.ConfirmBox(
-            L"Are you sure you want to delete the selected " + label + L" record?", TextView(L"Remove Record?")))
+    const Text patient = m_shared.patientText(); // before the boxes, during which the host may change it
+    if (!m_shared.ConfirmBox(L"Are you sure you want to delete the selected " + label + L" record?", L"Remove Record?"))
         return;
     if (type->number == RecordTypeNumber::Asthma
         && m_shared.ConfirmBox(
-            L"Do you wish to inactivate this patient from the asthma registry?", TextView(L"Inactivate Patient?"))) {
+            L"Do you wish to inactivate this patient from the asthma registry?", L"Inactivate Patient?")) {
         const Text reply = m_shared.CallRpc(L"MEVVAST SETREG", patient + L"^I");
         if (m_shared.CheckRpcError(reply, L""))
             return;

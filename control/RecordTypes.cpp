@@ -80,8 +80,8 @@ bool youngChild(const PatientFacts& patient) { return patient.isYoungChild(); }
 
 using enum RecordTypeNumber;
 
-// The emergency room type keeps its format, but is neither listed nor offered; intended. The refusal's row is
-// built by a rule of its own.
+// Intended: the emergency room type has a format but is neither listed nor offered. GridLoader builds the summary of a
+// refusal without fields.
 constexpr std::array<RecordType, 8> Types { {
     { Reproductive, L"Reproductive History", L"Reproductive", L"REPR", L"MEVREP", ofWomen, ofChildbearingAge,
         EditRule::PermissionMessage, {}, L"", false, ReproductiveFields },

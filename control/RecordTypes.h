@@ -1,14 +1,15 @@
-// The kinds of record that the panel lists: one table for everything that differs between them.
+// The types of record, and how they differ.
 #pragma once
 
 #include "api/RecordTypeNumber.h"
-#include "api/Text.h"
+#include "control/EditKeys.h"
+#include "text/Pieces.h"
 
 #include <span>
 
 namespace health {
 
-// What decides which records a patient can have.
+// The facts that determine which records a patient can have.
 struct PatientFacts {
     long number = 0;
     Text sex;
@@ -19,53 +20,42 @@ struct PatientFacts {
     bool isYoungChild() const { return age < 7; }
 };
 
-// The user's keys for the records, by the order in which the control keeps them.
-enum class EditKey {
-    Elder,
-    Pediatric,
-    Er,
-    TxContract,
-    Asthma,
-    Registry,
-};
-inline constexpr int EditKeyCount = 6;
-
-// Who may change records of a type.
+// Which users may change records of a type.
 enum class EditRule {
-    PermissionMessage, // whoever has no PermissionMessage; no key overrides it
+    PermissionMessage, // users without a PermissionMessage; no key overrides it
     Key, // holders of the type's own key or of PROVIDER
     Everybody,
 };
 
-// One field of a summary: its caption (none: the value alone) and the "^"-piece of the record line.
+// One field of a summary: its caption (if empty, only the value is shown) and the "^"-piece of the record line.
 struct SummaryField {
     TextView caption;
-    int piece;
+    PieceNumber piece;
 };
 
 struct RecordType {
     RecordTypeNumber number;
     TextView listText; // in the list of types that can be added
     TextView rowLabel;
-    TextView rowKey; // the whole key, or, with a "^" at its end, what stands before the record's id
+    TextView rowKey; // the whole key, or, if it ends with "^", the prefix of the record's id
     TextView callPrefix; // of the "GET", "SET" and " DEL" calls
     bool (*isListed)(const PatientFacts&);
     bool (*isOffered)(const PatientFacts&); // for adding
     EditRule editRule;
     EditKey editKey; // for EditRule::Key
-    TextView keyInRefusal; // the key's name in the refusal of an edit; it differs from the key for one type
+    TextView keyInRefusal; // for editRefusal; intended: for one type not the key's real name
     bool needsVisit; // a new record belongs to a visit
     std::span<const SummaryField> fields;
 
     int code() const { return static_cast<int>(number); }
-    // There is one record of the type, without a number of its own.
+    // A patient has at most one record of the type, which has no number of its own.
     bool isOnePerPatient() const { return !rowKey.ends_with(L'^'); }
 };
 
 // All types, in the order of their numbers.
 std::span<const RecordType> recordTypes();
 
-// The type of a number, null for a number without a type.
+// The type of a number; null if there is none.
 const RecordType* recordType(int number);
 const RecordType& recordType(RecordTypeNumber number);
 

@@ -10,11 +10,11 @@ enum class FieldCase {
     Kept,
 };
 
-// Appends "caption=value" (or the value alone), with "; " before it where the text is not empty. Nothing for
-// a piece without a display part.
+// Appends "caption=value" (or the value alone), preceded by "; " if the text is not empty. Appends nothing for a piece
+// without a display part.
 void appendField(Text& text, TextView caption, TextView piece, FieldCase fieldCase = FieldCase::Proper);
 
-// Appends "mm/dd/yyyy: " or "mm/dd/yyyy hh:mm: " for the date in a piece's display part; nothing without one.
+// Appends "mm/dd/yyyy: " or "mm/dd/yyyy hh:mm: " for the date in a piece's display part, if there is one.
 void appendDateLead(Text& text, TextView piece);
 
 }

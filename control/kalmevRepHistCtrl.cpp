@@ -1,8 +1,6 @@
 #include "control/kalmevRepHistCtrl.h"
 
-#include "api/Events.h"
 #include "control/FlagScope.h"
-#include "control/GridLoader.h"
 #include "shared/modConst.h"
 #include "text/Conversions.h"
 
@@ -10,20 +8,13 @@
 
 namespace health {
 
-namespace {
-
-constexpr int LabelColumnWidth = 1600; // twips
-constexpr int LabelColumnAlignment = 6;
-
-}
-
 kalmevRepHistCtrl::kalmevRepHistCtrl(modShared& shared, Host& host)
     : m_shared(shared)
     , m_host(host)
 {
     setUpCommands();
     fgData.SelectionChange = cboType.Click = [this] {
-        if (!m_loading) // at its end a load does it once
+        if (!m_loading) // a load does it once, at its end
             updateCommands();
     };
     fgData.DblClick = [this] { cmd[Edit].click(); };
@@ -39,11 +30,11 @@ void kalmevRepHistCtrl::UserControl_Initialize()
     trap(L"UserControl_Initialize", [&] {
         m_initialized = true;
         m_counted = m_shared.InitObjects(m_host, true);
-        // Before the permissions are known: the tip tells of them from the second instance on. Intended.
+        // Intended: before CheckSecurity, so the tool tip contains the permission message from the second instance on.
         imgIcon.setToolTip(m_shared.VersionText());
         m_shared.CheckSecurity(DisableRepHistParameter, RepHistKey);
-        setUpGrid();
-        fetchEditKeys();
+        m_grid.setUp();
+        m_editKeys.fetch(m_shared.user());
     });
 }
 
@@ -59,32 +50,11 @@ void kalmevRepHistCtrl::setUpCommands()
         cmd[i].Click = trapped(L"cmd_Click", [this, i] { cmd_Click(static_cast<int>(i)); });
         mnuCmd[i].Click = trapped(L"mnuCmd_Click", [this, i] { cmd_Click(static_cast<int>(i)); });
     }
-    cboType.setVisible(false); // until a patient decides what it offers
+    cboType.setVisible(false); // until a patient is known
     mnuVisitDetail.setCaption(L"&Display Visit Detail");
     mnuVisitDetail.setEnabled(false);
     mnuVisitDetail.Click = trapped(L"mnuVisitDetail_Click", [this] { mnuVisitDetail_Click(); });
     mnuContextPopup.setItems({ &mnuCmd[Add], &mnuCmd[Edit], &mnuCmd[Delete], nullptr, &mnuVisitDetail });
-}
-
-void kalmevRepHistCtrl::setUpGrid()
-{
-    fgData.setColumnCount(GridColumn::Count);
-    fgData.setColumnWidth(GridColumn::Label, LabelColumnWidth);
-    fgData.setColumnAlignment(GridColumn::Label, LabelColumnAlignment);
-    for (int column = GridColumn::Record; column < GridColumn::Count; ++column)
-        fgData.setColumnHidden(column, true);
-    fgData.setWordWrap(true);
-}
-
-void kalmevRepHistCtrl::fetchEditKeys()
-{
-    const Text held = m_shared.user().hasKeys(
-        L"MEVZ ELDER CASE EDIT^MEVZ PEDIATRIC EDIT^MEVZ ER EDIT^MEVZ ASTHMA EDIT^MEVZ TX CONTRACT EDIT^QASZMENU");
-    // By key: the answer's fourth and fifth pieces stand crosswise to the flags.
-    using enum EditKey;
-    static constexpr std::array<EditKey, EditKeyCount> answers { Elder, Pediatric, Er, Asthma, TxContract, Registry };
-    for (std::size_t i = 0; i < answers.size(); ++i)
-        m_editKeys[static_cast<std::size_t>(answers[i])] = pieceView(held, L"^", static_cast<short>(i + 1)) == L"1";
 }
 
 void kalmevRepHistCtrl::UserControl_Show()
@@ -95,8 +65,7 @@ void kalmevRepHistCtrl::UserControl_Show()
         m_active = true;
         ICSS_PatientEvents_Committed();
         ICSS_EncounterEvents_Committed();
-        m_shared.session().registerEvent(RefreshEvent, *this);
-        m_refreshRegistered = true;
+        m_events.followRefresh();
     });
 }
 
@@ -106,14 +75,10 @@ void kalmevRepHistCtrl::UserControl_Terminate()
         return;
     m_initialized = false;
     m_active = false;
-    // Each step on its own: a session that fails must not keep the host objects alive.
+    // A failing step must not prevent the others: the host objects have to be released.
     AbortAsync();
-    unsubscribe(L"UserControl_Terminate");
-    trap(L"UserControl_Terminate", [&] {
-        if (m_refreshRegistered)
-            m_shared.session().unregisterEvent(RefreshEvent, *this);
-        m_refreshRegistered = false;
-    });
+    m_events.leavePatient(L"UserControl_Terminate");
+    m_events.leaveRefresh(L"UserControl_Terminate");
     if (std::exchange(m_counted, false))
         m_shared.ReleaseObjects();
 }
@@ -155,13 +120,13 @@ void kalmevRepHistCtrl::AbortAsync()
 
 void kalmevRepHistCtrl::ICSS_PatientEvents_Committed()
 {
-    // A change under a box of a running load waits, or two patients' rows would mix.
+    // During a load the change stays pending, or two patients' rows would mix.
     m_patientChanged = m_patientChanged || m_active;
     catchUp();
 }
 
-// Loads what changed, until nothing came meanwhile: a box that a load shows lets further events in. Under the question
-// whether to delete a record the list stays as the user saw it: a change of the record made meanwhile counts as unseen.
+// Repeats until no event arrived during the load; message boxes shown by a load run the event loop. While the user is
+// asked whether to delete a record there is no reload, so that the server detects a change that the user has not seen.
 void kalmevRepHistCtrl::catchUp()
 {
     while (m_active && !m_loading && (m_patientChanged || (m_reloadWanted && !m_deleting))) {
@@ -176,22 +141,22 @@ void kalmevRepHistCtrl::catchUp()
 
 void kalmevRepHistCtrl::loadPatient()
 {
-    // Until the change is made, nothing is offered for the former patient.
+    // The former patient's types must not remain if a later step fails.
     m_changeFailed = !trap(L"ICSS_PatientEvents_Committed", [&] {
-        unsubscribe(L"ICSS_PatientEvents_Committed");
+        m_events.leavePatient(L"ICSS_PatientEvents_Committed");
         clearTypeList();
         const long number = m_shared.patient().number();
         if (number == 0) {
             ClearPatientControls();
             return;
         }
-        subscribe(number);
+        m_events.followPatient(number);
         fillTypeList(currentPatient());
         LoadGrid();
         if (fgData.rowCount() > 0)
             fgData.showRow(0);
     });
-    // Never one patient's records under another's name.
+    // Never leave one patient's records under another's name.
     if (m_changeFailed) {
         clearTypeList();
         ClearPatientControls();
@@ -205,51 +170,24 @@ void kalmevRepHistCtrl::ICSS_EncounterEvents_Committed()
             return;
         updateCommands();
         highlightVisit();
-        // A visit that was chosen is news as well; without one the host only tells that the patient has changed.
+        // A newly chosen visit also triggers the retry; an event without a visit only accompanies a change of patient.
         if (m_changeFailed && m_shared.encounter().visitNumber() != 0)
             m_patientChanged = true;
     });
     catchUp();
 }
 
-void kalmevRepHistCtrl::subscribe(long patientNumber)
-{
-    m_visitEventName = Text(RecordsEventPrefix) + wholeText(patientNumber);
-    m_refusalEventName = Text(RefusalsEventPrefix) + wholeText(patientNumber);
-    m_shared.session().registerEvent(m_visitEventName, *this);
-    m_shared.session().registerEvent(m_refusalEventName, *this);
-}
-
-void kalmevRepHistCtrl::unsubscribe(TextView procedure)
-{
-    if (m_visitEventName.empty())
-        return;
-    // The names go first: whatever the session does, events of the old patient no longer match.
-    const Text visitEventName = std::exchange(m_visitEventName, {});
-    const Text refusalEventName = std::exchange(m_refusalEventName, {});
-    // Each on its own: the session keeps no subscription of this control because another one failed.
-    for (const Text& name : { visitEventName, refusalEventName })
-        trap(procedure, [&] { m_shared.session().unregisterEvent(name, *this); });
-}
-
-bool kalmevRepHistCtrl::concernsPatient(TextView eventName) const
-{
-    const auto below = [&](const Text& name) {
-        return !name.empty() && MatchesLeading(eventName, name + L".", LetterCase::Exact);
-    };
-    return below(m_visitEventName) || below(m_refusalEventName);
-}
-
 void kalmevRepHistCtrl::EventCallback(TextView name, TextView)
 {
-    if (m_active && (concernsPatient(name) || MatchesLeading(name, RefreshEvent, LetterCase::Exact))) {
-        // A change of the patient that failed is made up for.
+    if (m_active && m_events.concerns(name)) {
+        // Retries a failed change of the patient.
         m_patientChanged = m_patientChanged || m_changeFailed;
         m_reloadWanted = true;
     }
     catchUp();
 }
 
+// Intended: empty, because the panel starts no asynchronous requests.
 void kalmevRepHistCtrl::RPCCallback(long, TextView) { }
 
 void kalmevRepHistCtrl::RPCCallbackError(long, long, TextView) { }
@@ -281,7 +219,7 @@ void kalmevRepHistCtrl::fillTypeList(const PatientFacts& patient)
     cboType.setVisible(cboType.count() > 0);
     if (cboType.count() == 0)
         return;
-    // The leading blank sorts it first.
+    // The leading blank makes it sort first.
     cboType.addItem(L" To add, select a form...", 0);
     cboType.selectItemData(0);
 }
@@ -293,7 +231,7 @@ bool kalmevRepHistCtrl::loadRecords()
     const FlagScope loading(m_loading);
     const bool loaded = trap(L"LoadGrid", [&] {
         m_shared.SetStatusText(L"Loading Personal Health Data");
-        fillGrid();
+        m_grid.load(m_shared, currentPatient());
         m_shared.SetStatusText(L"");
         updateCommands();
         highlightVisit();
@@ -303,66 +241,97 @@ bool kalmevRepHistCtrl::loadRecords()
     return loaded;
 }
 
-void kalmevRepHistCtrl::fillGrid()
-{
-    fgData.setHint(L"Loading ...");
-    const DrawingPause pause(fgData);
-    fgData.clear();
-    fgData.setRowCount(0);
-    fgData.setColumnHidden(GridColumn::Label, false);
-    const PatientFacts patient = currentPatient();
-    GridLoader loader(m_shared, fgData, patient);
-    loader.load();
-    fgData.select(-1);
-    fgData.setHint(loader.remark());
-}
-
 void kalmevRepHistCtrl::ClearPatientControls()
 {
     trap(L"ClearPatientControls", [&] {
-        fgData.setHint({});
-        fgData.clear();
-        fgData.setRowCount(1);
-        fgData.setColumnHidden(GridColumn::Label, true);
-        fgData.setText(0, GridColumn::Summary, L"Patient Not Selected");
-        fgData.select(-1);
+        m_grid.showNoPatient();
         updateCommands();
     });
 }
 
 void kalmevRepHistCtrl::reload()
 {
-    if (m_visitEventName.empty()) { // no patient
+    if (!m_events.hasPatient()) {
         updateCommands();
         return;
     }
-    const Text savedRowKey(fgData.row() == -1 ? TextView() : fgData.rowData(fgData.row()));
+    const Text selectedKey = m_grid.selectedKey();
     if (!loadRecords())
         return;
-    fgData.select(-1);
-    if (!savedRowKey.empty())
-        selectRowOf(savedRowKey);
+    m_grid.selectKey(selectedKey);
     updateCommands();
 }
 
-void kalmevRepHistCtrl::selectRowOf(TextView key)
+void kalmevRepHistCtrl::highlightVisit() { m_grid.highlightVisit(wholeText(m_shared.encounter().visitNumber())); }
+
+// --- Commands ---
+
+int kalmevRepHistCtrl::typeToAdd() const { return cboType.itemData(cboType.listIndex()); }
+
+void kalmevRepHistCtrl::updateCommands()
 {
-    for (int row = 0; row < fgData.rowCount(); ++row) {
-        if (fgData.rowData(row) != key)
-            continue;
-        fgData.select(row, GridColumn::Summary);
-        fgData.showRow(row);
-        return;
+    std::array<bool, CommandCount> enabled {};
+    bool visitDetail = false;
+    trap(L"UpdateCommands", [&] {
+        enabled[Add] = m_commands.canAdd(typeToAdd());
+        const auto row = m_grid.selected();
+        if (!row)
+            return;
+        enabled[Edit] = !row->isLocked && m_commands.isPermitted(row->type);
+        enabled[Delete] = enabled[Edit];
+        visitDetail = !row->visit.empty();
+    });
+    for (std::size_t i = 0; i < CommandCount; ++i) {
+        cmd[i].setEnabled(enabled[i]);
+        mnuCmd[i].setEnabled(enabled[i]);
     }
+    mnuVisitDetail.setEnabled(visitDetail);
+    // The menu opens at a row but adds a record of the type chosen above the list.
+    mnuCmd[Add].setDetail(enabled[Add] ? cboType.text() : Text());
 }
 
-void kalmevRepHistCtrl::highlightVisit()
+void kalmevRepHistCtrl::cmd_Click(int index)
 {
-    const Text visit = wholeText(m_shared.encounter().visitNumber());
-    for (int row = 0; row < fgData.rowCount(); ++row) {
-        const bool current = fgData.text(row, GridColumn::Visit) == visit;
-        fgData.setCellForeColour(row, GridColumn::Summary, current ? Blue : DefaultColour);
+    if (index == Add) {
+        m_commands.open(typeToAdd(), L"", L"");
+        return;
     }
+    const auto row = m_grid.selected();
+    if (!row)
+        return;
+    if (index == Edit)
+        m_commands.open(row->type, row->record, row->visit);
+    else
+        DelRec(*row);
+}
+
+void kalmevRepHistCtrl::DelRec(const RecordRow& row)
+{
+    {
+        const FlagScope deleting(m_deleting);
+        trap(L"DelRec", [&] { m_commands.remove(row.type, row.record, row.label); });
+    }
+    catchUp();
+}
+
+void kalmevRepHistCtrl::OpenRecord(int type, const Text& record, const Text& visit)
+{
+    trap(L"OpenRecord", [&] { m_commands.open(type, record, visit); });
+}
+
+void kalmevRepHistCtrl::mnuVisitDetail_Click()
+{
+    if (const auto row = m_grid.selected())
+        m_shared.VisitDetail(row->visit);
+}
+
+void kalmevRepHistCtrl::fgData_MouseUp(MouseButton button)
+{
+    if (button != MouseButton::Right)
+        return;
+    fgData.select(fgData.mouseRow());
+    updateCommands();
+    m_shared.desktop().popUp(mnuContextPopup);
 }
 
 }

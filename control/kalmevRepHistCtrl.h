@@ -1,6 +1,8 @@
 #pragma once
 
-#include "control/RecordTypes.h"
+#include "control/RecordCommands.h"
+#include "control/RecordEvents.h"
+#include "control/RecordGrid.h"
 #include "platform/Menu.h"
 #include "platform/controls/Button.h"
 #include "platform/controls/ComboBox.h"
@@ -15,8 +17,8 @@ namespace health {
 // session events. It keeps no data beyond what the grid shows.
 //
 // Life cycle: constructed, UserControl_Initialize, then on first display UserControl_Show; UserControl_Terminate
-// (by the destructor where it was not called) drops the subscriptions and counts the instance off. Until it is
-// shown, events change nothing. No operation throws: failures are reported to the user.
+// (called by the destructor if necessary) unsubscribes and uncounts the instance. Events are ignored until it is
+// shown. No operation throws: failures are reported to the user.
 class kalmevRepHistCtrl : private ICSS_SessionEvents {
 public:
     static constexpr int Add = 0;
@@ -33,23 +35,23 @@ public:
     void UserControl_Initialize();
     void UserControl_Show();
     void UserControl_Terminate();
-    // Places the controls on an area of this size, in twips. The sizes of icon, list and buttons are the
-    // front end's, which sets them before.
+    // Places the controls on an area of this size, in twips. The front end sets the sizes of icon,
+    // list and buttons beforehand.
     void UserControl_Resize(int width, int height);
 
-    // Where the host tells of the patient and of the visit; neither vetoes a change.
+    // The sinks for the host's patient and visit events; neither vetoes a change.
     ICSS_PatientEvents& patientEvents() { return m_patientEvents; }
     ICSS_EncounterEvents& encounterEvents() { return m_encounterEvents; }
 
     // Cancels the pending asynchronous request, if any.
     void AbortAsync();
 
-    // Fills the grid with the current patient's records. After a failure the grid says that no patient is selected.
+    // Fills the grid with the current patient's records. After a failure, calls ClearPatientControls.
     void LoadGrid();
-    // Shows one row that says so, with nothing selected.
+    // Replaces the rows by one that says that no patient is selected.
     void ClearPatientControls();
 
-    // Opens the editor of a record for the host, as the commands do; also of a type that is never listed.
+    // Opens the editor of a record on behalf of the host, even of a type that is never listed.
     void OpenRecord(int type, const Text& record, const Text& visit);
 
     Image imgIcon; // its tool tip is the version text
@@ -60,14 +62,14 @@ public:
     MenuItem mnuVisitDetail;
     Menu mnuContextPopup;
 
-    // Handle of a pending asynchronous server request, 0 when there is none.
+    // Handle of a pending asynchronous server request, 0 if there is none. Intended: the panel starts none.
     long asyncHandle = 0;
 
 private:
     static constexpr TextView Module = L"kalmevRepHistCtrl";
     using Procedure = void (kalmevRepHistCtrl::*)();
 
-    // The host's patient and visit events have the same names; each goes to its own procedure.
+    // Patient and visit events have the same method names; this forwards each to its own procedure.
     template<typename Events, Procedure committed>
     class HostEvents : public Events {
     public:
@@ -83,13 +85,8 @@ private:
         kalmevRepHistCtrl& m_control;
     };
 
-    enum class Report {
-        Shown,
-        Silent,
-    };
-
     bool trap(TextView procedure, const std::function<void()>& work) { return m_shared.trap(Module, procedure, work); }
-    // A handler under the error trap as the procedure of that name.
+    // An event handler that reports failures under the procedure's name.
     template<typename Work>
     auto trapped(TextView procedure, Work work)
     {
@@ -103,31 +100,19 @@ private:
     void ICSS_EncounterEvents_Committed();
 
     void setUpCommands();
-    void setUpGrid();
-    void fetchEditKeys();
-    void subscribe(long patientNumber);
-    void unsubscribe(TextView procedure);
-    bool concernsPatient(TextView eventName) const;
     PatientFacts currentPatient() const;
     bool loadRecords();
     void clearTypeList();
     void fillTypeList(const PatientFacts& patient);
     void catchUp();
     void loadPatient();
-    void fillGrid();
     void reload();
-    void selectRowOf(TextView key);
     void highlightVisit();
 
-    // Commands
+    int typeToAdd() const;
     void updateCommands();
-    bool isEditPermitted(int type, Report report);
-    int typeOf(int row) const;
-    bool canAdd();
     void cmd_Click(int index);
-    void openEditor(int number, const Text& record, Text visit);
-    void showEditor(RecordTypeNumber number, const Text& record, const Text& visit);
-    void DelRec(int number, const Text& record, const Text& label);
+    void DelRec(const RecordRow& row);
     void mnuVisitDetail_Click();
     void fgData_MouseUp(MouseButton button);
 
@@ -137,18 +122,18 @@ private:
     HostEvents<ICSS_EncounterEvents, &kalmevRepHistCtrl::ICSS_EncounterEvents_Committed> m_encounterEvents { *this };
 
     bool m_initialized = false;
-    bool m_counted = false; // among the instances that share the host objects
+    bool m_counted = false; // in modShared's instance count
     bool m_active = false;
-    bool m_refreshRegistered = false;
-    std::array<bool, EditKeyCount> m_editKeys {}; // by EditKey
-    Text m_visitEventName; // with the patient's number; empty without a patient
-    Text m_refusalEventName;
+    EditKeys m_editKeys;
+    RecordCommands m_commands { m_shared, m_editKeys };
+    RecordEvents m_events { m_shared, Module, *this };
+    RecordGrid m_grid { fgData };
     bool m_loading = false;
     bool m_deleting = false; // from the first question to the server's answer
-    // What has arrived and is not loaded yet:
+    // Pending work for catchUp:
     bool m_reloadWanted = false;
     bool m_patientChanged = false;
-    bool m_changeFailed = false; // the patient's; the next event tries again
+    bool m_changeFailed = false; // the new patient could not be loaded; the next event retries
 };
 
 }

@@ -78,7 +78,7 @@ void EditorForm::askFor(Control& missing, TextView text, TextView title)
     setFocus(missing);
 }
 
-// --- Fields with a lookup ---
+// --- Lookup fields ---
 
 void EditorForm::bindLookup(
     TextBox& field, Button& button, TypedOver typedOver, Unnamed unnamed, std::function<void()> lookup)
@@ -112,7 +112,7 @@ void EditorForm::leaveLookupField(TextBox& field, const LookupField& lookupField
         field.setText(lookupField.picked);
         field.setNote(
             L"The name has not changed. To choose another, press \"...\" after typing it, or clear this one first.");
-        withholdPress(); // the user sees whose number is saved
+        withholdPress(); // so that the user sees whose number is saved
         return;
     }
     const bool unresolved = !field.text().empty() && field.tag().empty();

@@ -6,8 +6,8 @@
 
 namespace health {
 
-// What the record editors share: the error trap under their own names, the first activation, reading and saving,
-// fields with a lookup, Cancel.
+// The common base of the record editors: error reports under their own names, the first activation, reading and saving,
+// lookup fields, Cancel.
 class EditorForm : public Form {
 public:
     void Form_Activate() final;
@@ -17,14 +17,14 @@ public:
 protected:
     EditorForm(modShared& shared, TextView name, TextView caption);
 
-    // The work of the first activation; coming back from a dialog does not repeat it.
+    // Called on the first activation only, not when the user returns from a dialog.
     virtual void activate() = 0;
     bool wasActivated() const { return m_activated; }
 
-    // The patient whose record the form shows: the one of its first reading, whatever the host does meanwhile.
+    // The number of the patient whose record the form shows; does not change when the host selects another one.
     const Text& patient();
 
-    // A handler that runs under the error trap as the procedure of that name.
+    // An event handler that reports failures under the procedure's name.
     template<typename Work>
     auto trapped(TextView procedure, Work work)
     {
@@ -32,39 +32,40 @@ protected:
     }
     void trap(TextView procedure, const std::function<void()>& work) { m_shared.trap(name(), procedure, work); }
 
-    // The button that saves: "&OK", pressed by Enter; `work` runs as the procedure of that name.
+    // Makes the button the save button: captioned "&OK", the default button. Failures of `work` are reported under the
+    // procedure's name.
     void bindSave(Button& button, TextView procedure, std::function<void()> work);
 
-    // The reply of the list call that reads the form's record; empty when the server refused it, which a box has said.
+    // Reads the form's record by a list call; empty after a server error, which has been shown.
     Text readRecord(TextView call, TextView parameter);
-    // The same for a call that a hint has announced.
+    // The same for a call that a CallHint has announced.
     Text readAnnounced(TextView call, TextView parameter);
-    // Calls the server to change something; false when it refused, which a box has said.
+    // Makes a call that changes data; false after a server error, which has been shown.
     bool send(TextView call, TextView parameter);
-    // The same with the pieces of a record, and closes the form when the server took it.
+    // Sends the pieces of a record and closes the form on success.
     void save(TextView call, const std::vector<Text>& pieces);
-    // Warns that something is missing, and takes the user to it.
+    // Warns that a value is missing and moves the focus to its control.
     void askFor(Control& missing, TextView text, TextView title);
 
-    // What becomes of the id when the user types over a name that a lookup gave. Where it stays, so does the name: the
-    // field never shows another one than is saved.
+    // Whether typing over a name that was looked up clears its id. If the id stays, the name is restored on leaving, so
+    // that the field always shows what is saved.
     enum class TypedOver {
         KeepsId,
         ClearsId,
     };
-    // What the form does at the save about a field that names nothing.
+    // How saving treats an empty lookup field.
     enum class Unnamed {
         IsRefused,
         IsSaved,
     };
-    // A field whose value is picked by a lookup: entering it makes the lookup the default, a text without an id is
-    // looked up on leaving, an unresolved one cleared. Where nothing else would tell the user, that stops the button
-    // that is being pressed.
+    // Makes the field a lookup field: while it has the focus, its lookup button is the default button; on leaving, a
+    // text without an id is looked up, and cleared if that fails. If clearing the field would otherwise go unnoticed,
+    // the pending button press is cancelled.
     void bindLookup(TextBox& field, Button& button, TypedOver typedOver, Unnamed unnamed, std::function<void()> lookup);
-    // Looks the field's text up in a table. A choice goes into the field, an empty choice clears it; cancelling changes
-    // nothing and gives false.
+    // Looks up the field's text in a table. Puts the choice into the field; an empty choice clears it. Cancelling
+    // changes nothing and returns false.
     bool lookUp(TextBox& field, int table);
-    // Puts a name and its id into such a field.
+    // Puts a name and its id into a lookup field.
     void setPicked(TextBox& field, TextView name, TextView id);
 
     modShared& m_shared;
@@ -74,7 +75,7 @@ private:
         TypedOver typedOver;
         Unnamed unnamed;
         Text picked; // the name that came with the id
-        Text searched; // by the button; leaving the field does not ask the same again
+        Text searched; // with the button; leaving the field does not repeat this search
         std::function<void()> lookup;
     };
     void leaveLookupField(TextBox& field, const LookupField& lookupField);
@@ -82,11 +83,11 @@ private:
     Text m_patient;
     std::map<TextBox*, LookupField> m_lookupFields;
     Button* m_save = nullptr;
-    bool m_activating = false; // what it calls may let the window become active once more
+    bool m_activating = false; // activation can be re-entered while a nested dialog closes
     bool m_activated = false;
 };
 
-// A name as lists show it: SMITH,JOHN is Smith, John.
+// A name as lists show it: SMITH,JOHN becomes Smith, John.
 Text spacedName(TextView name);
 
 }

@@ -1,7 +1,7 @@
-// The items of a functional status assessment, in the order in which they travel.
+// The items of a functional status assessment, in the order of the server's pieces.
 #pragma once
 
-#include "api/Text.h"
+#include "text/Pieces.h"
 
 #include <array>
 #include <span>
@@ -16,12 +16,14 @@ struct FunctionalItem {
 };
 
 inline constexpr std::size_t FunctionalItemCount = 14;
-inline constexpr std::size_t DailyLivingItems = 6; // 0 to 5; the instrumental ones are 6 to 11
+inline constexpr std::size_t DailyLivingItems = 6; // items 0 to 5; 6 to 11 are instrumental
 inline constexpr std::size_t InstrumentalItems = 12;
 
 extern const std::array<FunctionalItem, FunctionalItemCount> FunctionalItems;
 
-// The "^"-piece of item n in a reply of "MEVVELD GET", counted from 1: text, optionally "|" and more.
-constexpr std::size_t functionalPiece(std::size_t item) { return item + 4; }
+// The "^"-piece of the first item in a reply of "MEVVELD GET"; the others follow. Each is a text, optionally followed
+// by
+// "|" and a code.
+inline constexpr PieceNumber FirstFunctionalPiece = 4;
 
 }

@@ -1,7 +1,7 @@
 #include "editors/frmAsthma.h"
 
 #include "editors/frmAsthmaReg.h"
-#include "shared/modConst.h"
+#include "shared/Security.h"
 #include "text/Conversions.h"
 #include "text/Letters.h"
 
@@ -16,17 +16,15 @@ struct LungValue {
     int highest;
 };
 
-// Both bounds are allowed.
+// The bounds are inclusive.
 constexpr std::array<LungValue, 3> LungValues { {
     { L"&FEV 1", L"Forced Expiratory Volume (range 0 to 150)", 0, 150 },
     { L"F&EF 25-75", L"Forced Expiratory Flow Rate (range 0-150)", 0, 150 },
     { L"&PEF/Best PF", L"Peak Expiratory Flow (range 100 to 700)", 100, 700 },
 } };
 
-// Pieces of a reply line, counted from 1.
-constexpr std::size_t SeverityPiece = 4;
-constexpr std::size_t LungPiece = 5;
-constexpr std::size_t TriggerPiece = 8;
+// Of a reply line. The lung values come next, then the answers about the triggers.
+constexpr PieceNumber SeverityPiece = 4;
 
 enum RegistryRow {
     CaseManagerRow = 3,
@@ -118,7 +116,7 @@ Arrangement frmAsthma::arrangement()
 void frmAsthma::activate()
 {
     m_shared.desktop().processPendingEvents();
-    // The registry's comment is asked for only where there is an entry; asked in vain it costs nothing.
+    // The comment is fetched only if there is an entry; announcing a call that is not made costs nothing.
     std::vector<ExpectedCall> calls { { ExpectedCall::Form::OneText, L"MEVVAST GETREG", patient() },
         { ExpectedCall::Form::Lines, L"MEVVAST GETNOTE", patient() } };
     if (!m_sIEN.empty())
@@ -142,14 +140,15 @@ void frmAsthma::LoadAst()
 void frmAsthma::showRecord(TextView line)
 {
     const LinePieces pieces(line);
-    SelectComboItem(cboSeverity, displayPart(pieces[SeverityPiece]));
-    for (std::size_t i = 0; i < txt.size(); ++i) {
-        if (const TextView value = pieces[LungPiece + i]; !value.empty())
-            txt[i].load(value);
+    PieceNumber piece = SeverityPiece;
+    SelectComboItem(cboSeverity, displayPart(pieces[piece++]));
+    for (TextBox& lungValue : txt) {
+        if (const TextView value = pieces[piece++]; !value.empty())
+            lungValue.load(value);
     }
-    for (std::size_t i = 0; i < cbo.size(); ++i) {
-        if (const TextView answer = displayPart(pieces[TriggerPiece + i]); !answer.empty())
-            SelectComboItem(cbo[i], answer);
+    for (ComboBox& list : cbo) {
+        if (const TextView answer = displayPart(pieces[piece++]); !answer.empty())
+            SelectComboItem(list, answer);
     }
 }
 
@@ -203,15 +202,14 @@ void frmAsthma::showRegistryEntry(const Text& reply)
         L"Next Appointment", L"Case Manager", L"Comments" };
     fg.setRowCount(RegistryRows);
     for (int row = 0; row < RegistryRows; ++row) {
-        const auto number = static_cast<std::size_t>(row);
-        const TextView value = displayPart(pieces[number + 3]);
-        fg.setText(row, 0, names[number]);
+        const TextView value = displayPart(pieces[row + 3]);
+        fg.setText(row, 0, names.begin()[row]);
         fg.setText(row, 1, row == CaseManagerRow ? spacedName(value) : Text(value));
     }
     fg.setText(CommentsRow, 1, registryNote(m_shared, patient()));
 }
 
-// All that depends on the status, in one place.
+// Everything that depends on the status, in one place.
 void frmAsthma::setRegistryStatus(bool active, TextView status)
 {
     m_registryActive = active;
@@ -240,7 +238,7 @@ void frmAsthma::cmdActivate_Click()
         return;
     const Text question = Text(L"Are you sure you want to ") + (m_registryActive ? L"in" : L"")
         + L"activate this patient in the asthma registry?";
-    if (!m_shared.ConfirmBox(question, TextView(L"Please Confirm")))
+    if (!m_shared.ConfirmBox(question, L"Please Confirm"))
         return;
     if (!send(L"MEVVAST SETREG", patient() + (m_registryActive ? L"^I" : L"^A")))
         return;

@@ -9,8 +9,8 @@
 
 namespace health {
 
-// One asthma record: severity, lung function, triggers, management plan. Shows the patient's standing in the asthma
-// registry too.
+// One asthma record: severity, lung function, triggers, management plan. Also shows the patient's entry in the asthma
+// registry.
 class frmAsthma : public EditorForm {
 public:
     // Heights in twips, without and with the registry.
@@ -32,7 +32,7 @@ public:
     std::array<TextBox, 3> txt; // FEV 1, FEF 25-75, PEF
     mevContainer fraTriggers;
     std::array<Label, 4> lblTriggers;
-    std::array<ComboBox, 4> cbo; // smoke, particulate matter, dust mite; management plan outside the frame
+    std::array<ComboBox, 4> cbo; // smoke, particulate matter, dust mite; then, outside the frame, management plan
     mevContainer fraRegister;
     Label lblRegister;
     Label lblStatus;

@@ -12,7 +12,7 @@ Text registryNote(modShared& shared, TextView patient)
         return {};
     if (note.ends_with(LineBreak))
         note.resize(note.size() - LineBreak.size());
-    // The server's mark before a text that would look like a refusal.
+    // The server puts this mark before a note that would look like a server error.
     if (note.starts_with(L'\u2060'))
         note.erase(0, 1);
     return note;
@@ -29,7 +29,7 @@ frmAsthmaReg::frmAsthmaReg(modShared& shared)
     cmdActivate.setCaption(ActivateCaption);
     cmdActivate.Click = trapped(L"cmdActivate_Click", [this] { cmdActivate_Click(); });
     for (std::size_t i = 0; i < dat.size(); ++i) {
-        dat[i].setDateOnly(true); // the registry keeps no times
+        dat[i].setDateOnly(true); // the registry stores no times
         dat[i].NewDateEntered = trapped(L"dat_NewDateEntered", [this, i] { dat_NewDateEntered(i); });
     }
     bindLookup(txtPrv, cmdPrv, TypedOver::ClearsId, Unnamed::IsSaved,
@@ -64,18 +64,18 @@ void frmAsthmaReg::LoadReg()
     if (!reply.empty() && !m_shared.CheckRpcError(reply, L"")) {
         const LinePieces pieces(reply);
         setStatus(properCase(displayPart(pieces[2])));
-        for (std::size_t i = 0; i < dat.size(); ++i) {
-            const Text date = fmDateToDisplay(displayPart(pieces[i + 3]));
-            if (!date.empty())
-                dat[i].setValue(date);
+        PieceNumber piece = 3;
+        for (mevZvDate& field : dat) {
+            if (const Text date = fmDateToDisplay(displayPart(pieces[piece++])); !date.empty())
+                field.setValue(date);
         }
-        // Without the manager's id, on purpose: it is sent only when it was looked up here.
+        // Intended: without the manager's id, which is sent only if the manager was looked up in this form.
         txtPrv.setText(spacedName(displayPart(pieces[6])));
     }
     txtComments.setText(replaced(registryNote(m_shared, patient()), LineBreak, L" "));
 }
 
-// Saving keeps or puts the patient on the active registry, whatever the status was.
+// Intended: saving makes the patient active in the registry, regardless of the status.
 void frmAsthmaReg::cmdAdd_Click()
 {
     std::vector<Text> entry { patient(), L"A" };
@@ -91,14 +91,14 @@ void frmAsthmaReg::cmdActivate_Click()
     const bool activates = cmdActivate.caption() == ActivateCaption;
     const Text question =
         L"Are you sure you want to " + cmdActivate.caption().substr(1) + L" this patient in the asthma registry?";
-    if (!m_shared.ConfirmBox(question, TextView(L"Please Confirm")))
+    if (!m_shared.ConfirmBox(question, L"Please Confirm"))
         return;
     if (!send(L"MEVVAST SETREG", patient() + (activates ? L"^A" : L"^I")))
         return;
     setStatus(activates ? L"Active" : L"Inactive");
 }
 
-// All that depends on the status, in one place.
+// Everything that depends on the status, in one place.
 void frmAsthmaReg::setStatus(TextView status)
 {
     lblStatus.setCaption(status);
@@ -114,7 +114,7 @@ void frmAsthmaReg::dat_NewDateEntered(std::size_t index)
         m_shared.ErrorBox(L"Dates lie between the years 1800 and 2699.", L"Invalid Date");
     else
         return;
-    withholdPress(); // the date stays, and the server would refuse it
+    withholdPress(); // the date stays in the field, but the server would reject it
 }
 
 }

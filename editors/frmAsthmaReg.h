@@ -7,7 +7,7 @@
 
 namespace health {
 
-// The current patient's entry in the asthma registry. Nothing is set by the caller.
+// The current patient's entry in the asthma registry. The caller sets nothing.
 class frmAsthmaReg : public EditorForm {
 public:
     explicit frmAsthmaReg(modShared& shared);
@@ -20,7 +20,7 @@ public:
     TextBox txtPrv; // case manager; its tag holds the number of a manager looked up here
     Button cmdPrv;
     TextBox txtComments { TextBox::Lines::Several };
-    std::array<Label, 6> lbl; // of the status, the dates, the manager, the comments
+    std::array<Label, 6> lbl; // for status, dates, manager, comments
     Button cmdAdd;
 
 private:
@@ -32,11 +32,11 @@ private:
     void dat_NewDateEntered(std::size_t index);
 };
 
-// The caption that offers the opposite of the registry's status.
+// The button's caption: the opposite of the registry's status.
 inline constexpr TextView ActivateCaption = L"&Activate";
 inline constexpr TextView InactivateCaption = L"&Inactivate";
 
-// The registry's comment of a patient; empty after an error, which was told.
+// The registry's comment on a patient; empty after a server error, which has been shown.
 Text registryNote(modShared& shared, TextView patient);
 
 }

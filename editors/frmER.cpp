@@ -10,7 +10,7 @@ namespace health {
 
 namespace {
 
-// A button of an option group: its caption and the code that stands for it in the record.
+// A button of an option group: its caption and its code in the record.
 struct Choice {
     TextView caption;
     TextView code;
@@ -25,7 +25,7 @@ constexpr Choice Notifications[] = { { L"Relative", L"R" }, { L"Police", L"P" },
 constexpr Choice Dispositions[] = { { L"Discharged", L"D" }, { L"Admitted", L"A" }, { L"Transferred", L"T" },
     { L"AMA / Patient Left", L"1" }, { L"Medivac Transfer", L"M" }, { L"Lifeguard", L"L" }, { L"Died / Expired", L"E" },
     { L"Other", L"O" } };
-// The codes are the files' roots.
+// The codes are the global roots of the server's files.
 constexpr Choice Transfers[] = { { L"Outside &Provider", L"AUTTVNDR(" }, { L"&Facility", L"AUTTLOC(" } };
 
 constexpr int OtherArrival = 6;
@@ -44,7 +44,7 @@ void setCaptions(OptionArray<Count>& group, mevContainer& frame, const Choice (&
     }
 }
 
-// Chooses the button of a code; a code without one chooses none.
+// Chooses the button of a code, if there is one.
 template<std::size_t Count>
 void chooseCode(OptionArray<Count>& group, const Choice (&choices)[Count], TextView code)
 {
@@ -162,7 +162,7 @@ void frmER::LoadER()
         showRecord(line);
 }
 
-// The order of the pieces differs from that of the save. An option comes before its text, which it clears.
+// In another order than when saving. An option is set before its text, because choosing it may clear the text.
 void frmER::showRecord(TextView line)
 {
     const LinePieces pieces(line);
@@ -174,8 +174,8 @@ void frmER::showRecord(TextView line)
     chooseCode(optNotified, Notifications, codePart(pieces[9]));
     chooseCode(optDisch, Dispositions, codePart(pieces[10]));
     setTextIfAny(txtDispOth, pieces[11]);
-    // The second is the departure against advice, which wins.
-    for (const std::size_t departure : { 12u, 13u }) {
+    // Piece 13 is the departure against advice, which takes precedence.
+    for (const PieceNumber departure : { 12, 13 }) {
         const Text date = fmDateToDisplay(displayPart(pieces[departure]));
         if (!date.empty())
             datDepart.setValue(date);
@@ -204,7 +204,7 @@ void frmER::optDisch_Click(int index)
     enableTransfer(index == Transferred);
 }
 
-// Loading leaves the focus where it is.
+// Loading must not move the focus.
 void frmER::enableText(TextBox& box, bool enabled)
 {
     box.setEnabled(enabled);
@@ -221,7 +221,7 @@ void frmER::enableTransfer(bool enabled)
     fraTransfer.setEnabled(enabled);
 }
 
-// The place was taken from the other option's file, where its number means another one.
+// The place's number is only valid in the file of the option under which it was found.
 void frmER::optTransfer_Click(int index)
 {
     if (index != m_placeOption)
@@ -234,7 +234,7 @@ void frmER::cmdLoc_Click()
     if (!lookUp(txtLoc, option == Facility ? LookupTableNumber::Location : LookupTableNumber::Vendor)
         || txtLoc.tag().empty())
         return;
-    // A search without a choice goes to the outside providers, and so does what it finds.
+    // If no option was chosen, the outside providers were searched, so their option is chosen now.
     m_placeOption = option;
     optTransfer[static_cast<std::size_t>(option)].setChosen(true);
 }

@@ -28,7 +28,7 @@ public:
     TextBox txtInformant;
     mevContainer fraNotified;
     OptionArray<3> optNotified;
-    mevContainer fraDispostion; // spelled so since long
+    mevContainer fraDispostion; // Intended: misspelled
     OptionArray<8> optDisch;
     TextBox txtDispOth; // the other disposition
     mevContainer fraTransfer;
@@ -56,7 +56,7 @@ private:
     void cmdLoc_Click();
     void cmdOK_Click();
 
-    int m_placeOption = -1; // the option under which the place was found
+    int m_placeOption = -1; // the chosen option when the place was found
 };
 
 }

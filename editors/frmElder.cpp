@@ -48,9 +48,10 @@ void frmElder::loadRecord()
     const Text reply = readRecord(L"MEVVELD GET", L"^" + m_sIEN);
     for (const TextView line : recordLines(reply)) {
         const LinePieces pieces(line);
-        for (std::size_t i = 0; i < FunctionalItemCount; ++i) {
-            if (const TextView value = displayPart(pieces[functionalPiece(i)]); !value.empty())
-                SelectComboItem(cbo[i], value);
+        PieceNumber piece = FirstFunctionalPiece;
+        for (ComboBox& list : cbo) {
+            if (const TextView value = displayPart(pieces[piece++]); !value.empty())
+                SelectComboItem(list, value);
         }
     }
 }

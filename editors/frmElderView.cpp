@@ -1,7 +1,7 @@
 #include "editors/frmElderView.h"
 
 #include "editors/frmElder.h"
-#include "shared/modConst.h"
+#include "shared/Security.h"
 #include "text/Letters.h"
 
 namespace health {
@@ -9,7 +9,7 @@ namespace health {
 frmElderView::frmElderView(modShared& shared)
     : EditorForm(shared, L"frmElderView", L"View Functional Status Record")
 {
-    height = 5100; // all items at a glance
+    height = 5100; // twips; all items fit without scrolling
     fg.setColumnCount(2);
     fg.setColumnWidth(0, 2000);
     bindSave(cmdEdit, L"cmdEdit_Click", [this] { cmdEdit_Click(); });
@@ -26,8 +26,9 @@ void frmElderView::activate()
     for (const TextView line : recordLines(reply)) {
         const LinePieces pieces(line);
         addRow(L"Visit Date", fmDateToDisplay(displayPart(pieces[3])));
-        for (std::size_t i = 0; i < FunctionalItemCount; ++i)
-            addRow(FunctionalItems[i].rowName, properCase(displayPart(pieces[functionalPiece(i)])));
+        PieceNumber piece = FirstFunctionalPiece;
+        for (const FunctionalItem& item : FunctionalItems)
+            addRow(item.rowName, properCase(displayPart(pieces[piece++])));
     }
 }
 
@@ -49,7 +50,7 @@ void frmElderView::cmdEdit_Click()
     editor.m_sVisit = m_sVisit;
     editor.m_sIEN = m_sIEN;
     m_shared.desktop().showModal(editor);
-    close(); // what it shows is no longer true, or nothing was to be done
+    close(); // the view is out of date after an edit
 }
 
 }

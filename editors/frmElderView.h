@@ -5,7 +5,7 @@
 
 namespace health {
 
-// Shows one assessment of a patient's functional status, and opens its editor.
+// Shows one assessment of a patient's functional status and opens its editor.
 class frmElderView : public EditorForm {
 public:
     explicit frmElderView(modShared& shared);

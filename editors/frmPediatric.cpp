@@ -10,12 +10,12 @@ namespace {
 
 constexpr TextView UnitParameter = L"RepHist-PedWtOpt";
 
-// By the number that the user's parameter has for it.
+// Indexed by the value of the user parameter.
 struct WeightUnit {
     TextView caption;
-    TextView letter; // behind the number
-    std::size_t piece; // of a reply
-    double low; // not included, nor is the other
+    TextView letter; // after the number
+    PieceNumber piece; // of a reply
+    double low; // both bounds are exclusive
     double high;
 };
 constexpr std::size_t PoundsOunces = 0;
@@ -25,7 +25,7 @@ constexpr std::array<WeightUnit, 3> Units { {
     { L"(grams)", L"G", 4, 907, 10000 },
 } };
 
-// Strictly between two bounds; the bounds themselves are refused, on purpose.
+// Intended: the bounds themselves are invalid.
 bool isBetween(TextView text, double low, double high)
 {
     const auto value = numericValue(text);
@@ -34,7 +34,7 @@ bool isBetween(TextView text, double low, double high)
 
 TextView withoutLast(TextView text) { return text.substr(0, text.size() - 1); }
 
-// "7 2" or "7-2": pounds and ounces at the first blank, else at the first hyphen.
+// "7 2" or "7-2": pounds and ounces, separated by a blank or a hyphen.
 bool isValidPoundsOunces(TextView weight, TextView separator)
 {
     const std::size_t at = weight.find(separator);
@@ -110,8 +110,9 @@ void frmPediatric::LoadData()
     const Text weight(pieces[Units[m_unit].piece]);
     if (!weight.empty())
         txt[0].load(weight + (m_unit == PoundsOunces ? L" " + Text(pieces[2]) : Text(Units[m_unit].letter)));
+    PieceNumber piece = 10;
     for (std::size_t i = 1; i < Boxes; ++i)
-        txt[i].load(pieces[9 + i]);
+        txt[i].load(pieces[piece++]);
     setPicked(txtPat, displayPart(pieces[14]), codePart(pieces[14]));
 }
 
@@ -121,7 +122,7 @@ void frmPediatric::setUnit(std::size_t unit)
     lblWt.setCaption(Units[unit].caption);
 }
 
-// In any of the boxes; a lower-case "m" counts too, also of a feeding age in months. Intended.
+// Intended: for every box, and for a lower-case "m" too, even that of a feeding age in months.
 void frmPediatric::txt_KeyPress(wchar_t key)
 {
     for (std::size_t unit = PoundsOunces + 1; unit < Units.size(); ++unit) {
@@ -159,7 +160,7 @@ void frmPediatric::txt_Validate(std::size_t index, bool& cancel)
     TextView message;
     if (index == 0 && !isValidWeight(weightWithUnit(entry)))
         message = L"Invalid birth weight, please see example on form.";
-    // 25 is refused although the message names it; both stand.
+    // Intended: 25 is invalid although the message includes it.
     else if (index == 1 && !isBetween(entry, 0, 25))
         message = L"Invalid birth order - answer must be between 1 and 25.";
     else if (index > 1 && !isValidAge(entry))

@@ -34,7 +34,7 @@ private:
     bool isValidWeight(const Text& weight) const;
     void cmdAdd_Click();
 
-    std::size_t m_unit = 0; // of the weight: pounds and ounces, kilograms, grams
+    std::size_t m_unit = 0; // of the weight, an index into Units
 };
 
 }

@@ -18,10 +18,10 @@ constexpr RefusalType Types[] = { { L"EKG", 7 }, { L"Exam", 5 }, { L"Immunizatio
     { L"Mammogram", 4 }, { L"Measurement", 3 }, { L"Medication/Drug", 6 }, { L"PAP Smear", 2 },
     { L"Radiology Exam", 4 }, { L"Skin Test", 1 } };
 
-// Types of which there is one item only.
+// Types that have only one item.
 bool hasOnlyItem(TextView type) { return type == L"PAP Smear" || type == L"Mammogram" || type == L"EKG"; }
 
-// The server's name of a type; it has two of them in the plural.
+// The server's name of a type; two of them are plural. Intended: education topics, although the list has no such row.
 Text serverType(TextView type)
 {
     const Text name = upperCase(type);
@@ -98,7 +98,7 @@ void frmRefusal::showRecord(TextView line)
     txtRefComment.setText(pieces[12]);
 }
 
-// Checks and selects the row of a stored type, so that the record can be saved at once.
+// Checks and selects the row of a stored type, so that the record can be saved without further input.
 void frmRefusal::checkType(TextView type)
 {
     const Text stored = upperCase(type);
@@ -152,7 +152,7 @@ void frmRefusal::txtItem_Change()
 {
     if (m_loading || m_clearing || !warnWithoutType())
         return;
-    m_clearing = true; // one warning, not another one for the clearing
+    m_clearing = true; // no second warning when the text is cleared
     txtItem.setText(L"");
     m_clearing = false;
     setFocus(lstRefusals);
@@ -173,11 +173,11 @@ void frmRefusal::cmdItem_Click()
     if (table == LookupTableNumber::Immunization) {
         frmLookupImm lookup(m_shared);
         pickFrom(lookup);
-    } else if (table == LookupTableNumber::EducationTopic) {
+    } else if (table == LookupTableNumber::EducationTopic) { // Intended: never reached, no row has this table
         frmLookupEd2 lookup(m_shared);
         pickFrom(lookup);
     } else if (!lookUp(txtItem, table)) {
-        setPicked(txtItem, L"", L""); // also when it was cancelled, unlike elsewhere
+        setPicked(txtItem, L"", L""); // Intended: cancelling clears the field, unlike elsewhere
     }
 }
 
@@ -196,7 +196,7 @@ void frmRefusal::datRefused_NewDateEntered()
     datRefused.setValue(dateText(today));
 }
 
-// A refusal without a date cannot be saved.
+// The server does not accept a refusal without a date.
 void frmRefusal::datRefused_LostFocus()
 {
     if (!datRefused.isEmpty() || activeControl() == &cmdCancel)
@@ -206,7 +206,7 @@ void frmRefusal::datRefused_LostFocus()
     withholdPress();
 }
 
-// Judged as it is saved, without its line breaks.
+// Validates the comment as it is saved, without line breaks.
 void frmRefusal::txtRefComment_Validate(bool& cancel)
 {
     static constexpr std::size_t Longest = 200;
@@ -238,7 +238,7 @@ bool frmRefusal::isComplete()
             TypeNotSelected);
         return false;
     }
-    // An item from another type's table counts as missing: its number means something else in this one.
+    // An item from another type's table counts as missing, because its number is only valid in that table.
     if (txtItem.tag().empty() || m_itemTable.value_or(lstRefusals.itemData(row)) != lstRefusals.itemData(row)) {
         askFor(txtItem,
             L"You must first select the " + TranslateChars(lblItem.caption(), L"&", L"")

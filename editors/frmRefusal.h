@@ -18,7 +18,7 @@ public:
     Arrangement arrangement() override;
 
     Label lblRefusals;
-    CheckList lstRefusals; // its item data are lookup tables
+    CheckList lstRefusals; // each item data is a lookup table
     Label lblItem;
     TextBox txtItem; // its tag holds the item's number
     Button cmdItem;
@@ -46,7 +46,7 @@ private:
 
     bool m_loading = false;
     bool m_clearing = false;
-    std::optional<int> m_itemTable; // where the item was searched; none: it belongs to the checked row
+    std::optional<int> m_itemTable; // the table that was searched; empty if the item belongs to the checked row
 };
 
 }

@@ -14,7 +14,7 @@ namespace {
 
 constexpr std::array<TextView, frmRepHist::CountBoxes> CountCodes { L"G", L"P", L"LC", L"SA", L"TA" };
 
-// Almost black: what the labels of the pregnancy block have always had.
+// Almost black, for the pregnancy block. Intended: not the colour of the other labels.
 constexpr Colour QuietColour = 2;
 
 constexpr TextView InvalidDate = L"Invalid Date";
@@ -23,7 +23,7 @@ constexpr int LongestPregnancy = 270; // days ahead
 
 double numberIn(const TextBox& box) { return leadingNumber(box.text()); }
 
-// The date control's value as the server reads dates; empty for an empty control.
+// The date control's value in the form that the server accepts; empty if the control is empty.
 Text savedDate(const mevZvDate& date)
 {
     if (date.isEmpty())
@@ -183,20 +183,20 @@ void frmRepHist::clearFields()
     cboFP.setListIndex(0);
 }
 
-// Counts ^ last menstrual period ^ method ^ its date ^ estimation method ^ estimated delivery: the save has the last
-// two the other way round.
+// Counts ^ last menstrual period ^ method ^ its date ^ estimation method ^ estimated delivery; the last two are
+// swapped when saving.
 void frmRepHist::showRecord(const Text& reply)
 {
-    const auto pieces = SplitPieces(reply, L"^", 5);
-    showCounts(upperCase(pieces[0]));
-    showDate(datLMP, pieces[1]);
-    SelectComboItem(cboFP, pieces[2]);
-    showDate(datFP, pieces[3]);
-    if (pieces[4].empty() && pieces[5].empty())
+    const LinePieces pieces(reply);
+    showCounts(upperCase(pieces[1]));
+    showDate(datLMP, pieces[2]);
+    SelectComboItem(cboFP, pieces[3]);
+    showDate(datFP, pieces[4]);
+    if (pieces[5].empty() && pieces[6].empty())
         return;
     chkPregnant.setChecked(true);
-    showDate(datDelivery, pieces[5]);
-    SelectComboItem(cboEstMethod, pieces[4]);
+    showDate(datDelivery, pieces[6]);
+    SelectComboItem(cboEstMethod, pieces[5]);
     fraPregnant.setEnabled(true);
 }
 
@@ -250,7 +250,7 @@ void frmRepHist::refuseFuture(mevZvDate& date)
 
 void frmRepHist::datDelivery_NewDateEntered()
 {
-    // A stored date may lie in the past; only what is entered afterwards is judged.
+    // A stored date may be in the past; only dates entered by the user are validated.
     if (datDelivery.isEmpty() || !wasActivated())
         return;
     const auto moment = datDelivery.moment();
@@ -274,11 +274,11 @@ void frmRepHist::txNumRH_Change(std::size_t index)
 {
     TextBox& box = txNumRH[index];
     UpDown& upDown = udNumRH[index];
-    const Text text = box.text(); // the arrows write into the box
+    const Text text = box.text(); // a copy, because setting the arrows changes the box
     const double entered = leadingNumber(text);
     const double count = std::clamp<double>(entered, upDown.minimum(), upDown.maximum());
     upDown.setValue(static_cast<int>(roundToWhole(count)));
-    // A count is digits alone. An emptied box is 0, and what is typed next replaces that.
+    // A count consists of digits only. An empty box becomes a selected 0, which typing replaces.
     const bool isCount = !text.empty() && std::all_of(text.begin(), text.end(), isDigit);
     if (isCount && count == entered)
         return;
@@ -290,14 +290,14 @@ void frmRepHist::txNumRH_Change(std::size_t index)
 void frmRepHist::txNumRH_KeyPress(std::size_t index, wchar_t& key)
 {
     if (key != EnterKey && !isDigit(key))
-        key = 0; // a letter would take the digits before it along
+        key = 0; // a letter would also discard the digits before it
     if (index + 1 < CountBoxes)
         moveOnEnter(key, txNumRH[index + 1]);
     else
         moveOnEnter(key, datLMP);
 }
 
-// Enter goes on from a date that has just been entered; on one that nobody touched it is OK.
+// Enter moves on from a date that was edited; otherwise it presses the default button.
 void frmRepHist::moveOnEntered(wchar_t& key, mevZvDate& date, Control& next)
 {
     if (key != EnterKey || !date.wasTouched())

@@ -26,7 +26,7 @@ public:
     mevContainer fraWH;
     std::array<Label, CountBoxes> lblFP;
     std::array<TextBox, CountBoxes> txNumRH;
-    // Two digits each: what the count string holds.
+    // The count string has room for two digits each.
     std::array<UpDown, CountBoxes> udNumRH { { { 0, 99 }, { 0, 99 }, { 0, 99 }, { 0, 99 }, { 0, 99 } } };
     std::array<Label, 3> lbl;
     mevZvDate datLMP;
@@ -60,7 +60,7 @@ private:
     void moveOnEnter(wchar_t& key, Control& next);
 
     std::optional<bool> m_eligible; // of the patient for whom the form was opened
-    std::array<short, 6> m_valueOnFocus {}; // of each count box; kept, not consulted
+    std::array<short, 6> m_valueOnFocus {}; // of each count box. Intended: written but never read
 };
 
 }

@@ -81,7 +81,7 @@ void frmTxc::datInit_NewDateEntered()
         message = L"The date format is not valid.";
     else if (*moment > now)
         message = L"The date cannot be in the future.";
-    // To the second: of the day a year ago only the hours after this time of day would count. Intended.
+    // Intended: compares to the second, so the date a year ago is too old unless it has a later time of day.
     else if (*moment < now - OldestContract)
         message = L"Treatment date cannot be older than a year.";
     if (message.empty())

@@ -1,6 +1,6 @@
 // Grid replies: whatever the server replies, the panel lists the replied records and nothing else.
 // Input: sex, age, then the replies to the seven calls in their order.
-#include "control/GridLoader.h"
+#include "control/GridColumns.h"
 #include "control/kalmevRepHistCtrl.h"
 #include "fuzz/FuzzInput.h"
 #include "tests/support/ScriptedHost.h"

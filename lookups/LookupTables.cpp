@@ -1,7 +1,6 @@
 #include "lookups/LookupTables.h"
 
 #include "text/Conversions.h"
-#include "text/Pieces.h"
 
 #include <algorithm>
 #include <array>
@@ -10,7 +9,7 @@ namespace health {
 
 namespace {
 
-constexpr double MostPieces = 1000; // a source beyond them is an empty column as well
+constexpr double MostPieces = 1000; // a larger source is an empty column too
 constexpr TextView CodeDescription = L"ID:1:2^Code:1:4^Diagnosis:0:1:1";
 
 constexpr std::array<LookupTable, 25> Tables { {
@@ -78,7 +77,7 @@ std::vector<LookupColumn> lookupColumns(const LookupTable& table)
         const auto parts = SplitPieces(piece, L":", 3);
         columns.push_back({ .heading = parts[0],
             .hidden = parts[1] != L"0",
-            .source = static_cast<short>(std::clamp(leadingNumber(parts[2]), 0.0, MostPieces)),
+            .source = static_cast<PieceNumber>(std::clamp(leadingNumber(parts[2]), 0.0, MostPieces)),
             .properCase = !parts[3].empty() });
     }
     return columns;

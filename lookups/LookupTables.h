@@ -1,7 +1,7 @@
-// The server tables that can be searched: all that differs between them.
+// The server tables that can be searched, and how they differ.
 #pragma once
 
-#include "api/Text.h"
+#include "text/Pieces.h"
 
 #include <vector>
 
@@ -11,12 +11,12 @@ struct LookupTable {
     TextView name; // after "Lookup " in the dialog's caption
     TextView file = {}; // FileMan file number, where the call searches files
     TextView call = L"MEVUTL DICLKUP";
-    TextView screen = {}; // M expression of the server; "~" stands where it means "^"
+    TextView screen = {}; // M expression that the server evaluates, with "~" for "^"
     TextView fields = L".01";
     TextView index = {};
     TextView columns = {}; // empty: id, hidden code, name
     bool allowsEmptySearch = true;
-    bool codeBeforeName = false; // in the text of a single match: "code - name"
+    bool codeBeforeName = false; // show a single match as "code - name"
 };
 
 namespace LookupTableNumber {
@@ -28,18 +28,18 @@ inline constexpr int EducationTopic = 22;
 inline constexpr int Patient = 24;
 }
 
-// A table by its number; any other number is a std::out_of_range.
+// A table by its number. Throws std::out_of_range for any other number.
 const LookupTable& lookupTable(int number);
 
 // One column of the result grid.
 struct LookupColumn {
     Text heading;
     bool hidden = false;
-    short source = 0; // "^"-piece of a reply line; 0: an empty column
+    PieceNumber source = 0; // "^"-piece of a reply line; 0: an empty column
     bool properCase = false;
 };
 
-// The table's column layout, taken apart: heading ":" hidden flag ":" source [":" case flag], joined by "^".
+// Parses the table's column layout: heading ":" hidden flag ":" source [":" case flag], joined by "^".
 std::vector<LookupColumn> lookupColumns(const LookupTable& table);
 
 }

@@ -15,7 +15,7 @@ constexpr int CodeColumn = 1;
 constexpr int NameWidth = 2000; // twips
 constexpr int ShownWidth = 600;
 
-// What could not travel inside one piece of the parameter is taken out of the search text.
+// Removes characters that would break the "^"-separated parameter.
 Text searchable(TextView text)
 {
     Text result = TranslateChars(upperCase(text), L"^", L"");
@@ -64,7 +64,7 @@ bool frmLookup::RunQuery(int refTable, TextView param, bool autoReturn, TextView
 {
     bool chosen = false;
     m_shared.trap(name(), L"RunQuery", [&] {
-        load(); // before the grid is filled: loading hides it
+        load(); // before the grid is filled, because loading hides it
         m_cancelled = false;
         chooseTable(refTable);
         if (screen != L"*")
@@ -77,7 +77,7 @@ bool frmLookup::RunQuery(int refTable, TextView param, bool autoReturn, TextView
         }
         m_sName.clear();
         m_sRecId.clear();
-        // Closing the window by its own means equals Cancel.
+        // Closing the window counts as Cancel.
         m_cancelled = true;
         m_shared.desktop().showModal(*this);
         chosen = !m_cancelled;
@@ -105,7 +105,7 @@ frmLookup::Outcome frmLookup::search(TextView text)
     txtName.setText(m_searchText);
     if (!m_searchText.empty())
         fgResults.setRowCount(0);
-    // A value shown as "code - name" is searched by its code.
+    // Of a value shown as "code - name", only the code is searched.
     m_searchText = m_searchText.substr(0, m_searchText.find(L" - "));
     if (m_searchText.empty() && !m_table->allowsEmptySearch)
         return Outcome::Answered;
@@ -184,7 +184,7 @@ void frmLookup::cmdSearch_Click()
     search(txtName.text());
     if (!fgResults.isVisible())
         m_shared.InfoBox(L"Search found no matches.", L"Find Record");
-    // The next text is typed where it is searched.
+    // The user will type another text.
     if (!fgResults.isVisible() || fgResults.rowCount() == 0)
         setFocus(txtName);
 }

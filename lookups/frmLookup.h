@@ -8,16 +8,16 @@
 
 namespace health {
 
-// The search dialog with which editors pick a coded value from a server table. Made for one lookup; the caller reads
-// m_sName and m_sRecId afterwards.
+// The search dialog with which editors pick a coded value from a server table. Use it for one lookup, then read m_sName
+// and m_sRecId.
 class frmLookup : public Form {
 public:
-    // `name` is the dialog's own, as error reports give it.
+    // `name` identifies the dialog in error reports.
     explicit frmLookup(modShared& shared, TextView name = L"frmLookup");
 
-    // Searches the table (0 to 24) for a text. A single match is returned at once when autoReturn is set, else the
-    // dialog is shown. `screen` replaces the table's own, "*" keeps it. True: an entry was chosen; false: the user
-    // cancelled, or the server refused the search.
+    // Searches the table (0 to 24) for a text. With autoReturn, a single match is returned without
+    // showing the dialog. `screen` replaces the table's own, "*" keeps it. True: an entry was chosen; false: the user
+    // cancelled, or the server returned an error.
     bool RunQuery(int refTable, TextView param, bool autoReturn, TextView screen);
 
     Text m_sName; // display text of the chosen entry
@@ -36,18 +36,18 @@ public:
     Button cmdCancel;
 
 protected:
-    // A handler under the error trap as the procedure of that name.
+    // An event handler that reports failures under the procedure's name.
     template<typename Work>
     auto trapped(TextView procedure, Work work)
     {
         return m_shared.trapped(name(), procedure, std::move(work));
     }
-    // Searches the same text with another screen.
+    // Repeats the search with another screen.
     void searchAgain(TextView screen);
 
 private:
     enum class Outcome {
-        Refused, // by the server; told to the user
+        Refused, // by the server; the user has seen the error
         Answered, // the grid is filled, or nothing was searched
     };
 

@@ -4,7 +4,7 @@
 
 namespace health {
 
-// The selection of an education topic: the generic lookup on its table.
+// Selects an education topic. Intended: never opened, because no refusal type uses its table.
 class frmLookupEd2 : public frmLookup {
 public:
     explicit frmLookupEd2(modShared& shared)
@@ -12,7 +12,7 @@ public:
     {
     }
 
-    // Searches the topics for a text; for the rest see RunQuery of the generic lookup.
+    // Searches the topics for a text; otherwise like RunQuery of the base class.
     bool RunQuery(TextView param) { return frmLookup::RunQuery(LookupTableNumber::EducationTopic, param, true, L"*"); }
 };
 

@@ -4,7 +4,7 @@ namespace health {
 
 namespace {
 
-// "~" stands where the server means "^".
+// With "~" for "^".
 constexpr TextView WithLotScreen = L"I $D(~AUTTIML(\"C\",Y)),$P($G(~AUTTIMM(Y,0)),U,7)'=1";
 
 }
@@ -15,7 +15,7 @@ frmLookupImm::frmLookupImm(modShared& shared)
     opt[0].setCaption(L"Show &All Active Vaccines");
     opt[1].setCaption(L"Show Only active Vaccines with a &Lot Number");
     opt[0].setChosen(true);
-    // The list follows the choice at once.
+    // A choice repeats the search.
     opt.Click = trapped(L"opt_Click", [this](int index) {
         searchAgain(index == 0 ? lookupTable(LookupTableNumber::Immunization).screen : WithLotScreen);
     });

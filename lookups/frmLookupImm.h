@@ -5,13 +5,12 @@
 
 namespace health {
 
-// The lookup of vaccines: the generic one on their table, with the choice between all active ones and those of which
-// there is a lot.
+// Selects a vaccine, either among all active ones or among those with a lot.
 class frmLookupImm : public frmLookup {
 public:
     explicit frmLookupImm(modShared& shared);
 
-    // Searches the vaccines for a text; for the rest see RunQuery of the generic lookup.
+    // Searches the vaccines for a text; otherwise like RunQuery of the base class.
     bool RunQuery(TextView param);
 
     Arrangement arrangement() override;

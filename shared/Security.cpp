@@ -1,17 +1,21 @@
-// modShared: what the user's keys and the edit-blocking parameter allow.
-#include "shared/modShared.h"
+#include "shared/Security.h"
 
 namespace health {
 
-void modShared::CheckSecurity(TextView parameterName, TextView extraKey)
+Text editRefusal(TextView key)
 {
-    trap(L"modShared", L"CheckSecurity", [&] {
-        // An error reply holds no key list and so leaves every flag false; it is not shown.
-        const Text reply = CallRpc(
+    return L"Editing not permitted, you do not hold either the PROVIDER key or the " + Text(key) + L" key.";
+}
+
+void Security::CheckSecurity(TextView parameterName, TextView extraKey)
+{
+    m_errors.trap(L"modShared", L"CheckSecurity", [&] {
+        // An error reply contains no key list, so every flag becomes false; the error is not shown.
+        const Text reply = m_server.CallRpc(
             L"MEVUTL CHKSEC", L"PROVIDER|MEVZ CAC|MEVZ VIEW ONLY|" + Text(extraKey) + L"^" + Text(parameterName));
         const TextView keys = pieceView(reply, L"^", 1);
         const TextView parameter = pieceView(reply, L"^", 2);
-        const auto held = [&](short n) { return pieceView(keys, L"|", n) == L"1"; };
+        const auto held = [&](PieceNumber n) { return pieceView(keys, L"|", n) == L"1"; };
         m_flags = { .hasProvider = held(1),
             .hasCac = held(2),
             .viewOnly = held(3),
@@ -25,7 +29,7 @@ void modShared::CheckSecurity(TextView parameterName, TextView extraKey)
     });
 }
 
-Text modShared::permissionReason(TextView parameterName, TextView extraKey) const
+Text Security::permissionReason(TextView parameterName, TextView extraKey) const
 {
     const Text parameter = L"'" + Text(parameterName) + L"' parameter";
     if (m_flags.viewOnly)
@@ -33,7 +37,7 @@ Text modShared::permissionReason(TextView parameterName, TextView extraKey) cons
     if (!m_flags.hasProvider && !m_flags.hasEditKey) {
         if (!extraKey.empty())
             return L"You do not have either the 'PROVIDER' or the '" + Text(extraKey) + L"' security keys";
-        // Not reached, since without an extra key the edit key counts as held; intended.
+        // Intended: never reached, because without an extra key the edit key counts as held.
         return L"You do not have the 'PROVIDER' key";
     }
     if (m_flags.paramAssigned)

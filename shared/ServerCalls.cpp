@@ -1,7 +1,5 @@
-// modShared: calls of remote procedures, their errors, reports.
-#include "shared/modShared.h"
+#include "shared/ServerCalls.h"
 
-#include "api/Events.h"
 #include "text/Conversions.h"
 
 #include <algorithm>
@@ -9,19 +7,11 @@
 
 namespace health {
 
-namespace {
-constexpr TextView SystemError = L"System Error";
-}
-
-Text modShared::CallRpc(TextView name, TextView parameter) { return call(&Session::callText, name, parameter); }
-
-Text modShared::CallRpcList(TextView name, TextView parameter) { return call(&Session::callList, name, parameter); }
-
-Text modShared::call(SessionCall operation, TextView name, TextView parameter)
+Text ServerCalls::call(SessionCall operation, TextView name, TextView parameter)
 {
     try {
         m_desktop.setPointer(Pointer::Hourglass);
-        Text reply = (session().*operation)(name, parameter);
+        Text reply = (m_objects.session().*operation)(name, parameter);
         m_desktop.setPointer(Pointer::Default);
         m_lastCall = CallResult::Answered;
         return reply;
@@ -35,100 +25,64 @@ Text modShared::call(SessionCall operation, TextView name, TextView parameter)
     return {};
 }
 
-// The box lets events in, and with them other calls.
-void modShared::reportCall(TextView name, const Text& description)
+// The caller sets m_lastCall afterwards: the box runs the event loop, in which other calls may be made.
+void ServerCalls::reportCall(TextView name, const Text& description)
 {
     m_desktop.setPointer(Pointer::Default);
-    ErrorBox(L"Error in remote procedure call: " + Text(name) + Text(LineBreak) + description, SystemError);
+    m_messages.ErrorBox(L"Error in remote procedure call: " + Text(name) + Text(LineBreak) + description, SystemError);
 }
 
-modShared::CallHint::CallHint(modShared& shared, std::span<const ExpectedCall> calls)
-    : m_shared(shared)
+ServerCalls::CallHint::CallHint(ServerCalls& server, std::span<const ExpectedCall> calls)
+    : m_server(server)
 {
-    m_shared.expectCalls(calls);
+    m_server.expectCalls(calls);
 }
 
-modShared::CallHint::~CallHint() { m_shared.expectCalls({}); }
+ServerCalls::CallHint::~CallHint() { m_server.expectCalls({}); }
 
-void modShared::expectCalls(std::span<const ExpectedCall> calls)
+void ServerCalls::expectCalls(std::span<const ExpectedCall> calls)
 {
     try {
-        if (m_session)
-            m_session->expectCalls(calls);
+        if (m_objects.hasSession())
+            m_objects.session().expectCalls(calls);
     } catch (...) {
-        // A hint that is not taken changes nothing.
+        // Hints are best-effort.
     }
 }
 
-long long modShared::RpcErrorCode(TextView reply)
+long long ServerCalls::RpcErrorCode(TextView reply)
 {
     const long long code = roundToWhole(leadingNumber(pieceView(reply, L"^", 1)));
     return code < 0 ? -std::max(code, -std::numeric_limits<long long>::max()) : 0;
 }
 
-bool modShared::CheckRpcError(TextView reply, TextView title)
+bool ServerCalls::CheckRpcError(TextView reply, TextView title)
 {
     if (RpcErrorCode(reply) == 0)
         return false;
     TextView message = pieceView(reply, L"^", 2);
-    // In a list reply the message carries the line's end.
+    // In a list reply the message ends with the line's CR LF.
     if (message.ends_with(LineBreak))
         message.remove_suffix(LineBreak.size());
-    ErrorBox(message, title);
-    SetStatusText(L"");
+    m_messages.ErrorBox(message, title);
+    m_errors.SetStatusText(L"");
     return true;
 }
 
-void modShared::ReportError(TextView module, TextView procedure)
-{
-    // Taken first: clearing the status line calls the host, which may fail in its turn.
-    const Text description = describeCurrentFailure();
-    m_desktop.setPointer(Pointer::Default);
-    try {
-        raiseStatus(L"");
-    } catch (...) {
-        // The box below tells of the failure that came first.
-    }
-    ErrorBox(L"Error in module " + Text(module) + L" at " + Text(procedure) + Text(LineBreak) + Text(LineBreak)
-            + description,
-        SystemError);
-}
-
-bool modShared::trap(TextView module, TextView procedure, const std::function<void()>& work)
+void ServerCalls::ShowReport(TextView report, TextView title)
 {
     try {
-        work();
-        return true;
+        m_objects.print().preview(report, title, L"", L"", L"", 80, true, true);
     } catch (...) {
-        ReportError(module, procedure);
-        return false;
-    }
-}
-
-void modShared::raiseStatus(TextView text)
-{
-    if (m_session)
-        m_session->raiseEvent(StatusEvent, text);
-}
-
-void modShared::SetStatusText(TextView text)
-{
-    trap(L"modShared", L"SetStatusText", [&] { raiseStatus(text); });
-}
-
-void modShared::ShowReport(TextView report, TextView title)
-{
-    try {
-        required(m_print, L"print").preview(report, title, L"", L"", L"", 80, true, true);
-    } catch (...) {
-        ErrorBox(L"Error displaying requested report: " + Text(title) + Text(LineBreak) + describeCurrentFailure(),
+        m_messages.ErrorBox(
+            L"Error displaying requested report: " + Text(title) + Text(LineBreak) + describeCurrentFailure(),
             SystemError);
     }
 }
 
-void modShared::VisitDetail(TextView visit)
+void ServerCalls::VisitDetail(TextView visit)
 {
-    trap(L"modShared", L"VisitDetail", [&] {
+    m_errors.trap(L"modShared", L"VisitDetail", [&] {
         if (visit.find_first_not_of(L' ') != TextView::npos)
             ShowReport(CallRpcList(L"MEVUTL GETRPT", visit), L"Visit Detail");
     });

@@ -1,5 +1,4 @@
-// modShared: user parameters, kept on the server and cached in the host's session.
-#include "shared/modShared.h"
+#include "shared/UserParameters.h"
 
 namespace health {
 
@@ -9,14 +8,14 @@ Text cacheKey(TextView name) { return L"MEVParam_" + TranslateChars(name, L"-", 
 
 }
 
-Text modShared::GetUserParam(TextView name, TextView defaultValue)
+Text UserParameters::GetUserParam(TextView name, TextView defaultValue)
 {
     Text result(defaultValue);
-    trap(L"modShared", L"GetUserParam", [&] {
-        auto value = session().value(cacheKey(name));
+    m_errors.trap(L"modShared", L"GetUserParam", [&] {
+        auto value = m_objects.session().value(cacheKey(name));
         if (!value) {
-            value = CallRpc(L"MEVUTL GETPARM", name);
-            session().setValue(cacheKey(name), *value);
+            value = m_server.CallRpc(L"MEVUTL GETPARM", name);
+            m_objects.session().setValue(cacheKey(name), *value);
         }
         if (!value->empty())
             result = *value;
@@ -24,14 +23,17 @@ Text modShared::GetUserParam(TextView name, TextView defaultValue)
     return result;
 }
 
-bool modShared::KnowsUserParam(TextView name) const { return m_session && m_session->value(cacheKey(name)); }
-
-void modShared::SetUserParam(TextView name, TextView value)
+bool UserParameters::KnowsUserParam(TextView name) const
 {
-    trap(L"modShared", L"SetUserParam", [&] {
-        const Text reply = CallRpc(L"MEVUTL SETPARM", Text(name) + L"^" + Text(value));
-        if (!CheckRpcError(reply, L"Setting Parameter " + Text(name)))
-            session().setValue(cacheKey(name), value);
+    return m_objects.hasSession() && m_objects.session().value(cacheKey(name));
+}
+
+void UserParameters::SetUserParam(TextView name, TextView value)
+{
+    m_errors.trap(L"modShared", L"SetUserParam", [&] {
+        const Text reply = m_server.CallRpc(L"MEVUTL SETPARM", Text(name) + L"^" + Text(value));
+        if (!m_server.CheckRpcError(reply, L"Setting Parameter " + Text(name)))
+            m_objects.session().setValue(cacheKey(name), value);
     });
 }
 

@@ -4,7 +4,7 @@
 
 namespace health {
 
-// A form without contents; loading it once makes the front end ready before the first real one.
+// An empty form; loading it once initializes the front end before the first real form.
 class frmDummy : public Form {
 public:
     frmDummy()

@@ -30,7 +30,7 @@ std::size_t exponentFrom(TextView text, std::size_t start)
     return digits == 0 ? 0 : 1 + sign + digits;
 }
 
-// Length of the number that the text begins with; 0 when it begins with none.
+// Length of the number at the beginning of the text; 0 if there is none.
 std::size_t numberLength(TextView text)
 {
     std::size_t at = !text.empty() && isSign(text[0]) ? 1 : 0;
@@ -44,7 +44,7 @@ std::size_t numberLength(TextView text)
     return digits == 0 ? 0 : at + exponentFrom(text, at);
 }
 
-// The exponent that a number without its sign ends with, 0 when there is none; one of many digits is cut to a bound.
+// The exponent of a number without its sign, or 0; exponents too long for an integer are clamped.
 long long exponentOf(std::string_view number)
 {
     constexpr long long bound = 1'000'000'000'000'000'000;
@@ -61,7 +61,7 @@ long long exponentOf(std::string_view number)
     return negative ? -exponent : exponent;
 }
 
-// Of a number beyond the range of a double, without its sign: it is too small, not too large.
+// For a number without its sign that a double cannot hold: it is too small, not too large.
 bool isTiny(std::string_view number)
 {
     const std::size_t mark = std::min(number.find_first_of("eE"), number.size());

@@ -1,5 +1,4 @@
-// Conversions between texts and numbers, the same on every machine: nothing here depends on the
-// process's locale.
+// Conversions between texts and numbers. Independent of the process's locale.
 #pragma once
 
 #include "api/Text.h"
@@ -8,16 +7,16 @@
 
 namespace health {
 
-// The value of a text that is a number as a whole: blanks around it, one sign, digits with at most
-// one ".", an exponent. Empty for everything else ("", "-", "2K", "2 3").
+// The value of a text that is a number as a whole: optional blanks around it, an optional sign, digits with at most
+// one ".", an optional exponent. Empty for everything else ("", "-", "2K", "2 3").
 std::optional<double> numericValue(TextView text);
 
 inline bool isNumeric(TextView text) { return numericValue(text).has_value(); }
 
-// The number at the beginning of a text, after leading blanks; 0 when there is none. "-3abc" gives -3.
+// The number at the beginning of a text, after leading blanks; 0 if there is none. "-3abc" is -3.
 double leadingNumber(TextView text);
 
-// Rounds to a whole number, halves to the even neighbour; values out of range give the nearest bound.
+// Rounds to a whole number, halves to the even neighbour; values out of range become the nearest bound.
 long long roundToWhole(double value);
 
 // A whole number as decimal text.

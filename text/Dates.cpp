@@ -11,8 +11,8 @@ using namespace std::chrono;
 
 namespace {
 
-// Reads a date text from left to right. Each operation that does not find what it names leaves
-// the position where it was.
+// Reads a date text from left to right. An operation that does not find what it looks for leaves the position
+// unchanged.
 class Scanner {
 public:
     explicit Scanner(TextView text)
@@ -37,7 +37,7 @@ public:
         return true;
     }
 
-    // A number of at most `most` digits; the count of its digits goes into `digits`.
+    // A number of at most `most` digits; sets `digits` to their count.
     std::optional<int> number(std::size_t most, std::size_t& digits)
     {
         int value = 0;
@@ -125,7 +125,7 @@ std::optional<year_month_day> readNumericDate(Scanner& scanner)
     return year ? checkedDate(*year, *month, *day) : std::nullopt;
 }
 
-// "JAN 2, 2006", the comma and the blanks around it in any combination that keeps the numbers apart
+// "JAN 2, 2006"; the comma and the blanks around it are optional as long as one of them separates the numbers
 std::optional<year_month_day> readNamedDate(Scanner& scanner)
 {
     const int month = monthNamed(scanner.word());
@@ -140,7 +140,7 @@ std::optional<year_month_day> readNamedDate(Scanner& scanner)
     return year ? checkedDate(*year, month, *day) : std::nullopt;
 }
 
-// Turns an hour of the 12-hour clock into one of the 24-hour clock.
+// Converts an hour of the 12-hour clock to the 24-hour clock.
 std::optional<int> afterNoonMark(int hour, TextView mark)
 {
     const bool afternoon = equalIgnoringCase(mark, L"PM");

@@ -20,12 +20,12 @@ Moment dateOf(Moment moment);
 
 bool hasTime(Moment moment);
 
-// The moment lies in the years that a date text can have, 100 to 9999.
+// The moment is in the years that a date text can contain, 100 to 9999.
 bool hasText(Moment moment);
 
 // Reads a date with an optional time: "m/d/yyyy", "mm/dd/yy" (00 to 29 is 20xx), "JAN 2, 2006",
 // each with "hh:mm[:ss]" and "AM" or "PM" after blanks. Day and month must be in range: 02/30 is
-// no date. A bare FileMan number is none either.
+// not a date. Neither is a bare FileMan number.
 std::optional<Moment> parseDate(TextView text);
 
 inline bool isDate(TextView text) { return parseDate(text).has_value(); }
@@ -33,6 +33,6 @@ inline bool isDate(TextView text) { return parseDate(text).has_value(); }
 // Texts of a moment for which hasText() holds.
 Text dateText(Moment moment); // "mm/dd/yyyy"
 Text dateTimeText(Moment moment); // "mm/dd/yyyy hh:mm", seconds dropped
-Text defaultDateText(Moment moment); // with the time only when there is one
+Text defaultDateText(Moment moment); // with the time unless it is midnight
 
 }

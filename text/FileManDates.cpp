@@ -11,7 +11,7 @@ using namespace std::chrono;
 
 namespace {
 
-// The most digits that are read exactly.
+// The maximum numbers of digits that are read exactly.
 constexpr std::size_t DateDigits = 9;
 constexpr std::size_t TimeDigits = 6;
 
@@ -33,8 +33,8 @@ std::optional<long long> plainFileManNumber(TextView text)
     return value;
 }
 
-// The moment of a 14-digit number YYYYMMDDHHMMSS; empty when the number has other than 14 digits, and when its month
-// and day roll over beyond the year 9999.
+// The moment of a number YYYYMMDDHHMMSS; empty unless the number has 14 digits, and when its month and day roll over
+// beyond the year 9999.
 std::optional<Moment> momentOfDigits(long long digits)
 {
     if (digits < 10'000'000'000'000 || digits > 99'999'999'999'999)
@@ -47,7 +47,7 @@ std::optional<Moment> momentOfDigits(long long digits)
 
 std::optional<Moment> momentOfNumber(TextView text)
 {
-    constexpr long long centuries = 17'000'000'000'000; // the 1700 that FileMan leaves out, in the digits' scale
+    constexpr long long centuries = 17'000'000'000'000; // 1700, FileMan's year 0, in the digits' scale
     if (const auto digits = plainFileManNumber(text))
         return momentOfDigits(*digits + centuries);
     return momentOfDigits(roundToWhole((leadingNumber(text) + 17'000'000) * 1'000'000));

@@ -5,7 +5,7 @@
 
 namespace health {
 
-// The server keeps dates of the years 1800 to 2699. Of all fields only the registry's have no narrower bounds.
+// The server stores dates of the years 1800 to 2699. Only the registry's date fields have no narrower bounds.
 bool isStorable(Moment moment);
 
 enum class TimePart {
@@ -13,12 +13,12 @@ enum class TimePart {
     With,
 };
 
-// "mm/dd/yyyy" or "mm/dd/yyyy hh:mm" for a FileMan date or for a date text (in which "@" may stand before the
-// time); empty for an empty text, for one that is no date and for a number outside the calendar.
+// "mm/dd/yyyy" or "mm/dd/yyyy hh:mm" for a FileMan date or for a date text (in which "@" may precede the
+// time); empty for an empty text, for one that is not a date and for a number outside the calendar.
 // Fields out of their range roll over; seconds are dropped.
 Text FMDateToDate(TextView text, TimePart timePart);
 
-// The same, with the time exactly when the text has one: "." in a number, "@" or ":" in a text.
+// The same, with the time if and only if the text has one: "." in a number, "@" or ":" in a text.
 Text fmDateToDisplay(TextView text);
 
 // FileMan text of a moment; empty for a year up to 1700.

@@ -8,7 +8,7 @@ namespace health {
 
 namespace {
 
-// The locale object is this file's own: the process may run under any other.
+// Independent of the locale that the process has set.
 const std::ctype<wchar_t>& unicodeLetters()
 {
     static const std::locale locale = [] {

@@ -1,4 +1,4 @@
-// Digits; upper, lower and proper case for every letter of Unicode, whatever the process's locale is.
+// Digits; upper, lower and proper case for every letter of Unicode, independent of the process's locale.
 #pragma once
 
 #include "api/Text.h"
@@ -12,10 +12,10 @@ wchar_t lowerLetter(wchar_t letter);
 
 Text upperCase(TextView text);
 
-// The two texts are equal when the case of their letters is left aside.
+// The two texts are equal except for the case of their letters.
 bool equalIgnoringCase(TextView a, TextView b);
 
-// Where a word begins, besides at the start of the text and after a blank.
+// Where words begin, in addition to the start of the text.
 enum class WordStart {
     AfterBlank,
     AfterBlankOrComma,
@@ -25,7 +25,7 @@ enum class WordStart {
 // "NON-EMERGENT" "Non-emergent", "MCDONALD" "Mcdonald".
 Text properCase(TextView text, WordStart wordStart = WordStart::AfterBlank);
 
-// Appends the proper case of a text to another, without a text in between.
+// Appends the proper case of a text to another without a temporary copy.
 void appendProperCase(Text& target, TextView text, WordStart wordStart);
 
 }

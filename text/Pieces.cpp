@@ -6,7 +6,7 @@
 
 namespace health {
 
-TextView pieceView(TextView text, TextView delimiter, short n)
+TextView pieceView(TextView text, TextView delimiter, PieceNumber n)
 {
     if (n == 0 || text == delimiter)
         return {};
@@ -50,7 +50,7 @@ LinePieces::LinePieces(TextView line)
 {
     while (m_count < Places) {
         const std::size_t end = line.find(L'^');
-        m_pieces[m_count++] = line.substr(0, end);
+        m_pieces.begin()[m_count++] = line.substr(0, end);
         if (end == TextView::npos)
             return;
         line.remove_prefix(end + 1);

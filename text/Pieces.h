@@ -8,42 +8,47 @@
 
 namespace health {
 
-// Ends each line of a list reply, and each line of a text of several lines.
+// The end of each line in a list reply and in a multi-line text.
 inline constexpr TextView LineBreak = L"\r\n";
 
-// The n-th piece of a text, counted from 1; empty when there is none. Where the delimiter occurs, a negative n
-// counts as 1. The view lies in `text`.
-TextView pieceView(TextView text, TextView delimiter, short n);
-inline Text Piece(TextView text, TextView delimiter, short n) { return Text(pieceView(text, delimiter, n)); }
+// The position of a piece in a delimited text, counted from 1.
+using PieceNumber = int;
+
+// The n-th piece of a text, as a view into it; empty if there is none. Where the delimiter occurs, a negative n
+// counts as 1.
+TextView pieceView(TextView text, TextView delimiter, PieceNumber n);
+inline Text Piece(TextView text, TextView delimiter, PieceNumber n) { return Text(pieceView(text, delimiter, n)); }
 
 // All pieces, with empty texts added until the last index is at least `minimumUpperBound`.
 std::vector<Text> SplitPieces(TextView text, TextView delimiter, short minimumUpperBound);
 
-// The pieces as one text, parted by "^": a record as it is saved. A "^" inside a piece would shift those behind it and
-// becomes a blank.
+// The pieces as one text, separated by "^": a record as it is saved. A "^" inside a piece becomes a blank, because it
+// would shift the pieces after it.
 Text joinPieces(const std::vector<Text>& pieces);
 
-// What stands before and behind the first "|" of a piece: the text that is shown, and its code or number.
+// The parts of a piece before and after its first "|": the text that is shown, and its code or number.
 inline TextView displayPart(TextView piece) { return piece.substr(0, piece.find(L'|')); }
 inline TextView codePart(TextView piece) { return pieceView(piece, L"|", 2); }
 
-// The "^"-pieces of one record line, found once and counted from 1. Views into the line, which must
-// outlive the object. A piece that the line does not have is empty; those after the last place are not kept.
+// The "^"-pieces of one record line, located once. Views into the line, which must outlive the object. A piece that the
+// line does not have is empty, and so is one after the last place.
 class LinePieces {
 public:
-    static constexpr std::size_t Places = 20;
+    static constexpr PieceNumber Places = 20;
 
     explicit LinePieces(TextView line);
 
-    TextView operator[](std::size_t piece) const { return piece <= m_count ? m_pieces[piece - 1] : TextView(); }
+    TextView operator[](PieceNumber piece) const
+    {
+        return piece >= 1 && piece <= m_count ? m_pieces.begin()[piece - 1] : TextView();
+    }
 
 private:
     std::array<TextView, Places> m_pieces;
-    std::size_t m_count = 0;
+    PieceNumber m_count = 0;
 };
 
-// Does something with each line of a list reply; what stands after the last CR LF is none. A long reply is gone
-// through once.
+// Calls `work` with each line of a list reply; text after the last CR LF is not a line. Runs in linear time.
 template<typename Work>
 void forEachLine(TextView reply, Work work)
 {
@@ -53,17 +58,17 @@ void forEachLine(TextView reply, Work work)
     }
 }
 
-// The lines all at once. Views into `reply`.
+// The lines of a list reply, as views into it.
 std::vector<TextView> replyLines(TextView reply);
 
-// The same for a record that is read whole: a last line without its CR LF counts too.
+// The same, but text after the last CR LF counts as a line: some records end without one.
 std::vector<TextView> recordLines(TextView reply);
 
-// Replaces each of the from-characters by the to-character at its position, or deletes it where there is none.
-// One after the other: what one replacement wrote, a later one may replace again.
+// Replaces each of the from-characters by the to-character at its position, or deletes it if there is none.
+// Works through the from-characters one by one, so a later one may replace what an earlier one wrote.
 Text TranslateChars(TextView text, TextView from, TextView to);
 
-// Each occurrence of a text, which is not empty, replaced by another; what was put in is not looked at again.
+// Replaces each occurrence of `from`, which must not be empty, by `to`. Replacements are not rescanned.
 Text replaced(TextView text, TextView from, TextView to);
 
 bool SameText(TextView a, TextView b);
@@ -73,7 +78,7 @@ enum class LetterCase {
     Ignored,
 };
 
-// The text begins with the prefix; an empty prefix always matches.
+// The text starts with the prefix; an empty prefix always matches.
 bool MatchesLeading(TextView text, TextView prefix, LetterCase letterCase);
 
 }

@@ -1,5 +1,5 @@
 // The real server by itself: what the panel lists from it, what it survives.
-#include "control/GridLoader.h"
+#include "control/GridColumns.h"
 #include "control/kalmevRepHistCtrl.h"
 #include "tests/support/RealPanel.h"
 

@@ -240,7 +240,10 @@ TEST_F(LifeCycle, FailuresNeverReachTheHost)
     // Every call of the session fails from here on; the end still releases the panel.
     control.UserControl_Show();
     host.session->failsSubscriptions = true;
+    host.transcript.clear();
     EXPECT_NO_THROW(control.UserControl_Terminate());
+    EXPECT_EQ(host.lines({ L"unregister" }),
+        (Transcript { L"unregister VXR.12", L"unregister REFUSAL.12", L"unregister REFRESH" }));
     EXPECT_FALSE(shared.hasSession());
 }
 

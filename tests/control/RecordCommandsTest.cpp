@@ -194,6 +194,20 @@ TEST_F(RecordCommands, DeletingAsksAndCallsByType)
     EXPECT_TRUE(host.transcript.empty());
 }
 
+TEST_F(RecordCommands, FailedDeletionLeavesTheListFollowingEvents)
+{
+    openChild();
+    control.fgData.choose(6);
+    host.patient->fails = true;
+    control.cmd[Delete].click();
+    host.patient->fails = false;
+    EXPECT_EQ(host.boxes(),
+        Transcript { L"box [System Error] Error in module kalmevRepHistCtrl at DelRec\r\n\r\nThe host is gone." });
+    host.transcript.clear();
+    host.session->push(L"REFUSAL.12.REF");
+    EXPECT_EQ(host.calls(), host.session->expected);
+}
+
 TEST_F(RecordCommands, DeletingAsthmaOffersTheRegistry)
 {
     openChild();

@@ -1,6 +1,6 @@
 // Texts can be read in each palette: measured on what is drawn.
 #include "toolkit/Contrast.h"
-#include "control/GridLoader.h"
+#include "control/GridColumns.h"
 #include "control/kalmevRepHistCtrl.h"
 #include "host/windows/ListPicker.h"
 #include "host/desktop/ReadablePalette.h"

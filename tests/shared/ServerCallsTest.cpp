@@ -127,9 +127,9 @@ TEST_F(ServerCalls, BoxesAndTheirTitles)
     EXPECT_EQ(unknownKind, L"");
 
     host.desktop.answers = { BoxAnswer::Yes, BoxAnswer::No, BoxAnswer::Closed };
-    Text question;
-    EXPECT_TRUE(shared.ConfirmBox(L"", question));
-    EXPECT_EQ(question, L"Confirm");
+    host.transcript.clear();
+    EXPECT_TRUE(shared.ConfirmBox(L"", L""));
+    EXPECT_EQ(host.boxes(), Transcript { L"box [Confirm] " });
     EXPECT_FALSE(shared.ConfirmBox(L"Sure?", L"Please Confirm"));
     EXPECT_FALSE(shared.ConfirmBox(L"Sure?", L"Please Confirm"));
     EXPECT_EQ(host.desktop.styles, (std::vector { 16, 64, 48, 5, 292, 292, 292 }));

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "control/GridLoader.h"
+#include "control/GridColumns.h"
 #include "control/kalmevRepHistCtrl.h"
 #include "tests/support/Replies.h"
 #include "tests/support/ScriptedHost.h"

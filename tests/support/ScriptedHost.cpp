@@ -110,6 +110,8 @@ void ScriptedSession::registerEvent(TextView name, ICSS_SessionEvents& sink)
 void ScriptedSession::unregisterEvent(TextView name, ICSS_SessionEvents& sink)
 {
     m_transcript.push_back(L"unregister " + Text(name));
+    if (failsSubscriptions)
+        throw Failure(L"No subscriptions today.");
     m_sinks.erase({ Text(name), &sink });
 }
 

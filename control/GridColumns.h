@@ -1,0 +1,16 @@
+#pragma once
+
+namespace health {
+
+// Columns of the grid; only the first two are shown.
+namespace GridColumn {
+inline constexpr int Label = 0;
+inline constexpr int Summary = 1;
+inline constexpr int Record = 2; // record id; for the types of one record per patient the patient number
+inline constexpr int Visit = 3;
+inline constexpr int Locked = 4; // "1": the record may not be edited
+inline constexpr int Type = 5;
+inline constexpr int Count = 6;
+}
+
+}

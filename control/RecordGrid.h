@@ -1,0 +1,48 @@
+#pragma once
+
+#include "control/RecordTypes.h"
+#include "platform/controls/Grid.h"
+#include "shared/modShared.h"
+
+#include <optional>
+
+namespace health {
+
+// A row of the list. Copies, because a reload may replace the grid's rows while a box or an editor is open.
+struct RecordRow {
+    int type = 0; // 0 for a row without a type
+    Text record;
+    Text visit;
+    Text label;
+    bool isLocked = false; // the record may not be edited
+};
+
+// The grid as the list of a patient's records. Throws what the grid throws.
+class RecordGrid {
+public:
+    // The grid must outlive the object.
+    explicit RecordGrid(Grid& grid)
+        : m_grid(grid)
+    {
+    }
+
+    void setUp();
+    // Reads the patient's records from the server; nothing is selected afterwards.
+    void load(modShared& shared, const PatientFacts& patient);
+    // Shows one row that says that no patient is selected, with nothing selected.
+    void showNoPatient();
+
+    // The selected row, if any.
+    std::optional<RecordRow> selected() const;
+    // The selected row's key, by which it is found again after a reload; empty when nothing is selected.
+    Text selectedKey() const;
+    // Selects the row with that key and scrolls to it; nothing if there is none.
+    void selectKey(TextView key);
+    // Marks the rows of the current visit.
+    void highlightVisit(TextView visit);
+
+private:
+    Grid& m_grid;
+};
+
+}
