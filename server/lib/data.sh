@@ -107,6 +107,6 @@ open_data() {
 # What sessions do at their start, for an administrator's task: data of an earlier version are converted.
 convert_data() {
     local said
-    said=$(run_routine READY^MEVDATA)
+    said=$(run_routine READY^MEVDATAVERSION)
     [[ $said != *F0$'\n'* ]] || fail "${said##*F0$'\n'}"
 }

@@ -1,5 +1,5 @@
 MEVAUDIT ; The audit: who did what, when, from which session; each entry is chained to the one before by its hash
- ; MEVTRAIL prints and verifies it. An entry is filed in the transaction of what it tells of.
+ ; MEVAUDITREPORT prints and verifies it. An entry is filed in the transaction of what it tells of.
  ;
  ; ^MEVAUD=number of the last entry ^ its hash
  ; ^MEVAUD(entry)=when, in UTC ^ user ^ call ^ "1" or the error number ^ seconds from UTC to the server's time ^ session
@@ -10,7 +10,7 @@ MEVAUDIT ; The audit: who did what, when, from which session; each entry is chai
  ; ^MEVAUD(entry,"BEFORE",global,record)=the record before    ^MEVAUD(entry,"AFTER",global,record)=the record after
  ; Entries from before the chain have four pieces, the first of them $HOROLOG, and no "AFTER". CHAIN closes them in.
  ;
- ; A save waits for none of the indexes: MEVTRAIL brings them up to date when somebody asks.
+ ; A save waits for none of the indexes: MEVAUDITREPORT brings them up to date when somebody asks.
  ;
 BEGIN() ; The number of the entry that this transaction files
  QUIT $GET(^MEVAUD)+1
@@ -35,19 +35,19 @@ CHANGE(call) ; Files the entry of a change, made or refused: the text asked, the
 ABOUT ; What a refused change was to change, as far as it names what there is: sets table, record and patient
  NEW first,visit
  IF " SET SETREG DEL "'[(" "_$PIECE(name," ",2)_" ") QUIT
- SET table=$$ROOT^MEVSEEN,first=$PIECE(asked,"^"),visit=$PIECE(asked,"^",2)
+ SET table=$$ROOT^MEVCONFLICTS,first=$PIECE(asked,"^"),visit=$PIECE(asked,"^",2)
  IF first?1N.11N,$DATA(@table@(first,0))#10 SET record=first,patient=$PIECE(@table@(first,0),"^") QUIT
- IF $$IS1^MEVSEEN(table) SET patient=first
+ IF $$IS1^MEVCONFLICTS(table) SET patient=first
  IF table="^MEVREF" SET patient=$PIECE(asked,"^",4)
  IF patient="",visit?1N.8N SET patient=$PIECE($GET(^MEVVST(visit,0)),"^",2)
  SET table="" ; there is no record of which it could tell
- IF '$$KNOWN^MEVHOST(patient) SET patient=""
+ IF '$$KNOWN^MEVHOSTCALLS(patient) SET patient=""
  QUIT
  ;
 SHORTEN ; Keeps of a refused call what tells which it was, and counts it: the more there are, the less is kept of each
  NEW most
- SET refusals=$$COUNT^MEVLIMIT(user)
- SET most=$SELECT(refusals>$$PATIENCE^MEVLIMIT:200,1:4096)
+ SET refusals=$$COUNT^MEVLIMITS(user)
+ SET most=$SELECT(refusals>$$PATIENCE^MEVLIMITS:200,1:4096)
  SET ^MEVAUD(audit,"CALL")=$EXTRACT(asked,1,most)
  IF $LENGTH(asked)>most SET ^MEVAUD(audit,"CUT")=$LENGTH(asked)_"^"_$$DIGEST(asked)
  QUIT
@@ -111,7 +111,7 @@ WHO(entry) ; Who made an entry, and when by the server's clock: name ^ hh:mm ^ y
  ;
 PERSON(node) ; The name of an entry's user
  IF $PIECE(node,"^",7)'="" QUIT $PIECE(node,"^",7)
- QUIT $$NAME^MEVDD(200,$PIECE(node,"^",2))
+ QUIT $$NAME^MEVFILES(200,$PIECE(node,"^",2))
  ;
 NOTE(call,result,text,why,patient,root,record) ; Files an entry that belongs to no change of records, in a transaction of its own
  ; It reaches the disk soon, and with the next save at the latest: nobody waits for it.
@@ -144,7 +144,7 @@ GONE(number) ; A session was found that has ended without signing off
  NEW person,session,user
  SET user=$GET(^MEVSES(number,"USER")),session=number
  QUIT:'user
- SET person=$$NAME^MEVDD(200,user)
+ SET person=$$NAME^MEVFILES(200,user)
  DO NOTE("MEVHOST SIGNOFF",1,"","The session ended without signing off; this was found now.")
  QUIT
  ;
@@ -164,11 +164,11 @@ LOOK(name) ; A patient's data were read. One entry of a session for each patient
  SET level=$ZLEVEL,$ETRAP="ZGOTO level:UNKEPT^MEVAUDIT"
  DO NOTE("LOOK "_access,1,"","",dfn,root,record)
  SET seen(dfn,access,root_record)="",seen("count")=seen("count")+1
- DO READING^MEVLIMIT
+ DO READING^MEVLIMITS
  QUIT
  ;
 UNKEPT ; The look could not be kept
- SET $ETRAP="GOTO BROKEN^MEVSERVE",$ECODE=""
+ SET $ETRAP="GOTO BROKEN^MEVSESSION",$ECODE=""
  IF $TLEVEL TROLLBACK
  KILL seen(call,param)
  QUIT

@@ -29,4 +29,4 @@ export mev_patient mev_user_name mev_since mev_kind mev_record mev_kept
 need_data
 open_data
 convert_data
-run_routine $entry^MEVTRAIL
+run_routine $entry^MEVAUDITREPORT

@@ -2,4 +2,4 @@
 need_data
 open_data
 export mev_event=${1:-} mev_event_data=${2:-}
-run_routine NOTIFY^MEVEVENT
+run_routine NOTIFY^MEVEVENTS

@@ -30,5 +30,5 @@ done
 [ ${#mev_words} -lt 2000 ] || fail "These words are too long."
 mev_administrator="administrator ($(id -un)${SUDO_USER:+, by sudo from $SUDO_USER})"
 export mev_words mev_administrator
-said=$(run_routine ADMIN^MEVUSERS) || fail "$said"
+said=$(run_routine ADMIN^MEVUSERADMIN) || fail "$said"
 printf '%s\n' "$said"

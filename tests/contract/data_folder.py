@@ -241,7 +241,7 @@ def upgrades(folder):
     old = os.path.realpath(target + "/phserver")
     work = Saver(target + "/phserver", data)
     for turn in range(3): # every routine that it has not used yet becomes another
-        for routine in glob.glob(source + "/routines/*.m"):
+        for routine in glob.glob(source + "/*/MEV*.m"):
             with open(routine, "w", encoding="ascii") as file:
                 file.write(f"{os.path.basename(routine)[:-2]} ; {turn}\n QUIT\n")
         subprocess.run([source + "/compile", target], check=True)

@@ -1,4 +1,4 @@
-MEVUTL ; Keys and user parameters
+MEVKEYS ; Keys and user parameters
  ;
 HOLDS(key) ; "1" when the signed-on user holds a key
  IF key="" QUIT 0
@@ -29,6 +29,6 @@ SETPARM ; Call: parameter name ^ value. What decides about permissions is not fo
  SET name=$PIECE(param,"^"),value=$PIECE(param,"^",2)
  IF name'="RepHist-PedWtOpt" SET reply="-1^The parameter "_$$BRIEF^MEVTEXT(name,80)_" may not be changed here." QUIT
  IF value'?1(1"0",1"1",1"2") SET reply="-1^The weight unit must be 0, 1 or 2." QUIT
- DO KEEP^MEVDD("^MEVUSR",user)
+ DO KEEP^MEVFILES("^MEVUSR",user)
  SET ^MEVUSR(user,"PAR",name)=value,reply=1
  QUIT

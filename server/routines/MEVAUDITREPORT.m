@@ -1,4 +1,4 @@
-MEVTRAIL ; The administrator's tool: prints the audit, and verifies that nobody changed it. MEVAUDIT says how it is kept.
+MEVAUDITREPORT ; The administrator's tool: prints the audit, and verifies that nobody changed it. MEVAUDIT says how it is kept.
  ; ^MEVAUX=last entry that is indexed    ^MEVAUX("PATIENT",patient,entry)=""
  ; ^MEVAUX("RECORD",global,record,entry)=""    ^MEVAUX("SIGNON",session,entry)=""
  ;

@@ -1,4 +1,4 @@
-MEVCODE ; Codes of the record files and the texts that stand for them
+MEVCODES ; Codes of the record files and the texts that stand for them
  ;
 TEXT(set,code) ; The text of a code, empty for a code without one. The process keeps the sets in codes.
  IF code="" QUIT ""

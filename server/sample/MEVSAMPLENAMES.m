@@ -1,4 +1,4 @@
-MEVNAMES ; Invented names, upper case, LAST,FIRST M
+MEVSAMPLENAMES ; Invented names, upper case, LAST,FIRST M
  ;
 NAME(sex) ; A name for a sex
  NEW first,last

@@ -1,4 +1,4 @@
-MEVEVENT ; Events between sessions
+MEVEVENTS ; Events between sessions
  ; Each session has a number, a lock on it for life, a list of subscribed names and a queue. Who raises an event puts it
  ; into the queues of all subscribers and wakes their processes; they send it between two frames. Whoever can get a
  ; session's lock knows that it is gone, and clears what it left.
@@ -41,7 +41,7 @@ SUBSCRIBE ; Call: event name
  IF param="" SET reply="-1^An event name is missing." QUIT
  IF $LENGTH(param)>200 SET reply="-1^The event name is too long." QUIT
  IF '$DATA(^MEVSES(session,"SUB",param)) DO  QUIT:reply'=""
- . IF $GET(^MEVSES(session,"SUB"))'<$$NAMES^MEVLIMIT SET reply="-1^This session subscribes "_$FNUMBER($$NAMES^MEVLIMIT,",")_" events already." QUIT
+ . IF $GET(^MEVSES(session,"SUB"))'<$$NAMES^MEVLIMITS SET reply="-1^This session subscribes "_$FNUMBER($$NAMES^MEVLIMITS,",")_" events already." QUIT
  . SET ^MEVSES(session,"SUB")=$GET(^MEVSES(session,"SUB"))+1
  SET ^MEVSES(session,"SUB",param)="",^MEVSUB(param,session)="",reply=1
  QUIT
@@ -68,7 +68,7 @@ TELL(number) ; Queues for one session; SIGNAL wakes it, after the transaction
  IF '$PIECE($GET(^MEVUSR(+$GET(^MEVSES(number,"USER")),0)),"^",4) QUIT  ; disabled meanwhile
  SET first=$ORDER(^MEVQUE(number,"")),signals(number)=""
  QUIT:first=0
- IF first,^MEVQUE(number)-first+1'<$$EVENTS^MEVLIMIT KILL ^MEVQUE(number) SET ^MEVQUE(number,0)="" QUIT
+ IF first,^MEVQUE(number)-first+1'<$$EVENTS^MEVLIMITS KILL ^MEVQUE(number) SET ^MEVQUE(number,0)="" QUIT
  SET ^MEVQUE(number,$INCREMENT(^MEVQUE(number)))=event_$CHAR(10)_data
  QUIT
  ;
@@ -85,7 +85,7 @@ SIGNAL ; Wakes the sessions that something was queued for. A dead session's proc
 WAKE ; By the signal of another session: sends at once when no frame is being worked on
  SET wake=1
  IF busy QUIT
- IF waiting ZGOTO waiting:HEARD^MEVSERVE
+ IF waiting ZGOTO waiting:HEARD^MEVSESSION
  IF stream="socket" QUIT
  DO SENDALL
  USE input
@@ -99,8 +99,8 @@ SENDALL ; Sends the queue
  NEW entry
  SET busy=1,wake=0,entry=""
  FOR  SET entry=$ORDER(^MEVQUE(session,entry)) QUIT:entry=""  DO
- . IF entry=0 DO FAILED^MEVSERVE(0,"This host has not read its events: the server ends its session."),CLOSE HALT
- . DO FRAME^MEVSERVE("E"_^MEVQUE(session,entry))
+ . IF entry=0 DO FAILED^MEVSESSION(0,"This host has not read its events: the server ends its session."),CLOSE HALT
+ . DO FRAME^MEVSESSION("E"_^MEVQUE(session,entry))
  . KILL ^MEVQUE(session,entry)
  SET busy=0
  QUIT

@@ -1,16 +1,16 @@
-MEVTABLE ; The contents of the tables that records name: one line a table, file;entry,entry,...
+MEVSAMPLETABLES ; The contents of the tables that records name: one line a table, file;entry,entry,...
  ;
 FILL ; Files them all
  NEW index,line,list,text
  FOR line=1:1 SET text=$PIECE($TEXT(LIST+line),";;",2,3) QUIT:text=""  DO
  . SET list=$PIECE(text,";",2)
- . FOR index=1:1:$LENGTH(list,",") DO ENTRY($$ROOT^MEVDD($PIECE(text,";")),$PIECE(list,",",index))
+ . FOR index=1:1:$LENGTH(list,",") DO ENTRY($$ROOT^MEVFILES($PIECE(text,";")),$PIECE(list,",",index))
  QUIT
  ;
 ENTRY(root,text) ; name=code, the code where there is one. The code of a lot is its vaccine.
  NEW code,ien
  SET code=$PIECE(text,"=",2)
- SET ien=$$FILE^MEVDD(root,0,$PIECE(text,"=")_"^"_code)
+ SET ien=$$FILE^MEVFILES(root,0,$PIECE(text,"=")_"^"_code)
  SET:code'="" @root@("C",code,ien)=""
  QUIT
  ;

@@ -1,4 +1,4 @@
-MEVHOST ; What the host itself asks: sign-on, keys, patients, visits
+MEVHOSTCALLS ; What the host itself asks: sign-on, keys, patients, visits
  ;
 USERS ; Call: the users that may sign on here; over TLS only the one that the certificate names
  NEW count,ien,only
@@ -18,10 +18,10 @@ SIGNON ; Call: session name ^ user name [^ the version of the protocol that the 
  SET why=$$WHYNOT
  IF why'="" DO TURNAWAY(why) QUIT
  ; Signing on again and again in one session looks like somebody trying names out.
- IF user,token'=new!(user'=ien) DO SLOW^MEVLIMIT($$COUNT^MEVLIMIT("SIGNON "_$$CERTIFIED))
+ IF user,token'=new!(user'=ien) DO SLOW^MEVLIMITS($$COUNT^MEVLIMITS("SIGNON "_$$CERTIFIED))
  IF user'=ien KILL seen SET seen=0,seen("count")=0
  SET user=ien,person=name,token=new,speaks=version,^MEVSES(session,"USER")=ien
- DO SIGNON^MEVAUDIT(1,""),SWEEP^MEVEVENT,FORGET^MEVONCE
+ DO SIGNON^MEVAUDIT(1,""),SWEEP^MEVEVENTS,FORGET^MEVTRANSACTION
  SET reply=ien_"^"_name_"^1^"_$PIECE(^AUTTLOC(1,0),"^")_"^"_$$SPEAKS
  QUIT
  ;
@@ -42,7 +42,7 @@ WHYNOT() ; Why this sign-on is refused, empty when it is not; sets ien
  IF 'ien QUIT "There is no user named "_$$BRIEF^MEVTEXT(name,80)_"."
  IF ien["^" QUIT "The server has several users named "_name_". Its administrator must disable all but one (phserver --users)."
  IF '$PIECE(^MEVUSR(ien,0),"^",4) QUIT name_" may not sign on here."
- IF $$CROWDED^MEVLIMIT(ien) QUIT name_" has "_$$SESSIONS^MEVLIMIT_" sessions already. End one of them first."
+ IF $$CROWDED^MEVLIMITS(ien) QUIT name_" has "_$$SESSIONS^MEVLIMITS_" sessions already. End one of them first."
  QUIT ""
  ;
 NAMED(name) ; The user of this name. Of several, the one who may sign on; where more of them may, all these, joined by "^". Empty for none.
@@ -56,20 +56,20 @@ NAMED(name) ; The user of this name. Of several, the one who may sign on; where 
 TURNAWAY(why) ; Refuses a sign-on. Who tries again and again waits longer and longer.
  NEW person
  SET reply="-1^"_why,person=$TRANSLATE($$BRIEF^MEVTEXT(name,80),"^")
- DO SLOW^MEVLIMIT($$COUNT^MEVLIMIT("SIGNON "_$$CERTIFIED))
+ DO SLOW^MEVLIMITS($$COUNT^MEVLIMITS("SIGNON "_$$CERTIFIED))
  DO REFUSED^MEVAUDIT(why)
  QUIT
  ;
 KEYS ; Call: key ^ key ^ ...
  NEW index
  IF $LENGTH(param,"^")>1000 SET reply="-1^These are too many keys." QUIT
- FOR index=1:1:$LENGTH(param,"^") SET $PIECE(reply,"^",index)=$$HOLDS^MEVUTL($PIECE(param,"^",index))
+ FOR index=1:1:$LENGTH(param,"^") SET $PIECE(reply,"^",index)=$$HOLDS^MEVKEYS($PIECE(param,"^",index))
  QUIT
  ;
 PATIENTS ; Call: the beginning of a name or of a part of it, a birth date, or a number; at most 250
  NEW count,found,most
  SET count=0,most=250
- IF $LENGTH(param)<101 DO PATIENTS^MEVFIND($$FOLD^MEVFIND(param))
+ IF $LENGTH(param)<101 DO PATIENTS^MEVNAMEINDEX($$FOLD^MEVNAMEINDEX(param))
  QUIT
  ;
 ADDPATIENT(dfn) ; One line of the list, once
@@ -102,7 +102,7 @@ VISITS ; Call: patient number; latest first, at most 250
 VISITLINE(ien) ; number ^ date and time ^ location ^ provider ^ category
  NEW node
  SET node=^MEVVST(ien,0)
- QUIT ien_"^"_$PIECE(node,"^")_"^"_$$NAME^MEVDD(44,$PIECE(node,"^",3))_"^"_$$NAME^MEVDD(200,$PIECE(node,"^",4))_"^"_$PIECE(node,"^",5)
+ QUIT ien_"^"_$PIECE(node,"^")_"^"_$$NAME^MEVFILES(44,$PIECE(node,"^",3))_"^"_$$NAME^MEVFILES(200,$PIECE(node,"^",4))_"^"_$PIECE(node,"^",5)
  ;
 VISIT ; Call: visit number
  IF param'?1N.8N SET reply="-1^There is no such visit." QUIT

@@ -6,18 +6,18 @@ CREATE ; Entry: fills an empty database, with tables alone where mev_empty is 1,
  SET $ETRAP="ZHALT 9"
  SET frames=$ZTRNLNM("mev_frames"),seed=20260315,patients=2000,today=$$TODAY^MEVDATE
  USE $PRINCIPAL:(NOWRAP:WIDTH=1048576)
- DO START^MEVDD,FILL^MEVTABLE
+ DO START^MEVFILES,FILL^MEVSAMPLETABLES
  IF $ZTRNLNM("mev_empty") HALT
  DO USERS,PROVIDERS
  DO PROGRESS(5)
- DO ALL^MEVSTORY
+ DO ALL^MEVSAMPLESTORIES
  FOR dfn=$PIECE(^MEVPAT(0),"^",3)+1:1:patients DO
  . DO PATIENT(dfn)
  . IF dfn#100=0 DO PROGRESS(dfn*95\patients+5)
  HALT
  ;
 PROGRESS(percent) ; One frame
- IF frames DO FRAME^MEVSERVE("P"_percent_$CHAR(10)_"Creating the sample data")
+ IF frames DO FRAME^MEVSESSION("P"_percent_$CHAR(10)_"Creating the sample data")
  QUIT
  ;
 RANDOM(count) ; 1 to count
@@ -32,9 +32,9 @@ PICK(list) ; One piece of a list parted by ","
  ;
 USERS ; The users that sign on: name;description;class;keys
  NEW class,ien,index,line,text
- SET class=$$FILE^MEVDD("^MEVCLS",0,"TRAINEES"),^MEVCLS(class,"PAR","MEV DISABLE REP HIST EDITING")=1
+ SET class=$$FILE^MEVFILES("^MEVCLS",0,"TRAINEES"),^MEVCLS(class,"PAR","MEV DISABLE REP HIST EDITING")=1
  FOR line=1:1 SET text=$PIECE($TEXT(USERLIST+line),";;",2,9) QUIT:text=""  DO
- . SET ien=$$FILE^MEVDD("^MEVUSR",0,$PIECE(text,";")_"^"_$PIECE(text,";",2)_"^"_$SELECT($PIECE(text,";",3)="TRAINEES":class,1:"")_"^1")
+ . SET ien=$$FILE^MEVFILES("^MEVUSR",0,$PIECE(text,";")_"^"_$PIECE(text,";",2)_"^"_$SELECT($PIECE(text,";",3)="TRAINEES":class,1:"")_"^1")
  . FOR index=1:1:$LENGTH($PIECE(text,";",4),",") SET:$PIECE(text,";",4)'="" ^MEVUSR(ien,"KEY",$PIECE($PIECE(text,";",4),",",index))=""
  . IF $PIECE(text,";",3)="BLOCKED" SET ^MEVUSR(ien,"PAR","MEV DISABLE REP HIST EDITING")=1
  QUIT
@@ -51,7 +51,7 @@ USERLIST ;
  ;;
 PROVIDERS ; Providers who do not sign on here, for records to name
  NEW count,ien
- FOR count=1:1:40 SET ien=$$FILE^MEVDD("^MEVUSR",0,$$NAME^MEVNAMES($$PICK("F,M"))_"^Provider^^0"),^MEVUSR(ien,"KEY","PROVIDER")=""
+ FOR count=1:1:40 SET ien=$$FILE^MEVFILES("^MEVUSR",0,$$NAME^MEVSAMPLENAMES($$PICK("F,M"))_"^Provider^^0"),^MEVUSR(ien,"KEY","PROVIDER")=""
  QUIT
  ;
 PROVIDER() ; One of them
@@ -61,17 +61,17 @@ PATIENT(dfn) ; One patient of any age with a plausible history
  NEW age,birth,count,sex,visit
  SET sex=$SELECT($$CHANCE(1):"U",1:$$PICK("F,M")),age=$$RANDOM(100)-1
  SET birth=$$ADD^MEVDATE($$YEARSAGO^MEVDATE(age),-($$RANDOM(364)))
- DO REGISTER(dfn,$$NAME^MEVNAMES(sex),sex,birth)
+ DO REGISTER(dfn,$$NAME^MEVSAMPLENAMES(sex),sex,birth)
  FOR count=1:1:$$RANDOM(13)-1 DO
  . SET visit=$$VISIT(dfn,$$SINCE(birth,1095))
- . DO RECORDS^MEVRECS(dfn,visit,age)
- IF sex="F",age>8,$$CHANCE(60) DO REPRODUCTIVE^MEVRECS(dfn,age)
- IF age<12 DO CHILD^MEVRECS(dfn,birth)
- IF $$CHANCE(25) DO REFUSAL^MEVRECS(dfn,$$SINCE(birth,1500)\1)
+ . DO RECORDS^MEVSAMPLERECORDS(dfn,visit,age)
+ IF sex="F",age>8,$$CHANCE(60) DO REPRODUCTIVE^MEVSAMPLERECORDS(dfn,age)
+ IF age<12 DO CHILD^MEVSAMPLERECORDS(dfn,birth)
+ IF $$CHANCE(25) DO REFUSAL^MEVSAMPLERECORDS(dfn,$$SINCE(birth,1500)\1)
  QUIT
  ;
 REGISTER(dfn,name,sex,birth) ; Files a patient
- SET dfn=$$FILE^MEVDD("^MEVPAT",dfn,name_"^"_sex_"^"_birth)
+ SET dfn=$$FILE^MEVFILES("^MEVPAT",dfn,name_"^"_sex_"^"_birth)
  QUIT
  ;
 SINCE(birth,days) ; A date with a time in the last so many days, not before the birth
@@ -88,4 +88,4 @@ CLOCKTIME() ; A time of the working day, without trailing zeros
 VISIT(dfn,date) ; Files a visit
  NEW category
  SET category=$$PICK("AMBULATORY,AMBULATORY,AMBULATORY,TELEPHONE,HOSPITALIZATION,HOME VISIT")
- QUIT $$FILEAT^MEVDD("^MEVVST",0,date_"^"_dfn_"^"_$$RANDOM(8)_"^"_$$PROVIDER_"^"_category,dfn,date)
+ QUIT $$FILEAT^MEVFILES("^MEVVST",0,date_"^"_dfn_"^"_$$RANDOM(8)_"^"_$$PROVIDER_"^"_category,dfn,date)

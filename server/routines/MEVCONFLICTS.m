@@ -1,4 +1,4 @@
-MEVSEEN ; Nobody's change is overwritten unseen: a save changes only what its session has read as it stands now
+MEVCONFLICTS ; Nobody's change is overwritten unseen: a save changes only what its session has read as it stands now
  ; A host tells with a request what its reply is for: LIST, a list that the user sees; EDIT, a form that may save the record. With a
  ; change it sends CHECK and the numbers of the EDIT requests whose replies have reached a form. A host that says none of this is let pass.
  ; The marks outlive the process: a session that comes back after a lost connection has read what it had read.
@@ -19,7 +19,7 @@ READ(number,entry) ; Carries out a call that reads, from the table of calls, and
  ;
 NOTE ; Marks it. What cannot be marked (a full disk) is shown all the same; a save will be refused.
  NEW $ETRAP,level
- SET level=$ZLEVEL,$ETRAP="ZGOTO level:UNMARKED^MEVSEEN"
+ SET level=$ZLEVEL,$ETRAP="ZGOTO level:UNMARKED^MEVCONFLICTS"
  IF purpose="LIST" SET:$GET(^MEVSEEN(token,"LIST",root))'=(patient_"^"_before) ^MEVSEEN(token,"LIST",root)=patient_"^"_before DO TODAY
  IF purpose="EDIT",record'="" SET ^MEVSEEN(token,"EDIT",root_$SELECT(name["NOTE":" NOTE",1:""),record)=before_"^"_number DO TODAY
  QUIT
@@ -45,7 +45,7 @@ LAST(root,patient,record) ; The last change of a record, without one of all that
  QUIT +$GET(^MEVCHG(root,patient,record))
  ;
 UNMARKED ; After an error in NOTE
- SET $ETRAP="GOTO BROKEN^MEVSERVE",$ECODE=""
+ SET $ETRAP="GOTO BROKEN^MEVSESSION",$ECODE=""
  QUIT
  ;
 TODAY ; A mark was made today

@@ -1,4 +1,4 @@
-MEVLIMIT ; What one session, one user and one call may take. docs/protocol.md has the table of limits.
+MEVLIMITS ; What one session, one user and one call may take. docs/protocol.md has the table of limits.
  ;
 LONGEST(flags) ; The bytes of a call's longest parameter
  QUIT $SELECT(flags["L":+$PIECE(flags,"L",2),1:10000)
@@ -44,9 +44,9 @@ SESSIONS() ; The sessions over TLS of one user at most
  QUIT $$PATIENCE\2
  ;
 CROWDED(ien) ; This user has that many other sessions. Local ones are nobody's business but the user's.
- IF $$CERTIFIED^MEVHOST="" QUIT 0
+ IF $$CERTIFIED^MEVHOSTCALLS="" QUIT 0
  IF $$OTHERS(ien)<$$SESSIONS QUIT 0
- DO SWEEP^MEVEVENT
+ DO SWEEP^MEVEVENTS
  QUIT $$OTHERS(ien)'<$$SESSIONS
  ;
 OTHERS(ien) ; A user's other sessions, also dead ones that nobody has swept out yet

@@ -1,15 +1,15 @@
-MEVLOOK ; Searches of tables: by the beginning of the name, by code, by number
+MEVLOOKUP ; Searches of tables: by the beginning of the name, by code, by number
  ; Screens come with the call as texts; they are compared with the ones known here and never executed.
  ;
 DICLKUP ; Call: file ^ text ^^^ most ^ index ^ screen ^^ fields. Lines by the file's layout, see LINE.
  NEW count,file,most,root,screen,search
  SET file=$PIECE(param,"^"),search=$PIECE(param,"^",2),most=$PIECE(param,"^",5),screen=$PIECE(param,"^",7),count=0
- SET root=$SELECT(file?1.7N.1(1".".3N):$$SEARCHED^MEVDD(file),1:"")
- IF root="" DO NO^MEVSET("This file cannot be searched.") QUIT
- IF screen'="",'$$ISKNOWN(screen) DO NO^MEVSET("This screen is not known.") QUIT
+ SET root=$SELECT(file?1.7N.1(1".".3N):$$SEARCHED^MEVFILES(file),1:"")
+ IF root="" DO NO^MEVSAVE("This file cannot be searched.") QUIT
+ IF screen'="",'$$ISKNOWN(screen) DO NO^MEVSAVE("This screen is not known.") QUIT
  IF most'?1.3N!(most>250)!(most<1) SET most=250
  QUIT:$LENGTH(search)>100
- SET search=$$FOLD^MEVFIND(search)
+ SET search=$$FOLD^MEVNAMEINDEX(search)
  IF file=200!(file=2),search="" QUIT
  DO BYNUMBER,BYCODE,BYNAME
  QUIT
@@ -26,7 +26,7 @@ BYCODE ; The entries of exactly this code
  QUIT
  ;
 BYNAME ; The entries whose name begins so
- DO WALK^MEVFIND(root,"F",search,"TAKE^MEVLOOK(ien)")
+ DO WALK^MEVNAMEINDEX(root,"F",search,"TAKE^MEVLOOKUP(ien)")
  QUIT
  ;
 TAKE(ien) ; Adds an entry that the screen lets pass, once
@@ -68,10 +68,10 @@ TABLE(which,layout) ; Searches one of the lists below by code or by a word in th
  NEW code,count,index,list,search,text
  SET search=$PIECE(param,"^",2),list=$PIECE($TEXT(@which),";;",2),count=0
  QUIT:$LENGTH(search)>100
- SET search=$$FOLD^MEVFIND(search)
+ SET search=$$FOLD^MEVNAMEINDEX(search)
  FOR index=1:1:$LENGTH(list,";") DO
  . SET code=$PIECE($PIECE(list,";",index),"="),text=$PIECE($PIECE(list,";",index),"=",2)
- . IF search'="",$EXTRACT(code,1,$LENGTH(search))'=search,$$FOLD^MEVFIND(text)'[search QUIT
+ . IF search'="",$EXTRACT(code,1,$LENGTH(search))'=search,$$FOLD^MEVNAMEINDEX(text)'[search QUIT
  . SET count=count+1,reply(count)=$SELECT(layout="DIAGNOSIS":text_"^"_index_"^^"_code,layout="CODES":index_"^"_code_"^"_text_"^^",1:index_"^"_text_"^"_text_"^"_code)
  QUIT
  ;

@@ -1,6 +1,6 @@
-MEVDD ; The files: number, name, global, in one table
+MEVFILES ; The files: number, name, global, in one table
  ; Every file has a zero node NAME^number^last entry^number of entries, entries (ien,0) whose first piece is the name,
- ; and the cross-reference "B" from name to entry. MEVFIND tells of the indexes of those that clients may search.
+ ; and the cross-reference "B" from name to entry. MEVNAMEINDEX tells of the indexes of those that clients may search.
  ;
 TABLE ; number;name;global;S for what clients may search: no files of patients' records, no tables of the server's own
  ;;2;PATIENT;^MEVPAT;S
@@ -66,7 +66,7 @@ EXISTS(file,ien) ; There is an entry of this number
 START ; Makes the zero nodes of all files
  NEW line,root,text
  SET ^MEVFND=1 ; no entries, all indexed
- DO START^MEVDATA
+ DO START^MEVDATAVERSION
  FOR line=1:1 SET text=$TEXT(TABLE+line) QUIT:$PIECE(text,";",3)=""  DO
  . SET root=$PIECE(text,";",5)
  . SET @root@(0)=$PIECE(text,";",4)_"^"_$PIECE(text,";",3)_"^0^0"
@@ -79,11 +79,11 @@ FILE(root,ien,node) ; Files an entry with its zero node and its name in "B"; an 
  DO TOUCHED^MEVAUDIT(root,ien)
  SET:$PIECE(node,"^")'="" @root@("B",$EXTRACT($PIECE(node,"^"),1,80),ien)=""
  IF '$DATA(roots) DO LOAD
- IF $DATA(roots("INDEXED",root)) DO INDEX^MEVFIND(root,ien)
+ IF $DATA(roots("INDEXED",root)) DO INDEX^MEVNAMEINDEX(root,ien)
  SET header=@root@(0)
  IF ien>$PIECE(header,"^",3) SET $PIECE(header,"^",3)=ien
  SET $PIECE(header,"^",4)=$PIECE(header,"^",4)+1,@root@(0)=header
- IF $DATA(audit) DO CHANGED^MEVSEEN(root,ien,$PIECE(node,"^"))
+ IF $DATA(audit) DO CHANGED^MEVCONFLICTS(root,ien,$PIECE(node,"^"))
  QUIT ien
  ;
 FILEAT(root,ien,node,patient,date) ; The same for what belongs to a patient and a date: "AA" lists it latest first
@@ -104,6 +104,6 @@ REMOVE(root,ien) ; Takes an entry out, with its cross-references; keeps it in th
  ;
 KEEP(root,ien) ; Keeps what an entry is before a change in the audit node of the call
  MERGE ^MEVAUD(audit,"BEFORE",root,ien)=@root@(ien)
- DO CHANGED^MEVSEEN(root,ien,$PIECE(@root@(ien,0),"^"))
+ DO CHANGED^MEVCONFLICTS(root,ien,$PIECE(@root@(ien,0),"^"))
  DO TOUCHED^MEVAUDIT(root,ien)
  QUIT

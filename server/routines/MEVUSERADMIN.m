@@ -1,4 +1,4 @@
-MEVUSERS ; The administrator's tool: users, their keys and classes. What it changes is in the audit, by the name of whoever
+MEVUSERADMIN ; The administrator's tool: users, their keys and classes. What it changes is in the audit, by the name of whoever
  ; called it. Its words come by the environment, never as code: mev_words, one a line.
  ; ^MEVUSR(user,0)=name ^ description ^ class ^ "1" may sign on    ^MEVUSR(user,"KEY",key)=""    ^MEVUSR(user,"PAR",name)=value
  ;
@@ -11,7 +11,7 @@ ADMIN ; Entry: prints what was asked for; ends with 1 after a refusal, which is 
  IF "^list^add^disable^enable^keys^class^block^unblock^"'[("^"_action_"^") DO FAIL("There is no --users "_action_". It is list, add, disable, enable, keys, class, block or unblock.")
  IF name="" DO FAIL("Whom? A user's name is missing.")
  IF count>40 DO FAIL("These are too many words.")
- SET ien=$$NAMED^MEVHOST(name)
+ SET ien=$$NAMED^MEVHOSTCALLS(name)
  IF action="disable",count=3,ien'="" DO
  . IF ("^"_ien_"^")'[("^"_$PIECE(words,"^",3)_"^") DO FAIL("This is no number of a user named "_name_" who may sign on: "_$PIECE(words,"^",3))
  . SET ien=$PIECE(words,"^",3),count=2
@@ -42,7 +42,7 @@ FAIL(text) ; Refuses, and changes nothing
  ;
 KEPT ; The user must be there; what stands there now goes into the audit
  IF 'ien DO FAIL("There is no user named "_name_".")
- DO KEEP^MEVDD("^MEVUSR",ien)
+ DO KEEP^MEVFILES("^MEVUSR",ien)
  QUIT
  ;
 ADD ; add NAME [DESCRIPTION]
@@ -56,17 +56,17 @@ ADD ; add NAME [DESCRIPTION]
  SET bad=name'?1.E1","1.E!($LENGTH(name,",")'=2)!(name[", ")!(name[" ,")!(name'=$$TRIM^MEVTEXT(name))!(name["""")!(name["\")
  IF bad DO FAIL("A name is LAST,FIRST: a comma, no blanks beside it, no quotes or backslashes.")
  IF $LENGTH($PIECE(words,"^",3))>200!(count>3) DO FAIL("The description is one word for the shell (quote it), of at most 200 bytes.")
- SET ien=$$FILE^MEVDD("^MEVUSR",0,name_"^"_$$PRINTABLE^MEVTEXT($PIECE(words,"^",3),"")_"^^1")
+ SET ien=$$FILE^MEVFILES("^MEVUSR",0,name_"^"_$$PRINTABLE^MEVTEXT($PIECE(words,"^",3),"")_"^^1")
  QUIT
  ;
 CAPITALS(name) ; The name in capital letters, those of Western Europe with accents included
  NEW at,byte
- SET name=$$UPPER^MEVCODE(name)
+ SET name=$$UPPER^MEVCODES(name)
  FOR at=2:1:$LENGTH(name) SET byte=$ASCII(name,at) IF $ASCII(name,at-1)=195,byte>159,byte'=183,byte<191 SET $EXTRACT(name,at)=$CHAR(byte-32)
  QUIT name
  ;
 ABLE(may) ; disable NAME, enable NAME
- IF may,$$NAMED^MEVHOST(name)'=ien,$PIECE(^MEVUSR($$NAMED^MEVHOST(name),0),"^",4) DO FAIL("Another user of this name may sign on.")
+ IF may,$$NAMED^MEVHOSTCALLS(name)'=ien,$PIECE(^MEVUSR($$NAMED^MEVHOSTCALLS(name),0),"^",4) DO FAIL("Another user of this name may sign on.")
  SET $PIECE(^MEVUSR(ien,0),"^",4)=may
  QUIT
  ;
@@ -98,7 +98,7 @@ CLASS ; class NAME [CLASS|+CLASS|-]: puts into a class, into a new one, into non
  . SET word=$EXTRACT(word,2,99)
  . IF class DO FAIL("There is a class "_word_" already.")
  . IF $LENGTH(word)<3!($LENGTH(word)>40)!(word'?1U.(1U,1N,1" ",1"-")) DO FAIL("A class has 3 to 40 capital letters, digits, blanks and hyphens.")
- . SET class=$$FILE^MEVDD("^MEVCLS",0,word)
+ . SET class=$$FILE^MEVFILES("^MEVCLS",0,word)
  IF 'class DO FAIL("There is no class "_word_". The classes are: "_$$CLASSES_". A + before it makes a new one.")
  SET $PIECE(^MEVUSR(ien,0),"^",3)=class
  QUIT
@@ -117,7 +117,7 @@ BLOCK(on) ; block NAME|CLASS, unblock NAME|CLASS: the editing of reproductive hi
  SET class=$SELECT(ien:"",1:$$CLASSED(name))
  IF 'ien,'class DO FAIL("There is no user and no class named "_name_".")
  SET root=$SELECT(ien:"^MEVUSR",1:"^MEVCLS")
- DO:'ien KEEP^MEVDD(root,class)
+ DO:'ien KEEP^MEVFILES(root,class)
  IF on SET @root@($SELECT(ien:ien,1:class),"PAR","MEV DISABLE REP HIST EDITING")=1
  ELSE  KILL @root@($SELECT(ien:ien,1:class),"PAR","MEV DISABLE REP HIST EDITING")
  IF class WRITE "Class ",name,$SELECT(on:": no editing of reproductive histories",1:": may edit reproductive histories, as the keys allow"),!

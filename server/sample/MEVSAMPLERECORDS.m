@@ -1,5 +1,5 @@
-MEVRECS ; Sample records of all kinds
- ; Nodes as MEVGET reads them. The visit's date places a record in its patient's list.
+MEVSAMPLERECORDS ; Sample records of all kinds
+ ; Nodes as MEVREADRECORDS reads them. The visit's date places a record in its patient's list.
  ;
 RECORDS(dfn,visit,age) ; What one visit may bring with it
  NEW locked
@@ -12,7 +12,7 @@ RECORDS(dfn,visit,age) ; What one visit may bring with it
  ;
 ADD(root,dfn,visit,locked,pieces) ; Files a record of a visit
  NEW ien
- SET ien=$$FILEAT^MEVDD(root,0,dfn_"^"_visit_"^"_locked_"^"_pieces,dfn,$PIECE(^MEVVST(visit,0),"^"))
+ SET ien=$$FILEAT^MEVFILES(root,0,dfn_"^"_visit_"^"_locked_"^"_pieces,dfn,$PIECE(^MEVVST(visit,0),"^"))
  QUIT
  ;
 FUNCTIONAL(dfn,visit,locked) ; Fourteen items
@@ -31,7 +31,7 @@ ASTHMA(dfn,visit,locked,severity) ;
  ;
 REGISTRY(dfn,status,comment) ; status ^ last visit ^ due ^ next ^ manager, and a comment
  NEW ien
- SET ien=$$FILE^MEVDD("^MEVREG",dfn,dfn_"^"_status_"^"_$$ADD^MEVDATE(today,-40)_"^"_$$ADD^MEVDATE(today,50)_"^"_$$ADD^MEVDATE(today,21)_"^"_$$PROVIDER^MEVSAMPLE)
+ SET ien=$$FILE^MEVFILES("^MEVREG",dfn,dfn_"^"_status_"^"_$$ADD^MEVDATE(today,-40)_"^"_$$ADD^MEVDATE(today,50)_"^"_$$ADD^MEVDATE(today,21)_"^"_$$PROVIDER^MEVSAMPLE)
  SET ^MEVREG(dfn,1)=comment
  QUIT
  ;
@@ -46,7 +46,7 @@ EMERGENCY(dfn,visit) ; urgency ^ arrival ^ other ^ entered by ^ informant ^ noti
 REPRODUCTIVE(dfn,age) ; counts ^ last menstrual period ^ method ^ its date ^ estimation method ^ estimated delivery
  NEW births,ien
  SET births=$SELECT(age<16:0,1:$$RANDOM^MEVSAMPLE(5)-1)
- SET ien=$$FILE^MEVDD("^MEVREP",dfn,dfn_"^G"_births_"P"_births_"LC"_births_"SA0TA0^"_$SELECT(age<52:$$ADD^MEVDATE(today,-$$RANDOM^MEVSAMPLE(28)),1:"")_"^"_$SELECT(age>55:8,1:$$RANDOM^MEVSAMPLE(13))_"^"_$$ADD^MEVDATE(today,-$$RANDOM^MEVSAMPLE(900))_"^^")
+ SET ien=$$FILE^MEVFILES("^MEVREP",dfn,dfn_"^G"_births_"P"_births_"LC"_births_"SA0TA0^"_$SELECT(age<52:$$ADD^MEVDATE(today,-$$RANDOM^MEVSAMPLE(28)),1:"")_"^"_$SELECT(age>55:8,1:$$RANDOM^MEVSAMPLE(13))_"^"_$$ADD^MEVDATE(today,-$$RANDOM^MEVSAMPLE(900))_"^^")
  QUIT
  ;
 CHILD(dfn,birth) ; Birth measurements, and how the infant was fed in its first two years
@@ -60,7 +60,7 @@ CHILD(dfn,birth) ; Birth measurements, and how the infant was fed in its first t
 BIRTH(dfn,pounds,ounces,order,mother) ; pounds ^ ounces ^ kilograms ^ grams ^ order ^ formula ^ breast stopped ^ solids ^ mother
  NEW grams,ien
  SET grams=$JUSTIFY(pounds*453.592+(ounces*28.35),0,0)
- SET ien=$$FILE^MEVDD("^MEVBMSR",dfn,dfn_"^"_pounds_"^"_ounces_"^"_(+$JUSTIFY(grams/1000,0,2))_"^"_grams_"^"_order_"^"_$$RANDOM^MEVSAMPLE(6)_"M^"_$$RANDOM^MEVSAMPLE(12)_"M^"_($$RANDOM^MEVSAMPLE(3)+3)_"M^"_mother)
+ SET ien=$$FILE^MEVFILES("^MEVBMSR",dfn,dfn_"^"_pounds_"^"_ounces_"^"_(+$JUSTIFY(grams/1000,0,2))_"^"_grams_"^"_order_"^"_$$RANDOM^MEVSAMPLE(6)_"M^"_$$RANDOM^MEVSAMPLE(12)_"M^"_($$RANDOM^MEVSAMPLE(3)+3)_"M^"_mother)
  QUIT
  ;
 FEEDING(dfn,visit,choice) ;
@@ -69,7 +69,7 @@ FEEDING(dfn,visit,choice) ;
  ;
 REFUSAL(dfn,date) ; A refusal of any kind
  NEW line
- SET line=$PIECE($TEXT(TYPES+$$RANDOM^MEVSAMPLE(10)^MEVREFUS),";;",2)
+ SET line=$PIECE($TEXT(TYPES+$$RANDOM^MEVSAMPLE(10)^MEVREFUSALS),";;",2)
  DO REFUSE(dfn,date,"",line,$$PICK^MEVSAMPLE(",,Will think about it,Does not want it today,Prefers to wait"))
  QUIT
  ;
@@ -77,6 +77,6 @@ REFUSE(dfn,date,locked,kind,comment) ; kind: type;file of the item
  NEW file,ien,item
  SET file=$PIECE(kind,";",2),item=$$RANDOM^MEVSAMPLE(5)
  SET:$PIECE(kind,";",3) item=$PIECE(kind,";",3)
- SET ien=$$FILEAT^MEVDD("^MEVREF",0,dfn_"^"_date_"^"_locked_"^"_$PIECE(kind,";")_"^"_item_"^"_$$NAME^MEVDD(file,item),dfn,date)
+ SET ien=$$FILEAT^MEVFILES("^MEVREF",0,dfn_"^"_date_"^"_locked_"^"_$PIECE(kind,";")_"^"_item_"^"_$$NAME^MEVFILES(file,item),dfn,date)
  SET:comment'="" ^MEVREF(ien,1)=comment
  QUIT

@@ -1,11 +1,11 @@
-MEVFIND ; Searches by name: case, accents and stray blanks left aside, by indexes
+MEVNAMEINDEX ; Searches by name: case, accents and stray blanks left aside, by indexes
  ; Of each file that clients may search: (root,"F",blank and folded name,entry)=""
  ; Of patients besides: ("G",blank, the same from a later word on, "/" and the whole,patient)=""  ("D",birth date,patient)=""
  ; The blank makes each name a text for the order of subscripts, also one of digits. ^MEVFND=1 says that all is indexed.
  ;
 FOLD(text) ; The text as it is indexed: upper case, no accents, single blanks, and none at the ends and beside commas
  NEW folded
- SET folded=$$COLLAPSED($$TRIM^MEVTEXT($$UNACCENTED($$UPPER^MEVCODE(text))),"  "," ")
+ SET folded=$$COLLAPSED($$TRIM^MEVTEXT($$UNACCENTED($$UPPER^MEVCODES(text))),"  "," ")
  QUIT $$COLLAPSED($$COLLAPSED(folded,", ",",")," ,",",")
  ;
 COLLAPSED(text,long,short) ; The text with all of one kind shortened
@@ -64,9 +64,9 @@ WALK(root,index,text,take) ; Takes the entries whose indexed name begins with a 
  ;
 PATIENTS(text) ; Takes the patients of a folded text: by number, birth date, surname, given name
  NEW at,date,dfn,words
- IF text?1.9N,$DATA(^MEVPAT(+text,0)) DO ADDPATIENT^MEVHOST(+text)
+ IF text?1.9N,$DATA(^MEVPAT(+text,0)) DO ADDPATIENT^MEVHOSTCALLS(+text)
  SET date=$$TYPED^MEVDATE(text),dfn=""
- IF date FOR  SET dfn=$ORDER(^MEVPAT("D",date,dfn)) QUIT:dfn=""  QUIT:count'<most  DO ADDPATIENT^MEVHOST(dfn)
+ IF date FOR  SET dfn=$ORDER(^MEVPAT("D",date,dfn)) QUIT:dfn=""  QUIT:count'<most  DO ADDPATIENT^MEVHOSTCALLS(dfn)
  DO NAMED(text)
  QUIT:text=""
  ; A name without a comma: the given name may begin at any blank, or stand first. A blank may stand for a hyphen.
@@ -75,19 +75,19 @@ PATIENTS(text) ; Takes the patients of a folded text: by number, birth date, sur
  SET:text["," words=1
  FOR at=1:1:words-1 DO NAMED($PIECE(text," ",1,at)_","_$PIECE(text," ",at+1,words))
  FOR at=1:1:words-1 DO NAMED($PIECE(text," ",at+1,words)_","_$PIECE(text," ",1,at))
- DO WALK("^MEVPAT","G",text,"ADDPATIENT^MEVHOST(ien)")
+ DO WALK("^MEVPAT","G",text,"ADDPATIENT^MEVHOSTCALLS(ien)")
  QUIT
  ;
 NAMED(text) ; Takes those whose whole name begins so
- DO WALK("^MEVPAT","F",text,"ADDPATIENT^MEVHOST(ien)")
+ DO WALK("^MEVPAT","F",text,"ADDPATIENT^MEVHOSTCALLS(ien)")
  QUIT
  ;
 BUILD ; Indexes all entries, and says every second how far it is. Begun again where an interrupted one had come to.
  NEW file,ien,root,told
  SET file="",told=""
- FOR  SET file=$$NEXT^MEVDD(file) QUIT:file=""  DO
- . SET root=$$ROOT^MEVDD(file),ien=+$GET(^MEVFND(file))
- . FOR  SET ien=$ORDER(@root@(ien)) QUIT:'ien  DO INDEX(root,ien) IF ien#1000=0 SET ^MEVFND(file)=ien DO TOLD^MEVDATA(ien*100\($PIECE(@root@(0),"^",3)+1),"Indexing the names")
+ FOR  SET file=$$NEXT^MEVFILES(file) QUIT:file=""  DO
+ . SET root=$$ROOT^MEVFILES(file),ien=+$GET(^MEVFND(file))
+ . FOR  SET ien=$ORDER(@root@(ien)) QUIT:'ien  DO INDEX(root,ien) IF ien#1000=0 SET ^MEVFND(file)=ien DO TOLD^MEVDATAVERSION(ien*100\($PIECE(@root@(0),"^",3)+1),"Indexing the names")
  KILL ^MEVFND
  SET ^MEVFND=1
  QUIT

@@ -1,10 +1,10 @@
-MEVREFUS ; Refusals of services: their types, the only items of some, reading and saving
+MEVREFUSALS ; Refusals of services: their types, the only items of some, reading and saving
  ; ^MEVREF(refusal,0)=patient ^ date ^ locked ^ type ^ item ^ item's name    ^MEVREF(refusal,1)=comment
  ;
 GET ; Call: patient, optionally ^ record
  NEW count,dfn,ien,inverse
  SET dfn=$PIECE(param,"^"),ien=$PIECE(param,"^",2),count=0
- IF '$$KNOWN^MEVHOST(dfn) SET reply=$$NOPATIENT^MEVHOST(dfn) QUIT
+ IF '$$KNOWN^MEVHOSTCALLS(dfn) SET reply=$$NOPATIENT^MEVHOSTCALLS(dfn) QUIT
  IF ien'="" DO ONE QUIT
  SET inverse=""
  FOR  SET inverse=$ORDER(^MEVREF("AA",dfn,inverse)) QUIT:inverse=""  DO
@@ -13,8 +13,8 @@ GET ; Call: patient, optionally ^ record
  QUIT
  ;
 ONE ; One refusal, of this patient only
- IF ien'?1N.11N DO NO^MEVSET("There is no such refusal.") QUIT
- IF $PIECE($GET(^MEVREF(ien,0)),"^")'=dfn DO NO^MEVSET("The refusal "_ien_" does not exist any more.") QUIT
+ IF ien'?1N.11N DO NO^MEVSAVE("There is no such refusal.") QUIT
+ IF $PIECE($GET(^MEVREF(ien,0)),"^")'=dfn DO NO^MEVSAVE("The refusal "_ien_" does not exist any more.") QUIT
  DO ADD(ien,"|")
  QUIT
  ;
@@ -27,35 +27,35 @@ ADD(ien,bar) ; record ^^^ type ^ item ^ item's name ^^^ date ^ locked ^^ comment
  ;
 REFLIST ; Call: a type of which there is one item only; the item's number
  NEW line
- SET line=$$TYPE($$UPPER^MEVCODE(param)),reply=$PIECE(line,";",3)
- IF reply="" DO NO^MEVSET("There is no single item of this type.")
+ SET line=$$TYPE($$UPPER^MEVCODES(param)),reply=$PIECE(line,";",3)
+ IF reply="" DO NO^MEVSAVE("There is no single item of this type.")
  QUIT
  ;
 SET ; Call: record ^ type ^ item ^ patient ^ date ^ comment
  NEW bad,comment,date,dfn,ien,item,node,type
  SET ien=$PIECE(param,"^"),type=$$TYPE($PIECE(param,"^",2)),item=$PIECE(param,"^",3),dfn=$PIECE(param,"^",4),comment=$$PLAIN^MEVTEXT($PIECE(param,"^",6),"")
  SET bad="",date=$$PARSE^MEVDATE($PIECE(param,"^",5))\1
- IF '$$KNOWN^MEVHOST(dfn) SET reply=$$NOPATIENT^MEVHOST(dfn) QUIT
- IF type="" DO NO^MEVSET("The refusal's type is not known.") QUIT
- IF '$$EXISTS^MEVDD($PIECE(type,";",2),item) DO NO^MEVSET("The refused item is not known.") QUIT
- IF 'date DO NO^MEVSET($$FAULT^MEVDATE($PIECE(param,"^",5),"Enter the date of the refusal as mm/dd/yyyy.")) QUIT
- IF date>$$TODAY^MEVDATE DO NO^MEVSET("The refusal cannot be in the future.") QUIT
- IF $$CHARACTERS^MEVCODE(comment)=1 DO NO^MEVSET("The comment must be longer than 1 character.") QUIT
- IF $$CHARACTERS^MEVCODE(comment)>200 DO NO^MEVSET("The comment is longer than 200 characters.") QUIT
+ IF '$$KNOWN^MEVHOSTCALLS(dfn) SET reply=$$NOPATIENT^MEVHOSTCALLS(dfn) QUIT
+ IF type="" DO NO^MEVSAVE("The refusal's type is not known.") QUIT
+ IF '$$EXISTS^MEVFILES($PIECE(type,";",2),item) DO NO^MEVSAVE("The refused item is not known.") QUIT
+ IF 'date DO NO^MEVSAVE($$FAULT^MEVDATE($PIECE(param,"^",5),"Enter the date of the refusal as mm/dd/yyyy.")) QUIT
+ IF date>$$TODAY^MEVDATE DO NO^MEVSAVE("The refusal cannot be in the future.") QUIT
+ IF $$CHARACTERS^MEVCODES(comment)=1 DO NO^MEVSAVE("The comment must be longer than 1 character.") QUIT
+ IF $$CHARACTERS^MEVCODES(comment)>200 DO NO^MEVSAVE("The comment is longer than 200 characters.") QUIT
  SET ien=$$TARGET(ien,dfn)
  QUIT:ien=""
- SET node=dfn_"^"_date_"^^"_$PIECE(type,";")_"^"_item_"^"_$$NAME^MEVDD($PIECE(type,";",2),item)
+ SET node=dfn_"^"_date_"^^"_$PIECE(type,";")_"^"_item_"^"_$$NAME^MEVFILES($PIECE(type,";",2),item)
  IF ien SET ^MEVREF(ien,0)=node,^MEVREF("AA",dfn,$$INVERSE^MEVDATE(date),ien)=""
- ELSE  SET ien=$$FILEAT^MEVDD("^MEVREF",0,node,dfn,date)
+ ELSE  SET ien=$$FILEAT^MEVFILES("^MEVREF",0,node,dfn,date)
  KILL ^MEVREF(ien,1)
  SET:comment'="" ^MEVREF(ien,1)=comment
- DO CHANGED^MEVSET(dfn,"REF")
+ DO CHANGED^MEVSAVE(dfn,"REF")
  QUIT
  ;
 TARGET(ien,dfn) ; The refusal to be changed, unlocked and taken out of its date; 0 for a new one; empty after a refusal
  IF ien="" QUIT 0
- IF '$$MAY^MEVSET("^MEVREF",ien,dfn,"refusal") QUIT ""
- DO KEEP^MEVDD("^MEVREF",ien)
+ IF '$$MAY^MEVSAVE("^MEVREF",ien,dfn,"refusal") QUIT ""
+ DO KEEP^MEVFILES("^MEVREF",ien)
  KILL ^MEVREF("AA",dfn,$$INVERSE^MEVDATE($PIECE(^MEVREF(ien,0),"^",2)),ien)
  QUIT ien
  ;

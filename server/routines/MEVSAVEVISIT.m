@@ -1,38 +1,38 @@
-MEVSETV ; Saves records that belong to a visit: record (empty to add one) ^ visit ^ the record's own pieces
+MEVSAVEVISIT ; Saves records that belong to a visit: record (empty to add one) ^ visit ^ the record's own pieces
  ; Everything is checked before anything is filed.
  ;
 VIF ; Call: record ^ visit ^ choice
  NEW choice
- SET reply=$$REFUSED^MEVMAY("VIF"),choice=$PIECE(param,"^",3)
+ SET reply=$$REFUSED^MEVRIGHTS("VIF"),choice=$PIECE(param,"^",3)
  QUIT:reply'=""
- IF $$TEXT^MEVCODE("FEEDING",choice)="" DO NO^MEVSET("The feeding choice is not known.") QUIT
+ IF $$TEXT^MEVCODES("FEEDING",choice)="" DO NO^MEVSAVE("The feeding choice is not known.") QUIT
  DO STORE("VIF",choice)
  QUIT
  ;
 VELD ; Call: record ^ visit ^ the texts of 14 items, empty or one of the item's choices
  NEW bad,code,index,pieces,set,text
- SET reply=$$REFUSED^MEVMAY("VELD"),bad=""
+ SET reply=$$REFUSED^MEVRIGHTS("VELD"),bad=""
  QUIT:reply'=""
  FOR index=1:1:14 DO  QUIT:bad'=""
  . SET text=$PIECE(param,"^",index+2),set=$SELECT(index<13:"LEVEL",index=13:"TREND",1:"YESNO")
- . SET code=$$CODE^MEVCODE(set,text),$PIECE(pieces,"^",index)=code
+ . SET code=$$CODE^MEVCODES(set,text),$PIECE(pieces,"^",index)=code
  . IF text'="",code="" SET bad=$$BRIEF^MEVTEXT(text,40)
- IF bad'="" DO NO^MEVSET("The answer "_bad_" is not known.") QUIT
+ IF bad'="" DO NO^MEVSAVE("The answer "_bad_" is not known.") QUIT
  DO STORE("VELD",pieces)
  QUIT
  ;
 VAST ; Call: record ^ visit ^ severity's code ^ FEV 1 ^ FEF 25-75 ^ PEF ^ smoke ^ particulates ^ mites ^ management plan
  NEW bad,index,pieces,severity,text
- SET reply=$$REFUSED^MEVMAY("VAST"),severity=$PIECE(param,"^",3),bad=""
+ SET reply=$$REFUSED^MEVRIGHTS("VAST"),severity=$PIECE(param,"^",3),bad=""
  QUIT:reply'=""
- IF severity'="",$$TEXT^MEVCODE("SEVERITY",severity)="" DO NO^MEVSET("The severity is not known.") QUIT
- FOR index=4:1:6 SET text=$PIECE(param,"^",index) IF text'="" SET $PIECE(param,"^",index)=$$VALUE^MEVNUM(text) IF '$$LUNG(index,$PIECE(param,"^",index)) SET bad=$$BRIEF^MEVTEXT(text,20)
- IF bad'="" DO NO^MEVSET("The lung function value "_bad_" is not possible.") QUIT
+ IF severity'="",$$TEXT^MEVCODES("SEVERITY",severity)="" DO NO^MEVSAVE("The severity is not known.") QUIT
+ FOR index=4:1:6 SET text=$PIECE(param,"^",index) IF text'="" SET $PIECE(param,"^",index)=$$VALUE^MEVNUMBER(text) IF '$$LUNG(index,$PIECE(param,"^",index)) SET bad=$$BRIEF^MEVTEXT(text,20)
+ IF bad'="" DO NO^MEVSAVE("The lung function value "_bad_" is not possible.") QUIT
  SET pieces=severity_"^"_$PIECE(param,"^",4,6)
  FOR index=7:1:10 DO  QUIT:bad'=""
- . SET text=$PIECE(param,"^",index),$PIECE(pieces,"^",index-2)=$$CODE^MEVCODE("YESNO",text)
+ . SET text=$PIECE(param,"^",index),$PIECE(pieces,"^",index-2)=$$CODE^MEVCODES("YESNO",text)
  . IF text'="",$PIECE(pieces,"^",index-2)="" SET bad=$$BRIEF^MEVTEXT(text,20)
- IF bad'="" DO NO^MEVSET("The answer "_bad_" is not Yes or No.") QUIT
+ IF bad'="" DO NO^MEVSAVE("The answer "_bad_" is not Yes or No.") QUIT
  DO STORE("VAST",pieces)
  QUIT
  ;
@@ -43,29 +43,29 @@ LUNG(index,text) ; A lung function value in its range; the third is the peak flo
  ;
 VTXC ; Call: record ^ visit ^ P or M ^ date initiated ^ provider
  NEW date,provider,type
- SET reply=$$REFUSED^MEVMAY("VTXC"),type=$PIECE(param,"^",3),provider=$PIECE(param,"^",5)
+ SET reply=$$REFUSED^MEVRIGHTS("VTXC"),type=$PIECE(param,"^",3),provider=$PIECE(param,"^",5)
  QUIT:reply'=""
- IF $$TEXT^MEVCODE("CONTRACT",type)="" DO NO^MEVSET("The type of contract is not known.") QUIT
+ IF $$TEXT^MEVCODES("CONTRACT",type)="" DO NO^MEVSAVE("The type of contract is not known.") QUIT
  SET date=$$PARSE^MEVDATE($PIECE(param,"^",4))
- IF date="" DO NO^MEVSET($$FAULT^MEVDATE($PIECE(param,"^",4),"The date initiated is not a date.")) QUIT
- IF date\1>$$TODAY^MEVDATE DO NO^MEVSET("The contract cannot begin in the future.") QUIT
- IF '$$EXISTS^MEVDD(200,provider) DO NO^MEVSET("The provider is not known.") QUIT
+ IF date="" DO NO^MEVSAVE($$FAULT^MEVDATE($PIECE(param,"^",4),"The date initiated is not a date.")) QUIT
+ IF date\1>$$TODAY^MEVDATE DO NO^MEVSAVE("The contract cannot begin in the future.") QUIT
+ IF '$$EXISTS^MEVFILES(200,provider) DO NO^MEVSAVE("The provider is not known.") QUIT
  DO STORE("VTXC",type_"^"_date_"^"_provider)
  QUIT
  ;
 VER ; Call: record ^ visit ^ urgency ^ entered by ^ arrival ^ other ^ notified ^ informant ^ disposition ^ other
  ; ^ departure ^ departure against advice ^ condition [^ VEN.`vendor or LOC.`location]
  NEW bad,index,pieces,set,text
- SET reply=$$REFUSED^MEVMAY("VER"),bad=""
+ SET reply=$$REFUSED^MEVRIGHTS("VER"),bad=""
  QUIT:reply'=""
  FOR index=3,4,5,7,9 DO
  . SET text=$PIECE(param,"^",index),set=$PIECE("^^URGENCY^ENTERED^ARRIVAL^^NOTIFIED^^DISPOSITION","^",index)
- . IF text'="",$$TEXT^MEVCODE(set,text)="" SET bad="The code "_$$BRIEF^MEVTEXT(text,20)_" is not known."
+ . IF text'="",$$TEXT^MEVCODES(set,text)="" SET bad="The code "_$$BRIEF^MEVTEXT(text,20)_" is not known."
  FOR index=11,12 SET text=$$FMFAULT^MEVDATE($PIECE(param,"^",index),"The departure "_$$BRIEF^MEVTEXT($PIECE(param,"^",index),20)_" is not a date.") SET:text'="" bad=text
  SET param=$$PLAIN^MEVTEXT(param,"")
- FOR index=6,8,10,13 IF $$CHARACTERS^MEVCODE($PIECE(param,"^",index))>200 SET bad="The "_$PIECE("^^^^^other means of arrival^^informant^^other disposition^^^condition on departure","^",index)_" is longer than 200 characters."
+ FOR index=6,8,10,13 IF $$CHARACTERS^MEVCODES($PIECE(param,"^",index))>200 SET bad="The "_$PIECE("^^^^^other means of arrival^^informant^^other disposition^^^condition on departure","^",index)_" is longer than 200 characters."
  SET text=$$TRANSFER($PIECE(param,"^",14)) IF text="BAD" SET bad="The place of the transfer is not known."
- IF bad'="" DO NO^MEVSET(bad) QUIT
+ IF bad'="" DO NO^MEVSAVE(bad) QUIT
  SET pieces=$PIECE(param,"^",3)_"^"_$PIECE(param,"^",5)_"^"_$PIECE(param,"^",6)_"^"_$PIECE(param,"^",4)_"^"_$PIECE(param,"^",8)_"^"_$PIECE(param,"^",7)
  FOR index=9:1:13 SET pieces=pieces_"^"_$PIECE(param,"^",index)
  DO STORE("VER",pieces_"^"_text)
@@ -76,7 +76,7 @@ TRANSFER(pointer) ; entry;root of VEN.`7 or LOC.`7; empty for none; "BAD"
  IF pointer="" QUIT ""
  SET file=$SELECT($PIECE(pointer,"`")="VEN.":9999999.11,$PIECE(pointer,"`")="LOC.":4,1:0),ien=$PIECE(pointer,"`",2,99)
  IF 'file QUIT "BAD"
- IF '$$EXISTS^MEVDD(file,ien) QUIT "BAD"
+ IF '$$EXISTS^MEVFILES(file,ien) QUIT "BAD"
  QUIT ien_";"_$SELECT(file=4:"AUTTLOC(",1:"AUTTVNDR(")
  ;
 STORE(kind,pieces) ; Files the checked pieces, those from the fourth on, and tells of it
@@ -84,16 +84,16 @@ STORE(kind,pieces) ; Files the checked pieces, those from the fourth on, and tel
  SET root="^MEV"_kind,ien=$$TARGET(root)
  QUIT:ien=""
  SET @root@(ien,0)=$PIECE(@root@(ien,0),"^",1,3)_"^"_pieces
- DO CHANGED^MEVSET($PIECE(@root@(ien,0),"^"),kind)
+ DO CHANGED^MEVSAVE($PIECE(@root@(ien,0),"^"),kind)
  QUIT
  ;
 TARGET(root) ; The record that a save means: the one named, unlocked, or a new one of the visit. Empty after a refusal.
  NEW ien,patient,visit
  SET ien=$PIECE(param,"^"),visit=$PIECE(param,"^",2)
- IF visit'?1N.8N DO NO^MEVSET("The visit is not known.") QUIT ""
- IF '$DATA(^MEVVST(visit,0)) DO NO^MEVSET("The visit "_visit_" does not exist.") QUIT ""
+ IF visit'?1N.8N DO NO^MEVSAVE("The visit is not known.") QUIT ""
+ IF '$DATA(^MEVVST(visit,0)) DO NO^MEVSAVE("The visit "_visit_" does not exist.") QUIT ""
  SET patient=$PIECE(^MEVVST(visit,0),"^",2)
- IF ien="" QUIT $$FILEAT^MEVDD(root,0,patient_"^"_visit_"^^",patient,$PIECE(^MEVVST(visit,0),"^"))
- IF '$$MAY^MEVSET(root,ien,patient,"record") QUIT ""
- DO KEEP^MEVDD(root,ien)
+ IF ien="" QUIT $$FILEAT^MEVFILES(root,0,patient_"^"_visit_"^^",patient,$PIECE(^MEVVST(visit,0),"^"))
+ IF '$$MAY^MEVSAVE(root,ien,patient,"record") QUIT ""
+ DO KEEP^MEVFILES(root,ien)
  QUIT ien

@@ -1,4 +1,4 @@
-MEVONCE ; Calls that change data: one transaction each, done once, kept in the audit (MEVAUDIT)
+MEVTRANSACTION ; Calls that change data: one transaction each, done once, kept in the audit (MEVAUDIT)
  ; Does not know what the calls do. Such a call answers in single form, with reply.
  ;
  ; ^MEVDONE(session name)=day of the last change ^ how many are kept    ^MEVDONE(session name,request)=audit ^ reply
@@ -14,15 +14,15 @@ ONCE(number,name,entry) ; Carries out entry from the table of calls; a repeated 
  SET failure="",reply="",param=asked,refusals=0
  ; Asked again: another process of the session, cut off from its client but still at work, may have filed it meanwhile.
  IF $DATA(^MEVDONE(token,number)) DO RECALL TCOMMIT  QUIT
- SET audit=$$BEGIN^MEVAUDIT,unseen=$$REFUSED^MEVSEEN
+ SET audit=$$BEGIN^MEVAUDIT,unseen=$$REFUSED^MEVCONFLICTS
  IF unseen'="" SET reply="-1^"_unseen
  IF unseen="" DO @entry ; from the table of calls, never from a client
  DO REMEMBER
  TCOMMIT
  SET filed=reply'<0 ; whatever fails from here on, the change was made, unless it was refused
- DO SIGNAL^MEVEVENT
+ DO SIGNAL^MEVEVENTS
  IF filed SET row=0
- ELSE  DO SLOW^MEVLIMIT(refusals)
+ ELSE  DO SLOW^MEVLIMITS(refusals)
  IF audit#500=0 ZSYSTEM $ZTRNLNM("mev_tidy") ; the start script's fixed command: journals that nobody needs any more
  IF filed,'$$JOURNALED SET failure="The change was made, but cannot be kept safe: the server's disk is full."
  QUIT
@@ -47,7 +47,7 @@ FORGET ; Drops what is remembered of sessions whose last change is more than two
  NEW name
  SET name=""
  FOR  SET name=$ORDER(^MEVDONE(name)) QUIT:name=""  IF name'=token,$GET(^MEVDONE(name))<($HOROLOG-2) KILL ^MEVDONE(name)
- DO FORGET^MEVSEEN
+ DO FORGET^MEVCONFLICTS
  QUIT
  ;
 JOURNALED() ; What is saved is in the journal, so that it outlives a crash. The engine closes the journal when the disk is full,

@@ -1,8 +1,8 @@
-MEVNUM ; Numbers as users type them and as they are shown
+MEVNUMBER ; Numbers as users type them and as they are shown
  ;
 VALUE(text) ; A number in the form in which it is filed and shown; empty for a text that is no number
  ; The forms take blanks around, a sign, a point anywhere and an exponent. What no form's bounds let pass is no number here.
- SET text=$$UPPER^MEVCODE($$TRIM^MEVTEXT(text))
+ SET text=$$UPPER^MEVCODES($$TRIM^MEVTEXT(text))
  IF $LENGTH(text)>40 QUIT ""
  IF text'?.1(1"+",1"-")1(1.N.1".".N,1"."1.N).1(1"E".1(1"+",1"-")1.N) QUIT ""
  IF $TRANSLATE($PIECE(text,"E",2),"+-")>20 QUIT ""

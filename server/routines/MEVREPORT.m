@@ -1,4 +1,4 @@
-MEVRPT ; The report of a visit, lines of at most 80 characters
+MEVREPORT ; The report of a visit, lines of at most 80 characters
  ;
 GETRPT ; Call: visit number
  NEW count,dfn,ien,node
@@ -7,10 +7,10 @@ GETRPT ; Call: visit number
  IF '$DATA(^MEVVST(ien,0)) SET reply="-1^There is no visit "_ien_"." QUIT
  SET node=^MEVVST(ien,0),dfn=$PIECE(node,"^",2)
  DO PUT("VISIT "_ien)
- DO PUT("Patient:   "_$$NAME^MEVDD(2,dfn)_"  (number "_dfn_")")
+ DO PUT("Patient:   "_$$NAME^MEVFILES(2,dfn)_"  (number "_dfn_")")
  DO PUT("Date:      "_$$SLASHED^MEVDATE($PIECE(node,"^"))_" "_$$CLOCK^MEVDATE($PIECE(node,"^")))
- DO PUT("Location:  "_$$NAME^MEVDD(44,$PIECE(node,"^",3)))
- DO PUT("Provider:  "_$$NAME^MEVDD(200,$PIECE(node,"^",4)))
+ DO PUT("Location:  "_$$NAME^MEVFILES(44,$PIECE(node,"^",3)))
+ DO PUT("Provider:  "_$$NAME^MEVFILES(200,$PIECE(node,"^",4)))
  DO PUT("Category:  "_$PIECE(node,"^",5))
  DO SECTION("INFANT FEEDING","^MEVVIF","Choice")
  DO SECTION("FUNCTIONAL STATUS","^MEVVELD","Toileting^Bathing^Dressing^Transfers^Feeding^Continence^Finances^Cooking^Shopping^Housework^Medications^Transportation^Change in status^Caregiver")
@@ -25,7 +25,7 @@ SECTION(title,root,captions) ; The records of one file that belong to the visit
  . SET record=""
  . FOR  SET record=$ORDER(@root@("AA",dfn,inverse,record)) QUIT:record=""  SET node=@root@(record,0) IF $PIECE(node,"^",2)=ien DO
  . . DO PUT(""),PUT(title)
- . . SET line=$$LINE^MEVGET(root,node)
+ . . SET line=$$LINE^MEVREADRECORDS(root,node)
  . . FOR index=1:1:$LENGTH(captions,"^") SET value=$PIECE($PIECE(line,"^",index),"|") IF value'="" DO PUT("  "_$EXTRACT($PIECE(captions,"^",index)_$JUSTIFY("",22),1,22)_value)
  QUIT
  ;

@@ -1,11 +1,11 @@
-MEVSTORY ; The patients that docs/sample-data.md tells of; each shows one thing of the panel
+MEVSAMPLESTORIES ; The patients that docs/sample-data.md tells of; each shows one thing of the panel
  ;
 ALL ; In the order of their numbers
  DO MOTHER,MAN,GIRLS,INFANTS,ELDER,ASTHMATICS,REFUSER,OTHERS
  QUIT
  ;
 PERSON(name,sex,birth) ; Files the next patient and gives the number
- QUIT $$FILE^MEVDD("^MEVPAT",0,name_"^"_sex_"^"_birth)
+ QUIT $$FILE^MEVFILES("^MEVPAT",0,name_"^"_sex_"^"_birth)
  ;
 AGED(years,days) ; A birth date so many years and days ago
  QUIT $$ADD^MEVDATE($$YEARSAGO^MEVDATE(years),-days)
@@ -13,29 +13,29 @@ AGED(years,days) ; A birth date so many years and days ago
 MOTHER ; Pregnant, with records on a visit of today and on older ones
  NEW dfn,ien,visit
  SET dfn=$$PERSON("HARTLEY,MARIGOLD ROSE","F",$$AGED(29,100))
- SET ien=$$FILE^MEVDD("^MEVREP",dfn,dfn_"^G3P1LC1SA1TA0^"_$$ADD^MEVDATE(today,-120)_"^9^"_$$ADD^MEVDATE(today,-300)_"^2^"_$$ADD^MEVDATE(today,160))
+ SET ien=$$FILE^MEVFILES("^MEVREP",dfn,dfn_"^G3P1LC1SA1TA0^"_$$ADD^MEVDATE(today,-120)_"^9^"_$$ADD^MEVDATE(today,-300)_"^2^"_$$ADD^MEVDATE(today,160))
  SET visit=$$VISIT^MEVSAMPLE(dfn,today_".0815")
- DO ASTHMA^MEVRECS(dfn,visit,"",1),FUNCTIONAL^MEVRECS(dfn,visit,""),CONTRACT^MEVRECS(dfn,visit,"","M")
+ DO ASTHMA^MEVSAMPLERECORDS(dfn,visit,"",1),FUNCTIONAL^MEVSAMPLERECORDS(dfn,visit,""),CONTRACT^MEVSAMPLERECORDS(dfn,visit,"","M")
  SET visit=$$VISIT^MEVSAMPLE(dfn,$$ADD^MEVDATE(today,-60)_".143")
- DO ASTHMA^MEVRECS(dfn,visit,1,2)
- DO REFUSE^MEVRECS(dfn,$$ADD^MEVDATE(today,-60),"","IMMUNIZATION;9999999.14;2","Wants to ask her midwife first")
+ DO ASTHMA^MEVSAMPLERECORDS(dfn,visit,1,2)
+ DO REFUSE^MEVSAMPLERECORDS(dfn,$$ADD^MEVDATE(today,-60),"","IMMUNIZATION;9999999.14;2","Wants to ask her midwife first")
  QUIT
  ;
 MAN ; All that a man of his age can have
  NEW dfn,visit
  SET dfn=$$PERSON("OKONKWO,BARNABY T","M",$$AGED(47,20))
  SET visit=$$VISIT^MEVSAMPLE(dfn,$$ADD^MEVDATE(today,-3)_".1005")
- DO FUNCTIONAL^MEVRECS(dfn,visit,""),ASTHMA^MEVRECS(dfn,visit,"",3),CONTRACT^MEVRECS(dfn,visit,"","P")
+ DO FUNCTIONAL^MEVSAMPLERECORDS(dfn,visit,""),ASTHMA^MEVSAMPLERECORDS(dfn,visit,"",3),CONTRACT^MEVSAMPLERECORDS(dfn,visit,"","P")
  SET visit=$$VISIT^MEVSAMPLE(dfn,$$ADD^MEVDATE(today,-400)_".1")
- DO CONTRACT^MEVRECS(dfn,visit,1,"M")
- DO REFUSE^MEVRECS(dfn,$$ADD^MEVDATE(today,-3),"","LAB;60;3","")
+ DO CONTRACT^MEVSAMPLERECORDS(dfn,visit,1,"M")
+ DO REFUSE^MEVSAMPLERECORDS(dfn,$$ADD^MEVDATE(today,-3),"","LAB;60;3","")
  QUIT
  ;
 GIRLS ; Exactly 8 and exactly 9 today: both listed, the younger not offered for adding
  NEW dfn,ien,visit,years
  FOR years=8,9 DO
  . SET dfn=$$PERSON("LINDQVIST,"_$SELECT(years=8:"ELSA",1:"FREYA"),"F",$$YEARSAGO^MEVDATE(years))
- . SET ien=$$FILE^MEVDD("^MEVREP",dfn,dfn_"^G0P0LC0SA0TA0^^9^^^")
+ . SET ien=$$FILE^MEVFILES("^MEVREP",dfn,dfn_"^G0P0LC0SA0TA0^^9^^^")
  . SET visit=$$VISIT^MEVSAMPLE(dfn,$$ADD^MEVDATE(today,-10)_".09")
  QUIT
  ;
@@ -45,45 +45,45 @@ INFANTS ; 4 months, 4, 5 and 6 years, and exactly 7 today
  . SET name=$PIECE("PEMBERTON,OTIS^PEMBERTON,MAISIE^TREVELYAN,JUDE^TREVELYAN,WREN^TREVELYAN,PIP","^",index)
  . SET birth=$SELECT(index=1:$$ADD^MEVDATE(today,-130),index=5:$$YEARSAGO^MEVDATE(7),1:$$AGED(index+2,90))
  . SET dfn=$$PERSON(name,$PIECE("M^F^M^F^M","^",index),birth)
- . DO BIRTH^MEVRECS(dfn,$PIECE("7^6^1^8^9","^",index),$PIECE("2^11^1^0^4","^",index),$PIECE("2^1^3^2^1","^",index),$SELECT(index<3:1,1:""))
- . DO FEEDING^MEVRECS(dfn,$$VISIT^MEVSAMPLE(dfn,$$ADD^MEVDATE(birth,42)_".093"),1)
- . DO FEEDING^MEVRECS(dfn,$$VISIT^MEVSAMPLE(dfn,$$ADD^MEVDATE(birth,100)_".1015"),3)
+ . DO BIRTH^MEVSAMPLERECORDS(dfn,$PIECE("7^6^1^8^9","^",index),$PIECE("2^11^1^0^4","^",index),$PIECE("2^1^3^2^1","^",index),$SELECT(index<3:1,1:""))
+ . DO FEEDING^MEVSAMPLERECORDS(dfn,$$VISIT^MEVSAMPLE(dfn,$$ADD^MEVDATE(birth,42)_".093"),1)
+ . DO FEEDING^MEVSAMPLERECORDS(dfn,$$VISIT^MEVSAMPLE(dfn,$$ADD^MEVDATE(birth,100)_".1015"),3)
  . SET visit=$$VISIT^MEVSAMPLE(dfn,today_".09")
  QUIT
  ;
 ELDER ; One functional status a quarter
  NEW count,dfn,visit
  SET dfn=$$PERSON("ROSENTHAL,AGNES W","F",$$AGED(84,200))
- FOR count=13:-1:0 SET visit=$$VISIT^MEVSAMPLE(dfn,$$ADD^MEVDATE(today,-91*count)_".1130") DO FUNCTIONAL^MEVRECS(dfn,visit,$SELECT(count>11:1,1:""))
+ FOR count=13:-1:0 SET visit=$$VISIT^MEVSAMPLE(dfn,$$ADD^MEVDATE(today,-91*count)_".1130") DO FUNCTIONAL^MEVSAMPLERECORDS(dfn,visit,$SELECT(count>11:1,1:""))
  QUIT
  ;
 ASTHMATICS ; Active and inactive in the registry
  NEW count,dfn
  SET dfn=$$PERSON("FERREIRA,LÚCIA","F",$$AGED(15,10))
- FOR count=4:-1:0 DO ASTHMA^MEVRECS(dfn,$$VISIT^MEVSAMPLE(dfn,$$ADD^MEVDATE(today,-80*count)_".09"),"",5-count\2+1)
- DO REGISTRY^MEVRECS(dfn,"A","Spacer technique checked; sister smokes at home."_$CHAR(13,10)_"Call before the pollen season.")
+ FOR count=4:-1:0 DO ASTHMA^MEVSAMPLERECORDS(dfn,$$VISIT^MEVSAMPLE(dfn,$$ADD^MEVDATE(today,-80*count)_".09"),"",5-count\2+1)
+ DO REGISTRY^MEVSAMPLERECORDS(dfn,"A","Spacer technique checked; sister smokes at home."_$CHAR(13,10)_"Call before the pollen season.")
  SET dfn=$$PERSON("FERREIRA,TOMÁS","M",$$AGED(33,10))
- DO ASTHMA^MEVRECS(dfn,$$VISIT^MEVSAMPLE(dfn,$$ADD^MEVDATE(today,-500)_".15"),1,1)
- DO REGISTRY^MEVRECS(dfn,"I","Moved away in spring.")
+ DO ASTHMA^MEVSAMPLERECORDS(dfn,$$VISIT^MEVSAMPLE(dfn,$$ADD^MEVDATE(today,-500)_".15"),1,1)
+ DO REGISTRY^MEVSAMPLERECORDS(dfn,"I","Moved away in spring.")
  QUIT
  ;
 REFUSER ; Every kind of refusal that can be edited, with comments and without
  NEW dfn,kind
  SET dfn=$$PERSON("WINTERBOURNE,CECIL","M",$$AGED(61,77))
- FOR kind=1:1:10 DO REFUSE^MEVRECS(dfn,$$ADD^MEVDATE(today,-15*kind),$SELECT(kind=10:1,1:""),$PIECE($TEXT(TYPES+kind^MEVREFUS),";;",2),$SELECT(kind#2:"Said: ""not this year"", see note No. "_kind,1:""))
+ FOR kind=1:1:10 DO REFUSE^MEVSAMPLERECORDS(dfn,$$ADD^MEVDATE(today,-15*kind),$SELECT(kind=10:1,1:""),$PIECE($TEXT(TYPES+kind^MEVREFUSALS),";;",2),$SELECT(kind#2:"Said: ""not this year"", see note No. "_kind,1:""))
  QUIT
  ;
 OTHERS ; Nothing at all; very much; an emergency; a very long name; accents; much
  NEW count,dfn,visit
  SET dfn=$$PERSON("QUIET,IRIS","F",$$AGED(40,1))
  SET dfn=$$PERSON("STEADMAN,GERTRUDE","F",$$AGED(91,5))
- FOR count=1:1:5000 SET:count#10=1 visit=$$VISIT^MEVSAMPLE(dfn,$$ADD^MEVDATE(today,count\2-2500)_".1015") DO FUNCTIONAL^MEVRECS(dfn,visit,"")
+ FOR count=1:1:5000 SET:count#10=1 visit=$$VISIT^MEVSAMPLE(dfn,$$ADD^MEVDATE(today,count\2-2500)_".1015") DO FUNCTIONAL^MEVSAMPLERECORDS(dfn,visit,"")
  SET dfn=$$PERSON("EMBER,ROWAN","M",$$AGED(22,60)),visit=$$VISIT^MEVSAMPLE(dfn,$$ADD^MEVDATE(today,-1)_".2245")
- DO EMERGENCY^MEVRECS(dfn,visit)
+ DO EMERGENCY^MEVSAMPLERECORDS(dfn,visit)
  SET dfn=$$PERSON("FEATHERSTONEHAUGH-CHOLMONDELEY-MARJORIBANKS,BARTHOLOMEW MAXIMILIAN","M",$$AGED(58,3)),visit=$$VISIT^MEVSAMPLE(dfn,today_".07")
- DO FUNCTIONAL^MEVRECS(dfn,visit,"")
+ DO FUNCTIONAL^MEVSAMPLERECORDS(dfn,visit,"")
  SET dfn=$$PERSON("MUÑOZ-GARCÍA,ÁNGEL Ó","M",$$AGED(36,3)),visit=$$VISIT^MEVSAMPLE(dfn,$$ADD^MEVDATE(today,-30)_".16")
- DO CONTRACT^MEVRECS(dfn,visit,"","P")
+ DO CONTRACT^MEVSAMPLERECORDS(dfn,visit,"","P")
  SET dfn=$$PERSON("STEADMAN,HORACE","M",$$AGED(78,5))
- FOR count=1:1:200 SET:count#10=1 visit=$$VISIT^MEVSAMPLE(dfn,$$ADD^MEVDATE(today,count-201)_".14") DO FUNCTIONAL^MEVRECS(dfn,visit,"")
+ FOR count=1:1:200 SET:count#10=1 visit=$$VISIT^MEVSAMPLE(dfn,$$ADD^MEVDATE(today,count-201)_".14") DO FUNCTIONAL^MEVSAMPLERECORDS(dfn,visit,"")
  QUIT
