@@ -1,4 +1,6 @@
-# One session.
+# shellcheck shell=bash
+# Runs one session.
+: "${gtm_dist?}"
 open_data
 mev_stream=pipe
 [ -S /dev/stdin ] && mev_stream=socket

@@ -82,7 +82,7 @@ def clocks(folder):
         opens(data, made)
     with open(data + "/maintenance.log", encoding="latin-1") as log:
         told = log.read()
-    assert "BOVTMGTEOVTM" in told and "is written over the database" in told
+    assert "BOVTMGTEOVTM" in told and "is applied to the database again" in told
 
 
 def doomed_memory():
