@@ -1,6 +1,6 @@
-MEVDELETE ; Deletes records, after the user's rights were checked; the audit keeps them. The call's name says which kind.
+MEVDELETE ; Deletes records after checking the user's rights; the audit keeps them. The call's name gives the kind.
  ;
-ONLY ; Call: patient, of whom there is one record
+ONLY ; Call: patient. For kinds with one record a patient.
  NEW kind,root
  SET root="^"_$PIECE(name," "),kind=$EXTRACT(root,5,9),reply=$$REFUSED^MEVRIGHTS(kind)
  QUIT:reply'=""

@@ -1,40 +1,42 @@
-MEVTRANSACTION ; Calls that change data: one transaction each, done once, kept in the audit (MEVAUDIT)
- ; Does not know what the calls do. Such a call answers in single form, with reply.
+MEVTRANSACTION ; Runs a call that changes data: in one transaction, once, with an entry in the audit (MEVAUDIT)
+ ; Such a call sets reply, not reply(1), reply(2) ...
  ;
- ; ^MEVDONE(session name)=day of the last change ^ how many are kept    ^MEVDONE(session name,request)=audit ^ reply
+ ; ^MEVDONE(session name)=day of the last change ^ number of replies kept
+ ; ^MEVDONE(session name,request)=entry in the audit ^ reply
  ;
-ONCE(number,name,entry) ; Carries out entry from the table of calls; a repeated number is answered from memory.
- ; Sets reply, or failure; filed says whether the change was made, a failure notwithstanding.
+ONCE(number,name,entry) ; Runs an entry of the table of calls; a repeated request number gets the stored reply
+ ; Sets reply or failure. filed is true if the change was made, even if failure is set.
  NEW asked,audit,refusals,touched,unseen
- SET asked=param ; a call may put its parameter in order
+ SET asked=param ; a call may normalise its parameter
  IF $DATA(^MEVDONE(token,number)) DO RECALL QUIT
  IF '$$JOURNALED SET failure="The server cannot save: its disk is full." QUIT
  TSTART ():SERIAL
  KILL reply,signals,touched
  SET failure="",reply="",param=asked,refusals=0
- ; Asked again: another process of the session, cut off from its client but still at work, may have filed it meanwhile.
+ ; Checks again: another process of this session, still running after its client reconnected, may have filed it meanwhile.
  IF $DATA(^MEVDONE(token,number)) DO RECALL TCOMMIT  QUIT
  SET audit=$$BEGIN^MEVAUDIT,unseen=$$REFUSED^MEVCONFLICTS
  IF unseen'="" SET reply="-1^"_unseen
  IF unseen="" DO @entry ; from the table of calls, never from a client
  DO REMEMBER
  TCOMMIT
- SET filed=reply'<0 ; whatever fails from here on, the change was made, unless it was refused
+ SET filed=reply'<0 ; from here on an error does not undo the change
  DO SIGNAL^MEVEVENTS
  IF filed SET row=0
  ELSE  DO SLOW^MEVLIMITS(refusals)
- IF audit#500=0 ZSYSTEM $ZTRNLNM("mev_tidy") ; the start script's fixed command: journals that nobody needs any more
- IF filed,'$$JOURNALED SET failure="The change was made, but cannot be kept safe: the server's disk is full."
+ IF audit#500=0 ZSYSTEM $ZTRNLNM("mev_tidy") ; removes old journals
+ IF filed,'$$JOURNALED SET failure="The change was made, but may be lost: the server's disk is full."
  QUIT
  ;
-RECALL ; The reply of the first time. Another user's or another call's number is no repetition.
+RECALL ; Sets the stored reply; fails if the number belongs to another user's or another call
  NEW remembered
  SET remembered=^MEVDONE(token,number),audit=$PIECE(remembered,"^")
- IF $PIECE(^MEVAUD(audit),"^",2,3)'=(user_"^"_name)!'$$ASKED^MEVAUDIT(audit,asked) SET failure="Request "_number_" was another call." QUIT
+ IF $PIECE(^MEVAUD(audit),"^",2,3)'=(user_"^"_name)!'$$ASKED^MEVAUDIT(audit,asked) DO  QUIT
+ . SET failure="Request "_number_" was another call."
  SET reply=$PIECE(remembered,"^",2,$LENGTH(remembered,"^"))
  QUIT
  ;
-REMEMBER ; Keeps the audit's entry and the reply; of a session the last 50 replies
+REMEMBER ; Files the entry in the audit, and the reply; keeps the last 50 replies of a session
  NEW kept
  DO CHANGE^MEVAUDIT(name)
  SET kept=$PIECE($GET(^MEVDONE(token)),"^",2)+1
@@ -43,17 +45,16 @@ REMEMBER ; Keeps the audit's entry and the reply; of a session the last 50 repli
  SET ^MEVDONE(token)=+$HOROLOG_"^"_kept
  QUIT
  ;
-FORGET ; Drops what is remembered of sessions whose last change is more than two days ago
+FORGET ; Removes the replies of sessions whose last change is more than two days old
  NEW name
  SET name=""
  FOR  SET name=$ORDER(^MEVDONE(name)) QUIT:name=""  IF name'=token,$GET(^MEVDONE(name))<($HOROLOG-2) KILL ^MEVDONE(name)
  DO FORGET^MEVCONFLICTS
  QUIT
  ;
-JOURNALED() ; What is saved is in the journal, so that it outlives a crash. The engine closes the journal when the disk is full,
- ; and goes on without; this opens it again as soon as there is room.
+JOURNALED() ; True if saves are journaled. The engine turns journaling off on a full disk; this turns it on once there is room.
  NEW ignored
  IF $VIEW("JNLACTIVE","DEFAULT")=2 QUIT 1
- ZSYSTEM $ZTRNLNM("mev_journal_on") ; the start script's fixed command
+ ZSYSTEM $ZTRNLNM("mev_journal_on") ; a fixed command of the start script
  SET ignored=$DATA(^MEVAUD)
  QUIT $VIEW("JNLACTIVE","DEFAULT")=2
