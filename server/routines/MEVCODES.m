@@ -1,13 +1,13 @@
-MEVCODES ; Codes of the record files and the texts that stand for them
+MEVCODES ; Codes of the record files and their texts
  ;
-TEXT(set,code) ; The text of a code, empty for a code without one. The process keeps the sets in codes.
+TEXT(set,code) ; The text of a code, empty for an unknown code. The process caches the sets in codes.
  IF code="" QUIT ""
  IF '$DATA(codes(set)) DO LOAD(set)
  QUIT $GET(codes(set,code))
  ;
-LOAD(set) ; codes(set,code)=text
+LOAD(set) ; Loads a set into codes(set,code)=text
  NEW index,list
- SET list=$PIECE($TEXT(@set),";;",2),codes(set)=""
+ SET list=$$LISTED^MEVTEXT(set,"MEVCODES"),codes(set)=""
  FOR index=1:1:$LENGTH(list,";") SET codes(set,$PIECE($PIECE(list,";",index),":"))=$PIECE($PIECE(list,";",index),":",2)
  QUIT
  ;
@@ -15,7 +15,7 @@ PAIR(set,code) ; text|code, empty for an empty code
  IF code="" QUIT ""
  QUIT $$TEXT(set,code)_"|"_code
  ;
-CODE(set,text) ; The code of a text, the case of letters left aside; empty for a text without one
+CODE(set,text) ; The code of a text, ignoring case; empty for an unknown text
  NEW code,upper
  IF text="" QUIT ""
  IF '$DATA(codes(set)) DO LOAD(set)
@@ -23,25 +23,44 @@ CODE(set,text) ; The code of a text, the case of letters left aside; empty for a
  FOR  SET code=$ORDER(codes(set,code)) QUIT:code=""  QUIT:codes(set,code)=upper
  QUIT code
  ;
-UPPER(text) ; Upper case of the letters A to Z
+UPPER(text) ; The text with a to z in upper case
  QUIT $TRANSLATE(text,"abcdefghijklmnopqrstuvwxyz","ABCDEFGHIJKLMNOPQRSTUVWXYZ")
  ;
-CHARACTERS(text) ; Number of characters of a UTF-8 text: bytes that continue a character do not count
+CHARACTERS(text) ; The number of characters in a UTF-8 text: continuation bytes do not count
  NEW byte
- IF '$DATA(codes(0,"REST")) SET codes(0,"REST")="" FOR byte=128:1:191 SET codes(0,"REST")=codes(0,"REST")_$CHAR(byte)
+ IF '$DATA(codes(0,"REST")) DO
+ . SET codes(0,"REST")=""
+ . FOR byte=128:1:191 SET codes(0,"REST")=codes(0,"REST")_$CHAR(byte)
  QUIT $LENGTH($TRANSLATE(text,codes(0,"REST")))
  ;
-FEEDING ;;1:EXCLUSIVE BREASTFEEDING;2:MOSTLY BREASTFEEDING;3:1/2 BREAST & 1/2 FORMULA;4:MOSTLY FORMULA;5:FORMULA ONLY
-LEVEL ;;I:INDEPENDENT;N:NEEDS HELP;T:TOTALLY DEPENDENT
-TREND ;;S:SAME;I:IMPROVEMENT;D:DECLINE
-YESNO ;;Y:YES;N:NO
-SEVERITY ;;1:MILD INTERMITTENT;2:MILD PERSISTENT;3:MODERATE PERSISTENT;4:SEVERE PERSISTENT
-CONTRACT ;;P:PAIN;M:MENTAL HEALTH
-METHOD ;;1:EDUCATION ONLY;2:ORAL CONTRACEPTIVES;3:IUD;4:SURGICAL STERILIZATION;5:BARRIER METHODS;6:PARTNER STERILIZED;7:NATURAL TECHNIQUES;8:MENOPAUSE;9:NONE;10:OTHER;11:HORMONAL IMPLANT;12:HORMONE INJECTION;13:ABSTINENCE
-ESTIMATE ;;1:UNKNOWN METHOD;2:SONOGRAM;3:DATES;4:CLINICAL PARAMETERS
-REGISTRY ;;A:ACTIVE;I:INACTIVE
-URGENCY ;;E:EMERGENT;U:URGENT;N:NON-EMERGENT
-ARRIVAL ;;A:AMBULANCE;P:POLICE;POV:POV;T:TAXI;W:WALKED;R:AIR;O:OTHER
-ENTERED ;;A:AMBULATORY;W:WHEEL CHAIR;S:STRETCHER;C:CARRIED
-NOTIFIED ;;R:RELATIVE;P:POLICE;C:CORONER
-DISPOSITION ;;D:DISCHARGED;A:ADMITTED;T:TRANSFERRED;1:AMA / PATIENT LEFT;M:MEDIVAC TRANSFER;L:LIFEGUARD;E:DIED / EXPIRED;O:OTHER
+FEEDING ;
+ ;;1:EXCLUSIVE BREASTFEEDING;2:MOSTLY BREASTFEEDING;3:1/2 BREAST & 1/2 FORMULA;4:MOSTLY FORMULA;5:FORMULA ONLY
+LEVEL ;
+ ;;I:INDEPENDENT;N:NEEDS HELP;T:TOTALLY DEPENDENT
+TREND ;
+ ;;S:SAME;I:IMPROVEMENT;D:DECLINE
+YESNO ;
+ ;;Y:YES;N:NO
+SEVERITY ;
+ ;;1:MILD INTERMITTENT;2:MILD PERSISTENT;3:MODERATE PERSISTENT;4:SEVERE PERSISTENT
+CONTRACT ;
+ ;;P:PAIN;M:MENTAL HEALTH
+METHOD ;
+ ;;1:EDUCATION ONLY;2:ORAL CONTRACEPTIVES;3:IUD;4:SURGICAL STERILIZATION;5:BARRIER METHODS
+ ;;6:PARTNER STERILIZED;7:NATURAL TECHNIQUES;8:MENOPAUSE;9:NONE;10:OTHER
+ ;;11:HORMONAL IMPLANT;12:HORMONE INJECTION;13:ABSTINENCE
+ESTIMATE ;
+ ;;1:UNKNOWN METHOD;2:SONOGRAM;3:DATES;4:CLINICAL PARAMETERS
+REGISTRY ;
+ ;;A:ACTIVE;I:INACTIVE
+URGENCY ;
+ ;;E:EMERGENT;U:URGENT;N:NON-EMERGENT
+ARRIVAL ;
+ ;;A:AMBULANCE;P:POLICE;POV:POV;T:TAXI;W:WALKED;R:AIR;O:OTHER
+ENTERED ;
+ ;;A:AMBULATORY;W:WHEEL CHAIR;S:STRETCHER;C:CARRIED
+NOTIFIED ;
+ ;;R:RELATIVE;P:POLICE;C:CORONER
+DISPOSITION ;
+ ;;D:DISCHARGED;A:ADMITTED;T:TRANSFERRED;1:AMA / PATIENT LEFT;M:MEDIVAC TRANSFER;L:LIFEGUARD
+ ;;E:DIED / EXPIRED;O:OTHER

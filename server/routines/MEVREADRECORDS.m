@@ -1,8 +1,8 @@
-MEVREADRECORDS ; Reads records: what the panel lists and what an editor loads
- ; Lists come latest first. Parameter of the lists: a patient, or "^" and one record.
+MEVREADRECORDS ; Reads records for the panel's list and for the editors
+ ; Lists are sorted latest first. Parameter of the lists: a patient, or "^" and one record.
  ; Nodes (n,0) of the visit files: patient ^ visit ^ locked ^ the record's own pieces.
  ;
-REP ; Call: patient, optionally ^^1; one line, empty without a record
+REP ; Call: patient, optionally ^^1; one line, empty if there is no record
  NEW dfn,node
  SET dfn=$PIECE(param,"^")
  IF '$$KNOWN^MEVHOSTCALLS(dfn) SET reply=$$NOPATIENT^MEVHOSTCALLS(dfn) QUIT
@@ -13,7 +13,7 @@ REP ; Call: patient, optionally ^^1; one line, empty without a record
  SET reply=reply_"^"_$$SLASHED^MEVDATE($PIECE(node,"^",7))
  QUIT
  ;
-BMSR ; Call: patient; one line, empty without a record
+BMSR ; Call: patient; one line, empty if there is no record
  NEW index,mother,node
  IF '$$KNOWN^MEVHOSTCALLS(param) SET reply=$$NOPATIENT^MEVHOSTCALLS(param) QUIT
  SET node=$GET(^MEVBMSR(param,0))
@@ -45,16 +45,19 @@ CONTRACTLINE(node) ; type, date initiated, provider
  SET:provider provider=$$NAME^MEVFILES(200,provider)_"|"_provider
  QUIT $$PAIR^MEVCODES("CONTRACT",$PIECE(node,"^",4))_"^"_$$SLASHED^MEVDATE($PIECE(node,"^",5))_"^"_provider
  ;
-EMERGENCYLINE(node) ; urgency, arrival, other, entered by, informant, notified, disposition, other, departure, departure against advice, condition, transfer
+EMERGENCYLINE(node) ; urgency, arrival, other, entered by, informant, notified, disposition, other, departure,
+ ; departure against advice, condition, transfer
  NEW line,transfer
  SET line=$$PAIR^MEVCODES("URGENCY",$PIECE(node,"^",4))_"^"_$$PAIR^MEVCODES("ARRIVAL",$PIECE(node,"^",5))_"^"_$PIECE(node,"^",6)
- SET line=line_"^"_$$PAIR^MEVCODES("ENTERED",$PIECE(node,"^",7))_"^"_$PIECE(node,"^",8)_"^"_$$PAIR^MEVCODES("NOTIFIED",$PIECE(node,"^",9))
+ SET line=line_"^"_$$PAIR^MEVCODES("ENTERED",$PIECE(node,"^",7))_"^"_$PIECE(node,"^",8)
+ SET line=line_"^"_$$PAIR^MEVCODES("NOTIFIED",$PIECE(node,"^",9))
  SET line=line_"^"_$$PAIR^MEVCODES("DISPOSITION",$PIECE(node,"^",10))_"^"_$PIECE(node,"^",11)
- SET line=line_"^"_$$TIMED^MEVDATE($PIECE(node,"^",12))_"^"_$$TIMED^MEVDATE($PIECE(node,"^",13))_"^"_$PIECE(node,"^",14)
+ SET line=line_"^"_$$TIMED^MEVDATE($PIECE(node,"^",12))_"^"_$$TIMED^MEVDATE($PIECE(node,"^",13))
+ SET line=line_"^"_$PIECE(node,"^",14)
  SET transfer=$PIECE(node,"^",15)
  QUIT line_"^"_$SELECT(transfer="":"",1:$$NAME^MEVFILES($SELECT(transfer["LOC":4,1:9999999.11),+transfer)_"|"_transfer)
  ;
-LIST ; Call: all records of a patient, or one, of the kind that the call's name says
+LIST ; Call: all records of a patient, or one record; the call's name gives the kind
  NEW count,dfn,ien,inverse,root
  SET root="^"_$PIECE(name," "),dfn=$PIECE(param,"^"),ien=$PIECE(param,"^",2),count=0
  IF dfn="",ien'="" DO ONE QUIT
@@ -74,13 +77,13 @@ ONE ; One record by its number
 ADD(ien) ; One line: record ^ locked ^ visit date|visit ^ the record's own pieces
  NEW date,node,visit
  SET node=@root@(ien,0),visit=$PIECE(node,"^",2),date=$PIECE($GET(^MEVVST(+visit,0)),"^")
- ; Contracts have always carried their visit's date as mm/dd/yyyy@hh:mm.
+ ; Intended: contracts show their visit's date as mm/dd/yyyy@hh:mm, all other kinds as a FileMan date.
  IF root="^MEVVTXC",date SET date=$$TIMED^MEVDATE(date)
  SET count=count+1
  SET reply(count)=ien_"^"_$PIECE(node,"^",3)_"^"_date_"|"_visit_"^"_$$LINE(root,node)
  QUIT
  ;
-LINE(root,node) ; The record's own pieces as they are shown
+LINE(root,node) ; The record's own pieces, formatted
  IF root="^MEVVELD" QUIT $$FUNCTIONLINE(node)
  IF root="^MEVVAST" QUIT $$ASTHMALINE(node)
  IF root="^MEVVTXC" QUIT $$CONTRACTLINE(node)

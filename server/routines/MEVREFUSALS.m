@@ -1,4 +1,4 @@
-MEVREFUSALS ; Refusals of services: their types, the only items of some, reading and saving
+MEVREFUSALS ; Refusals of services: types, reading and saving
  ; ^MEVREF(refusal,0)=patient ^ date ^ locked ^ type ^ item ^ item's name    ^MEVREF(refusal,1)=comment
  ;
 GET ; Call: patient, optionally ^ record
@@ -12,20 +12,20 @@ GET ; Call: patient, optionally ^ record
  . FOR  SET ien=$ORDER(^MEVREF("AA",dfn,inverse,ien)) QUIT:ien=""  DO ADD(ien,"/")
  QUIT
  ;
-ONE ; One refusal, of this patient only
+ONE ; Adds one refusal of this patient
  IF ien'?1N.11N DO NO^MEVSAVE("There is no such refusal.") QUIT
  IF $PIECE($GET(^MEVREF(ien,0)),"^")'=dfn DO NO^MEVSAVE("The refusal "_ien_" does not exist any more.") QUIT
  DO ADD(ien,"|")
  QUIT
  ;
 ADD(ien,bar) ; record ^^^ type ^ item ^ item's name ^^^ date ^ locked ^^ comment
- ; The panel's list shows a piece up to its first "|" only: there a "/" stands for it, so that nothing is hidden.
+ ; The panel's list cuts a piece at its first "|", so there a "/" replaces it.
  NEW node
  SET node=^MEVREF(ien,0),count=count+1
- SET reply(count)=ien_"^^^"_$PIECE(node,"^",4,6)_"^^^"_$PIECE(node,"^",2)_"^"_$PIECE(node,"^",3)_"^^"_$TRANSLATE($GET(^MEVREF(ien,1)),"|",bar)
+ SET reply(count)=ien_"^^^"_$PIECE(node,"^",4,6)_"^^^"_$PIECE(node,"^",2,3)_"^^"_$TRANSLATE($GET(^MEVREF(ien,1)),"|",bar)
  QUIT
  ;
-REFLIST ; Call: a type of which there is one item only; the item's number
+REFLIST ; Call: a type with a single item; replies the item's number
  NEW line
  SET line=$$TYPE($$UPPER^MEVCODES(param)),reply=$PIECE(line,";",3)
  IF reply="" DO NO^MEVSAVE("There is no single item of this type.")
@@ -33,7 +33,8 @@ REFLIST ; Call: a type of which there is one item only; the item's number
  ;
 SET ; Call: record ^ type ^ item ^ patient ^ date ^ comment
  NEW bad,comment,date,dfn,ien,item,node,type
- SET ien=$PIECE(param,"^"),type=$$TYPE($PIECE(param,"^",2)),item=$PIECE(param,"^",3),dfn=$PIECE(param,"^",4),comment=$$PLAIN^MEVTEXT($PIECE(param,"^",6),"")
+ SET ien=$PIECE(param,"^"),type=$$TYPE($PIECE(param,"^",2)),item=$PIECE(param,"^",3),dfn=$PIECE(param,"^",4)
+ SET comment=$$PLAIN^MEVTEXT($PIECE(param,"^",6),"")
  SET bad="",date=$$PARSE^MEVDATE($PIECE(param,"^",5))\1
  IF '$$KNOWN^MEVHOSTCALLS(dfn) SET reply=$$NOPATIENT^MEVHOSTCALLS(dfn) QUIT
  IF type="" DO NO^MEVSAVE("The refusal's type is not known.") QUIT
@@ -52,7 +53,7 @@ SET ; Call: record ^ type ^ item ^ patient ^ date ^ comment
  DO CHANGED^MEVSAVE(dfn,"REF")
  QUIT
  ;
-TARGET(ien,dfn) ; The refusal to be changed, unlocked and taken out of its date; 0 for a new one; empty after a refusal
+TARGET(ien,dfn) ; The refusal to change, removed from the index by date; 0 for a new one; empty if the call was refused
  IF ien="" QUIT 0
  IF '$$MAY^MEVSAVE("^MEVREF",ien,dfn,"refusal") QUIT ""
  DO KEEP^MEVFILES("^MEVREF",ien)
@@ -65,7 +66,7 @@ TYPE(name) ; The line of a type, empty for an unknown one
  FOR index=1:1 SET line=$PIECE($TEXT(TYPES+index),";;",2) QUIT:line=""  QUIT:$PIECE(line,";")=name
  QUIT line
  ;
-TYPES ; type;file of the item;the item where there is only one
+TYPES ; type;file of the item;the single item, if there is only one
  ;;EKG;9999999.68;1
  ;;EXAM;9999999.15
  ;;IMMUNIZATION;9999999.14

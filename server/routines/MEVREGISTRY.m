@@ -1,7 +1,7 @@
-MEVREGISTRY ; The asthma registry: one entry of a patient, with a comment of several lines
+MEVREGISTRY ; The asthma registry: one entry a patient, with a comment of several lines
  ; ^MEVREG(patient,0)=patient ^ status ^ last visit ^ date due ^ next appointment ^ manager    ^MEVREG(patient,1)=comment
  ;
-GETREG ; Call: patient; one line, empty for a patient outside the registry
+GETREG ; Call: patient; one line, empty for a patient who is not in the registry
  NEW index,manager,node
  IF '$$KNOWN^MEVHOSTCALLS(param) SET reply=$$NOPATIENT^MEVHOSTCALLS(param) QUIT
  SET node=$GET(^MEVREG(param,0))
@@ -34,16 +34,18 @@ SETREG ; Call: patient ^ A or I [^ last visit ^ date due ^ next appointment ^ ma
  DO CHANGED^MEVSAVE(dfn,"VAST")
  QUIT
  ;
-REFUSED(leaving) ; Deleting an asthma record may take the patient out; all else needs the registry's own key
+REFUSED(leaving) ; Why not: all changes need the registry's key, except removing a patient with the last asthma record
  IF $$HOLDS^MEVKEYS("QASZMENU") QUIT ""
  IF leaving,$$REFUSED^MEVRIGHTS("VAST")="" QUIT ""
  QUIT "-1^You may not change the asthma registry."
  ;
-ENTRY(node) ; The node with the saved dates and manager; empty after a refusal. An empty manager leaves the one there is:
- ; the editor sends only a manager that was looked up in it.
+ENTRY(node) ; The node with the saved dates and manager; empty after a refusal
+ ; An empty manager keeps the former one, because the editor sends only a manager that was looked up in it.
  NEW bad,date,index,manager
  SET bad="",manager=$PIECE(param,"^",6)
- FOR index=3:1:5 SET date=$PIECE(param,"^",index),$PIECE(node,"^",index)=$SELECT(date="":"",1:$$PARSE^MEVDATE(date)\1),bad=$$BADDATE^MEVSAVE(date,bad)
+ FOR index=3:1:5 DO
+ . SET date=$PIECE(param,"^",index),bad=$$BADDATE^MEVSAVE(date,bad)
+ . SET $PIECE(node,"^",index)=$SELECT(date="":"",1:$$PARSE^MEVDATE(date)\1)
  IF bad'="" DO NO^MEVSAVE(bad) QUIT ""
  IF manager'="",'$$EXISTS^MEVFILES(200,manager) DO NO^MEVSAVE("The case manager is not known.") QUIT ""
  IF $$CHARACTERS^MEVCODES(comment)>4000 DO NO^MEVSAVE("The comment is longer than 4,000 characters.") QUIT ""

@@ -1,11 +1,11 @@
-MEVSAVE ; What all saves share: refusals, the check of a record, filing, the event
+MEVSAVE ; Shared by all saves: refusals, the check of the record, filing, the event
  ; A refusal is an error reply and changes nothing.
  ;
-NO(text) ; Refuses
+NO(text) ; Refuses the call
  SET reply="-1^"_text
  QUIT
  ;
-MAY(root,ien,patient,what) ; The record of this number may be changed: it is there, this patient's where one is named, and not locked
+MAY(root,ien,patient,what) ; True if the record exists, belongs to the patient (if given), and is not locked; else refuses
  NEW node
  IF ien'?1N.11N DO NO("There is no such "_what_".") QUIT 0
  SET node=$GET(@root@(ien,0))
@@ -14,18 +14,18 @@ MAY(root,ien,patient,what) ; The record of this number may be changed: it is the
  IF $PIECE(node,"^",3) DO NO("The "_what_" is locked.") QUIT 0
  QUIT 1
  ;
-CHANGED(patient,kind) ; The event of a patient's data
+CHANGED(patient,kind) ; Raises the event of a patient's data and sets the reply
  DO RAISE^MEVEVENTS($SELECT(kind="REF":"REFUSAL.",1:"VXR.")_patient_"."_kind,"")
  SET reply=1
  QUIT
  ;
-PUT(root,ien,node) ; Files an entry of one per patient, keeping what was there
+PUT(root,ien,node) ; Files a patient's only record of a kind; the audit keeps the former one
  NEW ignored
  IF $DATA(@root@(ien,0)) DO KEEP^MEVFILES(root,ien) SET @root@(ien,0)=node QUIT
  SET ignored=$$FILE^MEVFILES(root,ien,node)
  QUIT
  ;
-BADDATE(date,bad) ; Why a text that may be empty is no date, else what was bad before
+BADDATE(date,bad) ; Why the text, if not empty, is not a date; for a valid date, the earlier error in bad
  NEW fault
  SET fault=$SELECT(date="":"",1:$$FAULT^MEVDATE(date,$$BRIEF^MEVTEXT(date,40)_" is not a date."))
  QUIT $SELECT(fault="":bad,1:fault)

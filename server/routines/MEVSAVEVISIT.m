@@ -1,5 +1,5 @@
 MEVSAVEVISIT ; Saves records that belong to a visit: record (empty to add one) ^ visit ^ the record's own pieces
- ; Everything is checked before anything is filed.
+ ; Each call checks all pieces before it files the record.
  ;
 VIF ; Call: record ^ visit ^ choice
  NEW choice
@@ -26,7 +26,9 @@ VAST ; Call: record ^ visit ^ severity's code ^ FEV 1 ^ FEF 25-75 ^ PEF ^ smoke 
  SET reply=$$REFUSED^MEVRIGHTS("VAST"),severity=$PIECE(param,"^",3),bad=""
  QUIT:reply'=""
  IF severity'="",$$TEXT^MEVCODES("SEVERITY",severity)="" DO NO^MEVSAVE("The severity is not known.") QUIT
- FOR index=4:1:6 SET text=$PIECE(param,"^",index) IF text'="" SET $PIECE(param,"^",index)=$$VALUE^MEVNUMBER(text) IF '$$LUNG(index,$PIECE(param,"^",index)) SET bad=$$BRIEF^MEVTEXT(text,20)
+ FOR index=4:1:6 SET text=$PIECE(param,"^",index) IF text'="" DO
+ . SET $PIECE(param,"^",index)=$$VALUE^MEVNUMBER(text)
+ . IF '$$LUNG(index,$PIECE(param,"^",index)) SET bad=$$BRIEF^MEVTEXT(text,20)
  IF bad'="" DO NO^MEVSAVE("The lung function value "_bad_" is not possible.") QUIT
  SET pieces=severity_"^"_$PIECE(param,"^",4,6)
  FOR index=7:1:10 DO  QUIT:bad'=""
@@ -36,7 +38,7 @@ VAST ; Call: record ^ visit ^ severity's code ^ FEV 1 ^ FEF 25-75 ^ PEF ^ smoke 
  DO STORE("VAST",pieces)
  QUIT
  ;
-LUNG(index,text) ; A lung function value in its range; the third is the peak flow
+LUNG(index,text) ; True for a lung function value in its range; piece 6 is the peak flow
  IF text'?1.3N QUIT 0
  IF index=6 QUIT text>99&(text<701)
  QUIT text<151
@@ -55,23 +57,28 @@ VTXC ; Call: record ^ visit ^ P or M ^ date initiated ^ provider
  ;
 VER ; Call: record ^ visit ^ urgency ^ entered by ^ arrival ^ other ^ notified ^ informant ^ disposition ^ other
  ; ^ departure ^ departure against advice ^ condition [^ VEN.`vendor or LOC.`location]
- NEW bad,index,pieces,set,text
+ NEW bad,captions,index,pieces,set,text
  SET reply=$$REFUSED^MEVRIGHTS("VER"),bad=""
  QUIT:reply'=""
  FOR index=3,4,5,7,9 DO
  . SET text=$PIECE(param,"^",index),set=$PIECE("^^URGENCY^ENTERED^ARRIVAL^^NOTIFIED^^DISPOSITION","^",index)
  . IF text'="",$$TEXT^MEVCODES(set,text)="" SET bad="The code "_$$BRIEF^MEVTEXT(text,20)_" is not known."
- FOR index=11,12 SET text=$$FMFAULT^MEVDATE($PIECE(param,"^",index),"The departure "_$$BRIEF^MEVTEXT($PIECE(param,"^",index),20)_" is not a date.") SET:text'="" bad=text
+ FOR index=11,12 DO
+ . SET text=$PIECE(param,"^",index)
+ . SET text=$$FMFAULT^MEVDATE(text,"The departure "_$$BRIEF^MEVTEXT(text,20)_" is not a date.")
+ . SET:text'="" bad=text
  SET param=$$PLAIN^MEVTEXT(param,"")
- FOR index=6,8,10,13 IF $$CHARACTERS^MEVCODES($PIECE(param,"^",index))>200 SET bad="The "_$PIECE("^^^^^other means of arrival^^informant^^other disposition^^^condition on departure","^",index)_" is longer than 200 characters."
+ SET captions="^^^^^other means of arrival^^informant^^other disposition^^^condition on departure"
+ FOR index=6,8,10,13 IF $$CHARACTERS^MEVCODES($PIECE(param,"^",index))>200 DO
+ . SET bad="The "_$PIECE(captions,"^",index)_" is longer than 200 characters."
  SET text=$$TRANSFER($PIECE(param,"^",14)) IF text="BAD" SET bad="The place of the transfer is not known."
  IF bad'="" DO NO^MEVSAVE(bad) QUIT
- SET pieces=$PIECE(param,"^",3)_"^"_$PIECE(param,"^",5)_"^"_$PIECE(param,"^",6)_"^"_$PIECE(param,"^",4)_"^"_$PIECE(param,"^",8)_"^"_$PIECE(param,"^",7)
- FOR index=9:1:13 SET pieces=pieces_"^"_$PIECE(param,"^",index)
+ SET pieces=$PIECE(param,"^",3)
+ FOR index=5,6,4,8,7,9:1:13 SET pieces=pieces_"^"_$PIECE(param,"^",index)
  DO STORE("VER",pieces_"^"_text)
  QUIT
  ;
-TRANSFER(pointer) ; entry;root of VEN.`7 or LOC.`7; empty for none; "BAD"
+TRANSFER(pointer) ; entry;root of VEN.`7 or LOC.`7; empty for an empty pointer; "BAD" for an invalid one
  NEW file,ien
  IF pointer="" QUIT ""
  SET file=$SELECT($PIECE(pointer,"`")="VEN.":9999999.11,$PIECE(pointer,"`")="LOC.":4,1:0),ien=$PIECE(pointer,"`",2,99)
@@ -79,7 +86,7 @@ TRANSFER(pointer) ; entry;root of VEN.`7 or LOC.`7; empty for none; "BAD"
  IF '$$EXISTS^MEVFILES(file,ien) QUIT "BAD"
  QUIT ien_";"_$SELECT(file=4:"AUTTLOC(",1:"AUTTVNDR(")
  ;
-STORE(kind,pieces) ; Files the checked pieces, those from the fourth on, and tells of it
+STORE(kind,pieces) ; Files the checked pieces, from the fourth on, and raises the event
  NEW ien,root
  SET root="^MEV"_kind,ien=$$TARGET(root)
  QUIT:ien=""
@@ -87,7 +94,7 @@ STORE(kind,pieces) ; Files the checked pieces, those from the fourth on, and tel
  DO CHANGED^MEVSAVE($PIECE(@root@(ien,0),"^"),kind)
  QUIT
  ;
-TARGET(root) ; The record that a save means: the one named, unlocked, or a new one of the visit. Empty after a refusal.
+TARGET(root) ; The number of the record to save: the one named, if it may be changed, or a new one. Empty after a refusal.
  NEW ien,patient,visit
  SET ien=$PIECE(param,"^"),visit=$PIECE(param,"^",2)
  IF visit'?1N.8N DO NO^MEVSAVE("The visit is not known.") QUIT ""
