@@ -22,7 +22,7 @@ READY ; Before the first request: converts data of an earlier version, refuses d
  SET current=$$CURRENT
  IF $$VERSION<current DO LOCKED
  IF $$VERSION>current DO
- . SET newer="A newer server made this data (version "_$$VERSION_", this server supports "_current_"). Install that server."
+ . SET newer="A newer server made this data (version "_$$VERSION_", this server supports "_current_"). Install it."
  . DO FAILED^MEVSESSION(0,newer)
  . HALT
  QUIT

@@ -1,7 +1,7 @@
 MEVEVENTS ; Events between sessions
- ; Each session has a number, a lock on that number until it ends, a list of subscribed names, and a queue. RAISE adds an
- ; event to the queues of all subscribers and wakes their processes, which send it between two frames. A process that can
- ; take a session's lock knows that the session has ended, and removes its data.
+ ; Each session has a number, a lock on that number until it ends, a list of subscribed names, and a queue. RAISE adds
+ ; an event to the queues of all subscribers and wakes their processes, which send it between two frames. A process that
+ ; can take a session's lock knows that the session has ended, and removes its data.
  ;
  ; ^MEVSES(session)=process id    ^MEVSES(session,"USER")=user    ^MEVSES(session,"SUB")=count of names
  ; ^MEVSES(session,"SUB",name)=""    ^MEVSUB(name,session)=""

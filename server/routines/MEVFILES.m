@@ -72,7 +72,7 @@ START ; Creates the zero nodes of all files
  . SET @root@(0)=$PIECE(text,";",4)_"^"_$PIECE(text,";",3)_"^0^0"
  QUIT
  ;
-FILE(root,ien,node) ; Files an entry, its indexes, and the file's counts; an ien of 0 means the next one. Returns the ien.
+FILE(root,ien,node) ; Files an entry with its indexes and counts; an ien of 0 means the next one. Returns the ien.
  NEW header
  SET:'ien ien=$PIECE(@root@(0),"^",3)+1
  SET @root@(ien,0)=node

@@ -33,8 +33,8 @@ LOWEST() ; The oldest version of the protocol that a host may use
  QUIT 1
  ;
 WHYNOT() ; The reason to refuse this sign-on, else empty; sets ien
- NEW old,none,several
- SET old="This host is too old for the server, which requires version "_$$LOWEST_" of the protocol. Install a newer host."
+ NEW none,old,other,several
+ SET old="This host is too old for the server, which requires version "_$$LOWEST_" of the protocol. Update the host."
  SET none="The server has no users yet. Its administrator adds the first one with: "
  SET none=none_"phserver --data FOLDER --users add LAST,FIRST"
  SET several=". Its administrator must disable all but one (phserver --users)."
@@ -42,7 +42,8 @@ WHYNOT() ; The reason to refuse this sign-on, else empty; sets ien
  IF version'?1.4N QUIT "The version of the host's protocol must be a number."
  IF version<$$LOWEST QUIT old
  IF name="" QUIT "A user name is missing."
- IF $$CERTIFIED'="",name'=$$CERTIFIED QUIT "Your certificate is for "_$$CERTIFIED_", not for "_$$BRIEF^MEVTEXT(name,80)_"."
+ SET other="Your certificate is for "_$$CERTIFIED_", not for "_$$BRIEF^MEVTEXT(name,80)_"."
+ IF $$CERTIFIED'="",name'=$$CERTIFIED QUIT other
  IF '$PIECE(^MEVUSR(0),"^",4) QUIT none
  SET ien=$$NAMED(name)
  IF 'ien QUIT "There is no user named "_$$BRIEF^MEVTEXT(name,80)_"."
@@ -109,7 +110,8 @@ VISITS ; Call: patient number; latest first, at most 250 lines
  ;
 VISITLINE(ien) ; number ^ date and time ^ location ^ provider ^ category
  NEW location,node,provider
- SET node=^MEVVST(ien,0),location=$$NAME^MEVFILES(44,$PIECE(node,"^",3)),provider=$$NAME^MEVFILES(200,$PIECE(node,"^",4))
+ SET node=^MEVVST(ien,0)
+ SET location=$$NAME^MEVFILES(44,$PIECE(node,"^",3)),provider=$$NAME^MEVFILES(200,$PIECE(node,"^",4))
  QUIT ien_"^"_$PIECE(node,"^")_"^"_location_"^"_provider_"^"_$PIECE(node,"^",5)
  ;
 VISIT ; Call: visit number

@@ -1,7 +1,7 @@
 MEVNUMBER ; Parses numbers as users type them and formats them
  ;
 VALUE(text) ; The number as it is filed and shown; empty if the text is not a number
- ; As in the forms: blanks around it, a sign, a point anywhere, an exponent. Too large for every form counts as not a number.
+ ; As in the forms: blanks around it, a sign, a point anywhere, an exponent. A number too large for any form is invalid.
  SET text=$$UPPER^MEVCODES($$TRIM^MEVTEXT(text))
  IF $LENGTH(text)>40 QUIT ""
  IF text'?.1(1"+",1"-")1(1.N.1".".N,1"."1.N).1(1"E".1(1"+",1"-")1.N) QUIT ""

@@ -48,7 +48,8 @@ CONTRACTLINE(node) ; type, date initiated, provider
 EMERGENCYLINE(node) ; urgency, arrival, other, entered by, informant, notified, disposition, other, departure,
  ; departure against advice, condition, transfer
  NEW line,transfer
- SET line=$$PAIR^MEVCODES("URGENCY",$PIECE(node,"^",4))_"^"_$$PAIR^MEVCODES("ARRIVAL",$PIECE(node,"^",5))_"^"_$PIECE(node,"^",6)
+ SET line=$$PAIR^MEVCODES("URGENCY",$PIECE(node,"^",4))
+ SET line=line_"^"_$$PAIR^MEVCODES("ARRIVAL",$PIECE(node,"^",5))_"^"_$PIECE(node,"^",6)
  SET line=line_"^"_$$PAIR^MEVCODES("ENTERED",$PIECE(node,"^",7))_"^"_$PIECE(node,"^",8)
  SET line=line_"^"_$$PAIR^MEVCODES("NOTIFIED",$PIECE(node,"^",9))
  SET line=line_"^"_$$PAIR^MEVCODES("DISPOSITION",$PIECE(node,"^",10))_"^"_$PIECE(node,"^",11)

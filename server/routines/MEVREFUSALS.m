@@ -22,7 +22,8 @@ ADD(ien,bar) ; record ^^^ type ^ item ^ item's name ^^^ date ^ locked ^^ comment
  ; The panel's list cuts a piece at its first "|", so there a "/" replaces it.
  NEW node
  SET node=^MEVREF(ien,0),count=count+1
- SET reply(count)=ien_"^^^"_$PIECE(node,"^",4,6)_"^^^"_$PIECE(node,"^",2,3)_"^^"_$TRANSLATE($GET(^MEVREF(ien,1)),"|",bar)
+ SET reply(count)=ien_"^^^"_$PIECE(node,"^",4,6)_"^^^"_$PIECE(node,"^",2,3)
+ SET reply(count)=reply(count)_"^^"_$TRANSLATE($GET(^MEVREF(ien,1)),"|",bar)
  QUIT
  ;
 REFLIST ; Call: a type with a single item; replies the item's number

@@ -1,5 +1,6 @@
 MEVREGISTRY ; The asthma registry: one entry a patient, with a comment of several lines
- ; ^MEVREG(patient,0)=patient ^ status ^ last visit ^ date due ^ next appointment ^ manager    ^MEVREG(patient,1)=comment
+ ; ^MEVREG(patient,0)=patient ^ status ^ last visit ^ date due ^ next appointment ^ manager
+ ; ^MEVREG(patient,1)=comment
  ;
 GETREG ; Call: patient; one line, empty for a patient who is not in the registry
  NEW index,manager,node

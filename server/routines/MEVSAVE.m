@@ -5,7 +5,7 @@ NO(text) ; Refuses the call
  SET reply="-1^"_text
  QUIT
  ;
-MAY(root,ien,patient,what) ; True if the record exists, belongs to the patient (if given), and is not locked; else refuses
+MAY(root,ien,patient,what) ; True if the record exists, is the patient's (if given), and is not locked; else refuses
  NEW node
  IF ien'?1N.11N DO NO("There is no such "_what_".") QUIT 0
  SET node=$GET(@root@(ien,0))

@@ -94,7 +94,7 @@ STORE(kind,pieces) ; Files the checked pieces, from the fourth on, and raises th
  DO CHANGED^MEVSAVE($PIECE(@root@(ien,0),"^"),kind)
  QUIT
  ;
-TARGET(root) ; The number of the record to save: the one named, if it may be changed, or a new one. Empty after a refusal.
+TARGET(root) ; The number of the record to save: the given one, if it may be changed, or a new one; else empty
  NEW ien,patient,visit
  SET ien=$PIECE(param,"^"),visit=$PIECE(param,"^",2)
  IF visit'?1N.8N DO NO^MEVSAVE("The visit is not known.") QUIT ""

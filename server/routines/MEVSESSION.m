@@ -115,7 +115,7 @@ REQUEST(body) ; Handles a request: number and purpose, name, and parameter, sepa
  DO CALL(number,name)
  QUIT
  ;
-CALL(number,name) ; Runs a call and replies. The reply is sent outside the call's trap: a partial frame cannot be repaired.
+CALL(number,name) ; Runs a call and replies, outside the call's trap because a partial frame cannot be repaired
  NEW failure,filed,reply
  SET failure="",filed=0,reply=""
  DO TRY(number,name)
@@ -145,7 +145,8 @@ TRY(number,name) ; Runs a call under its own trap: sets reply, or failure to a s
  ;
 UNDO ; Error trap of TRY: undoes the failed call; the session continues
  SET $ETRAP="GOTO BROKEN^MEVSESSION"
- SET failure=$SELECT(filed:"The change was made, but then the server failed: ",1:"The server could not carry out "_name_": ")
+ SET failure="The server could not carry out "_name_": "
+ IF filed SET failure="The change was made, but then the server failed: "
  SET failure=failure_$$REASON($ZSTATUS),$ECODE=""
  IF $TLEVEL TROLLBACK
  LOCK  ; the call's locks; the session's own is held by ZALLOCATE
@@ -191,7 +192,7 @@ LOADTABLE ; Loads the table: calls(name)=entry;flags
  FOR line=1:1 SET text=$PIECE($TEXT(TABLE+line),";;",2,3) QUIT:text=""  SET calls($PIECE(text,";"))=$PIECE(text,";",2,3)
  QUIT
  ;
- ; Flags: O allowed before sign-on; W changes data, W7 with at most 7 pieces; R reads a patient's data; L longest parameter
+ ; Flags: O allowed before sign-on; W changes data, W7 with at most 7 pieces; R reads a patient's data; L most bytes
 TABLE ; name;entry;flags
  ;;MEVHOST USERS;USERS^MEVHOSTCALLS;O
  ;;MEVHOST SIGNON;SIGNON^MEVHOSTCALLS;O

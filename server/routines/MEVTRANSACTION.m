@@ -13,7 +13,7 @@ ONCE(number,name,entry) ; Runs an entry of the table of calls; a repeated reques
  TSTART ():SERIAL
  KILL reply,signals,touched
  SET failure="",reply="",param=asked,refusals=0
- ; Checks again: another process of this session, still running after its client reconnected, may have filed it meanwhile.
+ ; Checks again: another process of this session, still running after the client reconnected, may have filed it since.
  IF $DATA(^MEVDONE(token,number)) DO RECALL TCOMMIT  QUIT
  SET audit=$$BEGIN^MEVAUDIT,unseen=$$REFUSED^MEVCONFLICTS
  IF unseen'="" SET reply="-1^"_unseen
@@ -52,7 +52,8 @@ FORGET ; Removes the replies of sessions whose last change is more than two days
  DO FORGET^MEVCONFLICTS
  QUIT
  ;
-JOURNALED() ; True if saves are journaled. The engine turns journaling off on a full disk; this turns it on once there is room.
+JOURNALED() ; True if saves are journaled
+ ; The engine turns journaling off on a full disk; this turns it on again once there is room.
  NEW ignored
  IF $VIEW("JNLACTIVE","DEFAULT")=2 QUIT 1
  ZSYSTEM $ZTRNLNM("mev_journal_on") ; a fixed command of the start script

@@ -267,7 +267,7 @@ def upgrades(folder):
     opens(first, [])
     engine(first, """"$gtm_dist/mumps" -run %XCMD 'SET ^MEVDATA("VERSION")=99'""")
     newer = subprocess.run([PROGRAM, "--data", first], stdin=subprocess.DEVNULL, capture_output=True, check=False).stdout
-    assert b"F0\nThese data were made by a newer server" in newer, newer
+    assert b"F0\nA newer server made this data" in newer, newer
 
 
 def surroundings(folder):
