@@ -111,7 +111,7 @@ def limits():
         admin("--notify", "X.1")
         by_engine('ZHALT $ORDER(^MEVQUE($ORDER(^MEVSUB("X.1","")),0))\'=""')
     reader.process.send_signal(18)
-    assert "has not read its events" in reader.frame() and reader.frame() == ""
+    assert "does not read its events" in reader.frame() and reader.frame() == ""
 
 
 class OnSocket(Session):
