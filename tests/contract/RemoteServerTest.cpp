@@ -249,7 +249,8 @@ TEST_F(Remote, ListsOfRevokedCertificatesThatWouldShutEverybodyOut)
                   "-out", "future.crl" }),
         "");
     EXPECT_EQ(server.addRevokedList("future.crl"),
-        "add-revoked-list: future.crl is not valid before Jan  1 00:00:00 2099 GMT: the clock of the authority's machine, "
+        "add-revoked-list: future.crl is not valid before Jan  1 00:00:00 2099 GMT: the clock of the authority's "
+        "machine, "
         "or this one's, is wrong.");
     EXPECT_EQ(server.authority({ "-gencrl", "-out", "new.crl" }), "");
     EXPECT_EQ(
