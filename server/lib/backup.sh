@@ -14,8 +14,8 @@ write_manifest() {
     } >manifest.part && sync app.dat app.gld manifest.part && mv manifest.part manifest && sync .)
 }
 
-# Moves the old data out and the restored data in, under the exclusive lock. The file "switching" records the progress; the next
-# process that finds it continues from there.
+# Moves the old data out and the restored data in, under the exclusive lock. The file "switching" records the progress;
+# the next process that finds it continues from there.
 finish_restore() {
     local phase aside file
     read -r phase aside <switching

@@ -24,13 +24,14 @@ GDE
     chmod 600 app.dat
     export mev_frames=
     [ "$task" != serve ] || mev_frames=1
-    run_routine CREATE^MEVSAMPLE 2>>maintenance.log || fail "The sample data cannot be created in $data: is the disk full?"
+    run_routine CREATE^MEVSAMPLE 2>>maintenance.log \
+        || fail "The sample data cannot be created in $data: is the disk full?"
     begin_journal
     mv creating created || fail "The data folder $data cannot be written."
 }
 
-# A session that is killed while it frees blocks leaves them marked as used. No record is damaged, but the integrity check
-# waits for the dead session and then reports an error.
+# A session that is killed while it frees blocks leaves them marked as used. No record is damaged, but the integrity
+# check waits for the dead session and then reports an error.
 blocks_are_lost() {
     "$gtm_dist/mupip" dumpfhead -region DEFAULT 2>&1 </dev/null \
         | grep -qE '\.(kill_in_prog|abandoned_kills)"\)=[1-9]'
@@ -47,14 +48,14 @@ give_lost_blocks_back() {
     ! blocks_are_lost || log "Blocks that killed sessions left are still marked as used."
 }
 
-# After a clean end, a rundown is enough; after a kill or a power loss, the database is recovered from the journal, which is
-# no longer needed afterwards.
+# After a clean end, a rundown is enough; after a kill or a power loss, the database is recovered from the journal,
+# which is no longer needed afterwards.
 recover_database() {
     if [ ! -e replaying ] && mupip rundown -region DEFAULT; then
         journal_continues || begin_journal
     else
         with_progress "Recovering the database" recover \
-            || fail "The database in $data cannot be recovered; see maintenance.log there, and docs/data.md for remedies."
+            || fail "The database in $data cannot be recovered; see its maintenance.log, and docs/data.md."
         begin_journal
         rm -f rolled_bak_app.mjl* replaying
     fi
@@ -80,7 +81,7 @@ look_after() {
     elif [ -e creating ] || [ ! -e app.dat ]; then
         with_progress "" create_database || exit 1
     else
-        fail "The database in $data is not marked as complete. If it is a copy, add app.gld and an empty file named created."
+        fail "The database in $data is not marked as complete. If it is a copy, add app.gld and an empty file created."
     fi
     own ./*
     # Left by a killed start or backup.
@@ -92,7 +93,8 @@ look_after() {
 # Closes a folder that other users can enter.
 guard_folder() {
     ((8#$1 & 8#77)) || return 0
-    [ -O . ] || [ "$EUID" = 0 ] || fail "The data folder $data is open to other users than its owner (mode $1) and belongs to another user."
+    [ -O . ] || [ "$EUID" = 0 ] \
+        || fail "The data folder $data is open to other users than its owner (mode $1) and belongs to another user."
     chmod go-rwx . || fail "The data folder $data is open to other users than its owner (mode $1) and cannot be closed."
     log "The folder was open to other users than its owner (mode $1); it is closed now."
 }

@@ -4,14 +4,14 @@
 # Device and inode of the database: now, and as the file "place" has them since the journal began.
 place='' known_place=''
 
-# While sessions run, the newest four of 32 MB each are kept, and those of the last two minutes: recovery reads further back if
-# the newest ones were all written within a second.
+# While sessions run, the newest four of 32 MB each are kept, and those of the last two minutes: recovery reads further
+# back if the newest ones were all written within a second.
 # shellcheck disable=SC2089,SC2090 # the quotes are for mupip and for the shell that runs the command
 journal_switch="-journal=enable,on,before_images,epoch_interval=30,autoswitchlimit=65536,filename=\"$mev_data/app.mjl\""
 # shellcheck disable=SC2089,SC2090
 mev_tidy='ls -t app.mjl_* 2>/dev/null | tail -n +4 | xargs -r -d "\n" -I{} find {} -mmin +1 -delete 2>/dev/null'
-# The commands a session runs when it finds the journal closed, and now and then while it saves. They are quoted for bash; the
-# user's own shell may not understand that.
+# The commands a session runs when it finds the journal closed, and now and then while it saves. They are quoted for
+# bash; the user's own shell may not understand that.
 printf -v mev_journal_on '%q set %q -region DEFAULT >>maintenance.log 2>&1' "$gtm_dist/mupip" "$journal_switch"
 # shellcheck disable=SC2090
 export mev_journal_on mev_tidy SHELL=/bin/bash
@@ -22,8 +22,8 @@ start_journal() {
     mupip set "$journal_switch" -region DEFAULT
 }
 
-# True if the journal of a cleanly closed database can be continued. One that ends in the future cannot: recovery uses its
-# times to find the last checkpoint before the last save, and would find none. The offsets are those of this journal format.
+# True if the journal of a cleanly closed database can be continued. One that ends in the future cannot: recovery uses
+# its times to find the last checkpoint before the last save, and would find none. The offsets are of this format.
 journal_continues() {
     local -a words
     [ "$known_place" = "$place" ] || return
@@ -51,9 +51,9 @@ put_text() {
 
 remember_place() { stat -c %d:%i app.dat >place; }
 
-# A copied database still names the original's shared memory, which must stay untouched, and, if an earlier version made it,
-# its journals by their full paths. A database of an earlier version that was not moved is recovered under those paths before
-# it gets the new ones.
+# A copied database still names the original's shared memory, which must stay untouched, and, if an earlier version made
+# it, its journals by their full paths. A database of an earlier version that was not moved is recovered under those
+# paths before it gets the new ones.
 adopt() {
     local name before
     known_place=
@@ -99,8 +99,8 @@ recover_backward() {
 }
 recoveries_begun() { grep -c 'Backward processing started' maintenance.log; }
 
-# Removes the shared memory that the database names, if no process is attached: as after a power loss, every acknowledged save
-# is in the journal. The creation time tells it from another program's memory that got the same number.
+# Removes the shared memory that the database names, if no process is attached: as after a power loss, every
+# acknowledged save is in the journal. Another program's memory with the same number has another creation time.
 drop_memory() {
     local id attached ctime named made
     named=$(number app.dat sgmnt_data.shmid) made=$(number app.dat sgmnt_data.gt_shm_ctime.ctime)
@@ -120,8 +120,8 @@ recover() {
     recover_backward || mupip rundown -region DEFAULT || recover_beginning || replay
 }
 
-# Earlier versions continued a journal after the clock was set back. If its header says that it begins after its last save,
-# recovery works only with an earlier time in the header.
+# Earlier versions continued a journal after the clock was set back. If its header says that it begins after its last
+# save, recovery works only with an earlier time in the header.
 recover_beginning() {
     log "The journal's times go back."
     put app.mjl jnl_file_header.bov_timestamp '\1\0\0\0'

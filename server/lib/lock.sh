@@ -8,7 +8,7 @@ lock() {
     case $? in
         0) ;;
         75) return 1 ;;
-        *) fail "The data folder $data cannot be locked. It must be on a disk with file locks, preferably a local one." ;;
+        *) fail "The data folder $data cannot be locked. It must be on a disk with file locks, best a local one." ;;
     esac
 }
 open_lock() { exec 9>lock || fail "The data folder $data cannot be written."; }
@@ -22,13 +22,14 @@ holders() {
     done | sort -nu
 }
 
-# tell_waiting TEXT: reports to the sessions that wait for this one. The counts of context switches show that the engine's
-# programs are running: they stay the same in a stopped program and in one that waits for a dead disk.
+# tell_waiting TEXT: reports to the sessions that wait for this one. The counts of context switches show that the
+# engine's programs are running: they stay the same in a stopped program and in one that waits for a dead disk.
 tell_waiting() {
     local process name turns=
     for process in $(holders); do
         read -r name 2>/dev/null <"/proc/$process/comm" || continue
-        [[ $name == @(mupip|mumps|dse|cp|sync) ]] && turns+=" $(sed -n 's/.*ctxt_switches:\t/+/p' "/proc/$process/status" 2>/dev/null)"
+        [[ $name == @(mupip|mumps|dse|cp|sync) ]] \
+            && turns+=" $(sed -n 's/.*ctxt_switches:\t/+/p' "/proc/$process/status" 2>/dev/null)"
     done
     echo "${1:-Creating the database} ${turns//$'\n'/ }" 2>/dev/null >making-ready
 }
@@ -44,8 +45,8 @@ accuse() {
         "${state:-}" "$(stat -c %Y "/proc/$process" 2>/dev/null || echo -1)"
 }
 
-# Takes the shared lock; while waiting, passes on the progress of the session that holds it exclusively. A holder that reports
-# nothing new for too long has hung.
+# Takes the shared lock; while waiting, passes on the progress of the session that holds it exclusively. A holder that
+# reports nothing new for too long has hung.
 share_lock() {
     local told='' before='' limit=${PHSERVER_LOCK_LIMIT:-60} since=$SECONDS
     lock -s -n && return
@@ -55,7 +56,7 @@ share_lock() {
         before=$told
         told=${told%% +*}
         ((SECONDS - since < limit)) \
-            || fail "The data in $data are kept locked by $(accuse), which has done nothing for $limit seconds. End it, then retry."
+            || fail "The data in $data is locked by $(accuse), which has done nothing for $limit seconds. End it, then retry."
         progress 0 "Another session is making the data ready${told:+: $told}"
     done
 }

@@ -1,5 +1,5 @@
--- Checks a user's certificate beyond what the TLS library has checked (chain, dates, lists of revoked certificates, and that
--- the extended key usage, if there is one, names client authentication).
+-- Checks a user's certificate beyond what the TLS library has checked (chain, dates, lists of revoked certificates, and
+-- that the extended key usage, if there is one, names client authentication).
 --
 -- The converter "fitness" takes the certificate in DER, as hexadecimal digits, and returns a word:
 --   fit         it has an extended key usage and exactly one common name

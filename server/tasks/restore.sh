@@ -11,7 +11,8 @@ lock -n -x || fail "Sessions are running in $data. End them first."
 [ ! -e switching ] || finish_restore
 
 # Checks the backup before anything is changed. The copy that an interrupted restore left in "restoring" is made again.
-(cd -- "$source" && sha256sum --quiet --strict -c manifest) >&2 || fail "The backup in $source was changed: its checksums differ."
+(cd -- "$source" && sha256sum --quiet --strict -c manifest) >&2 \
+    || fail "The backup in $source was changed: its checksums differ."
 prepare() {
     rm -rf restoring
     mkdir restoring && cp -- "$source/app.dat" "$source/app.gld" restoring/ && : >restoring/created \
@@ -25,7 +26,8 @@ with_progress "Restoring a backup" prepare \
 aside=
 if [ -e app.dat ]; then
     printf -v aside '%s.before-restore-%(%Y-%m-%d-%H%M%S)T' "$data" -1
-    mkdir -- "$aside" && own "$aside" || { rm -rf restoring; fail "The folder $aside for the old data cannot be created."; }
+    mkdir -- "$aside" && own "$aside" \
+        || { rm -rf restoring; fail "The folder $aside for the old data cannot be created."; }
 fi
 echo "old $aside" >switching.new && own switching.new && sync switching.new && mv switching.new switching \
     || fail "The data folder $data cannot be written."
