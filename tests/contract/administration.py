@@ -176,9 +176,9 @@ def audit():
     *_, kept = admin("--audit", "--verify").splitlines()
     entry, last = int(heads[4][0]), int(kept.split()[0])
     for change, found in (
-            (f'SET $PIECE(^MEVAUD({entry}),"^",7)="BARE,JUNO"', f"Entry {entry} was changed"),
-            (f'SET ^MEVAUD({entry},"BEFORE","^MEVREF",1,1)="thirst"', f"Entry {entry} was changed"),
-            (f'SET ^MEVAUD({entry},"NOTE","a")=1', f"Entry {entry} holds"),
+            (f'SET $PIECE(^MEVAUD({entry}),"^",7)="BARE,JUNO"', f"Entry {entry} or the one before it was changed"),
+            (f'SET ^MEVAUD({entry},"BEFORE","^MEVREF",1,1)="thirst"', f"Entry {entry} or the one before it was changed"),
+            (f'SET ^MEVAUD({entry},"NOTE","a")=1', f"Entry {entry} has an unexpected node"),
             # With a hash of its own: the next one does not fit any more.
             (f'SET n=^MEVAUD({entry}),$PIECE(n,"^",2)=9,f=$PIECE(^MEVAUD({entry - 1}),"^",11),$PIECE(n,"^",11)=$$LINK^MEVAUDIT'
              f'(f,{entry},$PIECE(n,"^",1,10)),^MEVAUD({entry})=n', f"Entry {entry + 1} or the one before it was changed"),
@@ -188,9 +188,9 @@ def audit():
             (f"KILL ^MEVAUD({last})", f"Entry {last} is missing at the end"),
             (f'KILL ^MEVAUX("PATIENT",5,{entry})', f"Entry {entry} is missing in the index"),
             (f'KILL ^MEVAUX("RECORD","MEVREF",1,{entry})', f"Entry {entry} is missing in the index"),
-            (f'SET $PIECE(^MEVAUD({entry}),"^",12)="x"', f"Entry {entry} was changed"),
+            (f'SET $PIECE(^MEVAUD({entry}),"^",12)="x"', f"Entry {entry} or the one before it was changed"),
             ("SET ^MEVAUD(0)=1", "Entry 0 was inserted"), ("KILL ^MEVAUD", "All entries are missing"),
-            (f'KILL ^MEVAUD({last}) SET ^MEVAUD={last - 1}_"^"_$PIECE(^MEVAUD({last - 1}),"^",11)', f"Entry {last} is not the one")):
+            (f'KILL ^MEVAUD({last}) SET ^MEVAUD={last - 1}_"^"_$PIECE(^MEVAUD({last - 1}),"^",11)', f"Entry {last} does not have the hash")):
         by_engine("MERGE ^KEPT=^MEVAUD,^KEPX=^MEVAUX " + change)
         assert found in admin("--audit", "--verify", *kept.split(), fails=True), change
         by_engine("KILL ^MEVAUD,^MEVAUX MERGE ^MEVAUD=^KEPT,^MEVAUX=^KEPX KILL ^KEPT,^KEPX")
