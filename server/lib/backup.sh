@@ -1,9 +1,11 @@
-# Backups: what makes a whole one, and putting one in place. Needs lib/engine.sh.
+# shellcheck shell=bash
+# Checking, marking and restoring backups. Needs lib/engine.sh.
+: "${data?}" "${gtm_dist?}" "${version?}"
 
-# integ_of FOLDER: the database there, which nobody has open, is sound
+# integ_of FOLDER: true if the database there, which no process has open, is sound
 integ_of() { (cd -- "$1" && "$gtm_dist/mupip" integ -file app.dat </dev/null) >>maintenance.log 2>&1; }
 
-# The file that says that a backup is whole; it is written last. Its lines without "#" are what sha256sum reads.
+# The manifest marks a backup as complete and is written last. sha256sum reads its lines without "#".
 write_manifest() {
     (cd -- "$1" && {
         printf '# Personal Health, data of %(%FT%T%z)T\n' -1
@@ -12,8 +14,8 @@ write_manifest() {
     } >manifest.part && sync app.dat app.gld manifest.part && mv manifest.part manifest && sync .)
 }
 
-# Moves the old data out and the restored ones in, under the lock that nobody else shares. The mark "switching" says how far this
-# has come; who finds it goes on from there.
+# Moves the old data out and the restored data in, under the exclusive lock. The file "switching" records the progress;
+# the next process that finds it continues from there.
 finish_restore() {
     local phase aside file
     read -r phase aside <switching
@@ -31,5 +33,6 @@ finish_restore() {
     done
     sync .
     rm -rf restoring switching
+    # shellcheck disable=SC2034 # for adopt in lib/journal.sh: another place than the one in the file
     place=restored
 }

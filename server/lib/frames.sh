@@ -1,13 +1,15 @@
-# What the scripts say: in frames to a session's client (docs/protocol.md), in plain lines to an administrator.
+# shellcheck shell=bash
+# Messages of the scripts: frames to a session's client (docs/protocol.md), plain lines to an administrator.
+# A script that serves a session sets task=serve.
 
-# frame BODY: writes one answer frame, the body's length in eight digits and then the body.
+# frame BODY: writes one reply frame, the body's length in eight digits and then the body.
 frame() { printf '%08d%s' "${#1}" "$1"; }
 
-# progress PERCENT TEXT: for a session's client alone.
-progress() { [ "$task" != serve ] || frame "P$1"$'\n'"$2"; }
+# progress PERCENT TEXT: for a session's client only.
+progress() { [ "${task:-}" != serve ] || frame "P$1"$'\n'"$2"; }
 
-# with_progress TEXT COMMAND...: says every few seconds that the command is at work; a silent server is taken for dead. What
-# names its own progress gets an empty text.
+# with_progress TEXT COMMAND...: reports every few seconds that the command is running, because clients give up on a
+# silent server. A command that names its own progress gets an empty text.
 with_progress() {
     local text=$1 ticks=0
     shift
@@ -22,11 +24,13 @@ with_progress() {
     wait $!
 }
 
-# fail SENTENCE: ends with a sentence for the user: in a frame for a session, on standard error in any case.
+# fail SENTENCE: exits with an error message, on standard error and, in a session, as a frame.
 fail() {
-    echo "phserver: $1" >&2
-    [ "$task" = serve ] && frame "F0"$'\n'"$1"
-    # A socket that is closed with bytes unread takes back what was sent: waits until the client has gone.
-    [ "$task" = serve ] && [ -S /dev/stdin ] && timeout 2 cat >/dev/null
+    echo "${0##*/}: $1" >&2
+    if [ "${task:-}" = serve ]; then
+        frame "F0"$'\n'"$1"
+        # Closing a socket with unread bytes discards what was sent: wait until the client has gone.
+        [ ! -S /dev/stdin ] || timeout 2 cat >/dev/null
+    fi
     exit 1
 }

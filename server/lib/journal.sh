@@ -1,40 +1,46 @@
-# The journals: the database's names for them, recovery from them, and how many there are. Needs lib/engine.sh.
+# shellcheck shell=bash
+# The journals: their paths in the database, recovery from them, and which of them are kept. Needs lib/engine.sh.
+: "${data?}" "${gtm_dist?}" "${mev_data?}"
+# Device and inode of the database: now, and as the file "place" has them since the journal began.
+place='' known_place=''
 
-# While sessions are at work: four of them, 32 MB each, and those of the last two minutes, which recovery may want to read: where
-# the newest ones are of one second, it goes back further.
+# While sessions run, the newest four of 32 MB each are kept, and those of the last two minutes: recovery reads further
+# back if the newest ones were all written within a second.
+# shellcheck disable=SC2089,SC2090 # the quotes are for mupip and for the shell that runs the command
 journal_switch="-journal=enable,on,before_images,epoch_interval=30,autoswitchlimit=65536,filename=\"$mev_data/app.mjl\""
+# shellcheck disable=SC2089,SC2090
 mev_tidy='ls -t app.mjl_* 2>/dev/null | tail -n +4 | xargs -r -d "\n" -I{} find {} -mmin +1 -delete 2>/dev/null'
-# What a session does when it finds the journal closed, and now and then while it saves; and the shell that it asks: the user's
-# own may not read such quotes.
+# The commands a session runs when it finds the journal closed, and now and then while it saves. They are quoted for
+# bash; the user's own shell may not understand that.
 printf -v mev_journal_on '%q set %q -region DEFAULT >>maintenance.log 2>&1' "$gtm_dist/mupip" "$journal_switch"
+# shellcheck disable=SC2090
 export mev_journal_on mev_tidy SHELL=/bin/bash
 
-# Begins a journal that knows of none before it. For a database that is closed and whole.
+# Begins a journal without a predecessor, for a database that is closed and complete.
 start_journal() {
     [ ! -e app.mjl ] || mv app.mjl "app.mjl_$EPOCHREALTIME" || return
     mupip set "$journal_switch" -region DEFAULT
 }
 
-# The journal of a database that was closed cleanly can be gone on with. One that ends ahead of now cannot: recovery looks for
-# the last moment on the disk before the last save, by the times in the journal, and would find none. The times are read
-# from the place where this kind of journal has them.
-journal_goes_on() {
+# True if the journal of a cleanly closed database can be continued. One that ends in the future cannot: recovery uses
+# its times to find the last checkpoint before the last save, and would find none. The offsets are of this format.
+journal_continues() {
     local -a words
     [ "$known_place" = "$place" ] || return
     read -ra words < <(od -An -v -w204 -tu4 -N204 app.mjl 2>/dev/null)
     # "GDSJNL28"
     [ "${words[0]:-} ${words[1]:-}" = "1246970951 942820430" ] || return
     ((words[50] > EPOCHSECONDS)) || return 0
-    log "The journal ends ahead of this computer's clock, which was set back. A new one begins."
+    log "The journal ends in the future: this computer's clock was set back. A new journal begins."
     return 1
 }
 
-# offset FIELD: where the engine's programs have it in its files
+# offset FIELD: the offset of a field in the engine's files
 offset() { sed -n "/\"name\")=\"$1\"/{n;s/.*=//p}" "$gtm_dist/GTMDefinedTypesInitRelease.m"; }
 # number FILE FIELD, text FILE FIELD, put FILE FIELD BYTES: one field of a file's header
 number() { od -An -v -tu4 -j "$(offset "$2")" -N 4 "$1" | tr -d ' '; }
 text() { dd if="$1" bs=1 skip="$(offset "$2")" count=255 status=none | tr '\0' '\n' | head -n 1; }
-put() { printf "$3" | dd of="$1" bs=1 seek="$(offset "$2")" conv=notrunc status=none; }
+put() { printf %b "$3" | dd of="$1" bs=1 seek="$(offset "$2")" conv=notrunc status=none; }
 # put_text FILE FIELD LENGTH-FIELD TEXT
 put_text() {
     local zeros
@@ -45,9 +51,9 @@ put_text() {
 
 remember_place() { stat -c %d:%i app.dat >place; }
 
-# A copy names what belongs to the original: the memory of its sessions, which this must not touch, and its journals, where
-# that was made by a version that called them by their full names. Such a database that is where it was is recovered under
-# these names before it gets the new ones.
+# A copied database still names the original's shared memory, which must stay untouched, and, if an earlier version made
+# it, its journals by their full paths. A database of an earlier version that was not moved is recovered under those
+# paths before it gets the new ones.
 adopt() {
     local name before
     known_place=
@@ -71,10 +77,10 @@ adopt() {
     log "The database was copied or moved here."
 }
 
-# The engine's program writes the dead sessions' memory out before it reads the journal, and waits there a minute or more for the
-# lock of one that was killed while it had the journal written to the disk. It writes nothing then.
+# Before it reads the journal, the engine writes out the memory of dead sessions. If one of them was killed while it was
+# syncing the journal, the engine waits a minute or more for its lock and writes nothing meanwhile.
 recover_backward() {
-    local worker still=0 written before= begun
+    local worker still=0 written before='' begun
     begun=$(recoveries_begun)
     "$gtm_dist/mupip" journal -recover -backward "*" >>maintenance.log 2>&1 &
     worker=$!
@@ -93,19 +99,19 @@ recover_backward() {
 }
 recoveries_begun() { grep -c 'Backward processing started' maintenance.log; }
 
-# Removes the memory that the database names, if nobody is attached to it: all that was acknowledged is in the journal too, as
-# after a power loss. A number that was given to another program's memory meanwhile has another time.
+# Removes the shared memory that the database names, if no process is attached: as after a power loss, every
+# acknowledged save is in the journal. Another program's memory with the same number has another creation time.
 drop_memory() {
-    local key id permissions size creator last attached uid gid cuid cgid atime dtime ctime rest named made
+    local id attached ctime named made
     named=$(number app.dat sgmnt_data.shmid) made=$(number app.dat sgmnt_data.gt_shm_ctime.ctime)
-    while read -r key id permissions size creator last attached uid gid cuid cgid atime dtime ctime rest; do
+    while read -r _ id _ _ _ _ attached _ _ _ _ _ _ ctime _; do
         [ "$id $attached $ctime" = "$named 0 $made" ] || continue
-        log "A killed session left a lock in the memory $id; it is removed."
+        log "A killed session left a lock in the shared memory $id, which was removed."
         ipcrm -m "$id"
     done </proc/sysvipc/shm
 }
 
-# A closed journal, of a disk that was full, has nothing to recover from: all that was saved is in the database.
+# A journal that was closed because the disk was full has nothing to recover: every save is in the database.
 recover() {
     if [ -e replaying ]; then
         replay
@@ -114,26 +120,26 @@ recover() {
     recover_backward || mupip rundown -region DEFAULT || recover_beginning || replay
 }
 
-# What earlier versions did to a journal when the clock was set back. One that begins, by its header, after its last save is
-# recovered from when the header says less.
+# Earlier versions continued a journal after the clock was set back. If its header says that it begins after its last
+# save, recovery works only with an earlier time in the header.
 recover_beginning() {
     log "The journal's times go back."
     put app.mjl jnl_file_header.bov_timestamp '\1\0\0\0'
     mupip journal -recover -backward "*"
 }
-# One without a moment on the disk before its last save is written once more over the database, where that is sound. The mark
-# lasts until then: without it the database would pass for recovered.
+# Applies a journal without a checkpoint before its last save to the database again, if the database is sound. The file
+# "replaying" stays until that is done; without it, the database would count as recovered.
 replay() {
-    log "What the journal holds is written over the database."
+    log "The journal is applied to the database again."
     : >replaying || return
     mupip rundown -region DEFAULT -override
     mupip integ -region DEFAULT && mupip journal -recover -forward -nochecktn "$mev_data/app.mjl"
 }
 
-# Old journals and the engine's dumps, of which the last few stay for those who look for a fault.
+# Removes old journals and the engine's dumps, except the last few, which help to find errors.
 tidy() {
     local -a journals=(app.mjl_*) dumps=(GTM_FATAL_ERROR*)
-    # Nothing goes back behind this moment.
+    # Recovery never reads further back than this start.
     ((${#journals[@]} < 4)) || ls -t app.mjl_* | tail -n +4 | xargs -r -d '\n' rm -f
     [ -e "${dumps[0]}" ] || return 0
     find . -maxdepth 1 -name 'GTM_FATAL_ERROR*' -mtime +6 -delete

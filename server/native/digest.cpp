@@ -1,6 +1,5 @@
-// The SHA-256 digest for the M engine, which has none: the audit's entries are chained by it (routines/MEVAUDIT.m).
-// Linked from the static libcrypto by its three plain functions: the shared one would cost each session 0.7 MB of
-// memory.
+// SHA-256 for the M engine, which has no digest; the audit chains its entries with it (routines/MEVAUDIT.m). It links
+// three functions of the static libcrypto, because the shared library would cost each session 0.7 MB of memory.
 #define OPENSSL_SUPPRESS_DEPRECATED
 #include <openssl/sha.h>
 
@@ -9,7 +8,7 @@
 
 namespace {
 
-// How the engine passes a string to a call of the table digest.xc.
+// A string argument of a call in the table digest.xc.
 struct EngineString {
     long length;
     char* address;
@@ -17,7 +16,7 @@ struct EngineString {
 
 }
 
-// Writes 64 hexadecimal digits and a final zero; any other result than 0 is an error of the M call.
+// Writes 64 hexadecimal digits and a terminating zero. A result other than 0 raises an M error.
 extern "C" [[gnu::visibility("default")]] int sha256(int, const EngineString* text, char* digits)
 {
     std::array<unsigned char, SHA256_DIGEST_LENGTH> digest;

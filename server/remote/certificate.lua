@@ -1,23 +1,23 @@
--- What the door must know of a user's certificate, beyond what the TLS library has checked (chain, dates, lists of revoked
--- certificates, and that the extended key usage, if there is one, names client authentication).
+-- Checks a user's certificate beyond what the TLS library has checked (chain, dates, lists of revoked certificates, and
+-- that the extended key usage, if there is one, names client authentication).
 --
 -- The converter "fitness" takes the certificate in DER, as hexadecimal digits, and returns a word:
 --   fit         it has an extended key usage and exactly one common name
---   purpose     it has no extended key usage, so nobody meant it for client authentication
+--   purpose     it has no extended key usage, so it was not issued for client authentication
 --   names       it has no common name, or several
---   unreadable  the bytes are no certificate
--- Only the first one lets a user in: server/remote/session.
+--   unreadable  the bytes are not a certificate
+-- server/remote/session admits a user only with the first one.
 
 local SEQUENCE, EXTENSIONS = 0x30, 0xA3
 local COMMON_NAME, EXTENDED_KEY_USAGE = "\x55\x04\x03", "\x55\x1d\x25"
 
--- The element at a place: its tag, where its content begins, and where the next element begins.
+-- Returns an element's tag, where its content begins, and where the next element begins.
 local function element(der, at)
     local tag, length = der:byte(at, at + 1)
     at = at + 2
     if length >= 0x80 then
         local count = length - 0x80
-        assert(count <= 4) -- eight bytes may be a negative number, which would lead backwards, for ever
+        assert(count <= 4) -- eight bytes could be a negative number and cause an endless loop
         length = string.unpack(">I" .. count, der, at)
         at = at + count
     end
@@ -25,7 +25,7 @@ local function element(der, at)
     return tag, at, at + length
 end
 
--- Calls a function with tag, beginning and end of each element between two places.
+-- Calls a function with tag, beginning, and end of each element between two positions.
 local function each(der, from, to, what)
     while from < to do
         local tag, content, next = element(der, from)
@@ -34,7 +34,7 @@ local function each(der, from, to, what)
     end
 end
 
--- The object identifier that a sequence begins with.
+-- Returns the object identifier at the beginning of a sequence.
 local function identifier(der, sequence)
     local _, content, next = element(der, sequence)
     return der:sub(content, next - 1)

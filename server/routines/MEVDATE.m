@@ -20,7 +20,7 @@ LEAP(year) ; A leap year
 ADD(date,days) ; The date some days later
  QUIT $$OFDAY($$DAY(date)+days)
  ;
-YEARSAGO(years) ; Today's date some years ago; 29 February becomes the 28th
+YEARSAGO(years) ; Today's date some years ago; 29 February becomes the 28th in other years
  NEW date
  SET date=$$TODAY-(years*10000)
  IF date#10000=229,'$$LEAP(date\10000+1700) SET date=date-1
@@ -45,7 +45,7 @@ TIMED(date) ; mm/dd/yyyy@hh:mm; empty for an empty date
  IF 'date QUIT ""
  QUIT $$SLASHED(date)_"@"_$$CLOCK(date)
  ;
-ISDATE(text) ; A FileMan date of the calendar, a time may follow
+ISDATE(text) ; True for a valid FileMan date, with or without a time
  NEW time
  IF text'?7N.1(1".".6N) QUIT 0
  IF $$PARSE($$SLASHED(text))="" QUIT 0
@@ -53,31 +53,32 @@ ISDATE(text) ; A FileMan date of the calendar, a time may follow
  IF time>240000 QUIT 0
  QUIT $EXTRACT(time,1,2)<25&($EXTRACT(time,3,4)<60)&($EXTRACT(time,5,6)<60)
  ;
-INVERSE(date) ; Sorts the latest first
+INVERSE(date) ; A key that sorts the latest date first
  QUIT 9999999-date
  ;
-PARSE(text) ; The FileMan date of mm/dd/yyyy, a time hh:mm may follow; empty for what is no such date, or outside the years
+PARSE(text) ; The FileMan date of mm/dd/yyyy [hh:mm]; empty if it is not a date or its year is not supported
  NEW date
  SET date=$$CALENDAR(text)
  QUIT $SELECT(date="":"",$$OUTSIDE(date):"",1:date)
  ;
-OUTSIDE(date) ; Not of the years that are kept. From 2700 on a FileMan date would have more digits.
+OUTSIDE(date) ; True outside the supported years. From 2700 on, a FileMan date would have more digits.
  QUIT date<1000000!(date'<10000000)
  ;
-FAULT(text,sentence) ; Why a text is no date: its year, or else the sentence given; empty for a date
+FAULT(text,sentence) ; Why a text is not a date: its year, or else the given sentence; empty for a date
  NEW date
  SET date=$$CALENDAR(text)
  IF date="" QUIT sentence
  QUIT $SELECT($$OUTSIDE(date):text_" is outside the years 1800 to 2699.",1:"")
  ;
-FMFAULT(text,sentence) ; The same for a text that should be a FileMan date
+FMFAULT(text,sentence) ; The same for a FileMan date; empty for an empty text
  NEW fault
  IF text="" QUIT ""
  IF $$ISDATE(text) QUIT ""
  SET fault=$SELECT(text?1.8N.1(1".".6N):$$FAULT($$SLASHED(text),""),1:"")
  QUIT $SELECT(fault="":sentence,1:fault)
  ;
-TYPED(text) ; The FileMan date of a date as users type it in a search: 1/2/2006, 1-2-2006, 01022006, 2006-01-02, JAN 2,2006, 2 JAN 2006
+TYPED(text) ; The FileMan date of a date as users type it in a search:
+ ; 1/2/2006, 1-2-2006, 01022006, 2006-01-02, JAN 2,2006, 2 JAN 2006
  NEW parts
  IF text?8N SET text=$EXTRACT(text,1,2)_"/"_$EXTRACT(text,3,4)_"/"_$EXTRACT(text,5,8)
  IF text?4N1"-"1.2N1"-"1.2N SET text=$PIECE(text,"-",2,3)_"-"_$PIECE(text,"-")
@@ -86,10 +87,10 @@ TYPED(text) ; The FileMan date of a date as users type it in a search: 1/2/2006,
  IF parts?3.A1" "1.2N1" "4N SET text=$$MONTH($PIECE(parts," "))_"/"_$PIECE(parts," ",2,3),text=$TRANSLATE(text," ","/")
  QUIT $$PARSE(text)
  ;
-MONTH(name) ; The number of a month by its first three letters; 0 for none
+MONTH(name) ; The number of a month by its first three letters; 0 if unknown
  QUIT $FIND("JAN FEB MAR APR MAY JUN JUL AUG SEP OCT NOV DEC",$EXTRACT(name,1,3))\4
  ;
-CALENDAR(text) ; The same as PARSE, of any year
+CALENDAR(text) ; Like PARSE, for any year
  NEW date,day,month,time,year
  SET date=$PIECE(text," "),time=$PIECE(text," ",2)
  IF date'?1.2N1"/"1.2N1"/"4N QUIT ""

@@ -1,14 +1,17 @@
-# Copies the data into a new or empty folder while sessions work: the state of one moment. --backup FOLDER
+# shellcheck shell=bash
+# Copies the data of one moment into a new or empty folder while sessions run: --backup FOLDER
+: "${data?}" "${gtm_dist?}" "${started_in?}"
 target=${1:-}
-[ -n "$target" ] || fail "No folder for the backup was named (--backup FOLDER)."
+[ -n "$target" ] || fail "Name the folder for the backup: --backup FOLDER."
 [[ $target == /* ]] || target=$started_in/$target
-[ -e created ] || fail "There are no data in $data to back up."
-mkdir -p -- "$target" && [ -d "$target" ] && [ -z "$(ls -A -- "$target")" ] || fail "The folder $target is not empty or cannot be made."
+[ -e created ] || fail "There is no data in $data to back up."
+mkdir -p -- "$target" && [ -d "$target" ] && [ -z "$(ls -A -- "$target")" ] \
+    || fail "The folder $target is not empty or cannot be created."
 target=$(cd -- "$target" && pwd -P)
-case "$target/" in "$data/"*) fail "The folder $target lies in the data folder." ;; esac
+case "$target/" in "$data/"*) fail "The folder $target is inside the data folder." ;; esac
 open_data
 
-# What is left of a backup that did not come to its end has no file "manifest", so that nobody takes it for one.
+# An unfinished backup has no file "manifest" and cannot be restored.
 give_up() {
     rm -f "$target"/{app.dat,app.gld,says,manifest.part}
     fail "$1"
@@ -16,8 +19,9 @@ give_up() {
 trap 'give_up "The backup was interrupted."' INT TERM HUP
 exec 5<"$target" || fail "The folder $target cannot be read."
 "$gtm_dist/mupip" backup -online -replace DEFAULT /proc/self/fd/5/app.dat >"$target/says" 2>&1 \
-    && cp app.gld "$target/" || { cat "$target/says" >&2; give_up "The data cannot be copied to $target: is the disk full?"; }
-integ_of "$target" || give_up "The copy in $target is not sound. Check the database with --check."
+    && cp app.gld "$target/" \
+    || { cat "$target/says" >&2; give_up "The data cannot be copied to $target: is the disk full?"; }
+integ_of "$target" || give_up "The copy in $target is corrupt. Check the database with --check."
 rm -f "$target/says"
 write_manifest "$target" || give_up "The disk of $target is full."
-echo "The data of $data are in $target, and are sound."
+echo "The data of $data was copied to $target and checked."

@@ -213,7 +213,7 @@ TEST_F(Contract, WhatDoesNotFitIsRefusedInWords)
         { L"MEVREF SET", L"^EXAM^1^1^^", L"Enter the date of the refusal as mm/dd/yyyy." },
         { L"MEVREF SET", L"^EXAM^1^1^T-1^", L"Enter the date of the refusal as mm/dd/yyyy." },
         { L"MEVREF SET", L"^EXAM^1^1^01/02/1726^", L"01/02/1726 is outside the years 1800 to 2699." },
-        { L"MEVREF SET", L"^EXAM^1^14^01/02/2026^no^thanks", L"A text cannot hold a \"^\": nothing was saved." },
+        { L"MEVREF SET", L"^EXAM^1^14^01/02/2026^no^thanks", L"A text cannot contain a \"^\": nothing was saved." },
         { L"MEVREF SET", L"^EXAM^1^14^01/02/2026^\u00e9", L"The comment must be longer than 1 character." },
         { L"MEVREF REFLIST", L"Lab", L"There is no single item of this type." },
         { L"MEVUTL SETPARM", L"MEVZ^1", L"The parameter MEVZ may not be changed here." },

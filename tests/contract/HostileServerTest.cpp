@@ -83,7 +83,7 @@ const std::vector<ServerCall>& callTable()
 {
     static const std::vector<ServerCall> table = [] {
         std::vector<ServerCall> calls;
-        QFile routine(QFileInfo(QStringLiteral(SERVER_PROGRAM)).path() + QStringLiteral("/routines/MEVSERVE.m"));
+        QFile routine(QFileInfo(QStringLiteral(SERVER_PROGRAM)).path() + QStringLiteral("/routines/MEVSESSION.m"));
         EXPECT_TRUE(routine.open(QIODevice::ReadOnly)) << routine.fileName().toStdString();
         const QByteArray text = routine.readAll();
         for (const QByteArray& line : text.sliced(text.indexOf("\nTABLE ;")).split('\n')) {
@@ -143,11 +143,11 @@ const std::vector<QByteArray>& hostileTexts()
     static const std::vector<QByteArray> texts = [] {
         const QByteArray touch = "\"touch " + executedFile().toUtf8() + "\"";
         std::vector<QByteArray> list { "", "^", "|", "~", "\"", "\"\"", "'", "`", "`1", ")", "1,0)", ";", "//",
-            "$ZVERSION", "$ZSYSTEM", "$$HALT^MEVSERVE", "HALT", "@x", "@\"^MEVPAT\"", "^MEVPAT(2,0)", "\"_$ZVERSION_\"",
-            "_$ZVERSION_", "$C(1)", "$CHAR(94)", "\")_$ZVERSION_(\"", "X ZSYSTEM " + touch, "ZSYSTEM " + touch,
-            "I $ZSYSTEM(" + touch + ")", "K ^MEVPAT", "\" KILL ^MEVPAT ;", "I 1 ZSYSTEM " + touch, "\n", "\r\n",
-            "\r\n9^^^x\r\n", "\x01", QByteArray(1, '\0'), "\x1b[2J", "\x7f", "\xff\xfe", "\xc3\xa9", "0", "-1", "1E9",
-            "00001", "1.5", ".5", "999999999999999999", "1E999", "9999999", "2", "13" };
+            "$ZVERSION", "$ZSYSTEM", "$$HALT^MEVSESSION", "HALT", "@x", "@\"^MEVPAT\"", "^MEVPAT(2,0)",
+            "\"_$ZVERSION_\"", "_$ZVERSION_", "$C(1)", "$CHAR(94)", "\")_$ZVERSION_(\"", "X ZSYSTEM " + touch,
+            "ZSYSTEM " + touch, "I $ZSYSTEM(" + touch + ")", "K ^MEVPAT", "\" KILL ^MEVPAT ;", "I 1 ZSYSTEM " + touch,
+            "\n", "\r\n", "\r\n9^^^x\r\n", "\x01", QByteArray(1, '\0'), "\x1b[2J", "\x7f", "\xff\xfe", "\xc3\xa9", "0",
+            "-1", "1E9", "00001", "1.5", ".5", "999999999999999999", "1E999", "9999999", "2", "13" };
         for (const char letter : { 'A', '9', '^', '|', '"', ',' })
             for (const int length : { 300, 40000 })
                 list.push_back(QByteArray(length, letter));

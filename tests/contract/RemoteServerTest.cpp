@@ -240,26 +240,28 @@ TEST_F(Remote, ListsOfRevokedCertificatesThatWouldShutEverybodyOut)
     const QStringList old { "-gencrl", "-crl_lastupdate", "20200101000000Z", "-crl_nextupdate", "20200201000000Z" };
     ServedRemotely server;
     EXPECT_EQ(server.authority(old + QStringList { "-out", "old.crl" }), "");
-    EXPECT_EQ(server.addRevokedList("old.crl"), "old.crl is out of date since Feb  1 00:00:00 2020 GMT.");
+    EXPECT_EQ(server.addRevokedList("old.crl"), "add-revoked-list: old.crl expired on Feb  1 00:00:00 2020 GMT.");
     EXPECT_EQ(server.authority({ "-config", "foreign-authority.cnf", "-gencrl", "-out", "foreign.crl" }), "");
     EXPECT_EQ(server.addRevokedList("foreign.crl"),
-        "foreign.crl is no list of revoked certificates from the authority in ./authority.pem.");
+        "add-revoked-list: foreign.crl is not a list of revoked certificates from the authority in ./authority.pem.");
     EXPECT_EQ(refusal(server.as("sorrel")), "signed on");
 
     EXPECT_EQ(server.authority({ "-gencrl", "-crl_lastupdate", "20990101000000Z", "-crl_nextupdate", "20990201000000Z",
                   "-out", "future.crl" }),
         "");
     EXPECT_EQ(server.addRevokedList("future.crl"),
-        "future.crl is not valid before Jan  1 00:00:00 2099 GMT: the clock of the authority's machine, or this one's, "
-        "is wrong.");
+        "add-revoked-list: future.crl is not valid before Jan  1 00:00:00 2099 GMT: the clock of the authority's "
+        "machine, "
+        "or this one's, is wrong.");
     EXPECT_EQ(server.authority({ "-gencrl", "-out", "new.crl" }), "");
     EXPECT_EQ(
         server.administer("sh", { "-c", "umask 077; $0 new.crl . revoked.pem", server.script("add-revoked-list") }),
         "");
     EXPECT_TRUE(QFile::permissions(server.file("revoked-lists.pem")) & QFile::ReadOther);
-    EXPECT_EQ(
-        server.addRevokedList("new.crl", { "sorrel.pem" }), "sorrel.pem is not refused as revoked: sorrel.pem: OK");
-    EXPECT_TRUE(server.addRevokedList("revoked.crl").starts_with("revoked.crl is older than the list in force, "));
+    EXPECT_EQ(server.addRevokedList("new.crl", { "sorrel.pem" }),
+        "add-revoked-list: sorrel.pem is not refused: sorrel.pem: OK");
+    EXPECT_TRUE(server.addRevokedList("revoked.crl")
+                    .starts_with("add-revoked-list: revoked.crl is older than the list in force, "));
     EXPECT_EQ(refusal(server.as("sorrel")), "signed on");
 
     // Time does it all the same, where nobody makes new lists; the user is told whose fault it is.

@@ -67,7 +67,7 @@ def users():
         assert at_work.text("MEVUTL SETPARM", "RepHist-PedWtOpt^1") == "1"
     by_engine(f'SET n="" FOR c=0:1 SET n=$ORDER(^MEVDONE("{at_work.token}",n)) IF n="" ZHALT c\'=50')
     at_work.call("MEVHOST SUBSCRIBE", "X.1")
-    assert "no number of a user named" in admin("--users", "disable", "REED,OLIVE", "2", fails=True)
+    assert "Not the number of a user named" in admin("--users", "disable", "REED,OLIVE", "2", fails=True)
     admin("--users", "disable", "REED,OLIVE")
     admin("--notify", "X.1")  # an event would be read in the place of the next reply
     for call in (("MEVHOST KEYS", "PROVIDER"), ("MEVUTL SETPARM", "RepHist-PedWtOpt^1")):
@@ -104,14 +104,14 @@ def limits():
     by_engine('ZHALT $DATA(^MEVSUB("Q"))')
     assert {reader.text("MEVHOST SUBSCRIBE", f"X.{number}") for number in range(1000)} == {"1"}
     assert reader.text("MEVHOST SUBSCRIBE", "X.1") == "1"
-    assert reader.text("MEVHOST SUBSCRIBE", "Y").startswith("-1^This session subscribes 1,000")
+    assert reader.text("MEVHOST SUBSCRIBE", "Y").startswith("-1^This session subscribes to 1,000")
     reader.process.send_signal(19)
     by_engine("FOR i=1:1:5000 SET ^MEVQUE($ORDER(^MEVSUB(\"X.1\",\"\")),$INCREMENT(^MEVQUE($ORDER(^MEVSUB(\"X.1\",\"\")))))=\"X.1\"_$C(10)")
     for _ in range(2):
         admin("--notify", "X.1")
         by_engine('ZHALT $ORDER(^MEVQUE($ORDER(^MEVSUB("X.1","")),0))\'=""')
     reader.process.send_signal(18)
-    assert "has not read its events" in reader.frame() and reader.frame() == ""
+    assert "does not read its events" in reader.frame() and reader.frame() == ""
 
 
 class OnSocket(Session):
@@ -176,21 +176,21 @@ def audit():
     *_, kept = admin("--audit", "--verify").splitlines()
     entry, last = int(heads[4][0]), int(kept.split()[0])
     for change, found in (
-            (f'SET $PIECE(^MEVAUD({entry}),"^",7)="BARE,JUNO"', f"Entry {entry} was changed"),
-            (f'SET ^MEVAUD({entry},"BEFORE","^MEVREF",1,1)="thirst"', f"Entry {entry} was changed"),
-            (f'SET ^MEVAUD({entry},"NOTE","a")=1', f"Entry {entry} holds"),
+            (f'SET $PIECE(^MEVAUD({entry}),"^",7)="BARE,JUNO"', f"Entry {entry} or the one before it was changed"),
+            (f'SET ^MEVAUD({entry},"BEFORE","^MEVREF",1,1)="thirst"', f"Entry {entry} or the one before it was changed"),
+            (f'SET ^MEVAUD({entry},"NOTE","a")=1', f"Entry {entry} has an unexpected node"),
             # With a hash of its own: the next one does not fit any more.
             (f'SET n=^MEVAUD({entry}),$PIECE(n,"^",2)=9,f=$PIECE(^MEVAUD({entry - 1}),"^",11),$PIECE(n,"^",11)=$$LINK^MEVAUDIT'
-             f'(f,{entry},$PIECE(n,"^",1,10)),^MEVAUD({entry})=n', f"Entry {entry + 1} was changed, or the one before it"),
+             f'(f,{entry},$PIECE(n,"^",1,10)),^MEVAUD({entry})=n', f"Entry {entry + 1} or the one before it was changed"),
             (f"KILL ^MEVAUD({entry})", f"Entry {entry} is missing"),
-            (f"MERGE ^MEVAUD({entry}.5)=^MEVAUD({entry})", f"Entry {entry}.5 was put in"),
-            (f"MERGE ^MEVAUD({last + 1})=^MEVAUD({last})", f"Entry {last + 1} was put in"),
+            (f"MERGE ^MEVAUD({entry}.5)=^MEVAUD({entry})", f"Entry {entry}.5 was inserted"),
+            (f"MERGE ^MEVAUD({last + 1})=^MEVAUD({last})", f"Entry {last + 1} was inserted"),
             (f"KILL ^MEVAUD({last})", f"Entry {last} is missing at the end"),
             (f'KILL ^MEVAUX("PATIENT",5,{entry})', f"Entry {entry} is missing in the index"),
             (f'KILL ^MEVAUX("RECORD","MEVREF",1,{entry})', f"Entry {entry} is missing in the index"),
-            (f'SET $PIECE(^MEVAUD({entry}),"^",12)="x"', f"Entry {entry} was changed"),
-            ("SET ^MEVAUD(0)=1", "Entry 0 was put in"), ("KILL ^MEVAUD", "All entries are missing"),
-            (f'KILL ^MEVAUD({last}) SET ^MEVAUD={last - 1}_"^"_$PIECE(^MEVAUD({last - 1}),"^",11)', f"Entry {last} is not the one")):
+            (f'SET $PIECE(^MEVAUD({entry}),"^",12)="x"', f"Entry {entry} or the one before it was changed"),
+            ("SET ^MEVAUD(0)=1", "Entry 0 was inserted"), ("KILL ^MEVAUD", "All entries are missing"),
+            (f'KILL ^MEVAUD({last}) SET ^MEVAUD={last - 1}_"^"_$PIECE(^MEVAUD({last - 1}),"^",11)', f"Entry {last} does not have the hash")):
         by_engine("MERGE ^KEPT=^MEVAUD,^KEPX=^MEVAUX " + change)
         assert found in admin("--audit", "--verify", *kept.split(), fails=True), change
         by_engine("KILL ^MEVAUD,^MEVAUX MERGE ^MEVAUD=^KEPT,^MEVAUX=^KEPX KILL ^KEPT,^KEPX")
@@ -201,7 +201,7 @@ def audit():
     assert "changed or deleted, patient 5" not in admin("--audit", "--verify") + admin("--audit", "--patient", "5")
     assert "MEVREF DEL: changed or deleted\n    asked: 9" in admin("--audit", "--patient", "5")
     by_engine('SET $PIECE(^MEVAUD(1),"^",2)=2')
-    assert "Entry 2 was changed, or the one before it" in admin("--audit", "--verify", fails=True)
+    assert "Entry 2 or the one before it was changed" in admin("--audit", "--verify", fails=True)
 
 
 def faults():

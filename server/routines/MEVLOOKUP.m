@@ -1,41 +1,41 @@
-MEVLOOK ; Searches of tables: by the beginning of the name, by code, by number
- ; Screens come with the call as texts; they are compared with the ones known here and never executed.
+MEVLOOKUP ; Searches of tables: by the beginning of the name, by code, by number
+ ; Screens arrive as texts, are compared with the known ones, and are never executed.
  ;
-DICLKUP ; Call: file ^ text ^^^ most ^ index ^ screen ^^ fields. Lines by the file's layout, see LINE.
+DICLKUP ; Call: file ^ text ^^^ most ^ index ^ screen ^^ fields. LINE gives the layout of the lines.
  NEW count,file,most,root,screen,search
  SET file=$PIECE(param,"^"),search=$PIECE(param,"^",2),most=$PIECE(param,"^",5),screen=$PIECE(param,"^",7),count=0
- SET root=$SELECT(file?1.7N.1(1".".3N):$$SEARCHED^MEVDD(file),1:"")
- IF root="" DO NO^MEVSET("This file cannot be searched.") QUIT
- IF screen'="",'$$ISKNOWN(screen) DO NO^MEVSET("This screen is not known.") QUIT
+ SET root=$SELECT(file?1.7N.1(1".".3N):$$SEARCHED^MEVFILES(file),1:"")
+ IF root="" DO NO^MEVSAVE("This file cannot be searched.") QUIT
+ IF screen'="",'$$ISKNOWN(screen) DO NO^MEVSAVE("This screen is not known.") QUIT
  IF most'?1.3N!(most>250)!(most<1) SET most=250
  QUIT:$LENGTH(search)>100
- SET search=$$FOLD^MEVFIND(search)
+ SET search=$$FOLD^MEVNAMEINDEX(search)
  IF file=200!(file=2),search="" QUIT
  DO BYNUMBER,BYCODE,BYNAME
  QUIT
  ;
-BYNUMBER ; The entry of this number
+BYNUMBER ; Adds the entry with this number
  IF search?1N.8N,$DATA(@root@(search,0)) DO TAKE(search)
  QUIT
  ;
-BYCODE ; The entries of exactly this code
+BYCODE ; Adds the entries with exactly this code
  NEW ien
  QUIT:search=""
  SET ien=""
  FOR  SET ien=$ORDER(@root@("C",search,ien)) QUIT:ien=""  QUIT:count=most  DO TAKE(ien)
  QUIT
  ;
-BYNAME ; The entries whose name begins so
- DO WALK^MEVFIND(root,"F",search,"TAKE^MEVLOOK(ien)")
+BYNAME ; Adds the entries whose name begins with the text
+ DO WALK^MEVNAMEINDEX(root,"F",search,"TAKE^MEVLOOKUP(ien)")
  QUIT
  ;
-TAKE(ien) ; Adds an entry that the screen lets pass, once
+TAKE(ien) ; Adds an entry that passes the screen, once
  QUIT:$DATA(search(ien))
  QUIT:'$$PASSES(ien)
  SET search(ien)="",count=count+1,reply(count)=$$LINE(ien)
  QUIT
  ;
-LINE(ien) ; number ^ name ^ name ^ code; where the columns ask for it the code or the name stands in another place
+LINE(ien) ; number ^ name ^ name ^ code, in another order where the client's columns require it
  NEW code,name,node
  SET node=@root@(ien,0),name=$PIECE(node,"^"),code=$PIECE(node,"^",2)
  IF file=2 QUIT ien_"^"_name_"^"_name_"^"_$PIECE(node,"^",2)_"^"_$$SLASHED^MEVDATE($PIECE(node,"^",3))
@@ -46,17 +46,17 @@ LINE(ien) ; number ^ name ^ name ^ code; where the columns ask for it the code o
  IF file=9999999.88!(file=80.1) QUIT ien_"^"_code_"^"_code_"^"_name
  QUIT ien_"^"_name_"^"_name_"^"_code
  ;
-ISKNOWN(screen) ; One of the screens that the panel sends
+ISKNOWN(screen) ; True for the screens that the panel sends
  QUIT $$SCREENKIND(screen)'=""
  ;
-SCREENKIND(screen) ; What a screen asks: ACTIVE (the entry is in use), PROVIDER, LOT, empty when unknown
+SCREENKIND(screen) ; A screen's condition: ACTIVE (the entry is in use), PROVIDER, LOT; empty if unknown
  IF screen="I $$ACTPRV(Y)" QUIT "PROVIDER"
  IF screen="I $$ACTHLOC(Y)" QUIT "ACTIVE"
  IF screen=".07'=1"!(screen=".03'=1")!(screen=".04'=1")!(screen=".13'=1")!(screen="100'=1") QUIT "ACTIVE"
  IF screen="I $D(~AUTTIML(""C"",Y)),$P($G(~AUTTIMM(Y,0)),U,7)'=1" QUIT "LOT"
  QUIT ""
  ;
-PASSES(ien) ; The entry passes the screen
+PASSES(ien) ; True if the entry passes the screen
  NEW kind
  SET kind=$$SCREENKIND(screen)
  IF kind="PROVIDER" QUIT $DATA(^MEVUSR(ien,"KEY","PROVIDER"))
@@ -66,13 +66,15 @@ PASSES(ien) ; The entry passes the screen
  ;
 TABLE(which,layout) ; Searches one of the lists below by code or by a word in the text
  NEW code,count,index,list,search,text
- SET search=$PIECE(param,"^",2),list=$PIECE($TEXT(@which),";;",2),count=0
+ SET search=$PIECE(param,"^",2),list=$$LISTED^MEVTEXT(which,"MEVLOOKUP"),count=0
  QUIT:$LENGTH(search)>100
- SET search=$$FOLD^MEVFIND(search)
+ SET search=$$FOLD^MEVNAMEINDEX(search)
  FOR index=1:1:$LENGTH(list,";") DO
  . SET code=$PIECE($PIECE(list,";",index),"="),text=$PIECE($PIECE(list,";",index),"=",2)
- . IF search'="",$EXTRACT(code,1,$LENGTH(search))'=search,$$FOLD^MEVFIND(text)'[search QUIT
- . SET count=count+1,reply(count)=$SELECT(layout="DIAGNOSIS":text_"^"_index_"^^"_code,layout="CODES":index_"^"_code_"^"_text_"^^",1:index_"^"_text_"^"_text_"^"_code)
+ . IF search'="",$EXTRACT(code,1,$LENGTH(search))'=search,$$FOLD^MEVNAMEINDEX(text)'[search QUIT
+ . SET count=count+1,reply(count)=index_"^"_text_"^"_text_"^"_code
+ . IF layout="DIAGNOSIS" SET reply(count)=text_"^"_index_"^^"_code
+ . IF layout="CODES" SET reply(count)=index_"^"_code_"^"_text_"^^"
  QUIT
  ;
 ICDLKUP ; Calls: diagnoses by code or text; text ^ number ^^ code
@@ -87,7 +89,12 @@ OTHCATS ; Call: categories of procedures
 CMLKUP ; Call: transaction codes; number ^ code ^ description ^ CAN ^ class
  DO TABLE("TRANSACTIONS","CODES")
  QUIT
-DIAGNOSES ;;J45.20=ASTHMA, MILD INTERMITTENT;J45.30=ASTHMA, MILD PERSISTENT;J45.40=ASTHMA, MODERATE PERSISTENT;E11.9=DIABETES, TYPE 2;I10=HYPERTENSION;Z34.90=PRENATAL CARE
-PROCEDURES ;;94010=SPIROMETRY;93000=ELECTROCARDIOGRAM;90471=IMMUNIZATION ADMINISTRATION;99213=OFFICE VISIT
-CATEGORIES ;;1=OFFICE VISITS;2=LABORATORY;3=RADIOLOGY;4=THERAPIES
-TRANSACTIONS ;;T100=CLINIC VISIT;T200=TELEPHONE CONTACT;T300=HOME VISIT
+DIAGNOSES ;
+ ;;J45.20=ASTHMA, MILD INTERMITTENT;J45.30=ASTHMA, MILD PERSISTENT;J45.40=ASTHMA, MODERATE PERSISTENT
+ ;;E11.9=DIABETES, TYPE 2;I10=HYPERTENSION;Z34.90=PRENATAL CARE
+PROCEDURES ;
+ ;;94010=SPIROMETRY;93000=ELECTROCARDIOGRAM;90471=IMMUNIZATION ADMINISTRATION;99213=OFFICE VISIT
+CATEGORIES ;
+ ;;1=OFFICE VISITS;2=LABORATORY;3=RADIOLOGY;4=THERAPIES
+TRANSACTIONS ;
+ ;;T100=CLINIC VISIT;T200=TELEPHONE CONTACT;T300=HOME VISIT

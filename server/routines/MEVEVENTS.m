@@ -1,13 +1,13 @@
-MEVEVENT ; Events between sessions
- ; Each session has a number, a lock on it for life, a list of subscribed names and a queue. Who raises an event puts it
- ; into the queues of all subscribers and wakes their processes; they send it between two frames. Whoever can get a
- ; session's lock knows that it is gone, and clears what it left.
+MEVEVENTS ; Events between sessions
+ ; Each session has a number, a lock on that number until it ends, a list of subscribed names, and a queue. RAISE adds
+ ; an event to the queues of all subscribers and wakes their processes, which send it between two frames. A process that
+ ; can take a session's lock knows that the session has ended, and removes its data.
  ;
  ; ^MEVSES(session)=process id    ^MEVSES(session,"USER")=user    ^MEVSES(session,"SUB")=count of names
  ; ^MEVSES(session,"SUB",name)=""    ^MEVSUB(name,session)=""
- ; ^MEVQUE(session)=last entry    ^MEVQUE(session,entry)=name LF data    ^MEVQUE(session,0)="" too many waited: it shall end
+ ; ^MEVQUE(session)=last entry    ^MEVQUE(session,entry)=name LF data    ^MEVQUE(session,0)="" if it overflowed
  ;
-OPEN ; A session begins. Its lock is of the kind that LOCK, which ends a call's locks, leaves alone.
+OPEN ; A session begins. It uses ZALLOCATE because LOCK, which releases a call's locks, leaves that alone.
  SET session=$INCREMENT(^MEVSES)
  ZALLOCATE ^MEVSESL(session)
  SET ^MEVSES(session)=$JOB
@@ -18,20 +18,20 @@ CLOSE ; A session ends
  ZDEALLOCATE
  QUIT
  ;
-CLEAR(number) ; Takes out all that a session left
+CLEAR(number) ; Removes a session's subscriptions and queue
  NEW name
  SET name=""
  FOR  SET name=$ORDER(^MEVSES(number,"SUB",name)) QUIT:name=""  KILL ^MEVSUB(name,number)
  KILL ^MEVSES(number),^MEVQUE(number)
  QUIT
  ;
-SWEEP ; Clears the sessions whose processes are gone
+SWEEP ; Clears the sessions whose processes have ended
  NEW ignored,number
  SET number=""
  FOR  SET number=$ORDER(^MEVSES(number)) QUIT:number=""  IF number'=session SET ignored=$$ALIVE(number)
  QUIT
  ;
-ALIVE(number) ; The session's process lives; what a dead one left is cleared
+ALIVE(number) ; True if the session's process is running; otherwise clears the session
  LOCK +^MEVSESL(number):0 ELSE  QUIT 1
  DO GONE^MEVAUDIT(number),CLEAR(number)
  LOCK -^MEVSESL(number)
@@ -41,7 +41,8 @@ SUBSCRIBE ; Call: event name
  IF param="" SET reply="-1^An event name is missing." QUIT
  IF $LENGTH(param)>200 SET reply="-1^The event name is too long." QUIT
  IF '$DATA(^MEVSES(session,"SUB",param)) DO  QUIT:reply'=""
- . IF $GET(^MEVSES(session,"SUB"))'<$$NAMES^MEVLIMIT SET reply="-1^This session subscribes "_$FNUMBER($$NAMES^MEVLIMIT,",")_" events already." QUIT
+ . IF $GET(^MEVSES(session,"SUB"))'<$$NAMES^MEVLIMITS DO  QUIT
+ . . SET reply="-1^This session subscribes to "_$FNUMBER($$NAMES^MEVLIMITS,",")_" events already."
  . SET ^MEVSES(session,"SUB")=$GET(^MEVSES(session,"SUB"))+1
  SET ^MEVSES(session,"SUB",param)="",^MEVSUB(param,session)="",reply=1
  QUIT
@@ -55,24 +56,26 @@ DROP ; Call: event name
  KILL ^MEVSES(session,"SUB",param),^MEVSUB(param,session)
  QUIT
  ;
-RAISE(event,data) ; Queues an event for the subscribers of its name and of each beginning that a "." ends
- NEW name,number,part,told
+RAISE(event,data) ; Queues an event for the subscribers of its name and of each prefix that ends before a "."
+ NEW name,number,part,queued
  FOR part=1:1:$LENGTH(event,".") SET name=$PIECE(event,".",1,part) IF name'="" DO
  . SET number=""
- . FOR  SET number=$ORDER(^MEVSUB(name,number)) QUIT:number=""  IF '$DATA(told(number)) SET told(number)="" DO TELL(number)
+ . FOR  SET number=$ORDER(^MEVSUB(name,number)) QUIT:number=""  IF '$DATA(queued(number)) DO
+ . . SET queued(number)=""
+ . . DO QUEUE(number)
  QUIT
  ;
-TELL(number) ; Queues for one session; SIGNAL wakes it, after the transaction
- ; Who does not read the events gets no more of them, and is ended: a host that comes back reloads what it shows.
+QUEUE(number) ; Queues the event for one session, which SIGNAL wakes after the transaction
+ ; A session that does not read its events is ended: its host reloads everything when it reconnects.
  NEW first
- IF '$PIECE($GET(^MEVUSR(+$GET(^MEVSES(number,"USER")),0)),"^",4) QUIT  ; disabled meanwhile
+ IF '$PIECE($GET(^MEVUSR(+$GET(^MEVSES(number,"USER")),0)),"^",4) QUIT  ; the user was disabled meanwhile
  SET first=$ORDER(^MEVQUE(number,"")),signals(number)=""
  QUIT:first=0
- IF first,^MEVQUE(number)-first+1'<$$EVENTS^MEVLIMIT KILL ^MEVQUE(number) SET ^MEVQUE(number,0)="" QUIT
+ IF first,^MEVQUE(number)-first+1'<$$EVENTS^MEVLIMITS KILL ^MEVQUE(number) SET ^MEVQUE(number,0)="" QUIT
  SET ^MEVQUE(number,$INCREMENT(^MEVQUE(number)))=event_$CHAR(10)_data
  QUIT
  ;
-SIGNAL ; Wakes the sessions that something was queued for. A dead session's process number may long be another program's.
+SIGNAL ; Wakes the sessions with queued events. ALIVE comes first: another program may have a dead session's process id.
  NEW ignored,number,process
  SET number=""
  FOR  SET number=$ORDER(signals(number)) QUIT:number=""  DO
@@ -82,16 +85,16 @@ SIGNAL ; Wakes the sessions that something was queued for. A dead session's proc
  KILL signals
  QUIT
  ;
-WAKE ; By the signal of another session: sends at once when no frame is being worked on
+WAKE ; Handles the signal of another session: sends the queue immediately unless a frame is being processed
  SET wake=1
  IF busy QUIT
- IF waiting ZGOTO waiting:HEARD^MEVSERVE
+ IF waiting ZGOTO waiting:HEARD^MEVSESSION
  IF stream="socket" QUIT
  DO SENDALL
  USE input
  QUIT
  ;
-FLUSH ; Before a request is waited for: sends what has come in, then lets WAKE do it
+FLUSH ; Sends the queue before the wait for a request; during the wait, WAKE does
  FOR  DO SENDALL SET busy=0 QUIT:'wake
  QUIT
  ;
@@ -99,13 +102,13 @@ SENDALL ; Sends the queue
  NEW entry
  SET busy=1,wake=0,entry=""
  FOR  SET entry=$ORDER(^MEVQUE(session,entry)) QUIT:entry=""  DO
- . IF entry=0 DO FAILED^MEVSERVE(0,"This host has not read its events: the server ends its session."),CLOSE HALT
- . DO FRAME^MEVSERVE("E"_^MEVQUE(session,entry))
+ . IF entry=0 DO FAILED^MEVSESSION(0,"This host does not read its events: the server ends the session."),CLOSE HALT
+ . DO FRAME^MEVSESSION("E"_^MEVQUE(session,entry))
  . KILL ^MEVQUE(session,entry)
  SET busy=0
  QUIT
  ;
-NOTIFY ; The administrator's tool: raises the event that the environment names
+NOTIFY ; Entry point of phserver --notify: raises the event that the environment names
  NEW event
  SET event=$ZTRNLNM("mev_event")
  DO RAISE(event,$ZTRNLNM("mev_event_data")),SIGNAL
