@@ -97,7 +97,7 @@ void kalmevRepHistCtrl::showEditor(RecordTypeNumber number, const Text& record, 
             m_shared,
             [&](frmAsthma& editor) {
                 editor.m_bRegKey = hasKey(EditKey::Registry);
-                editor.height = editor.m_bRegKey ? frmAsthma::RegistryHeight : frmAsthma::PlainHeight;
+                editor.setHeight(editor.m_bRegKey ? frmAsthma::RegistryHeight : frmAsthma::PlainHeight);
             },
             setVisit, setRecord);
     case RecordTypeNumber::TreatmentContract:

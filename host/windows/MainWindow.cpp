@@ -13,7 +13,7 @@
 #include "host/windows/ReadablePalette.h"
 #include "host/windows/TextSize.h"
 #include "host/windows/WaitBox.h"
-#include "host/windows/WheelGuard.h"
+#include "toolkit/WheelGuard.h"
 
 #include <QApplication>
 #include <QCloseEvent>

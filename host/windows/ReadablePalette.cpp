@@ -7,31 +7,15 @@
 
 namespace health {
 
-namespace {
-
-Colour numberOf(const QColor& colour)
-{
-    return static_cast<Colour>(colour.red() | colour.green() << 8 | colour.blue() << 16);
-}
-
-QColor colourOf(Colour number)
-{
-    return QColor(
-        static_cast<int>(number & 0xFF), static_cast<int>(number >> 8 & 0xFF), static_cast<int>(number >> 16 & 0xFF));
-}
-
-}
-
 QPalette readable(QPalette palette)
 {
     for (const auto group : { QPalette::Active, QPalette::Inactive }) {
-        const auto number = [&](QPalette::ColorRole role) { return numberOf(palette.color(group, role)); };
-        const Colour base = number(QPalette::Base);
+        const QColor base = palette.color(group, QPalette::Base);
         const QColor hint = palette.color(group, QPalette::PlaceholderText);
         palette.setColor(group, QPalette::PlaceholderText,
-            colourOf(readableOn(mixed(numberOf(hint), base, hint.alphaF()), { base, number(QPalette::Window) })));
+            readableOn(mixed(hint, base, hint.alphaF()), { base, palette.color(group, QPalette::Window) }));
         palette.setColor(group, QPalette::Highlight,
-            colourOf(readableOn(number(QPalette::Highlight), { number(QPalette::HighlightedText) })));
+            readableOn(palette.color(group, QPalette::Highlight), { palette.color(group, QPalette::HighlightedText) }));
     }
     return palette;
 }

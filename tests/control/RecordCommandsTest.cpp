@@ -90,7 +90,7 @@ TEST_F(RecordCommands, RegistryAndViewerFollowTheKeys)
         host.desktop.inForms = { [&](Form& form) {
                                     const auto& editor = dynamic_cast<frmAsthma&>(form);
                                     EXPECT_EQ(editor.m_bRegKey, holds);
-                                    EXPECT_EQ(editor.height, holds ? 5265 : 2400);
+                                    EXPECT_EQ(editor.height(), holds ? 5265 : 2400);
                                 },
             [&](Form& form) { EXPECT_EQ(dynamic_cast<frmElderView&>(form).m_bElder, holds); } };
         control.OpenRecord(5, L"5", L"81");

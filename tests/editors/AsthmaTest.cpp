@@ -152,9 +152,9 @@ TEST_F(AsthmaRecord, EditedRegistryIsShownAndTheVisitsReport)
 TEST_F(AsthmaRecord, RegistryFrameIsPartOfTheTallerFormOnly)
 {
     const auto parts = [&] { return form.arrangement().children.size(); };
-    form.height = frmAsthma::PlainHeight;
+    form.setHeight(frmAsthma::PlainHeight);
     const auto plain = parts();
-    form.height = frmAsthma::RegistryHeight;
+    form.setHeight(frmAsthma::RegistryHeight);
     EXPECT_EQ(parts(), plain + 1);
 }
 
