@@ -105,7 +105,7 @@ void RecordCommands::showEditor(RecordTypeNumber number, const Text& record, con
             m_shared,
             [&](frmAsthma& editor) {
                 editor.m_bRegKey = m_keys.has(EditKey::Registry);
-                editor.height = editor.m_bRegKey ? frmAsthma::RegistryHeight : frmAsthma::PlainHeight;
+                editor.setHeight(editor.m_bRegKey ? frmAsthma::RegistryHeight : frmAsthma::PlainHeight);
             },
             setVisit, setRecord);
     case RecordTypeNumber::TreatmentContract:

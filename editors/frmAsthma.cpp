@@ -37,7 +37,7 @@ enum RegistryRow {
 frmAsthma::frmAsthma(modShared& shared)
     : EditorForm(shared, L"frmAsthma", L"Update Asthma Record")
 {
-    height = PlainHeight;
+    setHeight(PlainHeight);
     setCaptions();
     for (const TextView severity :
         { L"Mild Intermittent", L"Mild Persistent", L"Moderate Persistent", L"Severe Persistent" })
@@ -104,7 +104,7 @@ Arrangement frmAsthma::arrangement()
     std::vector<Arrangement> parts { fields({ field(lblSeverity, { cboSeverity }) }),
         row({ frame(fraLung, entries(lblLung, txt, 3)), frame(fraTriggers, entries(lblTriggers, cbo, 3)) }),
         fields({ field(lblTriggers[3], { cbo[3] }) }) };
-    if (height >= RegistryHeight)
+    if (height() >= RegistryHeight)
         parts.push_back(
             frame(fraRegister, column({ row({ field(lblRegister, { lblStatus, cmdActivate, cmdEditReg }) }), fg })));
     parts.push_back(buttons({ cmdHS, cmdAdd, cmdCancel }));

@@ -6,19 +6,18 @@
 
 namespace health {
 
-// How the parts of a form stand to each other: a small tree that one renderer turns into real layouts. Tab order
-// follows the tree.
+// The layout of a form, as a tree that the renderer turns into Qt layouts. The tab order follows the tree.
 struct Arrangement {
     enum class Kind {
         Nothing,
         Column, // children below each other
         Row, // children side by side
         Frame, // `control` (a mevContainer) around the only child
-        Field, // `label` beside its control or row of controls, the children
+        Field, // `label` beside its controls, the children
         Single, // `control`
-        Buttons, // children at the end of a row
+        Buttons, // a row of children, aligned to the right
         Grid, // children of the kind Field, labels in one column
-        Line, // a separating line
+        Line, // a separator
     };
 
     Kind kind = Kind::Nothing;

@@ -1,4 +1,4 @@
-// The user's desktop, as the logic sees it: boxes, pointer, modal forms, clock.
+// The logic's interface to the user's desktop: boxes, pointer, modal forms, clock.
 #pragma once
 
 #include "api/Text.h"
@@ -10,7 +10,7 @@ namespace health {
 class Form;
 class Menu;
 
-// Styles of a message box; icon and button set are added up.
+// Styles of a message box; a style is the sum of an icon, a button set and a default button.
 namespace BoxStyle {
 inline constexpr int YesNo = 4;
 inline constexpr int Critical = 16;
@@ -27,7 +27,7 @@ enum class BoxAnswer {
     Closed,
 };
 
-// Pointer kinds by their numbers.
+// Mouse pointers and their numbers.
 enum class Pointer {
     Default = 0,
     Hourglass = 11,
@@ -41,20 +41,20 @@ public:
     // Shows a modal box and returns the user's answer.
     virtual BoxAnswer messageBox(TextView text, int style, TextView title) = 0;
     virtual void setPointer(Pointer pointer) = 0;
-    // Lets pending window messages (painting, resizing) be worked on; no user input.
+    // Processes pending window messages (painting, resizing), but no user input.
     virtual void processPendingEvents() = 0;
-    // Sends an edit box one of its window messages. `value` is alive during the call only.
+    // Sends a window message to an edit box. `value` is valid during the call only.
     virtual void sendEditMessage(EditHandle edit, int message, long first, const int* value) = 0;
-    // The civil date and time of the user's machine.
+    // The local date and time of the user's machine.
     virtual Moment now() const = 0;
 
-    // Makes the windows of a form without showing it, and drops them. The form stays the caller's.
+    // Creates the windows of a form without showing them, and destroys them. The caller keeps the form.
     virtual void load(Form& form) = 0;
     virtual void unload(Form& form) = 0;
     // Shows a form until it is closed: raises Form_Load, then Form_Activate whenever the form becomes active. The
-    // caller makes the form for this one display and drops it afterwards.
+    // caller creates the form for one display only.
     virtual void showModal(Form& form) = 0;
-    // Pops a menu up at the pointer, or at the control with the focus when a key asked for it.
+    // Opens a context menu at the mouse pointer, or beside the focused control if the user pressed the menu key.
     virtual void popUp(Menu& menu) = 0;
 };
 

@@ -4,7 +4,7 @@ namespace health {
 
 namespace {
 
-// Counts a move for as long as the object lives, also where a handler throws.
+// Counts a move during the object's life, even if a handler throws.
 class MoveScope {
 public:
     explicit MoveScope(int& moves)
@@ -97,7 +97,7 @@ bool Form::moveBetween(Control& control, Purpose purpose)
     m_notYetLeft = moved && &control == m_cancel ? left : nullptr;
     enter(moved ? control : *left);
     if (moved) {
-        // Leaving runs when the new control is known; it may move the focus on, or open a lookup.
+        // LostFocus runs after the new control is active; it may move the focus again or open a lookup.
         if (left && left != &control)
             raise(left->LostFocus);
         if (m_active == &control)
@@ -106,15 +106,15 @@ bool Form::moveBetween(Control& control, Purpose purpose)
     return moved;
 }
 
-// What was typed into the field takes effect and is judged; false where that keeps the focus in it.
+// Settles and validates the field; false if that keeps the focus in it.
 bool Form::isLeft(Control& field, const Control& next, Purpose purpose)
 {
     if (&next == m_cancel || !field.canBeUsed())
         return true;
-    const bool stands = field.settle();
+    const bool isSettled = field.settle();
     bool cancel = false;
     raise(field.Validate, cancel);
-    return !cancel && (stands || purpose == Purpose::Focus);
+    return !cancel && (isSettled || purpose == Purpose::Focus);
 }
 
 void Form::press(Button& button)

@@ -14,10 +14,9 @@ class Form;
 class FormObserver {
 public:
     virtual void captionChanged(Form& form) = 0;
-    // The active control has the focus from now on, also where it had it before: it was entered, or a refusal keeps the
-    // user in it.
+    // The active control gets the focus, or keeps it because the user may not leave it.
     virtual void focusMoved(Form& form) = 0;
-    // Leaving and entering are over; boxes and dialogs that came with them are closed.
+    // The move is complete: all its events have run, and boxes and dialogs that they opened are closed.
     virtual void focusSettled(Form& form) = 0;
     virtual void defaultChanged(Form& form) = 0;
     virtual void closed(Form& form) = 0;
@@ -26,8 +25,8 @@ protected:
     ~FormObserver() = default;
 };
 
-// A window of the program: its controls are members of the class that derives from it. The form knows which control has
-// the focus and runs the events of leaving and entering; a front end tells it what the user does.
+// A window of the program; its controls are members of the derived class. The form knows which control has the focus
+// and raises the focus events; the front end reports what the user does.
 class Form {
 public:
     explicit Form(TextView name, TextView caption = {})
@@ -39,68 +38,69 @@ public:
     Form& operator=(const Form&) = delete;
     virtual ~Form() = default;
 
-    // The form's own name, as error reports give it.
+    // The form's name in error reports.
     const Text& name() const { return m_name; }
     const Text& caption() const { return m_caption; }
     void setCaption(TextView caption);
-    // Design height in twips; 0: as high as its parts need.
-    int height = 0;
+    // Minimum height in twips; 0: as high as its parts need.
+    int height() const { return m_height; }
+    void setHeight(int twips) { m_height = twips; }
 
-    // What the form looks like; null for a form that is never shown.
+    // The form's layout; empty for a form that is never shown.
     virtual Arrangement arrangement() { return {}; }
 
-    // Before the form is shown (by way of load()); when it has been shown, and each time the user comes back to it from
-    // another form. A message box or another program in between raises nothing.
+    // Called by load() before the form is shown.
     virtual void Form_Load() { }
+    // Called after the form is shown and whenever the user returns to it from another form, but not after a message
+    // box or another program.
     virtual void Form_Activate() { }
 
-    // Raises Form_Load, once in the form's life.
+    // Calls Form_Load, once in the form's life.
     void load();
 
     void setObserver(FormObserver* observer) { m_observer = observer; }
 
     bool isOpen() const { return m_open; }
-    // By the front end, when it shows the form.
+    // Called by the front end when it shows the form.
     void open() { m_open = true; }
     // Ends the modal display.
     void close();
 
     Control* activeControl() const { return m_active; }
-    // By the program: moves the focus, with the events of leaving and entering. A control that cannot be used does not
-    // get it.
+    // By the program: moves the focus and raises the focus events. Does nothing for a control that cannot be used.
     void setFocus(Control& control);
-    // By the user: the same, unless Validate keeps the focus; false then. On the way to Cancel nothing is judged; what
-    // was left is judged when the user goes on from there to anything else.
+    // By the user: the same; false if Validate keeps the focus. A move to Cancel does not validate the field; a move
+    // from there to any other control does.
     bool moveFocus(Control& control) { return move(control, Purpose::Focus); }
-    // Leaving and entering are under way: a box or a dialog may be open.
+    // Focus events are running; they may have opened a box or a dialog.
     bool isMoving() const { return m_moves > 0; }
 
-    // The button that Enter presses, and the one that Escape presses; null for none.
+    // The buttons that Enter and Escape press; null for none.
     Button* defaultButton() const { return m_default; }
     void setDefaultButton(Button* button);
     Button* cancelButton() const { return m_cancel; }
 
-    // The button opens the lookup of the field.
+    // True if the button opens the lookup of the field.
     bool isLookupOf(const Control* field, const Control& button) const;
 
     bool hasLookup(const Control* field) const { return m_lookupButtons.contains(field); }
 
-    // The user presses a button by any means: the field with the focus is left first, but for Cancel. A field that
-    // is left can stop the press (see withholdPress).
+    // The user presses a button with mouse or keyboard. The focused field is left first and may stop the press (see
+    // withholdPress); Cancel skips validation.
     void press(Button& button);
 
 protected:
     void setCancelButton(Button& button) { m_cancel = &button; }
-    // The button beside a field that opens its lookup. Pressing it out of the field does not leave the field yet, or
-    // the lookup would come twice.
+    // The button beside a field that opens its lookup. Pressing it from the field does not leave the field yet,
+    // because leaving would open the lookup a second time.
     void setLookupButton(Control& field, Button& button) { m_lookupButtons[&field] = &button; }
-    // From a LostFocus: what became of the field wants to be seen before the button that is being pressed works.
+    // Called from LostFocus: cancels the pending button press so that the user sees the changed field first.
     void withholdPress() { m_pressWithheld = true; }
 
 private:
     enum class Purpose {
         Focus,
-        Press, // a date that is refused stops it, too
+        Press, // a refused date stops it too
     };
     bool move(Control& control, Purpose purpose);
     bool moveBetween(Control& control, Purpose purpose);
@@ -112,10 +112,11 @@ private:
     FormObserver* m_observer = nullptr;
     Control* m_active = nullptr;
     Control* m_notYetLeft = nullptr; // the field, while its lookup button or Cancel has the focus
-    int m_moves = 0; // nested: leaving a field may open a lookup that moves the focus on
+    int m_moves = 0; // nested, because leaving a field may open a lookup that moves the focus
     Button* m_default = nullptr;
     Button* m_cancel = nullptr;
     std::map<const Control*, const Control*> m_lookupButtons;
+    int m_height = 0;
     bool m_pressWithheld = false;
     bool m_open = false;
     bool m_loaded = false;

@@ -7,16 +7,18 @@
 namespace health {
 
 // One entry of a menu.
-class MenuItem : public CaptionedControl {
+class MenuItem final : public CaptionedControl {
 public:
-    // The user chooses the entry; nothing happens while it is disabled.
+    void accept(ControlVisitor& visitor) override { visitor.visit(*this); }
+
+    // The user chooses the entry; ignored while it is disabled or hidden.
     void choose()
     {
         if (isEnabled() && isVisible())
             raise(Click);
     }
 
-    // What the entry acts on, shown beside the caption; empty where the caption says it.
+    // What the entry acts on, shown beside the caption; empty if the caption suffices.
     const Text& detail() const { return m_detail; }
     void setDetail(TextView detail) { assign(m_detail, Text(detail), Change::Caption); }
 
@@ -26,9 +28,11 @@ private:
     Text m_detail;
 };
 
-// A menu as a list of entries that belong to the form; a null entry is a separating line.
-class Menu : public CaptionedControl {
+// A list of entries, which belong to the form; a null entry is a separator.
+class Menu final : public CaptionedControl {
 public:
+    void accept(ControlVisitor& visitor) override { visitor.visit(*this); }
+
     const std::vector<MenuItem*>& items() const { return m_items; }
     void setItems(std::vector<MenuItem*> items)
     {

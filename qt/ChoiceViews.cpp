@@ -31,7 +31,7 @@ OptionButtonView::OptionButtonView(OptionButton& option)
     : Mirror(option, toQString(option.caption()))
 {
     OutlineStyle::giveTo(*this);
-    // Those of one frame belong together, so that the arrow keys go from one to the next.
+    // Auto-exclusive within its frame, so that the arrow keys move between the options.
     setChecked(option.isChosen());
     connect(this, &QRadioButton::clicked, this, [this] {
         m_control.click();
@@ -49,7 +49,7 @@ void OptionButtonView::mirror(Change change)
 
 void OptionButtonView::mirrorChoice()
 {
-    setAutoExclusive(m_control.isChosen()); // an exclusive button cannot be taken back
+    setAutoExclusive(m_control.isChosen()); // Qt does not let an exclusive button be unchecked
     setChecked(m_control.isChosen());
     setAutoExclusive(true);
 }
@@ -80,7 +80,7 @@ void CheckListView::keyPressEvent(QKeyEvent* event)
         QListWidget::keyPressEvent(event);
 }
 
-// A click on a row's text ticks it; taking the tick back wants a click on the box itself.
+// A click on a row's text checks the row; only a click on the box itself unchecks it.
 void CheckListView::mouseReleaseEvent(QMouseEvent* event)
 {
     const QModelIndex under = indexAt(event->position().toPoint());
@@ -102,7 +102,7 @@ void CheckListView::mirror(Change change)
         setCurrentRow(m_control.listIndex());
 }
 
-// Boxes with room between them, so that none is hit by mistake.
+// Keeps the boxes apart, so that users do not hit the wrong one.
 int CheckListView::rowHeight() const { return fontMetrics().height() * 3 / 2; }
 
 void CheckListView::mirrorItems()
@@ -132,7 +132,7 @@ void CheckListView::changeEvent(QEvent* event)
         mirrorItems();
 }
 
-// Getting the focus selects nothing by itself; an arrow key does.
+// Unlike Qt's list, does not select a row on focus; an arrow key does.
 void CheckListView::focusInEvent(QFocusEvent* event)
 {
     const QScopedValueRollback guard(m_mirroring, true);

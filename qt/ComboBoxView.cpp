@@ -2,20 +2,23 @@
 
 #include "qt/OutlineStyle.h"
 #include "toolkit/QtText.h"
+#include "toolkit/WheelGuard.h"
 
 #include <QKeyEvent>
 #include <QStyleOptionComboBox>
 #include <QToolButton>
-#include <QWheelEvent>
 
 #include <algorithm>
 
 namespace health {
 
+using namespace Qt::StringLiterals;
+
 ComboBoxView::ComboBoxView(ComboBox& comboBox, QWidget* parent)
     : Mirror(comboBox, parent)
 {
     OutlineStyle::giveTo(*this);
+    installEventFilter(new WheelGuard(this));
     setFocusPolicy(Qt::StrongFocus);
     setSizeAdjustPolicy(QComboBox::AdjustToContents);
     if (comboBox.isEmptiable())
@@ -28,21 +31,21 @@ ComboBoxView::ComboBoxView(ComboBox& comboBox, QWidget* parent)
 void ComboBoxView::makeClearButton()
 {
     m_clear = new QToolButton(this);
-    m_clear->setText(QStringLiteral("\u00D7"));
+    m_clear->setText(u"\u00D7"_s);
     m_clear->setAutoRaise(true);
     m_clear->setFocusPolicy(Qt::NoFocus);
     m_clear->setCursor(Qt::ArrowCursor);
-    m_clear->setToolTip(tr("Clear this answer (Delete)"));
-    m_clear->setAccessibleName(tr("Clear this answer"));
+    m_clear->setToolTip(u"Clear this answer (Delete)"_s);
+    m_clear->setAccessibleName(u"Clear this answer"_s);
     connect(m_clear, &QToolButton::clicked, this, [this] {
         setFocus(Qt::OtherFocusReason);
         if (hasFocus())
             choose(-1);
     });
-    setAccessibleDescription(tr("Delete clears the answer."));
+    setAccessibleDescription(u"Delete clears the answer."_s);
 }
 
-// With room for the cross beside the longest answer.
+// Leaves room for the cross beside the longest answer.
 QSize ComboBoxView::sizeHint() const { return QComboBox::sizeHint() + QSize(m_clear ? fontMetrics().height() : 0, 0); }
 
 QSize ComboBoxView::minimumSizeHint() const
@@ -105,14 +108,6 @@ void ComboBoxView::keyPressEvent(QKeyEvent* event)
     m_control.pressKey(key);
     if (key != 0)
         event->ignore(); // for the form's default button
-}
-
-void ComboBoxView::wheelEvent(QWheelEvent* event)
-{
-    if (hasFocus())
-        QComboBox::wheelEvent(event);
-    else
-        event->ignore();
 }
 
 }

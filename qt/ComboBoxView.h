@@ -9,8 +9,7 @@ class QToolButton;
 
 namespace health {
 
-// Mirrors a drop-down list. The mouse wheel changes it only while it has the focus: a wheel turned on the way
-// past would change a clinical value unseen.
+// Mirrors a drop-down list. The mouse wheel changes it only while it has the focus (see WheelGuard).
 class ComboBoxView : public Mirror<QComboBox, ComboBox> {
 public:
     ComboBoxView(ComboBox& comboBox, QWidget* parent);
@@ -20,7 +19,6 @@ public:
 protected:
     void keyPressEvent(QKeyEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
-    void wheelEvent(QWheelEvent* event) override;
 
 private:
     void mirror(Change change) override;
@@ -29,7 +27,7 @@ private:
     void choose(int index);
     void makeClearButton();
 
-    QToolButton* m_clear = nullptr; // where the choice can be taken back
+    QToolButton* m_clear = nullptr; // in an emptiable list
 };
 
 }

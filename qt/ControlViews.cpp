@@ -10,11 +10,13 @@
 
 namespace health {
 
+using namespace Qt::StringLiterals;
+
 ButtonView::ButtonView(Button& button, QWidget* parent)
     : Mirror(button, toQString(button.caption()), parent)
 {
     setAutoDefault(false);
-    setFocusPolicy(Qt::TabFocus); // a click presses it; the press decides where the focus goes
+    setFocusPolicy(Qt::TabFocus); // the press, not the click, moves the focus
     connect(this, &QPushButton::clicked, this, [this] {
         if (m_press)
             m_press();
@@ -39,7 +41,7 @@ void ButtonView::setAccessKeyUsed(bool used)
     setShortcut(used ? QKeySequence::mnemonic(text()) : QKeySequence());
 }
 
-// A reload takes the commands away and gives them back at once: the focus would be anywhere by then.
+// A reload disables and re-enables the buttons; park the focus on the grid meanwhile.
 void ButtonView::keepFocusNear()
 {
     const QWidget* const focused = window()->focusWidget();
@@ -56,7 +58,7 @@ void ButtonView::keepFocusNear()
 ImageView::ImageView(Image& image, QWidget* parent)
     : Mirror(image, parent)
 {
-    setAccessibleName(QStringLiteral("Personal Health"));
+    setAccessibleName(u"Personal Health"_s);
     setAccessibleDescription(toLines(image.toolTip()));
     draw();
 }

@@ -14,13 +14,13 @@ class ButtonView : public Mirror<PressedAtOnce<QPushButton>, Button> {
 public:
     ButtonView(Button& button, QWidget* parent);
 
-    // What a click does instead of clicking the control itself.
+    // Replaces the action of a click; by default it clicks the control.
     void setPress(std::function<void()> press) { m_press = std::move(press); }
 
-    // Whether the caption's access key presses the button; it is underlined in any case.
+    // Whether the caption's access key presses the button; it is underlined in either case.
     void setAccessKeyUsed(bool used);
 
-    // Where the focus goes when the button with the focus cannot be used any more.
+    // The widget that takes the focus when the focused button is disabled.
     void setRefuge(QWidget& refuge) { m_refuge = &refuge; }
 
 private:
@@ -29,7 +29,7 @@ private:
 
     bool m_accessKeyUsed = true;
     QWidget* m_refuge = nullptr;
-    bool m_comesBack = false; // the focus, when the button can be used again at once
+    bool m_comesBack = false; // the focus returns if the button is enabled again within this event
     std::function<void()> m_press;
 };
 

@@ -1,10 +1,9 @@
 #include "qt/DateView.h"
 
-#include "qt/QtDesktop.h"
+#include "platform/Desktop.h"
 #include "toolkit/QtText.h"
 
 #include <QCalendarWidget>
-#include <QCoreApplication>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QMenu>
@@ -13,7 +12,9 @@
 
 namespace health {
 
-DateView::DateView(mevZvDate& date, QtDesktop& desktop)
+using namespace Qt::StringLiterals;
+
+DateView::DateView(mevZvDate& date, const Desktop& desktop)
     : Mirror(date)
     , m_desktop(desktop)
     , m_line(new EntryLine(toQString(date.shown())))
@@ -26,15 +27,15 @@ DateView::DateView(mevZvDate& date, QtDesktop& desktop)
     connect(m_line, &QLineEdit::textEdited, this, [this](const QString& text) { m_control.type(toText(text)); });
     m_button->setArrowType(Qt::DownArrow);
     setSpokenName({});
-    m_button->setToolTip(tr("Calendar"));
-    m_button->setFocusPolicy(Qt::NoFocus); // Alt+Down in the field opens it too
+    m_button->setToolTip(u"Calendar"_s);
+    m_button->setFocusPolicy(Qt::NoFocus); // Alt+Down in the field opens the calendar too
     auto* const layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
     layout->addWidget(m_line);
     layout->addWidget(m_button);
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
-    setFocusPolicy(Qt::StrongFocus); // or the label's key would pass it over
+    setFocusPolicy(Qt::StrongFocus); // else the label's access key would skip it
     setFocusProxy(m_line);
     connect(m_button, &QToolButton::clicked, this, &DateView::openCalendar);
     auto* const key = new QAction(this);
@@ -54,14 +55,14 @@ void DateView::mirror(Change change)
 
 void DateView::mirrorOptions()
 {
-    m_line->setPlaceholderText(m_control.requiresTime() ? tr("mm/dd/yyyy hh:mm, N") : tr("mm/dd/yyyy, T, T-3"));
-    m_line->setSample(m_line->placeholderText() + QStringLiteral("00"));
+    m_line->setPlaceholderText(m_control.requiresTime() ? u"mm/dd/yyyy hh:mm, N"_s : u"mm/dd/yyyy, T, T-3"_s);
+    m_line->setSample(m_line->placeholderText() + u"00"_s);
 }
 
 void DateView::setSpokenName(const QString& name)
 {
     m_line->setAccessibleName(name);
-    m_button->setAccessibleName(tr("%1 calendar").arg(name).trimmed());
+    m_button->setAccessibleName(u"%1 calendar"_s.arg(name).trimmed());
 }
 
 bool DateView::eventFilter(QObject* watched, QEvent* event)
@@ -85,7 +86,7 @@ void DateView::openCalendar()
         pick(picked);
 }
 
-// The day that the user picks; empty for none.
+// Returns the day that the user picks as "mm/dd/yyyy", or an empty text.
 QString DateView::askCalendar()
 {
     QMenu popup(this);
@@ -93,10 +94,10 @@ QString DateView::askCalendar()
     calendar->setAccessibleName(m_button->accessibleName());
     if (auto* const days = calendar->findChild<QTableView*>())
         days->setAccessibleName(m_button->accessibleName());
-    const std::pair<const char*, QString> arrows[] = { { "qt_calendar_prevmonth", tr("Previous month") },
-        { "qt_calendar_nextmonth", tr("Next month") } };
+    const std::pair<QString, QString> arrows[] = { { u"qt_calendar_prevmonth"_s, u"Previous month"_s },
+        { u"qt_calendar_nextmonth"_s, u"Next month"_s } };
     for (const auto& [object, name] : arrows) {
-        if (auto* const arrow = calendar->findChild<QToolButton*>(QLatin1String(object)))
+        if (auto* const arrow = calendar->findChild<QToolButton*>(object))
             arrow->setAccessibleName(name);
     }
     if (const auto moment = m_control.moment()) {
@@ -108,7 +109,7 @@ QString DateView::askCalendar()
     popup.addAction(action);
     QString picked;
     const auto close = [&](const QDate& date) {
-        picked = date.toString(QStringLiteral("MM/dd/yyyy"));
+        picked = date.toString(u"MM/dd/yyyy"_s);
         popup.close();
     };
     connect(calendar, &QCalendarWidget::activated, &popup, close);
@@ -123,7 +124,7 @@ void DateView::pick(const QString& picked)
     m_line->setFocus();
     if (window()->focusWidget() != m_line)
         return; // the field before kept the focus
-    // The time that is there stays; without one the user goes on with it.
+    // Keeps the time of day; if it is missing, the user types it next.
     const QString time = m_control.requiresTime() ? m_line->text().section(u' ', 1) : QString();
     m_line->setText(m_control.requiresTime() ? picked + u' ' + time : picked);
     m_control.type(toText(m_line->text()));

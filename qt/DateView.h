@@ -3,20 +3,22 @@
 #include "platform/controls/mevZvDate.h"
 #include "qt/EntryLine.h"
 #include "qt/Mirror.h"
+#include "qt/SpokenName.h"
 
 #include <QToolButton>
 
 namespace health {
 
-class QtDesktop;
+class Desktop;
 
-// A line for a date in any of the forms that mevZvDate understands, with a calendar.
-class DateView : public Mirror<QWidget, mevZvDate> {
+// A line for a date in any form that mevZvDate accepts, and a button that opens a calendar.
+class DateView : public Mirror<QWidget, mevZvDate>, public SpokenParts {
 public:
-    DateView(mevZvDate& date, QtDesktop& desktop);
+    // The desktop provides the time; it must outlive the view.
+    DateView(mevZvDate& date, const Desktop& desktop);
 
     EntryLine* line() { return m_line; }
-    void setSpokenName(const QString& name);
+    void setSpokenName(const QString& name) override;
 
 private:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -26,7 +28,7 @@ private:
     QString askCalendar();
     void pick(const QString& date);
 
-    QtDesktop& m_desktop;
+    const Desktop& m_desktop;
     EntryLine* m_line;
     QToolButton* m_button;
 };

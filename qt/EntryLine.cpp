@@ -31,7 +31,7 @@ void EntryLine::setSample(const QString& letters)
 
 QSize EntryLine::sizeOfSample() const
 {
-    constexpr int margins = 8; // the line's own, around the text
+    constexpr int margins = 8; // the line's margins around the text
     QStyleOptionFrame option;
     initStyleOption(&option);
     const QSize text(fontMetrics().horizontalAdvance(m_sample) + margins, fontMetrics().height());
@@ -43,7 +43,7 @@ QSize EntryLine::sizeHint() const { return m_sample.isEmpty() ? QLineEdit::sizeH
 
 QSize EntryLine::minimumSizeHint() const { return m_sample.isEmpty() ? QLineEdit::minimumSizeHint() : sizeOfSample(); }
 
-// A box may come between the focus and the click that brought it.
+// A message box may open between the focus event and the mouse press of the same click.
 void EntryLine::focusInEvent(QFocusEvent* event)
 {
     m_entering = m_entering || event->reason() == Qt::MouseFocusReason;

@@ -4,16 +4,16 @@
 
 namespace health {
 
-// An access key that belongs to nothing here: it must not leave its letter in a text.
+// An access key that no widget uses; it must not insert its letter into a text.
 bool isStrayAccessKey(const QKeyEvent& event);
 
-// The line of a text box or a date. A click that brings the focus into it selects its text, as every other way into it
-// does; in the line that has the focus a click sets the caret, and dragging selects a part.
+// The line of a text box or a date. The click that gives it the focus selects its text, as Tab does; later clicks set
+// the caret, and dragging selects a part.
 class EntryLine : public QLineEdit {
 public:
     explicit EntryLine(const QString& text = {}, QWidget* parent = nullptr);
 
-    // Makes the line as wide as a text of these letters needs it; none: as wide as its neighbours.
+    // Makes the line as wide as these letters; if empty, it expands like its neighbours.
     void setSample(const QString& letters);
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
@@ -30,8 +30,8 @@ private:
     QSize sizeOfSample() const;
 
     QString m_sample;
-    bool m_entering = false; // a click has given the focus; the line gets the press itself later
-    bool m_clickEnters = false; // the button is down
+    bool m_entering = false; // a click gave the focus; its mouse press follows
+    bool m_clickEnters = false; // that press is down
 };
 
 }

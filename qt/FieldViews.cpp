@@ -1,27 +1,14 @@
 #include "qt/FieldViews.h"
 
-#include "qt/DateView.h"
 #include "toolkit/QtText.h"
 
-#include <QCoreApplication>
 #include <QVBoxLayout>
 
 #include <algorithm>
 
 namespace health {
 
-void nameControl(QWidget& control, QString words)
-{
-    words.remove(u'&');
-    if (auto* const arrows = dynamic_cast<UpDownView*>(&control))
-        arrows->setSpokenName(words);
-    else if (auto* const date = dynamic_cast<DateView*>(&control))
-        date->setSpokenName(words);
-    else if (auto* const button = dynamic_cast<QAbstractButton*>(&control); !button)
-        control.setAccessibleName(words);
-    else if (button->text() == QStringLiteral("..."))
-        button->setAccessibleName(QCoreApplication::translate("FormBuilder", "Find %1").arg(words));
-}
+using namespace Qt::StringLiterals;
 
 // --- Label and frame ---
 
@@ -33,7 +20,7 @@ LabelView::LabelView(Label& label)
     mirrorColour();
 }
 
-// The toolkit measures a caption with an underlined letter a little too short.
+// Qt measures a caption with an underlined letter slightly too short.
 QSize LabelView::minimumSizeHint() const { return QLabel::minimumSizeHint() + QSize(2, 0); }
 
 QSize LabelView::sizeHint() const { return QLabel::sizeHint() + QSize(2, 0); }
@@ -54,10 +41,10 @@ void LabelView::mirrorCaption()
         if (neighbour)
             neighbour->setAccessibleDescription(text());
     }
-    // Help texts run over several lines.
+    // Help texts wrap.
     const bool isLong = m_control.caption().size() > 60;
     setWordWrap(isLong);
-    // A unit or a state that changes must not make the fields beside it jump.
+    // A changing unit or state must not move the fields beside it.
     const int kept = m_describes.isEmpty() ? 0 : std::max(minimumWidth(), sizeHint().width());
     setMinimumWidth(isLong ? fontMetrics().averageCharWidth() * 60 : kept);
 }
@@ -74,7 +61,7 @@ void LabelView::speakFor(const QList<QWidget*>& controls)
     speakCaption();
 }
 
-// A unit or a state beside controls is their description.
+// A unit or a state beside widgets becomes their description.
 void LabelView::describe(const QList<QWidget*>& controls)
 {
     for (QWidget* const control : controls) {
@@ -92,8 +79,8 @@ void LabelView::speakCaption()
     }
 }
 
-// Grey is what the palette shows for it; other numbers would not be readable on every ground. That of a hint can be
-// read; that of a disabled control cannot.
+// Maps grey to a palette role, because a fixed colour is not readable on every background. PlaceholderText stays
+// readable, Disabled text does not.
 void LabelView::mirrorColour()
 {
     setForegroundRole(m_control.foreColour() == GreyText ? QPalette::PlaceholderText : QPalette::WindowText);
@@ -123,7 +110,7 @@ UpDownView::UpDownView(UpDown& upDown)
         m_arrows.append(arrow);
         arrow->setArrowType(step > 0 ? Qt::UpArrow : Qt::DownArrow);
         arrow->setAutoRepeat(true);
-        arrow->setFocusPolicy(Qt::NoFocus); // the field beside it can be typed in
+        arrow->setFocusPolicy(Qt::NoFocus); // keyboard users type in the field beside it
         arrow->setFixedHeight(fontMetrics().height() * 3 / 4);
         connect(arrow, &QToolButton::clicked, this, [this, step] { m_control.step(step); });
         layout->addWidget(arrow);
@@ -134,8 +121,8 @@ UpDownView::UpDownView(UpDown& upDown)
 
 void UpDownView::setSpokenName(const QString& name)
 {
-    m_arrows[0]->setAccessibleName(tr("%1 one more").arg(name).trimmed());
-    m_arrows[1]->setAccessibleName(tr("%1 one less").arg(name).trimmed());
+    m_arrows[0]->setAccessibleName(u"%1 one more"_s.arg(name).trimmed());
+    m_arrows[1]->setAccessibleName(u"%1 one less"_s.arg(name).trimmed());
 }
 
 }

@@ -4,6 +4,7 @@
 #include "platform/controls/UpDown.h"
 #include "platform/controls/mevContainer.h"
 #include "qt/Mirror.h"
+#include "qt/SpokenName.h"
 
 #include <QGroupBox>
 #include <QLabel>
@@ -12,15 +13,11 @@
 
 namespace health {
 
-// Gives a control the words that stand beside it as the name that a screen reader speaks. A button keeps its caption,
-// unless that is "...": it finds what the words name.
-void nameControl(QWidget& control, QString words);
-
 class LabelView : public Mirror<QLabel, Label> {
 public:
     explicit LabelView(Label& label);
 
-    // Names the controls by the caption, now and whenever it changes. Labels among them describe the others.
+    // Names the widgets by the caption, now and whenever it changes. Labels among them describe the others.
     void speakFor(const QList<QWidget*>& controls);
 
     QSize minimumSizeHint() const override;
@@ -46,10 +43,10 @@ private:
 };
 
 // The two arrows beside a number's field.
-class UpDownView : public Mirror<QWidget, UpDown> {
+class UpDownView : public Mirror<QWidget, UpDown>, public SpokenParts {
 public:
     explicit UpDownView(UpDown& upDown);
-    void setSpokenName(const QString& name);
+    void setSpokenName(const QString& name) override;
 
 private:
     QList<QToolButton*> m_arrows;

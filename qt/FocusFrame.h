@@ -6,8 +6,8 @@
 
 namespace health {
 
-// A list or grid with a frame around it while it has the keyboard focus: half of it on the widget's own frame, half
-// inside, so that it covers no text.
+// A list or grid that shows a frame while it has the keyboard focus: half on the widget's border, half inside, so that
+// it covers no text.
 template<typename Area>
 class FocusFramed : public Area {
 public:

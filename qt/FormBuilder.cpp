@@ -1,5 +1,6 @@
 #include "qt/FormBuilder.h"
 
+#include "platform/controls/ControlVisitor.h"
 #include "qt/ChoiceViews.h"
 #include "qt/ComboBoxView.h"
 #include "qt/ControlViews.h"
@@ -7,20 +8,77 @@
 #include "qt/FieldViews.h"
 #include "qt/GridView.h"
 #include "qt/NoteLabel.h"
-#include "qt/QtDesktop.h"
 #include "qt/TextViews.h"
-#include "toolkit/QtText.h"
+#include "qt/ViewDesktop.h"
 
 #include <QBoxLayout>
 #include <QGridLayout>
 
 #include <algorithm>
+#include <stdexcept>
 
 namespace health {
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
 constexpr int NameCharacters = 40;
+
+// Creates the widget of a control.
+class ViewMaker final : public ControlVisitor {
+public:
+    ViewMaker(Form& form, ViewDesktop& desktop, QHash<const Control*, ButtonView*>& buttons)
+        : m_form(form)
+        , m_desktop(desktop)
+        , m_buttons(buttons)
+    {
+    }
+
+    QWidget* make(Control& control)
+    {
+        control.accept(*this);
+        return m_view;
+    }
+
+    void visit(Button& button) override
+    {
+        auto* const view = new ButtonView(button, nullptr);
+        // "..." beside a field needs only the width of its text.
+        if (button.caption() == L"...")
+            view->setFixedWidth(view->fontMetrics().horizontalAdvance(u"..."_s) * 3);
+        view->setPress([&form = m_form, &button] { form.press(button); });
+        m_buttons.insert(&button, view);
+        m_view = view;
+    }
+    void visit(CheckBox& checkBox) override { m_view = new CheckBoxView(checkBox); }
+    void visit(CheckList& list) override { m_view = new CheckListView(list); }
+    void visit(ComboBox& comboBox) override { m_view = new ComboBoxView(comboBox, nullptr); }
+    void visit(Grid& grid) override { m_view = new GridView(grid, m_desktop, {}, nullptr); }
+    void visit(Image& image) override { m_view = new ImageView(image, nullptr); }
+    void visit(Label& label) override { m_view = new LabelView(label); }
+    void visit(Menu&) override { refuseMenu(); }
+    void visit(MenuItem&) override { refuseMenu(); }
+    void visit(OptionButton& option) override { m_view = new OptionButtonView(option); }
+    void visit(TextBox& textBox) override
+    {
+        if (textBox.lines() == TextBox::Lines::Several)
+            m_view = new TextAreaView(textBox);
+        else
+            m_view = new TextBoxView(textBox);
+    }
+    void visit(UpDown& upDown) override { m_view = new UpDownView(upDown); }
+    void visit(mevContainer& container) override { m_view = new FrameView(container); }
+    void visit(mevZvDate& date) override { m_view = new DateView(date, m_desktop); }
+
+private:
+    [[noreturn]] static void refuseMenu() { throw std::logic_error("A form's arrangement cannot contain a menu."); }
+
+    Form& m_form;
+    ViewDesktop& m_desktop;
+    QHash<const Control*, ButtonView*>& m_buttons;
+    QWidget* m_view = nullptr;
+};
 
 QWidget* separator()
 {
@@ -68,8 +126,8 @@ QLayout* FormBuilder::buildBox(const Arrangement& box, Qt::Orientation orientati
 {
     auto* const layout =
         new QBoxLayout(orientation == Qt::Vertical ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight);
-    LabelView* waiting = nullptr; // a label with an access key stands for the control that follows it
-    const OptionButtonView* option = nullptr; // the text beside an option goes with it
+    LabelView* waiting = nullptr; // a label with an access key belongs to the next control
+    const OptionButtonView* option = nullptr; // names the text box beside it
     for (const Arrangement& child : box.children) {
         layout->addLayout(build(child));
         QWidget* const widget = m_widgets.value(child.control);
@@ -113,7 +171,7 @@ QLayout* FormBuilder::buildField(const Arrangement& field)
     return layout;
 }
 
-// A field with a lookup shows names.
+// A field with a lookup shows names of people and places.
 void FormBuilder::widenForNames(const Arrangement& field)
 {
     QWidget* const text = m_widgets.value(field.children.front().control);
@@ -125,16 +183,16 @@ QLayout* FormBuilder::buildFields(const Arrangement& grid)
 {
     auto* const layout = new QGridLayout;
     for (const Arrangement& field : grid.children) {
-        const int row = layout->rowCount(); // the one below is for a note
+        const int row = layout->rowCount(); // the next row is for a note
         auto* const controls = new QHBoxLayout;
         for (const Arrangement& child : field.children)
             controls->addWidget(widgetFor(*child.control));
         widenForNames(field);
-        // Beside several lines the label stands at the first one.
+        // The label of a tall field aligns with its first line.
         const bool tall = dynamic_cast<TextAreaView*>(m_widgets.value(field.children.front().control));
         layout->addWidget(labelFor(field), row, 0, tall ? Qt::AlignTop : Qt::Alignment());
         QWidget* const first = m_widgets.value(field.children.front().control);
-        // Fields as wide as their values stand at the left.
+        // Fields of fixed width align to the left.
         if (first->sizePolicy().horizontalPolicy() == QSizePolicy::Fixed)
             controls->addStretch();
         layout->addLayout(controls, row, 1);
@@ -156,10 +214,10 @@ QLayout* FormBuilder::buildButtons(const Arrangement& row)
 
 QWidget* FormBuilder::buildFrame(const Arrangement& frame)
 {
-    auto* const view = new FrameView(*static_cast<mevContainer*>(frame.control));
+    QWidget* const view = ViewMaker(m_form, m_desktop, m_buttons).make(*frame.control);
     auto* const layout = new QVBoxLayout(view);
     layout->addLayout(build(frame.children.front()));
-    // Rows keep together at the top where a neighbour is taller; a grid takes the room itself.
+    // Keeps the rows together at the top beside a taller neighbour; a grid fills the space itself.
     if (!view->findChild<QTableView*>())
         layout->addStretch();
     return view;
@@ -167,42 +225,11 @@ QWidget* FormBuilder::buildFrame(const Arrangement& frame)
 
 QWidget* FormBuilder::widgetFor(Control& control)
 {
-    QWidget* const widget = makeWidget(control);
+    QWidget* const widget = ViewMaker(m_form, m_desktop, m_buttons).make(control);
     m_widgets.insert(&control, widget);
     if (widget->focusPolicy() != Qt::NoFocus || widget->focusProxy())
         m_inOrder.append(widget);
     return widget;
-}
-
-QWidget* FormBuilder::makeWidget(Control& control)
-{
-    if (auto* const button = dynamic_cast<Button*>(&control)) {
-        auto* const view = new ButtonView(*button, nullptr);
-        // "..." beside a field needs no more than its text.
-        if (button->caption() == L"...")
-            view->setFixedWidth(view->fontMetrics().horizontalAdvance(QStringLiteral("...")) * 3);
-        return view;
-    }
-    if (auto* const textBox = dynamic_cast<TextBox*>(&control))
-        return textBox->lines() == TextBox::Lines::Several ? static_cast<QWidget*>(new TextAreaView(*textBox))
-                                                           : new TextBoxView(*textBox);
-    if (auto* const comboBox = dynamic_cast<ComboBox*>(&control))
-        return new ComboBoxView(*comboBox, nullptr);
-    if (auto* const date = dynamic_cast<mevZvDate*>(&control))
-        return new DateView(*date, m_desktop);
-    if (auto* const checkBox = dynamic_cast<CheckBox*>(&control))
-        return new CheckBoxView(*checkBox);
-    if (auto* const option = dynamic_cast<OptionButton*>(&control))
-        return new OptionButtonView(*option);
-    if (auto* const list = dynamic_cast<CheckList*>(&control))
-        return new CheckListView(*list);
-    if (auto* const upDown = dynamic_cast<UpDown*>(&control))
-        return new UpDownView(*upDown);
-    if (auto* const grid = dynamic_cast<Grid*>(&control))
-        return new GridView(*grid, m_desktop, {}, nullptr);
-    if (auto* const label = dynamic_cast<Label*>(&control))
-        return new LabelView(*label);
-    return new QWidget;
 }
 
 }

@@ -10,23 +10,27 @@ class QLayout;
 
 namespace health {
 
-class QtDesktop;
+class ButtonView;
+class ViewDesktop;
 
-// Turns a form's arrangement into widgets and layouts, so that no form has view code of its own.
+// Turns a form's arrangement into widgets and layouts, so that forms need no view code.
 class FormBuilder {
 public:
-    FormBuilder(Form& form, QtDesktop& desktop)
+    FormBuilder(Form& form, ViewDesktop& desktop)
         : m_form(form)
         , m_desktop(desktop)
     {
     }
 
-    // The whole form as a layout; its widgets belong to whom the layout is given to.
+    // The whole form as a layout. The caller owns it, and the widget that gets it owns its widgets. Throws
+    // std::logic_error for an arrangement with a menu.
     QLayout* build(const Arrangement& arrangement);
 
-    // The widget that takes the focus for a control, by control.
+    // The widget of each control; frames are not included.
     const QHash<Control*, QWidget*>& widgets() const { return m_widgets; }
-    // The widgets in the order of the arrangement, which is that of Tab.
+    // The widgets of the buttons among them.
+    const QHash<const Control*, ButtonView*>& buttons() const { return m_buttons; }
+    // The focusable widgets in the order of the arrangement.
     const QList<QWidget*>& inTabOrder() const { return m_inOrder; }
 
 private:
@@ -37,12 +41,12 @@ private:
     QLayout* buildField(const Arrangement& field);
     QWidget* buildFrame(const Arrangement& frame);
     QWidget* widgetFor(Control& control);
-    QWidget* makeWidget(Control& control);
     QWidget* labelFor(const Arrangement& field);
 
     Form& m_form;
-    QtDesktop& m_desktop;
+    ViewDesktop& m_desktop;
     QHash<Control*, QWidget*> m_widgets;
+    QHash<const Control*, ButtonView*> m_buttons;
     QList<QWidget*> m_inOrder;
 };
 

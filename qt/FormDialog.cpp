@@ -1,13 +1,14 @@
 #include "qt/FormDialog.h"
 
 #include "qt/ControlViews.h"
-#include "qt/FieldViews.h"
-#include "qt/QtDesktop.h"
 #include "qt/Scale.h"
+#include "qt/SpokenName.h"
+#include "qt/ViewDesktop.h"
 #include "toolkit/QtText.h"
 
 #include <QApplication>
 #include <QFocusEvent>
+#include <QGroupBox>
 #include <QKeyEvent>
 #include <QLayout>
 #include <QLineEdit>
@@ -21,7 +22,9 @@
 
 namespace health {
 
-FormDialog::FormDialog(Form& form, QtDesktop& desktop, QWidget* parent)
+using namespace Qt::StringLiterals;
+
+FormDialog::FormDialog(Form& form, ViewDesktop& desktop, QWidget* parent)
     : QDialog(parent)
     , m_form(form)
     , m_builder(form, desktop)
@@ -35,10 +38,6 @@ FormDialog::FormDialog(Form& form, QtDesktop& desktop, QWidget* parent)
         focused->installEventFilter(this);
         if (auto* const area = qobject_cast<QAbstractScrollArea*>(focused))
             area->viewport()->installEventFilter(this);
-        if (auto* const button = dynamic_cast<ButtonView*>(entry.value())) {
-            auto* const core = static_cast<Button*>(entry.key());
-            button->setPress([this, core] { m_form.press(*core); });
-        }
     }
     findUnlabelled();
     nameUnlabelled();
@@ -50,19 +49,19 @@ FormDialog::FormDialog(Form& form, QtDesktop& desktop, QWidget* parent)
     fitToText();
 }
 
-// What no label named.
+// Collects the widgets that no label has named.
 void FormDialog::findUnlabelled()
 {
     for (QWidget* const widget : m_builder.inTabOrder()) {
         const QWidget* const focused = widget->focusProxy() ? widget->focusProxy() : widget;
         const auto* const button = qobject_cast<QAbstractButton*>(widget);
-        const bool speaks = button && button->text() != QStringLiteral("...");
+        const bool speaks = button && button->text() != u"..."_s;
         if (!speaks && focused->accessibleName().isEmpty())
             m_unlabelled.append(widget);
     }
 }
 
-// Screen readers speak of it by the caption around it: its frame's, or the window's.
+// Names them for screen readers by the caption of their frame, or of the window.
 void FormDialog::nameUnlabelled()
 {
     for (QWidget* const widget : m_unlabelled) {
@@ -71,20 +70,20 @@ void FormDialog::nameUnlabelled()
     }
 }
 
-// Makes the window as high as the wrapped help texts need at this width, and at least as high as the form asks for.
+// Makes the window high enough for the wrapped help texts, and at least as high as the form requests.
 void FormDialog::fitToText()
 {
     const QSize size = layout()->totalSizeHint();
     const int height = layout()->hasHeightForWidth() ? layout()->totalHeightForWidth(size.width()) : size.height();
-    resize(size.width(), std::max({ height, size.height(), Scale(*this).pixels(m_form.height) }));
+    resize(size.width(), std::max({ height, size.height(), Scale(*this).pixels(m_form.height()) }));
     keepOnScreen();
 }
 
-// A form that is larger than the screen scrolls, so that its buttons can be reached.
+// Makes a form that is larger than the screen scroll, so that its buttons stay reachable.
 void FormDialog::keepOnScreen()
 {
     const QRect screen = (parentWidget() ? parentWidget()->screen() : this->screen())->availableGeometry();
-    const QSize room(screen.width() * 98 / 100, screen.height() * 93 / 100); // its frame and title need some, too
+    const QSize room(screen.width() * 98 / 100, screen.height() * 93 / 100); // without the window's frame and title
     if (minimumSizeHint().width() > room.width() || minimumSizeHint().height() > room.height()) {
         auto* const body = new QWidget;
         body->setLayout(layout());
@@ -104,7 +103,7 @@ void FormDialog::keepOnScreen()
 FormDialog::~FormDialog()
 {
     m_form.setObserver(nullptr);
-    // Losing its widgets is no leaving of a field.
+    // Destroying the widgets must not raise LostFocus.
     for (auto entry = m_controls.begin(); entry != m_controls.end(); ++entry)
         entry.key()->removeEventFilter(this);
 }
@@ -113,7 +112,7 @@ void FormDialog::run()
 {
     m_form.open();
     show();
-    // Before any key is taken: what is typed at once must meet the loaded form and its own focus.
+    // Before the event loop runs: fast typing must reach the loaded form and its focused control.
     activate();
     if (m_form.isOpen())
         exec();
@@ -133,7 +132,7 @@ void FormDialog::activate()
 
 namespace {
 
-// Of a group of options the user enters the chosen one, as by Tab.
+// Like Tab, enters a group of options at the chosen one.
 bool isPassedOver(const QWidget& widget)
 {
     const auto* const option = qobject_cast<const QRadioButton*>(&widget);
@@ -145,7 +144,7 @@ bool isPassedOver(const QWidget& widget)
 
 }
 
-// Where the program set no focus: the first field that can be used.
+// Focuses the first field that can be used, if the program set no focus.
 void FormDialog::focusFirst()
 {
     for (QWidget* const widget : m_builder.inTabOrder()) {
@@ -177,7 +176,7 @@ void FormDialog::captionChanged(Form& form)
     nameUnlabelled();
 }
 
-// Entering a field selects its text, by whatever way: what is typed then replaces it.
+// Selects the text of an entered field, so that typing replaces it.
 void FormDialog::focusMoved(Form&)
 {
     QWidget* const widget = activeWidget();
@@ -190,7 +189,7 @@ void FormDialog::focusMoved(Form&)
         m_scroll->ensureWidgetVisible(widget);
 }
 
-// A box in between may have left the keyboard elsewhere.
+// A message box during the move may have left the keyboard focus elsewhere.
 void FormDialog::focusSettled(Form&)
 {
     if (QWidget* const widget = activeWidget())
@@ -211,10 +210,8 @@ void FormDialog::giveFocus(QWidget& widget)
 
 void FormDialog::defaultChanged(Form& form)
 {
-    for (auto entry = m_builder.widgets().begin(); entry != m_builder.widgets().end(); ++entry) {
-        if (auto* const button = dynamic_cast<ButtonView*>(entry.value()))
-            button->setDefault(entry.key() == form.defaultButton());
-    }
+    for (auto entry = m_builder.buttons().begin(); entry != m_builder.buttons().end(); ++entry)
+        entry.value()->setDefault(entry.key() == form.defaultButton());
 }
 
 void FormDialog::closed(Form&) { done(Accepted); }
@@ -232,10 +229,10 @@ void FormDialog::reject()
 bool FormDialog::eventFilter(QObject* watched, QEvent* event)
 {
     if (event->type() == QEvent::FocusIn) {
-        setAttribute(Qt::WA_KeyboardFocusChange); // the focus frame is drawn whatever moved the focus
+        setAttribute(Qt::WA_KeyboardFocusChange); // draws the focus frame also after clicks
         if (Control* const entered = m_controls.value(watched); entered && m_started) {
-            followFocus(*entered); // at once: of keys typed fast none may be missed
-            // Where the field before kept the focus, this one must not believe that it has it.
+            followFocus(*entered); // synchronously, so that fast typing is not lost
+            // If the previous field keeps the focus, hide the event from this one.
             if (m_form.activeControl() != entered && !m_form.isMoving())
                 return true;
         }
@@ -246,8 +243,8 @@ bool FormDialog::eventFilter(QObject* watched, QEvent* event)
     return QDialog::eventFilter(watched, event);
 }
 
-// The keyboard focus is in the control's widget, whatever moved it there: Tab, a click, a key, the window system after
-// a box. While the form itself moves the focus, it has the last word.
+// Reports a move of the keyboard focus by Tab, a click, a key, or the window system after a box. Moves by the form
+// itself are not reported back.
 void FormDialog::followFocus(Control& control)
 {
     if (!m_form.isOpen() || m_form.isMoving() || m_form.activeControl() == &control)
@@ -256,7 +253,7 @@ void FormDialog::followFocus(Control& control)
         m_form.moveFocus(control);
 }
 
-// A click on a field that did not get the focus, since the field before kept it, does nothing else either.
+// Ignores a click on a field that could not get the focus because the previous field kept it.
 bool FormDialog::isRefusedPress(const QWidget& widget)
 {
     const auto* const area = qobject_cast<const QAbstractScrollArea*>(widget.parentWidget());
@@ -272,10 +269,9 @@ void FormDialog::keyPressEvent(QKeyEvent* event)
         return;
     }
     if (event->isAutoRepeat())
-        return; // of the key that opened the form, perhaps
-    auto* const focused = dynamic_cast<ButtonView*>(focusWidget());
-    QWidget* const fallback = m_builder.widgets().value(m_form.defaultButton());
-    if (auto* const button = focused ? focused : dynamic_cast<ButtonView*>(fallback))
+        return; // the user may still hold the key that opened the form
+    ButtonView* const focused = m_builder.buttons().value(m_controls.value(focusWidget()));
+    if (ButtonView* const button = focused ? focused : m_builder.buttons().value(m_form.defaultButton()))
         button->click();
 }
 

@@ -9,23 +9,23 @@ class QScrollArea;
 
 namespace health {
 
-class QtDesktop;
+class ViewDesktop;
 
-// Shows a form as a modal window. Form and window have one idea of the focus: the form learns of everything that moves
-// the keyboard focus, and the window does what the form decides.
+// Shows a form as a modal window. Form and window agree on the focus: the window reports every move of the keyboard
+// focus to the form and carries out the form's decision.
 class FormDialog : public QDialog, public FormObserver {
 public:
-    FormDialog(Form& form, QtDesktop& desktop, QWidget* parent);
+    FormDialog(Form& form, ViewDesktop& desktop, QWidget* parent);
     ~FormDialog() override;
 
     // Runs until the form is closed.
     void run();
-    // Where the row of buttons at the end begins, in the window's pixels.
+    // The upper edge of the row of buttons, in pixels from the window's top.
     int topOfButtons() const;
     Form& form() const { return m_form; }
     // The widget of each control.
     const QHash<Control*, QWidget*>& widgets() const { return m_builder.widgets(); }
-    // The user comes back from another form.
+    // The user returns from another form.
     void activateAgain();
 
     void captionChanged(Form& form) override;
@@ -54,9 +54,9 @@ private:
 
     Form& m_form;
     FormBuilder m_builder;
-    QHash<QObject*, Control*> m_controls; // by the widget that really has the focus
+    QHash<QObject*, Control*> m_controls; // by the widget that takes the keyboard focus
     QList<QWidget*> m_unlabelled;
-    QScrollArea* m_scroll = nullptr; // around all, where the screen is too small
+    QScrollArea* m_scroll = nullptr; // around the form, if the screen is too small
     bool m_started = false;
 };
 

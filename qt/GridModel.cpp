@@ -1,6 +1,5 @@
 #include "qt/GridModel.h"
 
-#include "toolkit/Colours.h"
 #include "toolkit/Contrast.h"
 #include "toolkit/QtText.h"
 
@@ -12,7 +11,13 @@ namespace health {
 
 namespace {
 
-// Alignment numbers run down the columns left, centre, right, each with top, middle, bottom.
+QColor toQColor(Colour colour)
+{
+    const auto channel = [colour](int shift) { return static_cast<int>(colour >> shift & 0xFF); };
+    return { channel(0), channel(8), channel(16) };
+}
+
+// Alignment numbers: left, centre and right, each with top, middle and bottom.
 Qt::Alignment alignmentOf(int number)
 {
     static constexpr Qt::AlignmentFlag horizontal[] = { Qt::AlignLeft, Qt::AlignHCenter, Qt::AlignRight };
@@ -53,7 +58,7 @@ QVariant GridModel::data(const QModelIndex& index, int role) const
     case Qt::ForegroundRole:
         return foreground(m_grid.cellForeColour(index.row(), column));
     case Qt::FontRole: {
-        // A second cue beside the colour, for eyes and themes that do not tell the colours apart.
+        // A second cue besides the colour, for users and themes that do not distinguish the colours.
         if (m_grid.cellForeColour(index.row(), column) == DefaultColour)
             return {};
         QFont font;
@@ -71,8 +76,8 @@ QVariant GridModel::foreground(Colour colour) const
 {
     if (colour == DefaultColour)
         return {};
-    // Pure blue on a dark ground can hardly be read.
-    return QBrush(colourOf(readableOn(colour, { m_evenGround, m_oddGround })));
+    // Pure blue is hard to read on a dark background.
+    return QBrush(readableOn(toQColor(colour), { m_evenBackground, m_oddBackground }));
 }
 
 QVariant GridModel::headerData(int section, Qt::Orientation orientation, int role) const
@@ -100,12 +105,12 @@ void GridModel::coloursChanged()
         Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, columnCount() - 1), { Qt::ForegroundRole, Qt::FontRole });
 }
 
-void GridModel::setGrounds(Colour even, Colour odd)
+void GridModel::setBackgrounds(const QColor& even, const QColor& odd)
 {
-    if (m_evenGround == even && m_oddGround == odd)
+    if (m_evenBackground == even && m_oddBackground == odd)
         return;
-    m_evenGround = even;
-    m_oddGround = odd;
+    m_evenBackground = even;
+    m_oddBackground = odd;
     coloursChanged();
 }
 

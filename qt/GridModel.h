@@ -3,15 +3,16 @@
 #include "platform/controls/Grid.h"
 
 #include <QAbstractTableModel>
+#include <QColor>
 
 namespace health {
 
-// The shown columns of a grid as an item model. Reads the grid in place: nothing is copied but the texts of
-// the cells that are asked for. While the grid does not draw, the model has no rows.
+// The shown columns of a grid as an item model. Reads the grid in place and copies only the texts of requested cells.
+// While the grid does not draw, the model has no rows.
 class GridModel : public QAbstractTableModel {
     Q_OBJECT
 public:
-    // The grid must outlive the model. `headings` are spoken by screen readers, by grid column.
+    // The grid must outlive the model. `headings` are for screen readers, one for each grid column.
     GridModel(const Grid& grid, QStringList headings, QObject* parent);
 
     int rowCount(const QModelIndex& parent = {}) const override;
@@ -22,14 +23,13 @@ public:
     // The grid's column behind a column of the model.
     int gridColumn(int column) const { return m_columns.at(column); }
 
-    // To be called after the grid's rows or columns have changed.
+    // Call after the grid's rows or columns have changed.
     void reset();
-    // The same for colours alone.
+    // Call after only colours have changed.
     void coloursChanged();
 
-    // The colours of even and odd rows' ground: texts get shades of their colours that can be read on both; the grid
-    // keeps its colour numbers.
-    void setGrounds(Colour even, Colour odd);
+    // The backgrounds of even and odd rows. The model adjusts the grid's text colours to be readable on both.
+    void setBackgrounds(const QColor& even, const QColor& odd);
 
 private:
     QVariant foreground(Colour colour) const;
@@ -37,8 +37,8 @@ private:
     const Grid& m_grid;
     QStringList m_headings;
     QList<int> m_columns;
-    Colour m_evenGround = 0xFFFFFF;
-    Colour m_oddGround = 0xFFFFFF;
+    QColor m_evenBackground = Qt::white;
+    QColor m_oddBackground = Qt::white;
 };
 
 }

@@ -2,9 +2,8 @@
 
 #include "qt/GridModel.h"
 #include "qt/OutlineStyle.h"
-#include "qt/QtDesktop.h"
 #include "qt/Scale.h"
-#include "toolkit/Colours.h"
+#include "qt/ViewDesktop.h"
 #include "toolkit/QtText.h"
 
 #include <QApplication>
@@ -21,7 +20,9 @@
 
 namespace health {
 
-GridView::GridView(Grid& grid, QtDesktop& desktop, QStringList headings, QWidget* parent)
+using namespace Qt::StringLiterals;
+
+GridView::GridView(Grid& grid, ViewDesktop& desktop, QStringList headings, QWidget* parent)
     : Mirror(grid, parent)
     , m_desktop(desktop)
     , m_model(new GridModel(grid, std::move(headings), this))
@@ -34,7 +35,7 @@ GridView::GridView(Grid& grid, QtDesktop& desktop, QStringList headings, QWidget
     setMouseTracking(true);
     setEditTriggers(NoEditTriggers);
     setHorizontalScrollMode(ScrollPerPixel);
-    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn); // a bar that comes and goes would wrap all rows anew
+    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn); // showing and hiding it would rewrap all rows
     setAlternatingRowColors(true);
     horizontalHeader()->hide();
     verticalHeader()->hide();
@@ -70,7 +71,7 @@ void GridView::mirror(Change change)
         mirrorSelection();
         break;
     case Change::Colours:
-        // Cell by cell they would cost as many passes; bold text may need more lines.
+        // Coalesces the changes of many cells; bold text may need more lines.
         if (!std::exchange(m_coloursChanged, true))
             QMetaObject::invokeMethod(this, &GridView::mirrorColours, Qt::QueuedConnection);
         break;
@@ -85,8 +86,7 @@ void GridView::mirror(Change change)
 
 void GridView::mirrorContents()
 {
-    // A reload must not make the list jump away under the reader's eyes: what is painted while no rows are shown
-    // scrolls to the top.
+    // Keep the scroll position across a reload (an empty model resets it).
     if (!m_control.isDrawing())
         m_scrolled = m_scrolled.value_or(verticalScrollBar()->value());
     const int scrolled = m_scrolled.value_or(verticalScrollBar()->value());
@@ -145,7 +145,7 @@ void GridView::mirrorSelection()
     selectionModel()->clearCurrentIndex();
 }
 
-// Columns as wide as their contents, the last one also as wide as the room; where that is too little, the grid scrolls.
+// Fits the columns to their contents and extends the last one to the right edge; if they are wider, the grid scrolls.
 void GridView::sizeColumns()
 {
     if (!m_control.hasSizedColumns() || m_model->columnCount() == 0)
@@ -157,7 +157,7 @@ void GridView::sizeColumns()
     setColumnWidth(last, std::max(columnWidth(last), room));
 }
 
-// --- Beside the rows ---
+// --- Hint ---
 
 void GridView::mirrorHint()
 {
@@ -166,7 +166,7 @@ void GridView::mirrorHint()
     viewport()->update();
 }
 
-// The strip at the bottom of a list with rows; the last row is so much higher, so that it can be read in full.
+// Height of the strip below the rows; the last row grows by it so that the strip covers no text.
 int GridView::hintHeight() const
 {
     return m_control.hint().empty() || m_model->rowCount() == 0 ? 0 : fontMetrics().height() * 3 / 2;
@@ -194,7 +194,7 @@ bool GridView::isCut(const QModelIndex& index) const
     return !m_control.wordWrap() && sizeHintForIndex(index).width() > columnWidth(index.column());
 }
 
-// The tip stays while the mouse is over the cell.
+// The tip stays visible while the mouse is over the cell.
 bool GridView::viewportEvent(QEvent* event)
 {
     if (event->type() != QEvent::ToolTip)
@@ -227,7 +227,7 @@ void GridView::measureRowsInView()
         return;
     const QScopedValueRollback guard(m_measuring, true);
     const int room = viewport()->height();
-    // The last screenful too: from its heights comes how far the bar can be scrolled.
+    // The last screenful too: its heights determine the scroll bar's range.
     int used = 0;
     for (int row = rows - 1; row >= 0 && used < room; --row)
         used += measureRow(row);
@@ -239,7 +239,7 @@ void GridView::measureRowsInView()
 
 QSize GridView::sizeHint() const
 {
-    // Beside the columns of fixed width as much as a sentence takes.
+    // The columns of fixed width plus about one sentence.
     int width = fontMetrics().averageCharWidth() * 40;
     for (int column = 0; column + 1 < m_model->columnCount(); ++column)
         width += columnWidth(column);
@@ -257,7 +257,7 @@ void GridView::scrollContentsBy(int dx, int dy)
 {
     QTableView::scrollContentsBy(dx, dy);
     if (hintHeight() > 0)
-        viewport()->update(); // the strip does not scroll along
+        viewport()->update(); // the strip does not scroll
     measureRowsInView();
 }
 
@@ -265,8 +265,7 @@ void GridView::scrollContentsBy(int dx, int dy)
 
 void GridView::applyPalette()
 {
-    m_model->setGrounds(
-        colourNumber(palette().color(QPalette::Base)), colourNumber(palette().color(QPalette::AlternateBase)));
+    m_model->setBackgrounds(palette().color(QPalette::Base), palette().color(QPalette::AlternateBase));
 }
 
 void GridView::setQuiet(bool quiet)
@@ -275,14 +274,14 @@ void GridView::setQuiet(bool quiet)
         return;
     QPalette colours;
     if (quiet) {
-        // Grey on every ground: between it and its letters, nearer to the ground.
-        const QColor ground = palette().color(QPalette::Base);
-        const QColor letters = palette().color(QPalette::Text);
+        // Four parts background, one part text: grey in light and dark palettes.
+        const QColor background = palette().color(QPalette::Base);
+        const QColor text = palette().color(QPalette::Text);
         const auto between = [](int a, int b) { return (a * 4 + b) / 5; };
         colours.setColor(QPalette::Highlight,
-            QColor(between(ground.red(), letters.red()), between(ground.green(), letters.green()),
-                between(ground.blue(), letters.blue())));
-        colours.setColor(QPalette::HighlightedText, letters);
+            QColor(between(background.red(), text.red()), between(background.green(), text.green()),
+                between(background.blue(), text.blue())));
+        colours.setColor(QPalette::HighlightedText, text);
     }
     setPalette(colours);
 }
@@ -309,7 +308,7 @@ void GridView::contextMenuEvent(QContextMenuEvent* event)
     m_control.releaseMouse(MouseButton::Right, rowAt(event->pos().y()));
 }
 
-// Beside the selected row, for a menu that a key asked for.
+// The menu key opens the menu beside the selected row.
 void GridView::openMenuByKey()
 {
     const int row = m_control.row();
@@ -319,14 +318,14 @@ void GridView::openMenuByKey()
     m_control.releaseMouse(MouseButton::Right, row);
 }
 
-// Of the row that is selected when the menu opens: the right click has selected the row under it.
+// Copies the row that is selected when the menu opens: a right click selects the row under it first.
 void GridView::offerCopy()
 {
     m_desktop.offerWithNextMenu(
-        tr("&Copy"), [this] { copyRow(); }, [this] { return m_control.row() != -1; });
+        u"&Copy"_s, [this] { copyRow(); }, [this] { return m_control.row() != -1; });
 }
 
-// The texts that are shown, parted by tabs.
+// The shown texts, separated by tabs.
 void GridView::copyRow()
 {
     if (m_control.row() == -1)
@@ -351,7 +350,7 @@ void GridView::keyPressEvent(QKeyEvent* event)
             setCurrentIndex(m_model->index(key == Qt::Key_Home ? 0 : last, 0));
     } else if (!enter || m_control.row() == -1) {
         QTableView::keyPressEvent(event);
-    } else if (!event->isAutoRepeat()) { // a key held down would save what it has opened
+    } else if (!event->isAutoRepeat()) { // a key held down would also press the opened form's default button
         m_control.doubleClick(m_control.row());
     }
 }
@@ -369,7 +368,7 @@ void GridView::leaveEvent(QEvent* event)
     QTableView::leaveEvent(event);
 }
 
-// Getting the focus selects nothing by itself; an arrow key does.
+// Unlike Qt's table, does not select a row on focus; an arrow key does.
 void GridView::focusInEvent(QFocusEvent* event)
 {
     const QScopedValueRollback guard(m_mirroring, true);
@@ -378,8 +377,7 @@ void GridView::focusInEvent(QFocusEvent* event)
         mirrorSelection();
 }
 
-// Neither Ctrl+click nor a click beside the rows takes the selection back: the commands act on the row that is seen as
-// selected.
+// Ctrl+click and clicks beside the rows keep the selection, because the commands act on the selected row.
 QItemSelectionModel::SelectionFlags GridView::selectionCommand(const QModelIndex& index, const QEvent* event) const
 {
     return !index.isValid() || QTableView::selectionCommand(index, event) == QItemSelectionModel::NoUpdate

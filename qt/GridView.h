@@ -11,17 +11,16 @@
 namespace health {
 
 class GridModel;
-class QtDesktop;
+class ViewDesktop;
 
-// Mirrors a grid. Only rows that come into view are measured, so thousands of wrapped rows cost no more
-// than a screenful.
+// Mirrors a grid. Only visible rows are measured, so that thousands of wrapped rows cost no more than a screenful.
 class GridView : public Mirror<FocusFramed<QTableView>, Grid> {
 public:
     // Grid and desktop must outlive the view. `headings`: see GridModel.
-    GridView(Grid& grid, QtDesktop& desktop, QStringList headings, QWidget* parent);
+    GridView(Grid& grid, ViewDesktop& desktop, QStringList headings, QWidget* parent);
     QSize sizeHint() const override;
 
-    // Paints the selection grey: the commands act in another panel.
+    // Paints the selection grey, because the commands act in another panel.
     void setQuiet(bool quiet);
 
 protected:
@@ -55,13 +54,13 @@ private:
     void measureRowsInView();
     int measureRow(int row);
 
-    QtDesktop& m_desktop;
+    ViewDesktop& m_desktop;
     GridModel* m_model;
-    bool m_mirroring = false; // the selection is being set by the program
+    bool m_mirroring = false; // the program, not the user, is changing the selection
     bool m_measuring = false;
     bool m_coloursChanged = false;
     bool m_quiet = false;
-    std::optional<int> m_scrolled; // where the bar stood when the grid stopped drawing
+    std::optional<int> m_scrolled; // position of the scroll bar when the grid stopped drawing
 };
 
 }

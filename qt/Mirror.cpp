@@ -32,7 +32,7 @@ void mirrorCommon(QWidget& widget, const Control& control)
 {
     widget.setEnabled(control.isEnabled());
     if (!control.isVisible())
-        widget.hide(); // to show it now would open it as a window of its own
+        widget.hide(); // setVisible(true) would open it as a window, because it has no parent yet
     widget.setToolTip(toToolTip(control.toolTip()));
 }
 

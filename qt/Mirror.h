@@ -1,4 +1,4 @@
-// What all widgets of controls have in common.
+// The base of all widgets that mirror controls.
 #pragma once
 
 #include "platform/controls/Control.h"
@@ -9,16 +9,16 @@
 
 namespace health {
 
-// The note of a widget's control; who shows it follows the property's changes.
+// Dynamic property with the control's note; NoteLabel follows its changes.
 inline constexpr char NoteProperty[] = "note";
 
-// Mirrors a change of what all controls share. `widget` is the view's widget.
+// Mirrors a change of the state that all controls share.
 void mirrorCommon(QWidget& widget, const Control& control, Change change);
 
-// Mirrors the whole common state, for a view that has just been made.
+// Mirrors the whole common state, for a new view.
 void mirrorCommon(QWidget& widget, const Control& control);
 
-// The widget of a control: it is the control's observer for as long as it lives, and must go before it.
+// The widget of a control. It observes the control during its own life and must be destroyed before the control.
 template<typename Widget, typename Mirrored>
 class Mirror : public Widget, public ControlObserver {
 public:
@@ -31,7 +31,7 @@ public:
     }
 
 protected:
-    // `arguments` are those of the toolkit's widget.
+    // `arguments` are passed to the Qt widget.
     template<typename... Arguments>
     explicit Mirror(Mirrored& control, Arguments&&... arguments)
         : Widget(std::forward<Arguments>(arguments)...)
@@ -41,7 +41,7 @@ protected:
         control.setObserver(this);
     }
 
-    // Mirrors a change of what this kind of control has of its own.
+    // Mirrors a change of the state that only this kind of control has.
     virtual void mirror(Change) { }
 
     Mirrored& m_control;

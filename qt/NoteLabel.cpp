@@ -35,7 +35,7 @@ void NoteLabel::showNote()
     QMetaObject::invokeMethod(this, &NoteLabel::makeRoom, Qt::QueuedConnection);
 }
 
-// The window grows by the lines where it has no room for them.
+// Enlarges the window if the note does not fit.
 void NoteLabel::makeRoom()
 {
     const QLayout* const layout = window()->layout();

@@ -4,7 +4,7 @@
 
 namespace health {
 
-// The line under a field that explains what became of its value; takes no room while there is nothing to say.
+// The line under a field that explains how its value was changed; hidden while the note is empty.
 class NoteLabel : public QLabel {
 public:
     explicit NoteLabel(QWidget& field);

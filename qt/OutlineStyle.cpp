@@ -1,18 +1,31 @@
 #include "qt/OutlineStyle.h"
 
-#include "toolkit/Colours.h"
 #include "toolkit/Contrast.h"
 
 #include <QApplication>
 #include <QPainter>
+#include <QStyleFactory>
 #include <QStyleOption>
+
+#include <memory>
 
 namespace health {
 
 namespace {
 
-// What a frame needs against the ground to be seen at all.
+// A frame with less contrast to the background is invisible.
 constexpr double VisibleContrast = 1.3;
+
+// Child of a widget; keeps the style during the widget's life.
+struct StyleUse : QObject {
+    StyleUse(QWidget& widget, std::shared_ptr<OutlineStyle> used)
+        : QObject(&widget)
+        , style(std::move(used))
+    {
+    }
+
+    std::shared_ptr<OutlineStyle> style;
+};
 
 QPen outlinePen(const QStyleOption& option)
 {
@@ -22,16 +35,15 @@ QPen outlinePen(const QStyleOption& option)
     return outline;
 }
 
-// The style draws frames in a darker shade of the window's colour.
+// Styles draw frames in a darker shade of the window's colour.
 bool losesFrames(const QPalette& palette)
 {
-    const Colour frame = colourNumber(palette.color(QPalette::Window).darker(140));
-    return contrast(frame, colourNumber(palette.color(QPalette::Base))) < VisibleContrast;
+    return contrast(palette.color(QPalette::Window).darker(140), palette.color(QPalette::Base)) < VisibleContrast;
 }
 
 void drawOutline(const QStyleOption& option, QPainter& painter)
 {
-    // Who has the focus has its own frame.
+    // The style already frames the widget with the focus.
     if (!losesFrames(option.palette) || (option.state & QStyle::State_HasFocus))
         return;
     painter.save();
@@ -45,9 +57,36 @@ void drawOutline(const QStyleOption& option, QPainter& painter)
 
 void OutlineStyle::giveTo(QWidget& widget)
 {
-    auto* const style = new OutlineStyle(QApplication::style()->name());
-    style->setParent(&widget);
-    widget.setStyle(style);
+    static std::weak_ptr<OutlineStyle> shared;
+    std::shared_ptr<OutlineStyle> style = shared.lock();
+    if (!style)
+        shared = style = std::shared_ptr<OutlineStyle>(new OutlineStyle);
+    new StyleUse(widget, style);
+    widget.setStyle(style.get());
+}
+
+OutlineStyle::OutlineStyle()
+    : QProxyStyle(QApplication::style()->name())
+{
+    watchApplication();
+}
+
+// The application destroys its style after it has installed another one.
+void OutlineStyle::watchApplication()
+{
+    connect(QApplication::style(), &QObject::destroyed, this, &OutlineStyle::followApplication);
+}
+
+void OutlineStyle::followApplication()
+{
+    if (QCoreApplication::closingDown())
+        return;
+    watchApplication();
+    setBaseStyle(QStyleFactory::create(QApplication::style()->name()));
+    for (QWidget* const widget : QApplication::allWidgets()) {
+        if (widget->style() == this)
+            widget->setStyle(this); // the application repolishes only widgets without a style of their own
+    }
 }
 
 int OutlineStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const

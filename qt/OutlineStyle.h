@@ -4,12 +4,13 @@
 
 namespace health {
 
-// The desktop's style, with an outline around the boxes and circles of choices, and around fields and lists where the
-// palette leaves none: on dark grounds most styles let them vanish.
+// The application's style, with an outline around check boxes and option buttons, and around fields and lists where the
+// palette leaves no visible frame: on dark backgrounds most styles let them vanish.
 class OutlineStyle : public QProxyStyle {
     Q_OBJECT
 public:
-    // Gives a widget the style; it goes with the widget.
+    // Gives a widget the style. All widgets share one object, which lives as long as the last of them and follows
+    // changes of the application's style.
     static void giveTo(QWidget& widget);
 
     void drawPrimitive(
@@ -18,11 +19,13 @@ public:
         ControlElement element, const QStyleOption* option, QPainter* painter, const QWidget* widget) const override;
     void drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,
         const QWidget* widget) const override;
-    // As large as those of the whole program.
+    // Asks the application's own style object, which the host may have adapted.
     int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override;
 
 private:
-    using QProxyStyle::QProxyStyle;
+    OutlineStyle();
+    void watchApplication();
+    void followApplication();
 };
 
 }

@@ -4,7 +4,7 @@
 
 namespace health {
 
-// The panel's picture, a record card with a cross, drawn at a side length in pixels.
+// The panel's picture, a record card with a cross. `side` is in device-independent pixels.
 QPixmap panelIcon(int side, qreal devicePixelRatio);
 
 }

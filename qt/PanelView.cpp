@@ -1,8 +1,8 @@
 #include "qt/PanelView.h"
 
 #include "control/kalmevRepHistCtrl.h"
-#include "qt/QtDesktop.h"
 #include "qt/Scale.h"
+#include "qt/ViewDesktop.h"
 
 #include <QApplication>
 #include <QFocusEvent>
@@ -12,24 +12,26 @@
 
 namespace health {
 
-PanelView::PanelView(kalmevRepHistCtrl& control, QtDesktop& desktop)
+using namespace Qt::StringLiterals;
+
+PanelView::PanelView(kalmevRepHistCtrl& control, ViewDesktop& desktop)
     : m_control(control)
     , m_icon(control.imgIcon, this)
     , m_type(control.cboType, this)
-    , m_grid(control.fgData, desktop, { tr("Record"), tr("Summary") }, this)
+    , m_grid(control.fgData, desktop, { u"Record"_s, u"Summary"_s }, this)
     , m_buttons { { { control.cmd[0], this }, { control.cmd[1], this }, { control.cmd[2], this } } }
 {
-    setAccessibleName(tr("Personal Health"));
-    m_type.setAccessibleName(tr("Record type to add"));
-    m_type.setAccessibleDescription(m_type.accessibleName()); // some screen readers take its value for its name
-    m_grid.setAccessibleName(tr("Personal health records"));
+    setAccessibleName(u"Personal Health"_s);
+    m_type.setAccessibleName(u"Record type to add"_s);
+    m_type.setAccessibleDescription(m_type.accessibleName()); // some screen readers speak the value instead of the name
+    m_grid.setAccessibleName(u"Personal health records"_s);
     for (ButtonView& button : m_buttons)
         button.setRefuge(m_grid);
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* focused) { followFocus(focused); });
     setNaturalSizes();
 }
 
-// The focus in a window's other parts leaves the active panel as it is.
+// Focus in other parts of the window does not change the active panel.
 void PanelView::followFocus(const QWidget* focused)
 {
     for (const QWidget* around = focused; around; around = around->parentWidget()) {
@@ -60,8 +62,8 @@ void PanelView::setNaturalSizes()
     for (Button& command : m_control.cmd)
         place(command, button);
     place(m_control.imgIcon, m_icon.sizeHint());
-    // Wide enough for the longest type, whatever the patient's list holds.
-    const int letters = m_type.fontMetrics().horizontalAdvance(QStringLiteral("  To add, select a form...")) * 3 / 2;
+    // Wide enough for the longest record type, independent of the patient's list.
+    const int letters = m_type.fontMetrics().horizontalAdvance(u"  To add, select a form..."_s) * 3 / 2;
     place(m_control.cboType, QSize(letters, m_type.sizeHint().height()));
 }
 
@@ -83,7 +85,7 @@ QSize PanelView::minimumSizeHint() const
 void PanelView::showEvent(QShowEvent* event)
 {
     QWidget::showEvent(event);
-    // A panel that comes beside others waits for the focus.
+    // A panel shown beside an active one stays inactive until it gets the focus.
     const auto panels = window()->findChildren<QWidget*>();
     setActive(std::none_of(panels.begin(), panels.end(), [this](QWidget* widget) {
         const auto* const panel = dynamic_cast<PanelView*>(widget);
@@ -107,7 +109,7 @@ void PanelView::changeEvent(QEvent* event)
     if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) {
         setNaturalSizes();
         arrange();
-        // The parts learn of it after the panel.
+        // Again later: Qt notifies the child widgets after the panel.
         QMetaObject::invokeMethod(
             this,
             [this] {

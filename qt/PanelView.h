@@ -11,15 +11,15 @@
 namespace health {
 
 class kalmevRepHistCtrl;
-class QtDesktop;
+class ViewDesktop;
 
-// The panel's widget: mirrors the control's parts, gives them their natural sizes, and lets the control
-// place them. The first time it is shown, the control starts to work. Of several panels in a window the one that had
-// the focus last is the active one: access keys act there, and the selections of the others are grey.
+// The panel's widget: mirrors the control's parts, sets their natural sizes, and lets the control place them. Showing
+// it the first time starts the control. If a window has several panels, the one that had the focus last is active:
+// access keys act there, and the selections of the others are grey.
 class PanelView : public QWidget {
 public:
-    // Both must outlive the view; the control is initialized.
-    PanelView(kalmevRepHistCtrl& control, QtDesktop& desktop);
+    // Both must outlive the view; the control must be initialized.
+    PanelView(kalmevRepHistCtrl& control, ViewDesktop& desktop);
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;

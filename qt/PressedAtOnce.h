@@ -5,8 +5,8 @@
 
 namespace health {
 
-// A button whose access key works at once. The toolkit's own works a tenth of a second later; what is typed meanwhile
-// would meet a form that does not know of it yet.
+// A button whose access key works immediately. Qt delays the click by a tenth of a second, and keys typed meanwhile
+// would reach the form before the click.
 template<typename Widget>
 class PressedAtOnce : public Widget {
 public:
@@ -17,7 +17,7 @@ protected:
     {
         if (event->type() != QEvent::Shortcut || static_cast<QShortcutEvent*>(event)->isAmbiguous())
             return Widget::event(event);
-        // A choice is a field: the field before is left first, and may keep the focus.
+        // Options and check boxes are fields: the previous field is left first and may keep the focus.
         if (this->isCheckable())
             this->setFocus(Qt::ShortcutFocusReason);
         if (!this->isCheckable() || this->hasFocus())

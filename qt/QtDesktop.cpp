@@ -35,7 +35,7 @@ QMessageBox::Icon iconOf(int style)
     }
 }
 
-// Over the buttons of the form that it speaks of, or above the form: a box must not cover the field and its examples.
+// Places the box over the form's buttons or above the form, so that it does not cover the field in question.
 void placeBesideForm(QMessageBox& box)
 {
     const auto* const form = dynamic_cast<FormDialog*>(QApplication::activeModalWidget());
@@ -55,7 +55,7 @@ void placeBesideForm(QMessageBox& box)
         box.move(left, around.top() - size.height());
 }
 
-// Messages of an edit box, by their numbers.
+// Window messages of an edit box.
 enum EditMessage {
     SelectRange = 177,
     Undo = 199,
@@ -142,7 +142,7 @@ Moment QtDesktop::now() const
 
 void QtDesktop::load(Form& form)
 {
-    // A hidden window of the form's name: what the toolkit sets up with its first window is done here.
+    // A hidden window performs the set-up that Qt does with its first window.
     QWidget window;
     window.setWindowTitle(toQString(form.name()));
     window.ensurePolished();
@@ -166,12 +166,12 @@ void QtDesktop::offerWithNextMenu(QString caption, std::function<void()> work, s
 
 void QtDesktop::popUp(Menu& menu)
 {
-    // When the menu is gone: its work may open a form.
+    // Run the action after the menu is destroyed, because it may open a form.
     if (const auto work = askMenu(menu, std::exchange(m_offered, {})))
         work();
 }
 
-// What the chosen entry does; nothing where none is chosen.
+// Returns the action of the chosen entry; empty if the user chooses nothing.
 std::function<void()> QtDesktop::askMenu(Menu& menu, const std::optional<OfferedEntry>& offered)
 {
     QMenu window;

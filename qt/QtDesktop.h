@@ -1,17 +1,13 @@
 #pragma once
 
-#include "platform/Desktop.h"
+#include "qt/ViewDesktop.h"
 
-#include <QPoint>
-#include <QString>
-
-#include <functional>
 #include <optional>
 
 namespace health {
 
-// The user's desktop by way of Qt. One per process, made after the application object.
-class QtDesktop : public Desktop {
+// The user's desktop, implemented with Qt. One per process, created after the application object.
+class QtDesktop : public ViewDesktop {
 public:
     QtDesktop() = default;
     ~QtDesktop() override;
@@ -25,11 +21,8 @@ public:
     void unload(Form& form) override;
     void showModal(Form& form) override;
     void popUp(Menu& menu) override;
-
-    // Where the next menu pops up, in global coordinates.
-    void setPopUpPlace(QPoint place) { m_popUpPlace = place; }
-    // An entry of the view's own at the end of the next menu; `isUsable` is asked when the menu opens.
-    void offerWithNextMenu(QString caption, std::function<void()> work, std::function<bool()> isUsable);
+    void setPopUpPlace(QPoint place) override { m_popUpPlace = place; }
+    void offerWithNextMenu(QString caption, std::function<void()> work, std::function<bool()> isUsable) override;
 
 private:
     struct OfferedEntry {

@@ -8,8 +8,8 @@ class QWidget;
 
 namespace health {
 
-// Turns the logic's twips into pixels. A twip is 1/1440 inch at the font size that the forms were measured with;
-// with a larger font of the user everything grows in step.
+// Converts between twips and pixels. A twip is 1/1440 inch at the forms' design font size; a larger user font enlarges
+// everything in proportion.
 class Scale {
 public:
     explicit Scale(const QWidget& widget);

@@ -7,6 +7,8 @@
 
 namespace health {
 
+using namespace Qt::StringLiterals;
+
 TextBoxView::TextBoxView(TextBox& textBox)
     : Mirror(textBox, toQString(textBox.text()))
 {
@@ -26,7 +28,7 @@ void TextBoxView::mirror(Change change)
     if (change != Change::Entry || text == QLineEdit::text())
         return;
     setText(text);
-    // Who is typing goes on behind the text; of a long name elsewhere the beginning is seen.
+    // Cursor to the end while typing; otherwise show the start of long texts.
     setCursorPosition(hasFocus() ? static_cast<int>(text.size()) : 0);
 }
 
@@ -52,7 +54,7 @@ void TextBoxView::mouseMoveEvent(QMouseEvent* event)
     EntryLine::mouseMoveEvent(event);
 }
 
-// The tool tip tells a screen reader what a short label means, and is there no later than the focus.
+// MouseMove sets the tool tip, which explains short labels to screen readers and must be present on focus.
 void TextBoxView::focusInEvent(QFocusEvent* event)
 {
     health::raise(m_control.MouseMove);
@@ -63,7 +65,7 @@ namespace {
 
 QString withLineFeeds(const Text& text) { return toQString(text).remove(u'\r'); }
 
-// The shift state as the logic counts it.
+// See TextBox::pressKeyDown.
 int shiftState(const QKeyEvent& event)
 {
     const auto held = event.modifiers();
@@ -86,7 +88,7 @@ TextAreaView::TextAreaView(TextBox& textBox)
         if (toPlainText().size() > TextBox::LongestText)
             undo();
         if (toPlainText() != withLineFeeds(m_control.text()))
-            m_control.edit(toText(toPlainText().replace(u'\n', QStringLiteral("\r\n"))));
+            m_control.edit(toText(toPlainText().replace(u'\n', "\r\n"_L1)));
     });
 }
 

@@ -20,7 +20,7 @@ protected:
     void mouseMoveEvent(QMouseEvent* event) override;
 };
 
-// A field of several lines. Tab leaves it; Enter makes a new line.
+// A field of several lines. Tab leaves it; Enter inserts a line break.
 class TextAreaView : public Mirror<QPlainTextEdit, TextBox> {
 public:
     explicit TextAreaView(TextBox& textBox);

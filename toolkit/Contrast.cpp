@@ -7,58 +7,52 @@ namespace health {
 
 namespace {
 
-constexpr Colour Black = 0x000000;
-constexpr Colour White = 0xFFFFFF;
 constexpr int Steps = 20;
 
-int channel(Colour colour, int index) { return static_cast<int>(colour >> 8 * index & 0xFF); }
-
-double luminance(Colour colour)
+double luminance(const QColor& colour)
 {
-    static constexpr double weights[] = { 0.2126, 0.7152, 0.0722 }; // red, green, blue
-    double sum = 0;
-    for (int i = 0; i < 3; ++i) {
-        const double value = channel(colour, i) / 255.0;
-        sum += weights[i] * (value <= 0.04045 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4));
-    }
-    return sum;
+    const auto linear = [](int channel) {
+        const double value = channel / 255.0;
+        return value <= 0.04045 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * linear(colour.red()) + 0.7152 * linear(colour.green()) + 0.0722 * linear(colour.blue());
 }
 
-double leastContrast(Colour colour, std::initializer_list<Colour> grounds)
+double leastContrast(const QColor& colour, std::initializer_list<QColor> backgrounds)
 {
     double least = 21;
-    for (const Colour ground : grounds)
-        least = std::min(least, contrast(colour, ground));
+    for (const QColor& background : backgrounds)
+        least = std::min(least, contrast(colour, background));
     return least;
 }
 
 }
 
-double contrast(Colour one, Colour other)
+double contrast(const QColor& one, const QColor& other)
 {
     const auto [darker, lighter] = std::minmax({ luminance(one), luminance(other) });
     return (lighter + 0.05) / (darker + 0.05);
 }
 
-Colour mixed(Colour colour, Colour ground, double part)
+QColor mixed(const QColor& colour, const QColor& background, double part)
 {
-    Colour result = 0;
-    for (int i = 0; i < 3; ++i) {
-        const double value = channel(colour, i) * part + channel(ground, i) * (1 - part);
-        result |= static_cast<Colour>(std::lround(value)) << 8 * i;
-    }
-    return result;
+    const auto mix = [part](int above, int below) {
+        return static_cast<int>(std::lround(above * part + below * (1 - part)));
+    };
+    return { mix(colour.red(), background.red()), mix(colour.green(), background.green()),
+        mix(colour.blue(), background.blue()) };
 }
 
-Colour readableOn(Colour wanted, std::initializer_list<Colour> grounds)
+QColor readableOn(const QColor& colour, std::initializer_list<QColor> backgrounds)
 {
-    const Colour towards = leastContrast(White, grounds) > leastContrast(Black, grounds) ? White : Black;
+    const QColor target =
+        leastContrast(Qt::white, backgrounds) > leastContrast(Qt::black, backgrounds) ? Qt::white : Qt::black;
     for (int step = 0; step < Steps; ++step) {
-        const Colour colour = mixed(towards, wanted, static_cast<double>(step) / Steps);
-        if (leastContrast(colour, grounds) >= ReadableContrast)
-            return colour;
+        const QColor candidate = mixed(target, colour, static_cast<double>(step) / Steps);
+        if (leastContrast(candidate, backgrounds) >= ReadableContrast)
+            return candidate;
     }
-    return towards;
+    return target;
 }
 
 }

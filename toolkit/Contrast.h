@@ -1,23 +1,22 @@
-// How well a text can be read on its ground, by the contrast ratio of the Web Content Accessibility Guidelines.
+// Readability of text by the contrast ratio of the Web Content Accessibility Guidelines.
 #pragma once
 
-#include "platform/controls/Control.h"
+#include <QColor>
 
 #include <initializer_list>
 
 namespace health {
 
-// What text of usual size needs.
+// The guidelines' minimum for text of normal size.
 inline constexpr double ReadableContrast = 4.5;
 
-// From 1 (the same) to 21 (black and white).
-double contrast(Colour one, Colour other);
+// From 1 (equal colours) to 21 (black and white); ignores transparency.
+double contrast(const QColor& one, const QColor& other);
 
-// `part` (0 to 1) of the colour over the rest of the ground.
-Colour mixed(Colour colour, Colour ground, double part);
+// The colour drawn with opacity `part` (0 to 1) on a background.
+QColor mixed(const QColor& colour, const QColor& background, double part);
 
-// The colour, as far mixed with white or black as it takes to be readable on all the grounds; black or white when
-// nothing is.
-Colour readableOn(Colour wanted, std::initializer_list<Colour> grounds);
+// The colour, lightened or darkened just enough to be readable on every background; else black or white.
+QColor readableOn(const QColor& colour, std::initializer_list<QColor> backgrounds);
 
 }

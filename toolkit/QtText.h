@@ -1,4 +1,5 @@
-// Texts of the logic as texts of the front end, and back.
+// Conversions between the logic's texts and Qt's. The program is English only: texts are literals and never pass
+// through tr().
 #pragma once
 
 #include "api/Text.h"
@@ -15,15 +16,19 @@ inline QString toQString(TextView text)
 
 inline Text toText(const QString& text) { return text.toStdWString(); }
 
-// For places that show several lines: the logic's lines end with CR LF.
-inline QString toLines(TextView text) { return toQString(text).replace(QStringLiteral("\r\n"), QStringLiteral("\n")); }
+// For widgets of several lines: replaces the logic's line ends, CR LF, by LF.
+inline QString toLines(TextView text)
+{
+    using namespace Qt::StringLiterals;
+    return toQString(text).replace("\r\n"_L1, "\n"_L1);
+}
 
-// For tool tips, which would take a text with tags for a page of their own.
+// For tool tips: escapes a text that Qt would interpret as HTML.
 inline QString toToolTip(TextView text)
 {
+    using namespace Qt::StringLiterals;
     const QString lines = toLines(text);
-    return Qt::mightBeRichText(lines) ? QStringLiteral("<p style='white-space:pre'>%1</p>").arg(lines.toHtmlEscaped())
-                                      : lines;
+    return Qt::mightBeRichText(lines) ? u"<p style='white-space:pre'>%1</p>"_s.arg(lines.toHtmlEscaped()) : lines;
 }
 
 }

@@ -1,6 +1,5 @@
 #include "host/desktop/ReadablePalette.h"
 
-#include "toolkit/Colours.h"
 #include "toolkit/Contrast.h"
 
 #include <QApplication>
@@ -11,13 +10,12 @@ namespace health {
 QPalette readable(QPalette palette)
 {
     for (const auto group : { QPalette::Active, QPalette::Inactive }) {
-        const auto number = [&](QPalette::ColorRole role) { return colourNumber(palette.color(group, role)); };
-        const Colour base = number(QPalette::Base);
+        const QColor base = palette.color(group, QPalette::Base);
         const QColor hint = palette.color(group, QPalette::PlaceholderText);
         palette.setColor(group, QPalette::PlaceholderText,
-            colourOf(readableOn(mixed(colourNumber(hint), base, hint.alphaF()), { base, number(QPalette::Window) })));
+            readableOn(mixed(hint, base, hint.alphaF()), { base, palette.color(group, QPalette::Window) }));
         palette.setColor(group, QPalette::Highlight,
-            colourOf(readableOn(number(QPalette::Highlight), { number(QPalette::HighlightedText) })));
+            readableOn(palette.color(group, QPalette::Highlight), { palette.color(group, QPalette::HighlightedText) }));
     }
     return palette;
 }

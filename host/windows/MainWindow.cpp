@@ -4,7 +4,6 @@
 #include "host/desktop/ProgramIcon.h"
 #include "host/desktop/ReadablePalette.h"
 #include "host/desktop/TextSize.h"
-#include "host/desktop/WheelGuard.h"
 #include "host/framework/DisplayText.h"
 #include "host/session/ProcessTransport.h"
 #include "host/session/Replies.h"
@@ -16,6 +15,7 @@
 #include "host/windows/Pickers.h"
 #include "host/windows/PreviewDialog.h"
 #include "host/windows/WaitBox.h"
+#include "toolkit/WheelGuard.h"
 
 #include <QApplication>
 #include <QCloseEvent>

@@ -4,7 +4,7 @@
 
 namespace health {
 
-// A control with a caption in which "&" stands before the access key.
+// A control with a caption; "&" in it precedes the access key.
 class CaptionedControl : public Control {
 public:
     const Text& caption() const { return m_caption; }
@@ -17,9 +17,11 @@ private:
     Text m_caption;
 };
 
-class Button : public CaptionedControl {
+class Button final : public CaptionedControl {
 public:
-    // The user presses the button; nothing happens while it is disabled or hidden.
+    void accept(ControlVisitor& visitor) override { visitor.visit(*this); }
+
+    // The user presses the button; ignored while it is disabled or hidden.
     void click()
     {
         if (canBeUsed())
@@ -29,9 +31,15 @@ public:
     std::function<void()> Click;
 };
 
-class Label : public CaptionedControl { };
+class Label final : public CaptionedControl {
+public:
+    void accept(ControlVisitor& visitor) override { visitor.visit(*this); }
+};
 
-// A picture; the front end knows which.
-class Image : public Control { };
+// The panel's picture; the front end draws it.
+class Image final : public Control {
+public:
+    void accept(ControlVisitor& visitor) override { visitor.visit(*this); }
+};
 
 }

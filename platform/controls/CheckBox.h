@@ -4,10 +4,12 @@
 
 namespace health {
 
-class CheckBox : public CaptionedControl {
+class CheckBox final : public CaptionedControl {
 public:
+    void accept(ControlVisitor& visitor) override { visitor.visit(*this); }
+
     bool isChecked() const { return m_checked; }
-    // Raises Click when the state changes, as the user's click does.
+    // Raises Click when the state changes, like a click by the user.
     void setChecked(bool checked)
     {
         if (m_checked == checked)

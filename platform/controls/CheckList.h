@@ -7,8 +7,10 @@
 namespace health {
 
 // A list with a check box on each row.
-class CheckList : public Control {
+class CheckList final : public Control {
 public:
+    void accept(ControlVisitor& visitor) override { visitor.visit(*this); }
+
     int addItem(TextView text, int itemData);
     int count() const { return static_cast<int>(m_items.size()); }
     const Text& itemText(int index) const { return item(index).text; }
@@ -17,9 +19,9 @@ public:
     // Raises ItemCheck when the state changes.
     void setChecked(int index, bool checked);
 
-    // Leaves at most one row checked.
+    // Unchecks all rows except this one.
     void uncheckOthers(int index);
-    // -1 when none is.
+    // The first checked row, -1 if no row is checked.
     int firstChecked() const;
 
     int listIndex() const { return m_listIndex; }
@@ -31,7 +33,7 @@ public:
         if (canBeUsed())
             setListIndex(index);
     }
-    // The user clicks the box of a row, which makes the row current too.
+    // The user clicks the box of a row, which also makes the row current.
     void click(int index);
 
     std::function<void(int index)> ItemCheck;

@@ -6,12 +6,12 @@
 
 namespace health {
 
-// A drop-down list. Each entry has a text and a whole number of the program's own (its item data).
-class ComboBox : public Control {
+// A drop-down list. Each entry has a text and a whole number that the program chooses (its item data).
+class ComboBox final : public Control {
 public:
     enum class Order {
         AsAdded,
-        Sorted, // by text, the case of letters left aside
+        Sorted, // by text, ignoring case
     };
 
     explicit ComboBox(Order order = Order::AsAdded)
@@ -19,9 +19,11 @@ public:
     {
     }
 
-    // Takes all entries out; no entry is selected then.
+    void accept(ControlVisitor& visitor) override { visitor.visit(*this); }
+
+    // Removes all entries and the selection.
     void clear();
-    // Adds an entry and gives its index. The selected entry stays selected.
+    // Adds an entry and returns its index. The selected entry stays selected.
     int addItem(TextView text, int itemData = 0);
 
     int count() const { return static_cast<int>(m_items.size()); }
@@ -29,21 +31,23 @@ public:
     // 0 for an index of -1.
     int itemData(int index) const;
 
-    // Index of the selected entry, -1 when there is none.
+    // Index of the selected entry, -1 if no entry is selected.
     int listIndex() const { return m_listIndex; }
-    // Selects an entry (-1: none) and raises Click. An index without an entry is a std::out_of_range.
+    // Selects an entry, or clears the selection with -1, and raises Click. Throws std::out_of_range for an index
+    // without an entry.
     void setListIndex(int index);
-    // Selects the first entry with this item data; false, and no change, when there is none.
+    // Selects the first entry with this item data; false, without a change, if no entry has it.
     bool selectItemData(int itemData);
 
-    // The selected entry's text; empty when there is none.
+    // The selected entry's text; empty if no entry is selected.
     Text text() const;
 
-    // The user chooses an entry from the list, or takes the choice back with -1, where the program allows that.
+    // The user chooses an entry, or clears the choice with -1 in a list that is emptiable.
     void choose(int index);
+    // The user may clear the choice.
     bool isEmptiable() const { return m_emptiable; }
     void setEmptiable(bool emptiable) { m_emptiable = emptiable; }
-    // The user presses a key in the list; 0 afterwards: swallowed.
+    // The user presses a key in the list; a handler that consumes the key sets it to 0.
     void pressKey(wchar_t& key) { raise(KeyPress, key); }
 
     std::function<void()> Click;
@@ -61,8 +65,8 @@ private:
     bool m_emptiable = false;
 };
 
-// Selects the first entry with this text, ignoring the case of letters, and returns its index. If there is no such
-// entry, it clears the selection and returns -1.
+// Selects the first entry with this text, ignoring case, and returns its index. If there is no such entry, clears the
+// selection and returns -1.
 int SelectComboItem(ComboBox& comboBox, TextView text);
 
 }

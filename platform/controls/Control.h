@@ -1,7 +1,8 @@
-// What all controls share: state that a front end mirrors, and one observer that is told of changes.
+// What all controls share: state that a front end mirrors, and one observer of its changes.
 #pragma once
 
 #include "api/Text.h"
+#include "platform/controls/ControlVisitor.h"
 
 #include <cstdint>
 #include <functional>
@@ -11,15 +12,15 @@ namespace health {
 
 class Control;
 
-// Colours are blue-green-red numbers (0xFF0000 is blue); Default leaves the choice to the front end.
+// Colours are blue-green-red numbers (0xFF0000 is blue); with DefaultColour the front end chooses.
 using Colour = std::uint32_t;
 inline constexpr Colour DefaultColour = 0xFFFFFFFF;
 inline constexpr Colour Blue = 0xFF0000;
 
-// Enter as a KeyPress gives it.
+// The Enter key in a KeyPress.
 inline constexpr wchar_t EnterKey = L'\r';
 
-// The window of an edit box; the front end gives it its meaning, the logic only hands it on.
+// The window of an edit box; opaque to the logic.
 using EditHandle = void*;
 
 // What has changed in a control.
@@ -43,10 +44,10 @@ enum class Change {
     BackColour,
     AllSelected, // the program has selected a field's whole text
     Note, // the line under a field
-    Hint, // what a grid says beside its rows
+    Hint, // the text below a grid's rows
 };
 
-// Implemented by the front end; told after a change, on the user-interface thread.
+// Implemented by the front end; called after each change, on the user-interface thread.
 class ControlObserver {
 public:
     virtual void controlChanged(Control& control, Change change) = 0;
@@ -55,7 +56,7 @@ protected:
     ~ControlObserver() = default;
 };
 
-// System colours that a program names without knowing their values.
+// System colours; the front end knows their values.
 inline constexpr Colour WindowBackground = 0x80000005;
 inline constexpr Colour ButtonFace = 0x8000000F;
 inline constexpr Colour ButtonText = 0x80000012;
@@ -74,22 +75,32 @@ struct Place {
 };
 
 // Base of all controls. A control belongs to its form and is never copied; its observer must outlive it
-// or take itself off with setObserver(nullptr).
+// or unregister with setObserver(nullptr).
 class Control {
 public:
     Control() = default;
     Control(const Control&) = delete;
     Control& operator=(const Control&) = delete;
 
+    // Calls the visitor's operation for this kind of control.
+    virtual void accept(ControlVisitor& visitor) = 0;
+
     void setObserver(ControlObserver* observer) { m_observer = observer; }
 
-    // The control's own state; it can be used only where all frames around it are enabled too.
+    // The control's own state; canBeUsed() also asks the frames around it.
     bool isEnabled() const { return m_enabled; }
     virtual void setEnabled(bool enabled) { assign(m_enabled, enabled, Change::Enabled); }
     bool canBeUsed() const { return m_enabled && m_visible && (!m_frame || m_frame->canBeUsed()); }
     // The frame that holds the control, null for none; outlives it.
     const Control* frame() const { return m_frame; }
     void setFrame(const Control* frame) { m_frame = frame; }
+    // The frame was enabled or disabled: takes over its state and resets grey text.
+    virtual void followFrame(bool enabled)
+    {
+        setEnabled(enabled);
+        if (enabled && m_foreColour == GreyText)
+            setForeColour(DefaultColour);
+    }
 
     bool isVisible() const { return m_visible; }
     void setVisible(bool visible) { assign(m_visible, visible, Change::Visible); }
@@ -97,8 +108,7 @@ public:
     const Text& toolTip() const { return m_toolTip; }
     void setToolTip(TextView toolTip) { assign(m_toolTip, Text(toolTip), Change::ToolTip); }
 
-    // A line under the field that explains what became of its value; empty for none. What the user enters next takes it
-    // off.
+    // A line under the field that explains how its value was changed; empty for none. The user's next entry removes it.
     const Text& note() const { return m_note; }
     void setNote(TextView note) { assign(m_note, Text(note), Change::Note); }
 
@@ -112,8 +122,8 @@ public:
 
     // The form gives the control the focus.
     virtual void entered() { }
-    // The form leaves the control: what the user has typed becomes its value. False: the form put another value in its
-    // place, or none.
+    // The form leaves the control: the typed text becomes its value. False if the entry was refused or the form
+    // replaced it.
     virtual bool settle() { return true; }
 
     // Focus events, raised by the form. Validate may keep the focus by setting `cancel`.

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "platform/controls/Control.h"
-#include "platform/controls/TextArena.h"
 
+#include <memory>
 #include <vector>
 
 namespace health {
@@ -12,19 +12,21 @@ enum class MouseButton {
     Right = 2,
 };
 
-// A table of texts. Rows and columns count from 0; an index without a cell is a std::out_of_range.
-// Texts are kept together, so that a grid of many rows costs few allocations.
-class Grid : public Control {
+// A table of texts. Rows and columns count from 0; an index without a cell throws std::out_of_range.
+// The texts share their storage, so that a grid of many rows costs few allocations.
+class Grid final : public Control {
 public:
     struct Column {
-        int width = -1; // twips; -1: what is left, or as the front end sees fit
+        int width = -1; // twips; -1: the front end chooses
         bool hidden = false;
-        int alignment = 0; // number of the alignment: 6 is right, top
-        Text heading; // above the column; a grid without any heading shows no heading row
+        int alignment = 0; // column by column: 0 is left and top, 6 is right and top
+        Text heading; // a grid without any heading shows no heading row
     };
 
+    void accept(ControlVisitor& visitor) override { visitor.visit(*this); }
+
     int columnCount() const { return static_cast<int>(m_columns.size()); }
-    // Changing the number of columns empties the grid of its rows.
+    // Changing the number of columns removes all rows.
     void setColumnCount(int count);
     const Column& column(int index) const { return m_columns.at(static_cast<std::size_t>(index)); }
     void setColumnWidth(int index, int twips);
@@ -33,57 +35,57 @@ public:
 
     void setColumnHeading(int index, TextView heading) { assignColumn(index, &Column::heading, Text(heading)); }
 
-    // Makes all shown columns as wide as their contents, until one gets another width.
+    // Fits all shown columns to their contents until setColumnWidth() is called.
     void sizeColumns();
     bool hasSizedColumns() const { return m_columnsSized; }
 
     bool wordWrap() const { return m_wordWrap; }
     void setWordWrap(bool wrap) { assign(m_wordWrap, wrap, Change::Layout); }
 
-    // A text that the view shows below the rows, or in their place while the grid is empty. It is never a row.
+    // A text below the rows, or in the middle of an empty grid. It is never a row.
     const Text& hint() const { return m_hint; }
     void setHint(TextView hint) { assign(m_hint, Text(hint), Change::Hint); }
 
     int rowCount() const { return static_cast<int>(m_rowData.size()); }
-    // New rows are empty. A selected row that goes is no longer selected.
+    // New rows are empty. Removing the selected row clears the selection.
     void setRowCount(int count);
-    // Empties all cells and row data and takes all colours back; the rows stay.
+    // Clears all cells, row data and colours; the rows stay.
     void clear();
 
     // The view is valid until the next clear(), setColumnCount() or setRowCount().
     TextView text(int row, int column) const { return cell(row, column).text; }
     void setText(int row, int column, TextView text);
-    // A text of the program's own that belongs to a row, never shown.
+    // A text that the program attaches to a row; never shown.
     TextView rowData(int row) const { return m_rowData.at(static_cast<std::size_t>(row)); }
     void setRowData(int row, TextView data);
     Colour cellForeColour(int row, int column) const { return cell(row, column).foreColour; }
     void setCellForeColour(int row, int column, Colour colour);
 
-    // The selected row, -1 when there is none.
+    // The selected row, -1 if no row is selected.
     int row() const { return m_row; }
-    // The column from which on the row is selected.
+    // The first column of the selection.
     int selectedColumn() const { return m_selectedColumn; }
-    // Selects a row, or none with -1, and raises SelectionChange when the row changes.
+    // Selects a row, or clears the selection with -1, and raises SelectionChange if the row changes.
     void select(int row, int column = 0);
-    // Scrolls so that a row can be seen.
+    // Scrolls to a row.
     void showRow(int row);
     int shownRow() const { return m_shownRow; }
 
-    // While drawing is off, an observer shows no rows; it is told when drawing goes off and on again, and of no
-    // change of contents in between.
+    // While drawing is off the observer shows no rows and gets no Contents notifications; it is notified when drawing
+    // is switched off and on.
     bool isDrawing() const { return m_drawing; }
     void setDrawing(bool drawing);
 
-    // The row under the mouse, -1 when the mouse is not over a row.
+    // The row under the mouse, -1 if the mouse is not over a row.
     int mouseRow() const { return m_mouseRow; }
 
-    // The user moves the mouse over a cell; -1 for no cell.
+    // The user moves the mouse over a cell, or with -1 off the cells.
     void moveMouse(int row, int column);
     int mouseColumn() const { return m_mouseColumn; }
     // The user selects a row.
     void choose(int row);
-    // The user releases a mouse button over a row, or beside the rows (-1). A key that asks for the context
-    // menu arrives as the right button over the selected row.
+    // The user releases a mouse button over a row, or beside the rows (-1). The menu key arrives as the right button
+    // over the selected row.
     void releaseMouse(MouseButton button, int row);
     void doubleClick(int row);
 
@@ -96,6 +98,27 @@ private:
     struct Cell {
         TextView text;
         Colour foreColour = DefaultColour;
+    };
+
+    // Stores many texts with a common life without an allocation for each.
+    class TextArena {
+    public:
+        // Copies a text into the arena; the result is valid until clear().
+        TextView keep(TextView text);
+        // Discards all texts and reuses their storage.
+        void clear();
+
+    private:
+        struct Block {
+            std::unique_ptr<wchar_t[]> letters;
+            std::size_t size;
+        };
+
+        void openBlock(std::size_t length);
+
+        std::vector<Block> m_blocks;
+        std::size_t m_current = 0; // the block being filled
+        std::size_t m_used = 0; // letters used in it
     };
 
     template<typename Value>
@@ -123,7 +146,7 @@ private:
     int m_mouseColumn = -1;
 };
 
-// Keeps a grid from drawing for as long as the object lives.
+// Switches a grid's drawing off during the object's life.
 class DrawingPause {
 public:
     explicit DrawingPause(Grid& grid)

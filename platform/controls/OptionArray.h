@@ -6,8 +6,9 @@
 
 namespace health {
 
-// A group of option buttons by their numbers, at most one of them chosen. Choosing one takes the choice from the others
-// first, then raises Click with its number.
+// A group of numbered option buttons, at most one of them chosen. Choosing a button first clears the others, then
+// raises the group's Click with its number. The group occupies the Click of each button: handlers belong on the group,
+// and a handler on a button would stop the group from working.
 template<std::size_t Count>
 class OptionArray {
 public:
@@ -24,7 +25,7 @@ public:
     auto end() { return m_buttons.end(); }
     static constexpr std::size_t size() { return Count; }
 
-    // Number of the chosen button.
+    // Number of the chosen button, or None.
     int chosen() const
     {
         for (std::size_t i = 0; i < Count; ++i) {

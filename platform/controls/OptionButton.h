@@ -4,11 +4,13 @@
 
 namespace health {
 
-// One of several buttons of which at most one is chosen. Its group (OptionArray) takes the choice from the others.
-class OptionButton : public CaptionedControl {
+// One of several buttons of which at most one is chosen. Its group (OptionArray) clears the others.
+class OptionButton final : public CaptionedControl {
 public:
+    void accept(ControlVisitor& visitor) override { visitor.visit(*this); }
+
     bool isChosen() const { return m_chosen; }
-    // Choosing by the program raises Click, as the user's click does; taking the choice back does not.
+    // Choosing raises Click, like a click by the user; clearing does not.
     void setChosen(bool chosen)
     {
         if (m_chosen == chosen)

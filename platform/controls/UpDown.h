@@ -5,7 +5,7 @@
 namespace health {
 
 // A pair of arrows that raises and lowers a whole number between two bounds.
-class UpDown : public Control {
+class UpDown final : public Control {
 public:
     UpDown(int minimum, int maximum)
         : m_minimum(minimum)
@@ -14,10 +14,12 @@ public:
     {
     }
 
+    void accept(ControlVisitor& visitor) override { visitor.visit(*this); }
+
     int minimum() const { return m_minimum; }
     int maximum() const { return m_maximum; }
     int value() const { return m_value; }
-    // A value beyond a bound becomes the bound. Raises ValueChanged when the value changes.
+    // Clamps the value to the bounds. Raises ValueChanged if the value changes.
     void setValue(int value);
 
     // The user presses an arrow: one up or one down.

@@ -13,14 +13,9 @@ void mevContainer::hold(std::initializer_list<Control*> controls)
 void mevContainer::setEnabled(bool enabled)
 {
     CaptionedControl::setEnabled(enabled);
-    for (Control* control : m_held) {
-        if (dynamic_cast<mevContainer*>(control))
-            continue;
-        control->setEnabled(enabled);
-        if (enabled && control->foreColour() == GreyText)
-            control->setForeColour(DefaultColour);
-    }
-    // What can be used further inside has changed without a change of its own state.
+    for (Control* control : m_held)
+        control->followFrame(enabled);
+    // Nested controls became usable or unusable although their own state did not change.
     notify(Change::Enabled);
 }
 

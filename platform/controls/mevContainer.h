@@ -7,13 +7,16 @@
 
 namespace health {
 
-// A frame that holds other controls and passes its enabled state to them. Frames inside it keep their own state; what
-// they hold can be used only while both are enabled.
-class mevContainer : public CaptionedControl {
+// A frame that holds other controls and passes its enabled state to them. Nested frames keep their own state; their
+// controls can be used only while both frames are enabled.
+class mevContainer final : public CaptionedControl {
 public:
+    void accept(ControlVisitor& visitor) override { visitor.visit(*this); }
+
     void hold(std::initializer_list<Control*> controls);
 
     void setEnabled(bool enabled) override;
+    void followFrame(bool) override { } // keeps its own state
 
 private:
     std::vector<Control*> m_held;

@@ -11,7 +11,7 @@ using namespace std::chrono;
 
 namespace {
 
-// A day some months later; the last day of the month where the day does not exist.
+// Adds months; where the day does not exist, uses the last day of the month.
 Moment addMonths(Moment moment, int count)
 {
     const year_month_day date { floor<days>(moment) };
@@ -21,7 +21,7 @@ Moment addMonths(Moment moment, int count)
     return local_days { moved } + (moment - dateOf(moment));
 }
 
-// "+3", "-2W": the start moved by that many days, weeks, months or years.
+// Applies an offset like "+3" or "-2W" (days, weeks, months, years); empty if it is malformed.
 std::optional<Moment> moved(Moment start, TextView offset)
 {
     const bool negative = offset.front() == L'-';
@@ -44,14 +44,15 @@ std::optional<Moment> moved(Moment start, TextView offset)
     return std::nullopt;
 }
 
-// An offset as above, or none, behind a "T" or "N". What leads beyond the years that can be shown is none.
+// Applies the offset after "T" or "N", which may be missing; empty if the result would fall outside the supported
+// years.
 std::optional<Moment> shifted(Moment start, TextView offset)
 {
     const auto moment = offset.empty() ? start : moved(start, offset);
     return moment && hasText(*moment) ? moment : std::nullopt;
 }
 
-// "010206" and "01022006" with slashes; any other text as it is.
+// Inserts slashes into "010206" and "01022006"; returns any other text unchanged.
 Text withSlashes(TextView date)
 {
     const bool digits = !date.empty() && date.find_first_not_of(L"0123456789") == TextView::npos;
@@ -66,7 +67,7 @@ TextView trimmed(TextView text)
     return start == TextView::npos ? TextView() : text.substr(start, text.find_last_not_of(L' ') - start + 1);
 }
 
-// A time of day was given, be it midnight: by the clock or as "now".
+// The entry contains a time of day, even midnight: "hh:mm" or "now".
 bool givesTime(TextView text, Moment moment)
 {
     const Text upper = upperCase(trimmed(text));

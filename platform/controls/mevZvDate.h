@@ -7,43 +7,46 @@
 
 namespace health {
 
-// A field for a date. The user may type what clinical users type: a date, "T" for today, "N" for now, "T-3", "T+2W",
-// "T-1M", "T+1Y", six or eight digits as 010206 or 01022006, a time after a blank or "@". What is understood is shown
-// as "mm/dd/yyyy" or "mm/dd/yyyy hh:mm"; other text stays as it is, for the form to judge.
-class mevZvDate : public Control {
+// A field for a date. It accepts what clinical users type: a date, "T" for today, "N" for now, "T-3", "T+2W", "T-1M",
+// "T+1Y", six or eight digits as 010206 or 01022006, and a time after a blank or "@". It shows a valid entry as
+// "mm/dd/yyyy" or "mm/dd/yyyy hh:mm" and keeps any other text unchanged, for the form to validate.
+class mevZvDate final : public Control {
 public:
+    void accept(ControlVisitor& visitor) override { visitor.visit(*this); }
+
     const Text& value() const { return m_value; }
-    // By the program; raises nothing, and replaces what is being typed.
+    // By the program; raises no event and replaces the text being typed.
     void setValue(TextView value);
     void clear() { setValue({}); }
 
-    // What the field shows: the value, or what the user is typing, which becomes the value when the field is left.
+    // The text in the field: the value, or the text being typed, which becomes the value when the user leaves the
+    // field.
     const Text& shown() const { return m_typed ? *m_typed : m_value; }
-    // The user types: the field's whole text.
+    // The user types; `text` is the field's whole text.
     void type(TextView text);
     bool settle() override;
-    // The user has entered a date, or part of one, since the field got the focus.
+    // The user has typed since the field got the focus.
     bool wasTouched() const { return m_touched; }
     void entered() override { m_touched = false; }
-    // The user presses Enter in the field; 0 afterwards: swallowed.
+    // The user presses Enter in the field; a handler that consumes the key sets it to 0.
     void pressKey(wchar_t& key) { raise(KeyPress, key); }
-    // Gives the desktop's time, for what is typed; the front end's.
+    // The front end's clock, for "T" and "N".
     void setClock(std::function<Moment()> clock) { m_clock = std::move(clock); }
 
     bool isEmpty() const { return m_value.empty(); }
     std::optional<Moment> moment() const { return parseDate(m_value); }
 
-    // A date with its time of day is wanted: what the user enters else is refused, the value stays.
+    // Requires a time of day; any other entry is refused and the old value kept.
     bool requiresTime() const { return m_requireTime; }
     void setRequireTime(bool required) { assign(m_requireTime, required, Change::Options); }
-    // A time is dropped from what the user enters.
+    // Drops the time of day from the user's entries.
     void setDateOnly(bool dateOnly) { m_dateOnly = dateOnly; }
 
-    // The user has entered a text. `now` is the desktop's time, for "T" and "N". Raises NewDateEntered when the
-    // text differs and is not empty, EntryRefused when an option refuses it. True: what was entered stands; false: it
-    // was refused, or the form put another date in its place.
+    // The user has entered a text. `now` is the desktop's time, for "T" and "N". Raises NewDateEntered if the value
+    // becomes a different, non-empty text, EntryRefused if the required time of day is missing. False if the entry was
+    // refused or the form replaced it.
     bool enter(TextView text, Moment now);
-    // What the control makes of a text: the date as it would be shown, else the text without blanks around it.
+    // The value that an entry becomes: the date as it is shown, or the trimmed text if it is no date.
     Text understood(TextView text, Moment now) const;
 
     std::function<void(wchar_t& key)> KeyPress;
@@ -59,7 +62,7 @@ private:
     bool m_dateOnly = false;
 };
 
-// The moment that an entered text means, with all the short forms, to the minute; empty where it means none.
+// Parses an entry, including all short forms, to the minute; empty if it is no date.
 std::optional<Moment> momentEntered(TextView text, Moment now);
 
 }

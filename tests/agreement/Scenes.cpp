@@ -118,7 +118,7 @@ void Scenes::edit()
         editor.m_bElder = true;
     if constexpr (requires { editor.m_bRegKey; }) {
         editor.m_bRegKey = true;
-        editor.height = Editor::RegistryHeight;
+        editor.setHeight(Editor::RegistryHeight);
     }
     m_lastActive = nullptr;
     m_lastDialog = nullptr;

@@ -102,7 +102,7 @@ TEST_F(RecordCommands, EditorsGetTheUsersKeys)
         bool elder = !holds;
         host.desktop.inForms = { [&](Form& form) {
                                     registry = dynamic_cast<frmAsthma&>(form).m_bRegKey;
-                                    EXPECT_EQ(form.height, holds ? 5265 : 2400);
+                                    EXPECT_EQ(form.height(), holds ? 5265 : 2400);
                                 },
             [&](Form& form) { elder = dynamic_cast<frmElderView&>(form).m_bElder; } };
         control.OpenRecord(5, L"5", L"81");

@@ -31,9 +31,9 @@ TEST_F(AsthmaRecord, NewRecordSavesItsVisit)
     EXPECT_EQ(host.calls(), (Transcript { L"call MEVVAST GETREG(12)", L"call MEVVAST SET(^81^^^^^^^^)" }));
     EXPECT_FALSE(form.isOpen());
     const auto parts = [&] { return form.arrangement().children.size(); };
-    form.height = frmAsthma::PlainHeight; // without the registry's frame
+    form.setHeight(frmAsthma::PlainHeight); // without the registry's frame
     const auto plain = parts();
-    form.height = frmAsthma::RegistryHeight;
+    form.setHeight(frmAsthma::RegistryHeight);
     EXPECT_EQ(parts(), plain + 1);
 }
 

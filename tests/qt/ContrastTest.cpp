@@ -27,8 +27,6 @@
 namespace health::test {
 namespace {
 
-Colour numberOf(QRgb colour) { return static_cast<Colour>(qRed(colour) | qGreen(colour) << 8 | qBlue(colour) << 16); }
-
 struct NamedPalette {
     const char* name;
     QPalette palette;
@@ -73,7 +71,7 @@ double drawnContrast(const QImage& image, const QRect& place)
         pixels.begin(), pixels.end(), [](const auto& one, const auto& other) { return one.second < other.second; });
     double best = 1;
     for (const auto& pixel : pixels)
-        best = std::max(best, contrast(numberOf(ground->first), numberOf(pixel.first)));
+        best = std::max(best, contrast(QColor(ground->first), QColor(pixel.first)));
     return best;
 }
 
@@ -158,11 +156,11 @@ void expectReadable(QWidget& window, const char* palette)
 double outlineContrast(QWidget& widget, const QRect& place)
 {
     const QImage image = widget.grab().toImage();
-    const Colour ground = numberOf(image.pixel(place.right() + 2, place.center().y()));
+    const QColor ground(image.pixel(place.right() + 2, place.center().y()));
     double greatest = 1;
     for (int x = place.left(); x <= place.right(); ++x) {
         for (int y = place.top(); y <= place.bottom(); ++y)
-            greatest = std::max(greatest, contrast(numberOf(image.pixel(x, y)), ground));
+            greatest = std::max(greatest, contrast(QColor(image.pixel(x, y)), ground));
     }
     return greatest;
 }

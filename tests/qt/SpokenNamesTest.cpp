@@ -112,7 +112,7 @@ TEST(SpokenNames, StateIsToldToo)
                 texts.append(nameOf(label));
             EXPECT_TRUE(texts.contains("Active")) << texts.join(u'|').toStdString();
         },
-        [](frmAsthma& form) { form.height = frmAsthma::RegistryHeight; });
+        [](frmAsthma& form) { form.setHeight(frmAsthma::RegistryHeight); });
     // The short names of the counts are explained where the focus is.
     forms.show<frmRepHist>([](QWidget& window) {
         auto* const field = window.findChild<QLineEdit*>();

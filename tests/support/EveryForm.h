@@ -62,7 +62,7 @@ struct ShownForms {
         show<frmPediatric>(look);
         show<frmElder>(look);
         show<frmElderView>(look);
-        show<frmAsthma>(look, [](frmAsthma& form) { form.height = frmAsthma::RegistryHeight; });
+        show<frmAsthma>(look, [](frmAsthma& form) { form.setHeight(frmAsthma::RegistryHeight); });
         show<frmAsthmaReg>(look);
         show<frmTxc>(look);
         show<frmRefusal>(look);

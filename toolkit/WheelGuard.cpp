@@ -1,4 +1,4 @@
-#include "host/desktop/WheelGuard.h"
+#include "toolkit/WheelGuard.h"
 
 #include <QAbstractSpinBox>
 #include <QComboBox>
@@ -14,7 +14,7 @@ bool WheelGuard::eventFilter(QObject* watched, QEvent* event)
     const bool isField = qobject_cast<QComboBox*>(watched) || qobject_cast<QAbstractSpinBox*>(watched);
     if (!isField || widget->hasFocus())
         return false;
-    event->ignore(); // passes it on to the parent
+    event->ignore(); // Qt passes it on to the parent
     return true;
 }
 

@@ -1,0 +1,21 @@
+#pragma once
+
+#include "platform/Desktop.h"
+
+#include <QPoint>
+#include <QString>
+
+#include <functional>
+
+namespace health {
+
+// The desktop as views need it: a view that opens a context menu prepares where it opens and what it adds to it.
+class ViewDesktop : public Desktop {
+public:
+    // Where the next menu opens, in global coordinates.
+    virtual void setPopUpPlace(QPoint place) = 0;
+    // Appends an entry of the view to the next menu; `isUsable` is called when the menu opens.
+    virtual void offerWithNextMenu(QString caption, std::function<void()> work, std::function<bool()> isUsable) = 0;
+};
+
+}
