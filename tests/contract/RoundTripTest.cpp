@@ -1,4 +1,4 @@
-// The editors on the real server: what one form saves, the next one shows.
+// The editors on the real server: the next form shows what the last one saved.
 #include "editors/frmAsthma.h"
 #include "editors/frmAsthmaReg.h"
 #include "editors/frmER.h"
@@ -11,7 +11,7 @@
 namespace health::test {
 namespace {
 
-// Patient 2 is a man with an adult's records, 4 has a visit and none of these.
+// Patient 2 is a man with an adult's records; patient 4 has a visit but no such records.
 class RoundTrip : public testing::Test {
 protected:
     explicit RoundTrip(const Text& user = L"SORREL,ADA", long patient = 2)
@@ -65,7 +65,7 @@ protected:
     Text visit;
 };
 
-// Another disposition: the place goes, the departure moves to the other piece and is still shown.
+// Another disposition clears the place; the departure moves to the other piece and is still shown.
 TEST_F(RoundTrip, EmergencyVisitWithAnotherDisposition)
 {
     const auto saved = [&](const Text& record, auto&& change) {
@@ -161,8 +161,8 @@ TEST_F(RegistryRoundTrip, ActivateEditInactivateDelete)
         EXPECT_EQ(form->lblStatus.caption() + form->cmdActivate.caption(), L"Active&Inactivate");
         EXPECT_EQ(form->fg.text(0, 1), dateText(panel.objects.desktop.today - std::chrono::days { 10 }));
         EXPECT_EQ(form->fg.text(3, 1), L"Sorrel, Ada");
-        EXPECT_EQ(form->fg.text(4, 1), L" -2 days\r\nsecond  line"); // no refusal, and as typed
-        // An untouched entry is saved as it is: the manager stays though the form knows no number.
+        EXPECT_EQ(form->fg.text(4, 1), L" -2 days\r\nsecond  line"); // as typed, and not taken for an error
+        // Saving an untouched entry keeps the manager, although the form has no number for it.
         panel.objects.desktop.inForms = { [&](Form& opened) {
             auto& editor = dynamic_cast<frmAsthmaReg&>(opened);
             EXPECT_EQ(editor.txtComments.text(), L" -2 days second  line");

@@ -11,7 +11,7 @@
 namespace health::test {
 namespace {
 
-// What loading says about a manifest; nothing of the library itself is looked at.
+// The error for a manifest; the library itself is not read.
 Text refusal(const QByteArray& manifest)
 {
     const QString folder = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation)
@@ -28,7 +28,7 @@ Text refusal(const QByteArray& manifest)
     return L"loaded";
 }
 
-TEST(ComponentLoader, ManifestsThatCannotBeUsedAreTold)
+TEST(ComponentLoader, UnusableManifestsAreReported)
 {
     const QByteArray good = R"({ "progId": "Test.Panel", "library": "/nowhere/panel.so", "interface": 2 })";
     EXPECT_EQ(refusal(good), L"The panel's library /nowhere/panel.so is not there any more. Register the panel again.");
