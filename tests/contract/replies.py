@@ -20,7 +20,7 @@ WEIGHTS = {"7 2": "7^2^3.232^3232", "7 2 ": "7^2^3.232^3232", "+7  2.": "7^2^3.2
 # A comment as it is typed, and as it is shown: U+2060 keeps it from being read as an error.
 COMMENTS = {"-3 days": "\u2060-3 days", "  -3": "\u2060  -3", "-.5": "\u2060-.5", "\t-1": "\u2060 -1",
             "-9" + "9" * 400: "\u2060-9" + "9" * 400, "+-3": "+-3", "- 3": "- 3", "\u20133": "\u20133", "-": "-",
-            "x \u2060-3": "x -3", "-4" + "é" * 3998: "\u2060-4" + "é" * 3998}
+            "x \u2060-3": "x -3", "two\r\nlines": "two\r\nlines", "-4" + "é" * 3998: "\u2060-4" + "é" * 3998}
 FORGED = "x\r\n99~~~EXAM~1~FORGED\r\n"
 
 
@@ -130,8 +130,9 @@ ROWS = {
         ("MEVVER SET", "^{visit2}^E^A^W^^^^^^^^^LOC.`99", "-1^The place of the transfer is not known."),
         *[("MEVVER SET", "^{visit2}" + "^" * (piece - 2) + LONG + "x", f"-1^The {name} is longer than 200 characters.") for piece, name in
           ((6, "other means of arrival"), (8, "informant"), (10, "other disposition"), (13, "condition on departure"))],
-        ("MEVVER SET", f"^{{visit5}}^E^A^O^{FORGED}^R^{FORGED}^O^{FORGED}^^^{FORGED}", "1"),
-        ("MEVVER GET", "5", "*|R^OTHER|O^x  99~~~EXAM~1~FORGED  ^^^x  99~~~EXAM~1~FORGED  ^\r\n"),
+        ("MEVVER SET", f"^{{visit5}}^E^A^O^{FORGED}^R^{FORGED}^O^{FORGED}^3260102.0915^^{FORGED}^VEN.`1", "1"),
+        ("MEVVER GET", "5",
+         "*^RELATIVE|R^OTHER|O^x  99~~~EXAM~1~FORGED  ^01/02/2026@09:15^^x  99~~~EXAM~1~FORGED  ^CEDAR RIDGE SPECIALISTS|1;AUTTVNDR(\r\n"),
         ("MEVVER GET", "^x", "-1^There is no such record."),
         ("MEVVER GET", "^99999", "-1^The record 99999 does not exist any more."),
         ("MEVREF GET", "13^x", "-1^There is no such refusal."),

@@ -108,7 +108,7 @@ protected:
     // Does one step after the other, also inside dialogs: each when nothing has changed on the screen for a while.
     void doInTurn(std::deque<std::function<void()>> wanted)
     {
-        steps = std::move(wanted);
+        pending = std::move(wanted);
         quietTurns = 0;
         driver.start(20);
     }
@@ -146,10 +146,10 @@ protected:
         if (quietTurns < 8)
             return;
         quietTurns = 0;
-        if (steps.empty())
+        if (pending.empty())
             return driver.stop();
-        const auto step = std::move(steps.front());
-        steps.pop_front();
+        const auto step = std::move(pending.front());
+        pending.pop_front();
         step();
     }
 
@@ -157,7 +157,7 @@ protected:
     std::unique_ptr<MainWindow> window;
     QTimer activation;
     QTimer driver;
-    std::deque<std::function<void()>> steps;
+    std::deque<std::function<void()>> pending;
     QString lastScreen;
     int quietTurns = 0;
 };
