@@ -198,6 +198,8 @@ ROWS = {
         ("MEVVAST SETREG", "11^A^01/02/2026", "1"),
         ("MEVVAST GETREG", "11", "11^ACTIVE|A^01/02/2026^^^SORREL,ADA|1"),
         ("MEVVAST GETNOTE", "11", ""),
+        ("MEVVAST SETREG", "11^I", "1"),
+        ("MEVVAST GETREG", "11", "11^INACTIVE|I^01/02/2026^^^SORREL,ADA|1"),
     ],
     "PACT,MILO": [("MEVBMSR SET", "6^^^^^^", "-1^You hold neither the PROVIDER key nor the MEVZ PEDIATRIC EDIT key.")],
     "BRIGHTWATER,NELL": [

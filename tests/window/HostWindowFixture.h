@@ -153,7 +153,7 @@ protected:
         step();
     }
 
-    QTemporaryDir folder;
+    static inline const QTemporaryDir folder; // the tests do not depend on each other's records
     std::unique_ptr<MainWindow> window;
     QTimer activation;
     QTimer driver;
