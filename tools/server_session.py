@@ -1,4 +1,4 @@
-"""One session with the server, one call after the other, and the server's tasks, for the tests that are written in Python."""
+"""One session with the server, one call after the other, and the server's tasks, for the tests in Python."""
 
 import glob
 import os
@@ -21,7 +21,7 @@ class Session:
             assert user in self.reply("MEVHOST SIGNON", f"{self.token}^{user}^2")
 
     def resume(self):
-        """Continues a session whose server was killed; the next call gets the number of the last one, as a retry does."""
+        """Continues a session whose server was killed; the next call has the number of the last one: a retry."""
         last = self.number - 1
         while self.number != last:
             self.process.wait(10)

@@ -303,16 +303,6 @@ TEST(HostileServer, WithoutSignOnNothingIsAnswered)
     }
 }
 
-TEST(HostileServer, RefusedSignOnLeavesTheSessionAsItWas)
-{
-    RawSession session;
-    for (const QByteArray& parameter : { QByteArray("x^SORREL,ADA"), QByteArray(32, 'a') + "^NOBODY",
-             QByteArray(32, 'a') + "^", QByteArray(32, 'g') + "^BARE,JUNO", QByteArray("^") })
-        EXPECT_TRUE(session.text("MEVHOST SIGNON", parameter).startsWith("-1^"));
-    EXPECT_EQ(session.text("MEVUTL SETPARM", "RepHist-PedWtOpt^1"), "1");
-    EXPECT_EQ(session.text("MEVHOST KEYS", "PROVIDER"), "1");
-}
-
 TEST(HostileServer, UserWithoutKeysChangesNothing)
 {
     RawSession provider;

@@ -1,5 +1,5 @@
 """The data open whatever happened to clock, folder, lock, version or other servers, and can be restored from a backup.
-data_folder.py PHSERVER [CASE...]; exits with 77 without libfaketime. With LONG in the environment: more kills and moves."""
+data_folder.py PHSERVER [CASE...]; exits with 77 without libfaketime. LONG in the environment: more kills, moves."""
 
 import concurrent.futures
 import glob
@@ -165,7 +165,7 @@ class Saver(Session):
 
 
 def kills(folder):
-    """Servers are killed while sessions save: each acknowledged save is on file once. The next start waits for no dead server."""
+    """Servers are killed while sessions save: each acknowledged save is on file once, and the next start is quick."""
     data, dice = folder + "/data", random.Random(20261121)
     keeper, savers = session(data), [Saver(PROGRAM, data) for _ in range(20 if LONG else 8)]
     with concurrent.futures.ThreadPoolExecutor(len(savers)) as pool:
@@ -251,9 +251,11 @@ def upgrades(folder):
     with gzip.open(HERE + "/first_release.zwr.gz") as packed, open(folder + "/first.zwr", "wb") as file:
         shutil.copyfileobj(packed, file)
     segment = f'change -segment DEFAULT -file_name="{first}/app.dat" -block_size=4096 -allocation=4096'
-    engine(first, f"""printf '%s\\n' '{segment}' 'change -region DEFAULT -key_size=1019 -record_size=1048576 -stdnull -qdbrundown' exit |
-        "$gtm_dist/mumps" -run GDE; "$gtm_dist/mupip" create; "$gtm_dist/mupip" load ../first.zwr
-        "$gtm_dist/mupip" set -journal=enable,on,before_images,filename={first}/app.mjl -region DEFAULT; touch created""")
+    region = "change -region DEFAULT -key_size=1019 -record_size=1048576 -stdnull -qdbrundown"
+    engine(first, f"""printf '%s\\n' '{segment}' '{region}' exit | "$gtm_dist/mumps" -run GDE
+        "$gtm_dist/mupip" create; "$gtm_dist/mupip" load ../first.zwr
+        "$gtm_dist/mupip" set -journal=enable,on,before_images,filename={first}/app.mjl -region DEFAULT
+        touch created""")
     work = session(first)
     assert any("Indexing the names" in frame for frame in work.told), work.told
     assert "14^QUIET,IRIS^" in work.call("MEVHOST PATIENTS", "iris")
@@ -261,12 +263,12 @@ def upgrades(folder):
     work.close()
     opens(first, [])
     engine(first, """"$gtm_dist/mumps" -run %XCMD 'SET ^MEVDATA("VERSION")=99'""")
-    newer = subprocess.run([PROGRAM, "--data", first], stdin=subprocess.DEVNULL, capture_output=True, check=False).stdout
-    assert b"F0\nThese data were made by a newer server" in newer, newer
+    newer = run(first)[1]
+    assert "F0\nThese data were made by a newer server" in newer, newer
 
 
 def surroundings(folder):
-    """Odd names and variables do no harm; folders of others are refused, open ones closed; dumps are kept with the data for a time."""
+    """Odd names and variables do no harm; folders of others are refused, open ones closed; old dumps are removed."""
     odd = {"gtm_local_collate": "1", "gtmcompile": "-bad", "CDPATH": "/", "BASH_ENV": "/none", "PATH": "/bin"}
     for name in 'a"b\n$(touch x)\\b $HOME,', "x" * 200:
         work = Session(PROGRAM, os.path.join(folder, name), **odd)
@@ -288,8 +290,8 @@ def surroundings(folder):
     if os.geteuid() == 0:
         os.chmod(folder, 0o755)
         os.chmod(data, 0o777)
-        other = subprocess.run(["runuser", "-u", "nobody", "--", PROGRAM, "--data", data, "--check"], capture_output=True,
-                               text=True, check=False)
+        other = subprocess.run(["runuser", "-u", "nobody", "--", PROGRAM, "--data", data, "--check"],
+                               capture_output=True, text=True, check=False)
         assert "belongs to another user" in other.stderr or "cannot be" in other.stderr, other.stderr
 
 

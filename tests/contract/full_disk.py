@@ -1,5 +1,5 @@
-"""The server's disk becomes full while a session saves: the session gets an error, no acknowledged save is lost, and saving
-works again once there is room. full_disk.py PHSERVER; exits with 77 where no small disk can be mounted."""
+"""The server's disk becomes full while a session saves: the session gets an error, no acknowledged save is lost, and
+saving works again once there is room. full_disk.py PHSERVER; exits with 77 where no small disk can be mounted."""
 
 import os
 import subprocess
@@ -37,7 +37,8 @@ def main(program, disk):
             break
         acknowledged.append(comment)
     # An error in words, unless the engine itself had to end.
-    assert answer == "" or "disk is full" in answer or "cannot go on" in answer or "could not carry out" in answer, answer
+    errors = "disk is full", "cannot go on", "could not carry out"
+    assert answer == "" or any(error in answer for error in errors), answer
     print(f"{len(acknowledged)} saves, then: {answer!r}")
     session.close()
     os.remove(filler)
