@@ -1,4 +1,4 @@
-// A transport whose answers come later, as over a long line: for measuring what round trips cost.
+// A transport that delays answers, as a long line does: for measuring the cost of round trips.
 #pragma once
 
 #include "host/session/Transport.h"
@@ -11,7 +11,7 @@
 
 namespace health {
 
-// Hands requests on at once and each answer on after the round trip's time.
+// Passes requests on immediately and each answer after the round-trip time.
 class DelayedDevice : public QIODevice {
 public:
     DelayedDevice(QIODevice& inner, int milliseconds)

@@ -1,4 +1,4 @@
-// What LoadGrid costs per row, against a plain copy of the same reply and against the way that splits it with QString.
+// The cost of LoadGrid per row, compared with a plain copy of the reply and with splitting it by QString.
 #include "control/kalmevRepHistCtrl.h"
 #include "tests/support/ScriptedHost.h"
 
@@ -27,7 +27,7 @@ Text functionalStatusReply(long rows)
 
 void countRows(benchmark::State& state) { state.SetItemsProcessed(state.iterations() * state.range(0)); }
 
-// Hands replies out and takes note of what making them cost: the reply is the session's work, not the grid's.
+// Measures the time that making the replies takes: it belongs to the session, not to the grid.
 class TimedSession : public test::ScriptedSession {
 public:
     using ScriptedSession::ScriptedSession;
@@ -79,7 +79,7 @@ void PlainCopy(benchmark::State& state)
 }
 BENCHMARK(PlainCopy)->RangeMultiplier(10)->Range(10, 100000);
 
-// The words of a value with capitals, as one would write it with QString.
+// Capitalizes the words of a value.
 QString proper(const QString& text)
 {
     QStringList words = QString(text).replace(u","_qs, u", "_qs).split(u' ');

@@ -1,5 +1,5 @@
-// From a change of the patient to the painted grid, against the real server: time at the server (the calls), in the
-// logic and in painting. And what painting costs with many rows.
+// From a change of the patient to the painted grid on the real server: time in the server's calls, in the logic and in
+// painting; then the cost of painting many rows.
 #include "bench/Median.h"
 #include "bench/ShownPanel.h"
 #include "host/session/HostSession.h"
@@ -17,7 +17,7 @@ namespace {
 
 constexpr int Rounds = 15;
 
-// Passes calls on to the real session and adds up how long they took.
+// Passes calls on to the real session and sums their times.
 class TimedSession : public test::ScriptedSession {
 public:
     TimedSession(test::Transcript& transcript, HostSession& session)

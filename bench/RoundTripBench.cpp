@@ -1,5 +1,5 @@
-// From a change of the patient to the painted grid over a line of 0, 20 and 80 ms, with calls asked ahead and one by
-// one; and the opening of the editor that makes most calls.
+// From a change of the patient to the painted grid over a line of 0, 20 and 80 ms, with calls sent ahead and one by
+// one; then opening the editor that makes most calls.
 #include "bench/DelayedTransport.h"
 #include "bench/Median.h"
 #include "bench/ShownPanel.h"

@@ -1,9 +1,9 @@
 #!/usr/bin/env python3
 """The host as a screen reader meets it: started as a user starts it, walked over the accessibility bus.
 
-Opens the main window and its dialogs by keys. In each of them every control that takes the focus or can be pressed
-must have a name that can be spoken, no two of a window the same; the records' grid must tell the texts of its cells
-and nothing else. Needs a display and a session bus of its own:
+Opens the main window and its dialogs by keys. In each window every control that takes the focus or can be pressed must
+have a name that can be spoken, unique in its window; the grid of records must expose exactly the texts of its cells.
+Needs its own display and session bus:
 
     xvfb-run -a dbus-run-session -- walk_windows.py HOST SERVER LIBRARY
 """
@@ -28,7 +28,7 @@ CONTROLS = {
     Atspi.Role.SLIDER, Atspi.Role.LIST, Atspi.Role.LIST_BOX, Atspi.Role.LIST_ITEM, Atspi.Role.TABLE, Atspi.Role.TREE,
     Atspi.Role.TREE_TABLE, Atspi.Role.MENU, Atspi.Role.MENU_ITEM, Atspi.Role.CHECK_MENU_ITEM, Atspi.Role.PAGE_TAB,
 }
-# Whose children are cells and entries: texts of the data.
+# Their children are cells and entries: texts of the data.
 TABLES = {Atspi.Role.COMBO_BOX, Atspi.Role.LIST, Atspi.Role.LIST_BOX, Atspi.Role.TABLE, Atspi.Role.TREE, Atspi.Role.TREE_TABLE}
 WINDOWS = {Atspi.Role.FRAME, Atspi.Role.DIALOG, Atspi.Role.ALERT, Atspi.Role.WINDOW, Atspi.Role.POPUP_MENU}
 
@@ -37,13 +37,13 @@ walked = {}
 
 
 def wait_for(what, look):
-    """What `look` finds once it finds something; an end of the test when it does not."""
+    """The first result of `look` that is not empty; exits if there is none in time."""
     end = time.monotonic() + PATIENCE
     while time.monotonic() < end:
         try:
             found = look()
         except GLib.Error:
-            found = None  # went away meanwhile
+            found = None  # closed meanwhile
         if found:
             return found
         time.sleep(0.02)
@@ -75,7 +75,7 @@ def windows():
 
 
 def descendants(node):
-    """The node and all that is shown below it; the cells of a table are looked at by themselves."""
+    """The node and all its descendants, except the cells of tables."""
     yield node
     if node.get_role() not in TABLES:
         for child in children(node):
@@ -90,7 +90,7 @@ def find(window, role, name=None):
 
 
 def spoken_name(node):
-    """A drop-down list has its value for a name: what it is for is told by its label, or its description."""
+    """The name of a drop-down list is its value: its purpose is in its label or its description."""
     if node.get_role() != Atspi.Role.COMBO_BOX:
         return node.get_name()
     labels = [relation.get_target(0).get_name() for relation in node.get_relation_set()
@@ -99,7 +99,7 @@ def spoken_name(node):
 
 
 def check(window):
-    """Notes the controls of a window without a name of their own."""
+    """Records the controls of a window that have no unique name."""
     title = window.get_name() or window.get_role_name()
     seen = {}
     if not window.get_name():
@@ -116,7 +116,7 @@ def check(window):
         if not any(letter.isalnum() for letter in name):
             faults.append(f"{title}: {node.get_role_name()} has no name to speak, but '{name}'")
         key = (node.get_role(), name)
-        if key in seen and node.get_parent().get_name() != "Pages":  # which the view and its inside share
+        if key in seen and node.get_parent().get_name() != "Pages":  # the view and its inside share the name
             faults.append(f"{title}: two of {node.get_role_name()} '{name}'")
         seen[key] = node
     walked[title] = len(seen)
@@ -126,11 +126,11 @@ def check(window):
 
 
 def focus_top_window():
-    """What a window manager does; there is none here."""
+    """Replaces the window manager, which is missing here."""
     def is_active():
         found = subprocess.run(["xdotool", "search", "--onlyvisible", "--pid", str(host.pid), "--name", "."],
                                capture_output=True, text=True).stdout.split()
-        # One that is just closing is none to give the focus to.
+        # windowfocus fails for a window that is just closing.
         given = found and not subprocess.run(["xdotool", "windowfocus", found[-1]], capture_output=True).returncode
         return given and any(has_state(window, Atspi.StateType.ACTIVE) for window in windows())
 
@@ -146,7 +146,7 @@ def write(text):
 
 
 def opened(before):
-    """The window that has opened, ready for keys and checked."""
+    """The window that has opened, after its check and ready for keys."""
     window = wait_for("a new window", lambda: next((w for w in windows() if w not in before), None))
     wait_for("its name", window.get_name)
     focus_top_window()
@@ -160,7 +160,7 @@ def focused(window):
 
 
 def focus(node):
-    """By Tab, as far as it takes."""
+    """Presses Tab until the node has the focus."""
     for _ in range(40):
         if has_state(node, Atspi.StateType.FOCUSED):
             return
@@ -181,7 +181,7 @@ def leave(window, *keys):
     focus_top_window()
 
 
-# --- What is looked at ---
+# --- The checks ---
 
 
 def main_window():
@@ -189,7 +189,7 @@ def main_window():
 
 
 def choose_patient(name):
-    """With the first of the patient's visits."""
+    """Selects a patient and the patient's first visit."""
     picker = open_by("ctrl+o")
     write(name)
     wait_for("the patient found", lambda: find(picker, Atspi.Role.LABEL, "1 found."))
@@ -206,7 +206,7 @@ def grid():
 
 
 def check_grid():
-    """The cells as they are told, against the grid as the host prints it."""
+    """Compares the cells on the bus with the grid as the host prints it."""
     printed = subprocess.run([HOST, "--user", "SORREL,ADA", "--data", DATA, "--server-program", SERVER, "--patient",
                               "1", "--list"], capture_output=True, text=True, check=True,
                              env={**os.environ, "QT_QPA_PLATFORM": "offscreen"}).stdout
@@ -222,7 +222,6 @@ def check_grid():
 
 
 def open_an_editor():
-    """Names of each form's controls are tested by themselves: here they are looked for on the bus."""
     focus(find(main_window(), Atspi.Role.COMBO_BOX))
     press("Home", "Down")
     leave(open_by("alt+a"))

@@ -24,7 +24,7 @@ QString differs(const char* what, const QString& screen, const QString& form)
 
 QString onOff(bool on) { return on ? QStringLiteral("on") : QStringLiteral("off"); }
 
-// Rows, selected row last.
+// The rows, then the selected row.
 QString gridText(const Grid& grid)
 {
     QStringList texts;
@@ -57,8 +57,7 @@ QString ticks(const List& list, const std::function<bool(int)>& isTicked)
     return text;
 }
 
-// What the user can change, as the screen shows it; nothing for a widget in which there is nothing to be
-// changed.
+// The value that the user can change, as the screen shows it; nothing for a widget without one.
 std::optional<QString> entryOn(const QWidget& widget)
 {
     if (const auto* const view = dynamic_cast<const TextBoxView*>(&widget))
@@ -76,7 +75,7 @@ std::optional<QString> entryOn(const QWidget& widget)
     return {};
 }
 
-// The state of its own kind.
+// The value, by the kind of control.
 QString valueDiffers(const Control& control, const QWidget& widget)
 {
     const QString entry = entryOn(widget).value_or(QString());
@@ -125,7 +124,6 @@ QString nameOf(const QWidget* widget)
     return QLatin1String(widget->metaObject()->className()) + u' ' + words;
 }
 
-// A line whose control has just got the focus has its text selected.
 QString focusDiffers(const FormDialog& dialog)
 {
     QWidget* const view = dialog.widgets().value(dialog.form().activeControl());
@@ -177,7 +175,7 @@ QString disagreement(const kalmevRepHistCtrl& control, const PanelView& panel)
 }
 
 namespace {
-// Says where a place is searched; without a place there is nothing to be saved.
+// These options select the file of a lookup; they are saved only with its result.
 bool namesFile(const QAbstractButton& button)
 {
     return button.text() == "Outside &Provider" || button.text() == "&Facility";
@@ -194,7 +192,7 @@ QStringList shownValues(const FormDialog& dialog)
             !value || (button && namesFile(*button)))
             continue;
         if (!widget->isEnabled())
-            value->clear(); // what is grey is not saved
+            value->clear(); // disabled values are not saved
         const QPoint place = widget->mapTo(&dialog, QPoint());
         byPlace[{ place.y(), place.x() }] = *value;
     }

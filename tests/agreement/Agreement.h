@@ -1,4 +1,4 @@
-// What a form or panel must agree on with its window at every moment at which the user can act.
+// A form or panel must agree with its window whenever the user can act.
 #pragma once
 
 #include "control/kalmevRepHistCtrl.h"
@@ -8,12 +8,12 @@
 
 namespace health::test {
 
-// The first disagreement between a form and its window, in words; empty for none.
+// Describes the first disagreement between a form and its window; empty for none.
 QString disagreement(const FormDialog& dialog);
 // The same between a control and its panel.
 QString disagreement(const kalmevRepHistCtrl& control, const PanelView& panel);
 
-// The values that a form shows to the user, by kind and place; what a saved record must show again when it is reopened.
+// The values in a form, by their place: a saved record must show them again when it is reopened.
 QStringList shownValues(const FormDialog& dialog);
 
 }

@@ -1,5 +1,5 @@
 // Drives every form, the lookups and two panels through their real widgets by random actions of a user, on a session
-// with the real server, and looks for the first moment at which window and form, or screen and stored record, disagree.
+// with the real server, until window and form, or screen and stored record, disagree.
 //
 //   agreement [--seed N] [--actions N] [--scene NAME] [--replay FILE]
 //
@@ -20,7 +20,7 @@ namespace {
 constexpr int EpisodeActions = 60;
 constexpr int ShrinkingSeconds = 40;
 
-// Takes actions out, ever fewer at a time, as long as the rest still fails.
+// Removes actions, fewer at a time, as long as the rest still fails.
 QStringList shortest(Scenes& scenes, const QString& scene, QStringList actions)
 {
     QElapsedTimer clock;

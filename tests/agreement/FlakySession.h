@@ -1,4 +1,4 @@
-// A session whose next call fails, is refused, or takes its time.
+// A session whose next call can fail, be refused, or take long.
 #pragma once
 
 #include "host/session/HostSession.h"
@@ -17,7 +17,7 @@ public:
         : m_used(&session)
     {
     }
-    // From now on another session's calls.
+    // Switches to another session.
     void use(HostSession& session) { m_used = &session; }
 
     enum class Next {
@@ -28,7 +28,7 @@ public:
     };
     Next next = Next::Answers;
     bool isInCall() const { return m_inCall || m_used->isInCall(); }
-    // A call of this name was answered.
+    // Before and after each call that saves.
     std::function<void()> beforeSave;
     std::function<void(TextView name, const Text& reply)> afterSave;
 
@@ -53,11 +53,11 @@ private:
         if (now == Next::IsRefused)
             return L"-1^Not today.";
         const QScopedValueRollback inCall(m_inCall, true);
-        if (now == Next::IsSlow) { // the window is painted meanwhile, as in any long call
+        if (now == Next::IsSlow) { // paints the window, as any long call does
             QThread::msleep(5);
             QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
         }
-        // An activation in the registry is no save of what the form shows.
+        // Activation in the registry does not save the values of the form.
         const bool saves = name.ends_with(L"SET")
             || (name.ends_with(L"SETREG") && std::count(parameter.begin(), parameter.end(), L'^') > 1);
         if (saves && beforeSave)

@@ -23,7 +23,7 @@ QWidget* topWindow()
 
 namespace {
 
-// What can be pointed at.
+// The widgets that the mouse can reach.
 QList<QWidget*> targets(const QWidget& window)
 {
     QList<QWidget*> widgets;
@@ -39,7 +39,7 @@ QList<QWidget*> targets(const QWidget& window)
 void pressKeys(const QString& keys)
 {
     const QKeyCombination combination = QKeySequence(keys)[0];
-    // Pressed alone, Alt closes a menu, and what the toolkit's test function sends next would have no window.
+    // Alt alone closes a menu; the next event of QTest::keyClick would then have no window.
     const bool inMenu = QApplication::activePopupWidget();
     if (QWindow* const window = topWindow()->windowHandle())
         QTest::keyClick(window, combination.key(), inMenu ? Qt::NoModifier : combination.keyboardModifiers());
@@ -49,7 +49,7 @@ void typeText(const QString& text)
 {
     const QWidget* const top = topWindow();
     for (const QChar letter : text) {
-        if (topWindow() == top) // else something has opened, and meanwhile more was done
+        if (topWindow() == top) // a new window ends the typing
             QTest::sendKeyEvent(QTest::Click, top->windowHandle(), Qt::Key_unknown, QString(letter), Qt::NoModifier);
     }
 }
@@ -73,7 +73,7 @@ void useMouse(const QStringList& words)
     } else if (words[0] == u"right") {
         QTest::mouseClick(window, Qt::RightButton, {}, at);
     } else if (words[0] == u"drag") {
-        const QPoint to = pointIn(words[4].toInt(), 50, 50); // now: a press may take widgets away
+        const QPoint to = pointIn(words[4].toInt(), 50, 50); // before the press, which may remove widgets
         QTest::mousePress(window, Qt::LeftButton, {}, at);
         if (topWindow() == &top)
             QTest::mouseRelease(window, Qt::LeftButton, {}, to);

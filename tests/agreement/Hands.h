@@ -1,4 +1,4 @@
-// What a user does with keyboard and mouse, in the window on top.
+// Keyboard and mouse actions in the window on top.
 #pragma once
 
 #include <QStringList>

@@ -21,11 +21,11 @@ namespace health::test {
 
 namespace {
 
-constexpr int LongestWait = 4000; // turns of the event loop without a window that can be used
+constexpr int LongestWait = 4000; // turns of the event loop without a usable window
 
 Text today() { return QDate::currentDate().toString("MM/dd/yyyy").toStdWString(); }
 
-// The same value in the form in which the server keeps it: blanks, capitals, "^", a time that the record does not keep.
+// The value as the server stores it: blanks, capitals, "^", no time where the record has none.
 QString kept(QString value)
 {
     value = value.toUpper().replace(u'^', u' ').replace(u'\n', u' ').simplified().replace(", ", ",");
@@ -87,7 +87,7 @@ void Scenes::forPatient(long number)
     m_host.encounter->visit = visit.toLong();
 }
 
-// A record of known contents, so that a list of actions means the same each time it is played.
+// Creates a record of known contents, so that a replay does the same each time.
 void Scenes::prepareRecord(TextView call, const Text& fields, TextView list)
 {
     const Text reply = m_session->callText(call, fields);
@@ -122,7 +122,7 @@ void Scenes::edit()
     }
     m_lastActive = nullptr;
     m_lastDialog = nullptr;
-    // What could not be read is not compared.
+    // Values that could not be read are not compared.
     m_loadFailed = m_session->next == FlakySession::Next::Fails || m_session->next == FlakySession::Next::IsRefused;
     post();
     m_desktop.showModal(editor);
@@ -211,7 +211,7 @@ Episode Scenes::play(const QString& name)
     const Preparation* const p = preparationOf(name);
     forPatient(p ? p->patient : 1);
     if (p) {
-        m_call = name == u"view" ? Text() : Text(p->call); // what the view's editor saves, the view shows otherwise
+        m_call = name == u"view" ? Text() : Text(p->call); // the view shows the saved values in another form
         if (!name.endsWith(u"-new"))
             prepareRecord(p->call, replaced(replaced(p->fields, L"#", m_visit), L"@", today()), p->list);
     }
@@ -260,14 +260,14 @@ bool Scenes::canAct() const
     if (m_session->isInCall() || !top || !top->isVisible())
         return false;
     if (top == m_actedOn)
-        return false; // the action before is not over: the toolkit's test functions let events in
+        return false; // the previous action still runs: QTest processes events
     if (QApplication::activePopupWidget())
         return true;
     if (m_desktop.isBusy())
         return false;
     if (top->isActiveWindow())
         return true;
-    // As a window manager does after a dialog; where the window system says nothing, it thinks the window active.
+    // Replaces the window manager; setActiveWindow is for platforms that send no activation event.
     if (m_waits % 8 == 7)
         QApplication::setActiveWindow(top);
     else
@@ -301,12 +301,12 @@ void Scenes::tick()
     m_episode.actions.append(action);
     m_lastAction = action;
     if (action.startsWith(u'd'))
-        m_marks = 8; // lookups and boxes may come in between
+        m_marks = 8; // lookups and boxes may open in between
     post();
     act(action);
 }
 
-// Closes what is open, from the top down.
+// Closes all windows, from the top down.
 void Scenes::endScene()
 {
     m_ending = true;
@@ -314,7 +314,7 @@ void Scenes::endScene()
         post();
         popup->close();
     } else if (auto* const dialog = dynamic_cast<FormDialog*>(QApplication::activeModalWidget())) {
-        // The last form ends the scene; what is below closes at the next turn.
+        // The last form ends the scene; the windows below close in later turns.
         if (QApplication::topLevelWidgets().size() > 1)
             post();
         dialog->form().close();
@@ -326,7 +326,7 @@ void Scenes::endScene()
     }
 }
 
-// --- What is looked at ---
+// --- Checks ---
 
 QString Scenes::check()
 {
@@ -348,13 +348,13 @@ QString Scenes::check()
     if (const auto* const lookup = dynamic_cast<frmLookup*>(&dialog->form()); lookup && m_lastDialog != dialog) {
         const bool inRows = lookup->activeControl() == &lookup->fgResults;
         if (inRows != (lookup->fgResults.rowCount() > 1))
-            return QStringLiteral("the lookup opened with the keyboard beside its rows");
+            return QStringLiteral("the lookup opened with the focus not in its rows");
     }
     m_lastDialog = dialog;
     const Control* const active = dialog->form().activeControl();
     const auto* const line = qobject_cast<QLineEdit*>(QApplication::focusWidget());
     const bool entered = std::exchange(m_lastActive, active) != active;
-    // Typing, a double click and dragging select otherwise.
+    // Typing, a double click and dragging change the selection.
     const bool marked = entered && ((m_marks > 0 && m_marks--) || m_lastAction.startsWith(u't'));
     if (entered && !marked && line && !line->text().isEmpty() && line->selectedText() != line->text())
         return QStringLiteral("\"%1\" is not selected in %2, which was entered")
@@ -362,18 +362,18 @@ QString Scenes::check()
     return m_verifying ? checkSaved(*dialog) : QString();
 }
 
-// The form is open again: it shows what it showed when the server took the record.
+// The reopened form must show the values that were saved.
 QString Scenes::checkSaved(const FormDialog& dialog)
 {
     m_verifying = false;
     const QStringList before = std::exchange(m_saved, {});
     const QStringList now = shownValues(dialog);
-    // An emptied manager is kept by the server.
+    // The server keeps a manager that was cleared.
     const bool keepsName = m_call == L"MEVVAST SETREG";
     for (qsizetype i = 0; i < std::max(before.size(), now.size()); ++i) {
         if (keepsName && before.value(i).isEmpty() && now.value(i).contains(u','))
             continue;
-        // Types of one item show their own name until the record is read again.
+        // Types with one item show their own name until the record is reloaded.
         if (m_call == L"MEVREF SET" && OnlyItems.contains(before.value(i)))
             continue;
         // The unit beside a weight becomes its letter.
@@ -392,7 +392,7 @@ void Scenes::tellSaved(TextView call, const Text& reply)
         m_saved = std::exchange(m_snapshot, {});
 }
 
-// --- What a user does ---
+// --- User actions ---
 
 QString Scenes::nextAction()
 {

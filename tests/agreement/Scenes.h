@@ -17,8 +17,8 @@
 
 namespace health::test {
 
-// A desktop that knows when no user can act: a form lets pending events in, or a box or form is closed and what showed
-// it has not gone on yet.
+// A desktop that knows when the user cannot act: while a form processes pending events, or a box or form is closed and
+// its caller has not continued yet.
 class DrivenDesktop : public QtDesktop {
 public:
     BoxAnswer messageBox(TextView text, int style, TextView title) override
@@ -41,7 +41,7 @@ public:
         int visible = 0;
         for (const QWidget* const window : QApplication::topLevelWidgets()) {
             visible += qobject_cast<const QDialog*>(window) && window->isVisible();
-            // What was picked from it has not taken effect; but a box may have come over an open menu.
+            // The choice in a closed menu has not taken effect yet; but a box may have opened over a menu.
             const bool closedMenu = qobject_cast<const QMenu*>(window) && !window->isVisible()
                 && !window->testAttribute(Qt::WA_DeleteOnClose);
             if (closedMenu && !qobject_cast<QMessageBox*>(QApplication::activeModalWidget()))
@@ -51,7 +51,7 @@ public:
     }
 
 private:
-    int m_shown = 0; // boxes and forms, one above the other
+    int m_shown = 0; // nested boxes and forms
     bool m_busy = false;
 };
 
@@ -65,10 +65,9 @@ public:
     Scenes();
     ~Scenes() override;
 
-    bool traces = false; // prints each action and where it goes
+    bool traces = false; // prints each action and its target
 
     QStringList names() const;
-    // Random actions.
     Episode explore(const QString& scene, unsigned seed, int actions);
     Episode replay(const QString& scene, const QStringList& actions);
     // Saved records that showed the same values when they were opened again.
@@ -113,7 +112,7 @@ private:
     bool m_exploring = false;
     int m_budget = 0;
     Episode m_episode;
-    const QWidget* m_actedOn = nullptr; // while an action is under way
+    const QWidget* m_actedOn = nullptr; // during an action
     bool m_posted = false;
     bool m_ending = false;
     int m_waits = 0;
@@ -122,10 +121,10 @@ private:
     const FormDialog* m_lastDialog = nullptr;
     const Control* m_lastActive = nullptr;
     QString m_lastAction;
-    int m_marks = 0; // fields to be entered that a double click or dragging may have selected in part
-    Text m_call; // that saves the scene's record
+    int m_marks = 0; // fields whose selection a double click or dragging may have changed
+    Text m_call; // the call that saves the record of the scene
     QStringList m_snapshot;
-    QStringList m_saved; // what the form showed when the server took the record
+    QStringList m_saved; // the values of the form at the save
     bool m_loadFailed = false;
     bool m_verifying = false;
     int m_savesSeen = 0;

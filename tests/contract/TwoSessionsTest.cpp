@@ -1,5 +1,4 @@
-// Two sessions change one record: a save of what has changed since it was read is refused in words, and nothing is
-// lost.
+// Two sessions change one record: a save of a record that changed since it was read is refused, and nothing is lost.
 #include "control/kalmevRepHistCtrl.h"
 #include "editors/frmAsthma.h"
 #include "editors/frmAsthmaReg.h"
@@ -35,7 +34,7 @@ std::unique_ptr<Form> formOf(modShared& shared, const Text& visit, const Text& r
 struct Kind {
     const char* name;
     TextView set;
-    TextView remove; // empty where nothing deletes it
+    TextView remove; // empty if the record cannot be deleted
     long patient;
     TextView sex;
     TextView age;
@@ -96,7 +95,7 @@ protected:
         form->Form_Activate();
         return form;
     }
-    // Presses OK; what the last box said, empty for a save that closed the form.
+    // Presses OK; the text of the box, empty if the save closed the form.
     Text save(Form& form)
     {
         panel.objects.transcript.clear();
@@ -127,12 +126,12 @@ INSTANTIATE_TEST_SUITE_P(
 TEST_P(TwoSessions, SaveOfWhatAnotherHasChangedIsRefused)
 {
     if (kind.set == L"MEVREP SET")
-        other.session.signOn(L"SORREL,ADA"); // the other one may not
+        other.session.signOn(L"SORREL,ADA"); // the other user may not
     const Text name = kind.set == L"MEVREP SET" ? L"SORREL,ADA" : who;
     const auto stale = opened();
     ASSERT_EQ(change(record), L"1");
-    list(); // behind the form, as an event does it: what the list has read is not in the form
-    if (isRegistry) { // nor does it know of all the rest who sets the status alone
+    list(); // an event reloads the list behind the form, which keeps its old values
+    if (isRegistry) { // a change of the status alone does not update the rest either
         EXPECT_EQ(own.session.callText(L"MEVVAST SETREG", L"11^A"), L"1");
     }
     for (int time = 0; time < 2; ++time) {
@@ -140,7 +139,7 @@ TEST_P(TwoSessions, SaveOfWhatAnotherHasChangedIsRefused)
         EXPECT_TRUE(told.starts_with(L"box [Error] This record was changed by " + name + L" at ")) << narrow(told);
         EXPECT_TRUE(told.ends_with(L". Open it again to see the change.")) << narrow(told);
     }
-    // No false alarm: of an own save, of a form that is opened again, after a lost connection.
+    // No false alarm after an own save, in a reopened form, or after a lost connection.
     EXPECT_EQ(save(*opened()), L"");
     EXPECT_EQ(save(*opened()), L"");
     const auto open = opened();
@@ -148,17 +147,17 @@ TEST_P(TwoSessions, SaveOfWhatAnotherHasChangedIsRefused)
     own.retries = 1;
     EXPECT_EQ(save(*open), L"");
 
-    // Nobody saves an empty form over a record that could not be read.
+    // A form whose record could not be read must not overwrite it.
     ::kill(static_cast<pid_t>(own.processId()), SIGKILL);
     const auto unread = opened();
-    QTest::qWait(1); // the next turn of the event loop, where calls are made again
+    QTest::qWait(1); // calls are possible again in the next turn of the event loop
     const Text told = save(*unread);
-    EXPECT_NE(told, L""); // some forms ask for what is missing in them first
+    EXPECT_NE(told, L""); // some forms first report missing values
     if (told.starts_with(L"box [Error] ")) {
         EXPECT_EQ(told,
             L"box [Error] This record could not be read into the form, so it cannot be saved over. Open it again.");
     }
-    if (isRegistry) { // of which two calls read a part each
+    if (isRegistry) { // its form is read by two calls
         const auto half = opened();
         own.session.expectCalls(std::array {
             ExpectedCall { ExpectedCall::Form::Lines, L"MEVVAST GETNOTE", L"11", ExpectedCall::Purpose::Editor } });
@@ -175,7 +174,7 @@ TEST_P(TwoSessions, DeleteOfWhatAnotherHasChangedIsRefused)
     if (kind.isOnePerPatient()) {
         ASSERT_EQ(change(record), L"1");
     }
-    const auto stale = opened(); // knows less than the list that is read later
+    const auto stale = opened(); // read before the list
     list();
     ASSERT_EQ(change(record), L"1");
     const Text told = remove();
@@ -183,9 +182,9 @@ TEST_P(TwoSessions, DeleteOfWhatAnotherHasChangedIsRefused)
     EXPECT_TRUE(told.ends_with(L": look at it before you delete it.")) << narrow(told);
     list();
     if (kind.set == L"MEVVER SET")
-        opened(); // is not listed
+        opened(); // emergency visits are not listed
     EXPECT_EQ(remove(), L"1");
-    // Gone under an open form: of one per patient the form could bring it back unseen.
+    // Deleted while a form is open: a form of a record that exists once per patient could recreate it unnoticed.
     if (kind.isOnePerPatient()) {
         EXPECT_EQ(change(record), L"1");
         EXPECT_TRUE(save(*stale).starts_with(L"box [Error] This record was changed by "));

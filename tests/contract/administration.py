@@ -1,4 +1,4 @@
-"""Users, limits and the audit, as an administrator and a stubborn client meet them. administration.py PHSERVER"""
+"""Users, limits, events and the audit, as an administrator and a stubborn client meet them. administration.py PHSERVER"""
 
 import glob
 import os
@@ -17,33 +17,30 @@ TOKEN = "0" * 32
 
 
 class Session(server_session.Session):
-    """One server process. mev_user is what a certificate says; patience the refusals that are not slowed down."""
+    """One server process. mev_user is the name in the certificate; patience is the number of refusals before delays."""
 
     def __init__(self, user=None, certified="", patience="100"):
         super().__init__(PROGRAM, DATA, user, mev_user=certified, mev_peer="192.0.2.7" if certified else "",
                          mev_certificate="2F07" if certified else "", mev_patience=patience)
 
     def text(self, name, parameter=""):
-        """The text of the reply, or the whole failure."""
+        """The text of the reply, or the whole error frame."""
         answer = self.call(name, parameter)
         return answer.split("\n", 1)[1] if answer.startswith("R") else answer
 
 
 def admin(*words, fails=False):
-    """Runs the server's program; its words."""
-    done = subprocess.run([PROGRAM, "--data", DATA, *words], capture_output=True, text=True, check=False)
-    assert (done.returncode != 0) == fails, (words, done)
-    return done.stdout + done.stderr
+    """Runs a task of the server; its output."""
+    status, said = server_session.task(PROGRAM, DATA, *words)
+    assert (status != 0) == fails, (words, said)
+    return said
 
 
 def by_engine(code):
-    """Runs M code on the data, with the server's routines at hand."""
-    engine = sorted(glob.glob("/usr/lib/*/fis-gtm/V*_*"))[-1]
+    """Runs M code on the data, with the server's routines available."""
     server = os.path.dirname(os.path.realpath(PROGRAM))
-    environment = dict(os.environ, gtm_dist=engine, gtmgbldir="app.gld", mev_data="/proc/self/cwd", gtm_chset="M", gtm_tmp=DATA,
-        gtmroutines=f"{server}/objects/server.so {engine}/libgtmutil.so",
-        mev_native=f"{server}/native", GTMXC_digest=f"{server}/native/digest.xc")
-    subprocess.run([f"{engine}/mumps", "-run", "%XCMD", code], env=environment, check=True, cwd=DATA)
+    assert server_session.engine(DATA, 'exec "$gtm_dist/mumps" -run %XCMD "$code"', code=code, gtm_tmp=DATA, mev_native=f"{server}/native",
+        gtmroutines=f"{server}/objects/server.so {server_session.ENGINE}/libgtmutil.so", GTMXC_digest=f"{server}/native/digest.xc") == 0, code
 
 
 def users():
@@ -69,12 +66,12 @@ def users():
     at_work.call("MEVHOST SUBSCRIBE", "X.1")
     assert "Not the number of a user named" in admin("--users", "disable", "REED,OLIVE", "2", fails=True)
     admin("--users", "disable", "REED,OLIVE")
-    admin("--notify", "X.1")  # an event would be read in the place of the next reply
+    admin("--notify", "X.1")  # a wrongly delivered event would be read instead of the next reply
     for call in (("MEVHOST KEYS", "PROVIDER"), ("MEVUTL SETPARM", "RepHist-PedWtOpt^1")):
         assert at_work.text(*call).startswith("-1^REED,OLIVE may not work here any more"), call
     at_work.close()
     admin("--users", "enable", "REED,OLIVE")
-    # A second user of the name, as only a fault can make it.
+    # A second user of the same name, which only a fault can create.
     by_engine('SET ^MEVUSR(2,0)="REED,OLIVE^^^1",^MEVUSR("B","REED,OLIVE",2)=""')
     assert "several users named" in Session().text("MEVHOST SIGNON", TOKEN + "^REED,OLIVE")
     admin("--users", "disable", "REED,OLIVE", "2")
@@ -86,7 +83,7 @@ def limits():
     began = time.monotonic()
     answers = [stubborn.text("MEVREF SET", f"^EXAM^9^5^{'x' * 8000}") for _ in range(26)]
     assert time.monotonic() - began > 0.6 and set(answers) == {"-1^The refused item is not known."}, answers
-    # With the stubborn one there are fifty; local sessions are not limited.
+    # With the stubborn one there are fifty; local sessions have no limit.
     many = [Session(certified="REED,OLIVE") for _ in range(50)]
     signed = [session.text("MEVHOST SIGNON", session.token + "^REED,OLIVE") for session in many]
     assert [reply[0] for reply in signed] == ["1"] * 49 + ["-"] and "has 50 sessions" in signed[-1], signed
@@ -115,7 +112,7 @@ def limits():
 
 
 class OnSocket(Session):
-    """Reads as the session of a workstation does."""
+    """Reads as a remote session does."""
 
     def start(self, command, environment):
         own, theirs = socket.socketpair()
@@ -125,13 +122,15 @@ class OnSocket(Session):
 
 
 def events():
-    """Each event comes at once and between frames, while the session waits as well as between calls, on pipes and sockets."""
-    writer = Session("REED,OLIVE")
+    """Events arrive between frames, whether the session waits or is in a call, on pipes and sockets, until it unsubscribes."""
+    writer, other = Session("REED,OLIVE"), Session("REED,OLIVE")
+    for call, name in (("", "REFUSAL.50"), ("", "REFUSAL.5"), ("UN", "REFUSAL.5")):
+        assert other.text(f"MEVHOST {call}SUBSCRIBE", name) == "1"
     assert writer.text("MEVREF SET", "^EXAM^1^5^01/02/2026^first") == "1"
     record = writer.lines("MEVREF GET", "5")[0][0]
     for kind in (Session, OnSocket):
         reader = kind("REED,OLIVE")
-        assert reader.text("MEVHOST SUBSCRIBE", "REFUSAL.5") == "1"
+        assert reader.text("MEVHOST SUBSCRIBE", "REFUSAL" if kind is Session else "REFUSAL.5") == "1"
         for turn in range(70):
             began, calls = time.monotonic(), turn % 7
             writer.send("MEVREF SET", f"{record}^EXAM^1^5^01/02/2026^turn {turn}")
@@ -140,6 +139,7 @@ def events():
             assert sorted(reader.frame()[0] for _ in range(calls + 1)) == ["E"] + ["R"] * calls
             assert writer.frame().endswith("\n1") and time.monotonic() - began < 8, turn
         reader.process.stdin.close()
+    assert other.text("MEVHOST KEYS", "PROVIDER") == "1" and other.told == []
 
 
 def audit():
@@ -148,7 +148,7 @@ def audit():
     killed.process.kill()
     killed.process.wait()
     remote = Session("REED,OLIVE", certified="REED,OLIVE")
-    by_engine('ZHALT $DATA(^MEVSUB)')  # who signs on clears what the killed one left
+    by_engine('ZHALT $DATA(^MEVSUB)')  # a sign-on clears the entries of the killed session
     assert remote.text("MEVHOST SIGNON", TOKEN + "^SORREL,ADA").startswith("-1^Your certificate")
     for call, parameter in (("HOST PATIENT", "5"), ("REP GET", "5^^1"), ("REF GET", "5"), ("REP GET", "5"), ("REF SET", "^EXAM^1^5^01/02/2026^first"),
                             ("REF GET", "5^1"), ("REF SET", "1^EXAM^1^5^01/02/2026^second"), ("REF DEL", "1")):
@@ -179,7 +179,7 @@ def audit():
             (f'SET $PIECE(^MEVAUD({entry}),"^",7)="BARE,JUNO"', f"Entry {entry} or the one before it was changed"),
             (f'SET ^MEVAUD({entry},"BEFORE","^MEVREF",1,1)="thirst"', f"Entry {entry} or the one before it was changed"),
             (f'SET ^MEVAUD({entry},"NOTE","a")=1', f"Entry {entry} has an unexpected node"),
-            # With a hash of its own: the next one does not fit any more.
+            # With a recalculated hash: the next entry does not match any more.
             (f'SET n=^MEVAUD({entry}),$PIECE(n,"^",2)=9,f=$PIECE(^MEVAUD({entry - 1}),"^",11),$PIECE(n,"^",11)=$$LINK^MEVAUDIT'
              f'(f,{entry},$PIECE(n,"^",1,10)),^MEVAUD({entry})=n', f"Entry {entry + 1} or the one before it was changed"),
             (f"KILL ^MEVAUD({entry})", f"Entry {entry} is missing"),
@@ -194,7 +194,7 @@ def audit():
         by_engine("MERGE ^KEPT=^MEVAUD,^KEPX=^MEVAUX " + change)
         assert found in admin("--audit", "--verify", *kept.split(), fails=True), change
         by_engine("KILL ^MEVAUD,^MEVAUX MERGE ^MEVAUD=^KEPT,^MEVAUX=^KEPX KILL ^KEPT,^KEPX")
-    # What an older server kept is closed in: its entries stay readable, and cannot be changed unseen either.
+    # Entries of an older server are added to the chain: readable, and protected against changes.
     by_engine('KILL ^MEVAUD,^MEVAUX SET ^MEVAUD=1,^MEVAUD(1)="67895,52736^1^MEVREF DEL^1",^MEVAUD(1,"CALL")=9,'
               '^MEVAUD(1,"BEFORE","^MEVREF",9,0)="5^3260102"')
     by_engine("DO CHAIN^MEVAUDIT")
@@ -205,7 +205,7 @@ def audit():
 
 
 def faults():
-    """A call that fails in the middle leaves nothing behind, and the session's later saves are kept."""
+    """A call that fails midway changes nothing, and later saves of the session are kept."""
     session = Session("REED,OLIVE")
     save, before = ("MEVREF SET", "^EXAM^1^5^01/02/2026^after the fault"), session.text("MEVREF GET", "5")
     by_engine('SET ^KEPT=^MEVREF(0),^MEVVST("AA",5,1,999)="" KILL ^MEVREF(0)')
@@ -213,7 +213,7 @@ def faults():
     assert session.text(*save).startswith("-1^The server could not carry out MEVREF SET: GVUNDEF")
     by_engine('SET ^MEVREF(0)=^KEPT KILL ^KEPT,^MEVVST("AA",5,1)')
     assert Session("REED,OLIVE").text("MEVREF GET", "5") == before and session.text(*save) == "1"
-    # What a session has read and saved is remembered while others sign on; what is old goes.
+    # What a session has read and saved is remembered while others sign on; old entries are removed.
     by_engine('SET ^MEVSEEN("x")=1,^MEVDONE("x")=1')
     record = session.lines("MEVREF GET", "5")[0][0]
     again = ("MEVREF SET", f"{record}^EXAM^1^5^01/02/2026^after the fault")
@@ -228,13 +228,13 @@ def faults():
     by_engine('ZHALT $DATA(^MEVSEEN("x"))!$DATA(^MEVDONE("x"))')
     session.process.kill()
     assert "after the fault" in Session("REED,OLIVE").text("MEVREF GET", "5")
-    # A number that another user of the session's name has used is answered with nobody else's reply.
+    # A number that another user of the same session token has used is not answered from memory.
     admin("--users", "add", "SECOND,ANN")
     two = Session("REED,OLIVE"), Session("SECOND,ANN")
     two[1].token, two[1].number = two[0].token, two[0].number - 1
     two[1].text("MEVHOST SIGNON", f"{two[0].token}^SECOND,ANN")
     assert [one.text("MEVUTL SETPARM", "RepHist-PedWtOpt^1") for one in two] == ["1", "-1^Request 2 was another call."]
-    # Others on this machine read none of it, and no process of it leaves its memory behind.
+    # The files are private to the user, and the processes write no core dumps.
     assert not [name for name in glob.glob(f"{DATA}/**", recursive=True) if os.stat(name).st_mode & 0o77]
     assert resource.prlimit(two[0].process.pid, resource.RLIMIT_CORE) == (0, 0)
 

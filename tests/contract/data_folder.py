@@ -1,22 +1,24 @@
-"""The data open whatever happened to clock, folder, lock or version, and come back from a backup.
-data_folder.py PHSERVER [CASE...]; ends with 77 where libfaketime is missing."""
+"""The data open whatever happened to clock, folder, lock, version or other servers, and can be restored from a backup.
+data_folder.py PHSERVER [CASE...]; exits with 77 without libfaketime. LONG in the environment: more kills, moves."""
 
+import concurrent.futures
 import glob
 import gzip
 import os
+import random
 import shutil
 import signal
 import subprocess
 import sys
 import tempfile
-import threading
 import time
 
-from full_disk import Saver
+HERE = os.path.dirname(os.path.abspath(__file__))
+sys.path.insert(0, HERE + "/../../tools")
+from server_session import Session, engine, task
 
 PROGRAM = os.path.abspath(sys.argv[1])
-HERE = os.path.dirname(os.path.abspath(__file__))
-ENGINE = sorted(glob.glob("/usr/lib/*/fis-gtm/V*_*"))[-1]
+LONG = "LONG" in os.environ
 FAKETIME = glob.glob("/usr/lib/*/faketime/libfaketime.so.1")
 
 
@@ -26,32 +28,21 @@ def clock(step):
 
 
 def session(data, step=""):
-    return Saver(PROGRAM, data, **clock(step))
-
-
-def engine(data, command, **environment):
-    """A command of the engine's own programs, in the data folder."""
-    settings = {"gtm_dist": ENGINE, "mev_data": "/proc/self/cwd", "gtmgbldir": "app.gld", "gtm_chset": "M",
-                "gtmroutines": ENGINE + "/libgtmutil.so"}
-    subprocess.run(["bash", "-c", command], cwd=data, env={**os.environ, **settings, **environment}, check=False,
-                   stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+    return Session(PROGRAM, data, **clock(step))
 
 
 def run(data, *arguments, **environment):
-    """The status and the words of a task."""
-    done = subprocess.run([PROGRAM, "--data", data, *arguments], env={**os.environ, **environment}, capture_output=True,
-                          text=True, check=False, stdin=subprocess.DEVNULL)
-    return done.returncode, done.stdout + done.stderr
+    return task(PROGRAM, data, *arguments, **environment)
 
 
 def save(work, *comments):
     for comment in comments:
-        assert work.save(comment).endswith("\n1"), comment
+        assert work.save(comment), comment
     return list(comments)
 
 
 def opens(data, expected):
-    """The data are sound and hold these saves, each once; more can be made."""
+    """Asserts that the data are sound and hold these saves, each once, and that saving works."""
     work = session(data)
     assert work.saved() == sorted(expected), (data, work.saved(), expected)
     expected += save(work, "more")
@@ -60,16 +51,15 @@ def opens(data, expected):
 
 
 def clocks(folder):
-    """Steps of the clock at each start, kills between; another session joins with the right clock."""
+    """The clock steps at each start, with kills in between, while another session has the right time."""
     data, made = folder + "/data", []
     for count, step in enumerate(["", "-1s", "", "-5m", "+1d", "-1d", "", "+1d", "-1s"]):
         first, second = session(data, step), session(data)
         made += save(first, f"first {count}") + save(second, f"second {count}")
-        ends = [("kill", "kill"), ("kill", "end"), ("end", "end")][count % 3]
-        first.end(ends[0])
-        second.end(ends[1])
+        first.close(kill=count % 3 < 2)
+        second.close(kill=count % 3 == 0)
     opens(data, made)
-    # What a server did that went on with the journal: recovery finds no beginning, or a beginning behind the end.
+    # A journal without a beginning, or one that begins after its end: recovery cannot use it.
     for step in "-1s", "-1d", "":
         time.sleep(1 - time.time() % 1)
         session(data).close()
@@ -86,29 +76,30 @@ def clocks(folder):
 
 
 def doomed_memory():
-    """Shared memory that is gone as soon as nobody uses it."""
+    """Shared memory that is marked to be removed."""
     with open("/proc/sysvipc/shm", encoding="ascii") as table:
         return {line.split()[1] for line in table if len(line.split()[2]) > 3 and line.split()[2].startswith("1")}
 
 
 def places(folder):
-    """Moved and copied folders, closed and killed, of today and of before; the original's memory stays as it is."""
-    for count, (old, end, move) in enumerate((old, end, move) for old in (0, 1) for end in ("end", "kill") for move in "ml"):
+    """Moved and copied folders, after a close and a kill, of this version and an earlier one."""
+    cases = [(old, kill, live) for old in (0, 1) for kill in (0, 1) for live in (0, 1)]
+    for count, (old, kill, live) in enumerate(cases if LONG else [case for case in cases if sum(case) % 2]):
         data, there = f"{folder}/a {count}", f"{folder}/b{count}, \"moved\" $HOME"
         work, made = session(data), []
-        if old: # full names, as earlier versions wrote them
+        if old: # full file names, as earlier versions wrote them
             work.close()
             os.remove(data + "/place")
             full = f'-journal=enable,on,before_images,filename=\\"{data}/app.mjl\\"'.replace(" ", "\\ ")
             engine(data, f'"$gtm_dist/mupip" set {full} -region DEFAULT', mev_data=data)
-            die = 'ZSYSTEM "kill -9 "_$JOB' if end == "kill" else "HALT"
+            die = 'ZSYSTEM "kill -9 "_$JOB' if kill else "HALT"
             engine(data, f"""exec "$gtm_dist/mumps" -run %XCMD 'SET ^MEVTST=1 {die}'""", mev_data=data)
         else:
             made += save(work, "one", "two")
-            work.end(end)
-        live = session(data) if move == "l" else None
+            work.close(kill)
+        user = session(data) if live else None
         if live:
-            time.sleep(1) # its start has come to the disk
+            time.sleep(1) # until its start is on the disk
             shutil.copytree(data, there)
             for journal in glob.glob(data + "/app.mjl*"): # never older than the database's copy
                 shutil.copy(journal, there)
@@ -116,18 +107,17 @@ def places(folder):
             os.rename(data, there)
         doomed = doomed_memory()
         opens(there, list(made))
-        assert doomed_memory() <= doomed, "a copy took the original's memory away"
+        assert doomed_memory() <= doomed, "the copy removed the memory of the original"
         if live:
-            joins = session(data) # by the memory that the copy named too
-            made += save(live, "live") + save(joins, "joins")
-            live.close()
+            joins = session(data) # through the memory that the copy's files name too
+            made += save(user, "live") + save(joins, "joins")
+            user.close()
             joins.close()
-        if move != "m":
             opens(data, made)
 
 
 def locks(folder):
-    """A lock that is never given back ends in a sentence that names who holds it."""
+    """A lock that is never released leads to an error that names its holder."""
     data = folder + "/data"
     session(data).close()
     with subprocess.Popen(["flock", "-x", data + "/lock", "sleep", "30"], start_new_session=True) as holder:
@@ -135,17 +125,17 @@ def locks(folder):
         status, words = run(data, "--check", PHSERVER_LOCK_LIMIT="2")
         os.killpg(holder.pid, signal.SIGKILL)
     assert status == 1 and f"by process {holder.pid} (flock, user" in words, words
-    # One that goes on is waited for, whatever the limit.
+    # A holder that reports progress is waited for, whatever the limit.
     with subprocess.Popen(["flock", "-x", data + "/lock", "bash", "-c",
                            'for i in 1 2 3 4; do echo "Working +$i" >"$0/making-ready"; sleep 1; done', data]):
         time.sleep(0.3)
-        waiting = Saver(PROGRAM, data, PHSERVER_LOCK_LIMIT="2")
+        waiting = Session(PROGRAM, data, PHSERVER_LOCK_LIMIT="2")
     assert any("making the data ready: Working" in frame for frame in waiting.told), waiting.told
     waiting.close()
 
 
 def journals(folder):
-    """Old ones go while sessions are at work, and recovery misses none."""
+    """Old journals are removed while sessions are at work, and recovery needs none of them."""
     data, made = folder + "/data", []
     work = session(data)
     engine(data, """"$gtm_dist/mumps" -run %XCMD 'FOR I=1:1:300 SET ^MEVTST(I#3)=$JUSTIFY(I,1000000)'""")
@@ -156,43 +146,48 @@ def journals(folder):
         made += save(work, f"save {count}")
     after = glob.glob(data + "/app.mjl_*")
     assert len(before) > 6 and len(after) == 3, (before, after)
-    work.end("kill")
+    work.close(kill=True)
     opens(data, made)
     assert not glob.glob(data + "/rolled_bak*")
 
 
+class Saver(Session):
+    """Saves until it is stopped; retries as the host does when its server was killed."""
+
+    made, stopped = (), False
+
+    def run(self, name):
+        while not self.stopped:
+            comment = f"{name} {len(self.made)}"
+            while not self.save(comment):
+                self.resume()
+            self.made += (comment,)
+
+
 def kills(folder):
-    """All sessions are killed while they save; the next start does not wait for the dead."""
-    data, made = folder + "/data", []
-    session(data).close()
-
-    def saver(work, name):
-        for count in range(100000):
-            if not work.save(f"{name} {count}").endswith("\n1"):
-                return
-            made.append(f"{name} {count}")
-
-    for turn in range(3):
-        savers = [session(data) for _ in range(4)]
-        threads = [threading.Thread(target=saver, args=(work, f"{turn} {number}")) for number, work in enumerate(savers)]
-        for thread in threads:
-            thread.start()
-        time.sleep(0.4)
-        for work in savers:
-            work.process.kill()
-        for thread in threads:
-            thread.join()
-        begun = time.time()
-        work = session(data)
-        assert time.time() - begun < 25, "a start after kills took a minute"
-        there = work.saved()
-        assert not set(made) - set(there) and len(set(there)) == len(there)
-        work.close()
-    assert run(data, "--check")[0] == 0
+    """Servers are killed while sessions save: each acknowledged save is on file once, and the next start is quick."""
+    data, dice = folder + "/data", random.Random(20261121)
+    keeper, savers = session(data), [Saver(PROGRAM, data) for _ in range(20 if LONG else 8)]
+    with concurrent.futures.ThreadPoolExecutor(len(savers)) as pool:
+        runs = [pool.submit(saver.run, f"saver {number}") for number, saver in enumerate(savers)]
+        for _ in range(200 if LONG else 12):
+            time.sleep(dice.uniform(0.02, 0.08))
+            dice.choice(savers).process.kill()
+        for saver in savers:
+            saver.stopped = True
+        for done in runs:
+            done.result()
+    made = sorted(comment for saver in savers for comment in saver.made)
+    assert keeper.saved() == made and all(saver.made for saver in savers), "a save is missing or on file twice"
+    for work in [keeper, *savers]:
+        work.process.kill()
+    begun = time.monotonic()
+    opens(data, made)
+    assert time.monotonic() - begun < 25, "a start after kills took a minute"
 
 
 def backups(folder):
-    """Online, of one moment, whole or none; restored only over data that nobody uses, which stay beside."""
+    """A backup is made online, of one moment, whole or not at all; a restore needs unused data and keeps them aside."""
     data, copy, fresh = folder + "/data", folder + "/copy", folder + "/fresh"
     work = session(data)
     made = save(work, "before")
@@ -215,7 +210,7 @@ def backups(folder):
         assert status == 0, words
         opens(target, list(made))
     opens(glob.glob(data + ".before-restore-*")[0], made + ["after"])
-    # Interrupted anywhere, a restore is brought to its end by the next start.
+    # The next start completes a restore that was interrupted anywhere.
     for count, moved in enumerate((None, (), ("app.dat",), ("app.dat", "app.gld", "created"))):
         half = f"{folder}/half{count}"
         shutil.copytree(data, half) if moved is None else os.mkdir(half)
@@ -234,13 +229,13 @@ def backups(folder):
 
 
 def upgrades(folder):
-    """A session stays with the version that it began with, though that is gone; data of the first release are converted."""
+    """A session keeps its version of the server even when that is removed; data of the first release are converted."""
     source, target, data = folder + "/source", folder + "/server", folder + "/data"
     shutil.copytree(os.path.join(HERE, "../../server"), source)
     subprocess.run([source + "/compile", target], check=True)
     old = os.path.realpath(target + "/phserver")
-    work = Saver(target + "/phserver", data)
-    for turn in range(3): # every routine that it has not used yet becomes another
+    work = Session(target + "/phserver", data)
+    for turn in range(3): # replaces every routine, also those that the session has not used yet
         for routine in glob.glob(source + "/*/MEV*.m"):
             with open(routine, "w", encoding="ascii") as file:
                 file.write(f"{os.path.basename(routine)[:-2]} ; {turn}\n QUIT\n")
@@ -256,9 +251,11 @@ def upgrades(folder):
     with gzip.open(HERE + "/first_release.zwr.gz") as packed, open(folder + "/first.zwr", "wb") as file:
         shutil.copyfileobj(packed, file)
     segment = f'change -segment DEFAULT -file_name="{first}/app.dat" -block_size=4096 -allocation=4096'
-    engine(first, f"""printf '%s\\n' '{segment}' 'change -region DEFAULT -key_size=1019 -record_size=1048576 -stdnull -qdbrundown' exit |
-        "$gtm_dist/mumps" -run GDE; "$gtm_dist/mupip" create; "$gtm_dist/mupip" load ../first.zwr
-        "$gtm_dist/mupip" set -journal=enable,on,before_images,filename={first}/app.mjl -region DEFAULT; touch created""")
+    region = "change -region DEFAULT -key_size=1019 -record_size=1048576 -stdnull -qdbrundown"
+    engine(first, f"""printf '%s\\n' '{segment}' '{region}' exit | "$gtm_dist/mumps" -run GDE
+        "$gtm_dist/mupip" create; "$gtm_dist/mupip" load ../first.zwr
+        "$gtm_dist/mupip" set -journal=enable,on,before_images,filename={first}/app.mjl -region DEFAULT
+        touch created""")
     work = session(first)
     assert any("Indexing the names" in frame for frame in work.told), work.told
     assert "14^QUIET,IRIS^" in work.call("MEVHOST PATIENTS", "iris")
@@ -266,17 +263,17 @@ def upgrades(folder):
     work.close()
     opens(first, [])
     engine(first, """"$gtm_dist/mumps" -run %XCMD 'SET ^MEVDATA("VERSION")=99'""")
-    newer = subprocess.run([PROGRAM, "--data", first], stdin=subprocess.DEVNULL, capture_output=True, check=False).stdout
-    assert b"F0\nA newer server made this data" in newer, newer
+    newer = run(first)[1]
+    assert "F0\nA newer server made this data" in newer, newer
 
 
 def surroundings(folder):
-    """Odd names and variables do no harm; a folder open to others is closed; dumps lie with the data and go."""
+    """Odd names and variables do no harm; folders of others are refused, open ones closed; old dumps are removed."""
     odd = {"gtm_local_collate": "1", "gtmcompile": "-bad", "CDPATH": "/", "BASH_ENV": "/none", "PATH": "/bin"}
-    for name in 'a"b', "$HOME,", "a\nb", "$(touch x)", "\\b", "x" * 200:
-        work = Saver(PROGRAM, os.path.join(folder, name), **odd)
+    for name in 'a"b\n$(touch x)\\b $HOME,', "x" * 200:
+        work = Session(PROGRAM, os.path.join(folder, name), **odd)
         made = save(work, "one")
-        work.end("kill")
+        work.close(kill=True)
         opens(os.path.join(folder, name), made)
     data = folder + "/open"
     session(data).close()
@@ -293,8 +290,8 @@ def surroundings(folder):
     if os.geteuid() == 0:
         os.chmod(folder, 0o755)
         os.chmod(data, 0o777)
-        other = subprocess.run(["runuser", "-u", "nobody", "--", PROGRAM, "--data", data, "--check"], capture_output=True,
-                               text=True, check=False)
+        other = subprocess.run(["runuser", "-u", "nobody", "--", PROGRAM, "--data", data, "--check"],
+                               capture_output=True, text=True, check=False)
         assert "belongs to another user" in other.stderr or "cannot be" in other.stderr, other.stderr
 
 

@@ -1,5 +1,5 @@
-"""What strangers' certificates bring to the server: names of any bytes in the door's header (remote/session), and mutated
-certificates (remote/certificate.lua, in the door's own Lua). fuzz_door.py PHSERVER [SECONDS]"""
+"""Hostile certificates: names of any bytes in the door's header (remote/session), and mutated certificates
+(remote/certificate.lua, in the door's own Lua). fuzz_door.py PHSERVER [SECONDS]"""
 
 import ctypes
 import faulthandler
@@ -11,7 +11,7 @@ import tempfile
 import time
 
 SENTENCE = b"F0\nThe server finds no user's name in your certificate."
-# Says what it was given, as a session would.
+# Prints its environment in place of a session.
 STUB = '#!/bin/sh\nprintf "<%s><%s><%s>" "$mev_user" "$mev_peer" "$mev_certificate"\nexec cat\n'
 TOUCH = b"touch executed"
 NAMES = [b"SORREL,ADA", b"$(" + TOUCH + b")", b"`" + TOUCH + b"`", b"; " + TOUCH + b" #", b"a[$(" + TOUCH + b")]", b"'", b"%s%n%d", b"-n", b"*",
@@ -23,7 +23,7 @@ def field(kind, value):
 
 
 def header(dice):
-    """A header of the door, and what the session says to it; nothing where the header is broken."""
+    """A header of the door and the expected output of the session; empty for a broken header."""
     allowed = [byte for byte in range(32, 256) if byte not in b'"\\^\x7f']
     name = dice.choice((dice.choice(NAMES), dice.choice(NAMES) + dice.randbytes(dice.randrange(4)) + dice.choice(NAMES),
         bytes(dice.choices(dice.choice((range(256), allowed, allowed)), k=dice.choice((1, 2, 10, 64, 200, 201))))))
@@ -36,7 +36,7 @@ def header(dice):
         (bytes(15) + b"\1" + bytes(20), b"\x21", b"0000:" * 7 + b"0001")))
     body = addresses + b"".join(fields)
     begin, length = b"\r\n\r\n\0\r\nQUIT\n\x21" + family, len(body).to_bytes(2, "big")
-    if dice.random() < 0.2:  # shorter than it says: the whole, the last field
+    if dice.random() < 0.2:  # shorter than its length fields say
         return dice.choice((begin + length + body[:-1], begin + (len(body) - 1).to_bytes(2, "big") + body[:-1],
             begin + (len(body) + 2).to_bytes(2, "big") + body + b"\4\0")), b""
     if not 0 < len(name) <= 200 or any(byte not in allowed for byte in name):
@@ -87,7 +87,7 @@ def mutated(dice, der):
     return bytes(der[:dice.randrange(1, len(der) + 1)] if dice.random() < 0.1 else der)
 
 
-def main(program, seconds="5"):
+def main(program, seconds="2"):
     dice = random.Random(20261121)
     remote = os.path.join(os.path.dirname(os.path.abspath(program)), "remote")
     with tempfile.TemporaryDirectory() as folder:

@@ -1,20 +1,15 @@
-"""The power goes while a session saves: what was acknowledged is there, though nothing that was not synced has reached the
-disk. power_loss.py PHSERVER LOSSY-DISK-LIBRARY"""
+"""The power fails while a session saves: every acknowledged save is on file, although only synced data reached the disk.
+power_loss.py PHSERVER LOSSY-DISK-LIBRARY"""
 
 import os
 import shutil
-import subprocess
 import sys
 import tempfile
 
 sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "../../tools"))
-from server_session import Session
+from server_session import Session, task
 
 SAVES = 60
-
-
-def comments(session):
-    return sorted(line[11] for line in session.lines("MEVREF GET", "14"))
 
 
 def main(program, library):
@@ -25,8 +20,8 @@ def main(program, library):
         os.environ.update(LD_PRELOAD=library, LOSSY_FOLDER=data, LOSSY_DISK=disk, PHSERVER_KEEP="LD_PRELOAD LOSSY_FOLDER LOSSY_DISK")
         session = Session(program, data)
         for number in range(SAVES):
-            assert session.reply("MEVREF SET", f"^EXAM^1^14^01/02/2026^saved {number}") == "1"
-        # The one disk has of each file what was synced, the other the database as it was written and the synced journal.
+            assert session.save(f"saved {number}")
+        # One disk has the synced part of each file, the other the database as it was written and the synced journal.
         written = os.path.join(folder, "written")
         shutil.copytree(disk, written)
         shutil.copy(os.path.join(data, "app.dat"), written)
@@ -35,11 +30,10 @@ def main(program, library):
             del os.environ[name]
         for lost in (disk, written):
             after = Session(program, lost)
-            assert comments(after) == sorted(f"saved {number}" for number in range(SAVES)), (lost, len(comments(after)))
+            assert after.saved() == sorted(f"saved {number}" for number in range(SAVES)), (lost, len(after.saved()))
             after.close()
-            assert subprocess.run([program, "--data", lost, "--check"], stdout=subprocess.DEVNULL, check=False).returncode == 0
-        session.process.kill()
-        session.process.wait()
+            assert task(program, lost, "--check")[0] == 0
+        session.close(kill=True)
 
 
 main(*sys.argv[1:])

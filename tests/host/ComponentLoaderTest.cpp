@@ -33,7 +33,7 @@ Text refusal(const QByteArray& manifest, const QString& folder = usersFolder())
     return L"loaded";
 }
 
-TEST(ComponentLoader, ManifestsThatCannotBeUsedAreTold)
+TEST(ComponentLoader, UnusableManifestsAreReported)
 {
     const QByteArray good = R"({ "progId": "Test.Panel", "library": "/nowhere/panel.so", "interface": 3 })";
     EXPECT_EQ(refusal(good), L"The panel's library /nowhere/panel.so no longer exists. Register the panel again.");

@@ -75,7 +75,7 @@ TEST(ReportPages, PdfIsWrittenWithoutAPrinter)
         report.text += "line\r\n";
     const ReportPages pages(report, {});
     QFile file(path);
-    // The user's alone, also where others could read what it replaces.
+    // Readable by the user alone, also if the replaced file was not.
     for (const auto others : { QFile::Permissions(), QFile::Permissions(QFile::ReadGroup | QFile::ReadOther) }) {
         file.setPermissions(file.permissions() | others);
         pages.savePdf(path);
@@ -88,7 +88,7 @@ TEST(ReportPages, PdfIsWrittenWithoutAPrinter)
     EXPECT_GE(bytes.count("/Type /Page\n"), 4);
     EXPECT_THROW(pages.savePdf(folder.filePath("missing/report.pdf")), Failure);
 
-    // No room for all of it: no file is left that looks like a report.
+    // On a full disk no partial file remains.
     ::signal(SIGXFSZ, SIG_IGN);
     rlimit before {};
     ::getrlimit(RLIMIT_FSIZE, &before);

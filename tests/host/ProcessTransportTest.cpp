@@ -16,7 +16,7 @@ long largestMemory()
     return text.mid(text.indexOf("VmHWM:")).simplified().split(' ').value(1).toLong();
 }
 
-TEST(ProcessTransport, KeepsTheEndOfWhatAServerComplains)
+TEST(ProcessTransport, KeepsTheEndOfTheErrorOutput)
 {
     const long before = largestMemory();
     ProcessTransport server("sh", { "-c", "yes complaint | head -c 100000000 >&2; echo The disk is full. >&2" });

@@ -169,7 +169,7 @@ TEST_F(PanelViewTest, AccessKeysActInThePanelThatHadTheFocusLast)
         panel->cmd[kalmevRepHistCtrl::Edit].Click = [&, panel] { pressed.push_back(panel == &other); };
     view->setParent(&window);
     second.setParent(&window);
-    const auto apart = qScopeGuard([this] { view->setParent(nullptr); }); // the window must not delete it
+    const auto detach = qScopeGuard([this] { view->setParent(nullptr); }); // the window must not delete the view
     second.move(900, 0);
     window.resize(1800, 500);
     window.show();

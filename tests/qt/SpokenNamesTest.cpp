@@ -1,12 +1,13 @@
-// What a screen reader is told of each form.
+// The names that screen readers speak in each form.
 #include "tests/support/EveryForm.h"
 
 #include <QAccessible>
-#include <QAccessibleWidget>
 #include <QCalendarWidget>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QRadioButton>
+#include <QRegularExpression>
 #include <QTableView>
 #include <QToolButton>
 
@@ -15,71 +16,35 @@
 namespace health::test {
 namespace {
 
-bool isControl(QAccessible::Role role)
-{
-    static const std::set controls { QAccessible::PushButton, QAccessible::ButtonMenu, QAccessible::CheckBox,
-        QAccessible::RadioButton, QAccessible::ComboBox, QAccessible::EditableText, QAccessible::SpinBox,
-        QAccessible::List, QAccessible::Table, QAccessible::Tree, QAccessible::MenuItem };
-    return controls.contains(role);
-}
+QString nameOf(QWidget* widget) { return QAccessible::queryAccessibleInterface(widget)->text(QAccessible::Name); }
 
-bool isCellsOwner(QAccessible::Role role)
-{
-    return role == QAccessible::Table || role == QAccessible::List || role == QAccessible::ComboBox;
-}
-
-using Visit = std::function<void(QAccessibleInterface&)>;
-
-void walk(QAccessibleInterface* node, const Visit& visit)
-{
-    if (!node || node->state().invisible)
-        return;
-    visit(*node);
-    for (int i = 0; !isCellsOwner(node->role()) && i < node->childCount(); ++i)
-        walk(node->child(i), visit);
-}
-
-// Role and name of each control, in the order of the tree; an option's is told with its group.
+// Role and name of each widget that takes the focus or is a button; of an option also the name of its group.
 QStringList controlsOf(QWidget& window)
 {
     QStringList controls;
-    walk(QAccessible::queryAccessibleInterface(&window), [&](QAccessibleInterface& node) {
-        if (node.object() == &window || !(isControl(node.role()) || node.state().focusable))
-            return;
-        const bool option = node.role() == QAccessible::RadioButton;
-        controls.append(QString::number(node.role()) + u' ' + node.text(QAccessible::Name)
-            + (option ? u' ' + node.parent()->text(QAccessible::Name) : QString()));
-    });
+    for (QWidget* const widget : window.findChildren<QWidget*>()) {
+        const bool isButton = qobject_cast<QAbstractButton*>(widget);
+        if (!widget->isVisible() || widget->focusProxy() || (widget->focusPolicy() == Qt::NoFocus && !isButton))
+            continue;
+        const bool isOption = qobject_cast<QRadioButton*>(widget);
+        controls.append(QString::number(QAccessible::queryAccessibleInterface(widget)->role()) + u' ' + nameOf(widget)
+            + (isOption ? u' ' + nameOf(widget->parentWidget()) : QString()));
+    }
     return controls;
 }
 
-// Names of their own that can be spoken.
-void expectNames(QWidget& window)
-{
-    SCOPED_TRACE(window.windowTitle().toStdString());
-    EXPECT_FALSE(QAccessible::queryAccessibleInterface(&window)->text(QAccessible::Name).isEmpty());
-    const QStringList controls = controlsOf(window);
-    EXPECT_FALSE(controls.isEmpty());
-    for (const QString& control : controls) {
-        const QString name = control.section(u' ', 1);
-        EXPECT_TRUE(std::any_of(name.begin(), name.end(), [](QChar letter) { return letter.isLetterOrNumber(); }))
-            << "no name: " << control.toStdString();
-        EXPECT_FALSE(name.contains(u'&')) << control.toStdString();
-        EXPECT_EQ(controls.count(control), 1) << control.toStdString();
-    }
-}
-
-QString nameOf(QWidget* widget) { return QAccessible::queryAccessibleInterface(widget)->text(QAccessible::Name); }
-
+// The accessibility bus (walk_windows.py) sees a few forms; this one sees them all.
 TEST(SpokenNames, EveryControlOfEveryFormHasItsOwn)
 {
+    static const QRegularExpression spoken("^\\d+ [^&]*\\w[^&]*$", QRegularExpression::UseUnicodePropertiesOption);
     ShownForms forms;
-    int shown = 0;
-    forms.showAll([&](QWidget& window) {
-        ++shown;
-        expectNames(window);
+    forms.showAll([](QWidget& window) {
+        const QStringList controls = controlsOf(window);
+        EXPECT_GT(controls.size(), 2) << window.windowTitle().toStdString();
+        for (const QString& control : controls)
+            EXPECT_TRUE(spoken.match(control).hasMatch() && controls.count(control) == 1)
+                << window.windowTitle().toStdString() << ": " << control.toStdString();
     });
-    EXPECT_EQ(shown, 14);
 }
 
 TEST(SpokenNames, FollowTheCaptions)
@@ -101,10 +66,10 @@ TEST(SpokenNames, FollowTheCaptions)
         [](QWidget& window) { EXPECT_EQ(nameOf(window.findChild<QListWidget*>()), "Add Infant Feeding Record"); });
 }
 
-TEST(SpokenNames, StateIsToldToo)
+TEST(SpokenNames, StateIsSpokenToo)
 {
     ShownForms forms;
-    // A status beside its label is told, not the label's caption twice.
+    // A status beside its label has its own text as name, not the caption of the label.
     forms.show<frmAsthma>(
         [](QWidget& window) {
             QStringList texts;
@@ -122,7 +87,7 @@ TEST(SpokenNames, StateIsToldToo)
         QCoreApplication::sendEvent(field, &focus);
         EXPECT_EQ(QAccessible::queryAccessibleInterface(field)->text(QAccessible::Description), "Gravidity");
     });
-    // What can be chosen, and what is.
+    // The choices and their states.
     forms.show<frmInf>([](QWidget& window) {
         auto* const list = window.findChild<QListWidget*>();
         list->item(4)->setCheckState(Qt::Checked);

@@ -25,10 +25,10 @@ struct ShownForms {
         host.session->reply(L"MEVUTL DICLKUP", L"1^^ONE^\r\n2^^TWO^\r\n");
     }
 
-    // Does something with the window of the form that opens next, and closes it.
+    // Calls `look` with the window of the next form, and closes it.
     void lookAtNext(const std::function<void(QWidget&)>& look)
     {
-        // After the form's activation.
+        // After Form_Activate.
         QTimer::singleShot(30, [look] {
             QWidget* const window = QApplication::activeModalWidget();
             look(*window);
@@ -55,7 +55,7 @@ struct ShownForms {
     void showAll(const std::function<void(QWidget&)>& look)
     {
         show<frmRepHist>(look);
-        host.patient->patientSex = L"M"; // greys the fields
+        host.patient->patientSex = L"M"; // disables the fields
         show<frmRepHist>(look);
         host.patient->patientSex = L"F";
         show<frmInf>(look);

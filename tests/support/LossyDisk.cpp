@@ -1,5 +1,5 @@
-// Preloaded into a program: keeps of each file in LOSSY_FOLDER what the last sync of it has put on the disk, as a copy
-// in LOSSY_DISK. After a loss of power nothing more need be there.
+// Preloaded into a program: copies each file of LOSSY_FOLDER to LOSSY_DISK when it is synced. After a power failure a
+// disk may hold no more than that.
 #include <cstdlib>
 #include <cstring>
 #include <dlfcn.h>

@@ -4,8 +4,8 @@
 
 namespace health::test {
 
-// Folders of its own for a test program, before its application object is made: nothing of the tests reaches the
-// user's. A test on a screen names its platform; the others need none.
+// Private folders for a test program, set before its application object exists, so that tests leave the user's folders
+// alone. A test with a display sets its platform; the others run offscreen.
 class OwnHome {
 public:
     OwnHome()
@@ -14,7 +14,7 @@ public:
         qputenv("XDG_CONFIG_HOME", m_folder.path().toUtf8());
         if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
             qputenv("QT_QPA_PLATFORM", "offscreen");
-        // Tests are refused more often in a minute than people are; docs/protocol.md, Limits.
+        // Tests cause more refusals a minute than the limit allows; docs/protocol.md, Limits.
         qputenv("mev_patience", "100000000");
     }
 

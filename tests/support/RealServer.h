@@ -1,4 +1,4 @@
-// The real server on a folder of its own, and sessions with it.
+// The real server with its own data folder, and sessions with it.
 #pragma once
 
 #include "host/framework/ClinicalContext.h"
@@ -13,7 +13,7 @@
 
 namespace health::test {
 
-// The server's data folder, shared by all tests of the program: made by the first session.
+// The data folder that all tests of the program share; the first session creates it.
 inline QString sharedDataFolder()
 {
     static const QTemporaryDir folder;
@@ -29,7 +29,6 @@ struct RealSession {
             return retries-- > 0;
         })
     {
-        // The same tests run with and without hints.
         session.usesHints = !qEnvironmentVariableIsSet("WITHOUT_HINTS");
         if (!user.empty())
             session.signOn(user);
@@ -50,7 +49,7 @@ inline int notify(const QString& event, const QString& folder = sharedDataFolder
     return QProcess::execute(QStringLiteral(SERVER_PROGRAM), { "--data", folder, "--notify", event });
 }
 
-// Writes raw bytes and reads what comes until the server is gone.
+// Writes raw bytes and reads the output until the server ends.
 inline QByteArray rawExchange(const QByteArray& bytes, const QString& data = sharedDataFolder())
 {
     QProcess server;
@@ -66,7 +65,7 @@ inline QByteArray framed(const QByteArray& body)
     return QByteArray::number(body.size()).rightJustified(8, '0') + body;
 }
 
-// Makes the database's own check; its exit status.
+// Runs the database check; its exit status.
 inline int checkDatabase(const QString& folder)
 {
     return QProcess::execute(QStringLiteral(SERVER_PROGRAM), { "--data", folder, "--check" });
@@ -78,7 +77,7 @@ struct EventNames : ICSS_SessionEvents {
     void EventCallback(TextView name, TextView) override { names.emplace_back(name); }
     void RPCCallback(long, TextView) override { }
     void RPCCallbackError(long, long, TextView) override { }
-    // Waits for so many; the milliseconds that it took.
+    // Waits until `count` names have arrived; the milliseconds that it took.
     qint64 waitFor(std::size_t count) const
     {
         QElapsedTimer waited;

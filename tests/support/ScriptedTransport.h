@@ -1,4 +1,4 @@
-// A byte stream whose other side is a function in the test.
+// A byte stream that a function of the test answers.
 #pragma once
 
 #include "api/Failure.h"
@@ -19,7 +19,7 @@ struct Request {
     QString parameter;
 };
 
-// The stream itself: whole requests go to `answer`, whose bytes can be read then.
+// The stream: passes each request to `answer`, whose result can then be read.
 class ScriptedStream : public QIODevice {
 public:
     using AnswerFunction = std::function<QByteArray(const Request&)>;
@@ -71,7 +71,7 @@ class ScriptedTransport : public Transport {
 public:
     ScriptedStream::AnswerFunction answer;
     int connections = 0;
-    int refuseConnections = 0; // so many openings fail
+    int refuseConnections = 0; // how many calls of open() fail
     bool endsAfterAnswer = false;
 
     void open() override
@@ -87,7 +87,7 @@ public:
     }
     void close() override { m_stream.reset(); }
     QIODevice* device() override { return m_stream.get(); }
-    // Like a process that ends once it has written what it had to say.
+    // Like a process that ends after its last output.
     bool isAlive() const override { return m_stream && !(endsAfterAnswer && m_stream->bytesAvailable() == 0); }
     QString endReason() const override { return QStringLiteral("The server process has stopped."); }
 

@@ -1,4 +1,4 @@
-// The real server behind its door, with a test authority.
+// The real server behind its door (haproxy), with a test authority.
 #pragma once
 
 #include "host/session/TlsTransport.h"
@@ -26,7 +26,7 @@ inline int freePort()
 
 class ServedRemotely {
 public:
-    // With the certificate of this name.
+    // The server uses the certificate of this name.
     explicit ServedRemotely(const QString& certificate = "server", const QStringList& kind = {})
     {
         const std::string complaint = administer(script("make-test-authority"), QStringList { "." } + kind);
@@ -38,7 +38,7 @@ public:
     }
     ~ServedRemotely() { stop(); }
 
-    // Serves on the same port again after a stop. Returns when it answers.
+    // Also serves on the same port again after stop(). Returns when it answers.
     void start()
     {
         m_door.setProcessChannelMode(QProcess::MergedChannels);
@@ -58,7 +58,7 @@ public:
         if (!m_door.waitForFinished(5000))
             m_door.kill();
     }
-    // The processes of all sessions: children of the listener, which the script has started beside the door.
+    // The processes of all sessions: children of the listener that the script starts beside the door.
     std::vector<pid_t> sessions() const
     {
         std::vector<pid_t> list;
@@ -66,7 +66,7 @@ public:
             std::ranges::copy(children(program), std::back_inserter(list));
         return list;
     }
-    // What a program of the administrator says when it fails; empty when it does not.
+    // Runs a program of the administrator; its output if it fails, else empty.
     std::string administer(const QString& program, const QStringList& arguments) const
     {
         QProcess process;
@@ -87,7 +87,7 @@ public:
     }
     QString file(const QString& name) const { return m_folder.filePath(name); }
 
-    // What a workstation with this certificate (without one: empty) is told of the server.
+    // The server as a workstation with this certificate knows it; an empty name for no certificate.
     RemoteServer as(const QString& name) const
     {
         RemoteServer server { "localhost", port, {}, {}, file("authority.pem") };
@@ -111,7 +111,7 @@ private:
         QFile file(QStringLiteral("/proc/%1/task/%1/children").arg(parent));
         std::vector<pid_t> list;
         if (!file.open(QIODevice::ReadOnly))
-            return list; // it has ended meanwhile
+            return list; // the process has ended
         for (const QByteArray& number : file.readAll().simplified().split(' ')) {
             if (!number.isEmpty())
                 list.push_back(number.toInt());

@@ -1,4 +1,4 @@
-// The whole program on a real screen: the host's window, the panel from its library, the real server, real key events.
+// The whole program on a virtual screen: the host's window, the installed panel, the real server, real key events.
 #pragma once
 
 #include "host/framework/ComponentLoader.h"
@@ -20,9 +20,10 @@
 #include <gtest/gtest.h>
 
 #include <csignal>
+#include <deque>
 
 namespace health::test {
-// Keys as a keyboard sends them, by way of the X server.
+// Keys as a keyboard sends them, through the X server.
 inline void pressKeys(const QStringList& arguments) { ASSERT_EQ(QProcess::execute("xdotool", arguments), 0); }
 
 inline bool waitUntil(const std::function<bool()>& holds)
@@ -49,7 +50,7 @@ protected:
         window->activateWindow();
         ASSERT_TRUE(QTest::qWaitForWindowExposed(window.get()));
         ASSERT_TRUE(waitUntil([&] { return window->isActiveWindow(); }));
-        // What a window manager does after a dialog; there is none here.
+        // There is no window manager to activate a window after a dialog.
         QObject::connect(&activation, &QTimer::timeout, window.get(), [this] {
             QWidget* const modal = QApplication::activeModalWidget();
             QWidget* const top = modal ? modal : window.get();
@@ -57,21 +58,16 @@ protected:
                 top->activateWindow();
         });
         activation.start(50);
+        QObject::connect(&driver, &QTimer::timeout, window.get(), [this] { stepWhenQuiet(); });
     }
 
-    // Opens the patient picker by its key, types, and picks by Enter. The picker is modal: its keys are sent
-    // from a timer.
+    // Opens the patient picker by its key, types, and picks by Enter.
     void pickPatient(const QString& text)
     {
-        QTimer::singleShot(400, [text] {
-            ASSERT_NE(qobject_cast<ListPicker*>(QApplication::activeModalWidget()), nullptr);
-            pressKeys({ "type", "--delay", "20", text });
-            QTimer::singleShot(400, [] { pressKeys({ "key", "Return" }); });
-        });
-        pressKeys({ "key", "ctrl+o" });
+        pressKeysInDialogs({ "key ctrl+o", "type --delay 20 " + text, "sleep 0.4", "key Return" });
     }
 
-    // Sends a signal to the session's server, a child of this program; false without a server.
+    // Sends a signal to the session's server, a child of this program; false if there is none.
     static bool signalServer(int signal)
     {
         const QString self = QString::number(QCoreApplication::applicationPid());
@@ -109,25 +105,61 @@ protected:
         QTest::qWait(50);
     }
 
-    // Presses keys one group after the other while the program's dialogs run; each group has half a second to
-    // take effect.
+    // Does one step after the other, also inside dialogs: each when nothing has changed on the screen for a while.
+    void doInTurn(std::deque<std::function<void()>> wanted)
+    {
+        pending = std::move(wanted);
+        quietTurns = 0;
+        driver.start(20);
+    }
+
+    // Arguments of xdotool, or "sleep" and seconds where the program waits for a pause.
     void pressKeysInDialogs(const QStringList& groups)
     {
-        QString script = "true";
-        for (const QString& group : groups)
-            script += QStringLiteral("; sleep 0.5; xdotool ") + group;
-        keys.start("sh", { "-c", script });
+        std::deque<std::function<void()>> presses;
+        for (const QString& group : groups) {
+            const QString command = group.startsWith("sleep") ? group : "xdotool " + group;
+            presses.push_back([command] { EXPECT_EQ(QProcess::execute("sh", { "-c", command }), 0); });
+        }
+        doInTurn(std::move(presses));
     }
 
     bool waitForKeys()
     {
-        return waitUntil([&] { return keys.state() == QProcess::NotRunning && !QApplication::activeModalWidget(); });
+        return waitUntil([&] { return !driver.isActive() && !QApplication::activeModalWidget(); });
     }
 
-    QTemporaryDir folder;
+    void stepWhenQuiet()
+    {
+        const QWidget* const modal = QApplication::activeModalWidget();
+        const QWidget* const popup = QApplication::activePopupWidget();
+        const auto* const line = qobject_cast<QLineEdit*>(QApplication::focusWidget());
+        const QString screen = QStringLiteral("%1 %2 %3 ")
+                                   .arg(quintptr(modal))
+                                   .arg(quintptr(popup))
+                                   .arg(quintptr(QApplication::focusWidget()))
+            + (line ? line->text() : window->gridText());
+        const bool isActive = popup || (modal ? modal : window.get())->isActiveWindow();
+        const bool isQuiet = isActive && !window->context().session().isInCall() && screen == lastScreen;
+        lastScreen = screen;
+        quietTurns = isQuiet ? quietTurns + 1 : 0;
+        if (quietTurns < 8)
+            return;
+        quietTurns = 0;
+        if (pending.empty())
+            return driver.stop();
+        const auto step = std::move(pending.front());
+        pending.pop_front();
+        step();
+    }
+
+    static inline const QTemporaryDir folder; // the tests do not depend on each other's records
     std::unique_ptr<MainWindow> window;
-    QProcess keys;
     QTimer activation;
+    QTimer driver;
+    std::deque<std::function<void()>> pending;
+    QString lastScreen;
+    int quietTurns = 0;
 };
 
 }

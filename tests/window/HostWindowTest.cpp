@@ -1,4 +1,4 @@
-// The panel in the reference host, by keys and mouse: lists, events, the editors of women and children, two hosts.
+// The panel in the reference host, by keys and mouse: patients, events, waiting, pickers, text size, lookups.
 #include "tests/window/HostWindowFixture.h"
 
 #include <QScopeGuard>
@@ -29,7 +29,7 @@ TEST_F(HostWindow, TwoPanelsFollowThePatientAndTheServer)
     EXPECT_EQ(window->gridText().count(u'\n'), 10);
 }
 
-// Hears what the panels hear, behind them.
+// Receives the same events as the panels, after them.
 struct Onlooker : ComponentInstance, ICSS_PatientEvents, ICSS_EncounterEvents {
     std::function<void()> told;
     QWidget* widget() override { return nullptr; }
@@ -42,9 +42,9 @@ struct Onlooker : ComponentInstance, ICSS_PatientEvents, ICSS_EncounterEvents {
     void Canceled() override { }
 };
 
-// One of the components shows a box while it loads: the others must not show the former patient meanwhile, and another
-// change must not begin.
-TEST_F(HostWindow, PanelsLetGoOfThePatientBeforeAnyLoads)
+// A component may show a box while it loads: the others must not show the previous patient then, and no other change
+// may begin.
+TEST_F(HostWindow, PanelsReleaseThePatientBeforeAnyLoads)
 {
     ASSERT_TRUE(window->context().selectPatient(1));
     std::vector<std::string> seen; // number in the title, rows of the panel
@@ -57,7 +57,7 @@ TEST_F(HostWindow, PanelsLetGoOfThePatientBeforeAnyLoads)
         EXPECT_FALSE(window->context().mayChange());
     };
     EXPECT_TRUE(window->context().selectPatient(13));
-    EXPECT_EQ(seen, (std::vector<std::string> { "|1", "13|10", "13|10" })); // let go, patient, visit
+    EXPECT_EQ(seen, (std::vector<std::string> { "|1", "13|10", "13|10" })); // released, patient, visit
     seen.clear();
     EXPECT_THROW(window->context().selectPatient(999999), Failure);
     EXPECT_TRUE(seen.empty());
@@ -65,7 +65,7 @@ TEST_F(HostWindow, PanelsLetGoOfThePatientBeforeAnyLoads)
     window->context().remove(onlooker);
 }
 
-TEST_F(HostWindow, KeyboardGoesToTheRecordsOfThePanelThatHadItLast)
+TEST_F(HostWindow, FocusGoesToTheRecordsOfThePanelThatHadItLast)
 {
     window->findChild<QComboBox*>()->setFocus();
     ASSERT_TRUE(window->context().selectPatient(1));
@@ -86,12 +86,13 @@ TEST_F(HostWindow, KeyboardGoesToTheRecordsOfThePanelThatHadItLast)
     }
 }
 
-// A server that stands still: the user stops waiting, and what was typed meanwhile is dropped.
+// The server hangs: the user stops waiting, and keys that were typed meanwhile are discarded.
 TEST_F(HostWindow, WaitingCanBeStopped)
 {
     ASSERT_TRUE(window->context().selectPatient(1));
     selectRow(0);
     ASSERT_TRUE(signalServer(SIGSTOP));
+    QProcess keys;
     keys.start("sh", { "-c", "sleep 2.5; xdotool key Down; sleep 0.5; xdotool key Escape" });
     QElapsedTimer waited;
     waited.start();
@@ -116,7 +117,7 @@ TEST_F(HostWindow, WindowCanBeClosedWhileACallWaits)
     QElapsedTimer waited;
     waited.start();
     EXPECT_THROW(session.callList(L"MEVHOST VISITS", L"1"), CallAbandoned);
-    EXPECT_TRUE(window->isVisible()); // until whoever made the call has ended
+    EXPECT_TRUE(window->isVisible()); // until the caller has returned
     EXPECT_TRUE(waitUntil([&] { return !window->isVisible(); }));
     EXPECT_LT(waited.elapsed(), 15000);
 }
@@ -134,18 +135,16 @@ TEST_F(HostWindow, PickersHaveSteadyColumnsAndReachBothEnds)
         rows.append(list->currentRow());
         last = list->rowCount() - 1;
     };
-    const auto inPicker = [&](int milliseconds, const char* key) {
-        QTimer::singleShot(milliseconds, [&look, key] {
+    std::deque<std::function<void()>> wanted;
+    for (const char* const key : { "q", "BackSpace", "End", "Home" }) {
+        wanted.push_back([key] {
             pressKeys({ "key", QString::fromLatin1(key) });
-            QTest::qWait(400); // the search waits for a pause in typing
-            look();
+            QTest::qSleep(400); // the search waits for a pause in typing
         });
-    };
-    inPicker(500, "q");
-    inPicker(1200, "BackSpace");
-    inPicker(1900, "End");
-    inPicker(2600, "Home");
-    QTimer::singleShot(3400, [] { pressKeys({ "key", "Escape" }); });
+        wanted.push_back(look);
+    }
+    wanted.push_back([] { pressKeys({ "key", "Escape" }); });
+    doInTurn(wanted);
     action("Select Patient...")->trigger();
     ASSERT_EQ(widths.size(), 4);
     EXPECT_EQ(widths[0], widths[1]);
@@ -182,7 +181,7 @@ TEST_F(HostWindow, LookupFieldIsLeftByClickAndByCancel)
     selectRow(0);
     QStringList dialogs;
     QString names;
-    // Keys, the name in the field, or a click as by a mouse on the button with this caption.
+    // Presses keys, notes the name in the field, or clicks the button with this caption.
     const auto act = [&names](QWidget& dialog, const QString& step) {
         if (step == "empty")
             pressKeys({ "key", "alt+m", "BackSpace", "Tab" });
@@ -200,25 +199,22 @@ TEST_F(HostWindow, LookupFieldIsLeftByClickAndByCancel)
                 pressKeys({ "mousemove", QString::number(place.x()), QString::number(place.y()), "click", "1" });
         }
     };
-    const QStringList steps { "empty", "type", "OK", // leaves the field: two are found, the dialog asks
-        "Cancel", // the lookup's: nothing was chosen, the name is cleared
-        "note", "type", "...", "Cancel", // the lookup's: the name stays
-        "note", "OK", // clears the name; nothing is saved without it, unseen
-        "note", "type", "Cancel" }; // the form's: no lookup on the way out
-    qsizetype step = 0;
-    QTimer driver;
-    QObject::connect(&driver, &QTimer::timeout, window.get(), [&] {
-        QWidget* const dialog = QApplication::activeModalWidget();
-        if (!dialog)
-            return;
-        dialogs.append(dialog->windowTitle());
-        act(*dialog, steps[std::min(step++, steps.size() - 1)]);
-    });
-    driver.start(500);
-    pressKeys({ "key", "Return" });
-    for (int i = 0; i < 3 && !waitUntil([&] { return step >= steps.size() && !QApplication::activeModalWidget(); });
-         ++i) { }
-    EXPECT_EQ(step, steps.size());
+    const QStringList steps { "empty", "type", "OK", // leaving the field finds two patients and opens the lookup
+        "Cancel", // in the lookup: clears the name
+        "note", "type", "...", "Cancel", // in the lookup: keeps the name
+        "note", "OK", // clears the name and does not save
+        "note", "type", "Cancel" }; // in the form: opens no lookup
+    std::deque<std::function<void()>> wanted { [] { pressKeys({ "key", "Return" }); } };
+    for (const QString& step : steps) {
+        wanted.push_back([&, step] {
+            QWidget* const dialog = QApplication::activeModalWidget();
+            ASSERT_NE(dialog, nullptr) << step.toStdString();
+            dialogs.append(dialog->windowTitle());
+            act(*dialog, step);
+        });
+    }
+    doInTurn(wanted);
+    EXPECT_TRUE(waitForKeys() || waitForKeys());
     EXPECT_EQ(dialogs.count("Lookup Patient"), 2) << dialogs.join(u'|').toStdString();
     EXPECT_EQ(names, "<><pember><>");
 }

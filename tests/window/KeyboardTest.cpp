@@ -13,12 +13,12 @@ protected:
         watch.start(WatchMilliseconds);
     }
 
-    // Notes the dialogs in the order in which they come to the front, by the title that they have in the end; closes
-    // one that the keys did not close.
+    // Records the final titles of the dialogs in the order in which they come to the front; closes one that the keys
+    // have left open.
     void watchDialogs()
     {
         QWidget* const modal = QApplication::activeModalWidget();
-        idle = modal && keys.state() == QProcess::NotRunning ? idle + 1 : 0;
+        idle = modal && !driver.isActive() ? idle + 1 : 0;
         if (modal && modal != seen)
             dialogs.append(QString());
         if (modal)
@@ -41,7 +41,7 @@ protected:
         ASSERT_NE(qobject_cast<Widget*>(QApplication::focusWidget()), nullptr) << "Tab does not get there";
     }
 
-    // Picks a patient, and the patient's latest visit.
+    // Picks a patient and the latest visit.
     void pickPatientWithVisit(const QString& text, long number)
     {
         pickPatient(text);
@@ -53,7 +53,7 @@ protected:
         expectDialogs("Select Patient|Select Visit");
     }
 
-    // By title, in the order in which they came to the front, since the last time.
+    // The titles since the last call.
     void expectDialogs(const QString& titles)
     {
         EXPECT_EQ(dialogs.join(u'|').toStdString(), titles.toStdString());
@@ -105,7 +105,7 @@ TEST_F(Keyboard, AddsARecordOfEachTypeOfAWoman)
     pickPatientWithVisit("hartley", 1);
     add("Asthma Status", { "key End Tab", "type 81", "key Return" });
     expectRow("Asthma Status", "Severity=Severe Persistent; FEV=81");
-    // It is of the visit of the day.
+    // The row is highlighted: it belongs to the current visit.
     const int added = rowOf("Asthma Status", "FEV=81");
     EXPECT_TRUE(grid()->model()->index(added, 1).data(Qt::FontRole).isValid());
     EXPECT_FALSE(grid()->model()->index(0, 1).data(Qt::FontRole).isValid());
@@ -122,7 +122,7 @@ TEST_F(Keyboard, AddsARecordOfEachTypeOfAWoman)
     expectRow("Refusal", "afraid");
     expectDialogs("Enter Refusal|Lookup Exam|Enter Refusal");
 
-    // A count that was cleared is 0, and the digit that is typed then stands behind it.
+    // A cleared count becomes 0, and a digit that is typed then follows it.
     add("Reproductive History", { "key ctrl+a Delete 6", "key alt+o" });
     expectRow("Reproductive", "G6P1");
     expectDialogs("Update Reproductive History");
@@ -140,7 +140,7 @@ TEST_F(Keyboard, AddsARecordOfEachTypeOfAnInfant)
     expectRow("Infant Feeding", "Mostly Breastfeeding");
     expectDialogs("Add Infant Feeding Record");
 
-    // Enter presses OK from a field that cannot be left: told, and not saved. Enter closes the box.
+    // Enter presses OK from a field with an invalid value: a box says so, and nothing is saved. Enter closes the box.
     const QString before = window->gridText();
     add("Birth Measurements", { "key ctrl+a 7 0", "key Return", "key Return", "key Escape" });
     expectDialogs("Update Birth Measurements|Invalid Entry|Update Birth Measurements");
@@ -172,7 +172,7 @@ TEST_F(Keyboard, EditsAndShowsTheVisitByTheMenuAndLeavesByEscape)
     ASSERT_TRUE(waitForKeys());
     expectDialogs("Visit Detail");
 
-    // From the viewer to the editor and back, nothing changed.
+    // From the viewer to the editor and back without a change.
     pressKeysInDialogs({ "key shift+F10", "key e", "key alt+e", "key End", "key Escape" });
     ASSERT_TRUE(waitForKeys());
     expectDialogs("View Functional Status Record|Update Functional Status Record");
