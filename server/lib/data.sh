@@ -2,11 +2,11 @@
 # The data folder, which is the current one: creates, recovers, and shares the database. Needs lib/engine.sh.
 : "${here?}" "${data?}" "${gtm_dist?}" "${task?}"
 # shellcheck source=lock.sh
-. "$here/lib/lock.sh"
+. "$here/lib/lock.sh" || exit 1
 # shellcheck source=journal.sh
-. "$here/lib/journal.sh"
+. "$here/lib/journal.sh" || exit 1
 # shellcheck source=backup.sh
-. "$here/lib/backup.sh"
+. "$here/lib/backup.sh" || exit 1
 
 # The file "creating" marks an unfinished database, which may be deleted; it is renamed "created" at the end.
 create_database() {

@@ -3,7 +3,7 @@
 : "${here?}" "${data?}"
 
 # shellcheck source=find-engine.sh
-. "$here/lib/find-engine.sh"
+. "$here/lib/find-engine.sh" || exit 1
 # Database and journals store each other's full path. This one stays valid wherever the folder is moved or copied to,
 # and whatever characters its name has.
 export gtm_dist mev_data=/proc/self/cwd

@@ -94,6 +94,7 @@ def main(program, seconds="2"):
         os.makedirs(os.path.join(folder, "door/remote"))
         script = os.path.join(folder, "door/remote/session")
         os.symlink(os.path.join(remote, "session"), script)
+        os.symlink(os.path.join(remote, "../lib"), os.path.join(folder, "door/lib"))
         with open(os.path.join(folder, "door/phserver"), "w", encoding="utf-8", opener=lambda path, flags: os.open(path, flags, 0o755)) as stub:
             stub.write(STUB)
         authority = os.path.join(folder, "authority")

@@ -154,7 +154,7 @@ ROWS = {
         *[("MEVREF SET", f"^EXAM^1^1^{date}^",
           "-1^Enter the date of the refusal as mm/dd/yyyy.") for date in ("", "T-1")],
         ("MEVREF SET", "^EXAM^1^1^01/02/1726^", "-1^01/02/1726 is outside the years 1800 to 2699."),
-        ("MEVREF SET", "^EXAM^1^14^01/02/2026^no^thanks", '-1^A text cannot hold a "^": nothing was saved.'),
+        ("MEVREF SET", "^EXAM^1^14^01/02/2026^no^thanks", '-1^A text cannot contain a "^": nothing was saved.'),
         ("MEVREF SET", "^EXAM^1^14^01/02/2026^é", "-1^The comment must be longer than 1 character."),
         ("MEVREF SET", "^EXAM^1^17^01/02/2026^declined | allergic", "1"),
         ("MEVREF GET", "17", "=bar"),
