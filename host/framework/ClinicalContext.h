@@ -15,7 +15,7 @@ namespace health {
 class ClinicalContext : public QObject, public Host {
     Q_OBJECT
 public:
-    // How the user is asked and shown something; without a window nothing happens.
+    // Functions that ask the user or show something. The default ones, for a host without a window, do nothing.
     struct Prompts {
         std::function<void()> choosePatient = [] {};
         std::function<void()> chooseVisit = [] {};

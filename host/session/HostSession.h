@@ -55,7 +55,7 @@ public:
     // The longest time that a call may take, even while the server keeps sending; milliseconds.
     void setLongestCall(int milliseconds) { m_connection.setLongestCall(milliseconds); }
     // Called repeatedly during a long call, with the milliseconds that it has lasted. Returning true lets user input
-    // through; the callee must then block input to everything that may not take it.
+    // through; the callee must then block input to everything that must not receive it.
     std::function<bool(qint64 milliseconds)> onWait;
     void setObject(TextView progId, std::shared_ptr<HostObject> object) { m_objects[Text(progId)] = std::move(object); }
     // Asks the user for a name in connect(); returns an empty text if there is none.

@@ -129,7 +129,8 @@ void Tour::openLookup()
     m_searches = false;
 }
 
-// Opens the editor of a record, as its list call returns it, or to add one. Returns when the editor is closed.
+// Opens the editor of a record (the pieces of its line in the list reply; empty to add one). Returns when the editor is
+// closed.
 void Tour::open(RecordTypeNumber type, const QStringList& record, const QString& picture)
 {
     m_picture = m_patient + picture;
