@@ -68,6 +68,7 @@ void GridLoader::load()
 {
     const auto wanted = types();
     std::vector<ExpectedCall> calls;
+    calls.reserve(wanted.size());
     for (const RecordType* const type : wanted)
         calls.push_back(callOf(*type));
     const modShared::CallHint hint(m_shared, calls);

@@ -50,6 +50,7 @@ protected:
     void changeEvent(QEvent* event) override;
 
 private:
+    void setUpList(const QStringList& headings);
     void runSearch();
     bool pressedEnter();
     bool moveToEnd(const QKeyEvent& key);
