@@ -112,7 +112,7 @@ private:
     };
 
     Text call(TextView name, TextView parameter);
-    // The purpose that a request states; a server of protocol version 1 would not understand it.
+    // The purpose that a request states; empty for a server of protocol version 1, which would not understand it.
     Text purposeOf(TextView name, TextView parameter) const
     {
         return m_serverVersion < 2 ? Text() : m_marks.purposeOf(name, parameter);
@@ -144,7 +144,7 @@ private:
     int m_serverVersion = 1; // of the protocol that the server speaks over the open connection
     bool m_onConnection = false; // the open connection has been signed on
     bool m_inCall = false; // from the first try to the end of the last
-    bool m_givenUp = false; // the running call
+    bool m_givenUp = false; // the user has abandoned the running call
     bool m_changeSent = false; // the running call changes data, and the server may have received it
     EventQueue m_events;
     std::set<Text> m_namesAtServer; // subscribed over the open connection

@@ -143,7 +143,7 @@ QList<QStringList> Tour::records(const wchar_t* call)
     return linesOf(m_window.context().session().callList(call, std::to_wstring(m_window.context().patient().number)));
 }
 
-// Types the beginning of a name over the provider. False if no search is due.
+// Replaces the provider by the beginning of a name. False if no search is due.
 bool Tour::searchProvider(const QWidget& dialog)
 {
     if (!std::exchange(m_searches, false))
