@@ -72,8 +72,8 @@ adopt() {
         [ -e "$name" ] || continue
         put_text "$name" jnl_file_header.data_file_name jnl_file_header.data_file_name_length "$mev_data/app.dat"
         before=$(text "$name" jnl_file_header.prev_jnl_file_name)
-        [ -z "$before" ] || put_text "$name" jnl_file_header.prev_jnl_file_name jnl_file_header.prev_jnl_file_name_length \
-            "$mev_data/${before##*/}"
+        [ -z "$before" ] || put_text "$name" jnl_file_header.prev_jnl_file_name \
+            jnl_file_header.prev_jnl_file_name_length "$mev_data/${before##*/}"
     done
     log "The database was copied or moved here."
 }

@@ -41,8 +41,9 @@ accuse() {
     [ -n "$process" ] || { echo "a process that $(id -un) cannot see"; return; }
     read -r name 2>/dev/null <"/proc/$process/comm" || name=ended
     grep -q '^State:.*stopped' "/proc/$process/status" 2>/dev/null && state=", stopped"
-    printf 'process %s (%s, user %s%s, since %(%F %T)T)' "$process" "$name" "$(stat -c %U "/proc/$process" 2>/dev/null)" \
-        "${state:-}" "$(stat -c %Y "/proc/$process" 2>/dev/null || echo -1)"
+    printf 'process %s (%s, user %s%s, since %(%F %T)T)' "$process" "$name" \
+        "$(stat -c %U "/proc/$process" 2>/dev/null)" "${state:-}" \
+        "$(stat -c %Y "/proc/$process" 2>/dev/null || echo -1)"
 }
 
 # Takes the shared lock; while waiting, passes on the progress of the session that holds it exclusively. A holder that
