@@ -64,7 +64,7 @@ private:
     std::shared_ptr<HostEncounter> m_encounter;
     std::shared_ptr<HostPrintPreview> m_print;
     std::vector<ComponentInstance*> m_components;
-    bool m_changing = false; // from the first component's veto to the last one's notification
+    bool m_changing = false; // from asking the first component to notifying the last one
 };
 
 }

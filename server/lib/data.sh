@@ -44,7 +44,7 @@ restore_maps() {
 }
 give_lost_blocks_back() {
     blocks_are_lost || return 0
-    with_progress "Giving unused space back" restore_maps
+    with_progress "Reclaiming unused space" restore_maps
     ! blocks_are_lost || log "Blocks that killed sessions left are still marked as used."
 }
 

@@ -8,7 +8,7 @@ lock() {
     case $? in
         0) ;;
         75) return 1 ;;
-        *) fail "The data folder $data cannot be locked. It must be on a disk with file locks, best a local one." ;;
+        *) fail "The data folder $data cannot be locked. It needs a disk with file locks, preferably a local one." ;;
     esac
 }
 open_lock() { exec 9>lock || fail "The data folder $data cannot be written."; }
