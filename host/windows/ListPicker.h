@@ -21,7 +21,7 @@ void resizeToScreen(QWidget& window, QSize size);
 class ListPicker : public QDialog {
     Q_OBJECT
 public:
-    // A key, which is not shown, and the texts by heading.
+    // A hidden key, and a text for each heading.
     struct Row {
         QString key;
         QStringList texts;

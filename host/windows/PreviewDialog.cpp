@@ -52,7 +52,7 @@ void PreviewDialog::setUpPreview()
 {
     m_preview = new QPrintPreviewWidget(&m_printer);
     m_preview->setAccessibleName(windowTitle());
-    // The pages are pictures, so screen readers read their text as the description.
+    // The pages are pictures, so their text is the description, for screen readers.
     if (auto* const view = m_preview->findChild<QGraphicsView*>()) {
         for (QWidget* const spoken : { static_cast<QWidget*>(view), view->viewport() }) {
             spoken->setAccessibleName(u"Pages"_s);
@@ -108,7 +108,7 @@ void PreviewDialog::print()
         showFailure(this, u"Print"_s, u"The report cannot be printed."_s);
 }
 
-// Without the patient's name, since others may see the names in a folder.
+// Without the patient's name, because other people may see file names.
 QString PreviewDialog::proposedFile() const
 {
     const QString name =
