@@ -54,14 +54,16 @@ public:
 
     // Opens the editor of a record for the current patient, as the panel's own commands do: checks the user's
     // permission and, for a type that needs a visit, uses the active one if `visit` is empty. `type` is a
-    // RecordTypeNumber; any other number does nothing. `record` and `visit` are numbers from the server's
-    // replies; an empty record adds one. For records that the panel does not list: emergency visits (EmergencyRoom),
-    // whose page belongs to the host. Returns when the editor is closed.
+    // RecordTypeNumber; any other number does nothing, nor does a call without a patient. `record` and `visit` are
+    // numbers from the server's replies; an empty record adds one. A type with one record per patient (Reproductive,
+    // BirthMeasurements) ignores both. Mainly for records that the panel does not list: emergency visits
+    // (EmergencyRoom), whose page belongs to the host. The editor is an application-modal QDialog; the call returns
+    // when it is closed. The widget need not have been shown.
     virtual void openRecord(int type, const Text& record, const Text& visit) = 0;
 
     // The texts of the list as the user sees it: a vector for each row with a text for each shown column. A text may
-    // hold line breaks. Empty while the list is loading. Without a patient, its only row says so. Throws
-    // only std::bad_alloc.
+    // hold line breaks. Empty before the widget's first display and while the list is loading. Without a patient,
+    // its only row says so. Throws only std::bad_alloc.
     virtual std::vector<std::vector<Text>> rows() const = 0;
 };
 

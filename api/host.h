@@ -146,12 +146,12 @@ struct ExpectedCall {
         Lines, // by callList
     };
 
-    // What the reply is for. The server refuses to change a record if it is no longer as its session last read it for
-    // a list or a form (docs/protocol.md, "What a session has read").
+    // What the reply is for. If a session passes the purposes on, the server refuses to change a record that is no
+    // longer as the session last read it for a list or a form (docs/protocol.md, "Conflicting changes").
     enum class Purpose {
-        Other,
-        List, // of records, which the user sees
-        Editor, // a form that may save the record
+        Other, // states no purpose
+        List, // of records, which the user sees: LIST
+        Editor, // a form that may save the record: EDIT
     };
 
     Form form;

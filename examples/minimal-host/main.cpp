@@ -84,8 +84,9 @@ struct MinimalSession : Session {
     {
         if (name == StatusEvent && !data.empty())
             std::cerr << narrow(data) << '\n';
-        for (const auto& [registered, sink] : std::set(sinks)) { // a copy: a sink may unregister itself
-            if (name == registered || name.starts_with(registered + L"."))
+        for (const auto& entry : std::set(sinks)) { // a copy: an EventCallback may unregister sinks
+            const auto& [registered, sink] = entry;
+            if (sinks.contains(entry) && (name == registered || name.starts_with(registered + L".")))
                 sink->EventCallback(name, data);
         }
     }
