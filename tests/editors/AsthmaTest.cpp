@@ -28,7 +28,7 @@ TEST_F(AsthmaRecord, NewRecordSavesItsVisit)
     EXPECT_EQ(form.caption(), L"Add Asthma Record");
     EXPECT_EQ(registry(), L"Not in Registry&Activate");
     form.press(form.cmdAdd);
-    EXPECT_EQ(host.calls(), (Transcript { L"call MEVVAST GETREG(12)", L"call MEVVAST SET(^81^^^^^^^^)" }));
+    EXPECT_CALLS(L"call MEVVAST GETREG(12)", L"call MEVVAST SET(^81^^^^^^^^)");
     EXPECT_FALSE(form.isOpen());
     const auto parts = [&] { return form.arrangement().children.size(); };
     form.setHeight(frmAsthma::PlainHeight); // without the registry's frame
@@ -47,9 +47,8 @@ TEST_F(AsthmaRecord, SeverityIsReadAsTextAndSavedAsNumber)
     EXPECT_EQ(form.caption(), L"Update Asthma Record");
     form.moveFocus(form.txt[1]);
     form.press(form.cmdAdd); // loaded values are not validated
-    EXPECT_EQ(host.calls(),
-        (Transcript {
-            L"list MEVVAST GET(^45)", L"call MEVVAST GETREG(12)", L"call MEVVAST SET(45^81^3^93^49.5^420^Yes^No^^)" }));
+    EXPECT_CALLS(
+        L"list MEVVAST GET(^45)", L"call MEVVAST GETREG(12)", L"call MEVVAST SET(45^81^3^93^49.5^420^Yes^No^^)");
     EXPECT_FALSE(accepts(form.txt[1], L"49.6")); // edited values are
 }
 
@@ -89,7 +88,7 @@ TEST_F(AsthmaRecord, EveryUserSeesTheRegistryButOnlyItsKeyHoldersEditIt)
     form.press(form.cmdEditReg);
     const Text refusal = L"box [Insufficient Permissions] You do not have the necessary security permission to edit "
                          L"the asthma registry.";
-    EXPECT_EQ(host.boxes(), (Transcript { refusal, refusal }));
+    EXPECT_BOXES(refusal, refusal);
     EXPECT_TRUE(host.calls().empty());
 }
 
@@ -100,8 +99,8 @@ TEST_F(AsthmaRecord, ActivationOpensTheRegistryEditor)
     EXPECT_EQ(registry(), L"Inactive&Activate");
     host.transcript.clear();
     form.press(form.cmdActivate); // answered No, the default
-    EXPECT_EQ(host.lines({ L"box", L"call", L"list", L"show" }),
-        Transcript { L"box [Please Confirm] Are you sure you want to activate this patient in the asthma registry?" });
+    EXPECT_LINES(L"box|call|list|show",
+        L"box [Please Confirm] Are you sure you want to activate this patient in the asthma registry?");
     host.desktop.answers = { BoxAnswer::Yes };
     host.desktop.inForms.push_back([&](Form& opened) {
         reply(L"MEVVAST GETREG", replies::Registered);
@@ -109,10 +108,9 @@ TEST_F(AsthmaRecord, ActivationOpensTheRegistryEditor)
         editor.press(editor.cmdAdd);
     });
     form.press(form.cmdActivate);
-    EXPECT_EQ(host.lines({ L"call", L"list", L"show", L"closed" }),
-        (Transcript { L"call MEVVAST SETREG(12^A)", L"show frmAsthmaReg", L"call MEVVAST GETREG(12)",
-            L"list MEVVAST GETNOTE(12)", L"call MEVVAST SETREG(12^A^^^^^)", L"closed frmAsthmaReg",
-            L"call MEVVAST GETREG(12)", L"list MEVVAST GETNOTE(12)" }));
+    EXPECT_LINES(L"call|list|show|closed", L"call MEVVAST SETREG(12^A)", L"show frmAsthmaReg",
+        L"call MEVVAST GETREG(12)", L"list MEVVAST GETNOTE(12)", L"call MEVVAST SETREG(12^A^^^^^)",
+        L"closed frmAsthmaReg", L"call MEVVAST GETREG(12)", L"list MEVVAST GETNOTE(12)");
     EXPECT_EQ(registry(), L"Active&InactivateE");
     host.desktop.inForms.push_back([&](Form&) { reply(L"MEVVAST GETREG", Inactive); });
     form.press(form.cmdEditReg);
@@ -137,7 +135,7 @@ TEST_F(AsthmaRecord, InactivationOpensNoEditorAndAFailureChangesNothing)
     host.session->reply(L"MEVVAST SETREG", L"12^I", L"1");
     reply(L"MEVVAST GETREG", L"-1^The registry is being rebuilt.");
     form.press(form.cmdActivate);
-    EXPECT_TRUE(host.lines({ L"show" }).empty());
+    EXPECT_TRUE(host.lines(L"show").empty());
     EXPECT_EQ(registry(), L"Inactive&Activate"); // despite the failed reload; "&Edit" is hidden
     EXPECT_EQ(form.fg.rowCount(), 0);
 }
@@ -182,10 +180,9 @@ TEST_F(AsthmaRegistry, StatusChangesAfterConfirmation)
     EXPECT_EQ(status(), L"Inactive&Activate");
     const Text activate =
         L"box [Please Confirm] Are you sure you want to Activate this patient in the asthma registry?";
-    EXPECT_EQ(host.lines({ L"box [Please", L"call MEVVAST S" }),
-        (Transcript { activate, L"call MEVVAST SETREG(12^A)",
-            L"box [Please Confirm] Are you sure you want to Inactivate this patient in the asthma registry?",
-            L"call MEVVAST SETREG(12^I)", activate, activate, L"call MEVVAST SETREG(12^A)" }));
+    EXPECT_LINES(L"box [Please|call MEVVAST S", activate, L"call MEVVAST SETREG(12^A)",
+        L"box [Please Confirm] Are you sure you want to Inactivate this patient in the asthma registry?",
+        L"call MEVVAST SETREG(12^I)", activate, activate, L"call MEVVAST SETREG(12^A)");
 }
 
 TEST_F(AsthmaRegistry, InvalidDateIsReportedAndKept)
@@ -213,8 +210,8 @@ TEST_F(AsthmaRegistry, InvalidDateIsReportedAndKept)
     int key = L'V';
     form.txtComments.pressKeyDown(key, 2); // Ctrl+V goes to the box by a message
     EXPECT_EQ(key, 0);
-    ASSERT_EQ(host.desktop.editMessages.size(), 1u);
-    EXPECT_EQ(host.desktop.editMessages[0].edit, &window);
+    EXPECT_LINES(L"edit", L"edit 770 0 0");
+    EXPECT_EQ(host.desktop.lastEdited, &window);
 }
 
 }

@@ -10,9 +10,10 @@ protected:
     ScriptedHost host;
     modShared shared { host.desktop };
 
-    Text permissionFor(TextView reply, TextView extraKey = L"MEVZ REP HIST EDIT")
+    // The keys are the server's reply.
+    Text permissionFor(TextView keys, TextView extraKey = L"MEVZ REP HIST EDIT")
     {
-        host.session->reply(L"MEVUTL CHKSEC", reply);
+        host.session->reply(L"MEVUTL CHKSEC", keys);
         shared.CheckSecurity(L"MEV DISABLE REP HIST EDITING", extraKey);
         return shared.PermissionMessage();
     }
@@ -46,7 +47,7 @@ TEST_F(HostObjects, OutsideTheHostApplicationMissingContextIsPromptedForOnce)
     host.transcript.clear();
     modShared another(host.desktop);
     another.InitObjects(host, false);
-    EXPECT_TRUE(host.lines({ L"connect" }).empty());
+    EXPECT_TRUE(host.lines(L"connect").empty());
     EXPECT_EQ(host.patient->prompts, 1);
     EXPECT_EQ(host.encounter->promptKinds.size(), 1u);
 }
@@ -55,9 +56,7 @@ TEST_F(HostObjects, FailedStartIsReportedAndNotRepeated)
 {
     host.session->objects.erase(L"CSS_Site.Site");
     shared.InitObjects(host, false);
-    EXPECT_EQ(host.boxes(),
-        Transcript { L"box [System Error] Error in module modShared at InitObjects\r\n\r\nThe host has no object "
-                     L"\"CSS_Site.Site\"." });
+    EXPECT_BOXES(failureBox(L"modShared at InitObjects", L"The host has no object \"CSS_Site.Site\"."));
     EXPECT_EQ(host.transcript.end()[-4], L"object CSS_Site.Site"); // the rest was not asked for
     EXPECT_NO_THROW(shared.user());
     EXPECT_THROW(shared.encounter(), Failure);
@@ -109,7 +108,7 @@ TEST_F(HostObjects, UserParameterIsAskedOncePerSession)
     host.transcript.clear();
     EXPECT_EQ(shared.GetUserParam(L"RepHist-PedWtOpt", L"0"), L"0");
     EXPECT_EQ(shared.GetUserParam(L"RepHist-PedWtOpt", L"2"), L"2"); // the empty value is kept, the default is not
-    EXPECT_EQ(host.calls(), Transcript { L"call MEVUTL GETPARM(RepHist-PedWtOpt)" });
+    EXPECT_CALLS(L"call MEVUTL GETPARM(RepHist-PedWtOpt)");
     EXPECT_EQ(host.session->values.at(L"MEVParam_RepHist_PedWtOpt"), L"");
 
     shared.SetUserParam(L"RepHist-PedWtOpt", L"1");
@@ -117,7 +116,7 @@ TEST_F(HostObjects, UserParameterIsAskedOncePerSession)
     host.session->reply(L"MEVUTL SETPARM", L"-1^Not here.");
     shared.SetUserParam(L"RepHist-PedWtOpt", L"2");
     EXPECT_EQ(shared.GetUserParam(L"RepHist-PedWtOpt", L"0"), L"1"); // refused: the old value remains
-    EXPECT_EQ(host.boxes(), Transcript { L"box [Setting Parameter RepHist-PedWtOpt] Not here." });
+    EXPECT_BOXES(L"box [Setting Parameter RepHist-PedWtOpt] Not here.");
 }
 
 }

@@ -9,11 +9,13 @@ namespace {
 
 class ServerCalls : public testing::Test {
 protected:
-    void SetUp() override
+    ServerCalls()
     {
         shared.InitObjects(host, false);
         host.transcript.clear();
     }
+
+    void reply(TextView call, TextView text) { host.session->reply(call, text); }
 
     ScriptedHost host;
     modShared shared { host.desktop };
@@ -21,7 +23,7 @@ protected:
 
 TEST_F(ServerCalls, CallsRunUnderTheHourglassAndAFailedOneShowsABox)
 {
-    host.session->reply(L"MEVREP GET", L"G1^");
+    reply(L"MEVREP GET", L"G1^");
     EXPECT_EQ(shared.CallRpc(L"MEVREP GET", L"12^^1"), L"G1^");
     host.session->failCall(L"MEVVELD GET", L"The server is gone.");
     const Text reply = shared.CallRpcList(L"MEVVELD GET", L"12");
@@ -81,9 +83,8 @@ TEST_F(ServerCalls, ReportNamesTheFirstFailureEvenWhenTheStatusLineFails)
     host.session->failsEvents = true;
     shared.trap(L"modX", L"Y", [] { throw Failure(L"First."); });
     shared.SetStatusText(L"text");
-    EXPECT_EQ(host.boxes(),
-        (Transcript { L"box [System Error] Error in module modX at Y\r\n\r\nFirst.",
-            L"box [System Error] Error in module modShared at SetStatusText\r\n\r\nNo events today." }));
+    EXPECT_BOXES(L"box [System Error] Error in module modX at Y\r\n\r\nFirst.",
+        L"box [System Error] Error in module modShared at SetStatusText\r\n\r\nNo events today.");
 }
 
 TEST_F(ServerCalls, WithoutASessionTheStatusLineIsLeftAlone)
@@ -92,23 +93,21 @@ TEST_F(ServerCalls, WithoutASessionTheStatusLineIsLeftAlone)
     alone.SetStatusText(L"text");
     EXPECT_TRUE(host.transcript.empty());
     EXPECT_EQ(alone.CallRpc(L"MEVREP GET", L""), L"");
-    EXPECT_EQ(host.boxes(),
-        Transcript { L"box [System Error] Error in remote procedure call: MEVREP GET\r\nThe host's session object is "
-                     L"not available." });
+    EXPECT_BOXES(L"box [System Error] Error in remote procedure call: MEVREP GET\r\n"
+                 L"The host's session object is not available.");
 }
 
 TEST_F(ServerCalls, VisitDetailShowsTheReportAsItComes)
 {
     shared.VisitDetail(L"   ");
     EXPECT_TRUE(host.transcript.empty());
-    host.session->reply(L"MEVUTL GETRPT", L"-1^No such visit.\r\n");
+    reply(L"MEVUTL GETRPT", L"-1^No such visit.\r\n");
     shared.VisitDetail(L" 812 ");
-    EXPECT_EQ(host.lines({ L"list", L"preview", L"box" }),
-        (Transcript { L"list MEVUTL GETRPT( 812 )", L"preview [Visit Detail||||80|11] -1^No such visit.\r\n" }));
     host.print->fails = true;
     shared.ShowReport(L"text", L"Visit Detail");
-    EXPECT_EQ(host.boxes(),
-        Transcript { L"box [System Error] Error displaying requested report: Visit Detail\r\nNo printer object." });
+    EXPECT_LINES(L"list|preview|box", L"list MEVUTL GETRPT( 812 )",
+        L"preview [Visit Detail||||80|11] -1^No such visit.\r\n",
+        L"box [System Error] Error displaying requested report: Visit Detail\r\nNo printer object.");
 }
 
 TEST_F(ServerCalls, BoxesAndTheirTitles)
@@ -117,7 +116,7 @@ TEST_F(ServerCalls, BoxesAndTheirTitles)
     shared.InfoBox(L"i", L"");
     shared.WarningBox(L"w", L"");
     shared.ErrorBox(L"", L"never");
-    EXPECT_EQ(host.boxes(), (Transcript { L"box [Error] e", L"box [Information] i", L"box [Warning] w" }));
+    EXPECT_BOXES(L"box [Error] e", L"box [Information] i", L"box [Warning] w");
 
     Text title;
     shared.ShowMessage(L"", title, BoxStyle::Exclamation);
@@ -129,7 +128,7 @@ TEST_F(ServerCalls, BoxesAndTheirTitles)
     host.desktop.answers = { BoxAnswer::Yes, BoxAnswer::No, BoxAnswer::Closed };
     host.transcript.clear();
     EXPECT_TRUE(shared.ConfirmBox(L"", L""));
-    EXPECT_EQ(host.boxes(), Transcript { L"box [Confirm] " });
+    EXPECT_BOXES(L"box [Confirm] ");
     EXPECT_FALSE(shared.ConfirmBox(L"Sure?", L"Please Confirm"));
     EXPECT_FALSE(shared.ConfirmBox(L"Sure?", L"Please Confirm"));
     EXPECT_EQ(host.desktop.styles, (std::vector { 16, 64, 48, 5, 292, 292, 292 }));
@@ -138,21 +137,18 @@ TEST_F(ServerCalls, BoxesAndTheirTitles)
 TEST_F(ServerCalls, EditKeysWithControlAlone)
 {
     int cell = 0;
-    for (const auto& [key, message, value] : { std::tuple { 65, 177, -1 }, { 67, 769, 0 }, { 86, 770, 0 },
-             { 88, 768, 0 }, { 89, 1108, 0 }, { 90, 199, 0 } }) {
-        int keyCode = key;
-        shared.FilterEditKeys(keyCode, 2, &cell);
-        const auto& sent = host.desktop.editMessages.back();
-        EXPECT_TRUE(keyCode == 0 && sent.edit == &cell && sent.first == 0) << key;
-        EXPECT_TRUE(sent.message == message && sent.value == value) << key;
-    }
-    host.desktop.editMessages.clear();
-    for (const auto& [key, shift] : { std::pair { 65, 0 }, { 65, 3 }, { 67, 6 }, { 66, 2 } }) {
+    for (const auto& [key, shift, message] :
+        { std::tuple<int, int, TextView> { 65, 2, L"edit 177 0 -1" }, { 67, 2, L"edit 769 0 0" },
+            { 86, 2, L"edit 770 0 0" }, { 88, 2, L"edit 768 0 0" }, { 89, 2, L"edit 1108 0 0" },
+            { 90, 2, L"edit 199 0 0" }, { 65, 0, L"" }, { 65, 3, L"" }, { 67, 6, L"" }, { 66, 2, L"" } }) {
+        host.transcript.clear();
+        host.desktop.lastEdited = nullptr;
         int keyCode = key;
         shared.FilterEditKeys(keyCode, shift, &cell);
-        EXPECT_EQ(keyCode, key);
+        EXPECT_EQ(host.transcript, message.empty() ? Transcript {} : Transcript { Text(message) }) << key;
+        EXPECT_EQ(keyCode, message.empty() ? key : 0) << key;
+        EXPECT_EQ(host.desktop.lastEdited, message.empty() ? nullptr : &cell) << key;
     }
-    EXPECT_TRUE(host.desktop.editMessages.empty());
 }
 
 }

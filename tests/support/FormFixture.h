@@ -5,8 +5,6 @@
 
 #include "platform/controls/mevZvDate.h"
 
-#include <gtest/gtest.h>
-
 namespace health::test {
 
 // A form on a scripted host, opened as the desktop opens it and operated by its controls.
@@ -22,11 +20,12 @@ protected:
 
     void reply(TextView call, TextView text) { host.session->reply(call, text); }
 
-    void open()
+    void open() { open(form); }
+    static void open(EditorForm& opened)
     {
-        form.load();
-        form.open();
-        form.Form_Activate();
+        opened.load();
+        opened.open();
+        opened.Form_Activate();
     }
 
     void enterDate(mevZvDate& date, TextView text)

@@ -48,9 +48,8 @@ TEST(Conversions, HugeNumbersStayInRange)
 
 TEST(Conversions, HalvesAreRoundedToEven)
 {
-    const std::pair<double, long long> cases[] = { { 0.5, 0 }, { 1.5, 2 }, { 2.5, 2 }, { -0.5, 0 }, { -1.5, -2 },
-        { -2.5, -2 }, { 2.4999, 2 }, { -0.2, 0 }, { -0.6, -1 }, { 1e18, 1000000000000000000 } };
-    for (const auto& [value, whole] : cases)
+    for (const auto& [value, whole] : { std::pair<double, long long> { 0.5, 0 }, { 1.5, 2 }, { 2.5, 2 }, { -0.5, 0 },
+             { -1.5, -2 }, { -2.5, -2 }, { 2.4999, 2 }, { -0.2, 0 }, { -0.6, -1 }, { 1e18, 1000000000000000000 } })
         EXPECT_EQ(roundToWhole(value), whole) << value;
 }
 

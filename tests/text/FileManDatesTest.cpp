@@ -49,8 +49,7 @@ TEST(FileManDates, FromDateText)
     EXPECT_TRUE(host.boxes().empty());
 
     EXPECT_EQ(shared.DateToFMDate(L"soon", TimePart::Without), L"");
-    EXPECT_EQ(host.boxes(),
-        Transcript { L"box [System Error] Error in module modShared at DateToFMDate\r\n\r\n\"soon\" is not a date." });
+    EXPECT_BOXES(L"box [System Error] Error in module modShared at DateToFMDate\r\n\r\n\"soon\" is not a date.");
 }
 
 }
