@@ -1,7 +1,6 @@
 #include "tests/support/ControlFixture.h"
 
 namespace health::test {
-namespace {
 
 class CommandState : public ControlFixture {
 protected:
@@ -101,5 +100,4 @@ TEST_F(CommandState, RightButtonSelectsTheRowUnderTheMouseFirst)
     }
 }
 
-}
 }

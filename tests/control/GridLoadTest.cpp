@@ -3,7 +3,6 @@
 #include <algorithm>
 
 namespace health::test {
-namespace {
 
 class GridLoad : public ControlFixture {
 protected:
@@ -190,5 +189,4 @@ TEST_F(GridLoad, FailureLeavesNoPartialList)
     }
 }
 
-}
 }

@@ -2,7 +2,6 @@
 #include "tests/support/Editors.h"
 
 namespace health::test {
-namespace {
 
 class RecordCommands : public ControlFixture {
 protected:
@@ -218,5 +217,4 @@ TEST_F(RecordCommands, DeletingAsthmaOffersTheRegistry)
         Transcript { L"call MEVVAST SETREG(12^I)" }); // stops; an error without a message shows no box
 }
 
-}
 }

@@ -2,7 +2,6 @@
 #include "tests/support/FormFixture.h"
 
 namespace health::test {
-namespace {
 
 class EmergencyVisit : public FormFixture<frmER> {
 protected:
@@ -46,6 +45,22 @@ TEST_F(EmergencyVisit, PiecesAreReadAndSavedInDifferentOrders)
     EXPECT_EQ(saved(), L"(45^81^U^S^POV^^R^Her aunt^D^^3261120.235^^Stable)");
 }
 
+TEST_F(EmergencyVisit, DepartureAgainstAdviceHasItsOwnPiece)
+{
+    load(L"45^^^^^^^^^AMA|1^^3261120.08^3261120.0915^^\r\n"); // the second wins
+    EXPECT_EQ(saved(), L"(45^81^^^^^^^1^^^3261120.0915^)");
+    form.optDisch[0].click();
+    EXPECT_EQ(saved(), L"(45^81^^^^^^^D^^3261120.0915^^)");
+}
+
+TEST_F(EmergencyVisit, UnknownCodesAndUnterminatedLinesAreIgnored)
+{
+    load(L"45^^^URGENT|u^X|X^by raft^^^^D^on foot^02/30/2026@08:00^^^\r\n45^^^EMERGENT|E");
+    EXPECT_EQ(form.opt.chosen() + form.optArrival.chosen() + form.optDisch.chosen(), -3);
+    EXPECT_TRUE(form.datDepart.isEmpty());
+    EXPECT_EQ(saved(), L"(45^81^^^^^^^^^^^)"); // without the texts of options that are not chosen
+}
+
 TEST_F(EmergencyVisit, TextsBelongToTheirOptions)
 {
     load(L"45^^^^Other|O^by raft^^^^OTHER|O^walked out^^^^\r\n45^^^^Other|O\r\n"); // an empty text replaces none
@@ -64,14 +79,6 @@ TEST_F(EmergencyVisit, TextsBelongToTheirOptions)
     form.txtCond.edit(L"c^d");
     form.txtInformant.edit(L"e^f");
     EXPECT_EQ(saved(), L"(45^81^^^O^a b^^e f^A^^^^c d)");
-}
-
-TEST_F(EmergencyVisit, DepartureAgainstAdviceHasItsOwnPiece)
-{
-    load(L"45^^^^^^^^^AMA|1^^3261120.08^3261120.0915^^\r\n"); // the second wins
-    EXPECT_EQ(saved(), L"(45^81^^^^^^^1^^^3261120.0915^)");
-    form.optDisch[0].click();
-    EXPECT_EQ(saved(), L"(45^81^^^^^^^D^^3261120.0915^^)");
 }
 
 TEST_F(EmergencyVisit, DepartureIsADateWithItsTime)
@@ -100,11 +107,11 @@ TEST_F(EmergencyVisit, TransferOptionFollowsTheFileOfThePlace)
         reply(L"MEVVER GET", L"45^^^^^^^^^TRANSFERRED|T^^^^^" + Text(place) + L"\r\n");
         open(own);
         EXPECT_EQ(own.optTransfer.chosen(), option);
-        EXPECT_TRUE(own.txtLoc.text() == L"Riverside Hospital" || own.txtLoc.text() == L"North Clinic");
+        EXPECT_EQ(own.txtLoc.text(), option == 0 ? L"Riverside Hospital" : L"North Clinic");
         own.moveFocus(own.txtLoc); // entering and leaving the field searches nothing
         own.press(own.cmdOK);
         EXPECT_TRUE(host.calls().back().ends_with(end)) << narrow(host.calls().back());
-        EXPECT_TRUE(host.lines(L"list MEVUTL").empty());
+        EXPECT_LINES(L"list MEVUTL");
         own.open();
         own.optDisch[0].click(); // clears the place
         own.press(own.cmdOK);
@@ -142,13 +149,4 @@ TEST_F(EmergencyVisit, TransferIsLookedUpInTheFileOfItsOption)
     EXPECT_TRUE(saved().ends_with(L"^D^^^^)"));
 }
 
-TEST_F(EmergencyVisit, UnknownCodesAndUnterminatedLinesAreIgnored)
-{
-    load(L"45^^^URGENT|u^X|X^by raft^^^^D^on foot^02/30/2026@08:00^^^\r\n45^^^EMERGENT|E");
-    EXPECT_EQ(form.opt.chosen() + form.optArrival.chosen() + form.optDisch.chosen(), -3);
-    EXPECT_TRUE(form.datDepart.isEmpty());
-    EXPECT_EQ(saved(), L"(45^81^^^^^^^^^^^)"); // without the texts of options that are not chosen
-}
-
-}
 }

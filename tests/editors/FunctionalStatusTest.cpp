@@ -3,7 +3,6 @@
 #include "tests/support/FormFixture.h"
 
 namespace health::test {
-namespace {
 
 // Items 0 to 13 of one assessment; the first three have more behind the text.
 constexpr TextView Stored =
@@ -88,5 +87,4 @@ TEST_F(FunctionalStatusView, EditNeedsTheKeyAndClosesTheView)
     }
 }
 
-}
 }

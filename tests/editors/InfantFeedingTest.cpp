@@ -2,7 +2,6 @@
 #include "tests/support/FormFixture.h"
 
 namespace health::test {
-namespace {
 
 class InfantFeeding : public FormFixture<frmInf> {
 protected:
@@ -61,5 +60,4 @@ TEST_F(InfantFeeding, AtMostOneChoice)
     EXPECT_TRUE(form.isOpen());
 }
 
-}
 }

@@ -3,7 +3,6 @@
 #include "tests/support/FormFixture.h"
 
 namespace health::test {
-namespace {
 
 class Refusals : public FormFixture<frmRefusal> {
 protected:
@@ -196,5 +195,4 @@ TEST_F(Refusals, CommentOfTwoTo200Characters)
     }
 }
 
-}
 }

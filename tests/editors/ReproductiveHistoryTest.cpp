@@ -2,7 +2,6 @@
 #include "tests/support/FormFixture.h"
 
 namespace health::test {
-namespace {
 
 class ReproductiveHistory : public FormFixture<frmRepHist> {
 protected:
@@ -24,6 +23,13 @@ protected:
     {
         form.press(form.cmdAdd);
         return host.calls().back();
+    }
+
+    // What a key becomes when it is pressed.
+    static wchar_t keyAfter(auto& control, wchar_t key)
+    {
+        control.pressKey(key);
+        return key;
     }
 
     static constexpr TextView Empty = L"G0P0LC0SA0TA0^^^^^";
@@ -102,15 +108,14 @@ TEST_F(ReproductiveHistory, DatesAndTheirBounds)
     load(L"G1P0LC0SA0TA0^^CHARMS^^GUESS^01/01/2020"); // a stored past date is accepted
     EXPECT_EQ(form.datDelivery.value(), L"01/01/2020");
     constexpr TextView Future = L"Future dates are not allowed.";
-    const std::tuple<mevZvDate&, TextView, TextView, TextView> cases[] = {
-        { form.datDelivery, L"T", L"03/15/2026", L"" }, { form.datDelivery, L"T+270", L"12/10/2026", L"" },
-        { form.datDelivery, L"T+271", L"12/10/2026 09:30", L"Date cannot be more than 9 months in the future." },
-        { form.datDelivery, L"T-1", L"", L"Past dates are not allowed." },
-        { form.datDelivery, L"soon", L"", L"This is not a valid date format." },
-        { form.datLMP, L"T", L"03/15/2026", L"" }, { form.datLMP, L"T+1", L"", Future },
-        { form.datLMP, L"T 23:00", L"03/15/2026 23:00", L"" }, { form.datFP, L"3/16/2026", L"", Future }
-    };
-    for (const auto& [date, typed, kept, refusal] : cases) {
+    for (const auto& [date, typed, kept, refusal] :
+        { std::tuple<mevZvDate&, TextView, TextView, TextView> { form.datDelivery, L"T", L"03/15/2026", L"" },
+            { form.datDelivery, L"T+270", L"12/10/2026", L"" },
+            { form.datDelivery, L"T+271", L"12/10/2026 09:30", L"Date cannot be more than 9 months in the future." },
+            { form.datDelivery, L"T-1", L"", L"Past dates are not allowed." },
+            { form.datDelivery, L"soon", L"", L"This is not a valid date format." },
+            { form.datLMP, L"T", L"03/15/2026", L"" }, { form.datLMP, L"T+1", L"", Future },
+            { form.datLMP, L"T 23:00", L"03/15/2026 23:00", L"" }, { form.datFP, L"3/16/2026", L"", Future } }) {
         host.transcript.clear();
         enterDate(date, typed);
         EXPECT_EQ(date.value(), kept) << narrow(typed);
@@ -145,11 +150,9 @@ TEST_F(ReproductiveHistory, EnterGoesOnToTheNextField)
         EXPECT_EQ(form.txNumRH[i].pressKey(EnterKey), 0);
     }
     EXPECT_EQ(form.activeControl(), &form.datLMP);
-    wchar_t key = EnterKey;
-    form.cboFP.pressKey(key);
+    EXPECT_EQ(keyAfter(form.cboFP, EnterKey), 0);
     EXPECT_EQ(form.activeControl(), &form.datFP);
-    EXPECT_EQ(key, 0);
-    form.cboEstMethod.pressKey(key = EnterKey);
+    keyAfter(form.cboEstMethod, EnterKey);
     EXPECT_EQ(form.activeControl(), &form.txNumRH[0]);
     form.txNumRH[3].MouseMove();
     EXPECT_EQ(form.txNumRH[3].toolTip(), L"Spontaneous Abortions");
@@ -165,16 +168,11 @@ TEST_F(ReproductiveHistory, EnterGoesOnFromAnEnteredDate)
              { form.datFP, L"last week", L"", form.datFP } }) {
         date.setClock([this] { return host.desktop.today; });
         form.moveFocus(date);
-        wchar_t key = EnterKey;
-        date.pressKey(key);
-        EXPECT_EQ(key, EnterKey);
+        EXPECT_EQ(keyAfter(date, EnterKey), EnterKey);
         date.type(typed);
         EXPECT_EQ(date.shown(), typed);
-        wchar_t digit = L'1';
-        date.pressKey(digit);
-        EXPECT_EQ(digit, L'1');
-        date.pressKey(key);
-        EXPECT_EQ(key, 0);
+        EXPECT_EQ(keyAfter(date, L'1'), L'1');
+        EXPECT_EQ(keyAfter(date, EnterKey), 0);
         EXPECT_EQ(date.value(), kept);
         EXPECT_EQ(form.activeControl(), &next);
     }
@@ -182,5 +180,4 @@ TEST_F(ReproductiveHistory, EnterGoesOnFromAnEnteredDate)
         L"box [Invalid Date] Future dates are not allowed.", L"box [Invalid Date] This is not a valid date format.");
 }
 
-}
 }

@@ -2,7 +2,6 @@
 #include "tests/support/FormFixture.h"
 
 namespace health::test {
-namespace {
 
 class TreatmentContract : public FormFixture<frmTxc> {
 protected:
@@ -105,5 +104,4 @@ TEST_F(TreatmentContract, TypedOverProviderKeepsTheNumber)
     EXPECT_EQ(host.calls().back(), L"call MEVVTXC SET(45^81^P^02/01/2026^15)");
 }
 
-}
 }

@@ -3,7 +3,6 @@
 #include "tests/support/FormFixture.h"
 
 namespace health::test {
-namespace {
 
 class Lookup : public FormFixture<frmLookup> {
 protected:
@@ -173,5 +172,4 @@ TEST_F(Lookup, GarbledRepliesAndToolTips)
     EXPECT_LINES(L"show|box", L"show frmLookup");
 }
 
-}
 }

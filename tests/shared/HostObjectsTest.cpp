@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 namespace health::test {
-namespace {
 
 class HostObjects : public testing::Test {
 protected:
@@ -40,16 +39,13 @@ TEST_F(HostObjects, OutsideTheHostApplicationMissingContextIsPromptedForOnce)
     shared.InitObjects(host, false);
     shared.InitObjects(host, false); // a second panel
     EXPECT_EQ(host.transcript[1], L"connect ''"); // before the objects
-    EXPECT_EQ(host.patient->prompts, 1);
-    EXPECT_EQ(host.encounter->promptKinds, std::vector { 1 });
     host.patient->patientNumber = 7;
     host.encounter->visit = 70;
-    host.transcript.clear();
     modShared another(host.desktop);
-    another.InitObjects(host, false);
-    EXPECT_TRUE(host.lines(L"connect").empty());
+    another.InitObjects(host, false); // is connected and has its context
+    EXPECT_LINES(L"connect", L"connect ''");
     EXPECT_EQ(host.patient->prompts, 1);
-    EXPECT_EQ(host.encounter->promptKinds.size(), 1u);
+    EXPECT_EQ(host.encounter->promptKinds, std::vector { 1 });
 }
 
 TEST_F(HostObjects, FailedStartIsReportedAndNotRepeated)
@@ -88,11 +84,10 @@ TEST_F(HostObjects, PermissionMessage)
     shared.InitObjects(host, false);
     const Text noKey = L"You do not have either the 'PROVIDER' or the 'MEVZ REP HIST EDIT' security keys";
     const Text parameter = L"assigned the 'MEV DISABLE REP HIST EDITING' parameter";
-    const std::pair<TextView, Text> cases[] = { { L"0|0|0|0^0~", noKey }, { L"-1^Not allowed.", noKey },
-        { L"1|1|1|1^1~CLERKS", L"You have the 'MEVZ VIEW ONLY' security key" },
-        { L"1|0|0|0^1~CLERKS", L"You have been " + parameter },
-        { L"1|0|0|0^0~CLERKS", L"You are a member of the user class 'CLERKS' which has been " + parameter } };
-    for (const auto& [reply, message] : cases)
+    for (const auto& [reply, message] : { std::pair<TextView, Text> { L"0|0|0|0^0~", noKey },
+             { L"-1^Not allowed.", noKey }, { L"1|1|1|1^1~CLERKS", L"You have the 'MEVZ VIEW ONLY' security key" },
+             { L"1|0|0|0^1~CLERKS", L"You have been " + parameter },
+             { L"1|0|0|0^0~CLERKS", L"You are a member of the user class 'CLERKS' which has been " + parameter } })
         EXPECT_EQ(permissionFor(reply), message + L", thus you cannot make modifications.") << narrow(reply);
     EXPECT_EQ(permissionFor(L"1|0|0|0^0~") + permissionFor(L"0|0|0|1^0~"), L"");
     EXPECT_TRUE(host.boxes().empty()); // the error reply is not shown either
@@ -119,5 +114,4 @@ TEST_F(HostObjects, UserParameterIsAskedOncePerSession)
     EXPECT_BOXES(L"box [Setting Parameter RepHist-PedWtOpt] Not here.");
 }
 
-}
 }

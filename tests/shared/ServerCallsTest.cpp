@@ -5,7 +5,6 @@
 #include <limits>
 
 namespace health::test {
-namespace {
 
 class ServerCalls : public testing::Test {
 protected:
@@ -29,9 +28,8 @@ TEST_F(ServerCalls, CallsRunUnderTheHourglassAndAFailedOneShowsABox)
     const Text reply = shared.CallRpcList(L"MEVVELD GET", L"12");
     EXPECT_EQ(reply, L"");
     EXPECT_FALSE(shared.CheckRpcError(reply, L""));
-    EXPECT_EQ(host.transcript,
-        (Transcript { L"pointer 11", L"call MEVREP GET(12^^1)", L"pointer 0", L"pointer 11", L"list MEVVELD GET(12)",
-            L"pointer 0", L"box [System Error] Error in remote procedure call: MEVVELD GET\r\nThe server is gone." }));
+    EXPECT_LINES(L"", L"pointer 11", L"call MEVREP GET(12^^1)", L"pointer 0", L"pointer 11", L"list MEVVELD GET(12)",
+        L"pointer 0", L"box [System Error] Error in remote procedure call: MEVVELD GET\r\nThe server is gone.");
     EXPECT_EQ(host.desktop.styles, std::vector { 16 });
 }
 
@@ -49,11 +47,10 @@ TEST_F(ServerCalls, OutcomeIsThatOfTheCallNotOfThoseDuringItsBox)
 
 TEST_F(ServerCalls, ErrorCodeOfAReply)
 {
-    const std::pair<TextView, long long> cases[] = { { L"", 0 }, { L"0^x", 0 }, { L"5^x", 0 }, { L"word^x", 0 },
-        { L"-3^x", 3 }, { L"-1", 1 }, { L"-1\r\n", 1 }, { L"-3abc^x", 3 }, { L"-^x", 0 }, { L"-0.5^x", 0 },
-        { L"-0.2^x", 0 }, { L"-1.5^x", 2 }, { L"-2.5^x", 2 }, { L" -4^x", 4 },
-        { L"-1E999^x", std::numeric_limits<long long>::max() } };
-    for (const auto& [reply, code] : cases)
+    for (const auto& [reply, code] : { std::pair<TextView, long long> { L"", 0 }, { L"0^x", 0 }, { L"5^x", 0 },
+             { L"word^x", 0 }, { L"-3^x", 3 }, { L"-1", 1 }, { L"-1\r\n", 1 }, { L"-3abc^x", 3 }, { L"-^x", 0 },
+             { L"-0.5^x", 0 }, { L"-0.2^x", 0 }, { L"-1.5^x", 2 }, { L"-2.5^x", 2 }, { L" -4^x", 4 },
+             { L"-1E999^x", std::numeric_limits<long long>::max() } })
         EXPECT_EQ(modShared::RpcErrorCode(reply), code) << narrow(reply);
 }
 
@@ -62,9 +59,8 @@ TEST_F(ServerCalls, ServerErrorIsShownUnderTheCallersTitleIfItHasAMessage)
     EXPECT_TRUE(shared.CheckRpcError(L"-1^No such patient.^further piece", L"Own Title"));
     for (const TextView reply : { L"-3^Refused.\r\n", L"-1", L"-1^", L"-1^\r\n" })
         EXPECT_TRUE(shared.CheckRpcError(reply, L"")) << narrow(reply);
-    EXPECT_EQ(host.transcript,
-        (Transcript { L"box [Own Title] No such patient.", L"status ", L"box [Error] Refused.", L"status ", L"status ",
-            L"status ", L"status " }));
+    EXPECT_LINES(L"", L"box [Own Title] No such patient.", L"status ", L"box [Error] Refused.", L"status ", L"status ",
+        L"status ", L"status ");
 }
 
 TEST_F(ServerCalls, TrapReportsWithModuleAndProcedure)
@@ -72,10 +68,9 @@ TEST_F(ServerCalls, TrapReportsWithModuleAndProcedure)
     EXPECT_FALSE(shared.trap(L"frmTxc", L"LoadTXC", [] { throw Failure(L"What happened."); }));
     EXPECT_FALSE(shared.trap(L"frmTxc", L"cmdAdd_Click", [] { throw std::out_of_range("Índex."); }));
     EXPECT_TRUE(shared.trap(L"frmTxc", L"datInit", [] {}));
-    EXPECT_EQ(host.transcript,
-        (Transcript { L"pointer 0", L"status ",
-            L"box [System Error] Error in module frmTxc at LoadTXC\r\n\r\nWhat happened.", L"pointer 0", L"status ",
-            L"box [System Error] Error in module frmTxc at cmdAdd_Click\r\n\r\nÍndex." }));
+    EXPECT_LINES(L"", L"pointer 0", L"status ",
+        L"box [System Error] Error in module frmTxc at LoadTXC\r\n\r\nWhat happened.", L"pointer 0", L"status ",
+        L"box [System Error] Error in module frmTxc at cmdAdd_Click\r\n\r\nÍndex.");
 }
 
 TEST_F(ServerCalls, ReportNamesTheFirstFailureEvenWhenTheStatusLineFails)
@@ -151,5 +146,4 @@ TEST_F(ServerCalls, EditKeysWithControlAlone)
     }
 }
 
-}
 }
