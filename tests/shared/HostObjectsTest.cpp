@@ -39,13 +39,15 @@ TEST_F(HostObjects, OutsideTheHostApplicationMissingContextIsPromptedForOnce)
     shared.InitObjects(host, false);
     shared.InitObjects(host, false); // a second panel
     EXPECT_EQ(host.transcript[1], L"connect ''"); // before the objects
+    EXPECT_EQ(host.patient->prompts, 1);
+    EXPECT_EQ(host.encounter->promptKinds, std::vector { 1 });
     host.patient->patientNumber = 7;
     host.encounter->visit = 70;
     modShared another(host.desktop);
     another.InitObjects(host, false); // is connected and has its context
     EXPECT_LINES(L"connect", L"connect ''");
     EXPECT_EQ(host.patient->prompts, 1);
-    EXPECT_EQ(host.encounter->promptKinds, std::vector { 1 });
+    EXPECT_EQ(host.encounter->promptKinds.size(), 1u);
 }
 
 TEST_F(HostObjects, FailedStartIsReportedAndNotRepeated)
