@@ -5,6 +5,8 @@
 #include "tests/support/Replies.h"
 #include "tests/support/ScriptedHost.h"
 
+#include <gtest/gtest.h>
+
 namespace health::test {
 
 // One panel on a scripted host.

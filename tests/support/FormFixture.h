@@ -5,6 +5,8 @@
 
 #include "platform/controls/mevZvDate.h"
 
+#include <gtest/gtest.h>
+
 namespace health::test {
 
 // A form on a scripted host, opened as the desktop opens it and operated by its controls.

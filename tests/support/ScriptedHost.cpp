@@ -1,5 +1,8 @@
 #include "tests/support/ScriptedHost.h"
 
+#include <algorithm>
+#include <iterator>
+
 namespace health::test {
 
 BoxAnswer ScriptedDesktop::messageBox(TextView text, int style, TextView title)

@@ -8,8 +8,6 @@
 #include "platform/Menu.h"
 #include "shared/modShared.h"
 
-#include <gtest/gtest.h>
-
 #include <deque>
 #include <functional>
 #include <map>
