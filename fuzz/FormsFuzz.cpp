@@ -48,7 +48,7 @@ public:
             form.press(form.cmdOK);
         if constexpr (requires { form.txtLoc; })
             pieces += !form.txtLoc.tag().empty();
-        const test::Transcript saves = m_host.lines({ L"call " + Text(set) + L"(" });
+        const test::Transcript saves = m_host.lines(L"call " + Text(set) + L"(");
         require(saves.size() <= 1, "a record is saved once");
         for (const Text& save : saves)
             require(std::count(save.begin(), save.end(), L'^') + 1 == pieces, "a saved record has its pieces", save);
@@ -67,7 +67,7 @@ public:
             dialog.press(dialog.cmdSelect);
         });
         const bool chosen = dialog.frmLookup::RunQuery(choice(LookupTableNumber::Patient), m_input.next(), true, L"*");
-        for (const Text& call : m_host.lines({ L"list " }))
+        for (const Text& call : m_host.lines(L"list "))
             require(std::count(call.begin(), call.end(), L'^') == 8, "a search has nine pieces", call);
         require(
             !chosen || m_lookupReply.find(dialog.m_sRecId) != Text::npos, "the choice comes from a line of the reply");

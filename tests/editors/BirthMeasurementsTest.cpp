@@ -2,7 +2,6 @@
 #include "tests/support/FormFixture.h"
 
 namespace health::test {
-namespace {
 
 class BirthMeasurements : public FormFixture<frmPediatric> {
 protected:
@@ -25,8 +24,7 @@ TEST_F(BirthMeasurements, LoadsInTheUsersUnitAndSavesIt)
         reply(L"MEVUTL GETPARM", option);
         reply(L"MEVBMSR GET", weight.empty() ? L"^3^^^^^^^^2^6M^2W^5M^HARTLEY,ROSE|1" : replies::Birth);
         frmPediatric own(shared);
-        own.open();
-        own.Form_Activate();
+        open(own);
         EXPECT_EQ(own.txt[0].text() + own.lblWt.caption(), Text(weight) + Text(unit));
         own.press(own.cmdAdd);
         Transcript calls { L"call MEVUTL GETPARM(RepHist-PedWtOpt)", L"call MEVBMSR GET(12)",
@@ -84,7 +82,7 @@ TEST_F(BirthMeasurements, LoadedValuesAreNotValidated)
     for (TextBox& box : form.txt)
         EXPECT_TRUE(form.moveFocus(box));
     form.press(form.cmdAdd);
-    EXPECT_EQ(host.lines({ L"call MEVBMSR SET" }), Transcript { L"call MEVBMSR SET(12^40 2^99^X^^^)" });
+    EXPECT_LINES(L"call MEVBMSR SET", L"call MEVBMSR SET(12^40 2^99^X^^^)");
     EXPECT_FALSE(accepts(form.txt[0], L"40 3")); // edited values are
 }
 
@@ -120,18 +118,17 @@ TEST_F(BirthMeasurements, LookupIsStartedOnceAndNotByCancel)
 {
     load(L"", L"-1^Locked.^^^^^^^^2");
     EXPECT_EQ(form.txt[1].text(), L"");
-    const auto dialogs = [&] { return host.lines({ L"show" }).size(); };
     typeInto(form.txtPat, L"zz");
     form.press(form.cmdPat); // shows the empty dialog, which is closed
     EXPECT_EQ(form.txtPat.text(), L"zz");
     form.moveFocus(form.txt[0]);
     EXPECT_EQ(form.txtPat.text(), L""); // no match
-    EXPECT_EQ(dialogs(), 1u);
+    EXPECT_LINES(L"show", L"show frmLookup");
     typeInto(form.txtPat, L"zz");
     form.moveFocus(form.txt[0]); // the same name is searched again
     typeInto(form.txtPat, L"zz");
     form.press(form.cmdCancel);
-    EXPECT_EQ(dialogs(), 2u);
+    EXPECT_LINES(L"show", L"show frmLookup", L"show frmLookup");
     EXPECT_FALSE(form.isOpen());
 }
 
@@ -149,5 +146,4 @@ TEST_F(BirthMeasurements, RefusedSaveKeepsTheFormOpen)
     EXPECT_FALSE(form.isOpen());
 }
 
-}
 }

@@ -2,16 +2,15 @@
 #include "tests/support/FormFixture.h"
 
 namespace health::test {
-namespace {
 
 class EmergencyVisit : public FormFixture<frmER> {
 protected:
     EmergencyVisit() { form.m_sVisit = L"81"; }
 
-    void load(TextView reply)
+    void load(TextView record)
     {
         form.m_sIEN = L"45";
-        host.session->reply(L"MEVVER GET", reply);
+        reply(L"MEVVER GET", record);
         open();
     }
 
@@ -21,7 +20,7 @@ protected:
         host.transcript.clear();
         form.open(); // an earlier save may have closed it
         form.press(form.cmdOK);
-        const Transcript calls = host.lines({ L"call MEVVER SET" });
+        const Transcript calls = host.lines(L"call MEVVER SET");
         return calls.empty() ? Text() : calls.front().substr(15);
     }
 };
@@ -30,9 +29,9 @@ TEST_F(EmergencyVisit, UntouchedNewVisitHasThirteenPieces)
 {
     open();
     EXPECT_EQ(form.caption(), L"Add Emergency Room Record");
-    EXPECT_TRUE(host.calls().empty());
     EXPECT_FALSE(form.txtOther.canBeUsed() || form.txtDispOth.canBeUsed() || form.txtLoc.canBeUsed());
-    EXPECT_EQ(saved(), L"(^81^^^^^^^^^^^)");
+    form.press(form.cmdOK);
+    EXPECT_CALLS(L"call MEVVER SET(^81^^^^^^^^^^^)");
     EXPECT_FALSE(form.isOpen());
 }
 
@@ -40,10 +39,26 @@ TEST_F(EmergencyVisit, PiecesAreReadAndSavedInDifferentOrders)
 {
     load(replies::Emergency);
     form.Form_Activate();
-    EXPECT_EQ(host.calls(), Transcript { L"list MEVVER GET(^45)" });
+    EXPECT_CALLS(L"list MEVVER GET(^45)");
     EXPECT_EQ(form.caption(), L"Update Emergency Room Visit");
     EXPECT_EQ(form.datDepart.value(), L"11/20/2026 23:50");
     EXPECT_EQ(saved(), L"(45^81^U^S^POV^^R^Her aunt^D^^3261120.235^^Stable)");
+}
+
+TEST_F(EmergencyVisit, DepartureAgainstAdviceHasItsOwnPiece)
+{
+    load(L"45^^^^^^^^^AMA|1^^3261120.08^3261120.0915^^\r\n"); // the second wins
+    EXPECT_EQ(saved(), L"(45^81^^^^^^^1^^^3261120.0915^)");
+    form.optDisch[0].click();
+    EXPECT_EQ(saved(), L"(45^81^^^^^^^D^^3261120.0915^^)");
+}
+
+TEST_F(EmergencyVisit, UnknownCodesAndUnterminatedLinesAreIgnored)
+{
+    load(L"45^^^URGENT|u^X|X^by raft^^^^D^on foot^02/30/2026@08:00^^^\r\n45^^^EMERGENT|E");
+    EXPECT_EQ(form.opt.chosen() + form.optArrival.chosen() + form.optDisch.chosen(), -3);
+    EXPECT_TRUE(form.datDepart.isEmpty());
+    EXPECT_EQ(saved(), L"(45^81^^^^^^^^^^^)"); // without the texts of options that are not chosen
 }
 
 TEST_F(EmergencyVisit, TextsBelongToTheirOptions)
@@ -66,29 +81,20 @@ TEST_F(EmergencyVisit, TextsBelongToTheirOptions)
     EXPECT_EQ(saved(), L"(45^81^^^O^a b^^e f^A^^^^c d)");
 }
 
-TEST_F(EmergencyVisit, DepartureAgainstAdviceHasItsOwnPiece)
-{
-    load(L"45^^^^^^^^^AMA|1^^3261120.08^3261120.0915^^\r\n"); // the second wins
-    EXPECT_EQ(saved(), L"(45^81^^^^^^^1^^^3261120.0915^)");
-    form.optDisch[0].click();
-    EXPECT_EQ(saved(), L"(45^81^^^^^^^D^^3261120.0915^^)");
-}
-
 TEST_F(EmergencyVisit, DepartureIsADateWithItsTime)
 {
     open();
     for (const TextView text : { L"11/20/2026", L"T", L"soon" }) {
+        host.transcript.clear();
         enterDate(form.datDepart, text);
         EXPECT_TRUE(form.datDepart.isEmpty()) << narrow(text);
+        EXPECT_BOXES(L"box [Invalid Date] Enter the departure date with its time, such as 1/2/2006 14:30.");
     }
-    EXPECT_EQ(host.boxes().size(), 3u);
-    EXPECT_EQ(
-        host.boxes().front(), L"box [Invalid Date] Enter the departure date with its time, such as 1/2/2006 14:30.");
     enterDate(form.datDepart, L"03/14/2026@00:00");
     EXPECT_EQ(form.datDepart.value(), L"03/14/2026 00:00");
     enterDate(form.datDepart, L"N");
     EXPECT_EQ(saved(), L"(^81^^^^^^^^^3260315.093^^)");
-    EXPECT_EQ(host.boxes().size(), 0u);
+    EXPECT_BOXES();
 }
 
 TEST_F(EmergencyVisit, TransferOptionFollowsTheFileOfThePlace)
@@ -98,15 +104,14 @@ TEST_F(EmergencyVisit, TransferOptionFollowsTheFileOfThePlace)
             { L"NORTH CLINIC|7;AUTTLOC(", 1, L"^LOC.`7)" }, { L"NORTH CLINIC|7;DIC(", -1, L"^LOC.`7)" } }) {
         frmER own(shared);
         own.m_sIEN = L"45";
-        host.session->reply(L"MEVVER GET", L"45^^^^^^^^^TRANSFERRED|T^^^^^" + Text(place) + L"\r\n");
-        own.open();
-        own.Form_Activate();
+        reply(L"MEVVER GET", L"45^^^^^^^^^TRANSFERRED|T^^^^^" + Text(place) + L"\r\n");
+        open(own);
         EXPECT_EQ(own.optTransfer.chosen(), option);
-        EXPECT_TRUE(own.txtLoc.text() == L"Riverside Hospital" || own.txtLoc.text() == L"North Clinic");
+        EXPECT_EQ(own.txtLoc.text(), option == 0 ? L"Riverside Hospital" : L"North Clinic");
         own.moveFocus(own.txtLoc); // entering and leaving the field searches nothing
         own.press(own.cmdOK);
         EXPECT_TRUE(host.calls().back().ends_with(end)) << narrow(host.calls().back());
-        EXPECT_TRUE(host.lines({ L"list MEVUTL" }).empty());
+        EXPECT_LINES(L"list MEVUTL");
         own.open();
         own.optDisch[0].click(); // clears the place
         own.press(own.cmdOK);
@@ -119,7 +124,7 @@ TEST_F(EmergencyVisit, TransferIsLookedUpInTheFileOfItsOption)
     open();
     form.optDisch[2].click();
     EXPECT_TRUE(form.txtLoc.canBeUsed() && form.optTransfer[0].canBeUsed());
-    host.session->reply(L"MEVUTL DICLKUP", L"9^^RIVERSIDE HOSPITAL\r\n");
+    reply(L"MEVUTL DICLKUP", L"9^^RIVERSIDE HOSPITAL\r\n");
     typeInto(form.txtLoc, L"river");
     form.moveFocus(form.txtCond);
     EXPECT_EQ(host.calls().back(), L"list MEVUTL DICLKUP(9999999.11^RIVER^^^250^^^^.01)");
@@ -131,7 +136,7 @@ TEST_F(EmergencyVisit, TransferIsLookedUpInTheFileOfItsOption)
     typeInto(form.txtLoc, L"north");
     form.moveFocus(form.txtCond);
     EXPECT_EQ(host.calls().back(), L"list MEVUTL DICLKUP(4^NORTH^^^250^^^^.01)");
-    host.session->reply(L"MEVUTL DICLKUP", L"");
+    reply(L"MEVUTL DICLKUP", L"");
     form.open();
     typeInto(form.txtLoc, L"nowhere");
     form.press(form.cmdOK); // the dialog is closed without a choice: shows the emptied field instead of saving
@@ -144,13 +149,4 @@ TEST_F(EmergencyVisit, TransferIsLookedUpInTheFileOfItsOption)
     EXPECT_TRUE(saved().ends_with(L"^D^^^^)"));
 }
 
-TEST_F(EmergencyVisit, UnknownCodesAndUnterminatedLinesAreIgnored)
-{
-    load(L"45^^^URGENT|u^X|X^by raft^^^^D^on foot^02/30/2026@08:00^^^\r\n45^^^EMERGENT|E");
-    EXPECT_EQ(form.opt.chosen() + form.optArrival.chosen() + form.optDisch.chosen(), -3);
-    EXPECT_TRUE(form.datDepart.isEmpty());
-    EXPECT_EQ(saved(), L"(45^81^^^^^^^^^^^)"); // without the texts of options that are not chosen
-}
-
-}
 }

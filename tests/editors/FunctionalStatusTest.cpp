@@ -3,7 +3,6 @@
 #include "tests/support/FormFixture.h"
 
 namespace health::test {
-namespace {
 
 // Items 0 to 13 of one assessment; the first three have more behind the text.
 constexpr TextView Stored =
@@ -17,7 +16,7 @@ TEST_F(FunctionalStatus, NewRecordMayBeSavedUntouched)
     open();
     EXPECT_EQ(form.caption(), L"Enter Functional Status Record");
     form.press(form.cmdAdd);
-    EXPECT_EQ(host.calls(), Transcript { L"call MEVVELD SET(^81^^^^^^^^^^^^^^)" });
+    EXPECT_CALLS(L"call MEVVELD SET(^81^^^^^^^^^^^^^^)");
     EXPECT_FALSE(form.isOpen());
 }
 
@@ -25,7 +24,7 @@ TEST_F(FunctionalStatus, LoadedItemsAreSavedAsTexts)
 {
     form.m_sVisit = L"81";
     form.m_sIEN = L"31";
-    host.session->reply(L"MEVVELD GET", Text(Stored) + L"31\r\n"); // a line without items changes none
+    reply(L"MEVVELD GET", Text(Stored) + L"31\r\n"); // a line without items changes none
     open();
     form.Form_Activate(); // activated again by a box
     EXPECT_EQ(form.caption(), L"Update Functional Status Record");
@@ -33,18 +32,17 @@ TEST_F(FunctionalStatus, LoadedItemsAreSavedAsTexts)
     form.cbo[13].choose(1);
     form.cbo[2].choose(-1); // no choice
     form.press(form.cmdAdd);
-    EXPECT_EQ(host.calls(),
-        (Transcript { L"list MEVVELD GET(^31)",
-            L"call MEVVELD SET(31^81^Independent^Needs Help^^^^^^^^Needs Help^^^Decline^No)" }));
+    EXPECT_CALLS(
+        L"list MEVVELD GET(^31)", L"call MEVVELD SET(31^81^Independent^Needs Help^^^^^^^^Needs Help^^^Decline^No)");
 }
 
 class FunctionalStatusView : public FormFixture<frmElderView> {
 protected:
-    void openOn(TextView reply)
+    void openOn(TextView record)
     {
         form.m_sVisit = L"81";
         form.m_sIEN = L"31";
-        host.session->reply(L"MEVVELD GET", reply);
+        reply(L"MEVVELD GET", record);
         open();
     }
 };
@@ -60,17 +58,15 @@ TEST_F(FunctionalStatusView, ShowsAllItemsOfEachLine)
             L"Dressing=Totally Dependent", L"Transfers=", L"Feeding=X", L"Continence=", L"Finance=", L"Cooking=",
             L"Shopping=", L"Housework=Needs Help", L"Medications=", L"Transportation=", L"Status Change=Decline",
             L"Caregiver=Yes" }));
-    EXPECT_EQ(host.calls(), Transcript { L"list MEVVELD GET(^31)" });
+    EXPECT_CALLS(L"list MEVVELD GET(^31)");
 }
 
 TEST_F(FunctionalStatusView, EditNeedsTheKeyAndClosesTheView)
 {
     openOn(replies::Functional);
     form.press(form.cmdEdit);
-    EXPECT_EQ(host.boxes(),
-        Transcript {
-            L"box [Insufficient Permissions] Editing not permitted, you do not hold either the PROVIDER key or "
-            L"the MEVZ ELDER CARE EDIT key." });
+    EXPECT_BOXES(L"box [Insufficient Permissions] Editing not permitted, you do not hold either the PROVIDER key or "
+                 L"the MEVZ ELDER CARE EDIT key.");
     EXPECT_EQ(host.desktop.styles, std::vector { 16 });
     EXPECT_TRUE(form.isOpen());
 
@@ -82,15 +78,13 @@ TEST_F(FunctionalStatusView, EditNeedsTheKeyAndClosesTheView)
         host.transcript.clear();
         host.desktop.inForms.push_back([](Form& opened) {
             auto& editor = dynamic_cast<frmElder&>(opened);
-            EXPECT_EQ(editor.m_sVisit + L"/" + editor.m_sIEN, L"81/31");
-            EXPECT_EQ(editor.cbo[0].text(), L"Independent");
+            EXPECT_EQ(editor.m_sVisit + L"/" + editor.m_sIEN + editor.cbo[0].text(), L"81/31Independent");
             editor.press(editor.cmdCancel);
         });
         form.press(form.cmdEdit);
-        EXPECT_EQ(host.lines({ L"show", L"closed" }), (Transcript { L"show frmElder", L"closed frmElder" })) << byKey;
+        EXPECT_LINES(L"show|closed", L"show frmElder", L"closed frmElder") << byKey;
         EXPECT_FALSE(form.isOpen()); // even if the edit is cancelled
     }
 }
 
-}
 }

@@ -2,7 +2,6 @@
 #include "tests/support/FormFixture.h"
 
 namespace health::test {
-namespace {
 
 class InfantFeeding : public FormFixture<frmInf> {
 protected:
@@ -24,7 +23,7 @@ TEST_F(InfantFeeding, AddingCallsNoServerAndSavesTheCode)
     EXPECT_TRUE(host.calls().empty());
     form.lstINF.click(2);
     form.press(form.cmdAdd);
-    EXPECT_EQ(host.calls(), Transcript { L"call MEVVIF SET(^812^3)" });
+    EXPECT_CALLS(L"call MEVVIF SET(^812^3)");
     EXPECT_FALSE(form.isOpen());
 }
 
@@ -39,7 +38,7 @@ TEST_F(InfantFeeding, EditingLoadsTheRecordOnce)
     EXPECT_EQ(checked(), L"4"); // unknown codes and unterminated lines check nothing
     EXPECT_EQ(form.lstINF.listIndex(), 3);
     form.Form_Activate(); // activated again by a box
-    EXPECT_EQ(host.calls(), Transcript { L"list MEVVIF GET(^45)" });
+    EXPECT_CALLS(L"list MEVVIF GET(^45)");
     form.lstINF.click(0);
     form.press(form.cmdAdd);
     EXPECT_EQ(host.calls().back(), L"call MEVVIF SET(45^812^1)");
@@ -54,14 +53,11 @@ TEST_F(InfantFeeding, AtMostOneChoice)
     form.lstINF.click(4);
     EXPECT_EQ(checked(), L"");
     form.press(form.cmdAdd);
-    EXPECT_EQ(host.boxes(),
-        Transcript {
-            L"box [Type Missing] You must select the infant feeding option, before the record can be saved." });
+    EXPECT_BOXES(L"box [Type Missing] You must select the infant feeding option, before the record can be saved.");
     EXPECT_EQ(host.desktop.styles, std::vector { 48 });
     EXPECT_EQ(form.activeControl(), &form.lstINF);
     EXPECT_TRUE(host.calls().empty());
     EXPECT_TRUE(form.isOpen());
 }
 
-}
 }

@@ -2,13 +2,12 @@
 #include "tests/support/FormFixture.h"
 
 namespace health::test {
-namespace {
 
 class ReproductiveHistory : public FormFixture<frmRepHist> {
 protected:
-    void load(TextView reply)
+    void load(TextView record)
     {
-        host.session->reply(L"MEVREP GET", reply);
+        reply(L"MEVREP GET", record);
         open();
     }
 
@@ -26,6 +25,13 @@ protected:
         return host.calls().back();
     }
 
+    // What a key becomes when it is pressed.
+    static wchar_t keyAfter(auto& control, wchar_t key)
+    {
+        control.pressKey(key);
+        return key;
+    }
+
     static constexpr TextView Empty = L"G0P0LC0SA0TA0^^^^^";
 };
 
@@ -33,7 +39,7 @@ TEST_F(ReproductiveHistory, PiecesAreReadAndSavedInDifferentOrders)
 {
     host.patient->patientAge = L"9"; // the youngest
     load(replies::Reproductive);
-    EXPECT_EQ(host.calls(), Transcript { L"call MEVREP GET(12)" });
+    EXPECT_CALLS(L"call MEVREP GET(12)");
     EXPECT_EQ(counts(form), L"3,2,1,0,0");
     EXPECT_TRUE(form.chkPregnant.isChecked());
     EXPECT_TRUE(form.datDelivery.canBeUsed());
@@ -46,36 +52,32 @@ TEST_F(ReproductiveHistory, PiecesAreReadAndSavedInDifferentOrders)
 
 TEST_F(ReproductiveHistory, CountStrings)
 {
-    const std::pair<TextView, TextView> cases[] = { { L"G12P3", L"12,3,0,0,0" }, { L"G123", L"12,0,0,0,0" },
-        { L"g1xp2", L"1,2,0,0,0" }, { L"P2", L"0,2,0,0,0" }, { L"G1P", L"1,0,0,0,0" }, { L"LC4TA9SA10", L"0,0,4,10,9" },
-        { L"junk", L"0,0,0,0,0" } };
-    for (const auto& [text, expected] : cases) {
+    for (const auto& [text, expected] : { std::pair<TextView, TextView> { L"G12P3", L"12,3,0,0,0" },
+             { L"G123", L"12,0,0,0,0" }, { L"g1xp2", L"1,2,0,0,0" }, { L"P2", L"0,2,0,0,0" }, { L"G1P", L"1,0,0,0,0" },
+             { L"LC4TA9SA10", L"0,0,4,10,9" }, { L"junk", L"0,0,0,0,0" } }) {
         frmRepHist own(shared);
-        host.session->reply(L"MEVREP GET", Text(text) + L"^^^^^");
-        own.open();
-        own.Form_Activate();
+        reply(L"MEVREP GET", Text(text) + L"^^^^^");
+        open(own);
         EXPECT_EQ(counts(own), expected) << narrow(text);
     }
 }
 
 TEST_F(ReproductiveHistory, FormIsGreyAndNotLoadedForOtherPatients)
 {
-    const std::pair<TextView, TextView> patients[] = { { L"M", L"30" }, { L"F", L"8" }, { L"f", L"30" } };
-    for (const auto& [sex, age] : patients) {
+    for (const auto& [sex, age] : { std::pair<TextView, TextView> { L"M", L"30" }, { L"F", L"8" }, { L"f", L"30" } }) {
         host.patient->patientSex = sex;
         host.patient->patientAge = age;
         host.transcript.clear();
         frmRepHist own(shared);
-        own.open();
-        own.Form_Activate();
-        EXPECT_TRUE(host.calls().empty());
+        open(own);
+        EXPECT_CALLS();
         for (const Control* control : std::initializer_list<const Control*> {
                  &own.txNumRH[0], &own.datLMP, &own.cboFP, &own.chkPregnant, &own.datDelivery })
             EXPECT_FALSE(control->canBeUsed());
         EXPECT_EQ(own.lbl[0].foreColour(), GreyText);
         EXPECT_EQ(own.cboFP.backColour(), ButtonFace);
         own.press(own.cmdAdd);
-        EXPECT_EQ(host.calls(), Transcript { L"call MEVREP SET(12^G0P0LC0SA0TA0^^^)" });
+        EXPECT_CALLS(L"call MEVREP SET(12^G0P0LC0SA0TA0^^^)");
     }
 }
 
@@ -96,7 +98,7 @@ TEST_F(ReproductiveHistory, PregnancyBlockFollowsTheBox)
 TEST_F(ReproductiveHistory, FailedLoadGreysTheFormButNotItsSave)
 {
     load(L"-1^Not today.^IUD");
-    EXPECT_EQ(host.boxes(), Transcript { L"box [Error Loading Reproductive Factors] Not today." });
+    EXPECT_BOXES(L"box [Error Loading Reproductive Factors] Not today.");
     EXPECT_FALSE(form.txNumRH[0].canBeUsed());
     EXPECT_EQ(saved(), L"call MEVREP SET(12^G0P0LC0SA0TA0^^^^0^^)");
 }
@@ -106,15 +108,14 @@ TEST_F(ReproductiveHistory, DatesAndTheirBounds)
     load(L"G1P0LC0SA0TA0^^CHARMS^^GUESS^01/01/2020"); // a stored past date is accepted
     EXPECT_EQ(form.datDelivery.value(), L"01/01/2020");
     constexpr TextView Future = L"Future dates are not allowed.";
-    const std::tuple<mevZvDate&, TextView, TextView, TextView> cases[] = {
-        { form.datDelivery, L"T", L"03/15/2026", L"" }, { form.datDelivery, L"T+270", L"12/10/2026", L"" },
-        { form.datDelivery, L"T+271", L"12/10/2026 09:30", L"Date cannot be more than 9 months in the future." },
-        { form.datDelivery, L"T-1", L"", L"Past dates are not allowed." },
-        { form.datDelivery, L"soon", L"", L"This is not a valid date format." },
-        { form.datLMP, L"T", L"03/15/2026", L"" }, { form.datLMP, L"T+1", L"", Future },
-        { form.datLMP, L"T 23:00", L"03/15/2026 23:00", L"" }, { form.datFP, L"3/16/2026", L"", Future }
-    };
-    for (const auto& [date, typed, kept, refusal] : cases) {
+    for (const auto& [date, typed, kept, refusal] :
+        { std::tuple<mevZvDate&, TextView, TextView, TextView> { form.datDelivery, L"T", L"03/15/2026", L"" },
+            { form.datDelivery, L"T+270", L"12/10/2026", L"" },
+            { form.datDelivery, L"T+271", L"12/10/2026 09:30", L"Date cannot be more than 9 months in the future." },
+            { form.datDelivery, L"T-1", L"", L"Past dates are not allowed." },
+            { form.datDelivery, L"soon", L"", L"This is not a valid date format." },
+            { form.datLMP, L"T", L"03/15/2026", L"" }, { form.datLMP, L"T+1", L"", Future },
+            { form.datLMP, L"T 23:00", L"03/15/2026 23:00", L"" }, { form.datFP, L"3/16/2026", L"", Future } }) {
         host.transcript.clear();
         enterDate(date, typed);
         EXPECT_EQ(date.value(), kept) << narrow(typed);
@@ -126,23 +127,19 @@ TEST_F(ReproductiveHistory, DatesAndTheirBounds)
 TEST_F(ReproductiveHistory, CountsAndArrowsStayInStep)
 {
     load(Empty);
-    typeInto(form.txNumRH[0], L"12");
+    TextBox& box = form.txNumRH[0];
+    typeInto(box, L"12");
     EXPECT_EQ(form.udNumRH[0].value(), 12);
     form.udNumRH[0].step(1);
-    EXPECT_EQ(form.txNumRH[0].text(), L"13");
-    form.txNumRH[0].edit(L"100");
-    EXPECT_EQ(form.txNumRH[0].text(), L"99");
-    form.txNumRH[0].edit(L"");
-    EXPECT_EQ(form.txNumRH[0].text(), L"0");
-    EXPECT_TRUE(form.txNumRH[0].isAllSelected());
-    form.txNumRH[0].edit(L"-5");
-    EXPECT_EQ(form.txNumRH[0].text(), L"0");
-    EXPECT_TRUE(form.txNumRH[0].isAllSelected()); // so that typing replaces it
-    typeInto(form.txNumRH[0], L"1q2");
+    EXPECT_EQ(box.text(), L"13");
+    for (const auto& [text, kept, selected] : { std::tuple<TextView, TextView, bool> { L"100", L"99", false },
+             { L"", L"0", true }, { L"-5", L"0", true }, { L"5", L"5", false }, { L"5^", L"5", false } }) {
+        box.edit(text);
+        EXPECT_EQ(box.text(), kept) << narrow(text);
+        EXPECT_TRUE(box.isAllSelected() || !selected); // so that typing replaces it
+    }
+    typeInto(box, L"1q2");
     EXPECT_EQ(form.udNumRH[0].value(), 12); // a letter is discarded
-    form.txNumRH[0].edit(L"5");
-    form.txNumRH[0].edit(L"5^");
-    EXPECT_EQ(form.txNumRH[0].text(), L"5");
 }
 
 TEST_F(ReproductiveHistory, EnterGoesOnToTheNextField)
@@ -153,11 +150,9 @@ TEST_F(ReproductiveHistory, EnterGoesOnToTheNextField)
         EXPECT_EQ(form.txNumRH[i].pressKey(EnterKey), 0);
     }
     EXPECT_EQ(form.activeControl(), &form.datLMP);
-    wchar_t key = EnterKey;
-    form.cboFP.pressKey(key);
+    EXPECT_EQ(keyAfter(form.cboFP, EnterKey), 0);
     EXPECT_EQ(form.activeControl(), &form.datFP);
-    EXPECT_EQ(key, 0);
-    form.cboEstMethod.pressKey(key = EnterKey);
+    keyAfter(form.cboEstMethod, EnterKey);
     EXPECT_EQ(form.activeControl(), &form.txNumRH[0]);
     form.txNumRH[3].MouseMove();
     EXPECT_EQ(form.txNumRH[3].toolTip(), L"Spontaneous Abortions");
@@ -173,23 +168,16 @@ TEST_F(ReproductiveHistory, EnterGoesOnFromAnEnteredDate)
              { form.datFP, L"last week", L"", form.datFP } }) {
         date.setClock([this] { return host.desktop.today; });
         form.moveFocus(date);
-        wchar_t key = EnterKey;
-        date.pressKey(key);
-        EXPECT_EQ(key, EnterKey);
+        EXPECT_EQ(keyAfter(date, EnterKey), EnterKey);
         date.type(typed);
         EXPECT_EQ(date.shown(), typed);
-        wchar_t digit = L'1';
-        date.pressKey(digit);
-        EXPECT_EQ(digit, L'1');
-        date.pressKey(key);
-        EXPECT_EQ(key, 0);
+        EXPECT_EQ(keyAfter(date, L'1'), L'1');
+        EXPECT_EQ(keyAfter(date, EnterKey), 0);
         EXPECT_EQ(date.value(), kept);
         EXPECT_EQ(form.activeControl(), &next);
     }
-    EXPECT_EQ(host.boxes(),
-        (Transcript { L"box [Invalid Date] Future dates are not allowed.",
-            L"box [Invalid Date] This is not a valid date format." }));
+    EXPECT_BOXES(
+        L"box [Invalid Date] Future dates are not allowed.", L"box [Invalid Date] This is not a valid date format.");
 }
 
-}
 }

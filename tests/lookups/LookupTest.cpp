@@ -3,7 +3,6 @@
 #include "tests/support/FormFixture.h"
 
 namespace health::test {
-namespace {
 
 class Lookup : public FormFixture<frmLookup> {
 protected:
@@ -16,9 +15,9 @@ protected:
         return calls.empty() ? Text() : calls.back();
     }
 
-    void inDialog(std::function<void()> act)
+    void inDialog(auto act)
     {
-        host.desktop.inForms.push_back([act = std::move(act)](Form&) { act(); });
+        host.desktop.inForms.push_back([act](Form&) { act(); });
     }
 
     static constexpr TextView TwoProviders = L"7^X^SMITH,ANNA\r\n8^Y^SMITH,BOB\r\n";
@@ -26,22 +25,19 @@ protected:
 
 TEST_F(Lookup, ParameterHasNinePieces)
 {
-    EXPECT_EQ(callOf(24, L"muñ"), L"list MEVUTL DICLKUP(2^MUÑ^^^250^^^^.01;.02;.03;.09)");
-    EXPECT_EQ(callOf(11, L"a"), L"list MEVUTL DICLKUP(200^A^^^250^^I $$ACTPRV(Y)^^.01)");
-    EXPECT_EQ(callOf(3, L"  a b "), L"list MEVUTL DICLKUP(9999999.07^A B^^^250^^^^.01;.02)");
-    EXPECT_EQ(callOf(18, L""), L"list MEVUTL DICLKUP(9999999.88^^^^250^B~C^^^.01;.02)");
-    EXPECT_EQ(callOf(12, L"j45"), L"list MEVICDLK ICDLKUP(^J45^^^250^^^^.01)");
-    EXPECT_EQ(callOf(1, L"", L"I 1"), L"list MEVUTL DICLKUP(9999999.28^^^^250^^I 1^^.01)");
-    EXPECT_EQ(callOf(0, L"25 - Significant - x"), L"list MEVUTL DICLKUP(9999999.14^25^^^250^^.07'=1^^.01;1.14)");
-    EXPECT_EQ(callOf(0, L"a-b^c\x01"), L"list MEVUTL DICLKUP(9999999.14^A-BC^^^250^^.07'=1^^.01;1.14)");
-}
-
-TEST_F(Lookup, EmptySearchOfProvidersAndPatientsIsSkipped)
-{
-    EXPECT_EQ(callOf(11, L""), L"");
-    EXPECT_EQ(host.lines({ L"show" }), Transcript { L"show frmLookup" });
-    EXPECT_EQ(callOf(24, L""), L"");
-    EXPECT_NE(callOf(14, L""), L"");
+    for (const auto& [table, text, screen, call] : { std::tuple<int, TextView, TextView, TextView> { 24, L"muñ", L"*",
+                                                         L"list MEVUTL DICLKUP(2^MUÑ^^^250^^^^.01;.02;.03;.09)" },
+             { 11, L"a", L"*", L"list MEVUTL DICLKUP(200^A^^^250^^I $$ACTPRV(Y)^^.01)" },
+             { 3, L"  a b ", L"*", L"list MEVUTL DICLKUP(9999999.07^A B^^^250^^^^.01;.02)" },
+             { 18, L"", L"*", L"list MEVUTL DICLKUP(9999999.88^^^^250^B~C^^^.01;.02)" },
+             { 12, L"j45", L"*", L"list MEVICDLK ICDLKUP(^J45^^^250^^^^.01)" },
+             { 1, L"", L"I 1", L"list MEVUTL DICLKUP(9999999.28^^^^250^^I 1^^.01)" },
+             { 0, L"25 - Significant - x", L"*", L"list MEVUTL DICLKUP(9999999.14^25^^^250^^.07'=1^^.01;1.14)" },
+             { 0, L"a-b^c\x01", L"*", L"list MEVUTL DICLKUP(9999999.14^A-BC^^^250^^.07'=1^^.01;1.14)" },
+             { 11, L"", L"*", L"" }, { 24, L"", L"*", L"" } }) { // no empty search of providers and patients
+        EXPECT_EQ(callOf(table, text, screen), call);
+        EXPECT_LINES(L"show", L"show frmLookup");
+    }
 }
 
 TEST_F(Lookup, ColumnSourcesAreClamped)
@@ -55,33 +51,27 @@ TEST_F(Lookup, ColumnSourcesAreClamped)
 
 TEST_F(Lookup, NamesWithACode)
 {
-    struct Case {
-        int table;
-        TextView call;
-        TextView line;
-        TextView returnedAtOnce;
-        TextView selected;
-    };
-    for (const Case& c : { Case { 12, L"MEVICDLK ICDLKUP", L"ASTHMA^5^^J45.20\r\n", L"J45.20 - Asthma", L"Asthma" },
-             { 18, L"MEVUTL DICLKUP", L"3^25^^SEPARATE\r\n", L"SEPARATE", L"25 - SEPARATE" },
-             { 14, L"MEVUTL DICLKUP", L"4^X^CLINIC^4001\r\n", L"CLINIC", L"CLINIC" } }) {
-        host.session->reply(c.call, c.line);
+    for (const auto& [table, line, returnedAtOnce, selected] :
+        { std::tuple<int, TextView, TextView, TextView> { 12, L"ASTHMA^5^^J45.20\r\n", L"J45.20 - Asthma", L"Asthma" },
+            { 18, L"3^25^^SEPARATE\r\n", L"SEPARATE", L"25 - SEPARATE" },
+            { 14, L"4^X^CLINIC^4001\r\n", L"CLINIC", L"CLINIC" } }) {
+        reply(table == 12 ? L"MEVICDLK ICDLKUP" : L"MEVUTL DICLKUP", line);
         frmLookup atOnce(shared);
-        EXPECT_TRUE(atOnce.RunQuery(c.table, L"x", true, L"*"));
-        EXPECT_EQ(atOnce.m_sName, c.returnedAtOnce) << c.table;
+        EXPECT_TRUE(atOnce.RunQuery(table, L"x", true, L"*"));
+        EXPECT_EQ(atOnce.m_sName, returnedAtOnce) << table;
         frmLookup shown(shared);
         inDialog([&] {
             EXPECT_EQ(shown.activeControl(), &shown.txtName); // fewer than two rows
             shown.press(shown.cmdSelect);
         });
-        EXPECT_TRUE(shown.RunQuery(c.table, L"x", false, L"*"));
-        EXPECT_EQ(shown.m_sName, c.selected) << c.table;
+        EXPECT_TRUE(shown.RunQuery(table, L"x", false, L"*"));
+        EXPECT_EQ(shown.m_sName, selected) << table;
     }
 }
 
 TEST_F(Lookup, UserChoosesOrCancels)
 {
-    host.session->reply(L"MEVUTL DICLKUP", TwoProviders);
+    reply(L"MEVUTL DICLKUP", TwoProviders);
     inDialog([&] {
         EXPECT_EQ(form.caption(), L"Lookup Provider");
         EXPECT_EQ(form.activeControl(), &form.fgResults);
@@ -102,25 +92,24 @@ TEST_F(Lookup, UserChoosesOrCancels)
 
 TEST_F(Lookup, RefusedSearchShowsNoDialog)
 {
-    host.session->reply(L"MEVUTL DICLKUP", L"-1^This screen is not known.");
+    reply(L"MEVUTL DICLKUP", L"-1^This screen is not known.");
     EXPECT_FALSE(form.RunQuery(11, L"smith", true, L"I 1"));
-    EXPECT_EQ(host.boxes(), Transcript { L"box [Error] This screen is not known." });
-    EXPECT_TRUE(host.lines({ L"show" }).empty());
+    EXPECT_BOXES(L"box [Error] This screen is not known.");
+    EXPECT_TRUE(host.lines(L"show").empty());
     EXPECT_FALSE(form.fgResults.isVisible());
 }
 
 TEST_F(Lookup, SearchingAgainInTheDialog)
 {
-    host.session->reply(L"MEVUTL DICLKUP", TwoProviders);
+    reply(L"MEVUTL DICLKUP", TwoProviders);
     inDialog([&] {
         form.txtName.edit(L" ");
         form.press(form.cmdSearch);
-        EXPECT_EQ(
-            host.boxes(), Transcript { L"box [Nothing to Search] You must first enter some text to be searched." });
+        EXPECT_BOXES(L"box [Nothing to Search] You must first enter some text to be searched.");
         EXPECT_EQ(form.activeControl(), &form.txtName);
         EXPECT_EQ(form.defaultButton(), &form.cmdSearch);
 
-        host.session->reply(L"MEVUTL DICLKUP", L"9^X^JONES,CAY\r\n");
+        reply(L"MEVUTL DICLKUP", L"9^X^JONES,CAY\r\n");
         form.txtName.edit(L"jones");
         form.press(form.cmdSearch);
         EXPECT_TRUE(form.isOpen()); // stays open even for a single match
@@ -129,14 +118,14 @@ TEST_F(Lookup, SearchingAgainInTheDialog)
         EXPECT_EQ(
             host.calls().back(), L"list MEVUTL DICLKUP(200^JONES^^^250^^I OWN^^.01)"); // the caller's screen stays
 
-        host.session->reply(L"MEVUTL DICLKUP", L"-1");
+        reply(L"MEVUTL DICLKUP", L"-1");
         form.press(form.cmdSearch);
         EXPECT_EQ(host.boxes().back(), L"box [Find Record] Search found no matches.");
         EXPECT_FALSE(form.cmdSelect.isEnabled());
         EXPECT_EQ(form.fgResults.rowCount(), 0);
         EXPECT_EQ(form.activeControl(), &form.txtName);
 
-        host.session->reply(L"MEVUTL DICLKUP", L"");
+        reply(L"MEVUTL DICLKUP", L"");
         form.press(form.cmdSearch);
         EXPECT_EQ(form.fgResults.hint(), L"No matches.");
         EXPECT_EQ(form.activeControl(), &form.txtName);
@@ -146,13 +135,13 @@ TEST_F(Lookup, SearchingAgainInTheDialog)
         EXPECT_TRUE(form.isOpen());
     });
     EXPECT_FALSE(form.RunQuery(11, L"smith", true, L"I OWN"));
-    EXPECT_EQ(host.lines({ L"show" }).size(), 1u);
+    EXPECT_EQ(host.lines(L"show").size(), 1u);
 }
 
 TEST_F(Lookup, VaccinesWithALotNumber)
 {
     frmLookupImm vaccines(shared);
-    host.session->reply(L"MEVUTL DICLKUP", L"1^X^INFLUENZA^^\r\n2^X^TETANUS^^\r\n");
+    reply(L"MEVUTL DICLKUP", L"1^X^INFLUENZA^^\r\n2^X^TETANUS^^\r\n");
     inDialog([&] {
         EXPECT_TRUE(vaccines.opt[0].isChosen());
         vaccines.opt[1].click();
@@ -163,15 +152,13 @@ TEST_F(Lookup, VaccinesWithALotNumber)
     EXPECT_TRUE(vaccines.RunQuery(L""));
     EXPECT_EQ(vaccines.m_sName, L"INFLUENZA");
     const Text all = L"list MEVUTL DICLKUP(9999999.14^^^^250^^.07'=1^^.01;1.14)";
-    EXPECT_EQ(host.calls(),
-        (Transcript { all,
-            L"list MEVUTL DICLKUP(9999999.14^^^^250^^I $D(~AUTTIML(\"C\",Y)),$P($G(~AUTTIMM(Y,0)),U,7)'=1^^.01;1.14)",
-            all }));
+    EXPECT_CALLS(all,
+        L"list MEVUTL DICLKUP(9999999.14^^^^250^^I $D(~AUTTIML(\"C\",Y)),$P($G(~AUTTIMM(Y,0)),U,7)'=1^^.01;1.14)", all);
 }
 
 TEST_F(Lookup, GarbledRepliesAndToolTips)
 {
-    host.session->reply(L"MEVUTL DICLKUP", L"7\r\n^\r\n8^^A^B^C^D\r\nunterminated");
+    reply(L"MEVUTL DICLKUP", L"7\r\n^\r\n8^^A^B^C^D\r\nunterminated");
     inDialog([&] {
         EXPECT_EQ(form.fgResults.rowCount(), 3);
         EXPECT_EQ(form.fgResults.text(0, 2), L"");
@@ -182,8 +169,7 @@ TEST_F(Lookup, GarbledRepliesAndToolTips)
         EXPECT_EQ(form.fgResults.toolTip(), L"");
     });
     form.RunQuery(14, L"x", true, L"*");
-    EXPECT_EQ(host.lines({ L"show", L"box" }), Transcript { L"show frmLookup" });
+    EXPECT_LINES(L"show|box", L"show frmLookup");
 }
 
-}
 }

@@ -9,7 +9,6 @@
 #include <gtest/gtest.h>
 
 namespace health::test {
-namespace {
 
 // Two fields, the first with a lookup, and the usual buttons; logs what happens.
 struct TwoFields : Form {
@@ -18,11 +17,13 @@ struct TwoFields : Form {
     {
         setCancelButton(cancel);
         setLookupButton(first, lookup);
-        for (const auto& [control, name] : std::initializer_list<std::pair<Control*, const char*>> {
-                 { &first, "first" }, { &second, "second" }, { &ok, "ok" } }) {
-            control->GotFocus = [this, name = name] { log += std::string(name) + "+ "; };
-            control->LostFocus = [this, name = name] { log += std::string(name) + "- "; };
-        }
+        const auto logFocus = [this](Control& control, const std::string& name) {
+            control.GotFocus = [this, name] { log += name + "+ "; };
+            control.LostFocus = [this, name] { log += name + "- "; };
+        };
+        logFocus(first, "first");
+        logFocus(second, "second");
+        logFocus(ok, "ok");
         first.Validate = [this](bool& keep) {
             log += "validate ";
             keep = refuse;
@@ -36,39 +37,42 @@ struct TwoFields : Form {
         open();
     }
 
-    TextBox first;
-    TextBox second;
+    std::string takeLog() { return std::exchange(log, {}); }
+
+    TextBox first, second;
     mevZvDate date;
-    Button lookup;
-    Button ok;
-    Button cancel;
+    Button lookup, ok, cancel;
     std::string log;
     bool refuse = false;
 };
-
-TEST(Form, RefusedFieldKeepsTheFocusAndTheButtonIsNotPressed)
-{
-    TwoFields form;
-    form.moveFocus(form.first);
-    form.refuse = true;
-    EXPECT_FALSE(form.moveFocus(form.second));
-    form.press(form.ok); // by Enter or Alt+O, which do not move the focus
-    EXPECT_EQ(form.activeControl(), &form.first);
-    EXPECT_EQ(form.log, "first+ validate validate ");
-    form.press(form.cancel); // Cancel always closes
-    EXPECT_FALSE(form.isOpen());
-}
 
 TEST(Form, FieldIsLeftBeforeTheButtonIsPressed)
 {
     TwoFields form;
     form.moveFocus(form.first);
     form.press(form.ok);
-    EXPECT_EQ(form.log, "first+ validate first- ok+ OK ");
-    form.close();
-    form.log.clear();
+    EXPECT_EQ(form.takeLog(), "first+ validate first- ok+ OK ");
+    form.moveFocus(form.first);
+    form.refuse = true;
+    EXPECT_FALSE(form.moveFocus(form.second));
+    form.press(form.ok); // by Enter or Alt+O, which do not move the focus
+    EXPECT_EQ(form.activeControl(), &form.first);
+    EXPECT_EQ(form.takeLog(), "ok- first+ validate validate ");
+    form.press(form.cancel); // Cancel always closes
+    EXPECT_FALSE(form.isOpen());
+    form.refuse = false;
     form.press(form.ok); // the second half of a double click
-    EXPECT_EQ(form.log, "");
+    EXPECT_EQ(form.takeLog(), "first- ");
+}
+
+TEST(Form, FocusIsNotSetToUnusableControls)
+{
+    TwoFields form;
+    form.second.setEnabled(false);
+    form.setFocus(form.second);
+    form.ok.setEnabled(false);
+    form.press(form.ok);
+    EXPECT_EQ(form.activeControl(), nullptr);
 }
 
 TEST(Form, LookupButtonBelongsToItsField)
@@ -76,13 +80,12 @@ TEST(Form, LookupButtonBelongsToItsField)
     TwoFields form;
     form.moveFocus(form.first);
     form.press(form.lookup);
-    EXPECT_EQ(form.log, "first+ lookup "); // the field keeps the focus, so it is not searched twice
+    EXPECT_EQ(form.takeLog(), "first+ lookup "); // the field keeps the focus, so it is not searched twice
     form.moveFocus(form.second);
-    EXPECT_EQ(form.log, "first+ lookup validate first- second+ ");
-    form.log.clear();
+    EXPECT_EQ(form.takeLog(), "validate first- second+ ");
     form.moveFocus(form.first);
     form.moveFocus(form.lookup); // by Tab: leaves the field as usual
-    EXPECT_EQ(form.log, "second- first+ validate first- ");
+    EXPECT_EQ(form.takeLog(), "second- first+ validate first- ");
 }
 
 TEST(Form, FieldLeftForCancelIsValidatedWhenTheFocusMovesOn)
@@ -93,7 +96,7 @@ TEST(Form, FieldLeftForCancelIsValidatedWhenTheFocusMovesOn)
     EXPECT_TRUE(form.moveFocus(form.cancel));
     EXPECT_FALSE(form.moveFocus(form.second));
     EXPECT_EQ(form.activeControl(), &form.first);
-    EXPECT_EQ(form.log, "first+ first- validate ");
+    EXPECT_EQ(form.takeLog(), "first+ first- validate ");
     form.first.setEnabled(false); // disabled: the user could not correct it
     EXPECT_TRUE(form.moveFocus(form.second));
 }
@@ -105,10 +108,10 @@ TEST(Form, RefusedDateStopsAPressButNotTheFocus)
     form.date.type(L"3/1/2026"); // without its time
     form.press(form.ok);
     EXPECT_EQ(form.activeControl(), &form.date);
-    EXPECT_EQ(form.log, "refused ");
+    EXPECT_EQ(form.takeLog(), "refused ");
     form.date.type(L"T");
     EXPECT_TRUE(form.moveFocus(form.second));
-    EXPECT_EQ(form.log, "refused refused second+ ");
+    EXPECT_EQ(form.takeLog(), "refused second+ ");
 }
 
 TEST(Form, FrontEndIsNotified)
@@ -131,16 +134,6 @@ TEST(Form, FrontEndIsNotified)
     form.close();
     form.close();
     EXPECT_EQ(frontEnd.log, "Two moved settled moved moved settled default closed ");
-}
-
-TEST(Form, FocusIsNotSetToUnusableControls)
-{
-    TwoFields form;
-    form.second.setEnabled(false);
-    form.setFocus(form.second);
-    form.ok.setEnabled(false);
-    form.press(form.ok);
-    EXPECT_EQ(form.activeControl(), nullptr);
 }
 
 TEST(Container, PassesItsStateOnButNotThroughAnotherFrame)
@@ -175,17 +168,17 @@ TEST(Container, PassesItsStateOnButNotThroughAnotherFrame)
 TEST(DateControl, ShortForms)
 {
     const Moment now = momentOf(2026, 3, 31, 14, 5, 40);
-    const std::pair<TextView, TextView> cases[] = { { L"T", L"03/31/2026" }, { L"t-3", L"03/28/2026" },
-        { L"T+1W", L"04/07/2026" }, { L"T-1M", L"02/28/2026" }, { L"T+1Y", L"03/31/2027" }, { L"TODAY", L"03/31/2026" },
-        { L"T@0830", L"T@0830" }, { L"T@08:30", L"03/31/2026 08:30" }, { L"N", L"03/31/2026 14:05" },
-        { L"NOW", L"03/31/2026 14:05" }, { L"N-1D", L"03/30/2026 14:05" }, { L"010206", L"01/02/2006" },
-        { L"01022006", L"01/02/2006" }, { L"1/2/2006", L"01/02/2006" }, { L"JAN 2,2006@14:30", L"01/02/2006 14:30" },
-        { L"NOV 2, 2006", L"11/02/2006" }, { L"T+7973Y", L"03/31/9999" }, { L"T+7974Y", L"T+7974Y" },
-        { L"N+9999Y", L"N+9999Y" }, { L"T-9999Y", L"T-9999Y" }, { L"T@0:00:05", L"03/31/2026" },
-        { L"1/2/2006 7:08:59", L"01/02/2006 07:08" }, { L"T+", L"T+" }, { L"T-3X", L"T-3X" }, { L"TT", L"TT" },
-        { L"133206", L"133206" }, { L" soon ", L"soon" }, { L"N 14:30", L"N 14:30" }, { L"N@14:30", L"N@14:30" },
-        { L"T+10000", L"T+10000" } };
-    for (const auto& [typed, shown] : cases) {
+    for (const auto& [typed, shown] :
+        { std::pair<TextView, TextView> { L"T", L"03/31/2026" }, { L"t-3", L"03/28/2026" }, { L"T+1W", L"04/07/2026" },
+            { L"T-1M", L"02/28/2026" }, { L"T+1Y", L"03/31/2027" }, { L"TODAY", L"03/31/2026" },
+            { L"T@0830", L"T@0830" }, { L"T@08:30", L"03/31/2026 08:30" }, { L"N", L"03/31/2026 14:05" },
+            { L"NOW", L"03/31/2026 14:05" }, { L"N-1D", L"03/30/2026 14:05" }, { L"010206", L"01/02/2006" },
+            { L"01022006", L"01/02/2006" }, { L"1/2/2006", L"01/02/2006" },
+            { L"JAN 2,2006@14:30", L"01/02/2006 14:30" }, { L"NOV 2, 2006", L"11/02/2006" },
+            { L"T+7973Y", L"03/31/9999" }, { L"T+7974Y", L"T+7974Y" }, { L"N+9999Y", L"N+9999Y" },
+            { L"T-9999Y", L"T-9999Y" }, { L"T@0:00:05", L"03/31/2026" }, { L"1/2/2006 7:08:59", L"01/02/2006 07:08" },
+            { L"T+", L"T+" }, { L"T-3X", L"T-3X" }, { L"TT", L"TT" }, { L"133206", L"133206" }, { L" soon ", L"soon" },
+            { L"N 14:30", L"N 14:30" }, { L"N@14:30", L"N@14:30" }, { L"T+10000", L"T+10000" } }) {
         mevZvDate date;
         date.enter(typed, now);
         EXPECT_EQ(date.value(), shown) << narrow(typed);
@@ -221,5 +214,4 @@ TEST(DateControl, TypedTextBecomesTheValueWhenTheFieldIsLeft)
     EXPECT_EQ(log, "entered refused ");
 }
 
-}
 }

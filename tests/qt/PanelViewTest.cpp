@@ -122,7 +122,7 @@ TEST_F(PanelViewTest, ContextMenuShowsVisitDetail)
     QTest::keyClick(view->findChild<QTableView*>(), Qt::Key_F10, Qt::ShiftModifier);
     EXPECT_EQ(entries,
         (QStringList { "&Add Record", "&Edit Record+", "De&lete Record+", "-", "&Display Visit Detail+", "&Copy+" }));
-    EXPECT_EQ(host.lines({ L"preview" }), Transcript { L"preview [Visit Detail||||80|11] REPORT\r\n" });
+    EXPECT_EQ(host.lines(L"preview"), Transcript { L"preview [Visit Detail||||80|11] REPORT\r\n" });
 }
 
 TEST_F(PanelViewTest, MessageBoxesHaveTheirKindTitleAndDefault)

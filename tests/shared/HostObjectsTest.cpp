@@ -3,16 +3,16 @@
 #include <gtest/gtest.h>
 
 namespace health::test {
-namespace {
 
 class HostObjects : public testing::Test {
 protected:
     ScriptedHost host;
     modShared shared { host.desktop };
 
-    Text permissionFor(TextView reply, TextView extraKey = L"MEVZ REP HIST EDIT")
+    // The keys are the server's reply.
+    Text permissionFor(TextView keys, TextView extraKey = L"MEVZ REP HIST EDIT")
     {
-        host.session->reply(L"MEVUTL CHKSEC", reply);
+        host.session->reply(L"MEVUTL CHKSEC", keys);
         shared.CheckSecurity(L"MEV DISABLE REP HIST EDITING", extraKey);
         return shared.PermissionMessage();
     }
@@ -43,10 +43,9 @@ TEST_F(HostObjects, OutsideTheHostApplicationMissingContextIsPromptedForOnce)
     EXPECT_EQ(host.encounter->promptKinds, std::vector { 1 });
     host.patient->patientNumber = 7;
     host.encounter->visit = 70;
-    host.transcript.clear();
     modShared another(host.desktop);
-    another.InitObjects(host, false);
-    EXPECT_TRUE(host.lines({ L"connect" }).empty());
+    another.InitObjects(host, false); // is connected and has its context
+    EXPECT_LINES(L"connect", L"connect ''");
     EXPECT_EQ(host.patient->prompts, 1);
     EXPECT_EQ(host.encounter->promptKinds.size(), 1u);
 }
@@ -55,9 +54,7 @@ TEST_F(HostObjects, FailedStartIsReportedAndNotRepeated)
 {
     host.session->objects.erase(L"CSS_Site.Site");
     shared.InitObjects(host, false);
-    EXPECT_EQ(host.boxes(),
-        Transcript { L"box [System Error] Error in module modShared at InitObjects\r\n\r\nThe host has no object "
-                     L"\"CSS_Site.Site\"." });
+    EXPECT_BOXES(failureBox(L"modShared at InitObjects", L"The host has no object \"CSS_Site.Site\"."));
     EXPECT_EQ(host.transcript.end()[-4], L"object CSS_Site.Site"); // the rest was not asked for
     EXPECT_NO_THROW(shared.user());
     EXPECT_THROW(shared.encounter(), Failure);
@@ -89,11 +86,10 @@ TEST_F(HostObjects, PermissionMessage)
     shared.InitObjects(host, false);
     const Text noKey = L"You do not have either the 'PROVIDER' or the 'MEVZ REP HIST EDIT' security keys";
     const Text parameter = L"assigned the 'MEV DISABLE REP HIST EDITING' parameter";
-    const std::pair<TextView, Text> cases[] = { { L"0|0|0|0^0~", noKey }, { L"-1^Not allowed.", noKey },
-        { L"1|1|1|1^1~CLERKS", L"You have the 'MEVZ VIEW ONLY' security key" },
-        { L"1|0|0|0^1~CLERKS", L"You have been " + parameter },
-        { L"1|0|0|0^0~CLERKS", L"You are a member of the user class 'CLERKS' which has been " + parameter } };
-    for (const auto& [reply, message] : cases)
+    for (const auto& [reply, message] : { std::pair<TextView, Text> { L"0|0|0|0^0~", noKey },
+             { L"-1^Not allowed.", noKey }, { L"1|1|1|1^1~CLERKS", L"You have the 'MEVZ VIEW ONLY' security key" },
+             { L"1|0|0|0^1~CLERKS", L"You have been " + parameter },
+             { L"1|0|0|0^0~CLERKS", L"You are a member of the user class 'CLERKS' which has been " + parameter } })
         EXPECT_EQ(permissionFor(reply), message + L", thus you cannot make modifications.") << narrow(reply);
     EXPECT_EQ(permissionFor(L"1|0|0|0^0~") + permissionFor(L"0|0|0|1^0~"), L"");
     EXPECT_TRUE(host.boxes().empty()); // the error reply is not shown either
@@ -109,7 +105,7 @@ TEST_F(HostObjects, UserParameterIsAskedOncePerSession)
     host.transcript.clear();
     EXPECT_EQ(shared.GetUserParam(L"RepHist-PedWtOpt", L"0"), L"0");
     EXPECT_EQ(shared.GetUserParam(L"RepHist-PedWtOpt", L"2"), L"2"); // the empty value is kept, the default is not
-    EXPECT_EQ(host.calls(), Transcript { L"call MEVUTL GETPARM(RepHist-PedWtOpt)" });
+    EXPECT_CALLS(L"call MEVUTL GETPARM(RepHist-PedWtOpt)");
     EXPECT_EQ(host.session->values.at(L"MEVParam_RepHist_PedWtOpt"), L"");
 
     shared.SetUserParam(L"RepHist-PedWtOpt", L"1");
@@ -117,8 +113,7 @@ TEST_F(HostObjects, UserParameterIsAskedOncePerSession)
     host.session->reply(L"MEVUTL SETPARM", L"-1^Not here.");
     shared.SetUserParam(L"RepHist-PedWtOpt", L"2");
     EXPECT_EQ(shared.GetUserParam(L"RepHist-PedWtOpt", L"0"), L"1"); // refused: the old value remains
-    EXPECT_EQ(host.boxes(), Transcript { L"box [Setting Parameter RepHist-PedWtOpt] Not here." });
+    EXPECT_BOXES(L"box [Setting Parameter RepHist-PedWtOpt] Not here.");
 }
 
-}
 }

@@ -5,15 +5,16 @@
 #include <limits>
 
 namespace health::test {
-namespace {
 
 class ServerCalls : public testing::Test {
 protected:
-    void SetUp() override
+    ServerCalls()
     {
         shared.InitObjects(host, false);
         host.transcript.clear();
     }
+
+    void reply(TextView call, TextView text) { host.session->reply(call, text); }
 
     ScriptedHost host;
     modShared shared { host.desktop };
@@ -21,15 +22,14 @@ protected:
 
 TEST_F(ServerCalls, CallsRunUnderTheHourglassAndAFailedOneShowsABox)
 {
-    host.session->reply(L"MEVREP GET", L"G1^");
+    reply(L"MEVREP GET", L"G1^");
     EXPECT_EQ(shared.CallRpc(L"MEVREP GET", L"12^^1"), L"G1^");
     host.session->failCall(L"MEVVELD GET", L"The server is gone.");
     const Text reply = shared.CallRpcList(L"MEVVELD GET", L"12");
     EXPECT_EQ(reply, L"");
     EXPECT_FALSE(shared.CheckRpcError(reply, L""));
-    EXPECT_EQ(host.transcript,
-        (Transcript { L"pointer 11", L"call MEVREP GET(12^^1)", L"pointer 0", L"pointer 11", L"list MEVVELD GET(12)",
-            L"pointer 0", L"box [System Error] Error in remote procedure call: MEVVELD GET\r\nThe server is gone." }));
+    EXPECT_LINES(L"", L"pointer 11", L"call MEVREP GET(12^^1)", L"pointer 0", L"pointer 11", L"list MEVVELD GET(12)",
+        L"pointer 0", L"box [System Error] Error in remote procedure call: MEVVELD GET\r\nThe server is gone.");
     EXPECT_EQ(host.desktop.styles, std::vector { 16 });
 }
 
@@ -47,11 +47,10 @@ TEST_F(ServerCalls, OutcomeIsThatOfTheCallNotOfThoseDuringItsBox)
 
 TEST_F(ServerCalls, ErrorCodeOfAReply)
 {
-    const std::pair<TextView, long long> cases[] = { { L"", 0 }, { L"0^x", 0 }, { L"5^x", 0 }, { L"word^x", 0 },
-        { L"-3^x", 3 }, { L"-1", 1 }, { L"-1\r\n", 1 }, { L"-3abc^x", 3 }, { L"-^x", 0 }, { L"-0.5^x", 0 },
-        { L"-0.2^x", 0 }, { L"-1.5^x", 2 }, { L"-2.5^x", 2 }, { L" -4^x", 4 },
-        { L"-1E999^x", std::numeric_limits<long long>::max() } };
-    for (const auto& [reply, code] : cases)
+    for (const auto& [reply, code] : { std::pair<TextView, long long> { L"", 0 }, { L"0^x", 0 }, { L"5^x", 0 },
+             { L"word^x", 0 }, { L"-3^x", 3 }, { L"-1", 1 }, { L"-1\r\n", 1 }, { L"-3abc^x", 3 }, { L"-^x", 0 },
+             { L"-0.5^x", 0 }, { L"-0.2^x", 0 }, { L"-1.5^x", 2 }, { L"-2.5^x", 2 }, { L" -4^x", 4 },
+             { L"-1E999^x", std::numeric_limits<long long>::max() } })
         EXPECT_EQ(modShared::RpcErrorCode(reply), code) << narrow(reply);
 }
 
@@ -60,9 +59,8 @@ TEST_F(ServerCalls, ServerErrorIsShownUnderTheCallersTitleIfItHasAMessage)
     EXPECT_TRUE(shared.CheckRpcError(L"-1^No such patient.^further piece", L"Own Title"));
     for (const TextView reply : { L"-3^Refused.\r\n", L"-1", L"-1^", L"-1^\r\n" })
         EXPECT_TRUE(shared.CheckRpcError(reply, L"")) << narrow(reply);
-    EXPECT_EQ(host.transcript,
-        (Transcript { L"box [Own Title] No such patient.", L"status ", L"box [Error] Refused.", L"status ", L"status ",
-            L"status ", L"status " }));
+    EXPECT_LINES(L"", L"box [Own Title] No such patient.", L"status ", L"box [Error] Refused.", L"status ", L"status ",
+        L"status ", L"status ");
 }
 
 TEST_F(ServerCalls, TrapReportsWithModuleAndProcedure)
@@ -70,10 +68,9 @@ TEST_F(ServerCalls, TrapReportsWithModuleAndProcedure)
     EXPECT_FALSE(shared.trap(L"frmTxc", L"LoadTXC", [] { throw Failure(L"What happened."); }));
     EXPECT_FALSE(shared.trap(L"frmTxc", L"cmdAdd_Click", [] { throw std::out_of_range("Índex."); }));
     EXPECT_TRUE(shared.trap(L"frmTxc", L"datInit", [] {}));
-    EXPECT_EQ(host.transcript,
-        (Transcript { L"pointer 0", L"status ",
-            L"box [System Error] Error in module frmTxc at LoadTXC\r\n\r\nWhat happened.", L"pointer 0", L"status ",
-            L"box [System Error] Error in module frmTxc at cmdAdd_Click\r\n\r\nÍndex." }));
+    EXPECT_LINES(L"", L"pointer 0", L"status ",
+        L"box [System Error] Error in module frmTxc at LoadTXC\r\n\r\nWhat happened.", L"pointer 0", L"status ",
+        L"box [System Error] Error in module frmTxc at cmdAdd_Click\r\n\r\nÍndex.");
 }
 
 TEST_F(ServerCalls, ReportNamesTheFirstFailureEvenWhenTheStatusLineFails)
@@ -81,9 +78,8 @@ TEST_F(ServerCalls, ReportNamesTheFirstFailureEvenWhenTheStatusLineFails)
     host.session->failsEvents = true;
     shared.trap(L"modX", L"Y", [] { throw Failure(L"First."); });
     shared.SetStatusText(L"text");
-    EXPECT_EQ(host.boxes(),
-        (Transcript { L"box [System Error] Error in module modX at Y\r\n\r\nFirst.",
-            L"box [System Error] Error in module modShared at SetStatusText\r\n\r\nNo events today." }));
+    EXPECT_BOXES(L"box [System Error] Error in module modX at Y\r\n\r\nFirst.",
+        L"box [System Error] Error in module modShared at SetStatusText\r\n\r\nNo events today.");
 }
 
 TEST_F(ServerCalls, WithoutASessionTheStatusLineIsLeftAlone)
@@ -92,23 +88,21 @@ TEST_F(ServerCalls, WithoutASessionTheStatusLineIsLeftAlone)
     alone.SetStatusText(L"text");
     EXPECT_TRUE(host.transcript.empty());
     EXPECT_EQ(alone.CallRpc(L"MEVREP GET", L""), L"");
-    EXPECT_EQ(host.boxes(),
-        Transcript { L"box [System Error] Error in remote procedure call: MEVREP GET\r\nThe host's session object is "
-                     L"not available." });
+    EXPECT_BOXES(L"box [System Error] Error in remote procedure call: MEVREP GET\r\n"
+                 L"The host's session object is not available.");
 }
 
 TEST_F(ServerCalls, VisitDetailShowsTheReportAsItComes)
 {
     shared.VisitDetail(L"   ");
     EXPECT_TRUE(host.transcript.empty());
-    host.session->reply(L"MEVUTL GETRPT", L"-1^No such visit.\r\n");
+    reply(L"MEVUTL GETRPT", L"-1^No such visit.\r\n");
     shared.VisitDetail(L" 812 ");
-    EXPECT_EQ(host.lines({ L"list", L"preview", L"box" }),
-        (Transcript { L"list MEVUTL GETRPT( 812 )", L"preview [Visit Detail||||80|11] -1^No such visit.\r\n" }));
     host.print->fails = true;
     shared.ShowReport(L"text", L"Visit Detail");
-    EXPECT_EQ(host.boxes(),
-        Transcript { L"box [System Error] Error displaying requested report: Visit Detail\r\nNo printer object." });
+    EXPECT_LINES(L"list|preview|box", L"list MEVUTL GETRPT( 812 )",
+        L"preview [Visit Detail||||80|11] -1^No such visit.\r\n",
+        L"box [System Error] Error displaying requested report: Visit Detail\r\nNo printer object.");
 }
 
 TEST_F(ServerCalls, BoxesAndTheirTitles)
@@ -117,7 +111,7 @@ TEST_F(ServerCalls, BoxesAndTheirTitles)
     shared.InfoBox(L"i", L"");
     shared.WarningBox(L"w", L"");
     shared.ErrorBox(L"", L"never");
-    EXPECT_EQ(host.boxes(), (Transcript { L"box [Error] e", L"box [Information] i", L"box [Warning] w" }));
+    EXPECT_BOXES(L"box [Error] e", L"box [Information] i", L"box [Warning] w");
 
     Text title;
     shared.ShowMessage(L"", title, BoxStyle::Exclamation);
@@ -129,7 +123,7 @@ TEST_F(ServerCalls, BoxesAndTheirTitles)
     host.desktop.answers = { BoxAnswer::Yes, BoxAnswer::No, BoxAnswer::Closed };
     host.transcript.clear();
     EXPECT_TRUE(shared.ConfirmBox(L"", L""));
-    EXPECT_EQ(host.boxes(), Transcript { L"box [Confirm] " });
+    EXPECT_BOXES(L"box [Confirm] ");
     EXPECT_FALSE(shared.ConfirmBox(L"Sure?", L"Please Confirm"));
     EXPECT_FALSE(shared.ConfirmBox(L"Sure?", L"Please Confirm"));
     EXPECT_EQ(host.desktop.styles, (std::vector { 16, 64, 48, 5, 292, 292, 292 }));
@@ -138,22 +132,18 @@ TEST_F(ServerCalls, BoxesAndTheirTitles)
 TEST_F(ServerCalls, EditKeysWithControlAlone)
 {
     int cell = 0;
-    for (const auto& [key, message, value] : { std::tuple { 65, 177, -1 }, { 67, 769, 0 }, { 86, 770, 0 },
-             { 88, 768, 0 }, { 89, 1108, 0 }, { 90, 199, 0 } }) {
-        int keyCode = key;
-        shared.FilterEditKeys(keyCode, 2, &cell);
-        const auto& sent = host.desktop.editMessages.back();
-        EXPECT_TRUE(keyCode == 0 && sent.edit == &cell && sent.first == 0) << key;
-        EXPECT_TRUE(sent.message == message && sent.value == value) << key;
-    }
-    host.desktop.editMessages.clear();
-    for (const auto& [key, shift] : { std::pair { 65, 0 }, { 65, 3 }, { 67, 6 }, { 66, 2 } }) {
+    for (const auto& [key, shift, message] :
+        { std::tuple<int, int, TextView> { 65, 2, L"edit 177 0 -1" }, { 67, 2, L"edit 769 0 0" },
+            { 86, 2, L"edit 770 0 0" }, { 88, 2, L"edit 768 0 0" }, { 89, 2, L"edit 1108 0 0" },
+            { 90, 2, L"edit 199 0 0" }, { 65, 0, L"" }, { 65, 3, L"" }, { 67, 6, L"" }, { 66, 2, L"" } }) {
+        host.transcript.clear();
+        host.desktop.lastEdited = nullptr;
         int keyCode = key;
         shared.FilterEditKeys(keyCode, shift, &cell);
-        EXPECT_EQ(keyCode, key);
+        EXPECT_EQ(host.transcript, message.empty() ? Transcript {} : Transcript { Text(message) }) << key;
+        EXPECT_EQ(keyCode, message.empty() ? key : 0) << key;
+        EXPECT_EQ(host.desktop.lastEdited, message.empty() ? nullptr : &cell) << key;
     }
-    EXPECT_TRUE(host.desktop.editMessages.empty());
 }
 
-}
 }

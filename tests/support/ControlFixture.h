@@ -20,13 +20,16 @@ protected:
         control.UserControl_Show();
     }
 
+    void reply(TextView call, TextView text) { host.session->reply(call, text); }
+    void push(TextView event) { host.session->push(event); }
+
     // A child with a record of each type that can be listed; the rows are in the order 1, 3, 2, 4, 5, 6, 7.
     void openChild()
     {
-        host.session->reply(L"MEVREP GET", L"G0");
-        host.session->reply(L"MEVBMSR GET", L"7");
+        reply(L"MEVREP GET", L"G0");
+        reply(L"MEVBMSR GET", L"7");
         for (const TextView call : { L"MEVVIF GET", L"MEVVELD GET", L"MEVVAST GET", L"MEVVTXC GET", L"MEVREF GET" })
-            host.session->reply(call, L"5^^3260310|81^X\r\n");
+            reply(call, L"5^^3260310|81^X\r\n");
         open(12, L"F", L"4");
         host.transcript.clear();
     }

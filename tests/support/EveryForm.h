@@ -46,10 +46,17 @@ struct ShownForms {
         desktop.showModal(form);
     }
 
-    void showLookup(frmLookup& lookup, int table, const std::function<void(QWidget&)>& look)
+    template<typename Lookup>
+    void lookUp(int table, const std::function<void(QWidget&)>& look)
     {
         lookAtNext(look);
-        lookup.RunQuery(table, L"", false, L"*");
+        Lookup(shared).frmLookup::RunQuery(table, L"", false, L"*");
+    }
+
+    template<typename... Editors>
+    void showEach(const std::function<void(QWidget&)>& look)
+    {
+        (show<Editors>(look), ...);
     }
 
     void showAll(const std::function<void(QWidget&)>& look)
@@ -58,21 +65,11 @@ struct ShownForms {
         host.patient->patientSex = L"M"; // disables the fields
         show<frmRepHist>(look);
         host.patient->patientSex = L"F";
-        show<frmInf>(look);
-        show<frmPediatric>(look);
-        show<frmElder>(look);
-        show<frmElderView>(look);
+        showEach<frmInf, frmPediatric, frmElder, frmElderView, frmAsthmaReg, frmTxc, frmRefusal, frmER>(look);
         show<frmAsthma>(look, [](frmAsthma& form) { form.setHeight(frmAsthma::RegistryHeight); });
-        show<frmAsthmaReg>(look);
-        show<frmTxc>(look);
-        show<frmRefusal>(look);
-        show<frmER>(look);
-        frmLookup lookup(shared);
-        showLookup(lookup, LookupTableNumber::Provider, look);
-        frmLookupImm vaccines(shared);
-        showLookup(vaccines, LookupTableNumber::Immunization, look);
-        frmLookupEd2 topics(shared);
-        showLookup(topics, LookupTableNumber::EducationTopic, look);
+        lookUp<frmLookup>(LookupTableNumber::Provider, look);
+        lookUp<frmLookupImm>(LookupTableNumber::Immunization, look);
+        lookUp<frmLookupEd2>(LookupTableNumber::EducationTopic, look);
     }
 
     ScriptedHost host;

@@ -22,11 +22,12 @@ protected:
 
     void reply(TextView call, TextView text) { host.session->reply(call, text); }
 
-    void open()
+    void open() { open(form); }
+    static void open(EditorForm& opened)
     {
-        form.load();
-        form.open();
-        form.Form_Activate();
+        opened.load();
+        opened.open();
+        opened.Form_Activate();
     }
 
     void enterDate(mevZvDate& date, TextView text)

@@ -1,5 +1,8 @@
 #include "tests/support/ScriptedHost.h"
 
+#include <algorithm>
+#include <iterator>
+
 namespace health::test {
 
 BoxAnswer ScriptedDesktop::messageBox(TextView text, int style, TextView title)
@@ -18,6 +21,13 @@ BoxAnswer ScriptedDesktop::messageBox(TextView text, int style, TextView title)
 void ScriptedDesktop::setPointer(Pointer pointer)
 {
     m_transcript.push_back(L"pointer " + std::to_wstring(static_cast<int>(pointer)));
+}
+
+void ScriptedDesktop::sendEditMessage(EditHandle edit, int message, long first, const int* value)
+{
+    lastEdited = edit;
+    m_transcript.push_back(
+        L"edit " + std::to_wstring(message) + L" " + std::to_wstring(first) + L" " + std::to_wstring(*value));
 }
 
 void ScriptedDesktop::load(Form& form) { m_transcript.push_back(L"load " + form.name()); }
@@ -84,18 +94,15 @@ void ScriptedSession::push(TextView name)
 
 void ScriptedSession::pushToAll(TextView name)
 {
-    std::set<ICSS_SessionEvents*> sinks;
-    for (const auto& [subscribed, sink] : m_sinks)
-        sinks.insert(sink);
-    for (ICSS_SessionEvents* sink : sinks)
+    for (const auto& [subscribed, sink] : std::set(m_sinks))
         sink->EventCallback(name, L"");
 }
 
-std::multiset<Text> ScriptedSession::subscriptions() const
+Text ScriptedSession::subscriptions() const
 {
-    std::multiset<Text> names;
+    Text names;
     for (const auto& [name, sink] : m_sinks)
-        names.insert(name);
+        names += name + L" ";
     return names;
 }
 
@@ -157,26 +164,22 @@ ScriptedHost::ScriptedHost()
 std::unique_ptr<HostManager> ScriptedHost::createManager()
 {
     struct Manager : HostManager {
-        explicit Manager(std::shared_ptr<Session> session)
-            : m_session(std::move(session))
-        {
-        }
-        std::shared_ptr<Session> session() override { return m_session; }
-        std::shared_ptr<Session> m_session;
+        std::shared_ptr<Session> session() override { return opened; }
+        std::shared_ptr<Session> opened;
     };
     ++managers;
-    return std::make_unique<Manager>(given ? given : session);
+    auto manager = std::make_unique<Manager>();
+    manager->opened = given ? given : session;
+    return manager;
 }
 
-Transcript ScriptedHost::lines(std::initializer_list<TextView> beginnings) const
+Transcript ScriptedHost::lines(TextView beginnings) const
 {
+    const auto words = SplitPieces(beginnings, L"|", 0);
     Transcript found;
-    for (const Text& line : transcript) {
-        for (const TextView beginning : beginnings) {
-            if (line.starts_with(beginning))
-                found.push_back(line);
-        }
-    }
+    std::ranges::copy_if(transcript, std::back_inserter(found), [&](const Text& line) {
+        return std::ranges::any_of(words, [&](const Text& word) { return line.starts_with(word); });
+    });
     return found;
 }
 

@@ -25,6 +25,17 @@ namespace health::test {
 // What happened, in order, one line each: "call NAME(PARAMETER)", "box [TITLE] TEXT", "status TEXT", ...
 using Transcript = std::vector<Text>;
 
+// For tests with a ScriptedHost `host`: the lines that begin with these words are exactly those that follow.
+#define EXPECT_LINES(beginnings, ...) EXPECT_EQ(host.lines(beginnings), (health::test::Transcript { __VA_ARGS__ }))
+#define EXPECT_CALLS(...) EXPECT_LINES(L"call |list ", __VA_ARGS__)
+#define EXPECT_BOXES(...) EXPECT_LINES(L"box ", __VA_ARGS__)
+
+// The box that reports a failure in a module's procedure, such as L"frmTxc at LoadTXC".
+inline Text failureBox(TextView place, TextView description)
+{
+    return L"box [System Error] Error in module " + Text(place) + L"\r\n\r\n" + Text(description);
+}
+
 class ScriptedDesktop : public Desktop {
 public:
     explicit ScriptedDesktop(Transcript& transcript)
@@ -32,16 +43,9 @@ public:
     {
     }
 
-    struct EditMessage {
-        EditHandle edit;
-        int message;
-        long first;
-        int value;
-    };
-
     std::deque<BoxAnswer> answers; // for the next boxes; afterwards Ok, or No to a question
     std::vector<int> styles; // of the boxes shown
-    std::vector<EditMessage> editMessages;
+    EditHandle lastEdited = nullptr; // got the latest edit message
     std::function<void()> whileBoxIsOpen;
     Moment today = momentOf(2026, 3, 15, 9, 30);
     Menu* lastMenu = nullptr;
@@ -49,10 +53,7 @@ public:
     BoxAnswer messageBox(TextView text, int style, TextView title) override;
     void setPointer(Pointer pointer) override;
     void processPendingEvents() override { m_transcript.push_back(L"pending events"); }
-    void sendEditMessage(EditHandle edit, int message, long first, const int* value) override
-    {
-        editMessages.push_back({ edit, message, first, *value });
-    }
+    void sendEditMessage(EditHandle edit, int message, long first, const int* value) override;
     Moment now() const override { return today; }
     void load(Form& form) override;
     void unload(Form& form) override;
@@ -156,10 +157,10 @@ public:
 
     // Notifies the subscribers by name, as a server does.
     void push(TextView name);
-    // Notifies every subscriber whatever its subscriptions.
+    // Notifies every subscriber, once for each of its subscriptions, whatever their names.
     void pushToAll(TextView name);
-    // Subscribed names, once for each sink.
-    std::multiset<Text> subscriptions() const;
+    // Subscribed names in their order, each followed by a blank, once for each sink.
+    Text subscriptions() const;
 
     std::map<Text, std::shared_ptr<HostObject>> objects;
     std::map<Text, Text> values;
@@ -217,10 +218,10 @@ public:
 
     std::unique_ptr<HostManager> createManager() override;
 
-    // The lines of the transcript that begin with one of these words.
-    Transcript lines(std::initializer_list<TextView> beginnings) const;
-    Transcript calls() const { return lines({ L"call ", L"list " }); }
-    Transcript boxes() const { return lines({ L"box " }); }
+    // The lines of the transcript that begin with one of the words, such as L"box|show".
+    Transcript lines(TextView beginnings) const;
+    Transcript calls() const { return lines(L"call |list "); }
+    Transcript boxes() const { return lines(L"box "); }
 };
 
 }

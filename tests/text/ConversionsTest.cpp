@@ -9,7 +9,6 @@
 #include <limits>
 
 namespace health {
-namespace {
 
 TEST(Conversions, NumericTextsAreNumbersAsAWhole)
 {
@@ -25,9 +24,9 @@ TEST(Conversions, NumericTextsAreNumbersAsAWhole)
 
 TEST(Conversions, LeadingNumberStopsAtTheFirstOtherCharacter)
 {
-    const std::pair<TextView, double> cases[] = { { L"-1\r\n", -1 }, { L"-3abc", -3 }, { L"-", 0 }, { L"", 0 },
-        { L"word", 0 }, { L"  7 2", 7 }, { L"3E", 3 }, { L"5.5.5", 5.5 }, { L"1e2x", 100 }, { L"\t4", 0 } };
-    for (const auto& [text, value] : cases)
+    for (const auto& [text, value] :
+        { std::pair<TextView, double> { L"-1\r\n", -1 }, { L"-3abc", -3 }, { L"-", 0 }, { L"", 0 }, { L"word", 0 },
+            { L"  7 2", 7 }, { L"3E", 3 }, { L"5.5.5", 5.5 }, { L"1e2x", 100 }, { L"\t4", 0 } })
         EXPECT_DOUBLE_EQ(leadingNumber(text), value) << narrow(text);
 }
 
@@ -48,9 +47,8 @@ TEST(Conversions, HugeNumbersStayInRange)
 
 TEST(Conversions, HalvesAreRoundedToEven)
 {
-    const std::pair<double, long long> cases[] = { { 0.5, 0 }, { 1.5, 2 }, { 2.5, 2 }, { -0.5, 0 }, { -1.5, -2 },
-        { -2.5, -2 }, { 2.4999, 2 }, { -0.2, 0 }, { -0.6, -1 }, { 1e18, 1000000000000000000 } };
-    for (const auto& [value, whole] : cases)
+    for (const auto& [value, whole] : { std::pair<double, long long> { 0.5, 0 }, { 1.5, 2 }, { 2.5, 2 }, { -0.5, 0 },
+             { -1.5, -2 }, { -2.5, -2 }, { 2.4999, 2 }, { -0.2, 0 }, { -0.6, -1 }, { 1e18, 1000000000000000000 } })
         EXPECT_EQ(roundToWhole(value), whole) << value;
 }
 
@@ -66,11 +64,10 @@ TEST(Conversions, DoNotDependOnTheLocale)
 
 TEST(Letters, ProperCase)
 {
-    const std::pair<TextView, TextView> cases[] = { { L"NEEDS HELP", L"Needs Help" },
-        { L"NON-EMERGENT", L"Non-emergent" }, { L"mcDONALD", L"Mcdonald" }, { L"O'BRIEN", L"O'brien" }, { L"", L"" },
-        { L"  TWO  BLANKS", L"  Two  Blanks" }, { L"ÉTIENNE ÇELIK ØRSTED", L"Étienne Çelik Ørsted" },
-        { L"ЖАННА ΣΟΦΙΑ", L"Жанна Σοφια" }, { L"SMITH,JOHN", L"Smith,john" }, { L"\tTAB", L"\ttab" } };
-    for (const auto& [text, expected] : cases)
+    for (const auto& [text, expected] : { std::pair<TextView, TextView> { L"NEEDS HELP", L"Needs Help" },
+             { L"NON-EMERGENT", L"Non-emergent" }, { L"mcDONALD", L"Mcdonald" }, { L"O'BRIEN", L"O'brien" },
+             { L"", L"" }, { L"  TWO  BLANKS", L"  Two  Blanks" }, { L"ÉTIENNE ÇELIK ØRSTED", L"Étienne Çelik Ørsted" },
+             { L"ЖАННА ΣΟΦΙΑ", L"Жанна Σοφια" }, { L"SMITH,JOHN", L"Smith,john" }, { L"\tTAB", L"\ttab" } })
         EXPECT_EQ(properCase(text), expected);
     EXPECT_EQ(properCase(L"SMITH,JOHN Q", WordStart::AfterBlankOrComma), L"Smith,John Q");
     EXPECT_EQ(properCase(L"SMITH, JOHN", WordStart::AfterBlankOrComma), L"Smith, John");
@@ -85,15 +82,13 @@ TEST(Letters, ComparisonIgnoresCase)
 
 TEST(Texts, InvalidUtf8BecomesReplacementCharacters)
 {
-    const std::pair<std::string_view, TextView> cases[] = { { "caf\xC3\xA9", L"café" }, { "a\xFFz", L"a\xFFFDz" },
-        { "\xC3", L"\xFFFD" }, { "\xC0\x80", L"\xFFFD\xFFFD" }, { "\xED\xA0\x80", L"\xFFFD\xFFFD\xFFFD" },
-        { "\xF0\x9F\x98\x80!", L"\x1F600!" }, { "\xF4\x90\x80\x80", L"\xFFFD\xFFFD\xFFFD\xFFFD" },
-        { "\xEF\xBF\xBD", L"\xFFFD" } };
-    for (const auto& [bytes, text] : cases)
+    for (const auto& [bytes, text] : { std::pair<std::string_view, TextView> { "caf\xC3\xA9", L"café" },
+             { "a\xFFz", L"a\xFFFDz" }, { "\xC3", L"\xFFFD" }, { "\xC0\x80", L"\xFFFD\xFFFD" },
+             { "\xED\xA0\x80", L"\xFFFD\xFFFD\xFFFD" }, { "\xF0\x9F\x98\x80!", L"\x1F600!" },
+             { "\xF4\x90\x80\x80", L"\xFFFD\xFFFD\xFFFD\xFFFD" }, { "\xEF\xBF\xBD", L"\xFFFD" } })
         EXPECT_EQ(widen(bytes), text) << bytes;
     EXPECT_EQ(narrow(L"ñ€\x1F600"), "\xC3\xB1\xE2\x82\xAC\xF0\x9F\x98\x80");
     EXPECT_EQ(narrow(Text(1, static_cast<wchar_t>(0xD800))), "\xEF\xBF\xBD");
 }
 
-}
 }

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 namespace health::test {
-namespace {
 
 TEST(FileManDates, ToDisplay)
 {
@@ -27,10 +26,9 @@ TEST(FileManDates, ToDisplay)
 
 TEST(FileManDates, DisplayTextHasTheTimeIfTheDateHasOne)
 {
-    const std::pair<TextView, TextView> cases[] = { { L"3201231", L"12/31/2020" },
-        { L"3201231.1", L"12/31/2020 10:00" }, { L"12/31/2020", L"12/31/2020" },
-        { L"12/31/2020@07:15", L"12/31/2020 07:15" }, { L"12/31/2020 07:15", L"12/31/2020 07:15" } };
-    for (const auto& [text, expected] : cases)
+    for (const auto& [text, expected] : { std::pair<TextView, TextView> { L"3201231", L"12/31/2020" },
+             { L"3201231.1", L"12/31/2020 10:00" }, { L"12/31/2020", L"12/31/2020" },
+             { L"12/31/2020@07:15", L"12/31/2020 07:15" }, { L"12/31/2020 07:15", L"12/31/2020 07:15" } })
         EXPECT_EQ(fmDateToDisplay(text), expected) << narrow(text);
 }
 
@@ -38,20 +36,20 @@ TEST(FileManDates, FromDateText)
 {
     ScriptedHost host;
     modShared shared(host.desktop);
-    const std::tuple<TextView, TimePart, TextView> cases[] = { { L"12/31/2020", TimePart::Without, L"3201231" },
-        { L"12/31/2020 14:30:00", TimePart::With, L"3201231.143" },
-        { L"12/31/2020 14:30", TimePart::Without, L"3201231" }, { L"12/31/2020 00:00:00", TimePart::With, L"3201231" },
-        { L"12/31/2020 10:00", TimePart::With, L"3201231.1" }, { L"12/31/2020 00:05", TimePart::With, L"3201231.0005" },
-        { L"12/31/2020 09:05:07", TimePart::With, L"3201231.090507" }, { L"1/1/1701", TimePart::Without, L"10101" },
-        { L"12/31/1700", TimePart::Without, L"" }, { L"", TimePart::With, L"" } };
-    for (const auto& [text, timePart, expected] : cases)
+    for (const auto& [text, timePart, expected] :
+        { std::tuple<TextView, TimePart, TextView> { L"12/31/2020", TimePart::Without, L"3201231" },
+            { L"12/31/2020 14:30:00", TimePart::With, L"3201231.143" },
+            { L"12/31/2020 14:30", TimePart::Without, L"3201231" },
+            { L"12/31/2020 00:00:00", TimePart::With, L"3201231" },
+            { L"12/31/2020 10:00", TimePart::With, L"3201231.1" },
+            { L"12/31/2020 00:05", TimePart::With, L"3201231.0005" },
+            { L"12/31/2020 09:05:07", TimePart::With, L"3201231.090507" }, { L"1/1/1701", TimePart::Without, L"10101" },
+            { L"12/31/1700", TimePart::Without, L"" }, { L"", TimePart::With, L"" } })
         EXPECT_EQ(shared.DateToFMDate(text, timePart), expected) << narrow(text);
     EXPECT_TRUE(host.boxes().empty());
 
     EXPECT_EQ(shared.DateToFMDate(L"soon", TimePart::Without), L"");
-    EXPECT_EQ(host.boxes(),
-        Transcript { L"box [System Error] Error in module modShared at DateToFMDate\r\n\r\n\"soon\" is not a date." });
+    EXPECT_BOXES(L"box [System Error] Error in module modShared at DateToFMDate\r\n\r\n\"soon\" is not a date.");
 }
 
-}
 }

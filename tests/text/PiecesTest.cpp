@@ -4,17 +4,16 @@
 #include <gtest/gtest.h>
 
 namespace health {
-namespace {
 
 TEST(Pieces, Piece)
 {
-    const std::tuple<TextView, TextView, short, TextView> cases[] = { { L"a^b^c", L"^", 1, L"a" },
-        { L"a^b^c", L"^", 2, L"b" }, { L"a^b^c", L"^", 3, L"c" }, { L"a^b^c", L"^", 4, L"" },
-        { L"a^b^c", L"^", 0, L"" }, { L"a^b^c", L"^", -2, L"a" }, { L"abc", L"^", 1, L"abc" }, { L"abc", L"^", 2, L"" },
-        { L"abc", L"^", -1, L"" }, { L"^", L"^", 1, L"" }, { L"^", L"^", 2, L"" }, { L"^^", L"^", 2, L"" },
-        { L"a^^", L"^", 2, L"" }, { L"^b", L"^", 1, L"" }, { L"^b", L"^", 2, L"b" }, { L"", L"^", 1, L"" },
-        { L"a - b", L" - ", 2, L"b" }, { L"aXb", L"x", 1, L"aXb" }, { L"a", L"", 1, L"a" }, { L"a", L"", 2, L"" } };
-    for (const auto& [text, delimiter, n, expected] : cases)
+    for (const auto& [text, delimiter, n, expected] :
+        { std::tuple<TextView, TextView, short, TextView> { L"a^b^c", L"^", 1, L"a" }, { L"a^b^c", L"^", 2, L"b" },
+            { L"a^b^c", L"^", 3, L"c" }, { L"a^b^c", L"^", 4, L"" }, { L"a^b^c", L"^", 0, L"" },
+            { L"a^b^c", L"^", -2, L"a" }, { L"abc", L"^", 1, L"abc" }, { L"abc", L"^", 2, L"" },
+            { L"abc", L"^", -1, L"" }, { L"^", L"^", 1, L"" }, { L"^", L"^", 2, L"" }, { L"^^", L"^", 2, L"" },
+            { L"a^^", L"^", 2, L"" }, { L"^b", L"^", 1, L"" }, { L"^b", L"^", 2, L"b" }, { L"", L"^", 1, L"" },
+            { L"a - b", L" - ", 2, L"b" }, { L"aXb", L"x", 1, L"aXb" }, { L"a", L"", 1, L"a" }, { L"a", L"", 2, L"" } })
         EXPECT_EQ(Piece(text, delimiter, n), expected) << narrow(text) << ' ' << n;
 }
 
@@ -50,5 +49,4 @@ TEST(Pieces, Comparisons)
     EXPECT_TRUE(MatchesLeading(L"", L"", LetterCase::Exact));
 }
 
-}
 }

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 namespace health::test {
-namespace {
 
 TEST(Contrast, RatiosOfTheGuidelines)
 {
@@ -26,5 +25,4 @@ TEST(Contrast, ColoursChangeNoMoreThanNeeded)
     EXPECT_EQ(readableOn(Qt::blue, { "#101010", Qt::white }), QColor(Qt::black)); // nothing is readable on both
 }
 
-}
 }
