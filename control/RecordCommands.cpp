@@ -128,11 +128,12 @@ void RecordCommands::remove(int number, const Text& record, const Text& label)
         return;
     }
     const Text patient = m_shared.patientText(); // before the boxes, during which the host may change it
-    if (!m_shared.ConfirmBox(L"Are you sure you want to delete the selected " + label + L" record?", L"Remove Record?"))
+    Text title = L"Remove Record?";
+    if (!m_shared.ConfirmBox(L"Are you sure you want to delete the selected " + label + L" record?", title))
         return;
+    title = L"Inactivate Patient?";
     if (type->number == RecordTypeNumber::Asthma
-        && m_shared.ConfirmBox(
-            L"Do you wish to inactivate this patient from the asthma registry?", L"Inactivate Patient?")) {
+        && m_shared.ConfirmBox(L"Do you wish to inactivate this patient from the asthma registry?", title)) {
         const Text reply = m_shared.CallRpc(L"MEVVAST SETREG", patient + L"^I");
         if (m_shared.CheckRpcError(reply, L""))
             return;

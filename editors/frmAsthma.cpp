@@ -238,7 +238,8 @@ void frmAsthma::cmdActivate_Click()
         return;
     const Text question = Text(L"Are you sure you want to ") + (m_registryActive ? L"in" : L"")
         + L"activate this patient in the asthma registry?";
-    if (!m_shared.ConfirmBox(question, L"Please Confirm"))
+    Text title = L"Please Confirm";
+    if (!m_shared.ConfirmBox(question, title))
         return;
     if (!send(L"MEVVAST SETREG", patient() + (m_registryActive ? L"^I" : L"^A")))
         return;

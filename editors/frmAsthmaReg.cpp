@@ -91,7 +91,8 @@ void frmAsthmaReg::cmdActivate_Click()
     const bool activates = cmdActivate.caption() == ActivateCaption;
     const Text question =
         L"Are you sure you want to " + cmdActivate.caption().substr(1) + L" this patient in the asthma registry?";
-    if (!m_shared.ConfirmBox(question, L"Please Confirm"))
+    Text title = L"Please Confirm";
+    if (!m_shared.ConfirmBox(question, title))
         return;
     if (!send(L"MEVVAST SETREG", patient() + (activates ? L"^A" : L"^I")))
         return;

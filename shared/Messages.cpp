@@ -46,10 +46,12 @@ void Messages::WarningBox(TextView text, TextView title)
     ShowMessage(text, ownTitle, BoxStyle::Exclamation);
 }
 
-bool Messages::ConfirmBox(TextView text, TextView title)
+bool Messages::ConfirmBox(TextView text, Text& title)
 {
     constexpr int style = BoxStyle::YesNo + BoxStyle::Question + BoxStyle::SecondButtonDefault;
-    return m_desktop.messageBox(text, style, title.empty() ? L"Confirm" : title) == BoxAnswer::Yes;
+    if (title.empty())
+        title = L"Confirm";
+    return m_desktop.messageBox(text, style, title) == BoxAnswer::Yes;
 }
 
 }

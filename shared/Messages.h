@@ -18,8 +18,8 @@ public:
     void ErrorBox(TextView text, TextView title);
     void InfoBox(TextView text, TextView title);
     void WarningBox(TextView text, TextView title);
-    // True for Yes; No is the default button. An empty text is shown too.
-    bool ConfirmBox(TextView text, TextView title);
+    // True for Yes; No is the default button. Fills an empty title in the caller's variable too; shows an empty text.
+    bool ConfirmBox(TextView text, Text& title);
 
 private:
     Desktop& m_desktop;

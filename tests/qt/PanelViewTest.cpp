@@ -143,12 +143,13 @@ TEST_F(PanelViewTest, MessageBoxesHaveTheirKindTitleAndDefault)
         });
     };
     answerWith(Qt::Key_Escape);
-    EXPECT_FALSE(shared.ConfirmBox(L"Sure?\r\nReally?", L"Remove Record?"));
+    Text title = L"Remove Record?";
+    EXPECT_FALSE(shared.ConfirmBox(L"Sure?\r\nReally?", title));
     EXPECT_EQ(seen.text, "Sure?\nReally?");
     EXPECT_EQ(seen.icon, QMessageBox::Question);
     EXPECT_EQ(seen.defaultButton, "&No");
     answerWith(Qt::Key_Y);
-    EXPECT_TRUE(shared.ConfirmBox(L"Sure?", L"Remove Record?"));
+    EXPECT_TRUE(shared.ConfirmBox(L"Sure?", title));
     answerWith(Qt::Key_Return);
     shared.ErrorBox(L"<b>plain</b>", L"");
     EXPECT_EQ(seen.title, "Error");

@@ -122,10 +122,12 @@ TEST_F(ServerCalls, BoxesAndTheirTitles)
 
     host.desktop.answers = { BoxAnswer::Yes, BoxAnswer::No, BoxAnswer::Closed };
     host.transcript.clear();
-    EXPECT_TRUE(shared.ConfirmBox(L"", L""));
+    Text confirm;
+    EXPECT_TRUE(shared.ConfirmBox(L"", confirm));
     EXPECT_BOXES(L"box [Confirm] ");
-    EXPECT_FALSE(shared.ConfirmBox(L"Sure?", L"Please Confirm"));
-    EXPECT_FALSE(shared.ConfirmBox(L"Sure?", L"Please Confirm"));
+    EXPECT_EQ(confirm, L"Confirm");
+    EXPECT_FALSE(shared.ConfirmBox(L"Sure?", confirm));
+    EXPECT_FALSE(shared.ConfirmBox(L"Sure?", confirm));
     EXPECT_EQ(host.desktop.styles, (std::vector { 16, 64, 48, 5, 292, 292, 292 }));
 }
 
