@@ -175,8 +175,10 @@ TEST_P(TwoSessions, DeleteOfWhatAnotherHasChangedIsRefused)
         ASSERT_EQ(change(record), L"1");
     }
     const auto stale = opened(); // read before the list
-    list();
-    ASSERT_EQ(change(record), L"1");
+    for (int time = 0; time < 2; ++time) { // the mark of a list follows each change
+        list();
+        ASSERT_EQ(change(record), L"1");
+    }
     const Text told = remove();
     EXPECT_TRUE(told.starts_with(L"-1^This record was changed by ")) << narrow(told);
     EXPECT_TRUE(told.ends_with(L": look at it before you delete it.")) << narrow(told);
