@@ -78,7 +78,6 @@ TEST(Server, BadFramesGetAnAnswerAndTheSessionLivesOn)
         EXPECT_EQ(answer, torn ? QByteArray() : framed("F0\nThe request's length is not eight digits."))
             << stream.left(20).toStdString();
     }
-    EXPECT_EQ(rawExchange(framed("1\nMEVREP GET\n1")), framed("F1\nSign on first."));
 }
 
 // Runs a shell command with the engine's own programs in $gtm_dist; its exit status.
