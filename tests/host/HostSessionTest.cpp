@@ -87,7 +87,7 @@ TEST_F(HostSessionTest, LostAnswerIsAskedForAgainUnderItsNumber)
 
 TEST_F(HostSessionTest, ServerThatDiesAtAnyByteOfItsAnswer)
 {
-    const qsizetype whole = ScriptedTransport::frame("R999\nG1P1^").size();
+    const qsizetype whole = framed("R999\nG1P1^").size();
     for (qsizetype cut = 0; cut < whole; ++cut) {
         retries = 1;
         bool first = true;
@@ -172,7 +172,7 @@ TEST_F(HostSessionTest, SingleAnswers)
         onCall = [&frames = frames](const Request& request) {
             QByteArray answer;
             for (QByteArray body : frames)
-                answer += ScriptedTransport::frame(body.replace("#", QByteArray::number(request.number)));
+                answer += framed(body.replace("#", QByteArray::number(request.number)));
             return answer;
         };
         questions.clear();
@@ -186,7 +186,7 @@ TEST_F(HostSessionTest, SingleAnswers)
 // A server that reports progress faster than the host can show it.
 TEST_F(HostSessionTest, EndlessProgressEndsAtTheLongestCallOrByTheUser)
 {
-    const QByteArray progress = ScriptedTransport::frame("P0\nRecovering").repeated(10000);
+    const QByteArray progress = framed("P0\nRecovering").repeated(10000);
     QElapsedTimer began;
     int turns = 0;
     int told = 0;
@@ -230,7 +230,7 @@ TEST_F(HostSessionTest, FloodOfEventsBecomesOneRefresh)
     onCall = [](const Request& request) {
         QByteArray answer;
         for (int i = 0; i < 5000; ++i)
-            answer += ScriptedTransport::frame("EVXR.12." + QByteArray::number(i) + "\n");
+            answer += framed("EVXR.12." + QByteArray::number(i) + "\n");
         return answer + ScriptedTransport::reply(request, "1");
     };
     QTimer others;
@@ -253,8 +253,8 @@ TEST_F(HostSessionTest, EventsArriveByNameAndNeverInsideACall)
     EventNames patient { session, { L"VXR.12", L"VXR.12" } };
     EventNames other { session, { L"VXR.1" } };
     onCall = [&](const Request& request) {
-        return ScriptedTransport::frame("EVXR.12.VELD\n") + ScriptedTransport::frame("EVXR.12.VELD\n")
-            + ScriptedTransport::reply(request, "1") + ScriptedTransport::frame("EVXR.12.REP\n");
+        return framed("EVXR.12.VELD\n") + framed("EVXR.12.VELD\n") + ScriptedTransport::reply(request, "1")
+            + framed("EVXR.12.REP\n");
     };
     patient.onEvent = [&] { EXPECT_FALSE(session.isInCall()); };
     session.callText(L"MEVREP GET", L"12");
@@ -264,7 +264,7 @@ TEST_F(HostSessionTest, EventsArriveByNameAndNeverInsideACall)
     EXPECT_TRUE(other.names.empty());
     EXPECT_EQ(names().count("MEVHOST SUBSCRIBE"), 2);
 
-    transport.stream().push(ScriptedTransport::frame("EVXR.1.X\n")); // while nobody waits
+    transport.stream().push(framed("EVXR.1.X\n")); // while nobody waits
     QTest::qWait(30);
     EXPECT_EQ(other.names, std::vector<Text> { L"VXR.1.X" });
 }
@@ -276,7 +276,7 @@ TEST_F(HostSessionTest, EventsWaitWhileTheUserIsAskedToRetry)
         if (request.connection == 2)
             return ScriptedTransport::reply(request, "1");
         transport.endsAfterAnswer = true;
-        return ScriptedTransport::frame("EVXR.12.VELD\n");
+        return framed("EVXR.12.VELD\n");
     };
     retries = 1;
     onQuestion = [&] {
@@ -340,7 +340,7 @@ TEST_P(ExpectedCalls, GiveTheSameRepliesInTheirOrder)
 {
     onCall = [](const Request& request) {
         if (request.name == u"B")
-            return ScriptedTransport::frame("F" + QByteArray::number(request.number) + "\nNo such call.");
+            return framed("F" + QByteArray::number(request.number) + "\nNo such call.");
         return ScriptedTransport::reply(request, request.name.toUtf8() + request.parameter.toUtf8());
     };
     session.expectCalls(std::array { list(L"A", L"12"), list(L"B", L"12"), list(L"C", L"12") });

@@ -3,6 +3,7 @@
 
 #include "host/framework/ClinicalContext.h"
 #include "host/session/ProcessTransport.h"
+#include "tests/support/ScriptedTransport.h"
 
 #include <QProcess>
 #include <QTemporaryDir>
@@ -49,8 +50,7 @@ struct RealSession : AnySession<ProcessTransport> {
         : AnySession(QStringLiteral(SERVER_PROGRAM), QStringList { "--data", folder })
     {
         session.usesHints = !qEnvironmentVariableIsSet("WITHOUT_HINTS");
-        if (!user.empty())
-            session.signOn(user);
+        session.signOn(user);
     }
 
     // The server's process id.
@@ -72,17 +72,6 @@ inline QByteArray rawExchange(const QByteArray& bytes, const QString& data = sha
     server.closeWriteChannel();
     EXPECT_TRUE(server.waitForFinished(60000));
     return server.readAllStandardOutput();
-}
-
-inline QByteArray framed(const QByteArray& body)
-{
-    return QByteArray::number(body.size()).rightJustified(8, '0') + body;
-}
-
-// Runs the database check; its exit status.
-inline int checkDatabase(const QString& folder)
-{
-    return QProcess::execute(QStringLiteral(SERVER_PROGRAM), { "--data", folder, "--check" });
 }
 
 }
