@@ -108,6 +108,12 @@ protected:
         control.UserControl_Initialize();
         control.UserControl_Show();
     }
+    void look()
+    {
+        list();
+        if (kind.set == L"MEVVER SET")
+            opened(); // emergency visits are not listed
+    }
 
     const Kind& kind = GetParam();
     const bool isRegistry = kind.remove.empty();
@@ -175,14 +181,14 @@ TEST_P(TwoSessions, DeleteOfWhatAnotherHasChangedIsRefused)
         ASSERT_EQ(change(record), L"1");
     }
     const auto stale = opened(); // read before the list
-    list();
-    ASSERT_EQ(change(record), L"1");
+    for (int time = 0; time < 2; ++time) { // the mark of a list follows each change
+        look();
+        ASSERT_EQ(change(record), L"1");
+    }
     const Text told = remove();
     EXPECT_TRUE(told.starts_with(L"-1^This record was changed by ")) << narrow(told);
     EXPECT_TRUE(told.ends_with(L": look at it before you delete it.")) << narrow(told);
-    list();
-    if (kind.set == L"MEVVER SET")
-        opened(); // emergency visits are not listed
+    look();
     EXPECT_EQ(remove(), L"1");
     // Deleted while a form is open: a form of a record that exists once per patient could recreate it unnoticed.
     if (kind.isOnePerPatient()) {

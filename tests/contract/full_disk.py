@@ -39,7 +39,6 @@ def main(program, disk):
     # An error in words, unless the engine itself had to end.
     errors = "disk is full", "cannot go on", "could not carry out"
     assert answer == "" or any(error in answer for error in errors), answer
-    print(f"{len(acknowledged)} saves, then: {answer!r}")
     session.close()
     os.remove(filler)
 

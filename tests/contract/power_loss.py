@@ -1,4 +1,4 @@
-"""The power fails while a session saves: every acknowledged save is on file, although only synced data reached the disk.
+"""The power fails while a session saves: every acknowledged save is stored, although only synced data reached the disk.
 power_loss.py PHSERVER LOSSY-DISK-LIBRARY"""
 
 import os
@@ -17,8 +17,8 @@ def main(program, library):
         data, disk = os.path.join(folder, "data"), os.path.join(folder, "disk")
         Session(program, data).close()
         shutil.copytree(data, disk)
-        os.environ.update(LD_PRELOAD=library, LOSSY_FOLDER=data, LOSSY_DISK=disk, PHSERVER_KEEP="LD_PRELOAD LOSSY_FOLDER LOSSY_DISK")
-        session = Session(program, data)
+        session = Session(program, data, LD_PRELOAD=library, LOSSY_FOLDER=data, LOSSY_DISK=disk,
+                          PHSERVER_KEEP="LD_PRELOAD LOSSY_FOLDER LOSSY_DISK")
         for number in range(SAVES):
             assert session.save(f"saved {number}")
         # One disk has the synced part of each file, the other the database as it was written and the synced journal.
@@ -26,8 +26,6 @@ def main(program, library):
         shutil.copytree(disk, written)
         shutil.copy(os.path.join(data, "app.dat"), written)
         assert os.path.getmtime(os.path.join(disk, "app.mjl")) > os.path.getmtime(os.path.join(data, "created"))
-        for name in ("LD_PRELOAD", "PHSERVER_KEEP"):
-            del os.environ[name]
         for lost in (disk, written):
             after = Session(program, lost)
             assert after.saved() == sorted(f"saved {number}" for number in range(SAVES)), (lost, len(after.saved()))

@@ -3,8 +3,8 @@
 
 #include "host/framework/ClinicalContext.h"
 #include "host/session/ProcessTransport.h"
+#include "tests/support/ScriptedTransport.h"
 
-#include <QElapsedTimer>
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
@@ -20,27 +20,41 @@ inline QString sharedDataFolder()
     return folder.filePath("data");
 }
 
-// One session, signed on.
-struct RealSession {
-    explicit RealSession(const QString& folder = sharedDataFolder(), const Text& user = L"SORREL,ADA")
-        : transport(QStringLiteral(SERVER_PROGRAM), { "--data", folder })
+// One session, and the questions whether to retry.
+template<typename Kind>
+struct AnySession {
+    template<typename... Arguments>
+    explicit AnySession(Arguments... arguments)
+        : transport(arguments...)
         , session(transport, 60000, [this](const QString& reason) {
             questions.append(reason);
+            if (beforeRetry)
+                beforeRetry();
             return retries-- > 0;
         })
     {
+    }
+    // The questions so far, one line each.
+    std::string asked() const { return questions.join(u'\n').toStdString(); }
+
+    QStringList questions;
+    int retries = 0; // answered yes so many times
+    std::function<void()> beforeRetry;
+    Kind transport;
+    HostSession session;
+};
+
+// With a server of its own, signed on.
+struct RealSession : AnySession<ProcessTransport> {
+    explicit RealSession(const QString& folder = sharedDataFolder(), const Text& user = L"SORREL,ADA")
+        : AnySession(QStringLiteral(SERVER_PROGRAM), QStringList { "--data", folder })
+    {
         session.usesHints = !qEnvironmentVariableIsSet("WITHOUT_HINTS");
-        if (!user.empty())
-            session.signOn(user);
+        session.signOn(user);
     }
 
     // The server's process id.
     qint64 processId() { return static_cast<QProcess*>(transport.device())->processId(); }
-
-    QStringList questions;
-    int retries = 0;
-    ProcessTransport transport;
-    HostSession session;
 };
 
 // Raises an event in all sessions, as an administrator does.
@@ -59,32 +73,5 @@ inline QByteArray rawExchange(const QByteArray& bytes, const QString& data = sha
     EXPECT_TRUE(server.waitForFinished(60000));
     return server.readAllStandardOutput();
 }
-
-inline QByteArray framed(const QByteArray& body)
-{
-    return QByteArray::number(body.size()).rightJustified(8, '0') + body;
-}
-
-// Runs the database check; its exit status.
-inline int checkDatabase(const QString& folder)
-{
-    return QProcess::execute(QStringLiteral(SERVER_PROGRAM), { "--data", folder, "--check" });
-}
-
-// The names of the events that arrive.
-struct EventNames : ICSS_SessionEvents {
-    std::vector<Text> names;
-    void EventCallback(TextView name, TextView) override { names.emplace_back(name); }
-    void RPCCallback(long, TextView) override { }
-    void RPCCallbackError(long, long, TextView) override { }
-    // Waits until `count` names have arrived; the milliseconds that it took.
-    qint64 waitFor(std::size_t count) const
-    {
-        QElapsedTimer waited;
-        for (waited.start(); names.size() < count && waited.elapsed() < 5000;)
-            QTest::qWait(1);
-        return waited.elapsed();
-    }
-};
 
 }

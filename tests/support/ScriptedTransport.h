@@ -12,6 +12,11 @@
 
 namespace health::test {
 
+inline QByteArray framed(const QByteArray& body)
+{
+    return QByteArray::number(body.size()).rightJustified(8, '0') + body;
+}
+
 struct Request {
     int connection; // counted from 1
     long long number;
@@ -98,13 +103,9 @@ public:
         Q_EMIT ended();
     }
 
-    static QByteArray frame(const QByteArray& body)
-    {
-        return QByteArray::number(body.size()).rightJustified(8, '0') + body;
-    }
     static QByteArray reply(const Request& request, const QByteArray& text)
     {
-        return frame('R' + QByteArray::number(request.number) + '\n' + text);
+        return framed('R' + QByteArray::number(request.number) + '\n' + text);
     }
 
 private:

@@ -122,27 +122,4 @@ private:
     QProcess m_door;
 };
 
-// One session over TLS.
-struct RemoteSession {
-    explicit RemoteSession(const RemoteServer& server, int timeoutMilliseconds = 15000)
-        : transport(server, timeoutMilliseconds)
-        , session(transport, 60000, [this](const QString& reason) {
-            questions.append(reason);
-            if (beforeRetry)
-                beforeRetry();
-            return retries-- > 0;
-        })
-    {
-    }
-
-    // The questions so far, one line each.
-    std::string asked() const { return questions.join(u'\n').toStdString(); }
-
-    QStringList questions;
-    int retries = 0;
-    std::function<void()> beforeRetry;
-    TlsTransport transport;
-    HostSession session;
-};
-
 }
