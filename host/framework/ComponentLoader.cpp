@@ -44,7 +44,7 @@ QString libraryIn(const QString& path, const QString& progId)
         fail(u"The panel's manifest %1 cannot be read. Register the panel again."_s.arg(path));
     const int interface = manifest.value(u"interface"_s).toInt(1);
     if (interface != ComponentInterface)
-        fail(u"The panel's library %1 is of another version (interface %2) than this host (interface %3). "
+        fail(u"The panel's library %1 has another version (interface %2) than this host (interface %3). "
              "Register the panel that belongs to it."_s.arg(library)
                  .arg(interface)
                  .arg(ComponentInterface));

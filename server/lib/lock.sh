@@ -58,6 +58,6 @@ share_lock() {
         told=${told%% +*}
         ((SECONDS - since < limit)) \
             || fail "The data in $data is locked by $(accuse), which has done nothing for $limit seconds. End it, then retry."
-        progress 0 "Another session is making the data ready${told:+: $told}"
+        progress 0 "Another session is preparing the data${told:+: $told}"
     done
 }

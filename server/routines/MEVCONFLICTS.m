@@ -95,7 +95,7 @@ UNREAD() ; A sentence if, according to the mark, the form has not read the curre
  SET unseen=$SELECT($PIECE(mark,"^",3):$PIECE(mark,"^",3),1:last)
  IF last>known,mark'="" QUIT $$CHANGE(unseen)_". Open it again to see the change."
  IF mark'=""," "_$PIECE(purpose," ",2,999)_" "[(" "_$PIECE(mark,"^",2)_" ") QUIT ""
- QUIT "This record could not be read into the form, so it cannot be saved over. Open it again."
+ QUIT "This record could not be read into the form, so it cannot be overwritten. Open it again."
  ;
 LISTED(known) ; The newest change that the session has read, in a form or a list; if it has read none, the last one
  NEW listed

@@ -35,7 +35,7 @@ OPENINPUT ; Opens both streams for plain bytes
  ;
 BROKEN ; Ends a session that has lost its database or its client; reports the error if a frame can still be sent
  SET $ETRAP="ZHALT 9"
- IF 'writing DO FAILED(0,"The server cannot go on: "_$$REASON($ZSTATUS))
+ IF 'writing DO FAILED(0,"The server cannot continue: "_$$REASON($ZSTATUS))
  ZHALT 9
  ;
 REASON(status) ; The engine's code and message of an error, such as UNDEF, Undefined local variable: x

@@ -161,7 +161,7 @@ TEST_P(TwoSessions, SaveOfWhatAnotherHasChangedIsRefused)
     EXPECT_NE(told, L""); // some forms first report missing values
     if (told.starts_with(L"box [Error] ")) {
         EXPECT_EQ(told,
-            L"box [Error] This record could not be read into the form, so it cannot be saved over. Open it again.");
+            L"box [Error] This record could not be read into the form, so it cannot be overwritten. Open it again.");
     }
     if (isRegistry) { // its form is read by two calls
         const auto half = opened();

@@ -143,7 +143,7 @@ def locks(folder):
                            'for i in 1 2 3 4; do echo "Working +$i" >"$0/making-ready"; sleep 1; done', data]):
         time.sleep(0.3)
         waiting = Session(PROGRAM, data, PHSERVER_LOCK_LIMIT="2")
-    assert any("making the data ready: Working" in frame for frame in waiting.told), waiting.told
+    assert any("preparing the data: Working" in frame for frame in waiting.told), waiting.told
     waiting.close()
 
 

@@ -37,7 +37,7 @@ def main(program, disk):
             break
         acknowledged.append(comment)
     # An error in words, unless the engine itself had to end.
-    errors = "disk is full", "cannot go on", "could not carry out"
+    errors = "disk is full", "cannot continue", "could not carry out"
     assert answer == "" or any(error in answer for error in errors), answer
     session.close()
     os.remove(filler)
