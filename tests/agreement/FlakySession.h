@@ -26,6 +26,7 @@ public:
         IsRefused,
         IsSlow,
     };
+    static constexpr Next Flaws[] { Next::Fails, Next::IsRefused, Next::IsSlow, Next::IsSlow };
     Next next = Next::Answers;
     bool isInCall() const { return m_inCall || m_used->isInCall(); }
     // Before and after each call that saves.
