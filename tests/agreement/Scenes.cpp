@@ -54,6 +54,13 @@ const std::pair<int, const char*> Verbs[] { { 44, "key" }, { 22, "type" }, { 18,
 Scenes::Scenes()
     : m_session(std::make_shared<FlakySession>(m_real.session))
 {
+    m_session->afterCall = [this](TextView name, TextView parameter, const Text& reply) {
+        const auto* const dialog = dynamic_cast<FormDialog*>(QApplication::activeModalWidget());
+        // Activation in the registry does not save the values of the form.
+        const bool saves = name == m_call && std::count(parameter.begin(), parameter.end(), L'^') > 1;
+        if (saves && dialog && !m_loadFailed && modShared::RpcErrorCode(reply) == 0)
+            m_saved = shownValues(*dialog);
+    };
     m_host.given = m_session;
     forPatient(1);
     for (const auto& [progId, object] : m_host.session->objects) {
@@ -62,14 +69,6 @@ Scenes::Scenes()
     }
     m_shared.InitObjects(m_host, false);
     m_shared.CheckSecurity(L"MEV DISABLE REP HIST EDITING", L"MEVZ REP HIST EDIT");
-    m_session->beforeSave = [this] {
-        const auto* const dialog = dynamic_cast<FormDialog*>(QApplication::activeModalWidget());
-        m_snapshot = dialog && !m_loadFailed ? shownValues(*dialog) : QStringList();
-    };
-    m_session->afterSave = [this](TextView name, const Text& reply) {
-        if (name == m_call && !m_snapshot.isEmpty() && modShared::RpcErrorCode(reply) == 0)
-            m_saved = std::exchange(m_snapshot, {});
-    };
 }
 
 Scenes::~Scenes() { m_shared.ReleaseObjects(); }

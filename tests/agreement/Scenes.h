@@ -114,7 +114,6 @@ private:
     QString m_lastVerb;
     int m_marks = 0; // fields whose selection a double click or dragging may have changed
     Text m_call; // the call that saves the record of the scene
-    QStringList m_snapshot;
     QStringList m_saved; // the values of the form at the save
     bool m_loadFailed = false;
     bool m_verifying = false;
