@@ -15,13 +15,16 @@ TEST_F(HostWindow, TwoPanelsFollowThePatientAndTheServer)
     for (const QTableView* grid : window->findChildren<QTableView*>())
         EXPECT_EQ(grid->model()->rowCount(), 10);
 
-    // An event of the server reloads both.
+    // An event of the server reloads both, and so does F5.
     QSet<const QTableView*> reloaded;
     for (const QTableView* grid : window->findChildren<QTableView*>())
         QObject::connect(
             grid->model(), &QAbstractItemModel::modelReset, window.get(), [&reloaded, grid] { reloaded.insert(grid); });
     QProcess::execute(
         QStringLiteral(SERVER_PROGRAM), { "--data", folder.filePath("data"), "--notify", "REFUSAL.13.REF" });
+    EXPECT_TRUE(waitUntil([&] { return reloaded.size() == 2; }));
+    reloaded.clear();
+    pressKeys({ "key", "F5" });
     EXPECT_TRUE(waitUntil([&] { return reloaded.size() == 2; }));
 
     pressKeys({ "key", "ctrl+w" });
