@@ -1,4 +1,4 @@
-// What a loadable component offers to a host. A host includes this header, and implements the interfaces of api/host.h.
+// The operations of a loadable component. A host calls them, and implements the interfaces of api/host.h.
 //
 // A component is a shared library with four C entry points. A host finds the library by its manifest, gets the class
 // object of a ProgID from it, and creates as many instances as the user opens. The manifest is a JSON file
@@ -11,10 +11,10 @@
 //   "interface"  ComponentInterface (below) of the library; a manifest without it means 1
 //   "version"    of the component, for people
 //
-// Binary interface: texts (std::wstring), std::vector, std::shared_ptr, exceptions and dynamic casts cross the border
-// of the library. Host and component must therefore be built by the same compiler family with the same C++ standard
-// library, both with exceptions and RTTI, and must load the same Qt, of which the panel's widget is made. Nothing
-// checks that. ComponentInterface guards the declarations in these headers only: a host compares it with the manifest
+// Binary interface: texts (std::wstring), std::vector, std::shared_ptr, exceptions and dynamic casts cross the
+// library's boundary. Host and component must therefore be built by the same compiler family with the same C++ standard
+// library, both with exceptions and RTTI, and must load the same Qt, because the panel is a QWidget. Nothing checks
+// that. ComponentInterface guards the declarations in these headers only: a host compares it with the manifest
 // before it loads the library.
 //
 // Thread: a host calls everything here, the entry points included, on the thread of its QApplication. Only
@@ -31,45 +31,46 @@ class QWidget;
 
 namespace health {
 
-// The number of the interfaces in this header and in api/host.h; it rises with each change of them. A host loads only
-// libraries of its own number; it would misread any other.
+// The version of the interfaces in this header and in api/host.h; each change of them increments it. A host loads only
+// libraries with the same number, because it would misread any others.
 inline constexpr int ComponentInterface = 3;
 
 // One panel on a page of the host. Unless noted otherwise, the operations report failures to the user and do not throw.
 class ComponentInstance {
 public:
-    // Unregisters the events and destroys the widget; the last one drops the host objects. Not during a call or dialog.
+    // Unregisters the events and destroys the widget; the last instance releases the host objects. A host must not
+    // destroy an instance during a call or while a dialog is open.
     virtual ~ComponentInstance() = default;
 
-    // The panel's widget; owned by the instance. The host places it on a page (setting a parent is fine), takes it off
-    // the page (setParent(nullptr)) before it destroys the instance or the page, and never deletes it. The panel loads
-    // its list inside the widget's first showEvent; until then it ignores all events. Giving the widget the focus
-    // puts the focus on the list.
+    // The panel's widget; owned by the instance. The host places it on a page (setting a parent is fine), removes it
+    // from the page (setParent(nullptr)) before it destroys the instance or the page, and never deletes it. The panel
+    // loads its list inside the widget's first showEvent; until then it ignores all events. Focusing the widget focuses
+    // the list.
     virtual QWidget* widget() = 0;
 
-    // Where the host announces changes of the patient and of the visit; valid as long as the instance.
+    // The host announces changes of the patient and of the visit to these two objects; valid as long as the instance.
     virtual ICSS_PatientEvents& patientEvents() = 0;
     virtual ICSS_EncounterEvents& encounterEvents() = 0;
 
     // Opens the editor of a record for the current patient, as the panel's own commands do: checks the user's
-    // permission and, for a type that needs a visit, takes the active one if `visit` is empty. `type` is a
-    // RecordTypeNumber; any other number does nothing. `record` and `visit` are numbers as the server's replies give
-    // them; an empty record adds one. For records that the panel does not list: emergency visits (EmergencyRoom), whose
-    // page belongs to the host. Returns when the editor is closed.
+    // permission and, for a type that needs a visit, uses the active one if `visit` is empty. `type` is a
+    // RecordTypeNumber; any other number does nothing. `record` and `visit` are numbers from the server's
+    // replies; an empty record adds one. For records that the panel does not list: emergency visits (EmergencyRoom),
+    // whose page belongs to the host. Returns when the editor is closed.
     virtual void openRecord(int type, const Text& record, const Text& visit) = 0;
 
     // The texts of the list as the user sees it: a vector for each row with a text for each shown column. A text may
-    // hold line breaks. Empty while the list is loading. Without a patient it holds the one row that says so. Throws
+    // hold line breaks. Empty while the list is loading. Without a patient, its only row says so. Throws
     // only std::bad_alloc.
     virtual std::vector<std::vector<Text>> rows() const = 0;
 };
 
-// Makes the instances of one ProgID. Owned by the library.
+// Creates the instances of one ProgID. Owned by the library.
 class ComponentClass {
 public:
     // The host must outlive all instances. The host of the first instance serves all further ones too, until the last
-    // one is destroyed. A failure of the host's objects is shown to the user, and the panel then stays without records;
-    // throws std::exception if the instance itself cannot be made.
+    // one is destroyed. If the host's objects fail, the user sees the error and the panel shows no records.
+    // Throws std::exception if the instance itself cannot be created.
     virtual std::unique_ptr<ComponentInstance> create(Host& host) = 0;
 
 protected:

@@ -14,9 +14,9 @@ inline constexpr TextView RefreshEvent = L"REFRESH";
 inline constexpr TextView StatusEvent = L"STATUS";
 
 // Raised by the server when a patient's records have changed, in every session that subscribed, the one that made the
-// change included. The panel subscribes to prefix + patient number while it shows that patient; the event's name has
-// "." and the kind of record (such as "VELD") behind the number: "VXR.12.VELD". The panel reloads its list on every
-// kind. No data.
+// change included. The panel subscribes to prefix + patient number while it shows that patient; in the
+// event's name, "." and the kind of record (such as "VELD") follow the number: "VXR.12.VELD". The panel reloads its
+// list on every kind. No data.
 inline constexpr TextView RecordsEventPrefix = L"VXR.";
 
 // The same for refusals: "REFUSAL.12.REF".

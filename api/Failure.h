@@ -25,7 +25,7 @@ private:
     std::string m_utf8;
 };
 
-// Thrown by a host's session if the server cannot be reached and the user declined to try again. Calls that follow
+// Thrown by a host's session if the server cannot be reached and the user declined to retry. Calls that follow
 // immediately would fail in the same way, so the panel skips the rest of a load.
 class ConnectionGone : public Failure {
     using Failure::Failure;

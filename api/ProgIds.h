@@ -8,7 +8,7 @@ namespace health {
 // The panel's own ProgID (UTF-8, for ComponentGetClassObject); with ".json" the name of its manifest.
 inline constexpr const char* PanelProgId = "KalMevRepHistory.kalmevRepHistCtrl";
 
-// What the panel asks Session::object for. All but the first are required.
+// The objects that the panel requests from Session::object. All but the first are required.
 inline constexpr TextView ApplicationProgId = L"DRN_VIM.VIM"; // HostApplication
 inline constexpr TextView PatientProgId = L"CSS_Patient.Patient"; // Patient
 inline constexpr TextView UserProgId = L"CSS_User.User"; // User

@@ -14,7 +14,7 @@ inline constexpr wchar_t Replacement = 0xFFFD;
 
 inline bool isContinuation(unsigned char byte) { return (byte & 0xC0) == 0x80; }
 
-// Bytes of the sequence that a lead byte starts; 0 if it starts none.
+// The number of bytes in the sequence that this lead byte starts; 0 for any other byte.
 inline std::size_t sequenceLength(unsigned char lead)
 {
     if (lead < 0x80)

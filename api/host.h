@@ -18,7 +18,7 @@
 //
 // - ComponentClass::create: the first instance of the process asks the Host for a manager, the manager for its session,
 //   and the session for its objects by ProgID (api/ProgIds.h). It keeps the session and the objects for all further
-//   instances, which do not ask their Host; the last instance to go drops them. Where the session has no
+//   instances, which do not ask their Host; the last instance releases them. If the session has no
 //   HostApplication, the panel also connects a session that is not connected, and asks for a patient and a visit.
 //   Each instance then makes the call "MEVUTL CHKSEC" and calls User::hasKeys.
 // - First display of the widget, inside showEvent: reads the patient. If one is selected, registers the events of that
@@ -90,15 +90,16 @@ public:
     virtual void prompt(int kind) = 0;
 };
 
-// The host application. ApplicationProgId. It has no operations: a session without it runs outside the application.
+// The host application. ApplicationProgId. It has no operations; if a session does not have this object,
+// the panel runs outside the application.
 class HostApplication : public HostObject { };
 
 // Report preview. PrintProgId.
 class PrintPreview : public HostObject {
 public:
     // Shows a report and returns when the user closes it. The report is lines ended by CR LF, of at most `lineWidth`
-    // characters (80 for the panel's reports). Empty subtitles take no line; `pageNumbers` and `patientHeading` ask
-    // for these on every page.
+    // characters (80 for the panel's reports). Empty subtitles take no line; `pageNumbers` and `patientHeading`
+    // request these on every page.
     virtual void preview(TextView report, TextView title, TextView subtitle1, TextView subtitle2, TextView subtitle3,
         int lineWidth, bool pageNumbers, bool patientHeading) = 0;
 };
@@ -123,7 +124,7 @@ public:
 class ICSS_PatientEvents {
 public:
     virtual ~ICSS_PatientEvents() = default;
-    // The host is about to make a change; true would veto it. The panel returns false.
+    // The host is about to make a change; returning true vetoes it. The panel returns false.
     virtual bool Pending() = 0;
     virtual void Committed() = 0;
     virtual void Canceled() = 0;
@@ -171,7 +172,7 @@ public:
     // "^"-pieces. A refusal of the server is a reply too: "-1^message". A Failure means that there is no reply; the
     // panel shows it and treats the reply as empty. A ConnectionGone also ends the load of the list.
     virtual Text callText(TextView name, TextView parameter) = 0;
-    // The same for a reply of lines, each ended by CR LF, the last one included. No lines: an empty text.
+    // The same for a reply of lines, each ended by CR LF, the last one included; empty if there are no lines.
     virtual Text callList(TextView name, TextView parameter) = 0;
     // Cancels an asynchronous request; ignores an unknown handle. The panel makes no such request.
     virtual void abortRequest(long handle) = 0;
@@ -199,14 +200,14 @@ public:
     virtual std::shared_ptr<HostObject> object(TextView progId) = 0;
 };
 
-// The entry to the framework. The panel asks it for the session and drops it.
+// The entry to the framework. The panel gets the session from it and then releases it.
 class HostManager {
 public:
     virtual ~HostManager() = default;
     virtual std::shared_ptr<Session> session() = 0;
 };
 
-// Where a component gets its manager from. Outlives every component instance.
+// Creates the manager for a component. Outlives every component instance.
 class Host {
 public:
     virtual ~Host() = default;

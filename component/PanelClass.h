@@ -11,7 +11,7 @@ class modShared;
 class QtDesktop;
 
 // The class object of the panel. Owns what all instances of the process share; exists until the library is unloaded.
-class PanelClass : public ComponentClass {
+class PanelClass final : public ComponentClass {
 public:
     PanelClass();
     ~PanelClass();

@@ -27,6 +27,7 @@ constexpr std::array<NamedKey, 6> Keys { {
 void EditKeys::fetch(const User& user)
 {
     std::vector<Text> names;
+    names.reserve(std::size(Keys));
     for (const NamedKey& key : Keys)
         names.emplace_back(key.name);
     const Text reply = user.hasKeys(joinPieces(names));

@@ -19,7 +19,7 @@ enum class EditKey {
 // The keys that the signed-on user holds; none before fetch().
 class EditKeys {
 public:
-    // Asks the host. Throws what the host throws; the keys have not changed then.
+    // Asks the host. Throws what the host throws, and then leaves the keys unchanged.
     void fetch(const User& user);
     bool has(EditKey key) const { return m_held.contains(key); }
 

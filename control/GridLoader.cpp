@@ -24,7 +24,7 @@ void appendUnit(Text& text, TextView amount, TextView unit)
         text += L's';
 }
 
-// "Birth Weight=7 lbs 2 ozs (3.2 kgs) "; pounds appear even if empty, and kilograms have a plural.
+// "Birth Weight=7 lbs 2 ozs (3.2 kgs) "; pounds appear even if empty, and the kilograms' unit has a plural.
 void appendBirthWeight(Text& text, const LinePieces& pieces)
 {
     text += L"Birth Weight=";
@@ -68,6 +68,7 @@ void GridLoader::load()
 {
     const auto wanted = types();
     std::vector<ExpectedCall> calls;
+    calls.reserve(wanted.size());
     for (const RecordType* const type : wanted)
         calls.push_back(callOf(*type));
     const modShared::CallHint hint(m_shared, calls);

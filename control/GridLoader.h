@@ -29,7 +29,7 @@ private:
         TextView record;
         TextView visit;
         TextView locked;
-        TextView date; // a piece
+        TextView date; // the piece that contains it
     };
 
     std::vector<const RecordType*> types() const;
@@ -47,7 +47,7 @@ private:
     bool m_serverGone = false;
     // The row under construction; members, so that their storage is reused.
     Text m_text; // the summary
-    Text m_lead; // its date
+    Text m_lead; // the date before it
     Text m_key;
 };
 

@@ -36,7 +36,7 @@ public:
     std::optional<RecordRow> selected() const;
     // The selected row's key, by which it is found again after a reload; empty when nothing is selected.
     Text selectedKey() const;
-    // Selects the row with that key and scrolls to it; nothing if there is none.
+    // Selects the row with that key and scrolls to it; does nothing if there is no such row.
     void selectKey(TextView key);
     // Marks the rows of the current visit.
     void highlightVisit(TextView visit);

@@ -38,12 +38,12 @@ struct RecordType {
     TextView listText; // in the list of types that can be added
     TextView rowLabel;
     TextView rowKey; // the whole key, or, if it ends with "^", the prefix of the record's id
-    TextView callPrefix; // of the "GET", "SET" and " DEL" calls
+    TextView callPrefix; // of the calls, before " GET", " SET" and " DEL"
     bool (*isListed)(const PatientFacts&);
     bool (*isOffered)(const PatientFacts&); // for adding
     EditRule editRule;
     EditKey editKey; // for EditRule::Key
-    TextView keyInRefusal; // for editRefusal; intended: for one type not the key's real name
+    TextView keyInRefusal; // for editRefusal. Intended: for one type it differs from the real key
     bool needsVisit; // a new record belongs to a visit
     std::span<const SummaryField> fields;
 

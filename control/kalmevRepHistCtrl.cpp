@@ -75,7 +75,7 @@ void kalmevRepHistCtrl::UserControl_Terminate()
         return;
     m_initialized = false;
     m_active = false;
-    // A failing step must not prevent the others: the host objects have to be released.
+    // A failing step must not prevent the others: the host objects must be released.
     AbortAsync();
     m_events.leavePatient(L"UserControl_Terminate");
     m_events.leaveRefresh(L"UserControl_Terminate");

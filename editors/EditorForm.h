@@ -38,7 +38,7 @@ protected:
 
     // Reads the form's record by a list call; empty after a server error, which has been shown.
     Text readRecord(TextView call, TextView parameter);
-    // The same for a call that a CallHint has announced.
+    // The same for a call that the form has already announced by a CallHint.
     Text readAnnounced(TextView call, TextView parameter);
     // Makes a call that changes data; false after a server error, which has been shown.
     bool send(TextView call, TextView parameter);

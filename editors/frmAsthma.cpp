@@ -23,7 +23,7 @@ constexpr std::array<LungValue, 3> LungValues { {
     { L"&PEF/Best PF", L"Peak Expiratory Flow (range 100 to 700)", 100, 700 },
 } };
 
-// Of a reply line. The lung values come next, then the answers about the triggers.
+// Position in a reply line. The lung values follow, then the answers about the triggers.
 constexpr PieceNumber SeverityPiece = 4;
 
 enum RegistryRow {

@@ -162,7 +162,8 @@ void frmER::LoadER()
         showRecord(line);
 }
 
-// In another order than when saving. An option is set before its text, because choosing it may clear the text.
+// The pieces have a different order in a save. An option is set before its text, because choosing it may clear the
+// text.
 void frmER::showRecord(TextView line)
 {
     const LinePieces pieces(line);
@@ -221,7 +222,7 @@ void frmER::enableTransfer(bool enabled)
     fraTransfer.setEnabled(enabled);
 }
 
-// The place's number is only valid in the file of the option under which it was found.
+// Clears the place of transfer when the option changes: its number is valid only in the file of its own option.
 void frmER::optTransfer_Click(int index)
 {
     if (index != m_placeOption)

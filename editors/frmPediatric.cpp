@@ -122,7 +122,7 @@ void frmPediatric::setUnit(std::size_t unit)
     lblWt.setCaption(Units[unit].caption);
 }
 
-// Intended: for every box, and for a lower-case "m" too, even that of a feeding age in months.
+// Intended: works in every box, and a lower-case "m" switches to pounds, even in a feeding age in months.
 void frmPediatric::txt_KeyPress(wchar_t key)
 {
     for (std::size_t unit = PoundsOunces + 1; unit < Units.size(); ++unit) {

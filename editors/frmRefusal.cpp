@@ -18,7 +18,7 @@ constexpr RefusalType Types[] = { { L"EKG", 7 }, { L"Exam", 5 }, { L"Immunizatio
     { L"Mammogram", 4 }, { L"Measurement", 3 }, { L"Medication/Drug", 6 }, { L"PAP Smear", 2 },
     { L"Radiology Exam", 4 }, { L"Skin Test", 1 } };
 
-// Types that have only one item.
+// True for the types that have only one item.
 bool hasOnlyItem(TextView type) { return type == L"PAP Smear" || type == L"Mammogram" || type == L"EKG"; }
 
 // The server's name of a type; two of them are plural. Intended: education topics, although the list has no such row.

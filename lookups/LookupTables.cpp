@@ -9,7 +9,7 @@ namespace health {
 
 namespace {
 
-constexpr double MostPieces = 1000; // a larger source is an empty column too
+constexpr double MostPieces = 1000; // no reply has more; the limit keeps the conversion in range
 constexpr TextView CodeDescription = L"ID:1:2^Code:1:4^Diagnosis:0:1:1";
 
 constexpr std::array<LookupTable, 25> Tables { {

@@ -9,7 +9,7 @@ namespace health {
 
 struct LookupTable {
     TextView name; // after "Lookup " in the dialog's caption
-    TextView file = {}; // FileMan file number, where the call searches files
+    TextView file = {}; // FileMan file number, for calls that search files
     TextView call = L"MEVUTL DICLKUP";
     TextView screen = {}; // M expression that the server evaluates, with "~" for "^"
     TextView fields = L".01";

@@ -16,8 +16,8 @@ public:
     explicit frmLookup(modShared& shared, TextView name = L"frmLookup");
 
     // Searches the table (0 to 24) for a text. With autoReturn, a single match is returned without
-    // showing the dialog. `screen` replaces the table's own, "*" keeps it. True: an entry was chosen; false: the user
-    // cancelled, or the server returned an error.
+    // showing the dialog. `screen` replaces the table's own screen; "*" keeps that. True: an entry was chosen; false:
+    // the user cancelled, or the server returned an error.
     bool RunQuery(int refTable, TextView param, bool autoReturn, TextView screen);
 
     Text m_sName; // display text of the chosen entry

@@ -4,7 +4,7 @@ namespace health {
 
 namespace {
 
-// With "~" for "^".
+// "~" replaces "^", which separates the parameter's pieces.
 constexpr TextView WithLotScreen = L"I $D(~AUTTIML(\"C\",Y)),$P($G(~AUTTIMM(Y,0)),U,7)'=1";
 
 }

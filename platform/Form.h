@@ -42,7 +42,7 @@ public:
     const Text& name() const { return m_name; }
     const Text& caption() const { return m_caption; }
     void setCaption(TextView caption);
-    // Minimum height in twips; 0: as high as its parts need.
+    // Minimum height in twips; 0: as high as its controls require.
     int height() const { return m_height; }
     void setHeight(int twips) { m_height = twips; }
 

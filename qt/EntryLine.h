@@ -31,7 +31,7 @@ private:
 
     QString m_sample;
     bool m_entering = false; // a click gave the focus; its mouse press follows
-    bool m_clickEnters = false; // that press is down
+    bool m_clickEnters = false; // the mouse button of that press is still down
 };
 
 }

@@ -61,7 +61,7 @@ void FormDialog::findUnlabelled()
     }
 }
 
-// Names them for screen readers by the caption of their frame, or of the window.
+// Names these widgets for screen readers by the caption of their frame, or of the window.
 void FormDialog::nameUnlabelled()
 {
     for (QWidget* const widget : m_unlabelled) {
@@ -176,7 +176,7 @@ void FormDialog::captionChanged(Form& form)
     nameUnlabelled();
 }
 
-// Selects the text of an entered field, so that typing replaces it.
+// Selects the text of the field that gets the focus, so that typing replaces it.
 void FormDialog::focusMoved(Form&)
 {
     QWidget* const widget = activeWidget();

@@ -5,7 +5,7 @@
 namespace health {
 
 // The application's style, with an outline around check boxes and option buttons, and around fields and lists where the
-// palette leaves no visible frame: on dark backgrounds most styles let them vanish.
+// palette leaves no visible frame: most styles draw these outlines invisibly on dark backgrounds.
 class OutlineStyle : public QProxyStyle {
     Q_OBJECT
 public:

@@ -4,7 +4,7 @@
 
 namespace health {
 
-// A widget whose parts speak its name, each in its own words.
+// A widget with several parts; it derives their spoken names from its own.
 class SpokenParts {
 public:
     virtual void setSpokenName(const QString& name) = 0;

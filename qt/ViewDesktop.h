@@ -9,7 +9,7 @@
 
 namespace health {
 
-// The desktop as views need it: a view that opens a context menu prepares where it opens and what it adds to it.
+// The desktop as views need it: before a view opens a context menu, it sets the place and adds its own entry.
 class ViewDesktop : public Desktop {
 public:
     // Where the next menu opens, in global coordinates.

@@ -24,7 +24,7 @@ public:
     // Shows the failure that is being handled. Call it inside a catch block only.
     void ReportError(TextView module, TextView procedure);
 
-    // Does the work and reports what it throws. False when it threw.
+    // Does the work and reports what it throws; false if it threw.
     bool trap(TextView module, TextView procedure, const std::function<void()>& work);
 
     // An event handler that does the work under the error trap. The texts must outlive the handler.

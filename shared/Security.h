@@ -18,7 +18,7 @@ struct SecurityFlags {
     Text paramUserClass; // the class through which the parameter is set, or empty
 };
 
-// Whether the user may modify records at all. Per-type keys are the control's.
+// Whether the user may modify records at all. EditKeys (control/) has the keys of each type.
 class Security {
 public:
     // Both must outlive the object.

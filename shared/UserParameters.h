@@ -17,7 +17,8 @@ public:
 
     // The value, fetched from the server once per session; `defaultValue` when it is empty.
     Text GetUserParam(TextView name, TextView defaultValue);
-    // It was fetched in this session; false also when there is no session. Throws what the session throws.
+    // True if the parameter was fetched in this session; false also if there is no session. Throws what the session
+    // throws.
     bool KnowsUserParam(TextView name) const;
     void SetUserParam(TextView name, TextView value);
 

@@ -61,7 +61,7 @@ long long exponentOf(std::string_view number)
     return negative ? -exponent : exponent;
 }
 
-// For a number without its sign that a double cannot hold: it is too small, not too large.
+// Distinguishes underflow from overflow: true if a number, without its sign, is too small for a double.
 bool isTiny(std::string_view number)
 {
     const std::size_t mark = std::min(number.find_first_of("eE"), number.size());

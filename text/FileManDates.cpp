@@ -91,7 +91,7 @@ Text fmDateOf(Moment moment, TimePart timePart)
     if (offset <= 0)
         return {};
     Text text =
-        wholeText(offset * 10000LL + static_cast<unsigned>(date.month()) * 100 + static_cast<unsigned>(date.day()));
+        wholeText(offset * 10000LL + static_cast<unsigned>(date.month()) * 100LL + static_cast<unsigned>(date.day()));
     const hh_mm_ss time { moment - dateOf(moment) };
     const long long fraction = time.hours().count() * 10000 + time.minutes().count() * 100 + time.seconds().count();
     if (timePart == TimePart::Without || fraction == 0)

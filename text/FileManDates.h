@@ -5,7 +5,7 @@
 
 namespace health {
 
-// The server stores dates of the years 1800 to 2699. Only the registry's date fields have no narrower bounds.
+// The server stores dates of the years 1800 to 2699. All date fields except the registry's have narrower bounds.
 bool isStorable(Moment moment);
 
 enum class TimePart {

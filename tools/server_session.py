@@ -16,7 +16,7 @@ class Session:
         self.start(*self.command)
         self.number = 0
         self.told = []  # the progress and events that arrived during calls
-        self.token = uuid.uuid4().hex  # unique: a call number of a known session is answered from memory
+        self.token = uuid.uuid4().hex  # unique: the server answers a known session's old numbers from memory
         if user:
             assert user in self.reply("MEVHOST SIGNON", f"{self.token}^{user}^2")
 

@@ -5,8 +5,8 @@
 
 namespace health {
 
-// Makes a file that will contain patient data readable by the user only, before anything is written to it and whatever
-// the umask or the permissions of an existing file are. Leaves anything but a regular file, such as a pipe, unchanged.
+// Makes a file readable by the user only, before patient data are written to it. The umask and the permissions of an
+// existing file do not matter. Leaves anything but a regular file, such as a pipe, unchanged.
 // False if it cannot be written.
 inline bool makePrivate(const QString& path)
 {

@@ -42,7 +42,7 @@ public:
     }
 };
 
-// Installs the style at the first call.
+// Installs the style on the first call.
 GrownStyle& grownStyle()
 {
     if (auto* const style = dynamic_cast<GrownStyle*>(QApplication::style()))
@@ -73,7 +73,8 @@ void TextSize::setFactor(double factor)
     QFont font = m_natural;
     font.setPointSizeF(m_natural.pointSizeF() * factor);
     QApplication::setFont(font);
-    // After all widgets have the font: a window that measures the texts of others may have been notified before them.
+    // setFont may have notified a window before the widgets whose texts it measures. Now all of them have the font, so
+    // each is notified again.
     for (QWidget* const widget : QApplication::allWidgets()) {
         QEvent event(QEvent::StyleChange);
         QCoreApplication::sendEvent(widget, &event);

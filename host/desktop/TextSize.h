@@ -5,7 +5,7 @@
 
 namespace health {
 
-// The size of all text as a factor of the desktop's size, and of the margins, bars and boxes that styles do not adapt
+// Scales all text by a factor of the desktop's size, and with it the margins, bars and boxes that styles do not adapt
 // to the font. Its destructor restores the desktop's size.
 class TextSize : public QObject {
 public:

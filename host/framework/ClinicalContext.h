@@ -15,7 +15,7 @@ namespace health {
 class ClinicalContext : public QObject, public Host {
     Q_OBJECT
 public:
-    // How the user is asked and shown something; without a window nothing happens.
+    // Functions that ask the user or show something. The default ones, for a host without a window, do nothing.
     struct Prompts {
         std::function<void()> choosePatient = [] {};
         std::function<void()> chooseVisit = [] {};
@@ -64,7 +64,7 @@ private:
     std::shared_ptr<HostEncounter> m_encounter;
     std::shared_ptr<HostPrintPreview> m_print;
     std::vector<ComponentInstance*> m_components;
-    bool m_changing = false; // from the first component's veto to the last one's notification
+    bool m_changing = false; // from asking the first component to notifying the last one
 };
 
 }

@@ -33,7 +33,7 @@ QStringList manifestsOf(const QString& progId)
     return paths;
 }
 
-// The library that a manifest names by an absolute path or by one from the manifest's folder.
+// The library that a manifest names, by an absolute path or by one relative to the manifest's folder.
 QString libraryIn(const QString& path, const QString& progId)
 {
     QFile file(path);

@@ -16,7 +16,7 @@ namespace health {
 
 namespace {
 
-// Longer than a server may have to wait for the journal recovery of one that was killed.
+// Longer than a server may take to recover the journal after another one was killed.
 constexpr double DefaultTimeout = 90; // seconds
 constexpr double DefaultLongestCall = 600; // seconds
 

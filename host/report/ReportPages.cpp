@@ -69,7 +69,7 @@ QStringList brokenLines(QString line, qsizetype width)
     return lines;
 }
 
-// A name in a form that compares equal however it is spaced and capitalised.
+// A name without blanks and capitals, so that spacing and case do not matter in comparisons.
 QString bareName(QString text) { return text.remove(u' ').toCaseFolded(); }
 
 [[noreturn]] void cannotWrite(const QString& path)

@@ -26,14 +26,14 @@ public:
     // The report's lines, wrapped at the width. A form feed is a line by itself and begins a page.
     const QStringList& lines() const { return m_lines; }
 
-    // The rows of each page above its footer: the heading, then the lines. `rows` is their greatest number.
+    // The rows of each page above its footer: the heading and the lines, at most `rows` together.
     QList<QStringList> pages(int rows) const;
 
     // Sets the paper size that is usual in the user's locale.
     static void setUsualPaper(QPrinter& printer);
     // Sets margins that keep the text away from the paper's edge.
     static void setMargins(QPrinter& printer);
-    // Draws all pages. Their number; 0 on failure. An output file is readable by the user only.
+    // Draws all pages and returns their number; 0 on failure. An output file is readable by the user only.
     int paint(QPrinter& printer) const;
     // Writes a PDF file; needs no printer. Throws Failure if it cannot be written.
     void savePdf(const QString& path) const;

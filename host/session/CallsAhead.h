@@ -21,8 +21,8 @@ struct SentCall {
     }
 };
 
-// Expected calls whose requests were sent before the calls are made. The calls must come in the order in which they
-// were sent; the first one that does not discards the rest.
+// Expected calls whose requests were sent before the calls are made. The calls must be made in the order in which
+// they were sent; the first one out of order discards the rest.
 class CallsAhead {
 public:
     // The connection must outlive this object.
@@ -33,7 +33,7 @@ public:
 
     // Throws ConnectionLost.
     void send(SentCall call, TextView purpose);
-    // The number under which this call was sent; empty if it is not the next one.
+    // The number under which this call was sent; empty if another call, or none, is the next one.
     std::optional<long long> take(TextView name, TextView parameter);
     // Discards the calls that were sent; their replies are ignored.
     void discard();

@@ -80,7 +80,7 @@ void EventQueue::deliverQueued()
     const QDeadlineTimer turn(LongestDelivery);
     while (!m_events.empty() && !m_isInCall()) {
         if (turn.hasExpired())
-            return m_delivery.start(0); // other events of the window come in between
+            return m_delivery.start(0); // lets the window handle other events first
         const auto event = std::move(m_events.front());
         m_events.pop_front();
         deliver(event.first, event.second);

@@ -31,7 +31,7 @@ public:
     // Queues an event; an equal one that is still queued is not queued again. When too many are queued, one REFRESH
     // replaces them all.
     void queue(Text name, Text data);
-    // Delivers an event to all its subscribers before it returns. A sink that fails does not keep it from the others.
+    // Delivers an event to all its subscribers before it returns. If a sink fails, the others still receive it.
     void deliver(const Text& name, const Text& data);
 
 Q_SIGNALS:

@@ -11,8 +11,8 @@ namespace health {
 namespace {
 
 constexpr qsizetype LengthDigits = 8;
-// Bytes of a body. The server itself refuses requests that are too long for it. 100,000 records are an answer of 20 MB,
-// which takes four bytes per letter as a Text.
+// Bytes of a body. The server has a lower limit of its own for requests. An answer with 100,000 records has 20 MB and
+// takes four times that as a Text.
 constexpr qsizetype LongestRequest = 99'999'999;
 constexpr qsizetype LongestAnswer = 64'000'000;
 constexpr qsizetype LargestRest = 1'000'000; // bytes of read frames that the buffer may keep

@@ -75,11 +75,11 @@ void HostSession::openSession()
         for (const Text& name : m_events.names())
             subscribe(name);
     } catch (const Failure&) {
-        m_connection.close(); // never half a session
+        m_connection.close(); // a session is restored completely or not at all
         throw;
     }
     m_onConnection = true;
-    // No subscriber has heard of what happened since the old connection was lost.
+    // The subscribers have missed all events since the old connection was lost.
     m_eventsMissed = m_eventsMissed || !m_events.names().empty();
     m_declined.reset();
     m_reconnector.noteConnected();
@@ -211,7 +211,7 @@ void HostSession::openQuietly()
     openSession();
 }
 
-// The missed events are not known: the panels reload everything.
+// Nobody knows which events were missed, so the panels reload everything.
 void HostSession::raiseMissedEvents()
 {
     if (std::exchange(m_eventsMissed, false))
@@ -324,7 +324,7 @@ void HostSession::unregisterEvent(TextView name, ICSS_SessionEvents& sink)
         m_namesAtServer.erase(Text(name));
         sendWithoutReply(L"MEVHOST UNSUBSCRIBE", name);
     } catch (const ConnectionLost&) {
-        // Nothing that the user asked for has failed.
+        // No request of the user has failed.
         QMetaObject::invokeMethod(this, &HostSession::reconnectQuietly, Qt::QueuedConnection);
     }
 }

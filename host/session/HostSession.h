@@ -55,7 +55,7 @@ public:
     // The longest time that a call may take, even while the server keeps sending; milliseconds.
     void setLongestCall(int milliseconds) { m_connection.setLongestCall(milliseconds); }
     // Called repeatedly during a long call, with the milliseconds that it has lasted. Returning true lets user input
-    // through; the callee must then block input to everything that may not take it.
+    // through; the callee must then block input to everything that must not receive it.
     std::function<bool(qint64 milliseconds)> onWait;
     void setObject(TextView progId, std::shared_ptr<HostObject> object) { m_objects[Text(progId)] = std::move(object); }
     // Asks the user for a name in connect(); returns an empty text if there is none.
@@ -112,7 +112,7 @@ private:
     };
 
     Text call(TextView name, TextView parameter);
-    // The purpose that a request states; a server of protocol version 1 would not understand it.
+    // The purpose that a request states; empty for a server of protocol version 1, which would not understand it.
     Text purposeOf(TextView name, TextView parameter) const
     {
         return m_serverVersion < 2 ? Text() : m_marks.purposeOf(name, parameter);
@@ -144,7 +144,7 @@ private:
     int m_serverVersion = 1; // of the protocol that the server speaks over the open connection
     bool m_onConnection = false; // the open connection has been signed on
     bool m_inCall = false; // from the first try to the end of the last
-    bool m_givenUp = false; // the running call
+    bool m_givenUp = false; // the user has abandoned the running call
     bool m_changeSent = false; // the running call changes data, and the server may have received it
     EventQueue m_events;
     std::set<Text> m_namesAtServer; // subscribed over the open connection

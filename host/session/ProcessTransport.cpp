@@ -7,7 +7,7 @@ using namespace Qt::StringLiterals;
 namespace health {
 
 namespace {
-constexpr int EndMilliseconds = 2000; // a server stops within a few when its input ends
+constexpr int EndMilliseconds = 2000; // a server usually stops much sooner after its input ends
 constexpr qsizetype LongestErrors = 4096; // bytes
 }
 

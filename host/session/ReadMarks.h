@@ -11,15 +11,15 @@ namespace health {
 // Whether a call of the panel changes records.
 bool changesRecords(TextView name);
 
-// What a session tells the server about the purpose of its calls (docs/protocol.md): what a reading call is for, and
-// which replies have reached a form. The server then refuses changes to records that have changed since they were read.
+// The purposes that a session states to the server (docs/protocol.md): what a reading call is for, and which replies
+// have reached a form. The server then refuses changes to records that have changed since they were read.
 class ReadMarks {
 public:
     // Announces the next calls. A record that is read again counts as unread until its reply arrives.
     void announce(std::span<const ExpectedCall> calls);
 
-    // The purpose that a request states: "LIST" or "EDIT" if the call was announced so, for a change "CHECK" and the
-    // numbers of the replies that forms hold. Empty in a session that never announced the purpose of a call.
+    // The purpose that a request states: "LIST" or "EDIT" if the call was announced as such; for a change, "CHECK" and
+    // the numbers of the replies that forms hold. Empty in a session that never announced the purpose of a call.
     Text purposeOf(TextView name, TextView parameter) const;
 
     // Notes that the reply to the call of this number has arrived.

@@ -8,7 +8,7 @@ namespace health {
 
 namespace {
 
-constexpr int LongestPause = 32; // first pauses
+constexpr int LongestPause = 32; // in units of the first pause
 
 }
 

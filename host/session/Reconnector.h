@@ -19,7 +19,7 @@ public:
     bool attempt(const std::function<void()>& open);
     // A call of the user has failed: the next attempt comes after a pause.
     void noteFailedCall();
-    // The connection is open, by whatever means: the pauses are short again.
+    // The connection is open again, however that happened: resets the pause.
     void noteConnected();
 
 Q_SIGNALS:

@@ -73,8 +73,8 @@ void ServerConnection::lose(const QString& reason)
     throw ConnectionLost(reason.toStdWString());
 }
 
-// Reads the events that arrived behind an answer after the call has ended; queued only then, because a long call
-// processes posted events.
+// Reads, after the call has ended, the events that arrived behind its answer. Posts the reading only at that time,
+// because a long call processes posted events.
 auto ServerConnection::readIdleLater()
 {
     return qScopeGuard([this] { QMetaObject::invokeMethod(this, &ServerConnection::readIdle, Qt::QueuedConnection); });
@@ -204,7 +204,7 @@ void ServerConnection::keep(Answer answer)
 std::optional<Answer> ServerConnection::nextAnswer()
 {
     try {
-        // Decodes everything received before reading more: unread bytes do not fill the buffer.
+        // Decodes buffered bytes before it reads more, so that the buffer does not grow.
         if (auto answer = m_reader.next())
             return answer;
         m_reader.feed(m_transport.device()->readAll());
@@ -218,7 +218,7 @@ std::optional<Answer> ServerConnection::nextAnswer()
 bool ServerConnection::readMore()
 {
     QIODevice* const device = m_transport.device();
-    // In this order, so that the last words of a server that has stopped are read first.
+    // In this order, so that the last bytes of a server that has stopped are still read.
     const bool alive = m_transport.isAlive();
     if (device->bytesAvailable() > 0)
         return true;
@@ -230,7 +230,7 @@ bool ServerConnection::readMore()
 }
 
 // While no call waits, only events and answers to requests sent ahead can arrive; after anything else the stream is out
-// of step.
+// of sync.
 void ServerConnection::readIdle()
 {
     if (m_waiting || !m_open)

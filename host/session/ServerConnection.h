@@ -12,7 +12,7 @@ namespace health {
 
 class Transport;
 
-// The stream to the server is lost or out of step; a call may be retried over a new one.
+// The stream to the server is lost or out of sync; a call may be retried over a new one.
 class ConnectionLost : public Failure {
     using Failure::Failure;
 };
@@ -62,7 +62,7 @@ Q_SIGNALS:
     void lostWhileIdle();
 
 private:
-    // A request that was sent and not yet answered to its caller.
+    // A request that was sent and whose caller has not received the answer yet.
     struct Sent {
         bool isDropped = false;
         std::optional<Answer> answer; // arrived before receive()

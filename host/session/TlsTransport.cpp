@@ -20,7 +20,7 @@ namespace health {
 
 namespace {
 
-// Detects within two minutes that the server has gone silently, also while no call runs.
+// Detects within two minutes, even between calls, that the server disappeared without closing the connection.
 void keepAlive(QSslSocket& socket)
 {
     socket.setSocketOption(QAbstractSocket::KeepAliveOption, 1);

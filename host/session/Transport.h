@@ -24,7 +24,7 @@ public:
     virtual QString endReason() const = 0;
 
     // Called repeatedly while opening or a call takes long, with the milliseconds that it has lasted. Returning true
-    // lets user input through; the callee must then block input to everything that may not take it.
+    // lets user input through; the callee must then block input to everything that must not receive it.
     std::function<bool(qint64 milliseconds)> onWait;
     // Called during a wait: paints the window, but starts nothing else. X11ExcludeTimers also holds back timers, so
     // that none starts a second call; Qt declares the flag without documenting it, and only its Unix dispatchers honour

@@ -9,8 +9,8 @@
 
 namespace health {
 
-// The last change whose request was sent and then abandoned. Repeated in time, it keeps its number, so that the server
-// makes it once. After another change, or much later when others may have changed the record, it is a new change.
+// The last change whose request was sent and then abandoned. If it is repeated soon, it keeps its number, so that
+// the server makes it once. After another change, or later, when others may have changed the record, it counts as new.
 class UnsettledChange {
 public:
     void keep(SentCall call)

@@ -129,7 +129,8 @@ void Tour::openLookup()
     m_searches = false;
 }
 
-// Opens the editor of a record, as its list call returns it, or to add one. Returns when the editor is closed.
+// Opens the editor of a record (the pieces of its line in the list reply; empty to add one). Returns when the editor is
+// closed.
 void Tour::open(RecordTypeNumber type, const QStringList& record, const QString& picture)
 {
     m_picture = m_patient + picture;
@@ -142,7 +143,7 @@ QList<QStringList> Tour::records(const wchar_t* call)
     return linesOf(m_window.context().session().callList(call, std::to_wstring(m_window.context().patient().number)));
 }
 
-// Types the beginning of a name over the provider. False if no search is due.
+// Replaces the provider by the beginning of a name. False if no search is due.
 bool Tour::searchProvider(const QWidget& dialog)
 {
     if (!std::exchange(m_searches, false))

@@ -44,21 +44,7 @@ ListPicker::ListPicker(const QString& title, const QStringList& headings, QWidge
         clear->setAccessibleName(u"Clear"_s);
     m_text->installEventFilter(this);
 
-    m_list->setHorizontalHeaderLabels(headings);
-    m_list->setAccessibleName(title);
-    m_list->setSelectionBehavior(QAbstractItemView::SelectRows);
-    m_list->setSelectionMode(QAbstractItemView::SingleSelection);
-    m_list->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    m_list->setTabKeyNavigation(false);
-    m_list->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
-    m_list->installEventFilter(this);
-    m_list->viewport()->installEventFilter(this);
-    m_list->setShowGrid(false);
-    m_list->setAlternatingRowColors(true);
-    m_list->verticalHeader()->hide();
-    m_list->horizontalHeader()->setHighlightSections(false);
-    for (int column = 0; column < m_list->columnCount(); ++column)
-        m_list->horizontalHeaderItem(column)->setTextAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    setUpList(headings);
 
     auto* const buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
     m_select = buttons->button(QDialogButtonBox::Ok);
@@ -80,6 +66,25 @@ ListPicker::ListPicker(const QString& title, const QStringList& headings, QWidge
 
     resizeToScreen(*this, { fontMetrics().horizontalAdvance(u'x') * 90, fontMetrics().height() * 26 });
     updateButtons();
+}
+
+void ListPicker::setUpList(const QStringList& headings)
+{
+    m_list->setHorizontalHeaderLabels(headings);
+    m_list->setAccessibleName(windowTitle());
+    m_list->setSelectionBehavior(QAbstractItemView::SelectRows);
+    m_list->setSelectionMode(QAbstractItemView::SingleSelection);
+    m_list->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    m_list->setTabKeyNavigation(false);
+    m_list->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
+    m_list->installEventFilter(this);
+    m_list->viewport()->installEventFilter(this);
+    m_list->setShowGrid(false);
+    m_list->setAlternatingRowColors(true);
+    m_list->verticalHeader()->hide();
+    m_list->horizontalHeader()->setHighlightSections(false);
+    for (int column = 0; column < m_list->columnCount(); ++column)
+        m_list->horizontalHeaderItem(column)->setTextAlignment(Qt::AlignLeft | Qt::AlignVCenter);
 }
 
 void ListPicker::setRows(const QList<Row>& rows)

@@ -21,7 +21,7 @@ void resizeToScreen(QWidget& window, QSize size);
 class ListPicker : public QDialog {
     Q_OBJECT
 public:
-    // A key, which is not shown, and the texts by heading.
+    // A hidden key, and a text for each heading.
     struct Row {
         QString key;
         QStringList texts;
@@ -50,6 +50,7 @@ protected:
     void changeEvent(QEvent* event) override;
 
 private:
+    void setUpList(const QStringList& headings);
     void runSearch();
     bool pressedEnter();
     bool moveToEnd(const QKeyEvent& key);

@@ -40,10 +40,10 @@ namespace health {
 namespace {
 // In milliseconds
 constexpr int LongestOpening = 15'000;
-constexpr int Patience = 2000; // before the user is offered to stop waiting
+constexpr int Patience = 2000; // before the window offers to stop waiting
 constexpr int LaterPause = 20;
 
-// Of the settings
+// Keys of the settings
 const QString GeometryKey = u"geometry"_s;
 const QString TextSizeKey = u"textSize"_s;
 constexpr double TextStep = 1.1;

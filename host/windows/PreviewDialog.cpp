@@ -36,19 +36,36 @@ PreviewDialog::PreviewDialog(const ReportPages& pages, const QString& title, QWi
     } else {
         ReportPages::setMargins(m_printer);
     }
+    setUpPreview();
+    auto* const layout = new QVBoxLayout(this);
+    layout->addWidget(m_preview, 1);
+    m_saved->setTextFormat(Qt::PlainText);
+    m_saved->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    m_saved->setWordWrap(true);
+    m_saved->hide();
+    layout->addWidget(m_saved);
+    layout->addWidget(makeButtons());
+    resizeToScreen(*this, { fontMetrics().horizontalAdvance(u'x') * 110, fontMetrics().height() * 44 });
+}
+
+void PreviewDialog::setUpPreview()
+{
     m_preview = new QPrintPreviewWidget(&m_printer);
-    m_preview->setAccessibleName(title);
-    // The pages are pictures, so screen readers read their text as the description.
+    m_preview->setAccessibleName(windowTitle());
+    // The pages are pictures, so their text is the description, for screen readers.
     if (auto* const view = m_preview->findChild<QGraphicsView*>()) {
         for (QWidget* const spoken : { static_cast<QWidget*>(view), view->viewport() }) {
             spoken->setAccessibleName(u"Pages"_s);
             spoken->setAccessibleDescription(
-                QStringList(pages.lines()).replaceInStrings(u"\f"_s, QString()).join(u'\n'));
+                QStringList(m_pages.lines()).replaceInStrings(u"\f"_s, QString()).join(u'\n'));
         }
     }
     connect(
         m_preview, &QPrintPreviewWidget::paintRequested, this, [this](QPrinter* printer) { m_pages.paint(*printer); });
+}
 
+QWidget* PreviewDialog::makeButtons()
+{
     auto* const buttons = new QDialogButtonBox(QDialogButtonBox::Close);
     const auto add = [&](const QString& caption) {
         QPushButton* const button = buttons->addButton(caption, QDialogButtonBox::ActionRole);
@@ -67,16 +84,7 @@ PreviewDialog::PreviewDialog(const ReportPages& pages, const QString& title, QWi
     connect(add(u"Zoom &Out"_s), &QPushButton::clicked, this, [this] { m_preview->zoomOut(); });
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     buttons->button(QDialogButtonBox::Close)->setDefault(true);
-
-    auto* const layout = new QVBoxLayout(this);
-    layout->addWidget(m_preview, 1);
-    m_saved->setTextFormat(Qt::PlainText);
-    m_saved->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    m_saved->setWordWrap(true);
-    m_saved->hide();
-    layout->addWidget(m_saved);
-    layout->addWidget(buttons);
-    resizeToScreen(*this, { fontMetrics().horizontalAdvance(u'x') * 110, fontMetrics().height() * 44 });
+    return buttons;
 }
 
 // The width to fit is known only after showing.
@@ -100,7 +108,7 @@ void PreviewDialog::print()
         showFailure(this, u"Print"_s, u"The report cannot be printed."_s);
 }
 
-// Without the patient's name, since others may see the names in a folder.
+// Without the patient's name, because other people may see file names.
 QString PreviewDialog::proposedFile() const
 {
     const QString name =

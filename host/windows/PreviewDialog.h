@@ -20,6 +20,8 @@ protected:
     void showEvent(QShowEvent* event) override;
 
 private:
+    void setUpPreview();
+    QWidget* makeButtons();
     void showTop();
     QString proposedFile() const;
     void print();

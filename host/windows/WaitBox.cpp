@@ -121,7 +121,7 @@ void WaitBox::appear()
     const QRect place = owner ? owner->frameGeometry() : screen()->availableGeometry();
     move(place.center() - rect().center());
     show();
-    // A pointer that shows that the button can be pressed.
+    // BusyCursor has an arrow, which shows that the button can be pressed.
     if (QGuiApplication::overrideCursor())
         QGuiApplication::changeOverrideCursor(Qt::BusyCursor);
     m_shown.start();

@@ -42,7 +42,7 @@ public:
     // The selected entry's text; empty if no entry is selected.
     Text text() const;
 
-    // The user chooses an entry, or clears the choice with -1 in a list that is emptiable.
+    // The user chooses an entry, or clears the choice with -1 if isEmptiable().
     void choose(int index);
     // The user may clear the choice.
     bool isEmptiable() const { return m_emptiable; }

@@ -94,7 +94,7 @@ public:
     // The frame that holds the control, null for none; outlives it.
     const Control* frame() const { return m_frame; }
     void setFrame(const Control* frame) { m_frame = frame; }
-    // The frame was enabled or disabled: takes over its state and resets grey text.
+    // The frame was enabled or disabled: adopts its state and resets grey text.
     virtual void followFrame(bool enabled)
     {
         setEnabled(enabled);

@@ -19,7 +19,7 @@ public:
     struct Column {
         int width = -1; // twips; -1: the front end chooses
         bool hidden = false;
-        int alignment = 0; // column by column: 0 is left and top, 6 is right and top
+        int alignment = 0; // counts down the columns of a 3 by 3 square: 0 is top left, 6 is top right
         Text heading; // a grid without any heading shows no heading row
     };
 

@@ -8,7 +8,7 @@
 namespace health {
 
 // A field for a date. It accepts what clinical users type: a date, "T" for today, "N" for now, "T-3", "T+2W", "T-1M",
-// "T+1Y", six or eight digits as 010206 or 01022006, and a time after a blank or "@". It shows a valid entry as
+// "T+1Y", six or eight digits such as 010206 or 01022006, and a time after a blank or "@". It shows a valid entry as
 // "mm/dd/yyyy" or "mm/dd/yyyy hh:mm" and keeps any other text unchanged, for the form to validate.
 class mevZvDate final : public Control {
 public:
@@ -46,7 +46,7 @@ public:
     // becomes a different, non-empty text, EntryRefused if the required time of day is missing. False if the entry was
     // refused or the form replaced it.
     bool enter(TextView text, Moment now);
-    // The value that an entry becomes: the date as it is shown, or the trimmed text if it is no date.
+    // The value that an entry becomes: the date as it is shown, or the trimmed text if it is not a date.
     Text understood(TextView text, Moment now) const;
 
     std::function<void(wchar_t& key)> KeyPress;
@@ -62,7 +62,7 @@ private:
     bool m_dateOnly = false;
 };
 
-// Parses an entry, including all short forms, to the minute; empty if it is no date.
+// Parses an entry, including all short forms, to the minute; empty if it is not a date.
 std::optional<Moment> momentEntered(TextView text, Moment now);
 
 }

@@ -2,7 +2,7 @@
 # Checking, marking and restoring backups. Needs lib/engine.sh.
 : "${data?}" "${gtm_dist?}" "${version?}"
 
-# integ_of FOLDER: true if the database there, which no process has open, is sound
+# integ_of FOLDER: true if the database there is sound; no process may have it open
 integ_of() { (cd -- "$1" && "$gtm_dist/mupip" integ -file app.dat </dev/null) >>maintenance.log 2>&1; }
 
 # The manifest marks a backup as complete and is written last. sha256sum reads its lines without "#".
@@ -33,6 +33,6 @@ finish_restore() {
     done
     sync .
     rm -rf restoring switching
-    # shellcheck disable=SC2034 # for adopt in lib/journal.sh: another place than the one in the file
+    # shellcheck disable=SC2034 # for adopt in lib/journal.sh: differs from the place in the file
     place=restored
 }

@@ -1,5 +1,5 @@
 # shellcheck shell=bash
-# The data folder, which is the current one: creates, recovers, and shares the database. Needs lib/engine.sh.
+# The data folder, which is the current folder: creates, recovers, and shares the database. Needs lib/engine.sh.
 : "${here?}" "${data?}" "${gtm_dist?}" "${task?}"
 # shellcheck source=lock.sh
 . "$here/lib/lock.sh" || exit 1
@@ -37,14 +37,14 @@ blocks_are_lost() {
         | grep -qE '\.(kill_in_prog|abandoned_kills)"\)=[1-9]'
 }
 
-# Rebuilds the block maps from the blocks in use, then clears the counters: an interrupted repair starts again.
+# Rebuilds the block maps from the blocks in use. Clears the counters last, so that an interrupted repair starts again.
 restore_maps() {
     printf '%s\n' "maps -restore_all" "change -fileheader -kill_in_prog=0 -abandoned_kills=0" exit \
         | "$gtm_dist/dse" >>maintenance.log 2>&1
 }
 give_lost_blocks_back() {
     blocks_are_lost || return 0
-    with_progress "Giving unused space back" restore_maps
+    with_progress "Reclaiming unused space" restore_maps
     ! blocks_are_lost || log "Blocks that killed sessions left are still marked as used."
 }
 

@@ -9,7 +9,7 @@ frame() { printf '%08d%s' "${#1}" "$1"; }
 progress() { [ "${task:-}" != serve ] || frame "P$1"$'\n'"$2"; }
 
 # with_progress TEXT COMMAND...: reports every few seconds that the command is running, because clients give up on a
-# silent server. A command that names its own progress gets an empty text.
+# silent server. TEXT is empty for a command that reports its own progress.
 with_progress() {
     local text=$1 ticks=0
     shift

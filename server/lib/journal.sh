@@ -1,7 +1,7 @@
 # shellcheck shell=bash
 # The journals: their paths in the database, recovery from them, and which of them are kept. Needs lib/engine.sh.
 : "${data?}" "${gtm_dist?}" "${mev_data?}"
-# Device and inode of the database: now, and as the file "place" has them since the journal began.
+# Device and inode of the database: now, and when the journal began (from the file "place").
 place='' known_place=''
 
 # While sessions run, the newest four of 32 MB each are kept, and those of the last two minutes: recovery reads further
@@ -23,7 +23,8 @@ start_journal() {
 }
 
 # True if the journal of a cleanly closed database can be continued. One that ends in the future cannot: recovery uses
-# its times to find the last checkpoint before the last save, and would find none. The offsets are of this format.
+# its times to find the last checkpoint before the last save, and would find none. The offsets are those of the
+# format GDSJNL28.
 journal_continues() {
     local -a words
     [ "$known_place" = "$place" ] || return
@@ -37,7 +38,7 @@ journal_continues() {
 
 # offset FIELD: the offset of a field in the engine's files
 offset() { sed -n "/\"name\")=\"$1\"/{n;s/.*=//p}" "$gtm_dist/GTMDefinedTypesInitRelease.m"; }
-# number FILE FIELD, text FILE FIELD, put FILE FIELD BYTES: one field of a file's header
+# number FILE FIELD, text FILE FIELD, put FILE FIELD BYTES: reads or writes a field of a file's header
 number() { od -An -v -tu4 -j "$(offset "$2")" -N 4 "$1" | tr -d ' '; }
 text() { dd if="$1" bs=1 skip="$(offset "$2")" count=255 status=none | tr '\0' '\n' | head -n 1; }
 put() { printf %b "$3" | dd of="$1" bs=1 seek="$(offset "$2")" conv=notrunc status=none; }
@@ -71,8 +72,8 @@ adopt() {
         [ -e "$name" ] || continue
         put_text "$name" jnl_file_header.data_file_name jnl_file_header.data_file_name_length "$mev_data/app.dat"
         before=$(text "$name" jnl_file_header.prev_jnl_file_name)
-        [ -z "$before" ] || put_text "$name" jnl_file_header.prev_jnl_file_name jnl_file_header.prev_jnl_file_name_length \
-            "$mev_data/${before##*/}"
+        [ -z "$before" ] || put_text "$name" jnl_file_header.prev_jnl_file_name \
+            jnl_file_header.prev_jnl_file_name_length "$mev_data/${before##*/}"
     done
     log "The database was copied or moved here."
 }

@@ -8,7 +8,7 @@ lock() {
     case $? in
         0) ;;
         75) return 1 ;;
-        *) fail "The data folder $data cannot be locked. It must be on a disk with file locks, best a local one." ;;
+        *) fail "The data folder $data cannot be locked. It needs a disk with file locks, preferably a local one." ;;
     esac
 }
 open_lock() { exec 9>lock || fail "The data folder $data cannot be written."; }
@@ -41,8 +41,9 @@ accuse() {
     [ -n "$process" ] || { echo "a process that $(id -un) cannot see"; return; }
     read -r name 2>/dev/null <"/proc/$process/comm" || name=ended
     grep -q '^State:.*stopped' "/proc/$process/status" 2>/dev/null && state=", stopped"
-    printf 'process %s (%s, user %s%s, since %(%F %T)T)' "$process" "$name" "$(stat -c %U "/proc/$process" 2>/dev/null)" \
-        "${state:-}" "$(stat -c %Y "/proc/$process" 2>/dev/null || echo -1)"
+    printf 'process %s (%s, user %s%s, since %(%F %T)T)' "$process" "$name" \
+        "$(stat -c %U "/proc/$process" 2>/dev/null)" "${state:-}" \
+        "$(stat -c %Y "/proc/$process" 2>/dev/null || echo -1)"
 }
 
 # Takes the shared lock; while waiting, passes on the progress of the session that holds it exclusively. A holder that

@@ -67,8 +67,8 @@ FILE(call,result,patient,root,record) ; Files the entry's main node, after its o
  QUIT
  ;
 LINK(former,entry,node,nodes) ; An entry's hash: over the former hash, the number, the main node, and all other nodes
- ; Sets nodes to the number of other nodes, which reveals nodes of any other form. Avoids $QUERY: compiling each name
- ; that it returns takes as long as a save.
+ ; Sets nodes to the number of other nodes, so that --verify detects nodes of any other form. Avoids $QUERY: compiling
+ ; each name that it returns takes as long as a save.
  NEW digits,first,ien,name,part,root,second,text
  SET text=former_"^"_entry_"^"_$LENGTH(node)_"^"_node,(part,root,ien,first,second)="",nodes=0
  FOR  SET part=$ORDER(^MEVAUD(entry,part)) QUIT:part=""  DO

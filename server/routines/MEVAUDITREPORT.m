@@ -100,7 +100,7 @@ NODES(entry,part,what) ; Prints the nodes of a record before or after the change
  QUIT
  ;
 VERIFY ; Entry point: checks each entry; exits with 1 if one was changed, is missing, or was inserted
- ; mev_kept is an entry's number and hash from an earlier run; it reveals a chain that was computed again since.
+ ; mev_kept is an entry's number and hash from an earlier run; it reveals a chain that was recomputed since.
  NEW began,entry,expected,faults,former,head,kept,last,none
  SET $ETRAP="WRITE ""The server failed: "",$ZSTATUS,! ZHALT 1"
  ; In this order, because a session may file an entry and move the head meanwhile.

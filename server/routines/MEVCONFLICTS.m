@@ -88,7 +88,7 @@ REFUSED() ; Why a change is a conflict, as a sentence; empty if the session has 
  IF why="",root="^MEVREG" SET mark=$GET(^MEVSEEN(token,"EDIT",root_" NOTE",record)),known=$PIECE(mark,"^"),why=$$UNREAD
  QUIT why
  ;
-UNREAD() ; Why, by the mark, the form has not read the current version; empty if it has
+UNREAD() ; A sentence if, according to the mark, the form has not read the current version; else empty
  NEW unseen
  ; A missing record cannot be overwritten.
  IF mark="",'$DATA(@root@(record,0)) QUIT ""

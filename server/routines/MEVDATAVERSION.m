@@ -41,11 +41,11 @@ LOCKED ; Runs the outstanding conversions in one session; the others wait
  LOCK -^MEVDATA
  QUIT
  ;
-START ; Gives new data the current version
+START ; Marks new data with the current version
  SET ^MEVDATA("VERSION")=$$CURRENT
  QUIT
  ;
-PROGRESS(percent,text) ; Sends a long conversion's progress, one frame a second; told belongs to the caller
+PROGRESS(percent,text) ; Sends a long conversion's progress, one frame a second; the caller declares told
  QUIT:$GET(told)=$HOROLOG
  SET told=$HOROLOG
  DO FRAME^MEVSESSION("P"_percent_$CHAR(10)_text)

@@ -64,7 +64,7 @@ PARSE(text) ; The FileMan date of mm/dd/yyyy [hh:mm]; empty if it is not a date 
 OUTSIDE(date) ; True outside the supported years. From 2700 on, a FileMan date would have more digits.
  QUIT date<1000000!(date'<10000000)
  ;
-FAULT(text,sentence) ; Why a text is not a date: its year, or else the given sentence; empty for a date
+FAULT(text,sentence) ; The error of a text that is not a date: about its year, or the given sentence; empty for a date
  NEW date
  SET date=$$CALENDAR(text)
  IF date="" QUIT sentence

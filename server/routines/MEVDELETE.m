@@ -1,4 +1,4 @@
-MEVDELETE ; Deletes records after checking the user's rights; the audit keeps them. The call's name gives the kind.
+MEVDELETE ; Deletes records after checking the user's rights; the audit keeps them. The call's name states the kind.
  ;
 ONLY ; Call: patient. For kinds with one record a patient.
  NEW kind,root

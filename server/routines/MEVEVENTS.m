@@ -7,7 +7,7 @@ MEVEVENTS ; Events between sessions
  ; ^MEVSES(session,"SUB",name)=""    ^MEVSUB(name,session)=""
  ; ^MEVQUE(session)=last entry    ^MEVQUE(session,entry)=name LF data    ^MEVQUE(session,0)="" if it overflowed
  ;
-OPEN ; A session begins. It uses ZALLOCATE because LOCK, which releases a call's locks, leaves that alone.
+OPEN ; A session begins. ZALLOCATE makes a lock that LOCK, which releases a call's locks, does not release.
  SET session=$INCREMENT(^MEVSES)
  ZALLOCATE ^MEVSESL(session)
  SET ^MEVSES(session)=$JOB

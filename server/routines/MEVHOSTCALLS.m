@@ -1,6 +1,6 @@
 MEVHOSTCALLS ; The calls of the host itself: sign-on, keys, patients, visits
  ;
-USERS ; Call: the users that may sign on; over TLS, only the one that the certificate names
+USERS ; Call: the users who may sign on; over TLS, only the one that the certificate names
  NEW count,ien,node,only
  SET count=0,ien=0,only=$$CERTIFIED
  FOR  SET ien=$ORDER(^MEVUSR(ien)) QUIT:'ien  SET node=^MEVUSR(ien,0) IF $PIECE(node,"^",4) DO

@@ -1,6 +1,6 @@
 MEVLIMITS ; Limits of a session, a user, and a call; docs/protocol.md lists them
  ;
-LONGEST(flags) ; The maximal length of a call's parameter in bytes
+LONGEST(flags) ; The maximum length of a call's parameter in bytes
  QUIT $SELECT(flags["L":+$PIECE(flags,"L",2),1:10000)
  ;
 FORBIDDEN(flags) ; Why a call is refused before it starts, else empty
@@ -36,16 +36,16 @@ READING ; Delays a user who reads faster than a person can: each look is kept in
  IF $$COUNT("LOOK "_user)>(10*$$PATIENCE) HANG .2
  QUIT
  ;
-EVENTS() ; The maximal number of queued events of a session
+EVENTS() ; The maximum number of queued events of a session
  QUIT 5000
  ;
-NAMES() ; The maximal number of a session's subscriptions
+NAMES() ; The maximum number of a session's subscriptions
  QUIT 1000
  ;
-SESSIONS() ; The maximal number of a user's sessions over TLS
+SESSIONS() ; The maximum number of a user's sessions over TLS
  QUIT $$PATIENCE\2
  ;
-CROWDED(ien) ; True if the user has that many other sessions. Local sessions are not limited.
+CROWDED(ien) ; True if the user's other sessions have reached the maximum. Local sessions are not limited.
  IF $$CERTIFIED^MEVHOSTCALLS="" QUIT 0
  IF $$OTHERS(ien)<$$SESSIONS QUIT 0
  DO SWEEP^MEVEVENTS

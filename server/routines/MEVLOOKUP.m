@@ -1,7 +1,7 @@
 MEVLOOKUP ; Searches of tables: by the beginning of the name, by code, by number
  ; Screens arrive as texts, are compared with the known ones, and are never executed.
  ;
-DICLKUP ; Call: file ^ text ^^^ most ^ index ^ screen ^^ fields. LINE gives the layout of the lines.
+DICLKUP ; Call: file ^ text ^^^ most ^ index ^ screen ^^ fields. LINE describes the lines.
  NEW count,file,most,root,screen,search
  SET file=$PIECE(param,"^"),search=$PIECE(param,"^",2),most=$PIECE(param,"^",5),screen=$PIECE(param,"^",7),count=0
  SET root=$SELECT(file?1.7N.1(1".".3N):$$SEARCHED^MEVFILES(file),1:"")

@@ -57,7 +57,7 @@ INDEX(root,ien) ; Indexes an entry of a searchable file
  . SET ^MEVPAT("G"," "_$EXTRACT(name,at,80)_"/"_name,ien)=""
  QUIT
  ;
-WALK(root,index,text,take) ; Calls take for the entries whose indexed name begins with the text, until count is most
+WALK(root,index,text,take) ; Calls take for the entries whose indexed name begins with the text, until count reaches most
  NEW ien,key
  SET text=" "_$EXTRACT(text,1,80),key=$ORDER(@root@(index,text),-1)
  FOR  SET key=$ORDER(@root@(index,key)) QUIT:key=""  QUIT:$EXTRACT(key,1,$LENGTH(text))'=text  QUIT:count'<most  DO

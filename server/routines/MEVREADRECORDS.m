@@ -58,7 +58,7 @@ EMERGENCYLINE(node) ; urgency, arrival, other, entered by, informant, notified, 
  SET transfer=$PIECE(node,"^",15)
  QUIT line_"^"_$SELECT(transfer="":"",1:$$NAME^MEVFILES($SELECT(transfer["LOC":4,1:9999999.11),+transfer)_"|"_transfer)
  ;
-LIST ; Call: all records of a patient, or one record; the call's name gives the kind
+LIST ; Call: all records of a patient, or one record; the call's name states the kind
  NEW count,dfn,ien,inverse,root
  SET root="^"_$PIECE(name," "),dfn=$PIECE(param,"^"),ien=$PIECE(param,"^",2),count=0
  IF dfn="",ien'="" DO ONE QUIT

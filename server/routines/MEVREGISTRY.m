@@ -35,13 +35,13 @@ SETREG ; Call: patient ^ A or I [^ last visit ^ date due ^ next appointment ^ ma
  DO CHANGED^MEVSAVE(dfn,"VAST")
  QUIT
  ;
-REFUSED(leaving) ; Why not: all changes need the registry's key, except removing a patient with the last asthma record
+REFUSED(leaving) ; The error reply, else empty. Inactivating, as after deleting an asthma record, needs no registry key.
  IF $$HOLDS^MEVKEYS("QASZMENU") QUIT ""
  IF leaving,$$REFUSED^MEVRIGHTS("VAST")="" QUIT ""
  QUIT "-1^You may not change the asthma registry."
  ;
 ENTRY(node) ; The node with the saved dates and manager; empty after a refusal
- ; An empty manager keeps the former one, because the editor sends only a manager that was looked up in it.
+ ; An empty manager keeps the former one, because the editor sends only a manager that the user looked up there.
  NEW bad,date,index,manager
  SET bad="",manager=$PIECE(param,"^",6)
  FOR index=3:1:5 DO

@@ -25,7 +25,7 @@ PUT(root,ien,node) ; Files a patient's only record of a kind; the audit keeps th
  SET ignored=$$FILE^MEVFILES(root,ien,node)
  QUIT
  ;
-BADDATE(date,bad) ; Why the text, if not empty, is not a date; for a valid date, the earlier error in bad
+BADDATE(date,bad) ; The error of a text that is neither empty nor a date; otherwise bad, the error of an earlier date
  NEW fault
  SET fault=$SELECT(date="":"",1:$$FAULT^MEVDATE(date,$$BRIEF^MEVTEXT(date,40)_" is not a date."))
  QUIT $SELECT(fault="":bad,1:fault)

@@ -78,7 +78,7 @@ READ(count,data) ; Reads exactly count bytes; false at the end of the input or i
  IF turns>2 DO FAILED(0,"The rest of the request did not arrive within a minute.")
  QUIT $LENGTH(data)=count
  ;
-TURN ; Between two waits inside READ
+TURN ; Between two waits of READ: sends the queued events, except inside a frame
  QUIT:busy
  DO SENDALL^MEVEVENTS
  USE input

@@ -1,6 +1,6 @@
 MEVTEXT ; Prepares texts for storing, for messages, and for replies
  ;
-PLAIN(text,kept) ; A free text as it is filed: without marks, with blanks instead of control characters except kept
+PLAIN(text,kept) ; A free text as it is filed: without marks; blanks replace control characters, except those in kept
  QUIT $$PRINTABLE($$UNMARKED(text),kept)
  ;
 PRINTABLE(text,kept) ; The text with blanks instead of control characters, except those in kept

@@ -28,7 +28,7 @@ ONCE(number,name,entry) ; Runs an entry of the table of calls; a repeated reques
  IF filed,'$$JOURNALED SET failure="The change was made, but may be lost: the server's disk is full."
  QUIT
  ;
-RECALL ; Sets the stored reply; fails if the number belongs to another user's or another call
+RECALL ; Sets the stored reply; fails if the number belongs to a call of another user, or to a different call
  NEW remembered
  SET remembered=^MEVDONE(token,number),audit=$PIECE(remembered,"^")
  IF $PIECE(^MEVAUD(audit),"^",2,3)'=(user_"^"_name)!'$$ASKED^MEVAUDIT(audit,asked) DO  QUIT

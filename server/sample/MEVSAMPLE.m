@@ -31,7 +31,7 @@ CHANCE(percent) ; True with this probability
 PICK(list) ; One piece of a list separated by ","
  QUIT $PIECE(list,",",$$RANDOM($LENGTH(list,",")))
  ;
-USERS ; Creates the users that may sign on
+USERS ; Creates the users who may sign on
  NEW class,ien,index,keys,line,node,text
  SET class=$$FILE^MEVFILES("^MEVCLS",0,"TRAINEES"),^MEVCLS(class,"PAR","MEV DISABLE REP HIST EDITING")=1
  FOR line=1:1 SET text=$PIECE($TEXT(USERLIST+line),";;",2,9) QUIT:text=""  DO

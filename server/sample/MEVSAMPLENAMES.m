@@ -1,6 +1,6 @@
 MEVSAMPLENAMES ; Invented names, upper case, LAST,FIRST M
  ;
-NAME(sex) ; A name for a sex
+NAME(sex) ; A random name for this sex
  NEW first,initials,last
  SET last=$$PICK^MEVSAMPLE($$LISTED("LAST"_$$RANDOM^MEVSAMPLE(4)))
  IF $$CHANCE^MEVSAMPLE(6) SET last=last_"-"_$$PICK^MEVSAMPLE($$LISTED("LAST"_$$RANDOM^MEVSAMPLE(4)))

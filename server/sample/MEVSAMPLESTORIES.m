@@ -86,7 +86,7 @@ REFUSER ; Every kind of refusal that can be edited, with and without comments
  . DO REFUSE^MEVSAMPLERECORDS(dfn,$$ADD^MEVDATE(today,-15*kind),locked,type,comment)
  QUIT
  ;
-OTHERS ; No record; very many; an emergency; a very long name; accents; many
+OTHERS ; One patient each: no record, 5,000 records, an emergency visit, a very long name, accents, 200 records
  NEW count,dfn,name,visit
  SET dfn=$$PERSON("QUIET,IRIS","F",$$AGED(40,1))
  SET dfn=$$PERSON("STEADMAN,GERTRUDE","F",$$AGED(91,5))
