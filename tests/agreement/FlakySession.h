@@ -7,6 +7,8 @@
 #include <QScopedValueRollback>
 #include <QThread>
 
+#include <utility>
+
 namespace health::test {
 
 class FlakySession : public Session {
