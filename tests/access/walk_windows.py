@@ -22,15 +22,10 @@ from gi.repository import Atspi, GLib  # noqa: E402
 HOST, SERVER, LIBRARY = sys.argv[1:4]
 PATIENCE = 20  # seconds
 
-CONTROLS = {
-    Atspi.Role.PUSH_BUTTON, Atspi.Role.TOGGLE_BUTTON, Atspi.Role.CHECK_BOX, Atspi.Role.RADIO_BUTTON,
-    Atspi.Role.COMBO_BOX, Atspi.Role.TEXT, Atspi.Role.ENTRY, Atspi.Role.PASSWORD_TEXT, Atspi.Role.SPIN_BUTTON,
-    Atspi.Role.SLIDER, Atspi.Role.LIST, Atspi.Role.LIST_BOX, Atspi.Role.LIST_ITEM, Atspi.Role.TABLE, Atspi.Role.TREE,
-    Atspi.Role.TREE_TABLE, Atspi.Role.MENU, Atspi.Role.MENU_ITEM, Atspi.Role.CHECK_MENU_ITEM, Atspi.Role.PAGE_TAB,
-}
+# Everything else that takes the focus is a control too.
+BUTTONS = {Atspi.Role.PUSH_BUTTON, Atspi.Role.TOGGLE_BUTTON, Atspi.Role.MENU, Atspi.Role.MENU_ITEM, Atspi.Role.PAGE_TAB}
 # Their children are cells and entries: texts of the data.
-TABLES = {Atspi.Role.COMBO_BOX, Atspi.Role.LIST, Atspi.Role.LIST_BOX, Atspi.Role.TABLE, Atspi.Role.TREE, Atspi.Role.TREE_TABLE}
-WINDOWS = {Atspi.Role.FRAME, Atspi.Role.DIALOG, Atspi.Role.ALERT, Atspi.Role.WINDOW, Atspi.Role.POPUP_MENU}
+TABLES = {Atspi.Role.COMBO_BOX, Atspi.Role.LIST, Atspi.Role.LIST_BOX, Atspi.Role.TABLE, Atspi.Role.TREE_TABLE}
 
 faults = []
 walked = {}
@@ -52,17 +47,12 @@ def wait_for(what, look):
     raise SystemExit(f"Not seen within {PATIENCE} s: {what}")
 
 
-def application():
-    desktop = Atspi.get_desktop(0)
-    for i in range(desktop.get_child_count()):
-        child = desktop.get_child_at_index(i)
-        if child and child.get_process_id() == host.pid:
-            return child
-    return None
-
-
 def children(node):
     return [child for child in (node.get_child_at_index(i) for i in range(node.get_child_count())) if child]
+
+
+def application():
+    return next((child for child in children(Atspi.get_desktop(0)) if child.get_process_id() == host.pid), None)
 
 
 def has_state(node, state):
@@ -83,10 +73,8 @@ def descendants(node):
 
 
 def find(window, role, name=None):
-    for node in descendants(window):
-        if node.get_role() == role and name in (None, node.get_name()) and has_state(node, Atspi.StateType.SHOWING):
-            return node
-    return None
+    return next((node for node in descendants(window) if node.get_role() == role and name in (None, node.get_name())
+                 and has_state(node, Atspi.StateType.SHOWING)), None)
 
 
 def spoken_name(node):
@@ -105,14 +93,12 @@ def check(window):
     if not window.get_name():
         faults.append(f"A {title} has no title")
     for node in descendants(window):
-        focusable = has_state(node, Atspi.StateType.FOCUSABLE)
-        if node.get_role() not in CONTROLS and not focusable:
+        is_entry = node.get_role() == Atspi.Role.MENU_ITEM
+        if not (node.get_role() in BUTTONS or has_state(node, Atspi.StateType.FOCUSABLE)):
             continue
-        if not (has_state(node, Atspi.StateType.SHOWING) or node.get_role() == Atspi.Role.MENU_ITEM):
+        if not (has_state(node, Atspi.StateType.SHOWING) or (is_entry and node.get_n_actions())):
             continue
         name = spoken_name(node)
-        if node.get_role() == Atspi.Role.MENU_ITEM and not node.get_n_actions():
-            continue  # a separator
         if not any(letter.isalnum() for letter in name):
             faults.append(f"{title}: {node.get_role_name()} has no name to speak, but '{name}'")
         key = (node.get_role(), name)
@@ -141,20 +127,6 @@ def press(*keys):
     subprocess.run(["xdotool", "key", "--delay", "30", *keys], check=True)
 
 
-def write(text):
-    subprocess.run(["xdotool", "type", "--delay", "20", text], check=True)
-
-
-def opened(before):
-    """The window that has opened, after its check and ready for keys."""
-    window = wait_for("a new window", lambda: next((w for w in windows() if w not in before), None))
-    wait_for("its name", window.get_name)
-    focus_top_window()
-    wait_for("the focus in " + window.get_name(), lambda: focused(window))
-    check(window)
-    return window
-
-
 def focused(window):
     return next((n for n in descendants(window) if has_state(n, Atspi.StateType.FOCUSED)), None)
 
@@ -170,9 +142,15 @@ def focus(node):
 
 
 def open_by(*keys):
+    """The window that the keys open, after its check and ready for keys."""
     before = windows()
     press(*keys)
-    return opened(before)
+    window = wait_for("a new window", lambda: next((w for w in windows() if w not in before), None))
+    wait_for("its name", window.get_name)
+    focus_top_window()
+    wait_for("the focus in " + window.get_name(), lambda: focused(window))
+    check(window)
+    return window
 
 
 def leave(window, *keys):
@@ -191,7 +169,7 @@ def main_window():
 def choose_patient(name):
     """Selects a patient and the patient's first visit."""
     picker = open_by("ctrl+o")
-    write(name)
+    press(*name)
     wait_for("the patient found", lambda: find(picker, Atspi.Role.LABEL, "1 found."))
     check(picker)
     leave(picker, "Return")
@@ -221,12 +199,6 @@ def check_grid():
         faults.append(f"The columns of the grid are told as {headings}")
 
 
-def open_an_editor():
-    focus(find(main_window(), Atspi.Role.COMBO_BOX))
-    press("Home", "Down")
-    leave(open_by("alt+a"))
-
-
 def look_at_rows():
     table = grid()
     labels = [table.get_accessible_at(row, 0).get_name() for row in range(table.get_n_rows())]
@@ -250,7 +222,9 @@ def walk():
     choose_patient("hartley")
     check(main_window())
     check_grid()
-    open_an_editor()
+    focus(find(main_window(), Atspi.Role.COMBO_BOX))
+    press("Home", "Down")
+    leave(open_by("alt+a"))
     look_at_rows()
     leave(open_by("alt+h", "Return"))
 

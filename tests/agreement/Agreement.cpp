@@ -1,15 +1,18 @@
 #include "tests/agreement/Agreement.h"
 
+#include "platform/controls/ControlVisitor.h"
 #include "qt/ChoiceViews.h"
 #include "qt/ComboBoxView.h"
-#include "qt/ControlViews.h"
 #include "qt/DateView.h"
-#include "qt/FieldViews.h"
 #include "qt/GridView.h"
 #include "qt/TextViews.h"
 #include "toolkit/QtText.h"
 
+#include <QAbstractButton>
 #include <QApplication>
+#include <QListWidget>
+#include <QMetaProperty>
+#include <QRegularExpression>
 
 namespace health::test {
 
@@ -22,7 +25,10 @@ QString differs(const char* what, const QString& screen, const QString& form)
     return QStringLiteral("%1: the screen has \"%2\", the form \"%3\"").arg(QLatin1String(what), screen, form);
 }
 
-QString onOff(bool on) { return on ? QStringLiteral("on") : QStringLiteral("off"); }
+// The first of some differences; empty if all are empty.
+QString first(const QStringList& differences) { return differences.filter(QRegularExpression(".")).value(0); }
+
+QString asText(bool on) { return QVariant(on).toString(); }
 
 // The rows, then the selected row.
 QString gridText(const Grid& grid)
@@ -48,153 +54,132 @@ QString gridText(const QTableView& view)
     return texts.join(u'|') + QString(" row %1").arg(rows.isEmpty() ? -1 : rows.first().row());
 }
 
-template<typename List>
-QString ticks(const List& list, const std::function<bool(int)>& isTicked)
+QString ticks(int count, const std::function<bool(int)>& isTicked)
 {
     QString text;
-    for (int i = 0; i < list.count(); ++i)
-        text += onOff(isTicked(i));
+    for (int i = 0; i < count; ++i)
+        text += u' ' + asText(isTicked(i));
     return text;
 }
+
+// The widget that takes the keys.
+const QWidget& focused(const QWidget& widget) { return widget.focusProxy() ? *widget.focusProxy() : widget; }
 
 // The value that the user can change, as the screen shows it; nothing for a widget without one.
 std::optional<QString> entryOn(const QWidget& widget)
 {
-    if (const auto* const view = dynamic_cast<const TextBoxView*>(&widget))
-        return view->text();
-    if (const auto* const view = dynamic_cast<const TextAreaView*>(&widget))
-        return view->toPlainText();
-    if (const auto* const view = dynamic_cast<const ComboBoxView*>(&widget))
-        return view->currentText();
-    if (const auto* const view = dynamic_cast<const DateView*>(&widget))
-        return const_cast<DateView*>(view)->line()->text();
-    if (const auto* const view = dynamic_cast<const CheckListView*>(&widget))
-        return ticks(*view, [&](int i) { return view->item(i)->checkState() == Qt::Checked; });
-    if (const auto* const button = qobject_cast<const QAbstractButton*>(&widget); button && button->isCheckable())
-        return onOff(button->isChecked());
-    return {};
+    if (const auto* const list = qobject_cast<const QListWidget*>(&widget))
+        return ticks(list->count(), [&](int i) { return list->item(i)->checkState() == Qt::Checked; });
+    if (widget.focusPolicy() == Qt::NoFocus)
+        return {};
+    if (const auto* const button = qobject_cast<const QAbstractButton*>(&widget); button && !button->isCheckable())
+        return {};
+    const QVariant value = focused(widget).metaObject()->userProperty().read(&focused(widget));
+    return value.isValid() ? std::optional(value.toString()) : std::nullopt;
 }
 
-// The value, by the kind of control.
-QString valueDiffers(const Control& control, const QWidget& widget)
-{
-    const QString entry = entryOn(widget).value_or(QString());
-    if (const auto* const box = dynamic_cast<const TextBox*>(&control))
-        return differs("text", entry, toQString(box->text()).remove(u'\r'));
-    if (const auto* const list = dynamic_cast<const ComboBox*>(&control)) {
-        const int shown = dynamic_cast<const ComboBoxView&>(widget).currentIndex();
-        return differs("choice", QString::number(shown), QString::number(list->listIndex()));
+// Compares the value of a control with what its widget shows.
+class ValueCheck : public ControlVisitor {
+public:
+    ValueCheck(Control& control, const QWidget& widget)
+        : m_widget(widget)
+    {
+        control.accept(*this);
     }
-    if (const auto* const date = dynamic_cast<const mevZvDate*>(&control))
-        return differs("date", entry, toQString(date->shown()));
-    if (const auto* const box = dynamic_cast<const CheckBox*>(&control))
-        return differs("tick", entry, onOff(box->isChecked()));
-    if (const auto* const option = dynamic_cast<const OptionButton*>(&control))
-        return differs("option", entry, onOff(option->isChosen()));
-    if (const auto* const list = dynamic_cast<const CheckList*>(&control)) {
-        const int row = dynamic_cast<const CheckListView&>(widget).currentRow();
-        return differs("list", QString::number(row) + entry,
-            QString::number(list->listIndex()) + ticks(*list, [&](int i) { return list->isChecked(i); }));
-    }
-    if (const auto* const grid = dynamic_cast<const Grid*>(&control))
-        return differs("rows", gridText(dynamic_cast<const GridView&>(widget)), gridText(*grid));
-    if (const auto* const view = dynamic_cast<const ButtonView*>(&widget))
-        return differs("caption", view->text(), toQString(static_cast<const Button&>(control).caption()));
-    if (const auto* const view = dynamic_cast<const LabelView*>(&widget))
-        return differs("label", view->text(), toQString(static_cast<const Label&>(control).caption()));
-    return {};
-}
+    QString difference;
 
-QString stateDiffers(const Control& control, const QWidget& widget)
-{
-    const bool usable = control.isEnabled() && (!control.frame() || control.frame()->canBeUsed());
-    const QString enabled = differs("usable", onOff(widget.isEnabled()), onOff(usable));
-    if (!enabled.isEmpty())
-        return enabled;
-    const QString visible = differs("visible", onOff(!widget.isHidden()), onOff(control.isVisible()));
-    return visible.isEmpty() ? valueDiffers(control, widget) : visible;
-}
+private:
+    void visit(Button& button) override { compare("caption", property("text"), toQString(button.caption())); }
+    void visit(CheckBox& box) override { compare("tick", property("checked"), asText(box.isChecked())); }
+    void visit(CheckList& list) override
+    {
+        compare("list", property("currentRow") + *entryOn(m_widget),
+            QString::number(list.listIndex()) + ticks(list.count(), [&](int i) { return list.isChecked(i); }));
+    }
+    void visit(ComboBox& list) override
+    {
+        compare("choice", property("currentIndex"), QString::number(list.listIndex()));
+    }
+    void visit(Grid& grid) override
+    {
+        compare("rows", gridText(dynamic_cast<const QTableView&>(m_widget)), gridText(grid));
+    }
+    void visit(Label& label) override { compare("label", property("text"), toQString(label.caption())); }
+    void visit(OptionButton& option) override { compare("option", property("checked"), asText(option.isChosen())); }
+    void visit(TextBox& box) override { compare("text", *entryOn(m_widget), toQString(box.text()).remove(u'\r')); }
+    void visit(mevZvDate& date) override { compare("date", *entryOn(m_widget), toQString(date.shown())); }
+    void visit(Image&) override { }
+    void visit(Menu&) override { }
+    void visit(MenuItem&) override { }
+    void visit(UpDown&) override { }
+    void visit(mevContainer&) override { }
+
+    QString property(const char* name) const { return m_widget.property(name).toString(); }
+    void compare(const char* what, const QString& screen, const QString& form)
+    {
+        difference = differs(what, screen, form);
+    }
+
+    const QWidget& m_widget;
+};
 
 QString nameOf(const QWidget* widget)
 {
     if (!widget)
         return QStringLiteral("nothing");
-    const auto* const button = qobject_cast<const QAbstractButton*>(widget);
-    const QString words = button && !button->text().isEmpty() ? button->text() : widget->accessibleName();
-    return QLatin1String(widget->metaObject()->className()) + u' ' + words;
+    const QString caption = widget->property("text").toString();
+    return QLatin1String(widget->metaObject()->className()) + u' '
+        + (caption.isEmpty() ? widget->accessibleName() : caption);
 }
 
-QString focusDiffers(const FormDialog& dialog)
+QString controlDiffers(Control& control, const QWidget& widget)
 {
-    QWidget* const view = dialog.widgets().value(dialog.form().activeControl());
-    QWidget* const expected = view && view->focusProxy() ? view->focusProxy() : view;
-    return differs("keyboard", nameOf(QApplication::focusWidget()), nameOf(expected));
-}
-
-QString defaultDiffers(const FormDialog& dialog)
-{
-    for (auto entry = dialog.widgets().begin(); entry != dialog.widgets().end(); ++entry) {
-        const auto* const button = dynamic_cast<ButtonView*>(entry.value());
-        if (button && button->isDefault() != (entry.key() == dialog.form().defaultButton()))
-            return QStringLiteral("default button: %1").arg(nameOf(button));
-    }
-    return {};
+    const bool usable = control.isEnabled() && (!control.frame() || control.frame()->canBeUsed());
+    const QString difference = first({ differs("usable", asText(widget.isEnabled()), asText(usable)),
+        differs("visible", asText(!widget.isHidden()), asText(control.isVisible())),
+        ValueCheck(control, widget).difference });
+    return difference.isEmpty() ? QString() : nameOf(&widget) + u' ' + difference;
 }
 
 }
 
 QString disagreement(const FormDialog& dialog)
 {
+    QStringList differences;
     for (auto entry = dialog.widgets().begin(); entry != dialog.widgets().end(); ++entry) {
-        const QString difference = stateDiffers(*entry.key(), *entry.value());
-        if (!difference.isEmpty())
-            return nameOf(entry.value()) + u' ' + difference;
-    }
-    const QString focus = focusDiffers(dialog);
-    return focus.isEmpty() ? defaultDiffers(dialog) : focus;
-}
-
-QString disagreement(const kalmevRepHistCtrl& control, const PanelView& panel)
-{
-    const auto* const grid = panel.findChild<GridView*>();
-    const auto* const types = panel.findChild<ComboBoxView*>();
-    const QString rows = differs("rows", gridText(*grid), gridText(control.fgData));
-    if (!rows.isEmpty())
-        return rows;
-    const QString type = stateDiffers(control.cboType, *types);
-    if (!type.isEmpty())
-        return QStringLiteral("type list ") + type;
-    const auto buttons = panel.findChildren<ButtonView*>();
-    for (const Button& command : control.cmd) {
-        for (const ButtonView* const button : buttons) {
-            if (button->text() == toQString(command.caption()) && button->isEnabled() != command.isEnabled())
-                return QStringLiteral("command %1").arg(button->text());
+        differences.append(controlDiffers(*entry.key(), *entry.value()));
+        if (const auto* const button = qobject_cast<const QPushButton*>(entry.value())) {
+            differences.append(differs(
+                "default button", asText(button->isDefault()), asText(entry.key() == dialog.form().defaultButton())));
         }
     }
-    return {};
+    const QWidget* const active = dialog.widgets().value(dialog.form().activeControl());
+    differences.append(
+        differs("keyboard", nameOf(QApplication::focusWidget()), nameOf(active ? &focused(*active) : nullptr)));
+    return first(differences);
 }
 
-namespace {
-// These options select the file of a lookup; they are saved only with its result.
-bool namesFile(const QAbstractButton& button)
+QString disagreement(kalmevRepHistCtrl& control, const PanelView& panel)
 {
-    return button.text() == "Outside &Provider" || button.text() == "&Facility";
-}
+    QStringList differences { controlDiffers(control.cboType, *panel.findChild<ComboBoxView*>()),
+        ValueCheck(control.fgData, *panel.findChild<GridView*>()).difference };
+    const auto buttons = panel.findChildren<QPushButton*>();
+    for (std::size_t i = 0; i < control.cmd.size(); ++i)
+        differences.append(controlDiffers(control.cmd[i], *buttons[static_cast<qsizetype>(i)]));
+    return first(differences);
 }
 
 QStringList shownValues(const FormDialog& dialog)
 {
+    // These options select the file of a lookup; they are saved only with its result.
+    static const QStringList filesOfLookups { "Outside &Provider", "&Facility" };
     std::map<QPair<int, int>, QString> byPlace;
-    for (auto entry = dialog.widgets().begin(); entry != dialog.widgets().end(); ++entry) {
-        const QWidget* const widget = entry.value();
-        std::optional<QString> value = entryOn(*widget);
-        if (const auto* const button = qobject_cast<const QAbstractButton*>(widget);
-            !value || (button && namesFile(*button)))
+    for (const QWidget* const widget : dialog.widgets()) {
+        const std::optional<QString> value = entryOn(*widget);
+        if (!value || filesOfLookups.contains(widget->property("text").toString()))
             continue;
-        if (!widget->isEnabled())
-            value->clear(); // disabled values are not saved
         const QPoint place = widget->mapTo(&dialog, QPoint());
-        byPlace[{ place.y(), place.x() }] = *value;
+        byPlace[{ place.y(), place.x() }] = widget->isEnabled() ? *value : QString(); // disabled ones are not saved
     }
     QStringList values;
     for (const auto& [place, value] : byPlace)

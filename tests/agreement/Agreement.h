@@ -11,7 +11,7 @@ namespace health::test {
 // Describes the first disagreement between a form and its window; empty for none.
 QString disagreement(const FormDialog& dialog);
 // The same between a control and its panel.
-QString disagreement(const kalmevRepHistCtrl& control, const PanelView& panel);
+QString disagreement(kalmevRepHistCtrl& control, const PanelView& panel);
 
 // The values in a form, by their place: a saved record must show them again when it is reopened.
 QStringList shownValues(const FormDialog& dialog);

@@ -7,7 +7,7 @@
 #include <QScopedValueRollback>
 #include <QThread>
 
-#include <algorithm>
+#include <utility>
 
 namespace health::test {
 
@@ -26,11 +26,10 @@ public:
         IsRefused,
         IsSlow,
     };
+    static constexpr Next Flaws[] { Next::Fails, Next::IsRefused, Next::IsSlow, Next::IsSlow };
     Next next = Next::Answers;
     bool isInCall() const { return m_inCall || m_used->isInCall(); }
-    // Before and after each call that saves.
-    std::function<void()> beforeSave;
-    std::function<void(TextView name, const Text& reply)> afterSave;
+    std::function<void(TextView name, TextView parameter, const Text& reply)> afterCall;
 
     Text callText(TextView name, TextView parameter) override { return call(&Session::callText, name, parameter); }
     Text callList(TextView name, TextView parameter) override { return call(&Session::callList, name, parameter); }
@@ -57,14 +56,8 @@ private:
             QThread::msleep(5);
             QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
         }
-        // Activation in the registry does not save the values of the form.
-        const bool saves = name.ends_with(L"SET")
-            || (name.ends_with(L"SETREG") && std::count(parameter.begin(), parameter.end(), L'^') > 1);
-        if (saves && beforeSave)
-            beforeSave();
         const Text reply = (m_used->*operation)(name, parameter);
-        if (saves && afterSave)
-            afterSave(name, reply);
+        afterCall(name, parameter, reply);
         return reply;
     }
 

@@ -21,21 +21,6 @@ QWidget* topWindow()
     return nullptr;
 }
 
-namespace {
-
-// The widgets that the mouse can reach.
-QList<QWidget*> targets(const QWidget& window)
-{
-    QList<QWidget*> widgets;
-    for (QWidget* const widget : window.findChildren<QWidget*>()) {
-        if (widget->isVisible() && widget->window() == &window && !widget->size().isEmpty())
-            widgets.append(widget);
-    }
-    return widgets;
-}
-
-}
-
 void pressKeys(const QString& keys)
 {
     const QKeyCombination combination = QKeySequence(keys)[0];
@@ -54,31 +39,23 @@ void typeText(const QString& text)
     }
 }
 
-void useMouse(const QStringList& words)
+void useMouse(const QString& verb, QPoint from, QPoint to)
 {
     QWidget& top = *topWindow();
     QWindow* const window = top.windowHandle();
-    const QList<QWidget*> widgets = targets(top);
-    if (widgets.isEmpty() || !window)
+    QWidget* const under = top.childAt(from);
+    if (!window)
         return;
-    const auto pointIn = [&](int index, int x, int y) {
-        const QWidget* const widget = widgets[index % widgets.size()];
-        return widget->mapTo(&top, QPoint(widget->width() * x / 100, widget->height() * y / 100));
-    };
-    const QPoint at = pointIn(words[1].toInt(), words[2].toInt(), words[3].toInt());
-    if (words[0] == u"click") {
-        QTest::mouseClick(window, Qt::LeftButton, {}, at);
-    } else if (words[0] == u"double") {
-        QTest::mouseDClick(window, Qt::LeftButton, {}, at);
-    } else if (words[0] == u"right") {
-        QTest::mouseClick(window, Qt::RightButton, {}, at);
-    } else if (words[0] == u"drag") {
-        const QPoint to = pointIn(words[4].toInt(), 50, 50); // before the press, which may remove widgets
-        QTest::mousePress(window, Qt::LeftButton, {}, at);
+    if (verb == u"click" || verb == u"right") {
+        QTest::mouseClick(window, verb == u"click" ? Qt::LeftButton : Qt::RightButton, {}, from);
+    } else if (verb == u"double") {
+        QTest::mouseDClick(window, Qt::LeftButton, {}, from);
+    } else if (verb == u"drag") {
+        QTest::mousePress(window, Qt::LeftButton, {}, from);
         if (topWindow() == &top)
             QTest::mouseRelease(window, Qt::LeftButton, {}, to);
-    } else if (QWidget* const under = top.childAt(at)) {
-        QWheelEvent event(under->mapFrom(&top, at), top.mapToGlobal(at), {}, QPoint(0, -120), Qt::NoButton,
+    } else if (under) {
+        QWheelEvent event(under->mapFrom(&top, from), top.mapToGlobal(from), {}, QPoint(0, -120), Qt::NoButton,
             Qt::NoModifier, Qt::NoScrollPhase, false);
         QApplication::sendEvent(under, &event);
     }

@@ -1,7 +1,6 @@
 // Keyboard and mouse actions in the window on top.
 #pragma once
 
-#include <QStringList>
 #include <QWidget>
 
 namespace health::test {
@@ -12,8 +11,7 @@ QWidget* topWindow();
 // One key with its modifiers, as in "Shift+Tab".
 void pressKeys(const QString& keys);
 void typeText(const QString& text);
-// "click", "double", "right", "wheel" or "drag"; then the number of a widget, a place in it in hundredths of its width
-// and height, and for a drag the widget where it ends.
-void useMouse(const QStringList& words);
+// "click", "double", "right", "wheel" or "drag" in the window on top.
+void useMouse(const QString& verb, QPoint from, QPoint to);
 
 }

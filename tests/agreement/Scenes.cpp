@@ -15,7 +15,6 @@
 #include <QTimer>
 
 #include <algorithm>
-#include <cstdio>
 
 namespace health::test {
 
@@ -40,16 +39,28 @@ const QStringList Words =
             "late | or not, ")
         .split(u',');
 
+// "?" stands for any letter.
 const QStringList Keys =
     QString("Tab,Tab,Shift+Tab,Return,Return,Esc,Space,Up,Down,Down,Home,End,Del,Backspace,Left,Right,"
-            "Alt+Down,Ctrl+A,Shift+F10")
+            "Alt+Down,Ctrl+A,Shift+F10,Alt+?,Alt+?,Alt+?,Alt+?")
         .split(u',');
+
+// Each with its weight.
+const std::pair<int, const char*> Verbs[] { { 44, "key" }, { 22, "type" }, { 18, "click" }, { 2, "drag" },
+    { 2, "double" }, { 1, "right" }, { 3, "wheel" }, { 2, "away" }, { 2, "event" }, { 4, "flaw" } };
 
 }
 
 Scenes::Scenes()
     : m_session(std::make_shared<FlakySession>(m_real.session))
 {
+    m_session->afterCall = [this](TextView name, TextView parameter, const Text& reply) {
+        const auto* const dialog = dynamic_cast<FormDialog*>(QApplication::activeModalWidget());
+        // Activation in the registry does not save the values of the form.
+        const bool saves = name == m_call && std::count(parameter.begin(), parameter.end(), L'^') > 1;
+        if (saves && dialog && !m_loadFailed && modShared::RpcErrorCode(reply) == 0)
+            m_saved = shownValues(*dialog);
+    };
     m_host.given = m_session;
     forPatient(1);
     for (const auto& [progId, object] : m_host.session->objects) {
@@ -58,22 +69,9 @@ Scenes::Scenes()
     }
     m_shared.InitObjects(m_host, false);
     m_shared.CheckSecurity(L"MEV DISABLE REP HIST EDITING", L"MEVZ REP HIST EDIT");
-    m_session->beforeSave = [this] {
-        const auto* const dialog = dynamic_cast<FormDialog*>(QApplication::activeModalWidget());
-        m_snapshot = dialog && !m_loadFailed ? shownValues(*dialog) : QStringList();
-    };
-    m_session->afterSave = [this](TextView name, const Text& reply) { tellSaved(name, reply); };
 }
 
 Scenes::~Scenes() { m_shared.ReleaseObjects(); }
-
-QStringList Scenes::names() const
-{
-    return QStringLiteral(
-        "reproductive birth feeding functional view contract refusal emergency asthma registry lookup "
-        "vaccines panels refusal-new contract-new emergency-new")
-        .split(u' ');
-}
 
 // 5 is an infant, 1 a woman.
 void Scenes::forPatient(long number)
@@ -87,17 +85,11 @@ void Scenes::forPatient(long number)
     m_host.encounter->visit = visit.toLong();
 }
 
-// Creates a record of known contents, so that a replay does the same each time.
-void Scenes::prepareRecord(TextView call, const Text& fields, TextView list)
-{
-    const Text reply = m_session->callText(call, fields);
-    if (modShared::RpcErrorCode(reply) != 0)
-        throw Failure(L"The scene cannot be prepared: " + reply);
-    m_record = list.empty() ? Text() : lastRecord(list);
-}
-
+// Empty for a kind of which the patient has only one.
 Text Scenes::lastRecord(TextView list)
 {
+    if (list.empty())
+        return {};
     long last = 0;
     for (const QStringList& line : linesOf(m_real.session.callList(list, m_shared.patientText())))
         last = std::max(last, line.value(0).toLong());
@@ -120,8 +112,6 @@ void Scenes::edit()
         editor.m_bRegKey = true;
         editor.setHeight(Editor::RegistryHeight);
     }
-    m_lastActive = nullptr;
-    m_lastDialog = nullptr;
     // Values that could not be read are not compared.
     m_loadFailed = m_session->next == FlakySession::Next::Fails || m_session->next == FlakySession::Next::IsRefused;
     post();
@@ -152,94 +142,88 @@ void Scenes::showPanels()
     right.setParent(nullptr);
 }
 
-struct Scenes::Preparation {
-    const char* scene;
+void Scenes::lookUp()
+{
+    post();
+    frmLookup(m_shared).RunQuery(LookupTableNumber::Provider, L"s", true, L"*");
+}
+
+void Scenes::lookUpVaccines()
+{
+    post();
+    frmLookupImm(m_shared).RunQuery(L"");
+}
+
+struct Scenes::Scene {
     void (Scenes::*open)();
-    long patient;
-    TextView call;
-    Text fields; // "#" stands for the visit, "@" for today
-    TextView list;
+    TextView save = L""; // the call that saves its record
+    Text fields = L""; // of the record that exists before; "#" stands for the visit, "@" for today
+    TextView list = L""; // the call for the number of that record
+    long patient = 1;
+    bool asRegistrar = false;
 };
 
-const Scenes::Preparation* Scenes::preparationOf(const QString& scene)
+const std::vector<Scenes::Scene>& Scenes::all()
 {
-    static const TextView assessed = L"^#^Independent^Needs Help^^^^^^^^^^^Same^No";
-    static const Preparation all[] {
-        { "reproductive", &Scenes::edit<frmRepHist>, 1, L"MEVREP SET",
-            L"1^G3P2LC1SA0TA0^01/05/2026^Oral Contraceptives^12/01/2025^1^@^Sonogram", L"" },
-        { "birth", &Scenes::edit<frmPediatric>, 5, L"MEVBMSR SET", L"5^7 2^1^2M^4M^6M^1", L"" },
-        { "feeding", &Scenes::edit<frmInf>, 5, L"MEVVIF SET", L"^#^3", L"MEVVIF GET" },
-        { "functional", &Scenes::edit<frmElder>, 1, L"MEVVELD SET", Text(assessed), L"MEVVELD GET" },
-        { "view", &Scenes::edit<frmElderView>, 1, L"MEVVELD SET", Text(assessed), L"MEVVELD GET" },
-        { "contract", &Scenes::edit<frmTxc>, 1, L"MEVVTXC SET", L"^#^P^@^1", L"MEVVTXC GET" },
-        { "refusal", &Scenes::edit<frmRefusal>, 1, L"MEVREF SET", L"^EXAM^2^1^@^Not now", L"MEVREF GET" },
-        { "emergency", &Scenes::edit<frmER>, 1, L"MEVVER SET", L"^#^E^A^O^On a sledge^R^Patient^T^^^^Stable^LOC.`2",
-            L"MEVVER GET" },
-        { "asthma", &Scenes::edit<frmAsthma>, 1, L"MEVVAST SET", L"^#^2^93^49^420^Yes^Yes^No^Yes", L"MEVVAST GET" },
-        { "registry", &Scenes::edit<frmAsthmaReg>, 1, L"MEVVAST SETREG",
-            L"1^A^01/05/2026^03/05/2026^02/05/2026^1^Doing well", L"" },
+    static const Text assessed = L"^#^Independent^Needs Help^^^^^^^^^^^Same^No";
+    static const std::vector<Scene> scenes {
+        { &Scenes::edit<frmRepHist>, L"MEVREP SET",
+            L"1^G3P2LC1SA0TA0^01/05/2026^Oral Contraceptives^12/01/2025^1^@^Sonogram" },
+        { &Scenes::edit<frmPediatric>, L"MEVBMSR SET", L"5^7 2^1^2M^4M^6M^1", L"", 5 },
+        { &Scenes::edit<frmInf>, L"MEVVIF SET", L"^#^3", L"MEVVIF GET", 5 },
+        { &Scenes::edit<frmElder>, L"MEVVELD SET", assessed, L"MEVVELD GET" },
+        { &Scenes::edit<frmElderView>, L"MEVVELD SET", assessed, L"MEVVELD GET" },
+        { &Scenes::edit<frmTxc>, L"MEVVTXC SET", L"^#^P^@^1", L"MEVVTXC GET" },
+        { &Scenes::edit<frmTxc>, L"MEVVTXC SET", L"", L"MEVVTXC GET" },
+        { &Scenes::edit<frmRefusal>, L"MEVREF SET", L"^EXAM^2^1^@^Not now", L"MEVREF GET" },
+        { &Scenes::edit<frmRefusal>, L"MEVREF SET", L"", L"MEVREF GET" },
+        { &Scenes::edit<frmER>, L"MEVVER SET", L"^#^E^A^O^On a sledge^R^Patient^T^^^^Stable^LOC.`2", L"MEVVER GET" },
+        { &Scenes::edit<frmER>, L"MEVVER SET", L"", L"MEVVER GET" },
+        { &Scenes::edit<frmAsthma>, L"MEVVAST SET", L"^#^2^93^49^420^Yes^Yes^No^Yes", L"MEVVAST GET", 1, true },
+        { &Scenes::edit<frmAsthmaReg>, L"MEVVAST SETREG", L"1^A^01/05/2026^03/05/2026^02/05/2026^1^Doing well", L"", 1,
+            true },
+        { &Scenes::lookUp },
+        { &Scenes::lookUpVaccines },
+        { &Scenes::showPanels },
     };
-    const auto* const found = std::find_if(std::begin(all), std::end(all),
-        [&](const Preparation& p) { return scene.section(u'-', 0, 0) == QLatin1String(p.scene); });
-    return found == std::end(all) ? nullptr : found;
+    return scenes;
 }
 
-void Scenes::open(const QString& scene)
+Episode Scenes::play(unsigned seed)
 {
-    if (const Preparation* const p = preparationOf(scene))
-        return (this->*p->open)();
-    if (scene == u"panels")
-        return showPanels();
-    m_lastDialog = nullptr;
-    post();
-    if (scene == u"lookup")
-        frmLookup(m_shared).RunQuery(LookupTableNumber::Provider, L"s", true, L"*");
-    else
-        frmLookupImm(m_shared).RunQuery(L"");
-}
-
-Episode Scenes::play(const QString& name)
-{
+    constexpr int EpisodeActions = 60;
+    const Scene& scene = all()[seed % all().size()];
+    m_random.seed(seed);
+    m_budget = EpisodeActions;
     m_episode = {};
     m_ending = false;
     m_saved.clear();
     m_session->next = FlakySession::Next::Answers;
     m_shared.session().setValue(L"MEVParam_RepHist_PedWtOpt", L"0");
-    m_session->use(name == u"asthma" || name == u"registry" ? m_registrar.session : m_real.session);
+    m_session->use(scene.asRegistrar ? m_registrar.session : m_real.session);
+    forPatient(scene.patient);
     m_record.clear();
     m_call.clear();
-    const Preparation* const p = preparationOf(name);
-    forPatient(p ? p->patient : 1);
-    if (p) {
-        m_call = name == u"view" ? Text() : Text(p->call); // the view shows the saved values in another form
-        if (!name.endsWith(u"-new"))
-            prepareRecord(p->call, replaced(replaced(p->fields, L"#", m_visit), L"@", today()), p->list);
+    if (!scene.fields.empty()) {
+        const Text fields = replaced(replaced(scene.fields, L"#", m_visit), L"@", today());
+        if (const Text reply = m_session->callText(scene.save, fields); modShared::RpcErrorCode(reply) != 0)
+            throw Failure(L"The scene cannot be prepared: " + reply);
+        m_record = lastRecord(scene.list);
     }
+    // The view shows the saved values in another form.
+    m_call = scene.open == &Scenes::edit<frmElderView> ? TextView() : scene.save;
     while (!m_ending) {
         m_verifying = !m_saved.isEmpty();
         if (m_verifying) {
             m_session->next = FlakySession::Next::Answers;
-            if (!p->list.empty() && m_record.empty())
-                m_record = lastRecord(p->list);
+            if (m_record.empty())
+                m_record = lastRecord(scene.list);
         }
-        open(name);
+        m_lastActive = nullptr;
+        m_lastDialog = nullptr;
+        (this->*scene.open)();
     }
     return m_episode;
-}
-
-Episode Scenes::explore(const QString& scene, unsigned seed, int actions)
-{
-    m_random.seed(seed);
-    m_exploring = true;
-    m_budget = actions;
-    return play(scene);
-}
-
-Episode Scenes::replay(const QString& scene, const QStringList& actions)
-{
-    m_exploring = false;
-    m_planned = actions;
-    return play(scene);
 }
 
 // --- Turn by turn ---
@@ -289,21 +273,10 @@ void Scenes::tick()
     m_waits = 0;
     if (!m_ending)
         m_episode.failure = check();
-    const QString action = m_ending || !m_episode.failure.isEmpty() ? QString() : nextAction();
-    if (action.isEmpty())
+    if (m_ending || !m_episode.failure.isEmpty() || m_budget-- == 0)
         return endScene();
-    if (traces) {
-        const QWidget* const focused = QApplication::focusWidget();
-        std::printf("%-28s on \"%s\", keyboard in %s %s\n", qPrintable(action), qPrintable(topWindow()->windowTitle()),
-            focused ? focused->metaObject()->className() : "nothing",
-            focused ? qPrintable(focused->accessibleName()) : "");
-    }
-    m_episode.actions.append(action);
-    m_lastAction = action;
-    if (action.startsWith(u'd'))
-        m_marks = 8; // lookups and boxes may open in between
     post();
-    act(action);
+    act();
 }
 
 // Closes all windows, from the top down.
@@ -355,7 +328,7 @@ QString Scenes::check()
     const auto* const line = qobject_cast<QLineEdit*>(QApplication::focusWidget());
     const bool entered = std::exchange(m_lastActive, active) != active;
     // Typing, a double click and dragging change the selection.
-    const bool marked = entered && ((m_marks > 0 && m_marks--) || m_lastAction.startsWith(u't'));
+    const bool marked = entered && ((m_marks > 0 && m_marks--) || m_lastVerb == u"type");
     if (entered && !marked && line && !line->text().isEmpty() && line->selectedText() != line->text())
         return QStringLiteral("\"%1\" is not selected in %2, which was entered")
             .arg(line->text(), line->accessibleName());
@@ -386,56 +359,50 @@ QString Scenes::checkSaved(const FormDialog& dialog)
     return {};
 }
 
-void Scenes::tellSaved(TextView call, const Text& reply)
+void Scenes::act()
 {
-    if (call == m_call && !m_snapshot.isEmpty() && modShared::RpcErrorCode(reply) == 0)
-        m_saved = std::exchange(m_snapshot, {});
-}
-
-// --- User actions ---
-
-QString Scenes::nextAction()
-{
-    if (m_exploring)
-        return m_budget-- > 0 ? chooseAction() : QString();
-    return m_planned.isEmpty() ? QString() : m_planned.takeFirst();
-}
-
-QString Scenes::chooseAction()
-{
-    const auto any = [this](const QStringList& list) { return list[random(static_cast<int>(list.size()))]; };
-    const QString place = QString(" %1 %2 %3 %4").arg(random(60)).arg(random(100)).arg(random(100)).arg(random(60));
-    const std::pair<int, QString> kinds[] { { 36, "key " + any(Keys) }, { 58, "type " + any(Words) },
-        { 66, QString("key Alt+") + QChar(u'A' + random(26)) }, { 84, "click" + place }, { 86, "drag" + place },
-        { 88, "double" + place }, { 89, "right" + place }, { 92, "wheel" + place }, { 94, "away" },
-        { 96, any({ "event REFRESH", "event VXR.1.1" }) }, { 100, any({ "fail", "refuse", "slow", "slow" }) } };
-    const int kind = random(100);
-    return std::find_if(std::begin(kinds), std::end(kinds), [kind](const auto& entry) {
-        return kind < entry.first;
+    const auto any = [this](const auto& list) { return list[random(std::ssize(list))]; };
+    int weight = random(100);
+    m_lastVerb = std::find_if(std::begin(Verbs), std::end(Verbs), [&](const auto& verb) {
+        return (weight -= verb.first) < 0;
     })->second;
-}
-
-void Scenes::act(const QString& action)
-{
-    const QString verb = action.section(u' ', 0, 0);
-    const QString rest = action.section(u' ', 1);
-    QWidget* const top = topWindow();
-    const QScopedValueRollback<const QWidget*> acting(m_actedOn, top);
-    if (verb == u"key") {
-        pressKeys(rest);
-    } else if (verb == u"type") {
-        typeText(rest);
-    } else if (verb == u"away") {
+    QString words;
+    if (m_lastVerb == u"key")
+        words = QString(any(Keys)).replace(u'?', QChar(u'A' + random(26)));
+    else if (m_lastVerb == u"type")
+        words = any(Words);
+    else if (m_lastVerb == u"event")
+        words = any(QStringList { "REFRESH", "VXR.1.1" });
+    QWidget& top = *topWindow();
+    QWidgetList targets = top.findChildren<QWidget*>();
+    targets.removeIf([&](const QWidget* w) { return !w->isVisible() || w->window() != &top || w->size().isEmpty(); });
+    const auto anyPlace = [&] {
+        const QWidget& target = targets.isEmpty() ? top : *any(targets);
+        return target.mapTo(&top, QPoint(random(target.width()), random(target.height())));
+    };
+    const QPoint from = anyPlace();
+    const QPoint to = anyPlace();
+    const bool byMouse = QStringList { "click", "drag", "double", "right", "wheel" }.contains(m_lastVerb);
+    const QWidget* const target = byMouse ? top.childAt(from) : QApplication::focusWidget();
+    m_episode.actions.append(
+        QStringLiteral("%1 %2 on \"%3\", %4 \"%5\"")
+            .arg(m_lastVerb, words, top.windowTitle(), target ? target->metaObject()->className() : "nothing",
+                target ? target->accessibleName() : QString()));
+    if (m_lastVerb == u"drag" || m_lastVerb == u"double")
+        m_marks = 8; // lookups and boxes may open in between
+    const QScopedValueRollback<const QWidget*> acting(m_actedOn, &top);
+    if (m_lastVerb == u"key")
+        pressKeys(words);
+    else if (m_lastVerb == u"type")
+        typeText(words);
+    else if (m_lastVerb == u"away")
         QApplication::setActiveWindow(nullptr);
-    } else if (verb == u"event") {
-        m_real.session.raiseEvent(rest.toStdWString(), L"");
-    } else if (verb == u"fail" || verb == u"refuse" || verb == u"slow") {
-        m_session->next = verb == u"fail" ? FlakySession::Next::Fails
-            : verb == u"refuse"           ? FlakySession::Next::IsRefused
-                                          : FlakySession::Next::IsSlow;
-    } else if (top) {
-        useMouse(action.split(u' '));
-    }
+    else if (m_lastVerb == u"event")
+        m_real.session.raiseEvent(words.toStdWString(), L"");
+    else if (m_lastVerb == u"flaw")
+        m_session->next = any(FlakySession::Flaws);
+    else
+        useMouse(m_lastVerb, from, to);
 }
 
 }

@@ -56,7 +56,7 @@ private:
 };
 
 struct Episode {
-    QStringList actions; // one a line, as replay() takes them
+    QStringList actions; // each with its target
     QString failure; // empty: all agreed
 };
 
@@ -65,26 +65,21 @@ public:
     Scenes();
     ~Scenes() override;
 
-    bool traces = false; // prints each action and its target
-
-    QStringList names() const;
-    Episode explore(const QString& scene, unsigned seed, int actions);
-    Episode replay(const QString& scene, const QStringList& actions);
+    // Plays one scene with the actions of this seed.
+    Episode play(unsigned seed);
     // Saved records that showed the same values when they were opened again.
     int savesSeen() const { return m_savesSeen; }
 
 private:
-    Episode play(const QString& name);
-    void open(const QString& scene);
-    void showPanels();
+    struct Scene;
+    static const std::vector<Scene>& all();
     template<typename Editor>
     void edit();
-    struct Preparation;
-    static const Preparation* preparationOf(const QString& scene);
-    void prepareRecord(TextView call, const Text& fields, TextView list);
-    Text lastRecord(TextView list);
+    void lookUp();
+    void lookUpVaccines();
+    void showPanels();
     void forPatient(long number);
-    void tellSaved(TextView call, const Text& reply);
+    Text lastRecord(TextView list);
 
     void post(int milliseconds = 0);
     void tick();
@@ -92,10 +87,8 @@ private:
     QString check();
     QString checkSaved(const FormDialog& dialog);
     void endScene();
-    QString nextAction();
-    QString chooseAction();
-    void act(const QString& action);
-    int random(int count) { return static_cast<int>(m_random() % static_cast<unsigned>(count)); }
+    void act();
+    int random(qsizetype count) { return static_cast<int>(m_random() % static_cast<unsigned>(count)); }
 
     QTemporaryDir m_folder;
     RealSession m_real { m_folder.filePath("data") };
@@ -108,22 +101,19 @@ private:
     Text m_record; // that the scene edits
 
     std::mt19937 m_random;
-    QStringList m_planned; // of a replay
-    bool m_exploring = false;
-    int m_budget = 0;
+    int m_budget = 0; // of actions
     Episode m_episode;
     const QWidget* m_actedOn = nullptr; // during an action
     bool m_posted = false;
     bool m_ending = false;
     int m_waits = 0;
     QEventLoop* m_panelLoop = nullptr;
-    std::vector<std::pair<const kalmevRepHistCtrl*, const PanelView*>> m_panels;
+    std::vector<std::pair<kalmevRepHistCtrl*, const PanelView*>> m_panels;
     const FormDialog* m_lastDialog = nullptr;
     const Control* m_lastActive = nullptr;
-    QString m_lastAction;
+    QString m_lastVerb;
     int m_marks = 0; // fields whose selection a double click or dragging may have changed
     Text m_call; // the call that saves the record of the scene
-    QStringList m_snapshot;
     QStringList m_saved; // the values of the form at the save
     bool m_loadFailed = false;
     bool m_verifying = false;

@@ -21,11 +21,6 @@
 namespace health::test {
 namespace {
 
-struct NamedPalette {
-    const char* name;
-    QPalette palette;
-};
-
 QPalette paletteOf(const char* window, const char* base, const char* alternate, const char* text, const char* highlight,
     const char* highlightedText)
 {
@@ -41,7 +36,7 @@ QPalette paletteOf(const char* window, const char* base, const char* alternate, 
     return palette;
 }
 
-std::vector<NamedPalette> palettes()
+std::map<const char*, QPalette> palettes()
 {
     return { { "light", QApplication::style()->standardPalette() },
         { "dark", paletteOf("#353535", "#191919", "#353535", "#ffffff", "#2a82da", "#000000") },
@@ -153,15 +148,15 @@ protected:
 
 TEST_F(ContrastTest, FormsCanBeReadInEveryPalette)
 {
-    for (const NamedPalette& palette : palettes()) {
-        QApplication::setPalette(palette.palette);
+    for (const auto& [name, palette] : palettes()) {
+        QApplication::setPalette(palette);
         ShownForms forms;
         int choices = 0;
-        forms.showAll([&](QWidget& window) {
-            expectReadable(window, palette.name);
-            choices += expectEmptyChoicesSeen(window, palette.name);
+        forms.showAll([&, name = name](QWidget& window) {
+            expectReadable(window, name);
+            choices += expectEmptyChoicesSeen(window, name);
         });
-        EXPECT_GT(choices, 20) << palette.name;
+        EXPECT_GT(choices, 20) << name;
     }
 }
 
@@ -183,19 +178,19 @@ TEST_F(ContrastTest, GridCanBeReadInEveryPalette)
     // Blue on both grounds, and selected.
     for (const int row : { 0, 1, 2 })
         control.fgData.setCellForeColour(row, GridColumn::Summary, Blue);
-    for (const NamedPalette& palette : palettes()) {
-        QApplication::setPalette(palette.palette);
+    for (const auto& [name, palette] : palettes()) {
+        QApplication::setPalette(palette);
         for (const int selected : { 2, 3 }) {
             control.fgData.select(selected);
             QTest::qWait(10);
-            expectReadable(view, palette.name);
+            expectReadable(view, name);
         }
         // Highlighted rows differ in colour, not only in weight.
         const auto colour = [&](int row) { return table->model()->index(row, 1).data(Qt::ForegroundRole); };
-        EXPECT_TRUE(colour(0).isValid()) << palette.name;
-        EXPECT_FALSE(colour(3).isValid()) << palette.name;
+        EXPECT_TRUE(colour(0).isValid()) << name;
+        EXPECT_FALSE(colour(3).isValid()) << name;
         const QColor shown = colour(0).value<QBrush>().color();
-        EXPECT_GT(shown.blue(), shown.red() + 40) << palette.name;
+        EXPECT_GT(shown.blue(), shown.red() + 40) << name;
     }
 }
 

@@ -38,14 +38,13 @@ protected:
         grid.setDrawing(true);
     }
 
-    void show()
+    void open(int rows)
     {
+        fill(rows);
         view.resize(500, 300);
         view.show();
         QTest::qWait(20);
     }
-
-    int defaultHeight() { return view.fontMetrics().height() * 2; }
 
     QtDesktop desktop;
     Grid grid;
@@ -71,15 +70,15 @@ TEST_F(GridViewTest, ShowsNoRowsWhileTheGridDoesNotDraw)
     grid.setDrawing(false);
     EXPECT_EQ(view.model()->rowCount(), 0);
     grid.setRowCount(0); // a paint event now must not ask for rows
-    show();
+    view.show();
+    QTest::qWait(20);
     grid.setDrawing(true);
     EXPECT_EQ(view.model()->rowCount(), 0);
 }
 
 TEST_F(GridViewTest, MeasuresOnlyRowsThatCanBeSeen)
 {
-    show();
-    fill(10000);
+    open(10000);
     const int unmeasured = view.rowHeight(5000);
     EXPECT_GT(view.rowHeight(0), unmeasured); // wrapped
     EXPECT_EQ(view.rowHeight(5000), view.rowHeight(5001));
@@ -93,8 +92,7 @@ TEST_F(GridViewTest, MeasuresOnlyRowsThatCanBeSeen)
 
 TEST_F(GridViewTest, HighlightedRowsGetTheLinesThatBoldTextNeeds)
 {
-    show();
-    fill(2);
+    open(2);
     const QString words =
         QStringLiteral("word ").repeated(view.columnWidth(1) / view.fontMetrics().horizontalAdvance("word ") - 1);
     grid.setText(1, 1, words.toStdWString());
@@ -111,8 +109,7 @@ TEST_F(GridViewTest, HighlightedRowsGetTheLinesThatBoldTextNeeds)
 
 TEST_F(GridViewTest, AReloadDoesNotMoveTheList)
 {
-    show();
-    fill(1000);
+    open(1000);
     view.verticalScrollBar()->setValue(500);
     {
         const DrawingPause pause(grid);
@@ -125,8 +122,7 @@ TEST_F(GridViewTest, AReloadDoesNotMoveTheList)
 
 TEST_F(GridViewTest, ContextMenuByMouseAndByKeys)
 {
-    show();
-    fill(4);
+    open(4);
     grid.select(1);
     std::vector<int> rows;
     grid.MouseUp = [&](MouseButton button) {
@@ -146,8 +142,7 @@ TEST_F(GridViewTest, ContextMenuByMouseAndByKeys)
 
 TEST_F(GridViewTest, KeysGoToTheFirstAndLastRowAndCopyTheRow)
 {
-    fill(40);
-    show();
+    open(40);
     QTest::keyClick(&view, Qt::Key_End);
     EXPECT_EQ(grid.row(), 39);
     QTest::keyClick(&view, Qt::Key_C, Qt::ControlModifier);
@@ -158,8 +153,7 @@ TEST_F(GridViewTest, KeysGoToTheFirstAndLastRowAndCopyTheRow)
 
 TEST_F(GridViewTest, DoubleClickAndEnterOpenARowOnly)
 {
-    fill(2);
-    show();
+    open(2);
     grid.choose(1);
     int opened = 0;
     grid.DblClick = [&] { ++opened; };

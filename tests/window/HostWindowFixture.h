@@ -19,6 +19,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <csignal>
 #include <deque>
 
@@ -61,12 +62,6 @@ protected:
         QObject::connect(&driver, &QTimer::timeout, window.get(), [this] { stepWhenQuiet(); });
     }
 
-    // Opens the patient picker by its key, types, and picks by Enter.
-    void pickPatient(const QString& text)
-    {
-        pressKeysInDialogs({ "key ctrl+o", "type --delay 20 " + text, "sleep 0.4", "key Return" });
-    }
-
     // Sends a signal to the session's server, a child of this program; false if there is none.
     static bool signalServer(int signal)
     {
@@ -82,18 +77,21 @@ protected:
         return false;
     }
 
-    QAction* action(const QString& caption)
+    template<typename Widget>
+    static Widget* captioned(const QObject& in, const QString& caption)
     {
-        for (QAction* action : window->findChildren<QAction*>()) {
-            if (action->text().remove(u'&') == caption)
-                return action;
-        }
-        return nullptr;
+        const auto all = in.findChildren<Widget*>();
+        const auto found = std::find_if(
+            all.begin(), all.end(), [&](const Widget* widget) { return widget->text().remove(u'&') == caption; });
+        return found == all.end() ? nullptr : *found;
+    }
+    QAction* action(const QString& caption) { return captioned<QAction>(*window, caption); }
+    static QPushButton* button(const QWidget& in, const QString& caption)
+    {
+        return captioned<QPushButton>(in, caption);
     }
 
     QTableView* grid() { return window->findChild<QTableView*>(); }
-
-    QString summary(int row) { return grid()->model()->index(row, 1).data().toString(); }
 
     // Selects a row with the focus in the grid, as a user does before a command.
     void selectRow(int row)

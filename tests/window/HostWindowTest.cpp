@@ -15,13 +15,16 @@ TEST_F(HostWindow, TwoPanelsFollowThePatientAndTheServer)
     for (const QTableView* grid : window->findChildren<QTableView*>())
         EXPECT_EQ(grid->model()->rowCount(), 10);
 
-    // An event of the server reloads both.
+    // An event of the server reloads both, and so does F5.
     QSet<const QTableView*> reloaded;
     for (const QTableView* grid : window->findChildren<QTableView*>())
         QObject::connect(
             grid->model(), &QAbstractItemModel::modelReset, window.get(), [&reloaded, grid] { reloaded.insert(grid); });
     QProcess::execute(
         QStringLiteral(SERVER_PROGRAM), { "--data", folder.filePath("data"), "--notify", "REFUSAL.13.REF" });
+    EXPECT_TRUE(waitUntil([&] { return reloaded.size() == 2; }));
+    reloaded.clear();
+    pressKeys({ "key", "F5" });
     EXPECT_TRUE(waitUntil([&] { return reloaded.size() == 2; }));
 
     pressKeys({ "key", "ctrl+w" });
@@ -72,15 +75,10 @@ TEST_F(HostWindow, FocusGoesToTheRecordsOfThePanelThatHadItLast)
     EXPECT_EQ(window->focusWidget(), grid());
     pressKeys({ "key", "ctrl+n" });
     ASSERT_TRUE(waitUntil([&] { return window->findChildren<QTableView*>().size() == 2; }));
-    QPushButton* elsewhere = nullptr;
-    for (QPushButton* button : window->findChildren<QPushButton*>()) {
-        if (button->text().contains("Patient"))
-            elsewhere = button;
-    }
     long patient = 2;
     for (QTableView* last : window->findChildren<QTableView*>()) {
         last->setFocus();
-        elsewhere->setFocus();
+        button(*window, "Select Patient...")->setFocus();
         ASSERT_TRUE(window->context().selectPatient(++patient));
         EXPECT_EQ(window->focusWidget(), last);
     }
@@ -181,36 +179,31 @@ TEST_F(HostWindow, LookupFieldIsLeftByClickAndByCancel)
     selectRow(0);
     QStringList dialogs;
     QString names;
-    // Presses keys, notes the name in the field, or clicks the button with this caption.
-    const auto act = [&names](QWidget& dialog, const QString& step) {
-        if (step == "empty")
-            pressKeys({ "key", "alt+m", "BackSpace", "Tab" });
-        if (step == "type") {
-            pressKeys({ "key", "alt+m" });
-            pressKeys({ "type", "pember" });
-        }
-        for (QLineEdit* field : dialog.findChildren<QLineEdit*>()) {
-            if (step == "note" && field->accessibleName() == "Mother or Guardian")
-                names += u'<' + field->text() + u'>';
-        }
-        for (QPushButton* button : dialog.findChildren<QPushButton*>()) {
-            const QPoint place = button->mapToGlobal(button->rect().center());
-            if (QString(button->text()).remove(u'&') == step)
-                pressKeys({ "mousemove", QString::number(place.x()), QString::number(place.y()), "click", "1" });
-        }
-    };
-    const QStringList steps { "empty", "type", "OK", // leaving the field finds two patients and opens the lookup
+    // Keys, "note" for the name in the field, or the caption of a button to click.
+    const QString name = "key alt+m type pember";
+    const QStringList steps { "key alt+m BackSpace Tab", name,
+        "OK", // leaving the field finds two patients and opens the lookup
         "Cancel", // in the lookup: clears the name
-        "note", "type", "...", "Cancel", // in the lookup: keeps the name
+        "note", name, "...", "Cancel", // in the lookup: keeps the name
         "note", "OK", // clears the name and does not save
-        "note", "type", "Cancel" }; // in the form: opens no lookup
+        "note", name, "Cancel" }; // in the form: opens no lookup
     std::deque<std::function<void()>> wanted { [] { pressKeys({ "key", "Return" }); } };
     for (const QString& step : steps) {
         wanted.push_back([&, step] {
             QWidget* const dialog = QApplication::activeModalWidget();
             ASSERT_NE(dialog, nullptr) << step.toStdString();
             dialogs.append(dialog->windowTitle());
-            act(*dialog, step);
+            if (step.startsWith("key"))
+                return pressKeys(step.split(u' '));
+            if (step != "note") {
+                const QPushButton& pressed = *button(*dialog, step);
+                const QPoint place = pressed.mapToGlobal(pressed.rect().center());
+                return pressKeys({ "mousemove", QString::number(place.x()), QString::number(place.y()), "click", "1" });
+            }
+            for (const QLineEdit* field : dialog->findChildren<QLineEdit*>()) {
+                if (field->accessibleName() == "Mother or Guardian")
+                    names += u'<' + field->text() + u'>';
+            }
         });
     }
     doInTurn(wanted);

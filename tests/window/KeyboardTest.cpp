@@ -44,7 +44,7 @@ protected:
     // Picks a patient and the latest visit.
     void pickPatientWithVisit(const QString& text, long number)
     {
-        pickPatient(text);
+        pressKeysInDialogs({ "key ctrl+o", "type --delay 20 " + text, "sleep 0.4", "key Return" });
         ASSERT_TRUE(
             waitUntil([&] { return window->context().patient().number == number && window->isActiveWindow(); }));
         pressKeysInDialogs({ "key ctrl+t", "key Down Return" });
@@ -81,7 +81,8 @@ protected:
     int rowOf(const QString& label, const QString& part)
     {
         for (int row = 0; row < grid()->model()->rowCount(); ++row) {
-            if (grid()->model()->index(row, 0).data().toString() == label && summary(row).contains(part))
+            const auto cell = [&](int column) { return grid()->model()->index(row, column).data().toString(); };
+            if (cell(0) == label && cell(1).contains(part))
                 return row;
         }
         return -1;
