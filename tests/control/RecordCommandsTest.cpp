@@ -51,7 +51,7 @@ TEST_F(RecordCommands, EachTypeOpensItsEditor)
             { 7, L"", L"frmRefusal", idsOf<frmRefusal>, L"" } }) {
         Text opened = L"none";
         host.transcript.clear();
-        host.desktop.inForms = { [&opened, ids](Form& form) { opened = ids(form); } };
+        host.desktop.inForms = { [&opened, ids = ids](Form& form) { opened = ids(form); } };
         control.OpenRecord(type, Text(record), record.empty() ? L"" : L"81");
         EXPECT_LINES(L"show", L"show " + Text(show));
         EXPECT_EQ(opened, expected) << narrow(show);
