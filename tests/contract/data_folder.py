@@ -190,7 +190,7 @@ def kills(folder):
     keeper, savers = session(data), [Saver(PROGRAM, data) for _ in range(20 if LONG else 8)]
     with concurrent.futures.ThreadPoolExecutor(len(savers)) as pool:
         runs = [pool.submit(saver.run, f"saver {number}") for number, saver in enumerate(savers)]
-        for _ in range(200 if LONG else 12):
+        for _ in range(200 if LONG else 5):
             time.sleep(dice.uniform(0.02, 0.08))
             dice.choice(savers).process.kill()
         for saver in savers:
