@@ -80,11 +80,11 @@ public:
 // The current visit. EncounterProgId.
 class Encounter : public HostObject {
 public:
-    // Internal entry number of the current visit; 0 if there is none.
+    // Internal entry number of the current visit; 0 without a visit.
     virtual long visitNumber() const = 0;
     virtual bool isValid() const = 0;
     // Makes an active visit ready for new records; true if there is one. Flags 12: checks silently; the panel calls
-    // this whenever it updates its commands. Flags 44: also lets the user choose a visit if there is none.
+    // this whenever it updates its commands. Flags 44: without an active visit, also lets the user choose one.
     virtual bool prepare(int flags) = 0;
     // Asks the user for a visit. The panel calls it only outside a HostApplication, with 1 for `kind`.
     virtual void prompt(int kind) = 0;

@@ -55,7 +55,7 @@ struct RecordType {
 // All types, in the order of their numbers.
 std::span<const RecordType> recordTypes();
 
-// The type of a number; null if there is none.
+// The type with this number; null for an unknown number.
 const RecordType* recordType(int number);
 const RecordType& recordType(RecordTypeNumber number);
 

@@ -62,7 +62,8 @@ public:
     MenuItem mnuVisitDetail;
     Menu mnuContextPopup;
 
-    // Handle of a pending asynchronous server request, 0 if there is none. Intended: the panel starts none.
+    // Handle of a pending asynchronous server request, 0 without one. Intended: the panel itself starts
+    // no such request.
     long asyncHandle = 0;
 
 private:

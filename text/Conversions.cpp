@@ -30,7 +30,7 @@ std::size_t exponentFrom(TextView text, std::size_t start)
     return digits == 0 ? 0 : 1 + sign + digits;
 }
 
-// Length of the number at the beginning of the text; 0 if there is none.
+// Length of the number at the beginning of the text; 0 if the text begins with no number.
 std::size_t numberLength(TextView text)
 {
     std::size_t at = !text.empty() && isSign(text[0]) ? 1 : 0;

@@ -13,7 +13,7 @@ std::optional<double> numericValue(TextView text);
 
 inline bool isNumeric(TextView text) { return numericValue(text).has_value(); }
 
-// The number at the beginning of a text, after leading blanks; 0 if there is none. "-3abc" is -3.
+// The number at the beginning of a text, after leading blanks; 0 if the text begins with no number. "-3abc" is -3.
 double leadingNumber(TextView text);
 
 // Rounds to a whole number, halves to the even neighbour; values out of range become the nearest bound.

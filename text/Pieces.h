@@ -14,8 +14,8 @@ inline constexpr TextView LineBreak = L"\r\n";
 // The position of a piece in a delimited text, counted from 1.
 using PieceNumber = int;
 
-// The n-th piece of a text, as a view into it; empty if there is none. Where the delimiter occurs, a negative n
-// counts as 1.
+// The n-th piece of a text, as a view into it; empty if the text has fewer pieces. Where the delimiter occurs, a
+// negative n counts as 1.
 TextView pieceView(TextView text, TextView delimiter, PieceNumber n);
 inline Text Piece(TextView text, TextView delimiter, PieceNumber n) { return Text(pieceView(text, delimiter, n)); }
 
@@ -64,8 +64,9 @@ std::vector<TextView> replyLines(TextView reply);
 // The same, but text after the last CR LF counts as a line: some records end without one.
 std::vector<TextView> recordLines(TextView reply);
 
-// Replaces each of the from-characters by the to-character at its position, or deletes it if there is none.
-// Works through the from-characters one by one, so a later one may replace what an earlier one wrote.
+// Replaces each of the from-characters by the to-character at its position, or deletes it if
+// that list is shorter. Works through the from-characters one by one, so a later one may replace what an earlier one
+// wrote.
 Text TranslateChars(TextView text, TextView from, TextView to);
 
 // Replaces each occurrence of `from`, which must not be empty, by `to`. Replacements are not rescanned.

@@ -58,7 +58,7 @@ public:
     // through; the callee must then block input to everything that must not receive it.
     std::function<bool(qint64 milliseconds)> onWait;
     void setObject(TextView progId, std::shared_ptr<HostObject> object) { m_objects[Text(progId)] = std::move(object); }
-    // Asks the user for a name in connect(); returns an empty text if there is none.
+    // Asks the user for a name in connect(); an empty text means that no user was chosen.
     std::function<Text()> chooseUser;
 
     // Sends expected calls ahead; if false, each call is sent when it is made.

@@ -11,7 +11,7 @@
 
 namespace health {
 
-// The user named by a certificate file (the common name); empty if there is none.
+// The user named by a certificate file (the common name); empty if it names no user.
 QString certificateUser(const QString& file);
 
 // A connection to a remote server over TLS with a client certificate. Each opening reads the files again, so that a

@@ -188,7 +188,7 @@ void Tour::drawDialog()
     pressKey(*dialog, Qt::Key_Escape);
 }
 
-// A button that opens a further dialog and has not been pressed yet; null if there is none.
+// A button that opens a further dialog and has not been pressed yet; null if all have been.
 QAbstractButton* Tour::buttonToFollow(const QWidget& dialog)
 {
     for (QAbstractButton* const button : dialog.findChildren<QAbstractButton*>()) {

@@ -52,7 +52,7 @@ WHYNOT() ; The reason to refuse this sign-on, else empty; sets ien
  IF $$CROWDED^MEVLIMITS(ien) QUIT name_" has "_$$SESSIONS^MEVLIMITS_" sessions already. End one of them first."
  QUIT ""
  ;
-NAMED(name) ; The number of the user with this name, empty if there is none
+NAMED(name) ; The number of the user with this name; empty for an unknown name
  ; Of several users, the one who may sign on, or all who may, separated by "^".
  NEW able,ien,known
  SET (able,ien,known)=""
