@@ -33,7 +33,7 @@ namespace health {
 
 // The version of the interfaces in this header and in api/host.h; each change of them increments it. A host loads only
 // libraries with the same number, because it would misread any others.
-inline constexpr int ComponentInterface = 3;
+inline constexpr int ComponentInterface = 4;
 
 // One panel on a page of the host. Unless noted otherwise, the operations report failures to the user and do not throw.
 class ComponentInstance {

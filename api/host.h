@@ -55,6 +55,10 @@ public:
     virtual Text sex() const = 0;
     // Age in whole years, as the host shows it. Only the number at its beginning counts.
     virtual Text age() const = 0;
+    // For the headings of the panel's forms: the name and the age as people read them, such as "Hartley, Marigold Rose"
+    // and "4 months". A heading leaves empty ones out.
+    virtual Text displayName() const { return {}; }
+    virtual Text displayAge() const { return {}; }
     virtual bool isSelected() const = 0;
     // Lets the user select a patient. Returns after the choice, or when the user cancels. The panel calls it only
     // outside a HostApplication.
@@ -82,6 +86,9 @@ class Encounter : public HostObject {
 public:
     // Internal entry number of the current visit; 0 without a visit.
     virtual long visitNumber() const = 0;
+    // For the headings of the panel's forms: date and place, such as "11/21/2026 08:15, Pediatric Clinic". Empty
+    // without a visit.
+    virtual Text displayText() const { return {}; }
     virtual bool isValid() const = 0;
     // Makes an active visit ready for new records; true if there is one. Flags 12: checks silently; the panel calls
     // this whenever it updates its commands. Flags 44: without an active visit, also lets the user choose one.

@@ -1,6 +1,8 @@
 #include "editors/EditorForm.h"
 
 #include "lookups/frmLookup.h"
+#include "text/Conversions.h"
+#include "text/FileManDates.h"
 #include "text/Letters.h"
 
 #include <array>
@@ -24,6 +26,7 @@ void EditorForm::Form_Activate()
         return;
     trap(L"Form_Activate", [this] {
         patient();
+        readHeading();
         activate();
     });
     m_activated = true;
@@ -34,6 +37,57 @@ const Text& EditorForm::patient()
     if (m_patient.empty())
         m_patient = m_shared.patientText();
     return m_patient;
+}
+
+// --- The heading ---
+
+void EditorForm::readHeading()
+{
+    const Patient& selected = m_shared.patient();
+    m_heading.name = selected.displayName();
+    if (m_heading.name.empty() || m_patient == L"0")
+        return;
+    for (const Text& detail : { L"No. " + m_patient, selected.sex(), selected.displayAge() }) {
+        if (!detail.empty())
+            m_heading.details.push_back(detail);
+    }
+}
+
+void EditorForm::setVisitDate(TextView piece)
+{
+    const TextView date = displayPart(piece);
+    m_visitDate = fmDateToDisplay(date);
+    if (m_visitDate.empty())
+        m_visitDate = replaced(date, L"@", L" ");
+}
+
+FormHeading EditorForm::heading()
+{
+    FormHeading heading = m_heading;
+    if (heading.name.empty())
+        return heading;
+    const Encounter& encounter = m_shared.encounter();
+    const Text visit = visitNumber();
+    const bool isCurrent = !visit.empty() && visit == wholeText(encounter.visitNumber());
+    if (visit.empty() || isCurrent) {
+        heading.visit = encounter.displayText();
+        heading.visitKind = isCurrent ? FormHeading::Visit::Current : FormHeading::Visit::Unknown;
+    } else {
+        heading.visit = m_visitDate;
+        heading.visitKind = FormHeading::Visit::Other;
+    }
+    if (!heading.visit.empty())
+        heading.visit.insert(0, L"Visit ");
+    if (!m_recordDate.empty())
+        heading.record = L"Record of " + m_recordDate;
+    return heading;
+}
+
+Explanation EditorForm::explain(const Control& field)
+{
+    if (const auto* const date = dynamic_cast<const mevZvDate*>(&field))
+        return explainDate(*date);
+    return explainEntry(field);
 }
 
 // --- Reading and saving ---
@@ -70,6 +124,12 @@ void EditorForm::save(TextView call, const std::vector<Text>& pieces)
 {
     if (send(call, joinPieces(pieces)))
         close();
+}
+
+void EditorForm::refuse(Control& field, TextView message, TextView title)
+{
+    m_shared.ErrorBox(message, title);
+    field.setFault(message);
 }
 
 void EditorForm::askFor(Control& missing, TextView text, TextView title)

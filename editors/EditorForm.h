@@ -2,6 +2,7 @@
 
 #include "platform/Form.h"
 #include "platform/controls/TextBox.h"
+#include "platform/controls/mevZvDate.h"
 #include "shared/modShared.h"
 
 namespace health {
@@ -12,10 +13,27 @@ class EditorForm : public Form {
 public:
     void Form_Activate() final;
 
+    FormHeading heading() override;
+    Explanation explain(const Control& field) final;
+
     Button cmdCancel;
 
 protected:
     EditorForm(modShared& shared, TextView name, TextView caption);
+
+    // The visit of the record, for the heading: its number, empty if such records have no visit, and the piece with
+    // its date in a record that was read.
+    virtual Text visitNumber() const { return {}; }
+    void setVisitDate(TextView piece);
+    // The date of an existing record that has no visit, for the heading.
+    void setRecordDate(TextView date) { m_recordDate = date; }
+    // What the form says about a date, and about any other field.
+    virtual Explanation explainDate(const mevZvDate&) { return {}; }
+    virtual Explanation explainEntry(const Control&) { return {}; }
+    // The field that a refusal of the server is about, null if that is unknown. A refused save moves the focus there.
+    virtual Control* fieldOf(TextView) { return nullptr; }
+    // Shows why an entry is refused, in a box and then beside the field until its next entry.
+    void refuse(Control& field, TextView message, TextView title);
 
     // Called on the first activation only, not when the user returns from a dialog.
     virtual void activate() = 0;
@@ -78,9 +96,13 @@ private:
         Text searched; // with the button; leaving the field does not repeat this search
         std::function<void()> lookup;
     };
+    void readHeading();
     void leaveLookupField(TextBox& field, const LookupField& lookupField);
 
     Text m_patient;
+    FormHeading m_heading; // of the patient for whom the form was opened
+    Text m_visitDate;
+    Text m_recordDate;
     std::map<TextBox*, LookupField> m_lookupFields;
     Button* m_save = nullptr;
     bool m_activating = false; // activation can be re-entered while a nested dialog closes

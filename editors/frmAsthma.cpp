@@ -140,6 +140,7 @@ void frmAsthma::LoadAst()
 void frmAsthma::showRecord(TextView line)
 {
     const LinePieces pieces(line);
+    setVisitDate(pieces[3]);
     PieceNumber piece = SeverityPiece;
     SelectComboItem(cboSeverity, displayPart(pieces[piece++]));
     for (TextBox& lungValue : txt) {

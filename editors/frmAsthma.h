@@ -43,6 +43,7 @@ public:
     Button cmdHS;
 
 private:
+    Text visitNumber() const override { return m_sVisit; }
     void setCaptions();
     void bindEvents();
     void activate() override;

@@ -167,6 +167,7 @@ void frmER::LoadER()
 void frmER::showRecord(TextView line)
 {
     const LinePieces pieces(line);
+    setVisitDate(pieces[3]);
     chooseCode(opt, Urgencies, codePart(pieces[4]));
     chooseCode(optArrival, Arrivals, codePart(pieces[5]));
     setTextIfAny(txtOther, pieces[6]);

@@ -42,6 +42,7 @@ public:
     Button cmdOK;
 
 private:
+    Text visitNumber() const override { return m_sVisit; }
     void setCaptions();
     void bindEvents();
     void activate() override;

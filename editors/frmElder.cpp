@@ -48,6 +48,7 @@ void frmElder::loadRecord()
     const Text reply = readRecord(L"MEVVELD GET", L"^" + m_sIEN);
     for (const TextView line : recordLines(reply)) {
         const LinePieces pieces(line);
+        setVisitDate(pieces[3]);
         PieceNumber piece = FirstFunctionalPiece;
         for (ComboBox& list : cbo) {
             if (const TextView value = displayPart(pieces[piece++]); !value.empty())

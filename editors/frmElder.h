@@ -25,6 +25,7 @@ public:
     Button cmdAdd;
 
 private:
+    Text visitNumber() const override { return m_sVisit; }
     Arrangement itemFields(std::size_t first, std::size_t last);
     void activate() override;
     void loadRecord();

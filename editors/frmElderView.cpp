@@ -25,6 +25,7 @@ void frmElderView::activate()
     const DrawingPause pause(fg);
     for (const TextView line : recordLines(reply)) {
         const LinePieces pieces(line);
+        setVisitDate(pieces[3]);
         addRow(L"Visit Date", fmDateToDisplay(displayPart(pieces[3])));
         PieceNumber piece = FirstFunctionalPiece;
         for (const FunctionalItem& item : FunctionalItems)

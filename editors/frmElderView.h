@@ -20,6 +20,7 @@ public:
     Button cmdEdit;
 
 private:
+    Text visitNumber() const override { return m_sVisit; }
     void activate() override;
     void addRow(TextView name, TextView value);
     void cmdEdit_Click();

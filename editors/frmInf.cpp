@@ -29,7 +29,9 @@ void frmInf::loadRecord()
 {
     const Text reply = readRecord(L"MEVVIF GET", L"^" + m_sIEN);
     for (const TextView line : replyLines(reply)) {
-        const double code = leadingNumber(codePart(LinePieces(line)[4]));
+        const LinePieces pieces(line);
+        setVisitDate(pieces[3]);
+        const double code = leadingNumber(codePart(pieces[4]));
         for (int item = 0; code != 0 && item < lstINF.count(); ++item) {
             if (lstINF.itemData(item) != code)
                 continue;

@@ -19,6 +19,7 @@ public:
     Button cmdAdd;
 
 private:
+    Text visitNumber() const override { return m_sVisit; }
     void activate() override;
     void loadRecord();
     void lstINF_ItemCheck(int item);

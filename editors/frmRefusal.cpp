@@ -91,6 +91,7 @@ void frmRefusal::showRecord(TextView line)
     checkType(pieces[4]);
     const Text date = fmDateToDisplay(pieces[9]);
     datRefused.setValue(date.empty() ? pieces[9] : TextView(date));
+    setRecordDate(datRefused.value());
     m_loading = true;
     setPicked(txtItem, pieces[6], pieces[5]);
     m_itemTable.reset();

@@ -61,6 +61,7 @@ void frmTxc::LoadTXC()
 void frmTxc::showRecord(TextView line)
 {
     const LinePieces pieces(line);
+    setVisitDate(pieces[3]);
     const TextView code = codePart(pieces[4]);
     for (std::size_t i = 0; i < TypeCodes.size(); ++i) {
         if (code == TypeCodes[i])

@@ -27,6 +27,7 @@ public:
     Button cmdAdd;
 
 private:
+    Text visitNumber() const override { return m_sVisit; }
     void activate() override;
     void LoadTXC();
     void showRecord(TextView line);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/Arrangement.h"
+#include "platform/Explanation.h"
 #include "platform/controls/Button.h"
 
 #include <functional>
@@ -19,6 +20,8 @@ public:
     // The move is complete: all its events have run, and boxes and dialogs that they opened are closed.
     virtual void focusSettled(Form& form) = 0;
     virtual void defaultChanged(Form& form) = 0;
+    // What the form says about itself or its fields may have changed: heading, explanations, summary, notice.
+    virtual void textsChanged(Form& form) = 0;
     virtual void closed(Form& form) = 0;
 
 protected:
@@ -54,6 +57,15 @@ public:
     // Called after the form is shown and whenever the user returns to it from another form, but not after a message
     // box or another program.
     virtual void Form_Activate() { }
+
+    // What the form says about itself and a field, computed from its present entries. The front end asks again after
+    // textsChanged and after each change of a control.
+    virtual FormHeading heading() { return {}; }
+    virtual Explanation explain(const Control&) { return {}; }
+    virtual SaveSummary summary() { return {}; }
+    virtual FormNotice notice() { return {}; }
+    // The user presses the notice's button.
+    virtual void followNotice() { }
 
     // Calls Form_Load, once in the form's life.
     void load();
@@ -96,6 +108,12 @@ protected:
     void setLookupButton(Control& field, Button& button) { m_lookupButtons[&field] = &button; }
     // Called from LostFocus: cancels the pending button press so that the user sees the changed field first.
     void withholdPress() { m_pressWithheld = true; }
+
+    void noteTextsChanged()
+    {
+        if (m_observer)
+            m_observer->textsChanged(*this);
+    }
 
 private:
     enum class Purpose {

@@ -214,6 +214,8 @@ void FormDialog::defaultChanged(Form& form)
         entry.value()->setDefault(entry.key() == form.defaultButton());
 }
 
+void FormDialog::textsChanged(Form&) { }
+
 void FormDialog::closed(Form&) { done(Accepted); }
 
 // --- What the user does ---

@@ -32,6 +32,7 @@ public:
     void focusMoved(Form& form) override;
     void focusSettled(Form& form) override;
     void defaultChanged(Form& form) override;
+    void textsChanged(Form& form) override;
     void closed(Form& form) override;
 
     void reject() override;

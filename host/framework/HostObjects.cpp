@@ -3,6 +3,8 @@
 #include "host/framework/DisplayText.h"
 #include "toolkit/QtText.h"
 
+using namespace Qt::StringLiterals;
+
 namespace health {
 
 namespace {
@@ -16,6 +18,15 @@ Text HostPatient::age() const
 {
     const auto months = ageInMonths(data.birth, QDate::currentDate());
     return months ? std::to_wstring(*months / 12) : Text();
+}
+
+Text HostPatient::displayName() const { return health::displayName(data.name).toStdWString(); }
+
+Text HostPatient::displayAge() const { return health::displayAge(data.birth, QDate::currentDate()).toStdWString(); }
+
+Text HostEncounter::displayText() const
+{
+    return data.number == 0 ? Text() : u"%1, %2"_s.arg(displayDate(data.date), data.location).toStdWString();
 }
 
 bool HostEncounter::prepare(int flags)

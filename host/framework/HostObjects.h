@@ -22,6 +22,8 @@ public:
     long number() const override { return data.number; }
     Text sex() const override { return data.sex.toStdWString(); }
     Text age() const override;
+    Text displayName() const override;
+    Text displayAge() const override;
     bool isSelected() const override { return data.number != 0; }
     void select() override { m_prompt(); }
 
@@ -67,6 +69,7 @@ public:
     VisitData data;
 
     long visitNumber() const override { return data.number; }
+    Text displayText() const override;
     bool isValid() const override { return data.number != 0; }
     bool prepare(int flags) override;
     void prompt(int) override { m_choose(); }

@@ -28,7 +28,14 @@ public:
             raise(Click);
     }
 
+    // The button's action is running; the front end shows it if that takes long.
+    bool isBusy() const { return m_busy; }
+    void setBusy(bool busy) { assign(m_busy, busy, Change::Busy); }
+
     std::function<void()> Click;
+
+private:
+    bool m_busy = false;
 };
 
 class Label final : public CaptionedControl {

@@ -22,8 +22,10 @@ public:
     // The user clicks the box.
     void click()
     {
-        if (canBeUsed())
-            setChecked(!m_checked);
+        if (!canBeUsed())
+            return;
+        noteEntry();
+        setChecked(!m_checked);
     }
 
     std::function<void()> Click;

@@ -48,6 +48,7 @@ void CheckList::click(int index)
 {
     if (!canBeUsed())
         return;
+    noteEntry();
     setListIndex(index);
     setChecked(index, !isChecked(index));
 }

@@ -65,8 +65,10 @@ void ComboBox::choose(int index)
 {
     if (!canBeUsed() || index < -1 || index >= count())
         return;
-    if (index != -1 || m_emptiable)
-        setListIndex(index);
+    if (index == -1 && !m_emptiable)
+        return;
+    noteEntry();
+    setListIndex(index);
 }
 
 int SelectComboItem(ComboBox& comboBox, TextView text)

@@ -44,6 +44,8 @@ enum class Change {
     BackColour,
     AllSelected, // the program has selected a field's whole text
     Note, // the line under a field
+    Fault, // why a field's entry was refused
+    Busy, // a button's action is running
     Hint, // the text below a grid's rows
 };
 
@@ -73,6 +75,14 @@ struct Place {
     int bottom() const { return top + height; }
     bool operator==(const Place&) const = default;
 };
+
+// Raises an event: calls the handler that the form has set, if any.
+template<typename... Parameters, typename... Arguments>
+void raise(const std::function<void(Parameters...)>& handler, Arguments&&... arguments)
+{
+    if (handler)
+        handler(std::forward<Arguments>(arguments)...);
+}
 
 // Base of all controls. A control belongs to its form and is never copied; its observer must outlive it
 // or unregister with setObserver(nullptr).
@@ -112,6 +122,13 @@ public:
     const Text& note() const { return m_note; }
     void setNote(TextView note) { assign(m_note, Text(note), Change::Note); }
 
+    // Why the field's last entry was refused; empty if it was not. The user's next entry removes it.
+    const Text& fault() const { return m_fault; }
+    void setFault(TextView fault) { assign(m_fault, Text(fault), Change::Fault); }
+
+    // Called after each change of the control, those by the user included. The front end sets it.
+    void setWatcher(std::function<void()> watcher) { m_watcher = std::move(watcher); }
+
     const Place& place() const { return m_place; }
     void setPlace(const Place& place) { assign(m_place, place, Change::Place); }
 
@@ -138,6 +155,14 @@ protected:
     {
         if (m_observer)
             m_observer->controlChanged(*this, change);
+        raise(m_watcher);
+    }
+    // The user has made an entry, which removes what the form said about the last one.
+    void noteEntry()
+    {
+        setNote({});
+        setFault({});
+        raise(m_watcher);
     }
 
     template<typename Value>
@@ -151,6 +176,7 @@ protected:
 
 private:
     ControlObserver* m_observer = nullptr;
+    std::function<void()> m_watcher;
     bool m_enabled = true;
     bool m_visible = true;
     const Control* m_frame = nullptr;
@@ -158,15 +184,8 @@ private:
     Colour m_backColour = DefaultColour;
     Text m_toolTip;
     Text m_note;
+    Text m_fault;
     Place m_place;
 };
-
-// Raises an event: calls the handler that the form has set, if any.
-template<typename... Parameters, typename... Arguments>
-void raise(const std::function<void(Parameters...)>& handler, Arguments&&... arguments)
-{
-    if (handler)
-        handler(std::forward<Arguments>(arguments)...);
-}
 
 }

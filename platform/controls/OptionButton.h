@@ -24,8 +24,10 @@ public:
     // The user clicks the button.
     void click()
     {
-        if (canBeUsed())
-            setChosen(true);
+        if (!canBeUsed())
+            return;
+        noteEntry();
+        setChosen(true);
     }
 
     std::function<void()> Click;

@@ -22,7 +22,7 @@ void TextBox::edit(TextView text)
 {
     if (!canBeUsed())
         return;
-    setNote({});
+    noteEntry();
     setText(text);
 }
 

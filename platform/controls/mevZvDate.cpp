@@ -130,8 +130,8 @@ void mevZvDate::type(TextView text)
     if (!canBeUsed())
         return;
     m_touched = true;
-    setNote({});
     m_typed = text;
+    noteEntry();
 }
 
 bool mevZvDate::settle() { return !m_typed || !m_clock || enter(*m_typed, m_clock()); }

@@ -7,6 +7,12 @@
 
 namespace health {
 
+// The days that a field accepts, both included; empty ends are open.
+struct DateRange {
+    std::optional<Moment> first;
+    std::optional<Moment> last;
+};
+
 // A field for a date. It accepts what clinical users type: a date, "T" for today, "N" for now, "T-3", "T+2W", "T-1M",
 // "T+1Y", six or eight digits such as 010206 or 01022006, and a time after a blank or "@". It shows a valid entry as
 // "mm/dd/yyyy" or "mm/dd/yyyy hh:mm" and keeps any other text unchanged, for the form to validate.
@@ -33,6 +39,11 @@ public:
     // The front end's clock, for "T" and "N".
     void setClock(std::function<Moment()> clock) { m_clock = std::move(clock); }
 
+    // The days that the form accepts, as of now; open if the form has set no rule. For the front end's calendar and the
+    // form's explanation; the form itself judges entries in NewDateEntered.
+    DateRange allowed(Moment now) const { return m_allowed ? m_allowed(now) : DateRange {}; }
+    void setAllowed(std::function<DateRange(Moment now)> rule) { m_allowed = std::move(rule); }
+
     bool isEmpty() const { return m_value.empty(); }
     std::optional<Moment> moment() const { return parseDate(m_value); }
 
@@ -58,6 +69,7 @@ private:
     std::optional<Text> m_typed; // not entered yet
     bool m_touched = false;
     std::function<Moment()> m_clock;
+    std::function<DateRange(Moment)> m_allowed;
     bool m_requireTime = false;
     bool m_dateOnly = false;
 };

@@ -35,7 +35,7 @@ Text refusal(const QByteArray& manifest, const QString& folder = usersFolder())
 
 TEST(ComponentLoader, UnusableManifestsAreReported)
 {
-    const QByteArray good = R"({ "progId": "Test.Panel", "library": "/nowhere/panel.so", "interface": 3 })";
+    const QByteArray good = R"({ "progId": "Test.Panel", "library": "/nowhere/panel.so", "interface": 4 })";
     EXPECT_EQ(refusal(good), L"The panel's library /nowhere/panel.so no longer exists. Register the panel again.");
     for (const QByteArray& old :
         { QByteArray(good).replace("3", "4"), QByteArray(good).replace(", \"interface\": 3", "") })
@@ -48,7 +48,7 @@ TEST(ComponentLoader, UnusableManifestsAreReported)
 TEST(ComponentLoader, VariableMovesTheUsersRegistrations)
 {
     const QTemporaryDir moved;
-    const char* const manifest = R"({ "progId": "Test.Panel", "library": "/%1/panel.so", "interface": 3 })";
+    const char* const manifest = R"({ "progId": "Test.Panel", "library": "/%1/panel.so", "interface": 4 })";
     refusal(QString(manifest).arg("home").toUtf8());
     qputenv("PERSONAL_HEALTH_COMPONENTS", moved.path().toUtf8());
     const Text failure = refusal(QString(manifest).arg("moved").toUtf8(), moved.path());

@@ -122,6 +122,7 @@ TEST(Form, FrontEndIsNotified)
         void focusMoved(Form&) override { log += "moved "; }
         void focusSettled(Form&) override { log += "settled "; }
         void defaultChanged(Form&) override { log += "default "; }
+        void textsChanged(Form&) override { log += "texts "; }
         void closed(Form&) override { log += "closed "; }
     } frontEnd;
     TwoFields form;
