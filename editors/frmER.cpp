@@ -128,18 +128,21 @@ void frmER::bindEvents()
 Arrangement frmER::arrangement()
 {
     auto arrival = buttonsOf(optArrival);
-    arrival.back() = row({ optArrival[OtherArrival], txtOther });
+    arrival.back() = row({ optArrival[OtherArrival], wide(txtOther, 18) });
     auto disposition = buttonsOf(optDisch);
-    disposition.back() = row({ optDisch[OtherDisposition], txtDispOth });
+    disposition.back() = row({ optDisch[OtherDisposition], wide(txtDispOth, 14) });
     auto transfer = buttonsOf(optTransfer);
-    transfer.push_back(row({ txtLoc, cmdLoc }));
+    transfer.push_back(row({ wide(txtLoc, 22), cmdLoc }));
     return column(
         { row({ column({ frame(fraUrgency, column(buttonsOf(opt))), frame(fraEntered, column(buttonsOf(optEntered))) }),
               frame(fraArrival, column(std::move(arrival))),
-              column({ frame(fraInformant, txtInformant), frame(fraNotified, column(buttonsOf(optNotified))) }) }),
-            row({ frame(fraDispostion, column(std::move(disposition))),
+              column({ frame(fraInformant, wide(txtInformant, 22)),
+                  frame(fraNotified, column(buttonsOf(optNotified))) }) }),
+            line(),
+            row({ frame(fraDispostion, downwards(std::move(disposition))),
                 frame(fraTransfer, column(std::move(transfer))) }),
-            fields({ field(lblDepart, { datDepart }), field(lblCond, { txtCond }) }), buttons({ cmdOK, cmdCancel }) });
+            line(), fields({ field(lblDepart, { datDepart }), field(lblCond, { wide(txtCond, 44) }) }),
+            buttons({ cmdOK, cmdCancel }) });
 }
 
 // --- Loading ---

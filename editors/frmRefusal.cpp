@@ -58,10 +58,10 @@ frmRefusal::frmRefusal(modShared& shared)
 
 Arrangement frmRefusal::arrangement()
 {
-    return column({ lblRefusals, lstRefusals,
-        fields({ field(lblItem, { txtItem, cmdItem }), field(lblRefused, { datRefused }),
-            field(lblComment, { txtRefComment }) }),
-        buttons({ cmdOK, cmdCancel }) });
+    return column(
+        { fields({ field(lblRefusals, { wide(lstRefusals, 44) }), field(lblItem, { wide(txtItem, 30), cmdItem }),
+              field(lblRefused, { datRefused }), field(lblComment, { wide(txtRefComment, 44) }) }),
+            buttons({ cmdOK, cmdCancel }) });
 }
 
 void frmRefusal::activate()

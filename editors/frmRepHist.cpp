@@ -98,14 +98,15 @@ Arrangement frmRepHist::arrangement()
 {
     std::vector<Arrangement> counts;
     for (std::size_t i = 0; i < CountBoxes; ++i)
-        counts.push_back(field(lblFP[i], { txNumRH[i], udNumRH[i] }));
+        counts.push_back(field(lblFP[i], { wide(txNumRH[i], 2), udNumRH[i] }));
     return column(
         { frame(fraWH,
-              column({ row(std::move(counts)), line(),
-                  fields({ field(lbl[0], { datLMP }), field(lbl[2], { cboFP }), field(lbl[1], { datFP }) }), line(),
-                  chkPregnant,
+              column({ row(std::move(counts)), space(),
+                  fields({ field(lbl[0], { datLMP }), field(lbl[2], { wide(cboFP, 22) }), field(lbl[1], { datFP }) }),
+                  space(), onAxis(chkPregnant),
                   frame(fraPregnant,
-                      fields({ field(lblPreg[0], { datDelivery }), field(lblPreg[1], { cboEstMethod }) })) })),
+                      fields(
+                          { field(lblPreg[0], { datDelivery }), field(lblPreg[1], { wide(cboEstMethod, 22) }) })) })),
             buttons({ cmdAdd, cmdCancel }) });
 }
 

@@ -28,8 +28,9 @@ frmTxc::frmTxc(modShared& shared)
 
 Arrangement frmTxc::arrangement()
 {
-    return column({ frame(fraTypes, row({ opt[0], opt[1] })),
-        fields({ field(lbl[0], { datInit }), field(lbl[1], { txtPrv, cmdPrv }) }), buttons({ cmdAdd, cmdCancel }) });
+    return column({ onAxis(frame(fraTypes, row({ opt[0], opt[1] }))),
+        fields({ field(lbl[0], { datInit }), field(lbl[1], { wide(txtPrv, 28), cmdPrv }) }),
+        buttons({ cmdAdd, cmdCancel }) });
 }
 
 void frmTxc::Form_Load()

@@ -26,6 +26,7 @@ public:
     void Form_Load() override;
     void Form_Activate() override;
     Arrangement arrangement() override;
+    Explanation explain(const Control& control) override;
 
     Label lblFirstName;
     TextBox txtName;

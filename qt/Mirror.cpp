@@ -17,9 +17,6 @@ void mirrorCommon(QWidget& widget, const Control& control, Change change)
     case Change::ToolTip:
         widget.setToolTip(toToolTip(control.toolTip()));
         break;
-    case Change::Note:
-        widget.setProperty(NoteProperty, toQString(control.note()));
-        break;
     case Change::Place:
         widget.setGeometry(Scale(widget).pixels(control.place()));
         break;
