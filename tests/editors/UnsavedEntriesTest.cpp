@@ -21,7 +21,7 @@ protected:
     {
         form.m_sIEN = L"7";
         form.m_sVisit = L"81";
-        reply(L"MEVVTXC GET", L"7^^3260310@0930|81^PAIN|P^03/10/2026^OAKHURST,KATHERINE J|15\r\n");
+        reply(L"MEVVTXC GET", L"7^^03/10/2026@09:30|81^PAIN|P^03/10/2026^OAKHURST,KATHERINE J|15\r\n");
         reply(L"MEVVTXC SET", L"1");
     }
 
@@ -130,7 +130,7 @@ TEST_F(UnsavedContract, IsComparedWithTheChangeOfAnotherSession)
     shared.notifyRecordsChanged(L"VTXC");
     EXPECT_EQ(form.notice().text, L"Changed by another session at 09:30");
     EXPECT_CALLS(); // read only on request
-    reply(L"MEVVTXC GET", L"7^^3260310@0930|81^PAIN|P^03/12/2026^OAKHURST,KATHERINE J|15\r\n");
+    reply(L"MEVVTXC GET", L"7^^03/10/2026@09:30|81^PAIN|P^03/12/2026^OAKHURST,KATHERINE J|15\r\n");
     host.desktop.inForms.push_back([&](Form& opened) {
         const Grid& rows = dynamic_cast<frmCompare&>(opened).fg;
         ASSERT_EQ(rows.rowCount(), 2);
