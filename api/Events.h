@@ -25,7 +25,7 @@ inline constexpr TextView DiscardedEvent = L"DISCARDED";
 // Raised by the server when a patient's records have changed, in every session that subscribed, the one that made the
 // change included. The panel subscribes to prefix + patient number while it shows that patient; in the
 // event's name, "." and the kind of record (such as "VELD") follow the number: "VXR.12.VELD". The panel reloads its
-// list on every kind. No data.
+// list on every kind. Data: OwnChange in the session that made the change, else empty; a host passes it on.
 inline constexpr TextView RecordsEventPrefix = L"VXR.";
 
 // The data of these events in the session that made the change.
@@ -33,5 +33,8 @@ inline constexpr TextView OwnChange = L"OWN";
 
 // The same for refusals: "REFUSAL.12.REF".
 inline constexpr TextView RefusalsEventPrefix = L"REFUSAL.";
+
+// The data of an event that reports a change of the same session.
+inline constexpr TextView OwnChange = L"OWN";
 
 }

@@ -397,10 +397,13 @@ void MainWindow::showReport(const Report& report)
 {
     const PatientData& patient = m_context.patient();
     const QString user = displayName(QString::fromStdWString(m_context.session().signedOn().userName));
-    ReportPeople people { u"No patient selected"_s, {}, user };
+    ReportPeople people { { u"No patient selected"_s }, user };
     if (patient.number != 0) {
-        people.patient = displayName(patient.name);
-        people.heading = u"Patient: %1   Number: %2"_s.arg(people.patient).arg(patient.number);
+        const QString age = displayAge(patient.birth, QDate::currentDate());
+        QString details = u"Number %1   %2"_s.arg(QString::number(patient.number), displaySex(patient.sex));
+        if (!age.isEmpty())
+            details += u"   Age %1"_s.arg(age);
+        people.patient = { displayName(patient.name), details };
     }
     PreviewDialog(ReportPages(report, people), report.title, QApplication::activeWindow()).exec();
 }
