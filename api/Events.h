@@ -28,9 +28,6 @@ inline constexpr TextView DiscardedEvent = L"DISCARDED";
 // list on every kind. Data: OwnChange in the session that made the change, else empty; a host passes it on.
 inline constexpr TextView RecordsEventPrefix = L"VXR.";
 
-// The data of these events in the session that made the change.
-inline constexpr TextView OwnChange = L"OWN";
-
 // The same for refusals: "REFUSAL.12.REF".
 inline constexpr TextView RefusalsEventPrefix = L"REFUSAL.";
 
