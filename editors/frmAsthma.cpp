@@ -35,7 +35,7 @@ enum RegistryRow {
 }
 
 frmAsthma::frmAsthma(modShared& shared)
-    : EditorForm(shared, L"frmAsthma", L"Update Asthma Record")
+    : EditorForm(shared, L"frmAsthma", L"Update Asthma Record", { L"Asthma Status", L"VAST" })
 {
     setHeight(PlainHeight);
     setCaptions();
@@ -111,6 +111,13 @@ Arrangement frmAsthma::arrangement()
     }
     parts.push_back(buttons({ cmdHS, stretch(), cmdAdd, cmdCancel }));
     return column(std::move(parts));
+}
+
+std::unique_ptr<EditorForm> frmAsthma::another() const
+{
+    auto form = anotherOf(*this, &frmAsthma::m_sIEN, &frmAsthma::m_sVisit, &frmAsthma::m_bRegKey);
+    form->setHeight(height());
+    return form;
 }
 
 // --- The record ---
