@@ -1,6 +1,7 @@
 #pragma once
 
 #include "editors/EditorForm.h"
+#include "editors/StoredRecord.h"
 #include "platform/controls/ComboBox.h"
 #include "platform/controls/Grid.h"
 #include "platform/controls/mevContainer.h"
@@ -24,6 +25,7 @@ public:
     bool m_bRegKey = false; // the user may edit the registry
 
     Arrangement arrangement() override;
+    SaveSummary summary() override;
 
     Label lblSeverity;
     ComboBox cboSeverity;
@@ -44,6 +46,11 @@ public:
 
 private:
     Text visitNumber() const override { return m_sVisit; }
+    Explanation explainEntry(const Control& field) override;
+    Control* fieldOf(TextView refusal) override;
+    Explanation explainLung(std::size_t index) const;
+    Text lungFault(std::size_t index) const;
+    static Text lungRange(std::size_t index, TextView between);
     void setCaptions();
     void bindEvents();
     void activate() override;
@@ -60,6 +67,7 @@ private:
     void cmdAdd_Click();
 
     bool m_registryActive = false;
+    StoredRecord m_stored;
 };
 
 }
