@@ -1,6 +1,6 @@
 #include "editors/BirthWeight.h"
 
-#include "editors/EntryTexts.h"
+#include "editors/ExplanationTexts.h"
 #include "text/Conversions.h"
 
 #include <cmath>

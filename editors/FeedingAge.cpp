@@ -2,7 +2,7 @@
 
 #include "api/host.h"
 #include "editors/BirthWeight.h"
-#include "editors/EntryTexts.h"
+#include "editors/ExplanationTexts.h"
 #include "text/Conversions.h"
 #include "text/Letters.h"
 

@@ -1,6 +1,6 @@
 #include "editors/SummaryBuilder.h"
 
-#include "editors/EntryTexts.h"
+#include "editors/ExplanationTexts.h"
 #include "text/Letters.h"
 
 namespace health {

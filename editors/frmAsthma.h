@@ -45,6 +45,8 @@ public:
     Button cmdHS;
 
 private:
+    Text recordNumber() const override { return m_sIEN; }
+    std::unique_ptr<EditorForm> another() const override;
     Text visitNumber() const override { return m_sVisit; }
     Explanation explainEntry(const Control& field) override;
     Control* fieldOf(TextView refusal) override;

@@ -28,6 +28,8 @@ public:
     Button cmdAdd;
 
 private:
+    Text recordNumber() const override { return openedFor(); }
+    std::unique_ptr<EditorForm> another() const override { return anotherOf(*this); }
     void activate() override;
     Explanation explainEntry(const Control& field) override;
     Control* fieldOf(TextView refusal) override;

@@ -1,5 +1,5 @@
 // What the asthma registry's form says about its entries.
-#include "editors/EntryTexts.h"
+#include "editors/ExplanationTexts.h"
 #include "editors/SummaryBuilder.h"
 #include "editors/frmAsthmaReg.h"
 

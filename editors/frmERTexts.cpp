@@ -1,5 +1,5 @@
 // What the emergency room form says about its entries.
-#include "editors/EntryTexts.h"
+#include "editors/ExplanationTexts.h"
 #include "editors/SummaryBuilder.h"
 #include "editors/frmER.h"
 #include "text/Letters.h"

@@ -1,5 +1,5 @@
 // What the functional status form says about its entries.
-#include "editors/EntryTexts.h"
+#include "editors/ExplanationTexts.h"
 #include "editors/SummaryBuilder.h"
 #include "editors/frmElder.h"
 #include "text/Conversions.h"

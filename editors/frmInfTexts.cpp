@@ -1,5 +1,5 @@
 // What the infant feeding form says about its entry.
-#include "editors/EntryTexts.h"
+#include "editors/ExplanationTexts.h"
 #include "editors/SummaryBuilder.h"
 #include "editors/frmInf.h"
 

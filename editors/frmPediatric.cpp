@@ -1,7 +1,7 @@
 #include "editors/frmPediatric.h"
 
 #include "editors/BirthWeight.h"
-#include "editors/EntryTexts.h"
+#include "editors/ExplanationTexts.h"
 #include "lookups/LookupTables.h"
 #include "text/Conversions.h"
 #include "text/Letters.h"
@@ -16,7 +16,7 @@ constexpr TextView UnitParameter = L"RepHist-PedWtOpt";
 }
 
 frmPediatric::frmPediatric(modShared& shared)
-    : EditorForm(shared, L"frmPediatric", L"Update Birth Measurements")
+    : EditorForm(shared, L"frmPediatric", L"Update Birth Measurements", { L"Birth Measurements", L"BMSR" })
 {
     setCaptions();
     for (std::size_t i = 0; i < Boxes; ++i) {
@@ -90,6 +90,10 @@ void frmPediatric::setUnit(std::size_t unit)
     lblWt.setCaption(WeightUnits[unit].caption);
 }
 
+Text frmPediatric::ownState() const { return wholeText(static_cast<long long>(m_unit)); }
+
+void frmPediatric::entriesRestored(TextView ownState) { setUnit(static_cast<std::size_t>(leadingNumber(ownState))); }
+
 // Intended: works in every box, and a lower-case "m" switches to pounds, even in a feeding age in months.
 void frmPediatric::txt_KeyPress(std::size_t index, wchar_t key)
 {
@@ -140,7 +144,7 @@ void frmPediatric::cmdAdd_Click()
         return;
     if (!txt[0].text().empty())
         m_shared.SetUserParam(UnitParameter, wholeText(static_cast<long long>(m_unit)));
-    close();
+    closeSaved();
 }
 
 }

@@ -1,6 +1,6 @@
 // What the birth measurements' form says about its entries.
 #include "editors/BirthWeight.h"
-#include "editors/EntryTexts.h"
+#include "editors/ExplanationTexts.h"
 #include "editors/SummaryBuilder.h"
 #include "editors/frmPediatric.h"
 

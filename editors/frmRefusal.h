@@ -32,6 +32,10 @@ public:
 
 private:
     static constexpr std::size_t LongestComment = 200;
+    Text recordNumber() const override { return m_sRefusalIen; }
+    std::unique_ptr<EditorForm> another() const override { return anotherOf(*this, &frmRefusal::m_sRefusalIen); }
+    Text ownState() const override;
+    void entriesRestored(TextView ownState) override;
     void activate() override;
     Explanation explainEntry(const Control& field) override;
     Control* fieldOf(TextView refusal) override;

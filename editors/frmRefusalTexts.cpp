@@ -1,5 +1,5 @@
 // What the refusal form says about its entries.
-#include "editors/EntryTexts.h"
+#include "editors/ExplanationTexts.h"
 #include "editors/SummaryBuilder.h"
 #include "editors/frmRefusal.h"
 #include "text/Letters.h"

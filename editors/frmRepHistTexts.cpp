@@ -1,5 +1,5 @@
 // What the reproductive history's form says about its entries.
-#include "editors/EntryTexts.h"
+#include "editors/ExplanationTexts.h"
 #include "editors/SummaryBuilder.h"
 #include "editors/frmRepHist.h"
 #include "text/Conversions.h"

@@ -1,5 +1,5 @@
 // What the treatment contract's form says about its entries.
-#include "editors/EntryTexts.h"
+#include "editors/ExplanationTexts.h"
 #include "editors/SummaryBuilder.h"
 #include "editors/frmTxc.h"
 

@@ -1,4 +1,4 @@
-#include "editors/EntryTexts.h"
+#include "editors/ExplanationTexts.h"
 
 #include "text/Conversions.h"
 #include "text/Letters.h"
