@@ -55,6 +55,7 @@ private:
     void enableTransfer(bool enabled);
     void optTransfer_Click(int index);
     void cmdLoc_Click();
+    void datDepart_EntryRefused();
     void cmdOK_Click();
 
     int m_placeOption = -1; // the chosen option when the place was found

@@ -43,6 +43,7 @@ private:
     void setCaptions();
     void bindEvents();
     void activate() override;
+    Explanation explainDate(const mevZvDate& date) override;
     void FillLists();
     void SetWomensHealthEnabled(bool enabled);
     void LoadRepHist();
@@ -52,7 +53,7 @@ private:
     bool isEligible();
     Text countString() const;
     void cmdAdd_Click();
-    void refuseFuture(mevZvDate& date);
+    void refuseAndClear(mevZvDate& date);
     void datDelivery_NewDateEntered();
     void txNumRH_Change(std::size_t index);
     void txNumRH_KeyPress(std::size_t index, wchar_t& key);
