@@ -122,9 +122,8 @@ void frmER::bindEvents()
     optDisch.Click = trapped(L"optDisch_Click", [this](int index) { optDisch_Click(index); });
     bindLookup(
         txtLoc, cmdLoc, TypedOver::ClearsId, Unnamed::IsSaved, trapped(L"cmdLoc_Click", [this] { cmdLoc_Click(); }));
-    datDepart.EntryRefused = trapped(L"datDepart_EntryRefused", [this] {
-        m_shared.ErrorBox(L"Enter the departure date with its time, such as 1/2/2006 14:30.", L"Invalid Date");
-    });
+    m_dateRules.add(datDepart, {});
+    datDepart.EntryRefused = trapped(L"datDepart_EntryRefused", [this] { datDepart_EntryRefused(); });
     bindSave(cmdOK, L"cmdOK_Click", [this] { cmdOK_Click(); });
 }
 
@@ -257,6 +256,13 @@ void frmER::dropPlace(TextView why)
     const Text former = txtLoc.text();
     setPicked(txtLoc, {}, {});
     noteRemoved(txtLoc, former, why);
+}
+
+// The control has kept the old value.
+void frmER::datDepart_EntryRefused()
+{
+    refuseDate(datDepart, { L"Enter the departure date with its time, such as 1/2/2006 14:30.", L"Invalid Date" },
+        datDepart.value(), datDepart.isEmpty() ? L"The field is empty." : L"The date is the one before.");
 }
 
 void frmER::cmdLoc_Click()
