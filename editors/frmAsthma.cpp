@@ -96,14 +96,14 @@ void frmAsthma::bindEvents()
 Arrangement frmAsthma::arrangement()
 {
     constexpr int AnswerWidth = 6; // characters; a value has as many
-    const auto entries = [](auto& labels, auto& controls) {
+    const auto entries = [](auto& labels, auto& controls, int room) {
         std::vector<Arrangement> parts;
         for (std::size_t i = 0; i < 3; ++i)
-            parts.push_back(field(labels[i], { wide(controls[i], AnswerWidth), beside(8) }));
+            parts.push_back(field(labels[i], { wide(controls[i], AnswerWidth), beside(room) }));
         return fields(std::move(parts));
     };
     std::vector<Arrangement> parts { fields({ field(lblSeverity, { wide(cboSeverity, 22) }) }), space(),
-        row({ frame(fraLung, entries(lblLung, txt)), frame(fraTriggers, entries(lblTriggers, cbo)) }),
+        row({ frame(fraLung, entries(lblLung, txt, 20)), frame(fraTriggers, entries(lblTriggers, cbo, 8)) }),
         fields({ field(lblTriggers[3], { wide(cbo[3], AnswerWidth) }) }) };
     if (height() >= RegistryHeight) {
         parts.push_back(line());

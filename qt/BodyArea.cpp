@@ -20,16 +20,33 @@ BodyArea::BodyArea(QLayout* fields)
     setWidgetResizable(true);
     setFrameShape(QFrame::NoFrame);
     setFocusPolicy(Qt::NoFocus);
-    connect(verticalScrollBar(), &QScrollBar::rangeChanged, this, &BodyArea::placeBar);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
 }
 
-void BodyArea::placeBar()
+// Bars as needed would let one bar, shown for a moment while the window grows, take the room that makes the other one
+// necessary.
+void BodyArea::placeBars()
 {
     const int margin = Measures(*this).formMargin();
-    const int bar = verticalScrollBar()->maximum() > 0 ? verticalScrollBar()->sizeHint().width() : 0;
-    QMargins margins = m_body->layout()->contentsMargins();
-    margins.setRight(std::max(0, margin - bar));
-    m_body->layout()->setContentsMargins(margins);
+    const auto setMargin = [&](int right) {
+        QMargins margins = m_body->layout()->contentsMargins();
+        margins.setRight(right);
+        m_body->layout()->setContentsMargins(margins);
+    };
+    setMargin(margin);
+    const bool isLow = heightFor(width()) > height();
+    if (isLow)
+        setMargin(std::max(0, margin - verticalScrollBar()->sizeHint().width()));
+    const bool isNarrow = minimumSizeHint().width() > width();
+    setVerticalScrollBarPolicy(isLow ? Qt::ScrollBarAlwaysOn : Qt::ScrollBarAlwaysOff);
+    setHorizontalScrollBarPolicy(isNarrow ? Qt::ScrollBarAsNeeded : Qt::ScrollBarAlwaysOff);
+}
+
+void BodyArea::resizeEvent(QResizeEvent* event)
+{
+    QScrollArea::resizeEvent(event);
+    placeBars();
 }
 
 int BodyArea::heightFor(int width) const
@@ -49,11 +66,14 @@ void BodyArea::show(QWidget& widget, const QWidget* below)
     ensureWidgetVisible(&widget, margin, margin);
 }
 
-QSize BodyArea::sizeHint() const { return m_body->layout()->totalSizeHint(); }
+// The bar's share of the margin.
+int BodyArea::barWidth() const { return Measures(*this).formMargin() - m_body->layout()->contentsMargins().right(); }
+
+QSize BodyArea::sizeHint() const { return m_body->layout()->totalSizeHint() + QSize(barWidth(), 0); }
 
 QSize BodyArea::minimumSizeHint() const
 {
-    return { m_body->layout()->totalMinimumSize().width(), Measures(*this).ems(4) };
+    return { m_body->layout()->totalMinimumSize().width() + barWidth(), Measures(*this).ems(4) };
 }
 
 }

@@ -12,14 +12,19 @@ public:
     explicit BodyArea(QLayout* fields);
 
     int heightFor(int width) const;
+    // The fields have changed: shows or hides the scroll bars.
+    void placeBars();
     // Scrolls the widget into view, and what is below it as far as there is room.
     void show(QWidget& widget, const QWidget* below);
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
 
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+
 private:
-    void placeBar();
+    int barWidth() const;
 
     QWidget* m_body;
 };

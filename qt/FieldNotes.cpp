@@ -57,7 +57,7 @@ bool FieldNotes::refresh(Form& form)
     for (Field& field : m_fields) {
         field.explanation = form.explain(*field.control);
         hasLine = hasLine || !field.explanation.below.empty();
-        if (besideText.isEmpty()) {
+        if (besideText.isEmpty() && field.control->fault().empty()) { // the fault says more
             besideText = toQString(field.explanation.beside);
             besideTone = field.explanation.tone;
         }

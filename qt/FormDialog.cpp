@@ -9,6 +9,7 @@
 #include "qt/Scale.h"
 #include "qt/SpokenName.h"
 #include "qt/SummaryLine.h"
+#include "qt/ToneLabel.h"
 #include "qt/ViewDesktop.h"
 #include "toolkit/QtText.h"
 
@@ -66,6 +67,8 @@ void FormDialog::build()
     layout->addWidget(m_heading);
     layout->addWidget(m_body, 1);
     layout->addWidget(m_foot);
+    for (const auto& row : m_builder.notes())
+        row->beside().showRoom();
 }
 
 QWidget* FormDialog::buildFoot(QLayout* buttons)
@@ -141,6 +144,9 @@ QRect FormDialog::room() const
     return screen;
 }
 
+// Changed texts invalidate nested layouts one after the other, by posted events.
+void FormDialog::settleLayouts() { QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest); }
+
 int FormDialog::neededHeight(int width) const
 {
     const QLayout* const foot = m_foot->layout();
@@ -152,21 +158,25 @@ int FormDialog::neededHeight(int width) const
 // As wide as the fields and a heading in one line, as high as all texts need, at least as high as the form requests.
 void FormDialog::fit()
 {
+    settleLayouts();
     const int heading = m_heading->isHidden() ? 0 : m_heading->sizeHint().width();
     const int width = std::max({ m_body->sizeHint().width(), m_foot->sizeHint().width(), heading });
     const QSize most = room().size();
     const int shown = std::min(width, most.width());
     resize(shown, std::min(neededHeight(shown), most.height()));
+    m_body->placeBars();
 }
 
 // Longer texts enlarge the window downwards, as far as the screen permits.
 void FormDialog::grow()
 {
+    settleLayouts();
     const QRect screen = this->screen()->availableGeometry();
     const int most = std::min(room().height(), screen.bottom() - frameGeometry().top());
     const int height = std::min(neededHeight(width()), most);
     if (height > this->height())
         resize(width(), height);
+    m_body->placeBars();
 }
 
 // --- Texts ---

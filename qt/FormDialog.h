@@ -58,6 +58,7 @@ private:
     void refresh();
     void fit();
     void grow();
+    static void settleLayouts();
     int neededHeight(int width) const;
     QRect room() const;
     void showFocused();

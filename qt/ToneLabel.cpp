@@ -64,20 +64,19 @@ void ToneLabel::say(const QString& text, Tone tone)
     setText(text);
     updateGeometry();
     update();
-    setVisible(m_keepsLine || m_kept > 0 || !text.isEmpty());
+    showRoom();
 }
 
 void ToneLabel::keepLine()
 {
     m_keepsLine = true;
-    show();
+    showRoom();
 }
 
 void ToneLabel::keepCharacters(int characters)
 {
     m_kept = fontMetrics().averageCharWidth() * characters;
     updateGeometry();
-    show();
 }
 
 int ToneLabel::symbolWidth() const { return m_tone == Tone::Quiet || text().isEmpty() ? 0 : Measures(*this).ems(0.95); }

@@ -16,8 +16,10 @@ public:
     void say(const QString& text, Tone tone);
     // Keeps one line's height while it is empty.
     void keepLine();
-    // Keeps the width of so many characters.
+    // Keeps the width of so many characters, from showRoom() on.
     void keepCharacters(int characters);
+    // The label has its place in a window.
+    void showRoom() { setVisible(m_keepsLine || m_kept > 0 || !text().isEmpty()); }
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
