@@ -38,7 +38,7 @@ void BodyArea::placeBars()
     const bool isLow = heightFor(width()) > height();
     if (isLow)
         setMargin(std::max(0, margin - verticalScrollBar()->sizeHint().width()));
-    const bool isNarrow = minimumSizeHint().width() > width();
+    const bool isNarrow = leastWidth() > width();
     setVerticalScrollBarPolicy(isLow ? Qt::ScrollBarAlwaysOn : Qt::ScrollBarAlwaysOff);
     setHorizontalScrollBarPolicy(isNarrow ? Qt::ScrollBarAsNeeded : Qt::ScrollBarAlwaysOff);
 }
@@ -71,9 +71,9 @@ int BodyArea::barWidth() const { return Measures(*this).formMargin() - m_body->l
 
 QSize BodyArea::sizeHint() const { return m_body->layout()->totalSizeHint() + QSize(barWidth(), 0); }
 
-QSize BodyArea::minimumSizeHint() const
-{
-    return { m_body->layout()->totalMinimumSize().width() + barWidth(), Measures(*this).ems(4) };
-}
+int BodyArea::leastWidth() const { return m_body->layout()->totalMinimumSize().width() + barWidth(); }
+
+// A screen may be narrower than the fields.
+QSize BodyArea::minimumSizeHint() const { return { Measures(*this).ems(12), Measures(*this).ems(4) }; }
 
 }

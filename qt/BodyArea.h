@@ -12,6 +12,8 @@ public:
     explicit BodyArea(QLayout* fields);
 
     int heightFor(int width) const;
+    // Narrower, it scrolls horizontally.
+    int leastWidth() const;
     // The fields have changed: shows or hides the scroll bars.
     void placeBars();
     // Scrolls the widget into view, and what is below it as far as there is room.
