@@ -32,6 +32,13 @@ TEST_F(ExplainedBirth, WeightsInTheOtherUnits)
     }
 }
 
+TEST_F(ExplainedBirth, LoadedWeightsAreConvertedEvenIfTheyCannotBeEntered)
+{
+    reply(L"MEVBMSR GET", L"40^2^18.2^18200");
+    open();
+    EXPECT_EQ(said(form, form.txt[0]), L"= 18.2 kg \u00B7 18,200 g");
+}
+
 TEST_F(ExplainedBirth, AgesAndThePatients)
 {
     struct BornOn : ScriptedPatient {
