@@ -147,7 +147,7 @@ TEST_F(Contract, WeightsAreConvertedAsTheFormShowsThem)
 {
     constexpr TextView patient = L"14"; // who has no birth measurements
     for (const TextView entry : { L"7 2", L"7-2", L"07 02.50", L"1.5 0", L"24 16", L"40 2", L"99 99", L"100 0", L"3.2K",
-             L"0.98K", L"2.0015K", L"8.1235K", L"9.9995K", L"99.99K", L"100K", L".5K", L"980G", L"907.5G", L"1000.5G",
+             L"0.98K", L"4.0005K", L"8.1235K", L"9.9995K", L"99.99K", L"100K", L".5K", L"980G", L"907.5G", L"1000.5G",
              L"3232G", L"453G", L"100000G", L"7", L"K", L"3.2 K" }) {
         call(L"MEVBMSR SET", Text(patient) + L"^^^^^^");
         call(L"MEVBMSR SET", Text(patient) + L"^" + Text(entry) + L"^^^^^");

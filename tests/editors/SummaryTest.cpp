@@ -94,7 +94,7 @@ TEST_F(Summaries, OfInfantFeedingAndAsthma)
 TEST_F(Summaries, OfFunctionalStatus)
 {
     check<frmElder>(
-        L"MEVVELD GET", replies::Functional,
+        L"MEVVELD GET", Text(replies::Functional) + L"45\r\n", // a line without items changes none
         [](frmElder& form) {
             form.cbo[2].choose(-1);
             form.cbo[13].choose(1);
