@@ -21,6 +21,9 @@ SaveLine::SaveLine(HostSession& session)
     m_undo->setShortcut(QKeySequence(u"Ctrl+Z"_s));
     m_undo->setEnabled(false);
     m_button->setToolTip(u"Open the form again with the entry (Ctrl+Z)"_s);
+    QSizePolicy kept = m_button->sizePolicy();
+    kept.setRetainSizeWhenHidden(true); // the list must not move
+    m_button->setSizePolicy(kept);
     m_button->hide();
     auto* const layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);

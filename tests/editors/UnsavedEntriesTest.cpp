@@ -77,6 +77,30 @@ TEST_F(UnsavedContract, WithoutAnEntryIsNotOffered)
     EXPECT_LINES(L"event ");
 }
 
+TEST_F(UnsavedContract, IsSavedOnceHoweverOftenTheUserPresses)
+{
+    open();
+    form.opt[1].click();
+    bool isBusy = false;
+    host.session->duringCalls = [&] { // a host may let input through
+        isBusy = form.cmdAdd.isBusy();
+        for (int press = 0; press < 20; ++press) {
+            form.press(form.cmdAdd);
+            form.press(form.cmdCancel);
+        }
+    };
+    reply(L"MEVVTXC SET", L"-1^The contract is locked.");
+    form.press(form.cmdAdd);
+    EXPECT_TRUE(isBusy);
+    EXPECT_FALSE(form.cmdAdd.isBusy());
+    EXPECT_TRUE(form.isOpen()); // refused: the user can correct the entry
+    EXPECT_LINES(L"call |event ", L"call MEVVTXC SET(7^81^M^03/10/2026^15)");
+    reply(L"MEVVTXC SET", L"1");
+    form.press(form.cmdAdd);
+    EXPECT_LINES(L"call ", L"call MEVVTXC SET(7^81^M^03/10/2026^15)", L"call MEVVTXC SET(7^81^M^03/10/2026^15)");
+    EXPECT_FALSE(form.isOpen());
+}
+
 TEST_F(UnsavedContract, IsKeptWhenItsSaveIsLost)
 {
     open();
