@@ -20,7 +20,12 @@ Text withUnit(TextView amount, TextView unit)
     return Text(amount) + L" " + Text(unit) + (amount == L"1" ? L"" : L"s");
 }
 
-long long rounded(double value) { return static_cast<long long>(std::floor(value + 0.5)); }
+// Halves go up, as in the server's decimal arithmetic; a binary product may lie a little below its half.
+long long rounded(double value)
+{
+    constexpr double slip = 1e-9;
+    return static_cast<long long>(std::floor(value + 0.5 + slip));
+}
 
 BirthWeight weightOf(long long grams, TextView pounds, TextView ounces)
 {

@@ -99,16 +99,21 @@ void frmPediatric::entriesRestored(TextView ownState) { setUnit(static_cast<std:
 // Intended: works in every box, and a lower-case "m" switches to pounds, even in a feeding age in months.
 void frmPediatric::txt_KeyPress(std::size_t index, wchar_t key)
 {
-    const std::size_t before = m_unit;
+    const Text before = savedWeight();
     for (std::size_t unit = PoundsOunces + 1; unit < WeightUnits.size(); ++unit) {
         if (WeightUnits[unit].letter.front() == upperLetter(key))
             setUnit(unit);
     }
     if (key == L' ' || key == L'm')
         setUnit(PoundsOunces);
-    if (index != 0 && m_unit != before && !txt[0].text().empty())
-        txt[0].setNote(L"The unit has changed to " + Text(WeightUnits[m_unit].caption) + L", because "
-            + (key == L' ' ? Text(L"a blank") : quoted(TextView(&key, 1))) + L" was typed in another field.");
+    if (index != 0 && !txt[0].text().empty() && savedWeight() != before)
+        noteUnit(key);
+}
+
+void frmPediatric::noteUnit(wchar_t key)
+{
+    txt[0].setNote(L"The unit has changed to " + Text(WeightUnits[m_unit].caption) + L", because "
+        + (key == L' ' ? Text(L"a blank") : quoted(TextView(&key, 1))) + L" was typed in another field.");
 }
 
 Text frmPediatric::weightWithUnit(const Text& weight) const

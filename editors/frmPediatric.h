@@ -45,6 +45,7 @@ private:
     void LoadData();
     void setUnit(std::size_t unit);
     void txt_KeyPress(std::size_t index, wchar_t key);
+    void noteUnit(wchar_t key);
     void txt_Validate(std::size_t index, bool& cancel);
     Text weightWithUnit(const Text& weight) const;
     void cmdAdd_Click();

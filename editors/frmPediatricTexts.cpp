@@ -37,9 +37,9 @@ Explanation frmPediatric::explainWeight() const
     if (entry.empty())
         return {};
     const Text saved = savedWeight();
-    if (Explanation fault = weightFault(saved); !txt[0].isAsLoaded() && !fault.beside.empty())
-        return fault;
     const auto weight = birthWeight(saved);
+    if (Explanation fault = weightFault(saved); !fault.beside.empty() && (!weight || !txt[0].isAsLoaded()))
+        return fault;
     return besideField(weight ? otherUnits(*weight, unitOf(saved), entry == saved) : Text());
 }
 
@@ -73,9 +73,11 @@ Text frmPediatric::storedWeight() const
 SaveSummary frmPediatric::summary()
 {
     SummaryBuilder builder(m_stored);
-    const auto weight = birthWeight(savedWeight());
-    builder.add(BoxCaptions[0], weight ? weight->text() : Text(), (weight ? weight->text() : Text()) != storedWeight());
     const Text entry = upperCase(txt[0].text());
+    const auto weight = birthWeight(savedWeight());
+    // A text that is not a weight is sent as it is, and refused.
+    const Text words = weight ? weight->text() : entry.empty() ? Text() : savedWeight();
+    builder.addText(BoxCaptions[0], words, storedWeight());
     if (!entry.empty() && entry != savedWeight())
         builder.say(L"The weight has no letter, so it is sent in the present unit: " + savedWeight() + L".");
     for (std::size_t i = 1; i < Boxes; ++i) {

@@ -20,7 +20,7 @@ enum ReproductivePiece : PieceNumber {
 };
 
 // The boxes.
-enum Count : std::size_t {
+enum CountBox : std::size_t {
     Gravidity,
     Parity,
     LivingChildren,
@@ -52,7 +52,7 @@ Explanation frmRepHist::explainCount(std::size_t index) const
 // children it had: living children are therefore impossible only without any delivery.
 Text frmRepHist::impossibleCount(std::size_t index) const
 {
-    const auto count = [this](Count box) { return leadingNumber(txNumRH[box].text()); };
+    const auto count = [this](CountBox box) { return leadingNumber(txNumRH[box].text()); };
     if (index == Parity && count(Parity) > count(Gravidity))
         return L"more than G";
     const bool tooMany = count(Parity) + count(Spontaneous) + count(Therapeutic) > count(Gravidity);
@@ -70,7 +70,7 @@ SaveSummary frmRepHist::summary()
     builder.addDate(L"LMP", dateEntered(datLMP), PeriodPiece);
     builder.addChoice(L"Contraceptive Method", cboFP, MethodPiece);
     builder.addDate(L"Date FP Began", dateEntered(datFP), MethodDatePiece);
-    if (isEligible())
+    if (m_eligible.value_or(true)) // known since the form was opened
         addPregnancy(builder);
     if (m_unread)
         builder.say(L"The record could not be read: these values replace what it holds.");

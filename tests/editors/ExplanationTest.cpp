@@ -1,4 +1,5 @@
 // What forms say beside and below their fields: how entries are understood, what they were, why they changed.
+#include "lookups/frmLookup.h"
 #include "tests/support/Editors.h"
 #include "tests/support/FormFixture.h"
 #include "tests/support/SaidByForm.h"
@@ -30,6 +31,13 @@ TEST_F(ExplainedBirth, WeightsInTheOtherUnits)
         EXPECT_EQ(own.moveFocus(own.txt[1]), !isRefused) << narrow(typed); // one rule judges both
         EXPECT_EQ(own.txt[0].fault().empty(), !isRefused);
     }
+}
+
+TEST_F(ExplainedBirth, LoadedWeightsAreConvertedEvenIfTheyCannotBeEntered)
+{
+    reply(L"MEVBMSR GET", L"40^2^18.2^18200");
+    open();
+    EXPECT_EQ(said(form, form.txt[0]), L"= 18.2 kg \u00B7 18,200 g");
 }
 
 TEST_F(ExplainedBirth, AgesAndThePatients)
@@ -86,6 +94,13 @@ TEST_F(ExplainedBirth, LookupFieldsSayWhoIsSaved)
     EXPECT_EQ(said(form, form.txtPat), L"not looked up yet");
     form.moveFocus(form.txt[1]);
     EXPECT_EQ(said(form, form.txtPat) + form.txtPat.note(), L"+Smith, AnnaThe only match for \"smi\".");
+    typeInto(form.txtPat, L"");
+    form.moveFocus(form.txt[1]);
+    reply(L"MEVUTL DICLKUP", L"1^A,B^A,B^F\r\n2^C,D^C,D^F\r\n");
+    host.desktop.inForms.push_back([](Form& opened) { opened.press(dynamic_cast<frmLookup&>(opened).cmdSelect); });
+    typeInto(form.txtPat, L"c");
+    form.moveFocus(form.txt[1]);
+    EXPECT_EQ(said(form, form.txtPat) + form.txtPat.note(), L"+A, B"); // chosen by the user
     reply(L"MEVUTL DICLKUP", L"");
     typeInto(form.txtPat, L"");
     form.moveFocus(form.txt[1]);
@@ -94,6 +109,7 @@ TEST_F(ExplainedBirth, LookupFieldsSayWhoIsSaved)
     EXPECT_EQ(form.txtPat.text() + form.txtPat.note(), L"\"zz\" was removed: nothing was chosen.");
     // A letter typed elsewhere can change the weight's unit.
     form.txt[3].pressKey(L'g');
+    EXPECT_EQ(said(form, form.txt[0]), L"!not a weight, see the examples");
     EXPECT_EQ(form.txt[0].note(), L"The unit has changed to (grams), because \"g\" was typed in another field.");
 }
 

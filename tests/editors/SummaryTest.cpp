@@ -94,7 +94,7 @@ TEST_F(Summaries, OfInfantFeedingAndAsthma)
 TEST_F(Summaries, OfFunctionalStatus)
 {
     check<frmElder>(
-        L"MEVVELD GET", replies::Functional,
+        L"MEVVELD GET", Text(replies::Functional) + L"45\r\n", // a line without items changes none
         [](frmElder& form) {
             form.cbo[2].choose(-1);
             form.cbo[13].choose(1);
@@ -207,6 +207,9 @@ TEST_F(Summaries, OfEmergencyVisits)
         Text(Empty) + L"Disposition=Discharged*; " + Text(NoDeparture)
             + L"Transferred to=* # The place of the transfer, North Clinic, is dropped.",
         L"45^81^^^^^^^D^^^^");
+    check<frmER>(L"MEVVER GET", Text(Transferred) + L"AUTTVNDR(\r\n", {},
+        Text(Empty) + L"Disposition=Transferred; " + Text(NoDeparture) + L"Transferred to=North Clinic",
+        L"45^81^^^^^^^T^^^^^VEN.`7");
     check<frmER>(L"MEVVER GET", Text(Transferred) + L"DIC(\r\n", {},
         Text(Empty) + L"Disposition=Transferred; " + Text(NoDeparture)
             + L"Transferred to=North Clinic* # The place of the transfer is sent as a facility, because no option is "
@@ -252,8 +255,8 @@ TEST_F(Summaries, RefusalsNameTheirField)
     Asked<frmRepHist> history(shared);
     history.datFP.setValue(L"12/01/1700");
     Asked<frmAsthma> asthma(shared);
-    asthma.txt[0].edit(L"49");
-    asthma.txt[1].edit(L"49.5");
+    asthma.txt[0].edit(L"49.5");
+    asthma.txt[1].edit(L"49");
     Asked<frmAsthmaReg> registry(shared);
     registry.dat[1].setValue(L"soon");
     Asked<frmRefusal> refusal(shared);
@@ -278,8 +281,8 @@ TEST_F(Summaries, RefusalsNameTheirField)
                 &history.datDelivery },
             { L"The way of determining the delivery date is not known.", &history.cboEstMethod } });
     check(asthma,
-        { { L"The lung function value 49.5 is not possible.", &asthma.txt[1] },
-            { L"The lung function value 49 is not possible.", &asthma.txt[0] },
+        { { L"The lung function value 49.5 is not possible.", &asthma.txt[0] },
+            { L"The lung function value 49 is not possible.", &asthma.txt[1] },
             { L"The severity is not known.", &asthma.cboSeverity } });
     check(registry,
         { { L"soon is not a date.", &registry.dat[1] }, { L"The case manager is not known.", &registry.txtPrv },
