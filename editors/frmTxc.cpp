@@ -24,7 +24,7 @@ DateRefusal judgeInitiation(Moment entered, Moment now)
 }
 
 frmTxc::frmTxc(modShared& shared)
-    : EditorForm(shared, L"frmTxc", L"Update Treatment Contract")
+    : EditorForm(shared, L"frmTxc", L"Update Treatment Contract", { L"Tx Contract", L"VTXC" })
 {
     opt[0].setCaption(L"Pain");
     opt[1].setCaption(L"Mental Health");
