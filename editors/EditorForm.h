@@ -1,8 +1,8 @@
 #pragma once
 
+#include "editors/DateRules.h"
 #include "platform/EntrySnapshot.h"
 #include "platform/EntryTexts.h"
-#include "editors/DateRules.h"
 #include "platform/Form.h"
 #include "platform/controls/TextBox.h"
 #include "platform/controls/mevZvDate.h"

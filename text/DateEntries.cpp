@@ -119,7 +119,7 @@ const std::vector<Text>& examples()
 {
     static const std::vector<Text> texts = [] {
         std::vector<Text> all { L"1/01/2024 01:00", L"1012024", L"+1", L"-1", L"TODAY", L"YESTERDAY", L"TOMORROW",
-            L"NOW", L"1 PM" };
+            L"NOW", L"1 PM", L"2" };
         for (const TextView month : MonthNames)
             all.push_back(upperCase(month) + L" 1, 2024");
         for (const TextView day : WeekdayNames)
@@ -154,7 +154,7 @@ bool givesTime(TextView text, Moment moment)
 bool isDateBegun(TextView text, Moment now)
 {
     for (const TextView example : examples()) {
-        for (std::size_t at = 0; at < example.size(); ++at) {
+        for (std::size_t at = 0; at <= example.size(); ++at) {
             if (momentEntered(Text(text).append(example.substr(at)), now))
                 return true;
         }

@@ -23,7 +23,7 @@ std::optional<Moment> momentEntered(TextView text, Moment now, const DateRange& 
 // The entry of this moment contains a time of day, even midnight: "hh:mm" or "now".
 bool givesTime(TextView text, Moment moment);
 
-// More typing can make the text a date.
+// The text is a date or the beginning of one.
 bool isDateBegun(TextView text, Moment now);
 
 // The text without the blanks around it.
