@@ -61,6 +61,10 @@ public:
     // when it is closed. The widget need not have been shown.
     virtual void openRecord(int type, const Text& record, const Text& visit) = 0;
 
+    // Opens the form of the entry that the event DISCARDED offers, with the entry in it; does nothing if there is no
+    // such entry. Returns when the form is closed.
+    virtual void reopenEntry() = 0;
+
     // The texts of the list as the user sees it: a vector for each row with a text for each shown column. A text may
     // hold line breaks. Empty before the widget's first display and while the list is loading. Without a patient,
     // its only row says so. Throws only std::bad_alloc.

@@ -190,7 +190,7 @@ public:
     // Ignores a registration that does not exist.
     virtual void unregisterEvent(TextView name, ICSS_SessionEvents& sink) = 0;
     // Raises an event inside this host only. Outside a call it may deliver the event before it returns. The panel
-    // raises STATUS.
+    // raises STATUS, SAVED and DISCARDED.
     virtual void raiseEvent(TextView name, TextView data) = 0;
 
     // The session's cache of named values, shared by all components; nullopt if never stored. A host empties it when

@@ -31,6 +31,7 @@ public:
     {
         m_control.OpenRecord(type, record, visit);
     }
+    void reopenEntry() override { m_class.m_shared->reopenEntry(); }
     std::vector<std::vector<Text>> rows() const override;
 
 private:

@@ -48,4 +48,11 @@ bool RecordEvents::concerns(TextView eventName) const
         || MatchesLeading(eventName, RefreshEvent, LetterCase::Exact);
 }
 
+TextView RecordEvents::changedByOthers(TextView eventName, TextView data)
+{
+    const std::size_t last = eventName.rfind(L'.');
+    const bool isOwn = data == OwnChange;
+    return isOwn || last == TextView::npos ? TextView() : eventName.substr(last + 1);
+}
+
 }

@@ -28,6 +28,9 @@ public:
     bool hasPatient() const { return !m_visitEventName.empty(); }
     // The event requires a reload.
     bool concerns(TextView eventName) const;
+    // The kind of record, such as "VAST", that another session has changed according to an event that concerns() the
+    // panel; empty for this session's own changes and for REFRESH.
+    static TextView changedByOthers(TextView eventName, TextView data);
 
 private:
     modShared& m_shared;

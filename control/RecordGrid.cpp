@@ -72,6 +72,32 @@ void RecordGrid::selectKey(TextView key)
     }
 }
 
+RecordTexts RecordGrid::texts() const
+{
+    RecordTexts texts;
+    for (int row = 0; row < m_grid.rowCount(); ++row)
+        texts.emplace(m_grid.rowData(row), m_grid.text(row, GridColumn::Summary));
+    return texts;
+}
+
+void RecordGrid::showSaved(const SavedRecord& saved, const RecordTexts& before)
+{
+    for (const RecordType& type : recordTypes()) {
+        if (type.callPrefix != L"MEV" + saved.kind)
+            continue;
+        const Text key = Text(type.rowKey) + (type.isOnePerPatient() ? Text() : saved.record);
+        const bool isKnown = type.isOnePerPatient() || !saved.record.empty();
+        for (int row = 0; row < m_grid.rowCount(); ++row) {
+            const TextView rowKey = m_grid.rowData(row);
+            if (isKnown ? rowKey != key : !rowKey.starts_with(key) || before.contains(Text(rowKey)))
+                continue;
+            m_grid.showRow(row);
+            m_grid.flashRow(row);
+            return;
+        }
+    }
+}
+
 void RecordGrid::highlightVisit(TextView visit)
 {
     for (int row = 0; row < m_grid.rowCount(); ++row) {

@@ -4,6 +4,7 @@
 #include "platform/controls/Grid.h"
 #include "shared/modShared.h"
 
+#include <map>
 #include <optional>
 
 namespace health {
@@ -16,6 +17,9 @@ struct RecordRow {
     Text label;
     bool isLocked = false; // the record may not be edited
 };
+
+// The summaries of the rows by their keys.
+using RecordTexts = std::map<Text, Text>;
 
 // The grid as the list of a patient's records. Throws what the grid throws.
 class RecordGrid {
@@ -38,6 +42,10 @@ public:
     Text selectedKey() const;
     // Selects the row with that key and scrolls to it; does nothing if there is no such row.
     void selectKey(TextView key);
+    RecordTexts texts() const;
+    // Scrolls to the row of a record that was saved and highlights it briefly. An added record is the row that the
+    // former texts lack.
+    void showSaved(const SavedRecord& saved, const RecordTexts& before);
     // Marks the rows of the current visit.
     void highlightVisit(TextView visit);
 

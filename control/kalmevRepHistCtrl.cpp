@@ -1,10 +1,11 @@
 #include "control/kalmevRepHistCtrl.h"
 
-#include "control/FlagScope.h"
+#include "platform/FlagScope.h"
 #include "shared/modConst.h"
 #include "text/Conversions.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace health {
 
@@ -120,6 +121,8 @@ void kalmevRepHistCtrl::AbortAsync()
 
 void kalmevRepHistCtrl::ICSS_PatientEvents_Committed()
 {
+    m_shared.forgetEntries();
+    m_shared.notifyPatientChanged();
     // During a load the change stays pending, or two patients' rows would mix.
     m_patientChanged = m_patientChanged || m_active;
     catchUp();
@@ -145,6 +148,7 @@ void kalmevRepHistCtrl::loadPatient()
     m_changeFailed = !trap(L"ICSS_PatientEvents_Committed", [&] {
         m_events.leavePatient(L"ICSS_PatientEvents_Committed");
         clearTypeList();
+        m_savedSeen = m_shared.lastSaved().sequence;
         const long number = m_shared.patient().number();
         if (number == 0) {
             ClearPatientControls();
@@ -177,9 +181,11 @@ void kalmevRepHistCtrl::ICSS_EncounterEvents_Committed()
     catchUp();
 }
 
-void kalmevRepHistCtrl::EventCallback(TextView name, TextView)
+void kalmevRepHistCtrl::EventCallback(TextView name, TextView data)
 {
     if (m_active && m_events.concerns(name)) {
+        if (const TextView kind = m_events.changedByOthers(name, data); !kind.empty())
+            m_shared.notifyRecordsChanged(kind);
         // Retries a failed change of the patient.
         m_patientChanged = m_patientChanged || m_changeFailed;
         m_reloadWanted = true;
@@ -256,10 +262,21 @@ void kalmevRepHistCtrl::reload()
         return;
     }
     const Text selectedKey = m_grid.selectedKey();
+    const SavedRecord saved = newlySaved();
+    const RecordTexts before = saved.kind.empty() ? RecordTexts() : m_grid.texts();
     if (!loadRecords())
         return;
     m_grid.selectKey(selectedKey);
     updateCommands();
+    if (!saved.kind.empty())
+        m_grid.showSaved(saved, before);
+}
+
+// The record that was saved since the last reload; without one its kind is empty.
+SavedRecord kalmevRepHistCtrl::newlySaved()
+{
+    const SavedRecord& last = m_shared.lastSaved();
+    return std::exchange(m_savedSeen, last.sequence) == last.sequence ? SavedRecord() : last;
 }
 
 void kalmevRepHistCtrl::highlightVisit() { m_grid.highlightVisit(wholeText(m_shared.encounter().visitNumber())); }

@@ -108,6 +108,7 @@ private:
     void catchUp();
     void loadPatient();
     void reload();
+    SavedRecord newlySaved();
     void highlightVisit();
 
     int typeToAdd() const;
@@ -129,6 +130,7 @@ private:
     RecordCommands m_commands { m_shared, m_editKeys };
     RecordEvents m_events { m_shared, Module, *this };
     RecordGrid m_grid { fgData };
+    int m_savedSeen = 0; // the last save whose row was shown
     bool m_loading = false;
     bool m_deleting = false; // from the first question to the server's answer
     // Pending work for catchUp:

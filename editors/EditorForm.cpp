@@ -1,6 +1,8 @@
 #include "editors/EditorForm.h"
 
+#include "editors/frmCompare.h"
 #include "lookups/frmLookup.h"
+#include "platform/FlagScope.h"
 #include "text/Conversions.h"
 #include "text/FileManDates.h"
 #include "text/Letters.h"
@@ -10,15 +12,46 @@
 
 namespace health {
 
-EditorForm::EditorForm(modShared& shared, TextView name, TextView caption)
+namespace {
+
+constexpr std::size_t TimeStart = 11; // in "mm/dd/yyyy hh:mm"
+
+// Keeps a button busy during the object's life.
+class BusyScope {
+public:
+    explicit BusyScope(Button* button)
+        : m_button(button)
+    {
+        if (m_button)
+            m_button->setBusy(true);
+    }
+    ~BusyScope()
+    {
+        if (m_button)
+            m_button->setBusy(false);
+    }
+    BusyScope(const BusyScope&) = delete;
+    BusyScope& operator=(const BusyScope&) = delete;
+
+private:
+    Button* m_button;
+};
+
+}
+
+EditorForm::EditorForm(modShared& shared, TextView name, TextView caption, RecordKind kind)
     : Form(name, caption)
     , m_shared(shared)
+    , m_kind(kind)
 {
     cmdCancel.setCaption(L"&Cancel");
     cmdCancel.setToolTip(L"Cancel adding data");
-    cmdCancel.Click = [this] { close(); };
+    cmdCancel.Click = [this] { cancel(); };
     setCancelButton(cmdCancel);
+    m_shared.addForm(*this);
 }
+
+EditorForm::~EditorForm() { m_shared.removeForm(*this); }
 
 void EditorForm::Form_Activate()
 {
@@ -30,6 +63,10 @@ void EditorForm::Form_Activate()
         activate();
     });
     m_activated = true;
+    m_original = EntrySnapshot(*this);
+    m_originalTexts = entryTexts(*this);
+    if (m_draft)
+        trap(L"Form_Activate", [this] { restoreDraft(); });
 }
 
 const Text& EditorForm::patient()
@@ -61,17 +98,22 @@ void EditorForm::setVisitDate(TextView piece)
         m_visitDate = replaced(date, L"@", L" ");
 }
 
+bool EditorForm::isOfCurrentVisit() const
+{
+    return !visitNumber().empty() && visitNumber() == wholeText(m_shared.encounter().visitNumber());
+}
+
 FormHeading EditorForm::heading()
 {
     FormHeading heading = m_heading;
+    if (isForeign())
+        heading.warning = L"Another patient is selected now: nothing can be saved here."
+            + (heading.name.empty() ? Text() : L" This form belongs to " + heading.name + L".");
     if (heading.name.empty())
         return heading;
-    const Encounter& encounter = m_shared.encounter();
-    const Text visit = visitNumber();
-    const bool isCurrent = !visit.empty() && visit == wholeText(encounter.visitNumber());
-    if (visit.empty() || isCurrent) {
-        heading.visit = encounter.displayText();
-        heading.visitKind = isCurrent ? FormHeading::Visit::Current : FormHeading::Visit::Unknown;
+    if (visitNumber().empty() || isOfCurrentVisit()) {
+        heading.visit = m_shared.encounter().displayText();
+        heading.visitKind = isOfCurrentVisit() ? FormHeading::Visit::Current : FormHeading::Visit::Unknown;
     } else {
         heading.visit = m_visitDate;
         heading.visitKind = FormHeading::Visit::Other;
@@ -117,13 +159,134 @@ Text EditorForm::readAnnounced(TextView call, TextView parameter)
 
 bool EditorForm::send(TextView call, TextView parameter)
 {
-    return !m_shared.CheckRpcError(m_shared.CallRpc(call, parameter), L"");
+    if (isForeign()) {
+        patientChanged();
+        return false;
+    }
+    const BusyScope busy(m_save);
+    const Text reply = m_shared.CallRpc(call, parameter);
+    m_saveLost = m_shared.lastCall() != CallResult::Answered;
+    if (!m_shared.CheckRpcError(reply, L""))
+        return true;
+    focusRefused(reply);
+    return false;
+}
+
+// Moves the focus to the field that the server's refusal is about.
+void EditorForm::focusRefused(TextView reply)
+{
+    const Text message(pieceView(reply, L"^", 2));
+    if (Control* const field = fieldOf(message)) {
+        setFocus(*field);
+        field->setFault(message);
+    }
 }
 
 void EditorForm::save(TextView call, const std::vector<Text>& pieces)
 {
     if (send(call, joinPieces(pieces)))
-        close();
+        closeSaved();
+}
+
+void EditorForm::closeSaved()
+{
+    if (m_saveLost)
+        keepEntries(L"Entry not saved: ");
+    else
+        m_shared.noteSaved(m_kind.isListed ? m_kind.event : TextView(), recordNumber(), savedText());
+    close();
+}
+
+// "Asthma Status 11/21/2026 08:15"; the date is the visit's, if the record belongs to one.
+Text EditorForm::savedText() const
+{
+    if (visitNumber().empty())
+        return Text(m_kind.name);
+    const Text visit = isOfCurrentVisit() ? m_shared.encounter().displayText() : m_visitDate;
+    const Text date = visit.substr(0, visit.find(L','));
+    return date.empty() ? Text(m_kind.name) : Text(m_kind.name) + L' ' + date;
+}
+
+// --- Entries that were not saved ---
+
+void EditorForm::cancel()
+{
+    if (m_activated && EntrySnapshot(*this) != m_original)
+        keepEntries(L"Entry discarded: ");
+    close();
+}
+
+void EditorForm::keepEntries(TextView offer)
+{
+    std::shared_ptr<EditorForm> form = another();
+    if (!form || isForeign())
+        return;
+    Draft& draft = form->m_draft.emplace();
+    draft.fields = EntrySnapshot(*this);
+    for (const auto& [field, lookupField] : m_lookupFields)
+        draft.picked.push_back(lookupField.picked);
+    draft.ownState = ownState();
+    m_shared.keepEntry(Text(offer) + caption(), [form] { form->m_shared.desktop().showModal(*form); });
+}
+
+void EditorForm::restoreDraft()
+{
+    const Draft draft = *std::exchange(m_draft, std::nullopt);
+    {
+        const FlagScope restoring(m_restoring);
+        draft.fields.restoreValues(*this);
+    }
+    auto picked = draft.picked.begin();
+    for (auto& [field, lookupField] : m_lookupFields)
+        lookupField.picked = *picked++;
+    entriesRestored(draft.ownState);
+    draft.fields.restoreTyping(*this);
+}
+
+// --- Changes of the patient and of the record ---
+
+bool EditorForm::isForeign() const
+{
+    try {
+        return !m_patient.empty() && m_shared.patientText() != m_patient;
+    } catch (...) {
+        return false; // the call will report that the host is gone
+    }
+}
+
+void EditorForm::patientChanged()
+{
+    if (m_save)
+        m_save->setEnabled(!isForeign());
+    noteTextsChanged();
+}
+
+void EditorForm::recordsChanged(TextView kind)
+{
+    if (kind != m_kind.event || recordNumber().empty() || !m_activated)
+        return;
+    m_changedAt = dateTimeText(m_shared.desktop().now()).substr(TimeStart);
+    noteTextsChanged();
+}
+
+FormNotice EditorForm::notice()
+{
+    if (m_changedAt.empty())
+        return {};
+    return { L"Changed by another session at " + m_changedAt, L"Compare" };
+}
+
+void EditorForm::followNotice()
+{
+    const auto theirs = another();
+    if (!theirs)
+        return;
+    theirs->load();
+    theirs->Form_Activate();
+    frmCompare comparison(m_originalTexts, entryTexts(*theirs), entryTexts(*this));
+    m_changedAt.clear();
+    noteTextsChanged();
+    m_shared.desktop().showModal(comparison);
 }
 
 void EditorForm::refuse(Control& field, TextView message, TextView title)

@@ -1,25 +1,60 @@
 #pragma once
 
+#include "platform/EntrySnapshot.h"
+#include "platform/EntryTexts.h"
 #include "platform/Form.h"
 #include "platform/controls/TextBox.h"
 #include "platform/controls/mevZvDate.h"
 #include "shared/modShared.h"
 
+#include <map>
+#include <memory>
+#include <optional>
+
 namespace health {
 
+// What an editor edits.
+struct RecordKind {
+    TextView name; // as the list shows it
+    TextView event; // the end of the names of its events
+    bool isListed = true; // the panel's list has a row for it
+};
+
 // The common base of the record editors: error reports under their own names, the first activation, reading and saving,
-// lookup fields, Cancel.
-class EditorForm : public Form {
+// lookup fields, Cancel, and the user's entries: those that were not saved are kept, and changes of the record by
+// another session can be compared with them.
+class EditorForm : public Form, private FormWatcher {
 public:
+    ~EditorForm() override;
+
     void Form_Activate() final;
 
     FormHeading heading() override;
     Explanation explain(const Control& field) final;
+    FormNotice notice() override;
+    void followNotice() override;
 
     Button cmdCancel;
 
 protected:
-    EditorForm(modShared& shared, TextView name, TextView caption);
+    EditorForm(modShared& shared, TextView name, TextView caption, RecordKind kind);
+
+    // A new form for the same record, to be opened or to be read for a comparison; null if the form has no entries.
+    virtual std::unique_ptr<EditorForm> another() const { return nullptr; }
+    // Creates it: a form of the same class in which these fields are the same.
+    template<typename Editor, typename... Fields>
+    static std::unique_ptr<EditorForm> anotherOf(const Editor& original, Fields... fields)
+    {
+        auto form = std::make_unique<Editor>(original.m_shared);
+        ((form.get()->*fields = original.*fields), ...);
+        return form;
+    }
+    // The number of the existing record; empty if the form adds one.
+    virtual Text recordNumber() const = 0;
+    // The form's state beside its fields, as a text; restored with the fields.
+    virtual Text ownState() const { return {}; }
+    // Kept entries are in the fields again: restores the form's own state, and what depends on the entries.
+    virtual void entriesRestored(TextView) { }
 
     // The visit of the record, for the heading: its number, empty if such records have no visit, and the piece with
     // its date in a record that was read.
@@ -39,14 +74,20 @@ protected:
     virtual void activate() = 0;
     bool wasActivated() const { return m_activated; }
 
+    // The same, empty before the first activation.
+    const Text& openedFor() const { return m_patient; }
     // The number of the patient whose record the form shows; does not change when the host selects another one.
     const Text& patient();
 
-    // An event handler that reports failures under the procedure's name.
+    // An event handler that reports failures under the procedure's name. It does nothing while kept entries are
+    // restored.
     template<typename Work>
     auto trapped(TextView procedure, Work work)
     {
-        return m_shared.trapped(name(), procedure, std::move(work));
+        return m_shared.trapped(name(), procedure, [this, work = std::move(work)](auto&&... arguments) {
+            if (!m_restoring)
+                work(arguments...);
+        });
     }
     void trap(TextView procedure, const std::function<void()>& work) { m_shared.trap(name(), procedure, work); }
 
@@ -58,10 +99,13 @@ protected:
     Text readRecord(TextView call, TextView parameter);
     // The same for a call that the form has already announced by a CallHint.
     Text readAnnounced(TextView call, TextView parameter);
-    // Makes a call that changes data; false after a server error, which has been shown.
+    // Makes a call that changes data; false after a server error, which has been shown, and, without a call, if the
+    // host has selected another patient.
     bool send(TextView call, TextView parameter);
     // Sends the pieces of a record and closes the form on success.
     void save(TextView call, const std::vector<Text>& pieces);
+    // Closes the form after send() has succeeded.
+    void closeSaved();
     // Warns that a value is missing and moves the focus to its control.
     void askFor(Control& missing, TextView text, TextView title);
 
@@ -96,9 +140,32 @@ private:
         Text searched; // with the button; leaving the field does not repeat this search
         std::function<void()> lookup;
     };
+    // The entries of a form that was closed.
+    struct Draft {
+        EntrySnapshot fields;
+        std::vector<Text> picked; // the names in the lookup fields
+        Text ownState;
+    };
+
+    void patientChanged() override;
+    void recordsChanged(TextView kind) override;
+    void restoreDraft();
+    void cancel();
+    void keepEntries(TextView offer);
+    void focusRefused(TextView reply);
+    bool isForeign() const;
+    bool isOfCurrentVisit() const;
+    Text savedText() const;
     void readHeading();
     void leaveLookupField(TextBox& field, const LookupField& lookupField);
 
+    const RecordKind m_kind;
+    EntrySnapshot m_original; // the fields as the record was read
+    std::vector<EntryText> m_originalTexts;
+    std::optional<Draft> m_draft; // to be restored by the first activation
+    Text m_changedAt; // when another session changed such records; empty if none did
+    bool m_restoring = false;
+    bool m_saveLost = false; // the user has given up the call that saved
     Text m_patient;
     FormHeading m_heading; // of the patient for whom the form was opened
     Text m_visitDate;

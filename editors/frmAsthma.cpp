@@ -35,7 +35,7 @@ enum RegistryRow {
 }
 
 frmAsthma::frmAsthma(modShared& shared)
-    : EditorForm(shared, L"frmAsthma", L"Update Asthma Record")
+    : EditorForm(shared, L"frmAsthma", L"Update Asthma Record", { L"Asthma Status", L"VAST" })
 {
     setHeight(PlainHeight);
     setCaptions();
@@ -109,6 +109,13 @@ Arrangement frmAsthma::arrangement()
             frame(fraRegister, column({ row({ field(lblRegister, { lblStatus, cmdActivate, cmdEditReg }) }), fg })));
     parts.push_back(buttons({ cmdHS, cmdAdd, cmdCancel }));
     return column(std::move(parts));
+}
+
+std::unique_ptr<EditorForm> frmAsthma::another() const
+{
+    auto form = anotherOf(*this, &frmAsthma::m_sIEN, &frmAsthma::m_sVisit, &frmAsthma::m_bRegKey);
+    form->setHeight(height());
+    return form;
 }
 
 // --- The record ---

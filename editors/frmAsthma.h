@@ -43,6 +43,8 @@ public:
     Button cmdHS;
 
 private:
+    Text recordNumber() const override { return m_sIEN; }
+    std::unique_ptr<EditorForm> another() const override;
     Text visitNumber() const override { return m_sVisit; }
     void setCaptions();
     void bindEvents();

@@ -19,7 +19,7 @@ Text registryNote(modShared& shared, TextView patient)
 }
 
 frmAsthmaReg::frmAsthmaReg(modShared& shared)
-    : EditorForm(shared, L"frmAsthmaReg", L"Update Asthma Registry")
+    : EditorForm(shared, L"frmAsthmaReg", L"Update Asthma Registry", { L"Asthma Registry", L"VAST", false })
 {
     static constexpr std::array<TextView, 6> captions { L"&Status", L"Last Asthma &Visit", L"Calculated Date Due",
         L"&Next Appt", L"Case &Manager", L"&Comments" };

@@ -24,6 +24,8 @@ public:
     Button cmdAdd;
 
 private:
+    Text recordNumber() const override { return openedFor(); }
+    std::unique_ptr<EditorForm> another() const override { return anotherOf(*this); }
     void activate() override;
     void LoadReg();
     void cmdAdd_Click();

@@ -1,6 +1,7 @@
 #include "editors/frmER.h"
 
 #include "lookups/LookupTables.h"
+#include "text/Conversions.h"
 #include "text/Letters.h"
 
 #include <algorithm>
@@ -80,7 +81,7 @@ void setTextIfAny(TextBox& box, TextView text)
 }
 
 frmER::frmER(modShared& shared)
-    : EditorForm(shared, L"frmER", L"Update Emergency Room Visit")
+    : EditorForm(shared, L"frmER", L"Update Emergency Room Visit", { L"ER Visit", L"VER" })
 {
     setCaptions();
     bindEvents();
@@ -194,6 +195,17 @@ void frmER::showTransfer(TextView piece)
     chooseCode(optTransfer, Transfers, pieceView(entry, L";", 2));
     setPicked(txtLoc, properCase(displayPart(piece)), pieceView(entry, L";", 1));
     m_placeOption = optTransfer.chosen();
+}
+
+// The option to which the place of transfer belongs.
+Text frmER::ownState() const { return wholeText(m_placeOption); }
+
+void frmER::entriesRestored(TextView ownState)
+{
+    m_placeOption = static_cast<int>(leadingNumber(ownState));
+    txtOther.setEnabled(optArrival.chosen() == OtherArrival);
+    txtDispOth.setEnabled(optDisch.chosen() == OtherDisposition);
+    fraTransfer.setEnabled(optDisch.chosen() == Transferred);
 }
 
 // --- Choosing ---

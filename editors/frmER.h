@@ -42,7 +42,11 @@ public:
     Button cmdOK;
 
 private:
+    Text recordNumber() const override { return m_sIEN; }
+    std::unique_ptr<EditorForm> another() const override { return anotherOf(*this, &frmER::m_sIEN, &frmER::m_sVisit); }
     Text visitNumber() const override { return m_sVisit; }
+    Text ownState() const override;
+    void entriesRestored(TextView ownState) override;
     void setCaptions();
     void bindEvents();
     void activate() override;

@@ -3,7 +3,7 @@
 namespace health {
 
 frmElder::frmElder(modShared& shared)
-    : EditorForm(shared, L"frmElder", L"Update Functional Status Record")
+    : EditorForm(shared, L"frmElder", L"Update Functional Status Record", { L"Functional Status", L"VELD" })
 {
     fra[0].setCaption(L"Activities of Daily Living");
     fra[1].setCaption(L"Instrumental Activities of Daily Living");

@@ -25,6 +25,11 @@ public:
     Button cmdAdd;
 
 private:
+    Text recordNumber() const override { return m_sIEN; }
+    std::unique_ptr<EditorForm> another() const override
+    {
+        return anotherOf(*this, &frmElder::m_sIEN, &frmElder::m_sVisit);
+    }
     Text visitNumber() const override { return m_sVisit; }
     Arrangement itemFields(std::size_t first, std::size_t last);
     void activate() override;

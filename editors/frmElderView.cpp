@@ -7,7 +7,7 @@
 namespace health {
 
 frmElderView::frmElderView(modShared& shared)
-    : EditorForm(shared, L"frmElderView", L"View Functional Status Record")
+    : EditorForm(shared, L"frmElderView", L"View Functional Status Record", { L"Functional Status", L"VELD" })
 {
     setHeight(5100); // twips; all items fit without scrolling
     fg.setColumnCount(2);

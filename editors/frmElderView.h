@@ -20,6 +20,7 @@ public:
     Button cmdEdit;
 
 private:
+    Text recordNumber() const override { return m_sIEN; }
     Text visitNumber() const override { return m_sVisit; }
     void activate() override;
     void addRow(TextView name, TextView value);

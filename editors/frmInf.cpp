@@ -5,7 +5,7 @@
 namespace health {
 
 frmInf::frmInf(modShared& shared)
-    : EditorForm(shared, L"frmInf", L"Infant Feeding Choice")
+    : EditorForm(shared, L"frmInf", L"Infant Feeding Choice", { L"Infant Feeding", L"VIF" })
 {
     static constexpr TextView choices[] = { L"Exclusive Breastfeeding", L"Mostly Breastfeeding",
         L"1/2 Breast & 1/2 Formula", L"Mostly Formula", L"Formula Only" };

@@ -19,6 +19,11 @@ public:
     Button cmdAdd;
 
 private:
+    Text recordNumber() const override { return m_sIEN; }
+    std::unique_ptr<EditorForm> another() const override
+    {
+        return anotherOf(*this, &frmInf::m_sIEN, &frmInf::m_sVisit);
+    }
     Text visitNumber() const override { return m_sVisit; }
     void activate() override;
     void loadRecord();

@@ -50,7 +50,7 @@ bool isValidAge(TextView age)
 }
 
 frmPediatric::frmPediatric(modShared& shared)
-    : EditorForm(shared, L"frmPediatric", L"Update Birth Measurements")
+    : EditorForm(shared, L"frmPediatric", L"Update Birth Measurements", { L"Birth Measurements", L"BMSR" })
 {
     setCaptions();
     for (std::size_t i = 0; i < Boxes; ++i) {
@@ -122,6 +122,10 @@ void frmPediatric::setUnit(std::size_t unit)
     lblWt.setCaption(Units[unit].caption);
 }
 
+Text frmPediatric::ownState() const { return wholeText(static_cast<long long>(m_unit)); }
+
+void frmPediatric::entriesRestored(TextView ownState) { setUnit(static_cast<std::size_t>(leadingNumber(ownState))); }
+
 // Intended: works in every box, and a lower-case "m" switches to pounds, even in a feeding age in months.
 void frmPediatric::txt_KeyPress(wchar_t key)
 {
@@ -181,7 +185,7 @@ void frmPediatric::cmdAdd_Click()
         return;
     if (!txt[0].text().empty())
         m_shared.SetUserParam(UnitParameter, wholeText(static_cast<long long>(m_unit)));
-    close();
+    closeSaved();
 }
 
 }

@@ -24,6 +24,10 @@ public:
     Button cmdAdd;
 
 private:
+    Text recordNumber() const override { return openedFor(); }
+    std::unique_ptr<EditorForm> another() const override { return anotherOf(*this); }
+    Text ownState() const override;
+    void entriesRestored(TextView ownState) override;
     void setCaptions();
     void activate() override;
     void LoadData();

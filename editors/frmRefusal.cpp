@@ -3,6 +3,7 @@
 #include "lookups/LookupTables.h"
 #include "lookups/frmLookupEd2.h"
 #include "lookups/frmLookupImm.h"
+#include "text/Conversions.h"
 #include "text/Letters.h"
 
 namespace health {
@@ -33,7 +34,7 @@ constexpr TextView TypeNotSelected = L"Refusal Type not Selected";
 }
 
 frmRefusal::frmRefusal(modShared& shared)
-    : EditorForm(shared, L"frmRefusal", L"Enter Refusal")
+    : EditorForm(shared, L"frmRefusal", L"Enter Refusal", { L"Refusal", L"REF" })
 {
     for (const RefusalType& type : Types)
         lstRefusals.addItem(type.text, type.lookupTable);
@@ -113,6 +114,18 @@ void frmRefusal::checkType(TextView type)
         m_loading = false;
         return;
     }
+}
+
+// The number of the table that was searched; empty if the item belongs to the checked row.
+Text frmRefusal::ownState() const { return m_itemTable ? wholeText(*m_itemTable) : Text(); }
+
+void frmRefusal::entriesRestored(TextView ownState)
+{
+    m_itemTable.reset();
+    if (!ownState.empty())
+        m_itemTable = static_cast<int>(leadingNumber(ownState));
+    if (const int row = lstRefusals.firstChecked(); row != -1)
+        lblItem.setCaption(L"&" + lstRefusals.itemText(row));
 }
 
 // --- The type ---

@@ -29,6 +29,10 @@ public:
     Button cmdOK;
 
 private:
+    Text recordNumber() const override { return m_sRefusalIen; }
+    std::unique_ptr<EditorForm> another() const override { return anotherOf(*this, &frmRefusal::m_sRefusalIen); }
+    Text ownState() const override;
+    void entriesRestored(TextView ownState) override;
     void activate() override;
     void LoadRef();
     void showRecord(TextView line);

@@ -43,7 +43,7 @@ void showDate(mevZvDate& control, TextView text)
 }
 
 frmRepHist::frmRepHist(modShared& shared)
-    : EditorForm(shared, L"frmRepHist", L"Update Reproductive History")
+    : EditorForm(shared, L"frmRepHist", L"Update Reproductive History", { L"Reproductive", L"REP" })
 {
     setCaptions();
     for (TextBox& box : txNumRH)
@@ -211,6 +211,13 @@ void frmRepHist::showCounts(const Text& counts)
         }
         udNumRH[i].setValue(static_cast<int>(roundToWhole(numberIn(txNumRH[i]))));
     }
+}
+
+void frmRepHist::entriesRestored(TextView)
+{
+    for (std::size_t i = 0; i < CountBoxes; ++i)
+        udNumRH[i].setValue(static_cast<int>(roundToWhole(numberIn(txNumRH[i]))));
+    fraPregnant.setEnabled(chkPregnant.isChecked());
 }
 
 // --- Saving ---

@@ -40,6 +40,9 @@ public:
     Button cmdAdd;
 
 private:
+    Text recordNumber() const override { return openedFor(); }
+    std::unique_ptr<EditorForm> another() const override { return anotherOf(*this); }
+    void entriesRestored(TextView) override;
     void setCaptions();
     void bindEvents();
     void activate() override;

@@ -13,7 +13,7 @@ constexpr std::chrono::days OldestContract { 365 };
 }
 
 frmTxc::frmTxc(modShared& shared)
-    : EditorForm(shared, L"frmTxc", L"Update Treatment Contract")
+    : EditorForm(shared, L"frmTxc", L"Update Treatment Contract", { L"Tx Contract", L"VTXC" })
 {
     opt[0].setCaption(L"Pain");
     opt[1].setCaption(L"Mental Health");

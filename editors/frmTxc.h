@@ -27,6 +27,11 @@ public:
     Button cmdAdd;
 
 private:
+    Text recordNumber() const override { return m_sIEN; }
+    std::unique_ptr<EditorForm> another() const override
+    {
+        return anotherOf(*this, &frmTxc::m_sIEN, &frmTxc::m_sVisit);
+    }
     Text visitNumber() const override { return m_sVisit; }
     void activate() override;
     void LoadTXC();

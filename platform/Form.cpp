@@ -1,5 +1,7 @@
 #include "platform/Form.h"
 
+#include "platform/FlagScope.h"
+
 namespace health {
 
 namespace {
@@ -119,8 +121,9 @@ bool Form::isLeft(Control& field, const Control& next, Purpose purpose)
 
 void Form::press(Button& button)
 {
-    if (!m_open || !button.canBeUsed())
+    if (!m_open || m_pressing || !button.canBeUsed())
         return;
+    const FlagScope pressing(m_pressing);
     m_pressWithheld = false;
     if (isLookupOf(m_active, button)) {
         m_notYetLeft = m_active;

@@ -98,7 +98,8 @@ public:
     bool hasLookup(const Control* field) const { return m_lookupButtons.contains(field); }
 
     // The user presses a button with mouse or keyboard. The focused field is left first and may stop the press (see
-    // withholdPress); Cancel skips validation.
+    // withholdPress); Cancel skips validation. Ignored while the action of an earlier press runs, so that impatient
+    // presses during a long call act once.
     void press(Button& button);
 
 protected:
@@ -136,6 +137,7 @@ private:
     std::map<const Control*, const Control*> m_lookupButtons;
     int m_height = 0;
     bool m_pressWithheld = false;
+    bool m_pressing = false;
     bool m_open = false;
     bool m_loaded = false;
 };

@@ -14,6 +14,7 @@
 #include <QPainter>
 #include <QScopedValueRollback>
 #include <QScrollBar>
+#include <QTimer>
 #include <QToolTip>
 
 #include <utility>
@@ -21,6 +22,10 @@
 namespace health {
 
 using namespace Qt::StringLiterals;
+
+namespace {
+constexpr int FlashMilliseconds = 1500;
+}
 
 GridView::GridView(Grid& grid, ViewDesktop& desktop, QStringList headings, QWidget* parent)
     : Mirror(grid, parent)
@@ -78,6 +83,9 @@ void GridView::mirror(Change change)
     case Change::ScrolledTo:
         if (m_control.shownRow() < m_model->rowCount())
             scrollTo(m_model->index(m_control.shownRow(), 0));
+        break;
+    case Change::Flashed:
+        flash(m_control.flashedRow());
         break;
     default:
         break;
@@ -175,6 +183,7 @@ int GridView::hintHeight() const
 void GridView::paintEvent(QPaintEvent* event)
 {
     FocusFramed::paintEvent(event);
+    drawFlash();
     if (m_control.hint().empty())
         return;
     QPainter painter(viewport());
@@ -185,6 +194,31 @@ void GridView::paintEvent(QPaintEvent* event)
     }
     painter.setPen(palette().color(QPalette::PlaceholderText));
     painter.drawText(place, Qt::AlignCenter | Qt::TextWordWrap, toQString(m_control.hint()));
+}
+
+// --- A row that was saved ---
+
+void GridView::flash(int row)
+{
+    m_flashedRow = row;
+    viewport()->update();
+    QTimer::singleShot(FlashMilliseconds, this, [this] {
+        m_flashedRow = -1;
+        viewport()->update();
+    });
+}
+
+void GridView::drawFlash()
+{
+    if (m_flashedRow < 0 || m_flashedRow >= m_model->rowCount())
+        return;
+    QPainter painter(viewport());
+    QColor colour = palette().color(QPalette::Active, QPalette::Highlight);
+    const QRect row(0, rowViewportPosition(m_flashedRow), viewport()->width() - 1, rowHeight(m_flashedRow) - 1);
+    painter.setPen(colour);
+    colour.setAlphaF(0.2F);
+    painter.setBrush(colour);
+    painter.drawRect(row);
 }
 
 // --- Tool tips ---

@@ -44,6 +44,8 @@ private:
     void mirrorLayout();
     void mirrorSelection();
     void mirrorHint();
+    void flash(int row);
+    void drawFlash();
     void sizeColumns();
     void applyPalette();
     void copyRow();
@@ -60,6 +62,7 @@ private:
     bool m_measuring = false;
     bool m_coloursChanged = false;
     bool m_quiet = false;
+    int m_flashedRow = -1;
     std::optional<int> m_scrolled; // position of the scroll bar when the grid stopped drawing
 };
 

@@ -35,25 +35,35 @@ QMessageBox::Icon iconOf(int style)
     }
 }
 
-// Places the box over the form's buttons or above the form, so that it does not cover the field in question.
-void placeBesideForm(QMessageBox& box)
-{
-    const auto* const form = dynamic_cast<FormDialog*>(QApplication::activeModalWidget());
-    if (!form)
-        return;
-    box.adjustSize();
-    const QRect around = form->frameGeometry();
-    const QRect screen = form->screen()->availableGeometry();
-    const QSize frame = form->frameSize() - form->size();
-    const QSize size = box.size() + frame;
-    const int left = std::clamp(
-        around.center().x() - size.width() / 2, screen.left(), std::max(screen.left(), screen.right() - size.width()));
-    const int below = form->mapToGlobal(QPoint(0, form->topOfButtons())).y();
-    if (below + size.height() <= screen.bottom())
-        box.move(left, below);
-    else if (around.top() - size.height() >= screen.top())
-        box.move(left, around.top() - size.height());
-}
+// A box over the form's buttons or above the form, so that it does not cover the field in question.
+class FormBox final : public QMessageBox {
+public:
+    using QMessageBox::QMessageBox;
+
+protected:
+    // The box gets its size only here.
+    void showEvent(QShowEvent* event) override
+    {
+        QMessageBox::showEvent(event);
+        if (const auto* const form = dynamic_cast<FormDialog*>(parentWidget()))
+            placeBeside(*form);
+    }
+
+private:
+    void placeBeside(const FormDialog& form)
+    {
+        const QRect around = form.frameGeometry();
+        const QRect screen = form.screen()->availableGeometry();
+        const QSize outer = size() + form.frameSize() - form.size();
+        const int left = std::clamp(around.center().x() - outer.width() / 2, screen.left(),
+            std::max(screen.left(), screen.right() - outer.width()));
+        const int below = form.mapToGlobal(QPoint(0, form.topOfButtons())).y();
+        if (below + outer.height() <= screen.bottom())
+            move(left, below);
+        else if (around.top() - outer.height() >= screen.top())
+            move(left, around.top() - outer.height());
+    }
+};
 
 // Window messages of an edit box.
 enum EditMessage {
@@ -72,15 +82,16 @@ QtDesktop::~QtDesktop() { setPointer(Pointer::Default); }
 BoxAnswer QtDesktop::messageBox(TextView text, int style, TextView title)
 {
     const bool question = (style & 0xF) == BoxStyle::YesNo;
-    QMessageBox box(iconOf(style), toQString(title), toLines(text),
-        question ? QMessageBox::Yes | QMessageBox::No : QMessageBox::Ok, QApplication::activeWindow());
+    // During a long call no window may be active.
+    QWidget* const form = QApplication::activeModalWidget();
+    FormBox box(iconOf(style), toQString(title), toLines(text),
+        question ? QMessageBox::Yes | QMessageBox::No : QMessageBox::Ok, form ? form : QApplication::activeWindow());
     box.setTextFormat(Qt::PlainText);
     box.setTextInteractionFlags(Qt::TextSelectableByMouse);
     if (question) {
         box.setDefaultButton(style & BoxStyle::SecondButtonDefault ? QMessageBox::No : QMessageBox::Yes);
         box.setEscapeButton(QMessageBox::No);
     }
-    placeBesideForm(box);
     switch (box.exec()) {
     case QMessageBox::Yes:
         return BoxAnswer::Yes;
@@ -153,9 +164,13 @@ void QtDesktop::unload(Form&) { }
 void QtDesktop::showModal(Form& form)
 {
     form.load();
-    auto* const caller = dynamic_cast<FormDialog*>(QApplication::activeModalWidget());
-    FormDialog(form, *this, QApplication::activeWindow()).run();
-    if (caller)
+    QWidget* const modal = QApplication::activeModalWidget();
+    QWidget* const parent = modal ? modal : QApplication::activeWindow();
+    FormDialog(form, *this, parent).run();
+    // A window manager loses the focus if a box and its form close at the same time.
+    if (parent)
+        parent->activateWindow();
+    if (auto* const caller = dynamic_cast<FormDialog*>(modal))
         caller->activateAgain();
 }
 

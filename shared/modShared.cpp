@@ -15,6 +15,7 @@ modShared::modShared(Desktop& desktop)
     , ServerCalls(desktop, *this, *this, *this)
     , Security(*this, *this)
     , UserParameters(*this, *this, *this)
+    , KeptEntries(static_cast<const SharedObjects&>(*this))
     , m_desktop(desktop)
 {
 }
@@ -44,6 +45,7 @@ void modShared::ReleaseObjects()
         --m_instanceCount;
     if (m_instanceCount >= 1)
         return;
+    forgetEntries();
     release();
     // Otherwise the next start would show this user's message before it has fetched its own.
     clearPermissionMessage();

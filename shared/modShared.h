@@ -1,5 +1,7 @@
 #pragma once
 
+#include "shared/KeptEntries.h"
+#include "shared/OpenForms.h"
 #include "shared/Security.h"
 #include "shared/UserParameters.h"
 #include "text/FileManDates.h"
@@ -15,7 +17,9 @@ class modShared : private SharedObjects,
                   public ErrorReports,
                   public ServerCalls,
                   public Security,
-                  public UserParameters {
+                  public UserParameters,
+                  public OpenForms,
+                  public KeptEntries {
 public:
     // The desktop must outlive the object.
     explicit modShared(Desktop& desktop);

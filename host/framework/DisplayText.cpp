@@ -60,6 +60,11 @@ std::optional<int> ageInMonths(const QDate& birth, const QDate& today)
     return birth.addMonths(months) > today ? months - 1 : months;
 }
 
+QString displaySex(const QString& code)
+{
+    return code == u"F" ? u"Female"_s : code == u"M" ? u"Male"_s : u"Sex unknown"_s;
+}
+
 QString displayAge(const QDate& birth, const QDate& today)
 {
     const auto age = ageInMonths(birth, today);

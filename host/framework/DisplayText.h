@@ -1,4 +1,4 @@
-// Names, dates and ages as the host shows them.
+// Names, sexes, dates and ages as the host shows them.
 #pragma once
 
 #include <QDateTime>
@@ -10,6 +10,9 @@ namespace health {
 
 // "O'BRIEN,MARY-ANN J" as "O'Brien, Mary-Ann J".
 QString displayName(const QString& name);
+
+// "F" as "Female", "M" as "Male"; of any other code, "Sex unknown".
+QString displaySex(const QString& code);
 
 // A FileMan date with or without time; invalid for any other text. For an inexact date (day or month 00), the first
 // day that it can mean.

@@ -2,11 +2,10 @@
 
 #include "api/Failure.h"
 #include "host/desktop/PrivateFile.h"
+#include "host/report/ReportSheet.h"
 
 #include <QFile>
 #include <QFileInfo>
-#include <QFontDatabase>
-#include <QFontMetricsF>
 #include <QLocale>
 #include <QPageSize>
 #include <QPainter>
@@ -20,20 +19,8 @@ namespace health {
 
 namespace {
 
-constexpr int FootLines = 2; // an empty line and the footer
 constexpr qsizetype TabWidth = 8;
-constexpr double Margin = 18; // millimetres
-
-// The largest fixed font in which a full line fits the page.
-QFont fittingFont(QPrinter& printer, int letters, double width)
-{
-    QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
-    font.setPointSizeF(10.5);
-    const auto lineWidth = [&] { return QFontMetricsF(font, &printer).horizontalAdvance(QString(letters, u'M')); };
-    while (font.pointSizeF() > 4 && lineWidth() > width)
-        font.setPointSizeF(font.pointSizeF() - 0.25);
-    return font;
-}
+constexpr double Margin = 22; // millimetres
 
 QString withoutTabs(const QString& line)
 {
@@ -69,9 +56,6 @@ QStringList brokenLines(QString line, qsizetype width)
     return lines;
 }
 
-// A name without blanks and capitals, so that spacing and case do not matter in comparisons.
-QString bareName(QString text) { return text.remove(u' ').toCaseFolded(); }
-
 [[noreturn]] void cannotWrite(const QString& path)
 {
     throw Failure(u"The file %1 cannot be written."_s.arg(path).toStdWString());
@@ -80,13 +64,12 @@ QString bareName(QString text) { return text.remove(u' ').toCaseFolded(); }
 }
 
 ReportPages::ReportPages(const Report& report, const ReportPeople& people)
-    : m_people(people)
-    , m_patientHeading(report.patientHeading)
+    : m_titles(report.title)
+    , m_user(people.user)
     , m_lineWidth(std::clamp(report.lineWidth, 20, 250))
     , m_pageNumbers(report.pageNumbers)
 {
-    m_heading.append(report.title);
-    m_heading.append(report.subtitles);
+    m_titles.append(report.subtitles);
 
     QString text = report.text;
     text.replace(u"\r\n"_s, u"\n"_s).replace(u'\r', u'\n').replace(u"\n\f\n"_s, u"\f"_s).replace(u"\f"_s, u"\n\f\n"_s);
@@ -94,42 +77,29 @@ ReportPages::ReportPages(const Report& report, const ReportPeople& people)
         text.chop(1);
     for (const QString& line : text.split(u'\n'))
         m_lines.append(brokenLines(withoutTabs(line), m_lineWidth));
+    m_rows = reportRows(m_lines);
+
+    if (!report.patientHeading)
+        return;
+    m_patient = people.patient;
+    if (const QString visit = reportedVisit(m_lines); !visit.isEmpty())
+        m_patient.append(visit);
 }
 
-QList<QStringList> ReportPages::pagesOf(int perPage) const
+QList<QList<ReportRow>> ReportPages::pages(int perPage) const
 {
-    QList<QStringList> pages(1);
-    for (const QString& line : m_lines) {
-        const bool feed = line == u"\f";
+    QList<QList<ReportRow>> pages(1);
+    for (const ReportRow& row : m_rows) {
+        const bool feed = row.kind == ReportRow::Kind::PageBreak;
         // A form feed at the beginning of a page would leave the page empty.
         if ((feed && !pages.last().isEmpty()) || (!feed && pages.last().size() == perPage))
-            pages.append(QStringList());
+            pages.append(QList<ReportRow>());
         if (!feed)
-            pages.last().append(line);
+            pages.last().append(row);
     }
     if (pages.size() > 1 && pages.last().isEmpty())
         pages.removeLast();
     return pages;
-}
-
-QList<QStringList> ReportPages::pages(int rows) const
-{
-    const auto headRows = static_cast<int>(m_heading.size()) + 2; // with the patient and an empty line
-    QList<QStringList> pages = pagesOf(std::max(1, rows - headRows));
-    for (QStringList& page : pages) {
-        QStringList heading = m_heading;
-        if (m_patientHeading && !namesPatient(page))
-            heading.append(m_people.heading);
-        page = heading + QStringList(QString()) + page;
-    }
-    return pages;
-}
-
-bool ReportPages::namesPatient(const QStringList& page) const
-{
-    const QString name = bareName(m_people.patient);
-    return !name.isEmpty()
-        && std::any_of(page.begin(), page.end(), [&](const QString& line) { return bareName(line).contains(name); });
 }
 
 void ReportPages::setMargins(QPrinter& printer)
@@ -144,34 +114,24 @@ void ReportPages::setUsualPaper(QPrinter& printer)
     setMargins(printer);
 }
 
+QString ReportPages::printedBy() const
+{
+    const QString printed = u"Printed %1"_s.arg(QDate::currentDate().toString(u"MM/dd/yyyy"_s));
+    return m_user.isEmpty() ? printed : printed + u" by %1"_s.arg(m_user);
+}
+
 int ReportPages::paint(QPrinter& printer) const
 {
     const QString file = printer.outputFileName();
     QPainter painter;
     if ((!file.isEmpty() && !makePrivate(file)) || !painter.begin(&printer))
         return 0;
-    const QRectF page = printer.pageRect(QPrinter::DevicePixel);
-    const QFont font = fittingFont(printer, m_lineWidth, page.width());
-    painter.setFont(font);
-    const double lineHeight = QFontMetricsF(font, &printer).lineSpacing();
-    const int rows = static_cast<int>(page.height() / lineHeight);
-    const QList<QStringList> pages = this->pages(rows - FootLines);
-
-    const auto drawLine = [&](qsizetype row, const QString& text, Qt::Alignment alignment = Qt::AlignLeft) {
-        const QRectF line(0, static_cast<double>(row) * lineHeight, page.width(), lineHeight);
-        painter.drawText(line, static_cast<int>(alignment) | Qt::TextDontClip | Qt::TextSingleLine, text);
-    };
-    QString printed = u"Printed %1"_s.arg(QDate::currentDate().toString(u"MM/dd/yyyy"_s));
-    if (!m_people.user.isEmpty())
-        printed += u" by %1"_s.arg(m_people.user);
+    ReportSheet sheet(painter, printer, m_lineWidth, { m_titles, m_patient, printedBy() }, m_rows);
+    const QList<QList<ReportRow>> pages = this->pages(sheet.rowsPerPage());
     for (qsizetype number = 0; number < pages.size(); ++number) {
         if (number > 0)
             printer.newPage();
-        for (qsizetype row = 0; row < pages[number].size(); ++row)
-            drawLine(row, pages[number][row]);
-        drawLine(rows - 1, printed);
-        if (m_pageNumbers)
-            drawLine(rows - 1, u"Page %1 of %2"_s.arg(number + 1).arg(pages.size()), Qt::AlignRight);
+        sheet.drawPage(pages[number], m_pageNumbers ? u"Page %1 of %2"_s.arg(number + 1).arg(pages.size()) : QString());
     }
     painter.end();
     return static_cast<int>(pages.size());
@@ -185,7 +145,7 @@ void ReportPages::savePdf(const QString& path) const
     QPrinter printer(QPrinter::HighResolution);
     printer.setOutputFormat(QPrinter::PdfFormat);
     printer.setOutputFileName(path);
-    printer.setDocName(m_heading.first());
+    printer.setDocName(m_titles.first());
     setUsualPaper(printer);
     if (paint(printer) == 0)
         cannotWrite(path);

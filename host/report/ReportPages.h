@@ -1,33 +1,33 @@
 #pragma once
 
 #include "host/report/Report.h"
+#include "host/report/ReportText.h"
 
 #include <QString>
 #include <QStringList>
 
-class QPainter;
 class QPrinter;
 
 namespace health {
 
 // The patient of a report and the user who prints it, as shown.
 struct ReportPeople {
-    QString heading; // the line that names the patient
-    QString patient; // the name alone
+    QStringList patient; // the name, then what else identifies the patient, a line each
     QString user;
 };
 
-// A report laid out on pages in a fixed font. Every page shows the title, the patient, the date, the user and the page
-// number. If the text of a page names the patient, its heading does not repeat the name.
+// A report laid out on pages. Every page shows the title, the patient, the visit that the report is about, the date of
+// printing, the user and the page number.
 class ReportPages {
 public:
     ReportPages(const Report& report, const ReportPeople& people);
 
     // The report's lines, wrapped at the width. A form feed is a line by itself and begins a page.
     const QStringList& lines() const { return m_lines; }
-
-    // The rows of each page above its footer: the heading and the lines, at most `rows` together.
-    QList<QStringList> pages(int rows) const;
+    // The lines that identify the patient and the visit on each page; empty if the report is not to show the patient.
+    const QStringList& patient() const { return m_patient; }
+    // The rows of each page between its heading and its footer, at most `perPage`.
+    QList<QList<ReportRow>> pages(int perPage) const;
 
     // Sets the paper size that is usual in the user's locale.
     static void setUsualPaper(QPrinter& printer);
@@ -39,13 +39,13 @@ public:
     void savePdf(const QString& path) const;
 
 private:
-    QList<QStringList> pagesOf(int perPage) const;
-    bool namesPatient(const QStringList& page) const;
+    QString printedBy() const;
 
     QStringList m_lines;
-    QStringList m_heading; // on every page
-    ReportPeople m_people;
-    bool m_patientHeading;
+    QList<ReportRow> m_rows;
+    QStringList m_titles; // title and subtitles
+    QStringList m_patient;
+    QString m_user;
     int m_lineWidth;
     bool m_pageNumbers;
 };

@@ -18,7 +18,10 @@ namespace health {
 namespace {
 
 // Raised inside the host only; the server does not know them.
-bool isLocal(TextView name) { return name == RefreshEvent || name == StatusEvent; }
+bool isLocal(TextView name)
+{
+    return name == RefreshEvent || name == StatusEvent || name == SavedEvent || name == DiscardedEvent;
+}
 
 Text newToken() { return QString::fromLatin1(QUuid::createUuid().toRfc4122().toHex()).toStdWString(); }
 
@@ -331,8 +334,13 @@ void HostSession::unregisterEvent(TextView name, ICSS_SessionEvents& sink)
 
 void HostSession::raiseEvent(TextView name, TextView data)
 {
+    const QString text = QString::fromStdWString(Text(data));
     if (name == StatusEvent)
-        Q_EMIT statusChanged(QString::fromStdWString(Text(data)));
+        Q_EMIT statusChanged(text);
+    else if (name == SavedEvent)
+        Q_EMIT recordSaved(text);
+    else if (name == DiscardedEvent)
+        Q_EMIT entryDiscarded(text);
     if (m_inCall)
         m_events.queue(Text(name), Text(data));
     else

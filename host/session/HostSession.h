@@ -50,6 +50,8 @@ public:
     const SignedOn& signedOn() const { return m_signedOn; }
 
     bool isInCall() const { return m_inCall; }
+    // The running call changes records.
+    bool isSaving() const { return m_inCall && m_changeSent; }
     // Ends the running call as if the user had declined to retry; called from inside it.
     void giveUp();
     // The longest time that a call may take, even while the server keeps sending; milliseconds.
@@ -81,6 +83,10 @@ public:
 
 Q_SIGNALS:
     void statusChanged(const QString& text);
+    // The panel has saved a record: SAVED.
+    void recordSaved(const QString& what);
+    // The panel offers to bring an entry back, or with an empty text does so no longer: DISCARDED.
+    void entryDiscarded(const QString& offer);
     void progressed(int percent, const QString& text);
     // The server became reachable or unreachable; the same state may be signalled twice.
     void connectionChanged(bool connected);

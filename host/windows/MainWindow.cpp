@@ -14,6 +14,7 @@
 #include "host/windows/PatientBanner.h"
 #include "host/windows/Pickers.h"
 #include "host/windows/PreviewDialog.h"
+#include "host/windows/SaveLine.h"
 #include "host/windows/WaitBox.h"
 #include "toolkit/WheelGuard.h"
 
@@ -41,6 +42,7 @@ namespace {
 // In milliseconds
 constexpr int LongestOpening = 15'000;
 constexpr int Patience = 2000; // before the window offers to stop waiting
+constexpr int SavePatience = 5000; // the same for a save, whose form shows earlier that it works
 constexpr int LaterPause = 20;
 
 // Keys of the settings
@@ -65,6 +67,7 @@ MainWindow::MainWindow(const WindowOptions& options)
     , m_pages(new PanelPages(m_context))
     , m_connectionLabel(new QLabel(u"Not connected to the server."_s))
     , m_userLabel(new QLabel)
+    , m_saveLine(new SaveLine(m_context.session()))
     , m_textSize(new TextSize(this))
 {
     auto* const banner = new PatientBanner(m_context, this);
@@ -74,6 +77,7 @@ MainWindow::MainWindow(const WindowOptions& options)
     layout->addWidget(m_pages, 1);
     setCentralWidget(centre);
     m_userLabel->setTextFormat(Qt::PlainText);
+    statusBar()->addWidget(m_saveLine);
     statusBar()->addPermanentWidget(m_connectionLabel);
     statusBar()->addPermanentWidget(m_userLabel);
     statusBar()->setAccessibleName(u"Status"_s);
@@ -82,6 +86,7 @@ MainWindow::MainWindow(const WindowOptions& options)
     makeHelpMenu();
     connect(banner, &PatientBanner::patientWanted, this, &MainWindow::choosePatient);
     connect(banner, &PatientBanner::visitWanted, this, &MainWindow::chooseVisit);
+    connect(m_saveLine, &SaveLine::entryWanted, this, &MainWindow::reopenEntry);
     connect(m_pages, &PanelPages::countChanged, this, &MainWindow::updatePanelActions);
     connectContext();
     QApplication::instance()->installEventFilter(new WheelGuard(this));
@@ -130,6 +135,8 @@ void MainWindow::makeFileMenu()
     file->addAction(u"Select &Patient..."_s, QKeySequence(u"Ctrl+O"_s), this, &MainWindow::choosePatient);
     m_visitAction = file->addAction(u"Select &Visit..."_s, QKeySequence(u"Ctrl+T"_s), this, &MainWindow::chooseVisit);
     file->addAction(u"Sign On &As..."_s, this, &MainWindow::chooseUser);
+    file->addSeparator();
+    file->addAction(m_saveLine->undoAction());
     file->addSeparator();
     m_newPanel = file->addAction(u"&New Panel"_s, QKeySequence(u"Ctrl+N"_s), m_pages, &PanelPages::add);
     m_closePanel = file->addAction(u"&Close Panel"_s, QKeySequence(u"Ctrl+W"_s), m_pages, &PanelPages::closeCurrent);
@@ -244,8 +251,9 @@ bool MainWindow::showWaiting(qint64 milliseconds)
 {
     if (m_options.isUnattended)
         return false;
-    if (!m_waitBox && milliseconds >= Patience)
-        waitBox().showWaiting();
+    const bool saving = m_context.session().isSaving();
+    if (milliseconds >= (saving ? SavePatience : Patience))
+        waitBox().showWaiting(saving, milliseconds / 1000);
     return m_waitBox;
 }
 
@@ -318,6 +326,12 @@ void MainWindow::chooseVisit()
     });
 }
 
+void MainWindow::reopenEntry()
+{
+    if (ComponentInstance* const panel = m_pages->first(); panel && m_context.mayChange())
+        panel->reopenEntry();
+}
+
 void MainWindow::chooseUser()
 {
     guarded([this] {
@@ -383,10 +397,13 @@ void MainWindow::showReport(const Report& report)
 {
     const PatientData& patient = m_context.patient();
     const QString user = displayName(QString::fromStdWString(m_context.session().signedOn().userName));
-    ReportPeople people { u"No patient selected"_s, {}, user };
+    ReportPeople people { { u"No patient selected"_s }, user };
     if (patient.number != 0) {
-        people.patient = displayName(patient.name);
-        people.heading = u"Patient: %1   Number: %2"_s.arg(people.patient).arg(patient.number);
+        const QString age = displayAge(patient.birth, QDate::currentDate());
+        QString details = u"Number %1   %2"_s.arg(QString::number(patient.number), displaySex(patient.sex));
+        if (!age.isEmpty())
+            details += u"   Age %1"_s.arg(age);
+        people.patient = { displayName(patient.name), details };
     }
     PreviewDialog(ReportPages(report, people), report.title, QApplication::activeWindow()).exec();
 }

@@ -14,6 +14,7 @@ class QLabel;
 
 namespace health {
 
+class SaveLine;
 class TextSize;
 class WaitBox;
 
@@ -52,6 +53,7 @@ private:
     void choosePatient();
     void chooseVisit();
     void chooseUser();
+    void reopenEntry();
     void showReport(const Report& report);
     void makeHelpMenu();
     void showProgress(int percent, const QString& text);
@@ -71,6 +73,7 @@ private:
     PanelPages* m_pages;
     QLabel* m_connectionLabel;
     QLabel* m_userLabel;
+    SaveLine* m_saveLine;
     bool m_connected = false;
     std::size_t m_closedPanels = 0; // to be opened again for the user who signs on
     QAction* m_newPanel = nullptr;

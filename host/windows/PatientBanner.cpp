@@ -69,9 +69,8 @@ void PatientBanner::refresh()
     m_visitButton->setEnabled(selected);
     if (!selected)
         return;
-    const QString sex = patient.sex == u"F" ? u"Female"_s : patient.sex == u"M" ? u"Male"_s : u"Sex unknown"_s;
-    m_details->setText(u"Number %1   %2   Born %3   Age %4"_s.arg(QString::number(patient.number), sex,
-        displayDate(patient.birthDate), displayAge(patient.birth, QDate::currentDate())));
+    m_details->setText(u"Number %1   %2   Born %3   Age %4"_s.arg(QString::number(patient.number),
+        displaySex(patient.sex), displayDate(patient.birthDate), displayAge(patient.birth, QDate::currentDate())));
     const VisitData& visit = m_context.visit();
     m_visit->setText(
         visit.number == 0 ? u"No visit selected"_s : u"Visit %1, %2"_s.arg(displayDate(visit.date), visit.location));

@@ -57,7 +57,7 @@ void PreviewDialog::setUpPreview()
         for (QWidget* const spoken : { static_cast<QWidget*>(view), view->viewport() }) {
             spoken->setAccessibleName(u"Pages"_s);
             spoken->setAccessibleDescription(
-                QStringList(m_pages.lines()).replaceInStrings(u"\f"_s, QString()).join(u'\n'));
+                (m_pages.patient() + m_pages.lines()).replaceInStrings(u"\f"_s, QString()).join(u'\n'));
         }
     }
     connect(

@@ -98,11 +98,13 @@ void WaitBox::showProgress(int percent, const QString& text)
     appear();
 }
 
-void WaitBox::showWaiting()
+void WaitBox::showWaiting(bool saving, qint64 seconds)
 {
     setWindowTitle(u"Personal Health"_s);
-    m_text->setText(u"Still waiting for the server ..."_s);
-    m_stop->setText(u"Stop waiting (Esc)"_s);
+    m_text->setText(saving
+            ? u"Saving has taken %1 seconds so far. Wait, or stop and keep what you have entered."_s.arg(seconds)
+            : u"Still waiting for the server (%1 seconds) ..."_s.arg(seconds));
+    m_stop->setText(saving ? u"Stop and keep the entries (Esc)"_s : u"Stop waiting (Esc)"_s);
     appear();
 }
 

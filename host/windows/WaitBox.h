@@ -23,7 +23,8 @@ public:
 
     // Shows the progress that the server reports.
     void showProgress(int percent, const QString& text);
-    void showWaiting();
+    // Shows for how long the call has lasted. The user who stops waiting for a save keeps the entries.
+    void showWaiting(bool saving, qint64 seconds);
 
 Q_SIGNALS:
     void stopped();

@@ -37,6 +37,7 @@ enum class Change {
     Layout, // columns of a grid
     ColumnsSized, // to their contents
     ScrolledTo,
+    Flashed, // a row of a grid
     Entry, // the text of a field
     Value, // of an option, a check box, a list's checks, an up-down
     Options, // of a date

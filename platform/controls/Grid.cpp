@@ -129,6 +129,12 @@ void Grid::showRow(int row)
     notify(Change::ScrolledTo);
 }
 
+void Grid::flashRow(int row)
+{
+    m_flashedRow = row;
+    notify(Change::Flashed);
+}
+
 void Grid::setDrawing(bool drawing)
 {
     if (m_drawing == drawing)

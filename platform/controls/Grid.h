@@ -71,6 +71,10 @@ public:
     void showRow(int row);
     int shownRow() const { return m_shownRow; }
 
+    // Highlights a row briefly.
+    void flashRow(int row);
+    int flashedRow() const { return m_flashedRow; }
+
     // While drawing is off the observer shows no rows and gets no Contents notifications; it is notified when drawing
     // is switched off and on.
     bool isDrawing() const { return m_drawing; }
@@ -142,6 +146,7 @@ private:
     int m_row = -1;
     int m_selectedColumn = 0;
     int m_shownRow = 0;
+    int m_flashedRow = -1;
     int m_mouseRow = -1;
     int m_mouseColumn = -1;
 };

@@ -3,7 +3,8 @@ MEVEVENTS ; Events between sessions
  ; an event to the queues of all subscribers and wakes their processes, which send it between two frames. A process that
  ; can take a session's lock knows that the session has ended, and removes its data.
  ;
- ; ^MEVSES(session)=process id    ^MEVSES(session,"USER")=user    ^MEVSES(session,"SUB")=count of names
+ ; ^MEVSES(session)=process id    ^MEVSES(session,"USER")=user    ^MEVSES(session,"NAME")=name, chosen by the host
+ ; ^MEVSES(session,"SUB")=count of subscribed names
  ; ^MEVSES(session,"SUB",name)=""    ^MEVSUB(name,session)=""
  ; ^MEVQUE(session)=last entry    ^MEVQUE(session,entry)=name LF data    ^MEVQUE(session,0)="" if it overflowed
  ;
@@ -72,8 +73,12 @@ QUEUE(number) ; Queues the event for one session, which SIGNAL wakes after the t
  SET first=$ORDER(^MEVQUE(number,"")),signals(number)=""
  QUIT:first=0
  IF first,^MEVQUE(number)-first+1'<$$EVENTS^MEVLIMITS KILL ^MEVQUE(number) SET ^MEVQUE(number,0)="" QUIT
- SET ^MEVQUE(number,$INCREMENT(^MEVQUE(number)))=event_$CHAR(10)_data
+ SET ^MEVQUE(number,$INCREMENT(^MEVQUE(number)))=event_$CHAR(10)_$SELECT(data="":$$MARK(number),1:data)
  QUIT
+ ;
+MARK(number) ; "OWN" for the session that raises the event, so that its host can tell its own changes from others'
+ ; Compares names, because a host that lost its connection continues in a new process with another number.
+ QUIT $SELECT($GET(token)="":"",$GET(^MEVSES(number,"NAME"))=token:"OWN",1:"")
  ;
 SIGNAL ; Wakes the sessions with queued events. ALIVE comes first: another program may have a dead session's process id.
  NEW ignored,number,process

@@ -21,7 +21,7 @@ SIGNON ; Call: session name ^ user name [^ the host's version of the protocol]
  ; Repeated sign-on in one session may be a search for valid names.
  IF user,token'=new!(user'=ien) DO SLOW^MEVLIMITS($$COUNT^MEVLIMITS("SIGNON "_$$CERTIFIED))
  IF user'=ien KILL seen SET seen=0,seen("count")=0
- SET user=ien,person=name,token=new,speaks=version,^MEVSES(session,"USER")=ien
+ SET user=ien,person=name,token=new,speaks=version,^MEVSES(session,"USER")=ien,^MEVSES(session,"NAME")=new
  DO SIGNON^MEVAUDIT(1,""),SWEEP^MEVEVENTS,FORGET^MEVTRANSACTION
  SET reply=ien_"^"_name_"^1^"_$PIECE(^AUTTLOC(1,0),"^")_"^"_$$SPEAKS
  QUIT

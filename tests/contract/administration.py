@@ -144,6 +144,22 @@ def events():
     assert other.text("MEVHOST KEYS", "PROVIDER") == "1" and other.told == []
 
 
+def own_changes():
+    """Only the session that makes a change gets its event as an own one, also in a second process after a reconnect."""
+    writer, again, other = Session("REED,OLIVE"), Session(), Session("REED,OLIVE")
+    again.text("MEVHOST SIGNON", f"{writer.token}^REED,OLIVE^2")
+    for session in (writer, again, other):
+        session.text("MEVHOST SUBSCRIBE", "REFUSAL.5")
+    writer.send("MEVREF SET", "^EXAM^1^5^01/02/2026^own")
+    assert writer.frame().endswith("\n1") and writer.frame() == "EREFUSAL.5.REF\nOWN"
+    assert again.frame() == "EREFUSAL.5.REF\nOWN" and other.frame() == "EREFUSAL.5.REF\n"
+    admin("--notify", "REFUSAL.5.REF")
+    admin("--notify", "REFUSAL.5.REF", "of nobody")
+    for session in (writer, again, other):
+        assert session.frame() + session.frame() == "EREFUSAL.5.REF\nEREFUSAL.5.REF\nof nobody"
+        session.close()
+
+
 def audit():
     killed = Session("REED,OLIVE")
     killed.text("MEVHOST SUBSCRIBE", "REFUSAL.5")
@@ -258,4 +274,5 @@ with tempfile.TemporaryDirectory() as folder:
     limits()
     audit()
     events()
+    own_changes()
     faults()

@@ -1,3 +1,4 @@
+#include "api/Events.h"
 #include "tests/support/ControlFixture.h"
 
 namespace health::test {
@@ -100,6 +101,53 @@ TEST_F(LifeCycle, SelectionSurvivesAReloadByItsKey)
     EXPECT_EQ(control.fgData.row(), 0);
     commitPatient(34); // has a row of the same key
     EXPECT_EQ(control.fgData.row(), -1);
+}
+
+TEST_F(LifeCycle, SavedRowIsShownAndHighlightedOnce)
+{
+    openChild();
+    const auto shownRow = [&] {
+        push(L"VXR.12.VAST", OwnChange);
+        return control.fgData.flashedRow();
+    };
+    const auto highlight = [&](TextView kind, TextView record) {
+        control.fgData.flashRow(-1);
+        shared.noteSaved(kind, record, L"");
+        return shownRow();
+    };
+    EXPECT_EQ(highlight(L"BMSR", L"12"), 1);
+    EXPECT_EQ(highlight(L"VAST", L"5"), 4);
+    EXPECT_EQ(control.fgData.shownRow(), 4);
+    control.fgData.flashRow(-1);
+    EXPECT_EQ(shownRow(), -1); // a later event
+    EXPECT_EQ(highlight(L"VAST", L"6"), -1); // no such row
+    reply(L"MEVVTXC GET", L"5^^3260310|81^X\r\n9^^3260311|82^Y\r\n");
+    EXPECT_EQ(highlight(L"VTXC", L""), 6); // an added record is the new row
+    commitPatient(13, L"F", L"4");
+    shared.noteSaved(L"VAST", L"5", L"");
+    commitPatient(12, L"F", L"4"); // a save for the former patient
+    EXPECT_EQ(highlight(L"", L"5"), -1); // a record that is not listed
+}
+
+TEST_F(LifeCycle, OpenFormsFollowPatientAndOtherSessions)
+{
+    struct Watcher : FormWatcher {
+        Text log;
+        void patientChanged() override { log += L"patient "; }
+        void recordsChanged(TextView kind) override { log += Text(kind) + L" "; }
+    } watcher;
+    openChild();
+    shared.addForm(watcher);
+    push(L"VXR.12.VELD");
+    push(L"REFUSAL.12.REF");
+    push(L"VXR.12.VELD", OwnChange);
+    push(L"REFRESH");
+    push(L"VXR.13.VELD");
+    commitPatient(13, L"F", L"4");
+    EXPECT_EQ(watcher.log, L"VELD REF patient ");
+    shared.removeForm(watcher);
+    commitPatient(12, L"F", L"4");
+    EXPECT_EQ(watcher.log, L"VELD REF patient ");
 }
 
 TEST_F(LifeCycle, EventDuringABoxOfALoadReloadsAfterwards)

@@ -121,8 +121,6 @@ TEST_F(AsthmaRecord, InactivationOpensNoEditorAndAFailureChangesNothing)
     host.session->reply(L"MEVVAST SETREG", L"12^I", L"-1^You may not change the asthma registry.");
     open();
     host.desktop.answers = { BoxAnswer::Yes, BoxAnswer::Ok, BoxAnswer::Yes };
-    // The question is about the form's patient, even if the host selects another meanwhile.
-    host.desktop.whileBoxIsOpen = [this] { host.patient->patientNumber = 34; };
     form.press(form.cmdActivate);
     EXPECT_EQ(registry(), L"Active&InactivateE");
     EXPECT_EQ(host.calls().back(), L"call MEVVAST SETREG(12^I)");

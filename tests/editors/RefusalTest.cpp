@@ -36,7 +36,6 @@ TEST_F(Refusals, NewRefusalFromTypeToSave)
     EXPECT_EQ(item(), L"&EKG: EKG|");
     EXPECT_BOXES(L"box [Error] There is no such item.");
     EXPECT_CALLS(L"call MEVREF REFLIST(PAP Smear)", L"call MEVREF REFLIST(EKG)");
-    host.patient->patientNumber = 34; // the refusal is saved for the patient for whom the form was opened
     check(L"Exam");
     check(L"Measurement");
     EXPECT_TRUE(form.lstRefusals.isChecked(rowOf(L"Measurement")) && !form.lstRefusals.isChecked(rowOf(L"Exam")));

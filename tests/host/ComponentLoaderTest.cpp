@@ -38,7 +38,7 @@ TEST(ComponentLoader, UnusableManifestsAreReported)
     const QByteArray good = R"({ "progId": "Test.Panel", "library": "/nowhere/panel.so", "interface": 4 })";
     EXPECT_EQ(refusal(good), L"The panel's library /nowhere/panel.so no longer exists. Register the panel again.");
     for (const QByteArray& old :
-        { QByteArray(good).replace("3", "4"), QByteArray(good).replace(", \"interface\": 3", "") })
+        { QByteArray(good).replace("4", "3"), QByteArray(good).replace(", \"interface\": 4", "") })
         EXPECT_NE(refusal(old).find(L" has another version (interface "), Text::npos) << old.toStdString();
     for (const QByteArray& garbled : { good.left(20), QByteArray(), QByteArray(good).replace("Test.Panel", "Other") })
         EXPECT_NE(refusal(garbled).find(L"cannot be read. Register the panel again."), Text::npos)

@@ -50,19 +50,54 @@ TEST(ReportPages, LinesAreBrokenAtTheWidth)
         pages.lines(), (QStringList { QString(80, u'x'), QString(80, u'x'), QString(10, u'x'), QString(), "end" }));
 }
 
-TEST(ReportPages, EachPageNamesThePatientOnce)
+TEST(ReportPages, HeadingNamesThePatientAndTheVisit)
 {
-    const ReportPeople people { "Patient: Núñez, Lía M   Number: 7", "Núñez, Lía M", "Sorrel, Ada" };
+    const ReportPeople people { { "Núñez, Lía M", "Number 7   Female   Age 3 years" }, "Sorrel, Ada" };
     Report report;
-    report.title = "Visit Detail";
-    report.text = "Patient:  NÚÑEZ,LÍA M\r\na\r\nb\r\nc\r\n";
-    const QList<QStringList> expected {
-        { report.title, QString(), "Patient:  NÚÑEZ,LÍA M", "a" },
-        { report.title, people.heading, QString(), "b", "c" },
-    };
-    EXPECT_EQ(ReportPages(report, people).pages(5), expected);
+    report.text = "VISIT 4\r\nPatient:  NÚÑEZ,LÍA M\r\nDate:     11/21/2026 08:15\r\nLocation: PEDIATRIC CLINIC\r\n";
+    EXPECT_EQ(ReportPages(report, people).patient(),
+        people.patient + QStringList("Visit 11/21/2026 08:15, PEDIATRIC CLINIC"));
+    report.text = "LETTER\r\nDate: 11/21/2026\r\n";
+    EXPECT_EQ(ReportPages(report, people).patient(), people.patient);
     report.patientHeading = false;
-    EXPECT_EQ(ReportPages(report, people).pages(5)[1].count(people.heading), 0);
+    EXPECT_TRUE(ReportPages(report, people).patient().isEmpty());
+}
+
+// A line for each row: heading "#text", pair "caption|value", else the line itself.
+std::string setAs(const QString& text)
+{
+    QStringList rows;
+    for (const ReportRow& row : reportRows(text.split('\n'))) {
+        const bool isPair = row.kind == ReportRow::Kind::Pair;
+        const QString mark = row.kind == ReportRow::Kind::Heading ? "#" : "";
+        rows.append(isPair ? row.caption + '|' + row.text : mark + row.text);
+    }
+    return rows.join('\n').toStdString();
+}
+
+TEST(ReportText, OnlyGroupsOfPairsLeaveTheFixedFont)
+{
+    EXPECT_EQ(setAs("VISIT 1\nPatient:   HARTLEY,MARIGOLD  (number 1)\nProvider:  \n\nASTHMA\n  Severity       MILD\n"),
+        "#VISIT 1\nPatient:|HARTLEY,MARIGOLD  (number 1)\nProvider:|\n\n#ASTHMA\nSeverity|MILD\n");
+    // Tables, running text, long lines and capital words inside a group stay as they are.
+    for (const char* text : { "Drug      Dose    Days\nIRON      5 mg    10", "Name      Age\nSMITH     30\nsee below",
+             "He said:  no.\nNOTHING MORE", "ALONE", "Date: 1/2/2026  Time: 10:00", "a\nHEADING\nb" })
+        EXPECT_EQ(setAs(text), text);
+    const std::string comment = "Comment   " + std::string(70, 'x') + "\nREST OF IT";
+    EXPECT_EQ(setAs(comment.c_str()), comment);
+}
+
+TEST(ReportPages, PagesBreakAtTheirHeightAndAtFormFeeds)
+{
+    Report report;
+    report.text = "a\r\nb\r\nc\r\n\fd\r\n";
+    QStringList pages;
+    for (const QList<ReportRow>& page : ReportPages(report, {}).pages(2)) {
+        pages.append(QString());
+        for (const ReportRow& row : page)
+            pages.last() += row.text;
+    }
+    EXPECT_EQ(pages, (QStringList { "ab", "c", "d" }));
 }
 
 TEST(ReportPages, PdfIsWrittenWithoutAPrinter)

@@ -1,4 +1,5 @@
 #include "host/session/HostSession.h"
+#include "api/Events.h"
 #include "tests/support/EventNames.h"
 #include "tests/support/ScriptedHost.h"
 #include "tests/support/ScriptedTransport.h"
@@ -267,6 +268,11 @@ TEST_F(HostSessionTest, EventsArriveByNameAndNeverInsideACall)
     transport.stream().push(framed("EVXR.1.X\n")); // while nobody waits
     QTest::qWait(30);
     EXPECT_EQ(other.names, std::vector<Text> { L"VXR.1.X" });
+
+    patient.data.clear(); // another session's change never hides behind an own one
+    transport.stream().push(framed("EVXR.12.REP\nOWN") + framed("EVXR.12.REP\n") + framed("EVXR.12.REP\nOWN"));
+    QTest::qWait(30);
+    EXPECT_EQ(patient.data, (std::vector<Text> { Text(OwnChange), L"" }));
 }
 
 TEST_F(HostSessionTest, EventsWaitWhileTheUserIsAskedToRetry)

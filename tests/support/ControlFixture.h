@@ -21,7 +21,7 @@ protected:
     }
 
     void reply(TextView call, TextView text) { host.session->reply(call, text); }
-    void push(TextView event) { host.session->push(event); }
+    void push(TextView event, TextView data = {}) { host.session->push(event, data); }
 
     // A child with a record of each type that can be listed; the rows are in the order 1, 3, 2, 4, 5, 6, 7.
     void openChild()

@@ -1,4 +1,4 @@
-// The names of the events that arrive.
+// The names and data of the events that arrive.
 #pragma once
 
 #include "host/session/HostSession.h"
@@ -13,9 +13,10 @@ struct EventNames : ICSS_SessionEvents {
         for (const TextView name : subscribed)
             session.registerEvent(name, *this);
     }
-    void EventCallback(TextView name, TextView) override
+    void EventCallback(TextView name, TextView text) override
     {
         names.emplace_back(name);
+        data.emplace_back(text);
         if (onEvent)
             onEvent();
     }
@@ -24,6 +25,7 @@ struct EventNames : ICSS_SessionEvents {
 
     std::function<void()> onEvent;
     std::vector<Text> names;
+    std::vector<Text> data;
 };
 
 }

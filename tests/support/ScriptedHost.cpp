@@ -73,6 +73,8 @@ Text ScriptedSession::call(TextView name, TextView parameter, TextView kind)
 {
     const Text line = Text(name) + L"(" + Text(parameter) + L")";
     m_transcript.push_back(Text(kind) + line);
+    if (duringCalls)
+        duringCalls();
     if (name == losesServerAt)
         throw ConnectionGone(L"The server is gone.");
     if (const auto failure = m_failures.find(Text(name)); failure != m_failures.end())
@@ -84,11 +86,11 @@ Text ScriptedSession::call(TextView name, TextView parameter, TextView kind)
     return {};
 }
 
-void ScriptedSession::push(TextView name)
+void ScriptedSession::push(TextView name, TextView data)
 {
     for (const auto& [subscribed, sink] : std::set(m_sinks)) {
         if (name == subscribed || name.starts_with(subscribed + L"."))
-            sink->EventCallback(name, L"");
+            sink->EventCallback(name, data);
     }
 }
 

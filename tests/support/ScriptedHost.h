@@ -156,7 +156,9 @@ public:
     Text losesServerAt;
 
     // Notifies the subscribers by name, as a server does.
-    void push(TextView name);
+    void push(TextView name, TextView data = {});
+    // Called inside each call.
+    std::function<void()> duringCalls;
     // Notifies every subscriber, once for each of its subscriptions, whatever their names.
     void pushToAll(TextView name);
     // Subscribed names in their order, each followed by a blank, once for each sink.

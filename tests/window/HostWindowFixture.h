@@ -62,8 +62,8 @@ protected:
         QObject::connect(&driver, &QTimer::timeout, window.get(), [this] { stepWhenQuiet(); });
     }
 
-    // Sends a signal to the session's server, a child of this program; false if there is none.
-    static bool signalServer(int signal)
+    // The process of the session's server, a child of this program; 0 if there is none.
+    static int serverProcess()
     {
         const QString self = QString::number(QCoreApplication::applicationPid());
         const auto read = [](const QString& path) {
@@ -72,10 +72,12 @@ protected:
         };
         for (const QByteArray& child : read(QStringLiteral("/proc/%1/task/%1/children").arg(self)).split(' ')) {
             if (read(QStringLiteral("/proc/%1/comm").arg(QString::fromLatin1(child))) == "mumps")
-                return ::kill(child.toInt(), signal) == 0;
+                return child.toInt();
         }
-        return false;
+        return 0;
     }
+    // Sends it a signal; false if there is no server.
+    static bool signalServer(int signal) { return serverProcess() != 0 && ::kill(serverProcess(), signal) == 0; }
 
     template<typename Widget>
     static Widget* captioned(const QObject& in, const QString& caption)

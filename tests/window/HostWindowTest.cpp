@@ -39,6 +39,7 @@ struct Onlooker : ComponentInstance, ICSS_PatientEvents, ICSS_EncounterEvents {
     ICSS_PatientEvents& patientEvents() override { return *this; }
     ICSS_EncounterEvents& encounterEvents() override { return *this; }
     void openRecord(int, const Text&, const Text&) override { }
+    void reopenEntry() override { }
     std::vector<std::vector<Text>> rows() const override { return {}; }
     bool Pending() override { return false; }
     void Committed() override { told(); }

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "platform/EntryTexts.h"
+#include "platform/Form.h"
+#include "platform/controls/Grid.h"
+
+namespace health {
+
+// Compares the entries of an open form with its record, which another session has changed: one row for each field that
+// differs.
+class frmCompare final : public Form {
+public:
+    // The fields as the form read them, as they are stored now, and as the user has entered them; the same captions in
+    // all three.
+    frmCompare(const std::vector<EntryText>& before, const std::vector<EntryText>& theirs,
+        const std::vector<EntryText>& yours);
+
+    Arrangement arrangement() override;
+
+    Grid fg; // field, before, theirs, yours
+    Button cmdClose;
+};
+
+}

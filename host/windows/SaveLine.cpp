@@ -1,0 +1,66 @@
+#include "host/windows/SaveLine.h"
+
+#include "host/session/HostSession.h"
+
+#include <QAccessible>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QTime>
+
+using namespace Qt::StringLiterals;
+
+namespace health {
+
+SaveLine::SaveLine(HostSession& session)
+    : m_undo(new QAction(u"&Undo Discarded Entry"_s, this))
+    , m_text(new QLabel)
+    , m_button(new QPushButton(u"Undo"_s))
+{
+    m_text->setTextFormat(Qt::PlainText);
+    m_undo->setShortcut(QKeySequence(u"Ctrl+Z"_s));
+    m_undo->setEnabled(false);
+    m_button->setToolTip(u"Open the form again with the entry (Ctrl+Z)"_s);
+    QSizePolicy kept = m_button->sizePolicy();
+    kept.setRetainSizeWhenHidden(true); // the list must not move
+    m_button->setSizePolicy(kept);
+    m_button->hide();
+    auto* const layout = new QHBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(m_text);
+    layout->addWidget(m_button);
+    layout->addStretch();
+    connect(m_undo, &QAction::triggered, this, &SaveLine::entryWanted);
+    connect(m_button, &QPushButton::clicked, m_undo, &QAction::trigger);
+    connect(&session, &HostSession::recordSaved, this, &SaveLine::showSaved);
+    connect(&session, &HostSession::entryDiscarded, this, &SaveLine::showOffer);
+}
+
+void SaveLine::showSaved(const QString& what)
+{
+    if (m_undo->isEnabled())
+        return; // the offer is more important
+    m_text->setText(u"Saved %1 \u00B7 %2"_s.arg(QTime::currentTime().toString(u"HH:mm"), what));
+    announce();
+}
+
+// An empty offer ends the former one.
+void SaveLine::showOffer(const QString& offer)
+{
+    m_undo->setEnabled(!offer.isEmpty());
+    m_button->setVisible(!offer.isEmpty());
+    m_button->setAccessibleName(offer.isEmpty() ? QString() : u"Undo: %1"_s.arg(offer));
+    m_text->setText(offer);
+    if (!offer.isEmpty())
+        announce();
+}
+
+// Screen readers read a status line only if they are asked to.
+void SaveLine::announce()
+{
+    m_text->setAccessibleName(m_text->text());
+    QAccessibleEvent event(m_text, QAccessible::Alert);
+    QAccessible::updateAccessibility(&event);
+}
+
+}
