@@ -3,13 +3,13 @@
 
 #include "platform/controls/UpDown.h"
 #include "platform/controls/mevContainer.h"
+#include "qt/FieldButton.h"
 #include "qt/Mirror.h"
 #include "qt/SpokenName.h"
 
 #include <QGroupBox>
 #include <QLabel>
 #include <QPointer>
-#include <QToolButton>
 
 namespace health {
 
@@ -49,14 +49,15 @@ private:
     QString m_aside;
 };
 
-// The two arrows beside a number's field.
+// The two arrows inside or beside a number's field.
 class UpDownView : public Mirror<QWidget, UpDown>, public SpokenParts {
 public:
     explicit UpDownView(UpDown& upDown);
+    QSize sizeHint() const override;
     void setSpokenName(const QString& name) override;
 
 private:
-    QList<QToolButton*> m_arrows;
+    QList<FieldButton*> m_arrows;
 };
 
 }
