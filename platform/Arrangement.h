@@ -23,6 +23,7 @@ struct Arrangement {
         Stretch, // in Buttons: the children before it stand left
         OnAxis, // the only child begins where the values begin
         OwnAxis, // the only child does not share the axis of the column around it
+        Details, // `control`, a grid of captions and values, without frame; its values begin at the axis
         Help, // `control`, a label with a help text; with `label`, it begins below what follows the label's colon
         Downwards, // children in two columns, read downwards
         Beside, // in Field: keeps room for an explanation of so many `characters`
@@ -76,6 +77,7 @@ inline Arrangement field(Label& label, std::vector<Arrangement> controls)
 }
 inline Arrangement onAxis(Arrangement child) { return { Arrangement::Kind::OnAxis, { std::move(child) } }; }
 inline Arrangement ownAxis(Arrangement child) { return { Arrangement::Kind::OwnAxis, { std::move(child) } }; }
+inline Arrangement details(Control& grid) { return { Arrangement::Kind::Details, {}, &grid }; }
 inline Arrangement help(Label& text) { return { Arrangement::Kind::Help, {}, &text }; }
 inline Arrangement help(Label& text, Label& above) { return { Arrangement::Kind::Help, {}, &text, &above }; }
 inline Arrangement downwards(std::vector<Arrangement> children)

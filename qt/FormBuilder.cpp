@@ -14,6 +14,8 @@
 #include <QBoxLayout>
 #include <QGridLayout>
 #include <QPainter>
+#include <QStyle>
+#include <QStyledItemDelegate>
 
 #include <algorithm>
 #include <utility>
@@ -96,7 +98,10 @@ FormBuilder::Parts FormBuilder::build(const Arrangement& arrangement)
         && arrangement.children.back().kind == Kind::Buttons;
     if (endsInButtons) {
         const std::vector<Arrangement> body(arrangement.children.begin(), arrangement.children.end() - 1);
-        parts.body = buildColumn(body);
+        QVBoxLayout* const column = buildColumn(body);
+        if (std::ranges::none_of(body, controlOf<Grid>))
+            column->addStretch(1); // the fields stay together in a higher window
+        parts.body = column;
         parts.buttons = buildButtons(arrangement.children.back());
     } else {
         parts.body = buildPart(arrangement);
@@ -127,6 +132,8 @@ QLayout* FormBuilder::buildPart(const Arrangement& part)
         return buildField(part);
     case Kind::Single:
         return buildSingle(part);
+    case Kind::Details:
+        return buildDetails(part);
     case Kind::Help:
         return buildHelp(part);
     case Kind::OnAxis:
@@ -177,7 +184,7 @@ int FormBuilder::gapInRow(const Arrangement& left, const Arrangement& right) con
 
 // --- Groups ---
 
-QLayout* FormBuilder::buildColumn(const std::vector<Arrangement>& children)
+QVBoxLayout* FormBuilder::buildColumn(const std::vector<Arrangement>& children)
 {
     auto* const layout = bare<QVBoxLayout>();
     const Arrangement* above = nullptr;
@@ -432,6 +439,54 @@ QLayout* FormBuilder::buildHelp(const Arrangement& help)
         line->addSpacing(text->fontMetrics().horizontalAdvance(above.left(above.indexOf(u": "_s) + 2)));
     }
     line->addWidget(text, 1);
+    return line;
+}
+
+namespace {
+
+// Captions end at the axis, quieter than the values.
+class CaptionDelegate : public QStyledItemDelegate {
+public:
+    CaptionDelegate(QObject* owner, int gap)
+        : QStyledItemDelegate(owner)
+        , m_gap(gap)
+    {
+    }
+
+protected:
+    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override
+    {
+        QStyledItemDelegate::initStyleOption(option, index);
+        option->displayAlignment = Qt::AlignRight | Qt::AlignTop;
+        option->palette.setColor(QPalette::Text, colourOf(Ink::Quiet, option->palette));
+        option->rect.adjust(0, 0, -m_gap, 0);
+    }
+
+private:
+    int m_gap;
+};
+
+}
+
+QLayout* FormBuilder::buildDetails(const Arrangement& details)
+{
+    QWidget* const widget = widgetFor(details);
+    auto* const table = dynamic_cast<QTableView*>(widget);
+    auto* const line = bare<QHBoxLayout>();
+    line->addWidget(widget);
+    if (!table)
+        return line;
+    constexpr double shownRows = 6.5; // in ems; more of them scroll
+    const int cellMargin = table->style()->pixelMetric(QStyle::PM_FocusFrameHMargin) + 1;
+    table->setFrameShape(QFrame::NoFrame);
+    table->setShowGrid(false);
+    table->setAlternatingRowColors(false);
+    table->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    table->viewport()->setBackgroundRole(QPalette::Window);
+    table->setFixedHeight(m_measures.ems(shownRows * 1.2));
+    const int gap = m_measures.captionGap() - cellMargin;
+    table->setItemDelegateForColumn(0, new CaptionDelegate(table, gap - cellMargin));
+    m_axis->add(*table, gap);
     return line;
 }
 

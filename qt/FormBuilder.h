@@ -17,6 +17,7 @@ class QBoxLayout;
 class QGridLayout;
 class QLabel;
 class QLayout;
+class QVBoxLayout;
 
 namespace health {
 
@@ -62,13 +63,14 @@ public:
 
 private:
     QLayout* buildPart(const Arrangement& part);
-    QLayout* buildColumn(const std::vector<Arrangement>& children);
+    QVBoxLayout* buildColumn(const std::vector<Arrangement>& children);
     QLayout* buildRow(const Arrangement& row);
     QLayout* buildLine(const Arrangement& row);
     QLayout* buildTable(const Arrangement& row);
     QLayout* buildDownwards(const Arrangement& part);
     QLayout* buildField(const Arrangement& field);
     QLayout* buildSingle(const Arrangement& single);
+    QLayout* buildDetails(const Arrangement& details);
     QLayout* buildHelp(const Arrangement& help);
     QLayout* buildButtons(const Arrangement& row);
     QLayout* buildOnAxis(const Arrangement& part);

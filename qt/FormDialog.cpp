@@ -39,7 +39,7 @@ FormDialog::FormDialog(Form& form, ViewDesktop& desktop, QWidget* parent)
     , m_builder(form, desktop, *this)
     , m_heading(new HeadingStrip)
     , m_notice(new NoticeLine([this] { m_form.followNotice(); }))
-    , m_summary(new SummaryLine([this] { grow(); }))
+    , m_summary(new SummaryLine([this](bool isOpen) { makeRoomForList(isOpen); }))
 {
     setWindowTitle(toQString(form.caption()));
     setModal(true);
@@ -177,6 +177,16 @@ void FormDialog::grow()
     if (height > this->height())
         resize(width(), height);
     m_body->placeBars();
+}
+
+// The list of what will be saved enlarges the window while it is open.
+void FormDialog::makeRoomForList(bool isOpen)
+{
+    if (isOpen)
+        m_closedHeight = height();
+    else
+        resize(width(), std::min(height(), m_closedHeight));
+    grow();
 }
 
 // --- Texts ---

@@ -42,7 +42,7 @@ QString captionOf(const SaveSummary::Part& part)
 
 }
 
-SummaryLine::SummaryLine(std::function<void()> toggled)
+SummaryLine::SummaryLine(std::function<void(bool isOpen)> toggled)
     : m_toggled(std::move(toggled))
 {
     setFont(scaled(font(), TypeSize::Saved));
@@ -76,7 +76,7 @@ void SummaryLine::toggle()
     announce(*this);
     updateGeometry();
     update();
-    m_toggled();
+    m_toggled(m_isOpen);
 }
 
 void SummaryLine::mousePressEvent(QMouseEvent* event)
