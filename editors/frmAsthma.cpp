@@ -108,7 +108,7 @@ Arrangement frmAsthma::arrangement()
     if (height() >= RegistryHeight) {
         parts.push_back(line());
         parts.push_back(
-            frame(fraRegister, column({ field(lblRegister, { lblStatus, cmdActivate, cmdEditReg }), details(fg) })));
+            frame(fraRegister, column({ field(lblRegister, { strong(lblStatus), cmdActivate, cmdEditReg }), details(fg) })));
     }
     parts.push_back(buttons({ cmdHS, stretch(), cmdAdd, cmdCancel }));
     return column(std::move(parts));

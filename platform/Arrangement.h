@@ -34,6 +34,7 @@ struct Arrangement {
     Label* label = nullptr;
     std::vector<Arrangement> children;
     int characters = 0; // 0: as wide as its content
+    bool isStrong = false; // a label in semibold
 
     Arrangement() = default;
     Arrangement(Control& single, int itsCharacters = 0)
@@ -88,6 +89,12 @@ inline Arrangement downwards(std::vector<Arrangement> children)
 inline Arrangement wide(Control& control, int characters) { return { control, characters }; }
 // In a row: what the form says beside the control, at the right edge.
 inline Arrangement beside(Control& control) { return { Arrangement::Kind::Beside, {}, &control }; }
+inline Arrangement strong(Label& state)
+{
+    Arrangement single(state);
+    single.isStrong = true;
+    return single;
+}
 inline Arrangement beside(int characters)
 {
     Arrangement room { Arrangement::Kind::Beside, {} };

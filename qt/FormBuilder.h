@@ -25,9 +25,6 @@ class FrameView;
 class LabelView;
 class OptionButtonView;
 
-// A thin line between parts of a form.
-QWidget* newHairline();
-
 // Turns a form's arrangement into widgets and layouts, so that forms need no view code.
 class FormBuilder {
 public:
@@ -86,6 +83,8 @@ private:
     int gapInColumn(const Arrangement& above, const Arrangement& below) const;
     int gapInRow(const Arrangement& left, const Arrangement& right) const;
     void takeAxis();
+
+    static constexpr int ValueColumn = 2; // of a row at the axis; the gap after the caption is a column too
 
     Form& m_form;
     ViewMaker m_maker;

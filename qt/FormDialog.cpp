@@ -3,6 +3,7 @@
 #include "qt/BodyArea.h"
 #include "qt/ControlViews.h"
 #include "qt/FormTexts.h"
+#include "qt/Hairline.h"
 #include "qt/HeadingStrip.h"
 #include "qt/Measures.h"
 #include "qt/NoticeLine.h"
@@ -86,7 +87,7 @@ QWidget* FormDialog::buildFoot(QLayout* buttons)
     auto* const layout = new QVBoxLayout(foot);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
-    layout->addWidget(newHairline());
+    layout->addWidget(new Hairline);
     layout->addLayout(inside);
     auto* const key = new QShortcut(QKeySequence(Qt::Key_F2), this);
     connect(key, &QShortcut::activated, m_summary, &SummaryLine::toggle);

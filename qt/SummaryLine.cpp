@@ -47,6 +47,7 @@ SummaryLine::SummaryLine(std::function<void(bool isOpen)> toggled)
 {
     setFont(scaled(font(), TypeSize::Saved));
     setTextFormat(Qt::PlainText);
+    setWordWrap(true); // else the label gives up its height for a width with each text
     setAccessibleName(u"Will be saved"_s);
     setToolTip(u"Show all values (F2)"_s);
     QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Preferred);
