@@ -26,6 +26,7 @@ public:
     void Form_Load() override;
     void Form_Activate() override;
     Arrangement arrangement() override;
+    FormHeading heading() override { return m_heading; }
 
     Label lblFirstName;
     TextBox txtName;
@@ -66,6 +67,7 @@ private:
     std::vector<LookupColumn> m_columns;
     Text m_screen;
     Text m_searchText;
+    FormHeading m_heading;
     bool m_cancelled = false;
     int m_tipRow = -1;
     int m_tipColumn = -1;
