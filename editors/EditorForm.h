@@ -133,6 +133,8 @@ protected:
     static void noteSingleMatch(TextBox& field, TextView typed, bool isSingle);
     // The name that came with a lookup field's id; empty without an id.
     Text pickedName(const TextBox& field) const;
+    // Its id as leaving the field keeps it: empty if the user has cleared or replaced the name.
+    Text pickedId(const TextBox& field) const { return pickedName(field).empty() ? Text() : field.tag(); }
     // What a lookup field will save: the name as people read it, or that its text has not been looked up yet.
     Explanation explainLookup(const TextBox& field) const;
     // Notes why the program has emptied a field that held a text.
