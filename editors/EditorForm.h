@@ -167,9 +167,8 @@ private:
     void keepEntries(TextView offer);
     void focusRefused(TextView reply);
     bool isForeign() const;
-    bool isOfCurrentVisit() const;
     Text savedText() const;
-    void readHeading();
+    void readCurrentVisit();
     void leaveLookupField(TextBox& field, const LookupField& lookupField);
     void clearUnchosen(TextBox& field, const LookupField& lookupField);
 
@@ -182,6 +181,7 @@ private:
     bool m_saveLost = false; // the user has given up the call that saved
     Text m_patient;
     FormHeading m_heading; // of the patient for whom the form was opened
+    bool m_isOfCurrentVisit = false;
     Text m_visitDate;
     Text m_recordDate;
     std::map<const TextBox*, LookupField> m_lookupFields;
