@@ -63,6 +63,7 @@ void frmAsthmaReg::LoadReg()
     const Text reply = m_shared.CallRpc(L"MEVVAST GETREG", patient());
     if (!reply.empty() && !m_shared.CheckRpcError(reply, L"")) {
         const LinePieces pieces(reply);
+        m_stored.read(pieces);
         setStatus(properCase(displayPart(pieces[2])));
         PieceNumber piece = 3;
         for (mevZvDate& field : dat) {
@@ -72,7 +73,8 @@ void frmAsthmaReg::LoadReg()
         // Intended: without the manager's id, which is sent only if the manager was looked up in this form.
         txtPrv.setText(spacedName(displayPart(pieces[6])));
     }
-    txtComments.setText(replaced(registryNote(m_shared, patient()), LineBreak, L" "));
+    m_storedNote = registryNote(m_shared, patient());
+    txtComments.setText(replaced(m_storedNote, LineBreak, L" "));
 }
 
 // Intended: saving makes the patient active in the registry, regardless of the status.

@@ -48,6 +48,7 @@ void frmElder::loadRecord()
     const Text reply = readRecord(L"MEVVELD GET", L"^" + m_sIEN);
     for (const TextView line : recordLines(reply)) {
         const LinePieces pieces(line);
+        m_stored.read(pieces);
         setVisitDate(pieces[3]);
         PieceNumber piece = FirstFunctionalPiece;
         for (ComboBox& list : cbo) {

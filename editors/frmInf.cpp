@@ -30,6 +30,7 @@ void frmInf::loadRecord()
     const Text reply = readRecord(L"MEVVIF GET", L"^" + m_sIEN);
     for (const TextView line : replyLines(reply)) {
         const LinePieces pieces(line);
+        m_stored.read(pieces);
         setVisitDate(pieces[3]);
         const double code = leadingNumber(codePart(pieces[4]));
         for (int item = 0; code != 0 && item < lstINF.count(); ++item) {

@@ -72,7 +72,8 @@ bool frmLookup::RunQuery(int refTable, TextView param, bool autoReturn, TextView
             m_screen = screen;
         if (search(param) == Outcome::Refused)
             return;
-        if (autoReturn && takeSingleMatch()) {
+        m_singleMatch = autoReturn && takeSingleMatch();
+        if (m_singleMatch) {
             chosen = true;
             return;
         }

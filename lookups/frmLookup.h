@@ -20,6 +20,9 @@ public:
     // the user cancelled, or the server returned an error.
     bool RunQuery(int refTable, TextView param, bool autoReturn, TextView screen);
 
+    // The entry was the only match, returned without showing the dialog.
+    bool tookSingleMatch() const { return m_singleMatch; }
+
     Text m_sName; // display text of the chosen entry
     Text m_sRecId; // its internal entry number
 
@@ -69,6 +72,7 @@ private:
     Text m_searchText;
     FormHeading m_heading;
     bool m_cancelled = false;
+    bool m_singleMatch = false;
     int m_tipRow = -1;
     int m_tipColumn = -1;
 };
