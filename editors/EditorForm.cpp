@@ -122,6 +122,11 @@ Explanation EditorForm::explain(const Control& field)
     return explainEntry(field);
 }
 
+Explanation EditorForm::explainDate(const mevZvDate& date)
+{
+    return m_dateRules.explain(date, m_shared.desktop().now());
+}
+
 // --- Reading and saving ---
 
 void EditorForm::bindSave(Button& button, TextView procedure, std::function<void()> work)
@@ -279,6 +284,13 @@ void EditorForm::refuse(Control& field, TextView message, TextView title)
 {
     m_shared.ErrorBox(message, title);
     field.setFault(message);
+}
+
+void EditorForm::refuseDate(mevZvDate& date, const DateRefusal& why, TextView replacement, TextView remark)
+{
+    refuse(date, why.message, why.title);
+    date.setValue(replacement);
+    date.setFault(Text(why.message) + L' ' + Text(remark));
 }
 
 void EditorForm::askFor(Control& missing, TextView text, TextView title)

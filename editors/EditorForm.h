@@ -1,5 +1,6 @@
 #pragma once
 
+#include "editors/DateRules.h"
 #include "platform/EntrySnapshot.h"
 #include "platform/EntryTexts.h"
 #include "platform/Form.h"
@@ -63,12 +64,16 @@ protected:
     // The date of an existing record that has no visit, for the heading.
     void setRecordDate(TextView date) { m_recordDate = date; }
     // What the form says about a date, and about any other field.
-    virtual Explanation explainDate(const mevZvDate&) { return {}; }
+    virtual Explanation explainDate(const mevZvDate& date);
     virtual Explanation explainEntry(const Control&) { return {}; }
     // The field that a refusal of the server is about, null if that is unknown. A refused save moves the focus there.
     virtual Control* fieldOf(TextView) { return nullptr; }
     // Shows why an entry is refused, in a box and then beside the field until its next entry.
     void refuse(Control& field, TextView message, TextView title);
+    // The same for a date, which another text then replaces; `remark` says so beside the field.
+    void refuseDate(mevZvDate& date, const DateRefusal& why, TextView replacement, TextView remark);
+    // Why the rule of the field refuses its value; no message if it accepts the value.
+    DateRefusal judged(const mevZvDate& date) const { return m_dateRules.judged(date, m_shared.desktop().now()); }
 
     // Called on the first activation only, not when the user returns from a dialog.
     virtual void activate() = 0;
@@ -144,6 +149,7 @@ protected:
     Text dateEntered(const mevZvDate& date) const { return date.understood(date.shown(), m_shared.desktop().now()); }
 
     modShared& m_shared;
+    DateRules m_dateRules;
 
 private:
     struct LookupField {

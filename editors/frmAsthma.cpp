@@ -95,19 +95,21 @@ void frmAsthma::bindEvents()
 
 Arrangement frmAsthma::arrangement()
 {
-    const auto entries = [](auto& labels, auto& controls, std::size_t count) {
+    constexpr int AnswerWidth = 6; // characters; a value has as many
+    const auto entries = [](auto& labels, auto& controls, int room) {
         std::vector<Arrangement> parts;
-        for (std::size_t i = 0; i < count; ++i)
-            parts.push_back(field(labels[i], { controls[i] }));
+        for (std::size_t i = 0; i < 3; ++i)
+            parts.push_back(field(labels[i], { wide(controls[i], AnswerWidth), beside(room) }));
         return fields(std::move(parts));
     };
-    std::vector<Arrangement> parts { fields({ field(lblSeverity, { cboSeverity }) }),
-        row({ frame(fraLung, entries(lblLung, txt, 3)), frame(fraTriggers, entries(lblTriggers, cbo, 3)) }),
-        fields({ field(lblTriggers[3], { cbo[3] }) }) };
-    if (height() >= RegistryHeight)
-        parts.push_back(
-            frame(fraRegister, column({ row({ field(lblRegister, { lblStatus, cmdActivate, cmdEditReg }) }), fg })));
-    parts.push_back(buttons({ cmdHS, cmdAdd, cmdCancel }));
+    std::vector<Arrangement> parts { fields({ field(lblSeverity, { wide(cboSeverity, 22) }) }), space(),
+        row({ frame(fraLung, entries(lblLung, txt, 20)), frame(fraTriggers, entries(lblTriggers, cbo, 8)) }),
+        fields({ field(lblTriggers[3], { wide(cbo[3], AnswerWidth) }) }) };
+    if (height() >= RegistryHeight) {
+        parts.push_back(line());
+        parts.push_back(frame(fraRegister, column({ field(lblRegister, { lblStatus, cmdActivate, cmdEditReg }), fg })));
+    }
+    parts.push_back(buttons({ cmdHS, stretch(), cmdAdd, cmdCancel }));
     return column(std::move(parts));
 }
 

@@ -122,27 +122,29 @@ void frmER::bindEvents()
     optDisch.Click = trapped(L"optDisch_Click", [this](int index) { optDisch_Click(index); });
     bindLookup(
         txtLoc, cmdLoc, TypedOver::ClearsId, Unnamed::IsSaved, trapped(L"cmdLoc_Click", [this] { cmdLoc_Click(); }));
-    datDepart.EntryRefused = trapped(L"datDepart_EntryRefused", [this] {
-        m_shared.ErrorBox(L"Enter the departure date with its time, such as 1/2/2006 14:30.", L"Invalid Date");
-    });
+    m_dateRules.add(datDepart, {});
+    datDepart.EntryRefused = trapped(L"datDepart_EntryRefused", [this] { datDepart_EntryRefused(); });
     bindSave(cmdOK, L"cmdOK_Click", [this] { cmdOK_Click(); });
 }
 
 Arrangement frmER::arrangement()
 {
     auto arrival = buttonsOf(optArrival);
-    arrival.back() = row({ optArrival[OtherArrival], txtOther });
+    arrival.back() = row({ optArrival[OtherArrival], wide(txtOther, 18) });
     auto disposition = buttonsOf(optDisch);
-    disposition.back() = row({ optDisch[OtherDisposition], txtDispOth });
+    disposition.back() = row({ optDisch[OtherDisposition], wide(txtDispOth, 14) });
     auto transfer = buttonsOf(optTransfer);
-    transfer.push_back(row({ txtLoc, cmdLoc }));
+    transfer.push_back(row({ wide(txtLoc, 22), cmdLoc }));
     return column(
         { row({ column({ frame(fraUrgency, column(buttonsOf(opt))), frame(fraEntered, column(buttonsOf(optEntered))) }),
               frame(fraArrival, column(std::move(arrival))),
-              column({ frame(fraInformant, txtInformant), frame(fraNotified, column(buttonsOf(optNotified))) }) }),
-            row({ frame(fraDispostion, column(std::move(disposition))),
+              column({ frame(fraInformant, wide(txtInformant, 22)),
+                  frame(fraNotified, column(buttonsOf(optNotified))) }) }),
+            line(),
+            row({ frame(fraDispostion, downwards(std::move(disposition))),
                 frame(fraTransfer, column(std::move(transfer))) }),
-            fields({ field(lblDepart, { datDepart }), field(lblCond, { txtCond }) }), buttons({ cmdOK, cmdCancel }) });
+            line(), fields({ field(lblDepart, { datDepart }), field(lblCond, { wide(txtCond, 44) }) }),
+            buttons({ cmdOK, cmdCancel }) });
 }
 
 // --- Loading ---
@@ -254,6 +256,13 @@ void frmER::dropPlace(TextView why)
     const Text former = txtLoc.text();
     setPicked(txtLoc, {}, {});
     noteRemoved(txtLoc, former, why);
+}
+
+// The control has kept the old value.
+void frmER::datDepart_EntryRefused()
+{
+    refuseDate(datDepart, { L"Enter the departure date with its time, such as 1/2/2006 14:30.", L"Invalid Date" },
+        datDepart.value(), datDepart.isEmpty() ? L"The field is empty." : L"The date is the one before.");
 }
 
 void frmER::cmdLoc_Click()

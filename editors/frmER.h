@@ -73,6 +73,7 @@ private:
     void optTransfer_Click(int index);
     void dropPlace(TextView why);
     void cmdLoc_Click();
+    void datDepart_EntryRefused();
     void cmdOK_Click();
 
     int m_placeOption = -1; // the chosen option when the place was found

@@ -15,7 +15,7 @@ frmInf::frmInf(modShared& shared)
     bindSave(cmdAdd, L"cmdAdd_Click", [this] { cmdAdd_Click(); });
 }
 
-Arrangement frmInf::arrangement() { return column({ lstINF, buttons({ cmdAdd, cmdCancel }) }); }
+Arrangement frmInf::arrangement() { return column({ wide(lstINF, 52), buttons({ cmdAdd, cmdCancel }) }); }
 
 void frmInf::activate()
 {

@@ -47,9 +47,11 @@ void frmPediatric::setCaptions()
 
 Arrangement frmPediatric::arrangement()
 {
-    return column({ fields({ field(lbl[0], { txt[0], lblWt }), field(lbl[1], { txt[1] }) }), lbl[6], lbl[7], lbl[8],
-        lbl[9], line(), fields({ field(lbl[2], { txt[2] }), field(lbl[3], { txt[3] }), field(lbl[4], { txt[4] }) }),
-        lbl[10], line(), fields({ field(lbl[5], { txtPat, cmdPat }) }), buttons({ cmdAdd, cmdCancel }) });
+    const auto age = [this](std::size_t i) { return field(lbl[i], { wide(txt[i], 6) }); };
+    return column({ field(lbl[0], { wide(txt[0], 8), lblWt, beside(20) }), field(lbl[1], { wide(txt[1], 4) }),
+        onAxis(column({ help(lbl[6]), help(lbl[7]), help(lbl[8], lbl[7]), help(lbl[9], lbl[7]) })), space(), age(2),
+        age(3), age(4), onAxis(help(lbl[10])), space(), field(lbl[5], { wide(txtPat, 28), cmdPat }),
+        buttons({ cmdAdd, cmdCancel }) });
 }
 
 void frmPediatric::activate()

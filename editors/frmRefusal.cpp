@@ -22,6 +22,13 @@ constexpr RefusalType Types[] = { { L"EKG", 7 }, { L"Exam", 5 }, { L"Immunizatio
 // True for the types that have only one item.
 bool hasOnlyItem(TextView type) { return type == L"PAP Smear" || type == L"Mammogram" || type == L"EKG"; }
 
+DateRefusal judgeRefusalDate(Moment entered, Moment now)
+{
+    if (dateOf(entered) > dateOf(now))
+        return { L"The date cannot be in the future.", L"Invalid Historical Date" };
+    return {};
+}
+
 constexpr TextView TypeNotSelected = L"Refusal Type not Selected";
 
 }
@@ -39,6 +46,8 @@ frmRefusal::frmRefusal(modShared& shared)
         trapped(L"cmdItem_Click", [this] { cmdItem_Click(); }));
     lstRefusals.ItemCheck = trapped(L"lstRefusals_ItemCheck", [this](int row) { lstRefusals_ItemCheck(row); });
     txtItem.Changed = trapped(L"txtItem_Change", [this] { txtItem_Change(); });
+    m_dateRules.add(
+        datRefused, { judgeRefusalDate, { L"Invalid date format.", {} }, L"Today's date will be entered." });
     datRefused.NewDateEntered = trapped(L"datRefused_NewDateEntered", [this] { datRefused_NewDateEntered(); });
     txtRefComment.Validate =
         trapped(L"txtRefComment_Validate", [this](bool& cancel) { txtRefComment_Validate(cancel); });
@@ -52,10 +61,10 @@ frmRefusal::frmRefusal(modShared& shared)
 
 Arrangement frmRefusal::arrangement()
 {
-    return column({ lblRefusals, lstRefusals,
-        fields({ field(lblItem, { txtItem, cmdItem }), field(lblRefused, { datRefused }),
-            field(lblComment, { txtRefComment }) }),
-        buttons({ cmdOK, cmdCancel }) });
+    return column(
+        { fields({ field(lblRefusals, { wide(lstRefusals, 44) }), field(lblItem, { wide(txtItem, 30), cmdItem }),
+              field(lblRefused, { datRefused }), field(lblComment, { wide(txtRefComment, 44) }) }),
+            buttons({ cmdOK, cmdCancel }) });
 }
 
 void frmRefusal::activate()
@@ -212,15 +221,8 @@ void frmRefusal::cmdItem_Click()
 
 void frmRefusal::datRefused_NewDateEntered()
 {
-    const auto moment = datRefused.moment();
-    const Moment today = dateOf(m_shared.desktop().now());
-    if (!moment)
-        m_shared.ErrorBox(L"Invalid date format.", L"");
-    else if (dateOf(*moment) > today)
-        m_shared.ErrorBox(L"The date cannot be in the future.", L"Invalid Historical Date");
-    else
-        return;
-    datRefused.setValue(dateText(today));
+    if (const DateRefusal why = judged(datRefused); !why.message.empty())
+        refuseDate(datRefused, why, dateText(m_shared.desktop().now()), L"The date is today's.");
 }
 
 // The server does not accept a refusal without a date.

@@ -58,6 +58,7 @@ private:
     Explanation explainCount(std::size_t index) const;
     Text impossibleCount(std::size_t index) const;
     void addPregnancy(SummaryBuilder& builder);
+    Explanation explainDate(const mevZvDate& date) override;
     void FillLists();
     void SetWomensHealthEnabled(bool enabled);
     void LoadRepHist();
@@ -67,7 +68,7 @@ private:
     bool isEligible();
     Text countString() const;
     void cmdAdd_Click();
-    void refuseFuture(mevZvDate& date);
+    void refuseAndClear(mevZvDate& date);
     void datDelivery_NewDateEntered();
     void txNumRH_Change(std::size_t index);
     void txNumRH_KeyPress(std::size_t index, wchar_t& key);

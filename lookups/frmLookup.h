@@ -30,6 +30,7 @@ public:
     void Form_Activate() override;
     Arrangement arrangement() override;
     FormHeading heading() override { return m_heading; }
+    Explanation explain(const Control& control) override;
 
     Label lblFirstName;
     TextBox txtName;
