@@ -55,7 +55,8 @@ void ButtonView::paintEvent(QPaintEvent* event)
     const Measures measures(*this);
     const int side = measures.ems(0.5);
     const int caption = fontMetrics().size(Qt::TextShowMnemonic, text()).width();
-    const QRect place(width() / 2 - caption / 2 - measures.units(0.5) - side, (height() - side) / 2, side, side);
+    const QRect place(
+        width() / 2 - caption / 2 - measures.units(0.5) - side, contentsRect().center().y() - side / 2, side, side);
     QPainter painter(this);
     const Look look { .enabled = isEnabled(), .filled = property(FilledProperty).toBool() };
     m_busy->paint(painter, place, buttonInk(palette(), look));
