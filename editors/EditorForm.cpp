@@ -1,5 +1,6 @@
 #include "editors/EditorForm.h"
 
+#include "editors/ExplanationTexts.h"
 #include "editors/frmCompare.h"
 #include "lookups/frmLookup.h"
 #include "platform/FlagScope.h"
@@ -130,6 +131,11 @@ Explanation EditorForm::explain(const Control& field)
     if (const auto* const date = dynamic_cast<const mevZvDate*>(&field))
         return explainDate(*date);
     return explainEntry(field);
+}
+
+Explanation EditorForm::explainDate(const mevZvDate& date)
+{
+    return m_dateRules.explain(date, m_shared.desktop().now());
 }
 
 // --- Reading and saving ---
@@ -295,9 +301,17 @@ void EditorForm::refuse(Control& field, TextView message, TextView title)
     field.setFault(message);
 }
 
+void EditorForm::refuseDate(mevZvDate& date, const DateRefusal& why, TextView replacement, TextView remark)
+{
+    refuse(date, why.message, why.title);
+    date.setValue(replacement);
+    date.setFault(Text(why.message) + L' ' + Text(remark));
+}
+
 void EditorForm::askFor(Control& missing, TextView text, TextView title)
 {
     m_shared.WarningBox(text, title);
+    missing.setFault(text);
     setFocus(missing);
 }
 
@@ -331,6 +345,7 @@ void EditorForm::leaveLookupField(TextBox& field, const LookupField& lookupField
     const bool hasName = lookupField.typedOver == TypedOver::KeepsId && !lookupField.picked.empty();
     if (field.text().empty() || (typedOver && !hasName)) {
         field.setTag({});
+        noteTextsChanged();
     } else if (typedOver && !field.tag().empty()) {
         field.setText(lookupField.picked);
         field.setNote(
@@ -338,31 +353,78 @@ void EditorForm::leaveLookupField(TextBox& field, const LookupField& lookupField
         withholdPress(); // so that the user sees whose number is saved
         return;
     }
-    const bool unresolved = !field.text().empty() && field.tag().empty();
-    if (unresolved && field.text() != lookupField.searched)
+    clearUnchosen(field, lookupField);
+}
+
+// Looks up a text that has no id, and clears the field if it remains without.
+void EditorForm::clearUnchosen(TextBox& field, const LookupField& lookupField)
+{
+    const Text typed = field.text();
+    if (typed.empty() || !field.tag().empty())
+        return;
+    if (typed != lookupField.searched)
         lookupField.lookup();
-    if (!unresolved || !field.tag().empty())
+    if (!field.tag().empty())
         return;
     field.setText({});
+    noteRemoved(field, typed, NothingChosen);
     if (lookupField.unnamed == Unnamed::IsSaved)
         withholdPress();
 }
 
 bool EditorForm::lookUp(TextBox& field, int table)
 {
+    const Text typed = field.text();
     frmLookup lookup(m_shared);
-    if (!lookup.RunQuery(table, field.text(), true, L"*"))
+    if (!lookup.RunQuery(table, typed, true, L"*"))
         return false;
     setPicked(field, lookup.m_sRecId.empty() ? Text() : lookup.m_sName, lookup.m_sRecId);
+    noteSingleMatch(field, typed, lookup.tookSingleMatch());
     return true;
+}
+
+void EditorForm::noteSingleMatch(TextBox& field, TextView typed, bool isSingle)
+{
+    if (isSingle && !typed.empty() && !equalIgnoringCase(typed, field.text()))
+        field.setNote(L"The only match for " + quoted(typed) + L".");
 }
 
 void EditorForm::setPicked(TextBox& field, TextView name, TextView id)
 {
     field.setNote({});
+    field.setFault({});
     field.setText(name);
     field.setTag(id);
     m_lookupFields[&field].picked = field.text();
+    noteTextsChanged();
+}
+
+Text EditorForm::pickedName(const TextBox& field) const
+{
+    const auto found = m_lookupFields.find(&field);
+    if (field.tag().empty() || found == m_lookupFields.end())
+        return {};
+    const LookupField& own = found->second;
+    const bool isReplaced = own.typedOver == TypedOver::ClearsId && field.text() != own.picked;
+    return field.text().empty() || isReplaced ? Text() : own.picked;
+}
+
+Explanation EditorForm::explainLookup(const TextBox& field) const
+{
+    const Text name = pickedName(field);
+    if (field.text().empty())
+        return {};
+    if (name.empty())
+        return besideField(L"not looked up yet");
+    if (name != field.text())
+        return besideField(L"still " + spacedName(name), Tone::Caution);
+    return besideField(spacedName(name), Tone::Good);
+}
+
+void EditorForm::noteRemoved(Control& field, TextView removed, TextView why)
+{
+    if (!removed.empty())
+        field.setNote(quoted(removed) + L" was removed: " + Text(why) + L".");
 }
 
 // --- Texts ---

@@ -20,12 +20,16 @@ public:
     // the user cancelled, or the server returned an error.
     bool RunQuery(int refTable, TextView param, bool autoReturn, TextView screen);
 
+    // The entry was the only match, returned without showing the dialog.
+    bool tookSingleMatch() const { return m_singleMatch; }
+
     Text m_sName; // display text of the chosen entry
     Text m_sRecId; // its internal entry number
 
     void Form_Load() override;
     void Form_Activate() override;
     Arrangement arrangement() override;
+    Explanation explain(const Control& control) override;
 
     Label lblFirstName;
     TextBox txtName;
@@ -67,6 +71,7 @@ private:
     Text m_screen;
     Text m_searchText;
     bool m_cancelled = false;
+    bool m_singleMatch = false;
     int m_tipRow = -1;
     int m_tipColumn = -1;
 };

@@ -1,5 +1,6 @@
 #include "qt/FieldViews.h"
 
+#include "qt/HeadingStyle.h"
 #include "qt/Measures.h"
 #include "toolkit/QtText.h"
 
@@ -90,6 +91,17 @@ void LabelView::mirrorColour()
 FrameView::FrameView(mevContainer& container)
     : Mirror(container, toQString(container.caption()))
 {
+    setStyle(new HeadingStyle(this));
+}
+
+void FrameView::setAside(const QString& text)
+{
+    if (text == m_aside)
+        return;
+    m_aside = text;
+    setAccessibleDescription(text);
+    updateGeometry();
+    update();
 }
 
 void FrameView::mirror(Change change)

@@ -34,12 +34,19 @@ private:
     QList<QPointer<QWidget>> m_describes;
 };
 
+// A group of fields: its caption is a heading, not a part of a frame. Without a caption it shows nothing.
 class FrameView : public Mirror<QGroupBox, mevContainer> {
 public:
     explicit FrameView(mevContainer& container);
 
+    // A quiet text beside the heading.
+    void setAside(const QString& text);
+    const QString& aside() const { return m_aside; }
+
 private:
     void mirror(Change change) override;
+
+    QString m_aside;
 };
 
 // The two arrows inside or beside a number's field.

@@ -14,7 +14,6 @@ QWidget& fieldOf(QWidget& view) { return view.focusProxy() ? *view.focusProxy() 
 
 void mirrorNote(QWidget& view, const Control& control)
 {
-    view.setProperty(NoteProperty, toQString(control.note()));
     if (!control.note().empty())
         flashField(fieldOf(view));
 }
