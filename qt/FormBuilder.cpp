@@ -70,6 +70,18 @@ bool takesNotes(const Control& control)
 
 bool takesFocus(const QWidget* widget) { return widget->focusPolicy() != Qt::NoFocus; }
 
+// The arrows of a number stand in its field.
+bool putInside(QWidget* field, QWidget* widget)
+{
+    auto* const line = dynamic_cast<EntryLine*>(field);
+    if (!line || !dynamic_cast<UpDownView*>(widget))
+        return false;
+    line->setInside(*widget);
+    if (line->minimumWidth() == line->maximumWidth())
+        line->setFixedWidth(line->minimumWidth() + line->textMargins().right());
+    return true;
+}
+
 bool isTall(const QWidget* widget)
 {
     return dynamic_cast<const TextAreaView*>(widget) || dynamic_cast<const CheckListView*>(widget);
@@ -168,8 +180,6 @@ int FormBuilder::gapInRow(const Arrangement& left, const Arrangement& right) con
         return m_measures.units(isOption(right) ? 8 : 3);
     if (left.kind == Kind::Field)
         return m_measures.formMargin();
-    if (controlOf<UpDown>(right))
-        return 1; // the arrows belong to the field before them
     if (isEllipsis(right) || controlOf<Label>(right) || (controlOf<Button>(left) && controlOf<Button>(right)))
         return m_measures.ellipsisGap();
     return m_measures.explanationGap();
@@ -317,11 +327,17 @@ QLayout* FormBuilder::buildButtons(const Arrangement& row)
     const auto isStretch = [](const Arrangement& child) { return child.kind == Kind::Stretch; };
     if (std::ranges::none_of(row.children, isStretch))
         layout->addStretch();
+    ButtonView* before = nullptr; // the button before Cancel saves
     for (const Arrangement& child : row.children) {
-        if (isStretch(child))
+        if (isStretch(child)) {
             layout->addStretch();
-        else
-            layout->addWidget(widgetFor(child));
+            continue;
+        }
+        if (before && child.control == m_form.cancelButton())
+            before->setFilled(true);
+        QWidget* const widget = widgetFor(child);
+        layout->addWidget(widget);
+        before = dynamic_cast<ButtonView*>(widget);
     }
     return layout;
 }
@@ -377,10 +393,12 @@ void FormBuilder::addControls(QBoxLayout& line, const Arrangement& field, FieldN
             notes.beside().keepCharacters(child.characters);
             continue;
         }
+        QWidget* const widget = widgetFor(child);
+        if (left && putInside(m_widgets.value(left->control), widget))
+            continue;
         if (left)
             line.addSpacing(gapInRow(*left, child));
         left = &child;
-        QWidget* const widget = widgetFor(child);
         line.addWidget(widget);
         m_captions.insert(child.control, field.label);
         if (takesNotes(*child.control))
