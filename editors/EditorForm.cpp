@@ -60,7 +60,8 @@ void EditorForm::Form_Activate()
         return;
     trap(L"Form_Activate", [this] {
         patient();
-        readHeading();
+        m_heading = m_shared.patientHeading();
+        readCurrentVisit();
         activate();
     });
     m_activated = true;
@@ -79,16 +80,12 @@ const Text& EditorForm::patient()
 
 // --- The heading ---
 
-void EditorForm::readHeading()
+void EditorForm::readCurrentVisit()
 {
-    const Patient& selected = m_shared.patient();
-    m_heading.name = selected.displayName();
-    if (m_heading.name.empty() || m_patient == L"0")
-        return;
-    for (const Text& detail : { L"No. " + m_patient, selected.sex(), selected.displayAge() }) {
-        if (!detail.empty())
-            m_heading.details.push_back(detail);
-    }
+    const Encounter& encounter = m_shared.encounter();
+    m_isOfCurrentVisit = !visitNumber().empty() && visitNumber() == wholeText(encounter.visitNumber());
+    if (m_isOfCurrentVisit)
+        m_visitDate = pieceView(encounter.displayText(), L",", 1);
 }
 
 void EditorForm::setVisitDate(TextView piece)
@@ -99,11 +96,6 @@ void EditorForm::setVisitDate(TextView piece)
         m_visitDate = replaced(date, L"@", L" ");
 }
 
-bool EditorForm::isOfCurrentVisit() const
-{
-    return !visitNumber().empty() && visitNumber() == wholeText(m_shared.encounter().visitNumber());
-}
-
 FormHeading EditorForm::heading()
 {
     FormHeading heading = m_heading;
@@ -112,15 +104,12 @@ FormHeading EditorForm::heading()
             + (heading.name.empty() ? Text() : L" This form belongs to " + heading.name + L".");
     if (heading.name.empty())
         return heading;
-    if (visitNumber().empty() || isOfCurrentVisit()) {
-        heading.visit = m_shared.encounter().displayText();
-        heading.visitKind = isOfCurrentVisit() ? FormHeading::Visit::Current : FormHeading::Visit::Unknown;
-    } else {
-        heading.visit = m_visitDate;
+    if (m_isOfCurrentVisit) {
+        heading.visitKind = FormHeading::Visit::Current;
+    } else if (!visitNumber().empty()) {
+        heading.visit = m_visitDate.empty() ? Text() : L"Visit " + m_visitDate;
         heading.visitKind = FormHeading::Visit::Other;
     }
-    if (!heading.visit.empty())
-        heading.visit.insert(0, L"Visit ");
     if (!m_recordDate.empty())
         heading.record = L"Record of " + m_recordDate;
     return heading;
@@ -206,11 +195,7 @@ void EditorForm::closeSaved()
 // "Asthma Status 11/21/2026 08:15"; the date is the visit's, if the record belongs to one.
 Text EditorForm::savedText() const
 {
-    if (visitNumber().empty())
-        return Text(m_kind.name);
-    const Text visit = isOfCurrentVisit() ? m_shared.encounter().displayText() : m_visitDate;
-    const Text date = visit.substr(0, visit.find(L','));
-    return date.empty() ? Text(m_kind.name) : Text(m_kind.name) + L' ' + date;
+    return m_visitDate.empty() ? Text(m_kind.name) : Text(m_kind.name) + L' ' + m_visitDate;
 }
 
 // --- Entries that were not saved ---
@@ -289,7 +274,7 @@ void EditorForm::followNotice()
         return;
     theirs->load();
     theirs->Form_Activate();
-    frmCompare comparison(m_originalTexts, entryTexts(*theirs), entryTexts(*this));
+    frmCompare comparison(heading(), m_originalTexts, entryTexts(*theirs), entryTexts(*this));
     m_changedAt.clear();
     noteTextsChanged();
     m_shared.desktop().showModal(comparison);

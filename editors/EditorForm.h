@@ -138,6 +138,8 @@ protected:
     static void noteSingleMatch(TextBox& field, TextView typed, bool isSingle);
     // The name that came with a lookup field's id; empty without an id.
     Text pickedName(const TextBox& field) const;
+    // Its id as leaving the field keeps it: empty if the user has cleared or replaced the name.
+    Text pickedId(const TextBox& field) const { return pickedName(field).empty() ? Text() : field.tag(); }
     // What a lookup field will save: the name as people read it, or that its text has not been looked up yet.
     Explanation explainLookup(const TextBox& field) const;
     // Notes why the program has emptied a field that held a text.
@@ -171,9 +173,8 @@ private:
     void keepEntries(TextView offer);
     void focusRefused(TextView reply);
     bool isForeign() const;
-    bool isOfCurrentVisit() const;
     Text savedText() const;
-    void readHeading();
+    void readCurrentVisit();
     void leaveLookupField(TextBox& field, const LookupField& lookupField);
     void clearUnchosen(TextBox& field, const LookupField& lookupField);
 
@@ -186,6 +187,7 @@ private:
     bool m_saveLost = false; // the user has given up the call that saved
     Text m_patient;
     FormHeading m_heading; // of the patient for whom the form was opened
+    bool m_isOfCurrentVisit = false;
     Text m_visitDate;
     Text m_recordDate;
     std::map<const TextBox*, LookupField> m_lookupFields;

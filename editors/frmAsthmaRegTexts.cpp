@@ -53,7 +53,7 @@ void frmAsthmaReg::addManager(SummaryBuilder& builder) const
     const Text picked = spacedName(pickedName(txtPrv));
     const Text stored = storedManager();
     if (!picked.empty()) {
-        builder.addEntry(L"Case Manager", picked, txtPrv.tag(), m_stored.code(ManagerPlace));
+        builder.addEntry(L"Case Manager", picked, pickedId(txtPrv), m_stored.code(ManagerPlace));
         return;
     }
     builder.add(L"Case Manager", {}, false); // the server keeps the stored one

@@ -86,7 +86,7 @@ SaveSummary frmPediatric::summary()
         if (sent != txt[i].text())
             builder.say(Text(BoxCaptions[i]) + L" is sent in capitals: " + sent + L".");
     }
-    builder.addEntry(L"Mother", spacedName(pickedName(txtPat)), txtPat.tag(), m_stored.code(MotherPiece));
+    builder.addEntry(L"Mother", spacedName(pickedName(txtPat)), pickedId(txtPat), m_stored.code(MotherPiece));
     return builder.take();
 }
 

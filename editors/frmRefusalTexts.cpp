@@ -50,8 +50,8 @@ SaveSummary frmRefusal::summary()
     SummaryBuilder builder(m_stored);
     builder.addDate(L"Date Refused", dateEntered(datRefused), DatePlace);
     const bool isSameType = savedType() == serverType(m_stored[TypePlace]);
-    builder.add(
-        L"", itemOfType(pickedName(txtItem), savedType()), !isSameType || txtItem.tag() != m_stored[ItemNumberPlace]);
+    builder.add(L"", itemOfType(pickedName(txtItem), savedType()),
+        !isSameType || pickedId(txtItem) != m_stored[ItemNumberPlace]);
     builder.addText(L"Comment", savedComment(), m_stored[CommentPlace]);
     return builder.take();
 }

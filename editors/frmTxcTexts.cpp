@@ -25,7 +25,7 @@ SaveSummary frmTxc::summary()
     addInitiated(builder);
     builder.addOption(
         L"Type", opt.chosen() == opt.None ? Text() : opt[static_cast<std::size_t>(opt.chosen())].caption(), TypePiece);
-    builder.addEntry(L"Provider", spacedName(pickedName(txtPrv)), txtPrv.tag(), m_stored.code(ProviderPiece));
+    builder.addEntry(L"Provider", spacedName(pickedName(txtPrv)), pickedId(txtPrv), m_stored.code(ProviderPiece));
     return builder.take();
 }
 

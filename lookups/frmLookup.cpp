@@ -74,6 +74,7 @@ bool frmLookup::RunQuery(int refTable, TextView param, bool autoReturn, TextView
     bool chosen = false;
     m_shared.trap(name(), L"RunQuery", [&] {
         load(); // before the grid is filled, because loading hides it
+        m_heading = m_shared.patientHeading();
         m_cancelled = false;
         chooseTable(refTable);
         if (screen != L"*")

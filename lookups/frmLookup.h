@@ -29,6 +29,7 @@ public:
     void Form_Load() override;
     void Form_Activate() override;
     Arrangement arrangement() override;
+    FormHeading heading() override { return m_heading; }
     Explanation explain(const Control& control) override;
 
     Label lblFirstName;
@@ -70,6 +71,7 @@ private:
     std::vector<LookupColumn> m_columns;
     Text m_screen;
     Text m_searchText;
+    FormHeading m_heading;
     bool m_cancelled = false;
     bool m_singleMatch = false;
     int m_tipRow = -1;

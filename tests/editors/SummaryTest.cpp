@@ -224,6 +224,17 @@ TEST_F(Summaries, OfEmergencyVisits)
         L"45^81^^^^^^^^^^^");
 }
 
+// While the user replaces a name, leaving the field will drop its number.
+TEST_F(Summaries, DropANameThatIsBeingReplaced)
+{
+    host.session->reply(L"MEVBMSR GET", replies::Birth);
+    frmPediatric form(shared);
+    form.Form_Activate();
+    form.moveFocus(form.txtPat);
+    form.txtPat.edit(L"");
+    EXPECT_TRUE(saidToBeSaved(form).ends_with(L"Mother=*"));
+}
+
 // The captions are the list's, in its order; forms may send more than the list shows.
 TEST_F(Summaries, HaveTheCaptionsOfTheList)
 {
