@@ -3,6 +3,7 @@
 #include "platform/controls/Grid.h"
 #include "qt/ArrangementKinds.h"
 #include "qt/ChoiceViews.h"
+#include "qt/ControlViews.h"
 #include "qt/FieldViews.h"
 #include "qt/Hairline.h"
 #include "qt/TextViews.h"
@@ -107,8 +108,6 @@ int FormBuilder::gapInRow(const Arrangement& left, const Arrangement& right) con
         return m_measures.units(isOption(right) ? 8 : 3);
     if (left.kind == Kind::Field)
         return m_measures.formMargin();
-    if (controlOf<UpDown>(right))
-        return 1; // the arrows belong to the field before them
     if (isEllipsis(right) || controlOf<Label>(right) || (controlOf<Button>(left) && controlOf<Button>(right)))
         return m_measures.ellipsisGap();
     return m_measures.explanationGap();
@@ -256,11 +255,17 @@ QLayout* FormBuilder::buildButtons(const Arrangement& row)
     const auto isStretch = [](const Arrangement& child) { return child.kind == Kind::Stretch; };
     if (std::ranges::none_of(row.children, isStretch))
         layout->addStretch();
+    ButtonView* before = nullptr; // the button before Cancel saves
     for (const Arrangement& child : row.children) {
-        if (isStretch(child))
+        if (isStretch(child)) {
             layout->addStretch();
-        else
-            layout->addWidget(widgetFor(child));
+            continue;
+        }
+        if (before && child.control == m_form.cancelButton())
+            before->setFilled(true);
+        QWidget* const widget = widgetFor(child);
+        layout->addWidget(widget);
+        before = dynamic_cast<ButtonView*>(widget);
     }
     return layout;
 }

@@ -30,6 +30,18 @@ constexpr int NameExplanation = 24;
 
 bool takesFocus(const QWidget* widget) { return widget->focusPolicy() != Qt::NoFocus; }
 
+// The arrows of a number stand in its field.
+bool putInside(QWidget* field, QWidget* widget)
+{
+    auto* const line = dynamic_cast<EntryLine*>(field);
+    if (!line || !dynamic_cast<UpDownView*>(widget))
+        return false;
+    line->setInside(*widget);
+    if (line->minimumWidth() == line->maximumWidth())
+        line->setFixedWidth(line->minimumWidth() + line->textMargins().right());
+    return true;
+}
+
 bool isTall(const QWidget* widget)
 {
     return dynamic_cast<const TextAreaView*>(widget) || dynamic_cast<const CheckListView*>(widget);
@@ -68,10 +80,12 @@ void FormBuilder::addControls(QBoxLayout& line, const Arrangement& field, FieldN
             notes.beside().keepCharacters(child.characters);
             continue;
         }
+        QWidget* const widget = widgetFor(child);
+        if (left && putInside(m_widgets.value(left->control), widget))
+            continue;
         if (left)
             line.addSpacing(gapInRow(*left, child));
         left = &child;
-        QWidget* const widget = widgetFor(child);
         line.addWidget(widget);
         m_captions.insert(child.control, field.label);
         if (takesNotes(*child.control))
