@@ -24,7 +24,7 @@ Arrangement frmElder::itemFields(std::size_t first, std::size_t last)
 {
     std::vector<Arrangement> items;
     for (std::size_t i = first; i < last; ++i)
-        items.push_back(field(lbl[i], { wide(cbo[i], i < InstrumentalItems ? 19 : 13), beside(20) }));
+        items.push_back(field(lbl[i], { wide(cbo[i], i < InstrumentalItems ? 19 : 13), beside(24) }));
     return fields(std::move(items));
 }
 

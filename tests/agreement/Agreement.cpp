@@ -173,17 +173,17 @@ QStringList shownValues(const FormDialog& dialog)
 {
     // These options select the file of a lookup; they are saved only with its result.
     static const QStringList filesOfLookups { "Outside &Provider", "&Facility" };
-    std::map<QPair<int, int>, QString> byPlace;
-    for (const QWidget* const widget : dialog.widgets()) {
-        const std::optional<QString> value = entryOn(*widget);
-        if (!value || filesOfLookups.contains(widget->property("text").toString()))
-            continue;
-        const QPoint place = widget->mapTo(&dialog, QPoint());
-        byPlace[{ place.y(), place.x() }] = widget->isEnabled() ? *value : QString(); // disabled ones are not saved
-    }
+    QHash<const QWidget*, const QWidget*> byFocus;
+    for (const QWidget* const widget : dialog.widgets())
+        byFocus.insert(&focused(*widget), widget);
     QStringList values;
-    for (const auto& [place, value] : byPlace)
-        values.append(value);
+    // In the order of Tab: texts beside fields may move them against each other.
+    for (const QWidget* next = dialog.nextInFocusChain(); next != &dialog; next = next->nextInFocusChain()) {
+        const QWidget* const widget = byFocus.value(next);
+        const std::optional<QString> value = widget ? entryOn(*widget) : std::nullopt;
+        if (value && !filesOfLookups.contains(widget->property("text").toString()))
+            values.append(widget->isEnabled() ? *value : QString()); // disabled ones are not saved
+    }
     return values;
 }
 
