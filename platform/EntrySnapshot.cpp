@@ -13,6 +13,8 @@ namespace health {
 
 class EntryReader final : public FieldVisitor {
 public:
+    using FieldVisitor::visit;
+
     explicit EntryReader(std::vector<EntrySnapshot::Entry>& entries)
         : m_entries(entries)
     {
@@ -51,6 +53,8 @@ private:
 
 class EntryWriter final : public FieldVisitor {
 public:
+    using FieldVisitor::visit;
+
     explicit EntryWriter(const std::vector<EntrySnapshot::Entry>& entries)
         : m_next(entries.begin())
     {
@@ -80,6 +84,8 @@ private:
 
 class TypingWriter final : public FieldVisitor {
 public:
+    using FieldVisitor::visit;
+
     explicit TypingWriter(const std::vector<EntrySnapshot::Entry>& entries)
         : m_next(entries.begin())
     {

@@ -24,6 +24,8 @@ Text withoutAccessKey(Text caption)
 // the option.
 class Describer final : public FieldVisitor {
 public:
+    using FieldVisitor::visit;
+
     explicit Describer(Form& form)
         : m_group(form.caption())
     {
