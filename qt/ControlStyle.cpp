@@ -7,6 +7,8 @@
 #include <QAbstractScrollArea>
 #include <QApplication>
 #include <QListView>
+#include <QPainter>
+#include <QRadioButton>
 #include <QStyleFactory>
 #include <QStyleOption>
 

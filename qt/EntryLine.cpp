@@ -42,37 +42,6 @@ QSize EntryLine::sizeOfSample() const
     return { width, QLineEdit::sizeHint().height() };
 }
 
-void EntryLine::setInside(QWidget& widget)
-{
-    m_inside = &widget;
-    widget.setParent(this);
-    makeRoomInside();
-}
-
-void EntryLine::makeRoomInside()
-{
-    if (!m_inside)
-        return;
-    const Measures measures(*this);
-    const QSize size = m_inside->sizeHint();
-    m_inside->setGeometry(
-        width() - size.width() - measures.focusFrame(), (height() - size.height()) / 2, size.width(), size.height());
-    setTextMargins(0, 0, size.width() - measures.u(), 0);
-}
-
-void EntryLine::resizeEvent(QResizeEvent* event)
-{
-    QLineEdit::resizeEvent(event);
-    makeRoomInside();
-}
-
-void EntryLine::changeEvent(QEvent* event)
-{
-    QLineEdit::changeEvent(event);
-    if (event->type() == QEvent::FontChange)
-        makeRoomInside();
-}
-
 QSize EntryLine::sizeHint() const { return m_sample.isEmpty() ? QLineEdit::sizeHint() : sizeOfSample(); }
 
 QSize EntryLine::minimumSizeHint() const { return m_sample.isEmpty() ? QLineEdit::minimumSizeHint() : sizeOfSample(); }

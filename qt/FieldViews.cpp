@@ -116,7 +116,7 @@ UpDownView::UpDownView(UpDown& upDown)
     : Mirror(upDown)
 {
     auto* const layout = new QVBoxLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setContentsMargins(0, 0, Measures(*this).focusFrame(), 0);
     layout->setSpacing(0);
     for (const int step : { 1, -1 }) {
         auto* const arrow = new FieldButton(step > 0 ? Symbol::ChevronUp : Symbol::ChevronDown);
@@ -133,7 +133,7 @@ UpDownView::UpDownView(UpDown& upDown)
 QSize UpDownView::sizeHint() const
 {
     const Measures measures(*this);
-    return { measures.em(), measures.fieldHeight() - 2 * measures.focusFrame() };
+    return { measures.em() + measures.focusFrame(), measures.fieldHeight() - 2 * measures.focusFrame() };
 }
 
 void UpDownView::setSpokenName(const QString& name)

@@ -30,16 +30,18 @@ constexpr int NameExplanation = 24;
 
 bool takesFocus(const QWidget* widget) { return widget->focusPolicy() != Qt::NoFocus; }
 
-// The arrows of a number stand in its field.
-bool putInside(QWidget* field, QWidget* widget)
+// The arrows of a number stand in its field. They lie on it and not in it: a click on them must not move the focus.
+void putInside(QBoxLayout& line, QWidget& field, QWidget& arrows)
 {
-    auto* const line = dynamic_cast<EntryLine*>(field);
-    if (!line || !dynamic_cast<UpDownView*>(widget))
-        return false;
-    line->setInside(*widget);
-    if (line->minimumWidth() == line->maximumWidth())
-        line->setFixedWidth(line->minimumWidth() + line->textMargins().right());
-    return true;
+    auto& entry = dynamic_cast<EntryLine&>(field);
+    entry.setTextMargins(0, 0, arrows.sizeHint().width() - Measures(field).u(), 0);
+    if (entry.minimumWidth() == entry.maximumWidth())
+        entry.setFixedWidth(entry.minimumWidth() + entry.textMargins().right());
+    line.removeWidget(&entry);
+    auto* const both = bare<QGridLayout>();
+    both->addWidget(&entry, 0, 0);
+    both->addWidget(&arrows, 0, 0, Qt::AlignRight | Qt::AlignVCenter);
+    line.addLayout(both);
 }
 
 bool isTall(const QWidget* widget)
@@ -81,8 +83,10 @@ void FormBuilder::addControls(QBoxLayout& line, const Arrangement& field, FieldN
             continue;
         }
         QWidget* const widget = widgetFor(child);
-        if (left && putInside(m_widgets.value(left->control), widget))
+        if (left && dynamic_cast<UpDownView*>(widget)) {
+            putInside(line, *m_widgets.value(left->control), *widget);
             continue;
+        }
         if (left)
             line.addSpacing(gapInRow(*left, child));
         left = &child;
