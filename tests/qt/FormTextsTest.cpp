@@ -118,6 +118,9 @@ TEST_F(FormTextsTest, FaultTakesThePlaceOfTheNoteAndNothingMoves)
         form.txtWeight.edit(L"8");
         QTest::qWait(1);
         EXPECT_EQ(shown(dialog), QStringList({ "= 3.2 kg", "2 to 9 lbs" }));
+        form.said[&form.txtWeight].below.clear();
+        form.noteTextsChanged();
+        QTest::qWait(1);
         EXPECT_EQ(below->mapTo(&dialog, QPoint()), place);
     });
 }
