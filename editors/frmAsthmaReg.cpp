@@ -56,7 +56,7 @@ frmAsthmaReg::frmAsthmaReg(modShared& shared)
 
 Arrangement frmAsthmaReg::arrangement()
 {
-    return column({ fields({ field(lbl[0], { lblStatus, cmdActivate }), field(lbl[1], { dat[0] }),
+    return column({ fields({ field(lbl[0], { strong(lblStatus), cmdActivate }), field(lbl[1], { dat[0] }),
                         field(lbl[2], { dat[1] }), field(lbl[3], { dat[2] }),
                         field(lbl[4], { wide(txtPrv, 28), cmdPrv }), field(lbl[5], { wide(txtComments, 46) }) }),
         buttons({ cmdAdd, cmdCancel }) });

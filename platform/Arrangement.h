@@ -23,6 +23,7 @@ struct Arrangement {
         Stretch, // in Buttons: the children before it stand left
         OnAxis, // the only child begins where the values begin
         OwnAxis, // the only child does not share the axis of the column around it
+        Details, // `control`, a grid of captions and values, without frame; its values begin at the axis
         Help, // `control`, a label with a help text; with `label`, it begins below what follows the label's colon
         Downwards, // children in two columns, read downwards
         Beside, // in Field: keeps room for an explanation of so many `characters`
@@ -33,6 +34,7 @@ struct Arrangement {
     Label* label = nullptr;
     std::vector<Arrangement> children;
     int characters = 0; // 0: as wide as its content
+    bool isStrong = false; // a label in semibold
 
     Arrangement() = default;
     Arrangement(Control& single, int itsCharacters = 0)
@@ -76,6 +78,7 @@ inline Arrangement field(Label& label, std::vector<Arrangement> controls)
 }
 inline Arrangement onAxis(Arrangement child) { return { Arrangement::Kind::OnAxis, { std::move(child) } }; }
 inline Arrangement ownAxis(Arrangement child) { return { Arrangement::Kind::OwnAxis, { std::move(child) } }; }
+inline Arrangement details(Control& grid) { return { Arrangement::Kind::Details, {}, &grid }; }
 inline Arrangement help(Label& text) { return { Arrangement::Kind::Help, {}, &text }; }
 inline Arrangement help(Label& text, Label& above) { return { Arrangement::Kind::Help, {}, &text, &above }; }
 inline Arrangement downwards(std::vector<Arrangement> children)
@@ -86,6 +89,12 @@ inline Arrangement downwards(std::vector<Arrangement> children)
 inline Arrangement wide(Control& control, int characters) { return { control, characters }; }
 // In a row: what the form says beside the control, at the right edge.
 inline Arrangement beside(Control& control) { return { Arrangement::Kind::Beside, {}, &control }; }
+inline Arrangement strong(Label& state)
+{
+    Arrangement single(state);
+    single.isStrong = true;
+    return single;
+}
 inline Arrangement beside(int characters)
 {
     Arrangement room { Arrangement::Kind::Beside, {} };

@@ -52,7 +52,8 @@ void BodyArea::resizeEvent(QResizeEvent* event)
 int BodyArea::heightFor(int width) const
 {
     const QLayout* const layout = m_body->layout();
-    return layout->hasHeightForWidth() ? layout->totalHeightForWidth(width) : layout->totalSizeHint().height();
+    const int bar = leastWidth() > width ? horizontalScrollBar()->sizeHint().height() : 0;
+    return bar + (layout->hasHeightForWidth() ? layout->totalHeightForWidth(width) : layout->totalSizeHint().height());
 }
 
 void BodyArea::show(QWidget& widget, const QWidget* below)

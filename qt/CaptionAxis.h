@@ -2,6 +2,7 @@
 
 #include <QGridLayout>
 #include <QPointer>
+#include <QTableView>
 #include <QWidget>
 
 #include <algorithm>
@@ -20,6 +21,13 @@ public:
             m_captions.append(caption);
     }
 
+    // A table with captions in its first column, whose values begin `gap` right of the axis.
+    void add(QTableView& table, int gap)
+    {
+        m_table = &table;
+        m_tableGap = gap;
+    }
+
     // After captions were added or changed.
     void settle()
     {
@@ -30,11 +38,15 @@ public:
             if (row && row->columnMinimumWidth(0) != widest)
                 row->setColumnMinimumWidth(0, widest);
         }
+        if (m_table)
+            m_table->setColumnWidth(0, widest + m_tableGap);
     }
 
 private:
     QList<QPointer<QGridLayout>> m_rows;
     QList<QPointer<QWidget>> m_captions;
+    QPointer<QTableView> m_table;
+    int m_tableGap = 0;
 };
 
 }

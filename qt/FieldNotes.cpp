@@ -1,6 +1,7 @@
 #include "qt/FieldNotes.h"
 
 #include "qt/Measures.h"
+#include "qt/PressedAtOnce.h"
 #include "qt/ToneLabel.h"
 #include "toolkit/QtText.h"
 
@@ -18,7 +19,7 @@ FieldNotes::FieldNotes()
     , m_below(new QWidget)
     , m_line(new ToneLabel(TypeSize::Note))
     , m_suggestion(new ToneLabel(TypeSize::Note))
-    , m_use(new QPushButton(u"Use"_s))
+    , m_use(new PressedAtOnce<QPushButton>(u"Use"_s))
 {
     auto* const layout = new QHBoxLayout(m_below);
     layout->setContentsMargins(0, 0, 0, 0);

@@ -17,15 +17,13 @@ class QBoxLayout;
 class QGridLayout;
 class QLabel;
 class QLayout;
+class QVBoxLayout;
 
 namespace health {
 
 class FrameView;
 class LabelView;
 class OptionButtonView;
-
-// A thin line between parts of a form.
-QWidget* newHairline();
 
 // Turns a form's arrangement into widgets and layouts, so that forms need no view code.
 class FormBuilder {
@@ -62,13 +60,14 @@ public:
 
 private:
     QLayout* buildPart(const Arrangement& part);
-    QLayout* buildColumn(const std::vector<Arrangement>& children);
+    QVBoxLayout* buildColumn(const std::vector<Arrangement>& children);
     QLayout* buildRow(const Arrangement& row);
     QLayout* buildLine(const Arrangement& row);
     QLayout* buildTable(const Arrangement& row);
     QLayout* buildDownwards(const Arrangement& part);
     QLayout* buildField(const Arrangement& field);
     QLayout* buildSingle(const Arrangement& single);
+    QLayout* buildDetails(const Arrangement& details);
     QLayout* buildHelp(const Arrangement& help);
     QLayout* buildButtons(const Arrangement& row);
     QLayout* buildOnAxis(const Arrangement& part);
@@ -84,6 +83,8 @@ private:
     int gapInColumn(const Arrangement& above, const Arrangement& below) const;
     int gapInRow(const Arrangement& left, const Arrangement& right) const;
     void takeAxis();
+
+    static constexpr int ValueColumn = 2; // of a row at the axis; the gap after the caption is a column too
 
     Form& m_form;
     ViewMaker m_maker;

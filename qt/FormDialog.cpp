@@ -3,6 +3,7 @@
 #include "qt/BodyArea.h"
 #include "qt/ControlViews.h"
 #include "qt/FormTexts.h"
+#include "qt/Hairline.h"
 #include "qt/HeadingStrip.h"
 #include "qt/Measures.h"
 #include "qt/NoticeLine.h"
@@ -39,7 +40,7 @@ FormDialog::FormDialog(Form& form, ViewDesktop& desktop, QWidget* parent)
     , m_builder(form, desktop, *this)
     , m_heading(new HeadingStrip)
     , m_notice(new NoticeLine([this] { m_form.followNotice(); }))
-    , m_summary(new SummaryLine([this] { grow(); }))
+    , m_summary(new SummaryLine([this](bool isOpen) { makeRoomForList(isOpen); }))
 {
     setWindowTitle(toQString(form.caption()));
     setModal(true);
@@ -86,7 +87,7 @@ QWidget* FormDialog::buildFoot(QLayout* buttons)
     auto* const layout = new QVBoxLayout(foot);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
-    layout->addWidget(newHairline());
+    layout->addWidget(new Hairline);
     layout->addLayout(inside);
     auto* const key = new QShortcut(QKeySequence(Qt::Key_F2), this);
     connect(key, &QShortcut::activated, m_summary, &SummaryLine::toggle);
@@ -177,6 +178,16 @@ void FormDialog::grow()
     if (height > this->height())
         resize(width(), height);
     m_body->placeBars();
+}
+
+// The list of what will be saved enlarges the window while it is open.
+void FormDialog::makeRoomForList(bool isOpen)
+{
+    if (isOpen)
+        m_closedHeight = height();
+    else
+        resize(width(), std::min(height(), m_closedHeight));
+    grow();
 }
 
 // --- Texts ---

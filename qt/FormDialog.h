@@ -58,6 +58,7 @@ private:
     void refresh();
     void fit();
     void grow();
+    void makeRoomForList(bool isOpen);
     static void settleLayouts();
     int neededHeight(int width) const;
     QRect room() const;
@@ -81,6 +82,7 @@ private:
     std::unique_ptr<FormTexts> m_texts;
     bool m_started = false;
     bool m_isFitted = false; // to the loaded form; from now on only its height changes
+    int m_closedHeight = 0; // before the list of what will be saved was opened
     bool m_refreshAsked = false;
 };
 

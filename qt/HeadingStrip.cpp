@@ -99,6 +99,7 @@ private:
 HeadingStrip::HeadingStrip()
 {
     setTextFormat(Qt::PlainText);
+    setWordWrap(true); // else the label gives up its height for a width with each text
     QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Preferred);
     policy.setHeightForWidth(true);
     setSizePolicy(policy);

@@ -1,6 +1,7 @@
 #include "qt/NoticeLine.h"
 
 #include "qt/Measures.h"
+#include "qt/PressedAtOnce.h"
 #include "qt/ToneLabel.h"
 #include "toolkit/QtText.h"
 
@@ -11,7 +12,7 @@ namespace health {
 
 NoticeLine::NoticeLine(std::function<void()> follow)
     : m_text(new ToneLabel(TypeSize::Saved))
-    , m_button(new QPushButton)
+    , m_button(new PressedAtOnce<QPushButton>)
 {
     m_button->setFont(scaled(font(), TypeSize::Saved));
     m_button->setAutoDefault(false);

@@ -42,11 +42,12 @@ QString captionOf(const SaveSummary::Part& part)
 
 }
 
-SummaryLine::SummaryLine(std::function<void()> toggled)
+SummaryLine::SummaryLine(std::function<void(bool isOpen)> toggled)
     : m_toggled(std::move(toggled))
 {
     setFont(scaled(font(), TypeSize::Saved));
     setTextFormat(Qt::PlainText);
+    setWordWrap(true); // else the label gives up its height for a width with each text
     setAccessibleName(u"Will be saved"_s);
     setToolTip(u"Show all values (F2)"_s);
     QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Preferred);
@@ -76,7 +77,7 @@ void SummaryLine::toggle()
     announce(*this);
     updateGeometry();
     update();
-    m_toggled();
+    m_toggled(m_isOpen);
 }
 
 void SummaryLine::mousePressEvent(QMouseEvent* event)

@@ -14,7 +14,7 @@ class RunFlow;
 class SummaryLine : public QLabel {
 public:
     // `toggled` is called after the list was opened or closed.
-    explicit SummaryLine(std::function<void()> toggled);
+    explicit SummaryLine(std::function<void(bool isOpen)> toggled);
 
     // Does nothing if neither differs. `fault` replaces the summary: "CAPTION: message".
     void show(const SaveSummary& summary, const QString& fault);
@@ -37,7 +37,7 @@ private:
     int lineHeight() const;
     QString spoken() const;
 
-    std::function<void()> m_toggled;
+    std::function<void(bool)> m_toggled;
     SaveSummary m_summary;
     QString m_fault;
     bool m_isOpen = false;

@@ -79,7 +79,7 @@ void ToneLabel::keepCharacters(int characters)
     updateGeometry();
 }
 
-int ToneLabel::symbolWidth() const { return m_tone == Tone::Quiet || text().isEmpty() ? 0 : Measures(*this).ems(0.95); }
+int ToneLabel::symbolWidth() const { return m_tone == Tone::Quiet || text().isEmpty() ? 0 : Measures(*this).ems(1.1); }
 
 int ToneLabel::textWidth() const { return text().isEmpty() ? 0 : fontMetrics().horizontalAdvance(text()) + 1; }
 
