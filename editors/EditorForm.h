@@ -134,6 +134,19 @@ protected:
     bool lookUp(TextBox& field, int table);
     // Puts a name and its id into a lookup field.
     void setPicked(TextBox& field, TextView name, TextView id);
+    // Notes that the server found one match only, which was therefore taken without a question.
+    static void noteSingleMatch(TextBox& field, TextView typed, bool isSingle);
+    // The name that came with a lookup field's id; empty without an id.
+    Text pickedName(const TextBox& field) const;
+    // Its id as leaving the field keeps it: empty if the user has cleared or replaced the name.
+    Text pickedId(const TextBox& field) const { return pickedName(field).empty() ? Text() : field.tag(); }
+    // What a lookup field will save: the name as people read it, or that its text has not been looked up yet.
+    Explanation explainLookup(const TextBox& field) const;
+    // Notes why the program has emptied a field that held a text.
+    static void noteRemoved(Control& field, TextView removed, TextView why);
+    static constexpr TextView NothingChosen = L"nothing was chosen";
+    // The date that leaving the field makes of its text.
+    Text dateEntered(const mevZvDate& date) const { return date.understood(date.shown(), m_shared.desktop().now()); }
 
     modShared& m_shared;
     DateRules m_dateRules;
@@ -160,10 +173,10 @@ private:
     void keepEntries(TextView offer);
     void focusRefused(TextView reply);
     bool isForeign() const;
-    bool isOfCurrentVisit() const;
     Text savedText() const;
-    void readHeading();
+    void readCurrentVisit();
     void leaveLookupField(TextBox& field, const LookupField& lookupField);
+    void clearUnchosen(TextBox& field, const LookupField& lookupField);
 
     const RecordKind m_kind;
     EntrySnapshot m_original; // the fields as the record was read
@@ -174,9 +187,10 @@ private:
     bool m_saveLost = false; // the user has given up the call that saved
     Text m_patient;
     FormHeading m_heading; // of the patient for whom the form was opened
+    bool m_isOfCurrentVisit = false;
     Text m_visitDate;
     Text m_recordDate;
-    std::map<TextBox*, LookupField> m_lookupFields;
+    std::map<const TextBox*, LookupField> m_lookupFields;
     Button* m_save = nullptr;
     bool m_activating = false; // activation can be re-entered while a nested dialog closes
     bool m_activated = false;

@@ -54,10 +54,10 @@ frmAsthmaReg::frmAsthmaReg(modShared& shared)
 
 Arrangement frmAsthmaReg::arrangement()
 {
-    return column(
-        { fields({ field(lbl[0], { lblStatus, cmdActivate }), field(lbl[1], { dat[0] }), field(lbl[2], { dat[1] }),
-              field(lbl[3], { dat[2] }), field(lbl[4], { txtPrv, cmdPrv }), field(lbl[5], { txtComments }) }),
-            buttons({ cmdAdd, cmdCancel }) });
+    return column({ fields({ field(lbl[0], { lblStatus, cmdActivate }), field(lbl[1], { dat[0] }),
+                        field(lbl[2], { dat[1] }), field(lbl[3], { dat[2] }),
+                        field(lbl[4], { wide(txtPrv, 28), cmdPrv }), field(lbl[5], { wide(txtComments, 46) }) }),
+        buttons({ cmdAdd, cmdCancel }) });
 }
 
 void frmAsthmaReg::activate()
@@ -76,6 +76,7 @@ void frmAsthmaReg::LoadReg()
     const Text reply = m_shared.CallRpc(L"MEVVAST GETREG", patient());
     if (!reply.empty() && !m_shared.CheckRpcError(reply, L"")) {
         const LinePieces pieces(reply);
+        m_stored.read(pieces);
         setStatus(properCase(displayPart(pieces[2])));
         PieceNumber piece = 3;
         for (mevZvDate& field : dat) {
@@ -85,7 +86,8 @@ void frmAsthmaReg::LoadReg()
         // Intended: without the manager's id, which is sent only if the manager was looked up in this form.
         txtPrv.setText(spacedName(displayPart(pieces[6])));
     }
-    txtComments.setText(replaced(registryNote(m_shared, patient()), LineBreak, L" "));
+    m_storedNote = registryNote(m_shared, patient());
+    txtComments.setText(replaced(m_storedNote, LineBreak, L" "));
 }
 
 // Intended: saving makes the patient active in the registry, regardless of the status.

@@ -1,5 +1,6 @@
 #include "editors/frmRepHist.h"
 
+#include "editors/ExplanationTexts.h"
 #include "editors/DueDate.h"
 #include "text/Conversions.h"
 #include "text/Letters.h"
@@ -86,14 +87,12 @@ void frmRepHist::setCaptions()
 
 void frmRepHist::bindEvents()
 {
-    static constexpr std::array<TextView, CountBoxes> tips { L"Gravidity", L"Parity", L"Living Children",
-        L"Spontaneous Abortions", L"Therapeutic Abortions" };
     for (std::size_t i = 0; i < CountBoxes; ++i) {
         txNumRH[i].GotFocus = trapped(L"txNumRH_GotFocus",
             [this, i] { m_valueOnFocus[i] = static_cast<short>(roundToWhole(numberIn(txNumRH[i]))); });
         txNumRH[i].Changed = trapped(L"txNumRH_Change", [this, i] { txNumRH_Change(i); });
         txNumRH[i].KeyPress = trapped(L"txNumRH_KeyPress", [this, i](wchar_t& key) { txNumRH_KeyPress(i, key); });
-        txNumRH[i].MouseMove = trapped(L"txNumRH_MouseMove", [this, i] { txNumRH[i].setToolTip(tips[i]); });
+        txNumRH[i].MouseMove = trapped(L"txNumRH_MouseMove", [this, i] { txNumRH[i].setToolTip(CountNames[i]); });
         udNumRH[i].ValueChanged =
             trapped(L"udNumRH_Change", [this, i] { txNumRH[i].setText(wholeText(udNumRH[i].value())); });
     }
@@ -117,14 +116,15 @@ Arrangement frmRepHist::arrangement()
 {
     std::vector<Arrangement> counts;
     for (std::size_t i = 0; i < CountBoxes; ++i)
-        counts.push_back(field(lblFP[i], { txNumRH[i], udNumRH[i] }));
+        counts.push_back(field(lblFP[i], { wide(txNumRH[i], 2), udNumRH[i] }));
     return column(
         { frame(fraWH,
-              column({ row(std::move(counts)), line(),
-                  fields({ field(lbl[0], { datLMP }), field(lbl[2], { cboFP }), field(lbl[1], { datFP }) }), line(),
-                  chkPregnant,
+              column({ row(std::move(counts)), space(),
+                  fields({ field(lbl[0], { datLMP }), field(lbl[2], { wide(cboFP, 22) }), field(lbl[1], { datFP }) }),
+                  space(), onAxis(chkPregnant),
                   frame(fraPregnant,
-                      fields({ field(lblPreg[0], { datDelivery }), field(lblPreg[1], { cboEstMethod }) })) })),
+                      fields(
+                          { field(lblPreg[0], { datDelivery }), field(lblPreg[1], { wide(cboEstMethod, 22) }) })) })),
             buttons({ cmdAdd, cmdCancel }) });
 }
 
@@ -184,6 +184,7 @@ void frmRepHist::LoadRepHist()
             ExpectedCall { ExpectedCall::Form::OneText, L"MEVREP GET", patient(), ExpectedCall::Purpose::Editor } });
     const Text reply = m_shared.CallRpc(L"MEVREP GET", patient());
     if (m_shared.CheckRpcError(reply, L"Error Loading Reproductive Factors")) {
+        m_unread = true;
         SetWomensHealthEnabled(false);
         return;
     }
@@ -207,6 +208,7 @@ void frmRepHist::clearFields()
 void frmRepHist::showRecord(const Text& reply)
 {
     const LinePieces pieces(reply);
+    m_stored.read(pieces);
     showCounts(upperCase(pieces[1]));
     showDate(datLMP, pieces[2]);
     SelectComboItem(cboFP, pieces[3]);
@@ -311,6 +313,10 @@ void frmRepHist::txNumRH_Change(std::size_t index)
     if (isCount && count == entered)
         return;
     box.setText(wholeText(upDown.value()));
+    if (entered > upDown.maximum())
+        box.setNote(L"Counts go up to " + wholeText(upDown.maximum()) + L".");
+    else if (!text.empty())
+        box.setNote(quoted(text) + L" is not a count: it consists of digits only.");
     if (text.empty() || count != entered)
         box.selectAll();
 }

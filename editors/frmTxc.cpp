@@ -28,6 +28,7 @@ frmTxc::frmTxc(modShared& shared)
     opt[0].setCaption(L"Pain");
     opt[1].setCaption(L"Mental Health");
     fraTypes.hold({ &opt[0], &opt[1] });
+    opt.Click = [this](int) { opt[0].setFault({}); }; // which asks for a choice
     lbl[0].setCaption(L"Date Initiated");
     lbl[1].setCaption(L"Provider");
     bindLookup(txtPrv, cmdPrv, TypedOver::KeepsId, Unnamed::IsRefused,
@@ -40,8 +41,9 @@ frmTxc::frmTxc(modShared& shared)
 
 Arrangement frmTxc::arrangement()
 {
-    return column({ frame(fraTypes, row({ opt[0], opt[1] })),
-        fields({ field(lbl[0], { datInit }), field(lbl[1], { txtPrv, cmdPrv }) }), buttons({ cmdAdd, cmdCancel }) });
+    return column({ onAxis(frame(fraTypes, row({ opt[0], opt[1] }))),
+        fields({ field(lbl[0], { datInit }), field(lbl[1], { wide(txtPrv, 28), cmdPrv }) }),
+        buttons({ cmdAdd, cmdCancel }) });
 }
 
 void frmTxc::Form_Load()
@@ -73,6 +75,7 @@ void frmTxc::LoadTXC()
 void frmTxc::showRecord(TextView line)
 {
     const LinePieces pieces(line);
+    m_stored.read(pieces);
     setVisitDate(pieces[3]);
     const TextView code = codePart(pieces[4]);
     for (std::size_t i = 0; i < TypeCodes.size(); ++i) {
@@ -91,6 +94,12 @@ void frmTxc::datInit_NewDateEntered()
         refuseDate(datInit, why, dateText(m_shared.desktop().now()), L"The date is today's.");
 }
 
+void frmTxc::fillDate()
+{
+    datInit.setValue(defaultDateText(m_shared.desktop().now()));
+    datInit.setNote(L"The date was empty: this is the present one.");
+}
+
 void frmTxc::cmdAdd_Click()
 {
     if (txtPrv.tag().empty()) {
@@ -98,7 +107,7 @@ void frmTxc::cmdAdd_Click()
         return;
     }
     if (datInit.isEmpty())
-        datInit.setValue(defaultDateText(m_shared.desktop().now()));
+        fillDate();
     if (opt.chosen() == opt.None) {
         askFor(opt[0], L"You must select the type of contract, PAIN or MENTAL HEALTH.", L"Type Missing");
         return;

@@ -26,7 +26,7 @@ void CalendarButton::paintEvent(QPaintEvent*)
 {
     const Measures measures(*this);
     const double side = measures.ems(0.78);
-    const Tone tone = underMouse() || isDown() ? Tone::Text : Tone::Quiet;
+    const Tone tone = underMouse() || isDown() ? Tone::Words : Tone::Quiet;
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.translate((width() - side) / 2, (height() - side) / 2);

@@ -5,7 +5,7 @@
 namespace health {
 
 CalendarColours::CalendarColours(const QPalette& palette)
-    : day(colourOf(Tone::Text, palette))
+    : day(colourOf(Tone::Words, palette))
     , refusedDay(fadedColourOf(Tone::Quiet, palette))
     , currentDay(palette.color(QPalette::Active, QPalette::HighlightedText))
     , fill(colourOf(Tone::Highlight, palette))

@@ -5,9 +5,9 @@
 
 #include <QComboBox>
 
-class QToolButton;
-
 namespace health {
+
+class FieldButton;
 
 // Mirrors a drop-down list. The mouse wheel changes it only while it has the focus (see WheelGuard).
 class ComboBoxView : public Mirror<QComboBox, ComboBox> {
@@ -27,7 +27,7 @@ private:
     void choose(int index);
     void makeClearButton();
 
-    QToolButton* m_clear = nullptr; // in an emptiable list
+    FieldButton* m_clear = nullptr; // in an emptiable list
 };
 
 }

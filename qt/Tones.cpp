@@ -49,7 +49,7 @@ public:
     QColor make(Tone tone) const
     {
         switch (tone) {
-        case Tone::Text:
+        case Tone::Words:
             return m_text;
         case Tone::Quiet:
             return towardsText(m_base, QuietContrast, surfaces());
@@ -116,7 +116,7 @@ private:
         const float start = from == target ? 1 - target : from; // from the background's end of the scale
         return firstWith(least, surfaces(), [&](double part) {
             const float lightness = start + (target - start) * static_cast<float>(part);
-            return QColor::fromHslF(seed.hslHueF(), seed.hslSaturationF(), lightness).toRgb();
+            return QColor(QColor::fromHslF(seed.hslHueF(), seed.hslSaturationF(), lightness).rgb());
         });
     }
 

@@ -9,7 +9,7 @@ namespace health {
 
 enum class Tone {
     // For words and marks. Readable on Base, on Window and on the selection's tint.
-    Text,
+    Words,
     Quiet, // captions, separators, explanations
     Visit, // values of the current visit, and its bar
     VisitCaption,

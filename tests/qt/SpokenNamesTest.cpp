@@ -78,7 +78,7 @@ TEST(SpokenNames, StateIsSpokenToo)
         field->setFocus();
         QFocusEvent focus(QEvent::FocusIn);
         QCoreApplication::sendEvent(field, &focus);
-        EXPECT_EQ(QAccessible::queryAccessibleInterface(field)->text(QAccessible::Description), "Gravidity");
+        EXPECT_EQ(QAccessible::queryAccessibleInterface(field)->text(QAccessible::Description), "Gravidity, 0 to 99");
     });
     // The choices and their states.
     forms.show<frmInf>([](QWidget& window) {

@@ -46,7 +46,7 @@ TEST(Tones, AreReadableOnEveryDesktop)
         const QColor base = palette.color(QPalette::Base);
         const QColor window = palette.color(QPalette::Window);
         const QColor tint = colourOf(Tone::SelectionTint, palette);
-        for (const Tone tone : { Tone::Text, Tone::Quiet, Tone::Visit, Tone::VisitCaption, Tone::News, Tone::Caution,
+        for (const Tone tone : { Tone::Words, Tone::Quiet, Tone::Visit, Tone::VisitCaption, Tone::News, Tone::Caution,
                  Tone::Error, Tone::Good })
             EXPECT_GE(least(tone, palette, { base, window, tint }), ReadableContrast) << static_cast<int>(tone);
         EXPECT_GE(least(Tone::Visit, palette, { base, window, tint }), 6);
