@@ -160,7 +160,7 @@ QSize ControlStyle::sizeFromContents(
     case CT_CheckBox:
         return choiceSize(contents, measures);
     case CT_PushButton:
-        return buttonSize(*option, contents, measures);
+        return buttonSize(*option, contents, measures).grownBy(widget->contentsMargins());
     default:
         return QProxyStyle::sizeFromContents(type, option, contents, widget);
     }
@@ -243,7 +243,7 @@ void ControlStyle::drawControl(
     else if (button && (element == CE_RadioButton || element == CE_CheckBox))
         drawChoiceButton(*button, *painter, *widget);
     else if (button && element == CE_PushButtonBevel)
-        drawButton(*painter, option->rect, *widget, lookOf(*option, *widget));
+        drawButton(*painter, widget->contentsRect(), *widget, lookOf(*option, *widget));
     else if (button && element == CE_PushButtonLabel)
         drawButtonLabel(*button, *painter, *widget);
     else if (const auto* const list = qstyleoption_cast<const QStyleOptionComboBox*>(option);
@@ -296,7 +296,7 @@ void ControlStyle::drawButtonLabel(const QStyleOptionButton& option, QPainter& p
     QPalette palette = option.palette;
     palette.setColor(QPalette::ButtonText, buttonInk(option.palette, lookOf(option, widget)));
     const int flags = int { Qt::AlignCenter } | mnemonicFlag(option, widget);
-    drawItemText(&painter, option.rect, flags, palette, true, option.text, QPalette::ButtonText);
+    drawItemText(&painter, widget.contentsRect(), flags, palette, true, option.text, QPalette::ButtonText);
 }
 
 void ControlStyle::drawAnswer(const QStyleOptionComboBox& option, QPainter& painter, const QWidget& widget) const

@@ -9,6 +9,7 @@
 #include <QEvent>
 #include <QTimer>
 
+#include <algorithm>
 #include <utility>
 
 namespace health {
@@ -54,8 +55,9 @@ void ButtonView::paintEvent(QPaintEvent* event)
     Mirror::paintEvent(event);
     const Measures measures(*this);
     const int side = measures.ems(0.5);
-    const int caption = fontMetrics().size(Qt::TextShowMnemonic, text()).width();
-    const QRect place(width() / 2 - caption / 2 - measures.units(0.5) - side, (height() - side) / 2, side, side);
+    const int room = (width() - fontMetrics().size(Qt::TextShowMnemonic, text()).width()) / 2;
+    const int gap = std::min(measures.units(1.5), (room - side) / 2);
+    const QRect place(room - gap - side, contentsRect().center().y() - side / 2, side, side);
     QPainter painter(this);
     const Look look { .enabled = isEnabled(), .filled = property(FilledProperty).toBool() };
     m_busy->paint(painter, place, buttonInk(palette(), look));

@@ -122,7 +122,7 @@ UpDownView::UpDownView(UpDown& upDown)
         auto* const arrow = new FieldButton(step > 0 ? Symbol::ChevronUp : Symbol::ChevronDown);
         m_arrows.append(arrow);
         arrow->setAutoRepeat(true);
-        arrow->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Expanding); // each takes half the height
+        arrow->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Ignored); // half of the height, whatever it is
         connect(arrow, &FieldButton::clicked, this, [this, step] { m_control.step(step); });
         layout->addWidget(arrow);
     }

@@ -1,6 +1,7 @@
 #include "qt/PanelView.h"
 
 #include "control/kalmevRepHistCtrl.h"
+#include "qt/Measures.h"
 #include "qt/Scale.h"
 #include "qt/ViewDesktop.h"
 
@@ -57,8 +58,10 @@ void PanelView::setNaturalSizes()
             { control.place().left, control.place().top, scale.twips(size.width()), scale.twips(size.height()) });
     };
     QSize button;
-    for (const ButtonView& view : m_buttons)
+    for (ButtonView& view : m_buttons) {
+        view.setContentsMargins(0, 0, 0, Measures(*this).u()); // the prescribed distance is that of frames with shadows
         button = button.expandedTo(view.sizeHint());
+    }
     for (Button& command : m_control.cmd)
         place(command, button);
     place(m_control.imgIcon, m_icon.sizeHint());
