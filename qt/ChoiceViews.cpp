@@ -2,6 +2,7 @@
 
 #include "qt/OutlineStyle.h"
 #include "toolkit/QtText.h"
+#include "toolkit/SpokenItems.h"
 
 #include <QScopedValueRollback>
 
@@ -59,6 +60,7 @@ CheckListView::CheckListView(CheckList& list)
 {
     OutlineStyle::giveTo(*this);
     setHorizontalScrollMode(ScrollPerPixel);
+    new SpokenItems(*this);
     mirrorItems();
     connect(this, &QListWidget::itemChanged, this, [this](QListWidgetItem* item) {
         if (m_mirroring)

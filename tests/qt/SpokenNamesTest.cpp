@@ -3,6 +3,7 @@
 
 #include <QAccessible>
 #include <QCalendarWidget>
+#include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -92,6 +93,44 @@ TEST(SpokenNames, StateIsSpokenToo)
         EXPECT_EQ(node->child(2)->text(QAccessible::Name), "1/2 Breast & 1/2 Formula");
         EXPECT_FALSE(node->child(3)->state().checked);
         EXPECT_TRUE(node->child(4)->state().checked);
+    });
+}
+
+TEST(SpokenNames, AnswerOfADropDownListIsDescribed)
+{
+    ShownForms forms;
+    forms.show<frmAsthma>([](QWidget& window) {
+        auto* const list = window.findChild<QComboBox*>();
+        const auto description = [&] { return list->accessibleDescription(); };
+        QTest::keyClick(list, Qt::Key_Down);
+        ASSERT_FALSE(list->currentText().isEmpty());
+        EXPECT_TRUE(description().startsWith(list->currentText() + ". Delete clears")) << qPrintable(description());
+        QTest::keyClick(list, Qt::Key_Delete);
+        EXPECT_FALSE(description().contains("Delete clears")) << qPrintable(description());
+    });
+}
+
+QStringList spokenFocus; // the names of the items that received it
+
+TEST(SpokenNames, CurrentItemIsSpokenWhenItsListGetsTheFocus)
+{
+    spokenFocus.clear();
+    ShownForms forms;
+    forms.show<frmInf>([](QWidget& window) {
+        auto* const list = window.findChild<QListWidget*>();
+        list->setCurrentRow(3);
+        const bool wasActive = QAccessible::isActive();
+        QAccessible::setActive(true);
+        const auto before = QAccessible::installUpdateHandler([](QAccessibleEvent* event) {
+            if (event->type() == QAccessible::Focus && event->accessibleInterface())
+                spokenFocus.append(event->accessibleInterface()->text(QAccessible::Name));
+        });
+        list->clearFocus();
+        list->setFocus();
+        QTest::qWait(1);
+        QAccessible::installUpdateHandler(before);
+        QAccessible::setActive(wasActive);
+        EXPECT_EQ(spokenFocus.value(spokenFocus.size() - 1), list->item(3)->text());
     });
 }
 
