@@ -1,5 +1,6 @@
 #include "editors/EditorForm.h"
 
+#include "editors/ExplanationTexts.h"
 #include "editors/frmCompare.h"
 #include "lookups/frmLookup.h"
 #include "platform/FlagScope.h"
@@ -59,7 +60,8 @@ void EditorForm::Form_Activate()
         return;
     trap(L"Form_Activate", [this] {
         patient();
-        readHeading();
+        m_heading = m_shared.patientHeading();
+        readCurrentVisit();
         activate();
     });
     m_activated = true;
@@ -78,16 +80,12 @@ const Text& EditorForm::patient()
 
 // --- The heading ---
 
-void EditorForm::readHeading()
+void EditorForm::readCurrentVisit()
 {
-    const Patient& selected = m_shared.patient();
-    m_heading.name = selected.displayName();
-    if (m_heading.name.empty() || m_patient == L"0")
-        return;
-    for (const Text& detail : { L"No. " + m_patient, selected.sex(), selected.displayAge() }) {
-        if (!detail.empty())
-            m_heading.details.push_back(detail);
-    }
+    const Encounter& encounter = m_shared.encounter();
+    m_isOfCurrentVisit = !visitNumber().empty() && visitNumber() == wholeText(encounter.visitNumber());
+    if (m_isOfCurrentVisit)
+        m_visitDate = pieceView(encounter.displayText(), L",", 1);
 }
 
 void EditorForm::setVisitDate(TextView piece)
@@ -98,11 +96,6 @@ void EditorForm::setVisitDate(TextView piece)
         m_visitDate = replaced(date, L"@", L" ");
 }
 
-bool EditorForm::isOfCurrentVisit() const
-{
-    return !visitNumber().empty() && visitNumber() == wholeText(m_shared.encounter().visitNumber());
-}
-
 FormHeading EditorForm::heading()
 {
     FormHeading heading = m_heading;
@@ -111,15 +104,12 @@ FormHeading EditorForm::heading()
             + (heading.name.empty() ? Text() : L" This form belongs to " + heading.name + L".");
     if (heading.name.empty())
         return heading;
-    if (visitNumber().empty() || isOfCurrentVisit()) {
-        heading.visit = m_shared.encounter().displayText();
-        heading.visitKind = isOfCurrentVisit() ? FormHeading::Visit::Current : FormHeading::Visit::Unknown;
-    } else {
-        heading.visit = m_visitDate;
+    if (m_isOfCurrentVisit) {
+        heading.visitKind = FormHeading::Visit::Current;
+    } else if (!visitNumber().empty()) {
+        heading.visit = m_visitDate.empty() ? Text() : L"Visit " + m_visitDate;
         heading.visitKind = FormHeading::Visit::Other;
     }
-    if (!heading.visit.empty())
-        heading.visit.insert(0, L"Visit ");
     if (!m_recordDate.empty())
         heading.record = L"Record of " + m_recordDate;
     return heading;
@@ -130,6 +120,11 @@ Explanation EditorForm::explain(const Control& field)
     if (const auto* const date = dynamic_cast<const mevZvDate*>(&field))
         return explainDate(*date);
     return explainEntry(field);
+}
+
+Explanation EditorForm::explainDate(const mevZvDate& date)
+{
+    return m_dateRules.explain(date, m_shared.desktop().now());
 }
 
 // --- Reading and saving ---
@@ -200,11 +195,7 @@ void EditorForm::closeSaved()
 // "Asthma Status 11/21/2026 08:15"; the date is the visit's, if the record belongs to one.
 Text EditorForm::savedText() const
 {
-    if (visitNumber().empty())
-        return Text(m_kind.name);
-    const Text visit = isOfCurrentVisit() ? m_shared.encounter().displayText() : m_visitDate;
-    const Text date = visit.substr(0, visit.find(L','));
-    return date.empty() ? Text(m_kind.name) : Text(m_kind.name) + L' ' + date;
+    return m_visitDate.empty() ? Text(m_kind.name) : Text(m_kind.name) + L' ' + m_visitDate;
 }
 
 // --- Entries that were not saved ---
@@ -283,7 +274,7 @@ void EditorForm::followNotice()
         return;
     theirs->load();
     theirs->Form_Activate();
-    frmCompare comparison(m_originalTexts, entryTexts(*theirs), entryTexts(*this));
+    frmCompare comparison(heading(), m_originalTexts, entryTexts(*theirs), entryTexts(*this));
     m_changedAt.clear();
     noteTextsChanged();
     m_shared.desktop().showModal(comparison);
@@ -295,9 +286,17 @@ void EditorForm::refuse(Control& field, TextView message, TextView title)
     field.setFault(message);
 }
 
+void EditorForm::refuseDate(mevZvDate& date, const DateRefusal& why, TextView replacement, TextView remark)
+{
+    refuse(date, why.message, why.title);
+    date.setValue(replacement);
+    date.setFault(Text(why.message) + L' ' + Text(remark));
+}
+
 void EditorForm::askFor(Control& missing, TextView text, TextView title)
 {
     m_shared.WarningBox(text, title);
+    missing.setFault(text);
     setFocus(missing);
 }
 
@@ -331,6 +330,7 @@ void EditorForm::leaveLookupField(TextBox& field, const LookupField& lookupField
     const bool hasName = lookupField.typedOver == TypedOver::KeepsId && !lookupField.picked.empty();
     if (field.text().empty() || (typedOver && !hasName)) {
         field.setTag({});
+        noteTextsChanged();
     } else if (typedOver && !field.tag().empty()) {
         field.setText(lookupField.picked);
         field.setNote(
@@ -338,31 +338,78 @@ void EditorForm::leaveLookupField(TextBox& field, const LookupField& lookupField
         withholdPress(); // so that the user sees whose number is saved
         return;
     }
-    const bool unresolved = !field.text().empty() && field.tag().empty();
-    if (unresolved && field.text() != lookupField.searched)
+    clearUnchosen(field, lookupField);
+}
+
+// Looks up a text that has no id, and clears the field if it remains without.
+void EditorForm::clearUnchosen(TextBox& field, const LookupField& lookupField)
+{
+    const Text typed = field.text();
+    if (typed.empty() || !field.tag().empty())
+        return;
+    if (typed != lookupField.searched)
         lookupField.lookup();
-    if (!unresolved || !field.tag().empty())
+    if (!field.tag().empty())
         return;
     field.setText({});
+    noteRemoved(field, typed, NothingChosen);
     if (lookupField.unnamed == Unnamed::IsSaved)
         withholdPress();
 }
 
 bool EditorForm::lookUp(TextBox& field, int table)
 {
+    const Text typed = field.text();
     frmLookup lookup(m_shared);
-    if (!lookup.RunQuery(table, field.text(), true, L"*"))
+    if (!lookup.RunQuery(table, typed, true, L"*"))
         return false;
     setPicked(field, lookup.m_sRecId.empty() ? Text() : lookup.m_sName, lookup.m_sRecId);
+    noteSingleMatch(field, typed, lookup.tookSingleMatch());
     return true;
+}
+
+void EditorForm::noteSingleMatch(TextBox& field, TextView typed, bool isSingle)
+{
+    if (isSingle && !typed.empty() && !equalIgnoringCase(typed, field.text()))
+        field.setNote(L"The only match for " + quoted(typed) + L".");
 }
 
 void EditorForm::setPicked(TextBox& field, TextView name, TextView id)
 {
     field.setNote({});
+    field.setFault({});
     field.setText(name);
     field.setTag(id);
     m_lookupFields[&field].picked = field.text();
+    noteTextsChanged();
+}
+
+Text EditorForm::pickedName(const TextBox& field) const
+{
+    const auto found = m_lookupFields.find(&field);
+    if (field.tag().empty() || found == m_lookupFields.end())
+        return {};
+    const LookupField& own = found->second;
+    const bool isReplaced = own.typedOver == TypedOver::ClearsId && field.text() != own.picked;
+    return field.text().empty() || isReplaced ? Text() : own.picked;
+}
+
+Explanation EditorForm::explainLookup(const TextBox& field) const
+{
+    const Text name = pickedName(field);
+    if (field.text().empty())
+        return {};
+    if (name.empty())
+        return besideField(L"not looked up yet");
+    if (name != field.text())
+        return besideField(L"still " + spacedName(name), Tone::Caution);
+    return besideField(spacedName(name), Tone::Good);
+}
+
+void EditorForm::noteRemoved(Control& field, TextView removed, TextView why)
+{
+    if (!removed.empty())
+        field.setNote(quoted(removed) + L" was removed: " + Text(why) + L".");
 }
 
 // --- Texts ---

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "editors/DateRules.h"
 #include "platform/EntrySnapshot.h"
 #include "platform/EntryTexts.h"
 #include "platform/Form.h"
@@ -63,12 +64,16 @@ protected:
     // The date of an existing record that has no visit, for the heading.
     void setRecordDate(TextView date) { m_recordDate = date; }
     // What the form says about a date, and about any other field.
-    virtual Explanation explainDate(const mevZvDate&) { return {}; }
+    virtual Explanation explainDate(const mevZvDate& date);
     virtual Explanation explainEntry(const Control&) { return {}; }
     // The field that a refusal of the server is about, null if that is unknown. A refused save moves the focus there.
     virtual Control* fieldOf(TextView) { return nullptr; }
     // Shows why an entry is refused, in a box and then beside the field until its next entry.
     void refuse(Control& field, TextView message, TextView title);
+    // The same for a date, which another text then replaces; `remark` says so beside the field.
+    void refuseDate(mevZvDate& date, const DateRefusal& why, TextView replacement, TextView remark);
+    // Why the rule of the field refuses its value; no message if it accepts the value.
+    DateRefusal judged(const mevZvDate& date) const { return m_dateRules.judged(date, m_shared.desktop().now()); }
 
     // Called on the first activation only, not when the user returns from a dialog.
     virtual void activate() = 0;
@@ -129,8 +134,22 @@ protected:
     bool lookUp(TextBox& field, int table);
     // Puts a name and its id into a lookup field.
     void setPicked(TextBox& field, TextView name, TextView id);
+    // Notes that the server found one match only, which was therefore taken without a question.
+    static void noteSingleMatch(TextBox& field, TextView typed, bool isSingle);
+    // The name that came with a lookup field's id; empty without an id.
+    Text pickedName(const TextBox& field) const;
+    // Its id as leaving the field keeps it: empty if the user has cleared or replaced the name.
+    Text pickedId(const TextBox& field) const { return pickedName(field).empty() ? Text() : field.tag(); }
+    // What a lookup field will save: the name as people read it, or that its text has not been looked up yet.
+    Explanation explainLookup(const TextBox& field) const;
+    // Notes why the program has emptied a field that held a text.
+    static void noteRemoved(Control& field, TextView removed, TextView why);
+    static constexpr TextView NothingChosen = L"nothing was chosen";
+    // The date that leaving the field makes of its text.
+    Text dateEntered(const mevZvDate& date) const { return date.understood(date.shown(), m_shared.desktop().now()); }
 
     modShared& m_shared;
+    DateRules m_dateRules;
 
 private:
     struct LookupField {
@@ -154,10 +173,10 @@ private:
     void keepEntries(TextView offer);
     void focusRefused(TextView reply);
     bool isForeign() const;
-    bool isOfCurrentVisit() const;
     Text savedText() const;
-    void readHeading();
+    void readCurrentVisit();
     void leaveLookupField(TextBox& field, const LookupField& lookupField);
+    void clearUnchosen(TextBox& field, const LookupField& lookupField);
 
     const RecordKind m_kind;
     EntrySnapshot m_original; // the fields as the record was read
@@ -168,9 +187,10 @@ private:
     bool m_saveLost = false; // the user has given up the call that saved
     Text m_patient;
     FormHeading m_heading; // of the patient for whom the form was opened
+    bool m_isOfCurrentVisit = false;
     Text m_visitDate;
     Text m_recordDate;
-    std::map<TextBox*, LookupField> m_lookupFields;
+    std::map<const TextBox*, LookupField> m_lookupFields;
     Button* m_save = nullptr;
     bool m_activating = false; // activation can be re-entered while a nested dialog closes
     bool m_activated = false;

@@ -11,6 +11,7 @@ namespace health {
 struct FunctionalItem {
     TextView label; // on the editor, with its access key
     TextView rowName; // in the viewer
+    TextView listName; // in the list of records
     std::span<const TextView> choices;
     TextView toolTip;
 };

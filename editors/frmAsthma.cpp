@@ -95,19 +95,21 @@ void frmAsthma::bindEvents()
 
 Arrangement frmAsthma::arrangement()
 {
-    const auto entries = [](auto& labels, auto& controls, std::size_t count) {
+    constexpr int AnswerWidth = 6; // characters; a value has as many
+    const auto entries = [](auto& labels, auto& controls, int room) {
         std::vector<Arrangement> parts;
-        for (std::size_t i = 0; i < count; ++i)
-            parts.push_back(field(labels[i], { controls[i] }));
+        for (std::size_t i = 0; i < 3; ++i)
+            parts.push_back(field(labels[i], { wide(controls[i], AnswerWidth), beside(room) }));
         return fields(std::move(parts));
     };
-    std::vector<Arrangement> parts { fields({ field(lblSeverity, { cboSeverity }) }),
-        row({ frame(fraLung, entries(lblLung, txt, 3)), frame(fraTriggers, entries(lblTriggers, cbo, 3)) }),
-        fields({ field(lblTriggers[3], { cbo[3] }) }) };
-    if (height() >= RegistryHeight)
-        parts.push_back(
-            frame(fraRegister, column({ row({ field(lblRegister, { lblStatus, cmdActivate, cmdEditReg }) }), fg })));
-    parts.push_back(buttons({ cmdHS, cmdAdd, cmdCancel }));
+    std::vector<Arrangement> parts { fields({ field(lblSeverity, { wide(cboSeverity, 22) }) }), space(),
+        row({ frame(fraLung, entries(lblLung, txt, 20)), frame(fraTriggers, entries(lblTriggers, cbo, 8)) }),
+        fields({ field(lblTriggers[3], { wide(cbo[3], AnswerWidth) }) }) };
+    if (height() >= RegistryHeight) {
+        parts.push_back(line());
+        parts.push_back(frame(fraRegister, column({ field(lblRegister, { lblStatus, cmdActivate, cmdEditReg }), fg })));
+    }
+    parts.push_back(buttons({ cmdHS, stretch(), cmdAdd, cmdCancel }));
     return column(std::move(parts));
 }
 
@@ -147,6 +149,7 @@ void frmAsthma::LoadAst()
 void frmAsthma::showRecord(TextView line)
 {
     const LinePieces pieces(line);
+    m_stored.read(pieces);
     setVisitDate(pieces[3]);
     PieceNumber piece = SeverityPiece;
     SelectComboItem(cboSeverity, displayPart(pieces[piece++]));
@@ -171,23 +174,34 @@ void frmAsthma::cmdAdd_Click()
     save(L"MEVVAST SET", record);
 }
 
-void frmAsthma::txt_Validate(std::size_t index, bool& cancel)
+// Why the form refuses a lung value, empty if it accepts it. Loaded values are not judged.
+Text frmAsthma::lungFault(std::size_t index) const
 {
     const Text& entry = txt[index].text();
     if (entry.empty() || txt[index].isAsLoaded())
-        return;
-    const LungValue& range = LungValues[index];
+        return {};
     const auto value = numericValue(entry);
-    Text message;
     if (!value)
-        message = L"Entry must be numeric.";
-    else if (entry.find(L'.') != Text::npos)
-        message = L"Entry must be a whole number.";
-    else if (*value < range.lowest || *value > range.highest)
-        message = L"Entry must be between " + wholeText(range.lowest) + L" and " + wholeText(range.highest) + L".";
+        return L"Entry must be numeric.";
+    if (entry.find(L'.') != Text::npos)
+        return L"Entry must be a whole number.";
+    const LungValue& range = LungValues[index];
+    if (*value < range.lowest || *value > range.highest)
+        return L"Entry must be between " + lungRange(index, L" and ") + L".";
+    return {};
+}
+
+Text frmAsthma::lungRange(std::size_t index, TextView between)
+{
+    return wholeText(LungValues[index].lowest) + Text(between) + wholeText(LungValues[index].highest);
+}
+
+void frmAsthma::txt_Validate(std::size_t index, bool& cancel)
+{
+    const Text message = lungFault(index);
     if (message.empty())
         return;
-    m_shared.ErrorBox(message, L"Invalid Entry");
+    refuse(txt[index], message, L"Invalid Entry");
     cancel = true;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "editors/EditorForm.h"
+#include "editors/StoredRecord.h"
 #include "platform/controls/ComboBox.h"
 #include "platform/controls/Grid.h"
 #include "platform/controls/mevContainer.h"
@@ -24,6 +25,7 @@ public:
     bool m_bRegKey = false; // the user may edit the registry
 
     Arrangement arrangement() override;
+    SaveSummary summary() override;
 
     Label lblSeverity;
     ComboBox cboSeverity;
@@ -46,6 +48,11 @@ private:
     Text recordNumber() const override { return m_sIEN; }
     std::unique_ptr<EditorForm> another() const override;
     Text visitNumber() const override { return m_sVisit; }
+    Explanation explainEntry(const Control& field) override;
+    Control* fieldOf(TextView refusal) override;
+    Explanation explainLung(std::size_t index) const;
+    Text lungFault(std::size_t index) const;
+    static Text lungRange(std::size_t index, TextView between);
     void setCaptions();
     void bindEvents();
     void activate() override;
@@ -62,6 +69,7 @@ private:
     void cmdAdd_Click();
 
     bool m_registryActive = false;
+    StoredRecord m_stored;
 };
 
 }

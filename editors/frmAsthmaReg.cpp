@@ -5,6 +5,19 @@
 
 namespace health {
 
+namespace {
+
+constexpr TextView InvalidDate = L"Invalid Date";
+
+DateRefusal judgeStorable(Moment entered, Moment)
+{
+    if (isStorable(entered))
+        return {};
+    return { L"Dates lie between the years 1800 and 2699.", InvalidDate };
+}
+
+}
+
 Text registryNote(modShared& shared, TextView patient)
 {
     Text note = shared.CallRpcList(L"MEVVAST GETNOTE", patient);
@@ -30,6 +43,8 @@ frmAsthmaReg::frmAsthmaReg(modShared& shared)
     cmdActivate.Click = trapped(L"cmdActivate_Click", [this] { cmdActivate_Click(); });
     for (std::size_t i = 0; i < dat.size(); ++i) {
         dat[i].setDateOnly(true); // the registry stores no times
+        m_dateRules.add(
+            dat[i], { judgeStorable, { L"Not a valid date format", InvalidDate }, {}, DateRule::Range::IsNotShown });
         dat[i].NewDateEntered = trapped(L"dat_NewDateEntered", [this, i] { dat_NewDateEntered(i); });
     }
     bindLookup(txtPrv, cmdPrv, TypedOver::ClearsId, Unnamed::IsSaved,
@@ -41,10 +56,10 @@ frmAsthmaReg::frmAsthmaReg(modShared& shared)
 
 Arrangement frmAsthmaReg::arrangement()
 {
-    return column(
-        { fields({ field(lbl[0], { lblStatus, cmdActivate }), field(lbl[1], { dat[0] }), field(lbl[2], { dat[1] }),
-              field(lbl[3], { dat[2] }), field(lbl[4], { txtPrv, cmdPrv }), field(lbl[5], { txtComments }) }),
-            buttons({ cmdAdd, cmdCancel }) });
+    return column({ fields({ field(lbl[0], { lblStatus, cmdActivate }), field(lbl[1], { dat[0] }),
+                        field(lbl[2], { dat[1] }), field(lbl[3], { dat[2] }),
+                        field(lbl[4], { wide(txtPrv, 28), cmdPrv }), field(lbl[5], { wide(txtComments, 46) }) }),
+        buttons({ cmdAdd, cmdCancel }) });
 }
 
 void frmAsthmaReg::activate()
@@ -63,6 +78,7 @@ void frmAsthmaReg::LoadReg()
     const Text reply = m_shared.CallRpc(L"MEVVAST GETREG", patient());
     if (!reply.empty() && !m_shared.CheckRpcError(reply, L"")) {
         const LinePieces pieces(reply);
+        m_stored.read(pieces);
         setStatus(properCase(displayPart(pieces[2])));
         PieceNumber piece = 3;
         for (mevZvDate& field : dat) {
@@ -72,7 +88,8 @@ void frmAsthmaReg::LoadReg()
         // Intended: without the manager's id, which is sent only if the manager was looked up in this form.
         txtPrv.setText(spacedName(displayPart(pieces[6])));
     }
-    txtComments.setText(replaced(registryNote(m_shared, patient()), LineBreak, L" "));
+    m_storedNote = registryNote(m_shared, patient());
+    txtComments.setText(replaced(m_storedNote, LineBreak, L" "));
 }
 
 // Intended: saving makes the patient active in the registry, regardless of the status.
@@ -108,13 +125,10 @@ void frmAsthmaReg::setStatus(TextView status)
 
 void frmAsthmaReg::dat_NewDateEntered(std::size_t index)
 {
-    const auto moment = dat[index].moment();
-    if (!moment)
-        m_shared.ErrorBox(L"Not a valid date format", L"Invalid Date");
-    else if (!isStorable(*moment))
-        m_shared.ErrorBox(L"Dates lie between the years 1800 and 2699.", L"Invalid Date");
-    else
+    const DateRefusal why = judged(dat[index]);
+    if (why.message.empty())
         return;
+    refuse(dat[index], why.message, why.title);
     withholdPress(); // the date stays in the field, but the server would reject it
 }
 

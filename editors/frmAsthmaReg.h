@@ -1,11 +1,14 @@
 #pragma once
 
 #include "editors/EditorForm.h"
+#include "editors/StoredRecord.h"
 #include "platform/controls/mevZvDate.h"
 
 #include <array>
 
 namespace health {
+
+class SummaryBuilder;
 
 // The current patient's entry in the asthma registry. The caller sets nothing.
 class frmAsthmaReg : public EditorForm {
@@ -13,6 +16,7 @@ public:
     explicit frmAsthmaReg(modShared& shared);
 
     Arrangement arrangement() override;
+    SaveSummary summary() override;
 
     Label lblStatus;
     Button cmdActivate;
@@ -27,11 +31,18 @@ private:
     Text recordNumber() const override { return openedFor(); }
     std::unique_ptr<EditorForm> another() const override { return anotherOf(*this); }
     void activate() override;
+    Explanation explainEntry(const Control& field) override;
+    Control* fieldOf(TextView refusal) override;
+    Text storedManager() const;
+    void addManager(SummaryBuilder& builder) const;
     void LoadReg();
     void cmdAdd_Click();
     void cmdActivate_Click();
     void setStatus(TextView status);
     void dat_NewDateEntered(std::size_t index);
+
+    StoredRecord m_stored;
+    Text m_storedNote; // with its line breaks
 };
 
 // The button's caption: the opposite of the registry's status.

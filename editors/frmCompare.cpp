@@ -4,9 +4,10 @@
 
 namespace health {
 
-frmCompare::frmCompare(
-    const std::vector<EntryText>& before, const std::vector<EntryText>& theirs, const std::vector<EntryText>& yours)
+frmCompare::frmCompare(FormHeading heading, const std::vector<EntryText>& before, const std::vector<EntryText>& theirs,
+    const std::vector<EntryText>& yours)
     : Form(L"frmCompare", L"Compare Entries")
+    , m_heading(std::move(heading))
 {
     static constexpr TextView headings[] = { L"Field", L"Before", L"Other session", L"This form" };
     fg.setColumnCount(static_cast<int>(std::size(headings)));

@@ -36,6 +36,8 @@ constexpr int OtherDisposition = 7;
 constexpr int OutsideProvider = 0;
 constexpr int Facility = 1;
 
+constexpr TextView OtherChosen = L"another option is chosen";
+
 template<std::size_t Count>
 void setCaptions(OptionArray<Count>& group, mevContainer& frame, const Choice (&choices)[Count])
 {
@@ -120,27 +122,29 @@ void frmER::bindEvents()
     optDisch.Click = trapped(L"optDisch_Click", [this](int index) { optDisch_Click(index); });
     bindLookup(
         txtLoc, cmdLoc, TypedOver::ClearsId, Unnamed::IsSaved, trapped(L"cmdLoc_Click", [this] { cmdLoc_Click(); }));
-    datDepart.EntryRefused = trapped(L"datDepart_EntryRefused", [this] {
-        m_shared.ErrorBox(L"Enter the departure date with its time, such as 1/2/2006 14:30.", L"Invalid Date");
-    });
+    m_dateRules.add(datDepart, {});
+    datDepart.EntryRefused = trapped(L"datDepart_EntryRefused", [this] { datDepart_EntryRefused(); });
     bindSave(cmdOK, L"cmdOK_Click", [this] { cmdOK_Click(); });
 }
 
 Arrangement frmER::arrangement()
 {
     auto arrival = buttonsOf(optArrival);
-    arrival.back() = row({ optArrival[OtherArrival], txtOther });
+    arrival.back() = row({ optArrival[OtherArrival], wide(txtOther, 18) });
     auto disposition = buttonsOf(optDisch);
-    disposition.back() = row({ optDisch[OtherDisposition], txtDispOth });
+    disposition.back() = row({ optDisch[OtherDisposition], wide(txtDispOth, 14) });
     auto transfer = buttonsOf(optTransfer);
-    transfer.push_back(row({ txtLoc, cmdLoc }));
+    transfer.push_back(row({ wide(txtLoc, 22), cmdLoc }));
     return column(
         { row({ column({ frame(fraUrgency, column(buttonsOf(opt))), frame(fraEntered, column(buttonsOf(optEntered))) }),
               frame(fraArrival, column(std::move(arrival))),
-              column({ frame(fraInformant, txtInformant), frame(fraNotified, column(buttonsOf(optNotified))) }) }),
-            row({ frame(fraDispostion, column(std::move(disposition))),
+              column({ frame(fraInformant, wide(txtInformant, 22)),
+                  frame(fraNotified, column(buttonsOf(optNotified))) }) }),
+            line(),
+            row({ frame(fraDispostion, downwards(std::move(disposition))),
                 frame(fraTransfer, column(std::move(transfer))) }),
-            fields({ field(lblDepart, { datDepart }), field(lblCond, { txtCond }) }), buttons({ cmdOK, cmdCancel }) });
+            line(), fields({ field(lblDepart, { datDepart }), field(lblCond, { wide(txtCond, 44) }) }),
+            buttons({ cmdOK, cmdCancel }) });
 }
 
 // --- Loading ---
@@ -168,6 +172,7 @@ void frmER::LoadER()
 void frmER::showRecord(TextView line)
 {
     const LinePieces pieces(line);
+    m_stored.read(pieces);
     setVisitDate(pieces[3]);
     chooseCode(opt, Urgencies, codePart(pieces[4]));
     chooseCode(optArrival, Arrivals, codePart(pieces[5]));
@@ -222,16 +227,20 @@ void frmER::optDisch_Click(int index)
 void frmER::enableText(TextBox& box, bool enabled)
 {
     box.setEnabled(enabled);
-    if (!enabled)
+    if (!enabled) {
+        noteRemoved(box, box.text(), OtherChosen);
         box.setText({});
-    else if (wasActivated())
+        return;
+    }
+    box.setNote({});
+    if (wasActivated())
         setFocus(box);
 }
 
 void frmER::enableTransfer(bool enabled)
 {
     if (!enabled)
-        setPicked(txtLoc, {}, {});
+        dropPlace(L"the patient was not transferred");
     fraTransfer.setEnabled(enabled);
 }
 
@@ -239,11 +248,26 @@ void frmER::enableTransfer(bool enabled)
 void frmER::optTransfer_Click(int index)
 {
     if (index != m_placeOption)
-        setPicked(txtLoc, {}, {});
+        dropPlace(L"it is not a " + Text(index == Facility ? L"facility" : L"provider"));
+}
+
+void frmER::dropPlace(TextView why)
+{
+    const Text former = txtLoc.text();
+    setPicked(txtLoc, {}, {});
+    noteRemoved(txtLoc, former, why);
+}
+
+// The control has kept the old value.
+void frmER::datDepart_EntryRefused()
+{
+    refuseDate(datDepart, { L"Enter the departure date with its time, such as 1/2/2006 14:30.", L"Invalid Date" },
+        datDepart.value(), datDepart.isEmpty() ? L"The field is empty." : L"The date is the one before.");
 }
 
 void frmER::cmdLoc_Click()
 {
+    const bool isChosen = optTransfer.chosen() != optTransfer.None;
     const int option = optTransfer.chosen() == Facility ? Facility : OutsideProvider;
     if (!lookUp(txtLoc, option == Facility ? LookupTableNumber::Location : LookupTableNumber::Vendor)
         || txtLoc.tag().empty())
@@ -251,20 +275,24 @@ void frmER::cmdLoc_Click()
     // If no option was chosen, the outside providers were searched, so their option is chosen now.
     m_placeOption = option;
     optTransfer[static_cast<std::size_t>(option)].setChosen(true);
+    if (!isChosen)
+        txtLoc.setNote(txtLoc.note() + (txtLoc.note().empty() ? L"" : L" ")
+            + L"Outside providers were searched, because no option was chosen.");
 }
 
 // --- Saving ---
 
+bool frmER::isAgainstAdvice() const { return optDisch.chosen() == AgainstAdvice; }
+Text frmER::savedOther() const { return optArrival.chosen() == OtherArrival ? txtOther.text() : Text(); }
+Text frmER::savedDisposition() const { return optDisch.chosen() == OtherDisposition ? txtDispOth.text() : Text(); }
+
 void frmER::cmdOK_Click()
 {
-    const bool otherArrival = optArrival.chosen() == OtherArrival;
-    const bool otherDisposition = optDisch.chosen() == OtherDisposition;
-    const bool againstAdvice = optDisch.chosen() == AgainstAdvice;
     const Text departure = datDepart.isEmpty() ? Text() : m_shared.DateToFMDate(datDepart.value(), TimePart::With);
     std::vector<Text> record { m_sIEN, m_sVisit, codeOf(opt, Urgencies), codeOf(optEntered, Entries),
-        codeOf(optArrival, Arrivals), otherArrival ? txtOther.text() : Text(), codeOf(optNotified, Notifications),
-        txtInformant.text(), codeOf(optDisch, Dispositions), otherDisposition ? txtDispOth.text() : Text(),
-        againstAdvice ? Text() : departure, againstAdvice ? departure : Text(), txtCond.text() };
+        codeOf(optArrival, Arrivals), savedOther(), codeOf(optNotified, Notifications), txtInformant.text(),
+        codeOf(optDisch, Dispositions), savedDisposition(), isAgainstAdvice() ? Text() : departure,
+        isAgainstAdvice() ? departure : Text(), txtCond.text() };
     if (!txtLoc.tag().empty())
         record.push_back((optTransfer.chosen() == OutsideProvider ? L"VEN.`" : L"LOC.`") + txtLoc.tag());
     save(L"MEVVER SET", record);

@@ -1,11 +1,14 @@
 #pragma once
 
 #include "editors/EditorForm.h"
+#include "editors/StoredRecord.h"
 #include "platform/controls/OptionArray.h"
 #include "platform/controls/mevContainer.h"
 #include "platform/controls/mevZvDate.h"
 
 namespace health {
+
+class SummaryBuilder;
 
 // One emergency room visit.
 class frmER : public EditorForm {
@@ -16,6 +19,7 @@ public:
     Text m_sVisit; // its visit
 
     Arrangement arrangement() override;
+    SaveSummary summary() override;
 
     mevContainer fraUrgency;
     OptionArray<3> opt;
@@ -50,6 +54,15 @@ private:
     void setCaptions();
     void bindEvents();
     void activate() override;
+    Explanation explainEntry(const Control& field) override;
+    Control* fieldOf(TextView refusal) override;
+    void addOtherTexts(SummaryBuilder& builder);
+    void addDeparture(SummaryBuilder& builder);
+    void addPlace(SummaryBuilder& builder);
+    // The texts of an option, empty unless it is chosen.
+    Text savedOther() const;
+    Text savedDisposition() const;
+    bool isAgainstAdvice() const;
     void LoadER();
     void showRecord(TextView line);
     void showTransfer(TextView piece);
@@ -58,10 +71,13 @@ private:
     void enableText(TextBox& box, bool enabled);
     void enableTransfer(bool enabled);
     void optTransfer_Click(int index);
+    void dropPlace(TextView why);
     void cmdLoc_Click();
+    void datDepart_EntryRefused();
     void cmdOK_Click();
 
     int m_placeOption = -1; // the chosen option when the place was found
+    StoredRecord m_stored;
 };
 
 }

@@ -24,7 +24,7 @@ Arrangement frmElder::itemFields(std::size_t first, std::size_t last)
 {
     std::vector<Arrangement> items;
     for (std::size_t i = first; i < last; ++i)
-        items.push_back(field(lbl[i], { cbo[i] }));
+        items.push_back(field(lbl[i], { wide(cbo[i], i < InstrumentalItems ? 19 : 13), beside(20) }));
     return fields(std::move(items));
 }
 
@@ -32,7 +32,7 @@ Arrangement frmElder::arrangement()
 {
     return column({ row({ frame(fra[0], itemFields(0, DailyLivingItems)),
                         frame(fra[1], itemFields(DailyLivingItems, InstrumentalItems)) }),
-        itemFields(InstrumentalItems, FunctionalItemCount), buttons({ cmdAdd, cmdCancel }) });
+        space(), ownAxis(itemFields(InstrumentalItems, FunctionalItemCount)), buttons({ cmdAdd, cmdCancel }) });
 }
 
 void frmElder::activate()
@@ -48,6 +48,7 @@ void frmElder::loadRecord()
     const Text reply = readRecord(L"MEVVELD GET", L"^" + m_sIEN);
     for (const TextView line : recordLines(reply)) {
         const LinePieces pieces(line);
+        m_stored.read(pieces);
         setVisitDate(pieces[3]);
         PieceNumber piece = FirstFunctionalPiece;
         for (ComboBox& list : cbo) {

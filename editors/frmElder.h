@@ -2,6 +2,7 @@
 
 #include "editors/EditorForm.h"
 #include "editors/FunctionalItems.h"
+#include "editors/StoredRecord.h"
 #include "platform/controls/ComboBox.h"
 #include "platform/controls/mevContainer.h"
 
@@ -18,6 +19,7 @@ public:
     Text m_sVisit; // its visit
 
     Arrangement arrangement() override;
+    SaveSummary summary() override;
 
     std::array<mevContainer, 2> fra; // activities of daily living, instrumental ones
     std::array<Label, FunctionalItemCount> lbl;
@@ -33,8 +35,14 @@ private:
     Text visitNumber() const override { return m_sVisit; }
     Arrangement itemFields(std::size_t first, std::size_t last);
     void activate() override;
+    Explanation explainEntry(const Control& field) override;
+    Control* fieldOf(TextView refusal) override;
+    Explanation explainItem(std::size_t item) const;
+    Explanation countIndependent(std::size_t first, std::size_t last) const;
     void loadRecord();
     void cmdAdd_Click();
+
+    StoredRecord m_stored;
 };
 
 }

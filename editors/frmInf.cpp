@@ -15,7 +15,7 @@ frmInf::frmInf(modShared& shared)
     bindSave(cmdAdd, L"cmdAdd_Click", [this] { cmdAdd_Click(); });
 }
 
-Arrangement frmInf::arrangement() { return column({ lstINF, buttons({ cmdAdd, cmdCancel }) }); }
+Arrangement frmInf::arrangement() { return column({ wide(lstINF, 52), buttons({ cmdAdd, cmdCancel }) }); }
 
 void frmInf::activate()
 {
@@ -30,6 +30,7 @@ void frmInf::loadRecord()
     const Text reply = readRecord(L"MEVVIF GET", L"^" + m_sIEN);
     for (const TextView line : replyLines(reply)) {
         const LinePieces pieces(line);
+        m_stored.read(pieces);
         setVisitDate(pieces[3]);
         const double code = leadingNumber(codePart(pieces[4]));
         for (int item = 0; code != 0 && item < lstINF.count(); ++item) {

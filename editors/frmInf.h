@@ -1,6 +1,7 @@
 #pragma once
 
 #include "editors/EditorForm.h"
+#include "editors/StoredRecord.h"
 #include "platform/controls/CheckList.h"
 
 namespace health {
@@ -14,6 +15,7 @@ public:
     Text m_sVisit; // its visit
 
     Arrangement arrangement() override;
+    SaveSummary summary() override;
 
     CheckList lstINF;
     Button cmdAdd;
@@ -26,9 +28,12 @@ private:
     }
     Text visitNumber() const override { return m_sVisit; }
     void activate() override;
+    Control* fieldOf(TextView refusal) override;
     void loadRecord();
     void lstINF_ItemCheck(int item);
     void cmdAdd_Click();
+
+    StoredRecord m_stored;
 };
 
 }

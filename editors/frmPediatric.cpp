@@ -1,5 +1,7 @@
 #include "editors/frmPediatric.h"
 
+#include "editors/BirthWeight.h"
+#include "editors/ExplanationTexts.h"
 #include "lookups/LookupTables.h"
 #include "text/Conversions.h"
 #include "text/Letters.h"
@@ -8,44 +10,8 @@ namespace health {
 
 namespace {
 
+// The user's unit: an index into WeightUnits.
 constexpr TextView UnitParameter = L"RepHist-PedWtOpt";
-
-// Indexed by the value of the user parameter.
-struct WeightUnit {
-    TextView caption;
-    TextView letter; // after the number
-    PieceNumber piece; // of a reply
-    double low; // both bounds are exclusive
-    double high;
-};
-constexpr std::size_t PoundsOunces = 0;
-constexpr std::array<WeightUnit, 3> Units { {
-    { L"(lbs-oz)", L"", 1, 1, 25 },
-    { L"(kg)", L"K", 3, 0.907, 10 },
-    { L"(grams)", L"G", 4, 907, 10000 },
-} };
-
-// Intended: the bounds themselves are invalid.
-bool isBetween(TextView text, double low, double high)
-{
-    const auto value = numericValue(text);
-    return value && *value > low && *value < high;
-}
-
-TextView withoutLast(TextView text) { return text.substr(0, text.size() - 1); }
-
-// "7 2" or "7-2": pounds and ounces, separated by a blank or a hyphen.
-bool isValidPoundsOunces(TextView weight, TextView separator)
-{
-    const std::size_t at = weight.find(separator);
-    return isBetween(weight.substr(0, at), Units[PoundsOunces].low, Units[PoundsOunces].high)
-        && isBetween(weight.substr(at + 1), -1, 17);
-}
-
-bool isValidAge(TextView age)
-{
-    return TextView(L"DWMY").find(age.back()) != TextView::npos && isBetween(withoutLast(age), 0, 999);
-}
 
 }
 
@@ -55,7 +21,7 @@ frmPediatric::frmPediatric(modShared& shared)
     setCaptions();
     for (std::size_t i = 0; i < Boxes; ++i) {
         txt[i].setColumns(12);
-        txt[i].KeyPress = trapped(L"txt_KeyPress", [this](wchar_t key) { txt_KeyPress(key); });
+        txt[i].KeyPress = trapped(L"txt_KeyPress", [this, i](wchar_t key) { txt_KeyPress(i, key); });
         txt[i].Validate = trapped(L"txt_Validate", [this, i](bool& cancel) { txt_Validate(i, cancel); });
     }
     bindLookup(txtPat, cmdPat, TypedOver::KeepsId, Unnamed::IsSaved,
@@ -81,13 +47,16 @@ void frmPediatric::setCaptions()
 
 Arrangement frmPediatric::arrangement()
 {
-    return column({ fields({ field(lbl[0], { txt[0], lblWt }), field(lbl[1], { txt[1] }) }), lbl[6], lbl[7], lbl[8],
-        lbl[9], line(), fields({ field(lbl[2], { txt[2] }), field(lbl[3], { txt[3] }), field(lbl[4], { txt[4] }) }),
-        lbl[10], line(), fields({ field(lbl[5], { txtPat, cmdPat }) }), buttons({ cmdAdd, cmdCancel }) });
+    const auto age = [this](std::size_t i) { return field(lbl[i], { wide(txt[i], 6) }); };
+    return column({ field(lbl[0], { wide(txt[0], 8), lblWt, beside(20) }), field(lbl[1], { wide(txt[1], 4) }),
+        onAxis(column({ help(lbl[6]), help(lbl[7]), help(lbl[8], lbl[7]), help(lbl[9], lbl[7]) })), space(), age(2),
+        age(3), age(4), onAxis(help(lbl[10])), space(), field(lbl[5], { wide(txtPat, 28), cmdPat }),
+        buttons({ cmdAdd, cmdCancel }) });
 }
 
 void frmPediatric::activate()
 {
+    m_patientAge = PatientAge::of(m_shared.patient());
     trap(L"LoadData", [this] { LoadData(); });
 }
 
@@ -99,7 +68,7 @@ void frmPediatric::LoadData()
         calls.insert(calls.begin(), { ExpectedCall::Form::OneText, L"MEVUTL GETPARM", Text(UnitParameter) });
     const modShared::CallHint hint(m_shared, calls);
     const double option = leadingNumber(m_shared.GetUserParam(UnitParameter, L"0"));
-    for (std::size_t unit = PoundsOunces + 1; unit < Units.size(); ++unit) {
+    for (std::size_t unit = PoundsOunces + 1; unit < WeightUnits.size(); ++unit) {
         if (option == static_cast<double>(unit))
             setUnit(unit);
     }
@@ -107,9 +76,10 @@ void frmPediatric::LoadData()
     if (reply.empty() || m_shared.CheckRpcError(reply, L""))
         return;
     const LinePieces pieces(reply);
-    const Text weight(pieces[Units[m_unit].piece]);
+    m_stored.read(pieces);
+    const Text weight(pieces[WeightUnits[m_unit].piece]);
     if (!weight.empty())
-        txt[0].load(weight + (m_unit == PoundsOunces ? L" " + Text(pieces[2]) : Text(Units[m_unit].letter)));
+        txt[0].load(weight + (m_unit == PoundsOunces ? L" " + Text(pieces[2]) : Text(WeightUnits[m_unit].letter)));
     PieceNumber piece = 10;
     for (std::size_t i = 1; i < Boxes; ++i)
         txt[i].load(pieces[piece++]);
@@ -119,7 +89,7 @@ void frmPediatric::LoadData()
 void frmPediatric::setUnit(std::size_t unit)
 {
     m_unit = unit;
-    lblWt.setCaption(Units[unit].caption);
+    lblWt.setCaption(WeightUnits[unit].caption);
 }
 
 Text frmPediatric::ownState() const { return wholeText(static_cast<long long>(m_unit)); }
@@ -127,33 +97,29 @@ Text frmPediatric::ownState() const { return wholeText(static_cast<long long>(m_
 void frmPediatric::entriesRestored(TextView ownState) { setUnit(static_cast<std::size_t>(leadingNumber(ownState))); }
 
 // Intended: works in every box, and a lower-case "m" switches to pounds, even in a feeding age in months.
-void frmPediatric::txt_KeyPress(wchar_t key)
+void frmPediatric::txt_KeyPress(std::size_t index, wchar_t key)
 {
-    for (std::size_t unit = PoundsOunces + 1; unit < Units.size(); ++unit) {
-        if (Units[unit].letter.front() == upperLetter(key))
+    const Text before = savedWeight();
+    for (std::size_t unit = PoundsOunces + 1; unit < WeightUnits.size(); ++unit) {
+        if (WeightUnits[unit].letter.front() == upperLetter(key))
             setUnit(unit);
     }
     if (key == L' ' || key == L'm')
         setUnit(PoundsOunces);
+    if (index != 0 && !txt[0].text().empty() && savedWeight() != before)
+        noteUnit(key);
+}
+
+void frmPediatric::noteUnit(wchar_t key)
+{
+    txt[0].setNote(L"The unit has changed to " + Text(WeightUnits[m_unit].caption) + L", because "
+        + (key == L' ' ? Text(L"a blank") : quoted(TextView(&key, 1))) + L" was typed in another field.");
 }
 
 Text frmPediatric::weightWithUnit(const Text& weight) const
 {
-    const TextView letter = Units[m_unit].letter;
+    const TextView letter = WeightUnits[m_unit].letter;
     return weight.ends_with(letter) ? weight : weight + Text(letter);
-}
-
-bool frmPediatric::isValidWeight(const Text& weight) const
-{
-    for (const TextView separator : { L" ", L"-" }) {
-        if (weight.find(separator) != Text::npos)
-            return isValidPoundsOunces(weight, separator);
-    }
-    for (std::size_t unit = PoundsOunces + 1; unit < Units.size(); ++unit) {
-        if (weight.ends_with(Units[unit].letter))
-            return isBetween(withoutLast(weight), Units[unit].low, Units[unit].high);
-    }
-    return false;
 }
 
 void frmPediatric::txt_Validate(std::size_t index, bool& cancel)
@@ -162,7 +128,7 @@ void frmPediatric::txt_Validate(std::size_t index, bool& cancel)
     if (entry.empty() || txt[index].isAsLoaded())
         return;
     TextView message;
-    if (index == 0 && !isValidWeight(weightWithUnit(entry)))
+    if (index == 0 && !weightFault(weightWithUnit(entry)).beside.empty())
         message = L"Invalid birth weight, please see example on form.";
     // Intended: 25 is invalid although the message includes it.
     else if (index == 1 && !isBetween(entry, 0, 25))
@@ -171,13 +137,13 @@ void frmPediatric::txt_Validate(std::size_t index, bool& cancel)
         message = L"Invalid feeding choice entry, please see explanation on form.";
     if (message.empty())
         return;
-    m_shared.ErrorBox(message, L"Invalid Entry");
+    refuse(txt[index], message, L"Invalid Entry");
     cancel = true;
 }
 
 void frmPediatric::cmdAdd_Click()
 {
-    std::vector<Text> record { patient(), weightWithUnit(upperCase(txt[0].text())) };
+    std::vector<Text> record { patient(), savedWeight() };
     for (std::size_t i = 1; i < Boxes; ++i)
         record.push_back(upperCase(txt[i].text()));
     record.push_back(txtPat.tag());

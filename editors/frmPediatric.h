@@ -1,6 +1,10 @@
 #pragma once
 
 #include "editors/EditorForm.h"
+#include "editors/FeedingAge.h"
+#include "editors/StoredRecord.h"
+
+#include "text/Letters.h"
 
 #include <array>
 
@@ -15,6 +19,7 @@ public:
     explicit frmPediatric(modShared& shared);
 
     Arrangement arrangement() override;
+    SaveSummary summary() override;
 
     std::array<TextBox, Boxes> txt;
     Label lblWt; // the unit of the weight
@@ -30,15 +35,24 @@ private:
     void entriesRestored(TextView ownState) override;
     void setCaptions();
     void activate() override;
+    Explanation explainEntry(const Control& field) override;
+    Control* fieldOf(TextView refusal) override;
+    Explanation explainWeight() const;
+    Explanation explainOrder() const;
+    Explanation explainAge(const TextBox& box) const;
+    Text savedWeight() const { return weightWithUnit(upperCase(txt[0].text())); }
+    Text storedWeight() const;
     void LoadData();
     void setUnit(std::size_t unit);
-    void txt_KeyPress(wchar_t key);
+    void txt_KeyPress(std::size_t index, wchar_t key);
+    void noteUnit(wchar_t key);
     void txt_Validate(std::size_t index, bool& cancel);
     Text weightWithUnit(const Text& weight) const;
-    bool isValidWeight(const Text& weight) const;
     void cmdAdd_Click();
 
-    std::size_t m_unit = 0; // of the weight, an index into Units
+    std::size_t m_unit = 0; // of the weight, an index into WeightUnits
+    StoredRecord m_stored;
+    std::optional<PatientAge> m_patientAge; // empty: unknown
 };
 
 }

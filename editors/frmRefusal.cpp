@@ -22,11 +22,11 @@ constexpr RefusalType Types[] = { { L"EKG", 7 }, { L"Exam", 5 }, { L"Immunizatio
 // True for the types that have only one item.
 bool hasOnlyItem(TextView type) { return type == L"PAP Smear" || type == L"Mammogram" || type == L"EKG"; }
 
-// The server's name of a type; two of them are plural. Intended: education topics, although the list has no such row.
-Text serverType(TextView type)
+DateRefusal judgeRefusalDate(Moment entered, Moment now)
 {
-    const Text name = upperCase(type);
-    return name == L"MEASUREMENT" || name == L"EDUCATION TOPIC" ? name + L"S" : name;
+    if (dateOf(entered) > dateOf(now))
+        return { L"The date cannot be in the future.", L"Invalid Historical Date" };
+    return {};
 }
 
 constexpr TextView TypeNotSelected = L"Refusal Type not Selected";
@@ -46,6 +46,8 @@ frmRefusal::frmRefusal(modShared& shared)
         trapped(L"cmdItem_Click", [this] { cmdItem_Click(); }));
     lstRefusals.ItemCheck = trapped(L"lstRefusals_ItemCheck", [this](int row) { lstRefusals_ItemCheck(row); });
     txtItem.Changed = trapped(L"txtItem_Change", [this] { txtItem_Change(); });
+    m_dateRules.add(
+        datRefused, { judgeRefusalDate, { L"Invalid date format.", {} }, L"Today's date will be entered." });
     datRefused.NewDateEntered = trapped(L"datRefused_NewDateEntered", [this] { datRefused_NewDateEntered(); });
     txtRefComment.Validate =
         trapped(L"txtRefComment_Validate", [this](bool& cancel) { txtRefComment_Validate(cancel); });
@@ -59,10 +61,10 @@ frmRefusal::frmRefusal(modShared& shared)
 
 Arrangement frmRefusal::arrangement()
 {
-    return column({ lblRefusals, lstRefusals,
-        fields({ field(lblItem, { txtItem, cmdItem }), field(lblRefused, { datRefused }),
-            field(lblComment, { txtRefComment }) }),
-        buttons({ cmdOK, cmdCancel }) });
+    return column(
+        { fields({ field(lblRefusals, { wide(lstRefusals, 44) }), field(lblItem, { wide(txtItem, 30), cmdItem }),
+              field(lblRefused, { datRefused }), field(lblComment, { wide(txtRefComment, 44) }) }),
+            buttons({ cmdOK, cmdCancel }) });
 }
 
 void frmRefusal::activate()
@@ -89,6 +91,7 @@ void frmRefusal::LoadRef()
 void frmRefusal::showRecord(TextView line)
 {
     const LinePieces pieces(line);
+    m_stored.read(pieces);
     checkType(pieces[4]);
     const Text date = fmDateToDisplay(pieces[9]);
     datRefused.setValue(date.empty() ? pieces[9] : TextView(date));
@@ -98,6 +101,13 @@ void frmRefusal::showRecord(TextView line)
     m_itemTable.reset();
     m_loading = false;
     txtRefComment.setText(pieces[12]);
+}
+
+// Intended: education topics, although the list has no such row.
+Text frmRefusal::serverType(TextView type)
+{
+    const Text name = upperCase(type);
+    return name == L"MEASUREMENT" || name == L"EDUCATION TOPIC" ? name + L"S" : name;
 }
 
 // Checks and selects the row of a stored type, so that the record can be saved without further input.
@@ -136,7 +146,10 @@ void frmRefusal::lstRefusals_ItemCheck(int row)
         return;
     lstRefusals.uncheckOthers(row);
     const Text& type = lstRefusals.itemText(row);
+    const Text former = txtItem.text();
     setPicked(txtItem, L"", L"");
+    if (!m_loading)
+        noteRemoved(txtItem, former, L"the refusal type has changed");
     m_itemTable.reset();
     lblItem.setCaption(L"&" + type);
     if (!m_loading && hasOnlyItem(type))
@@ -149,6 +162,9 @@ void frmRefusal::takeOnlyItem(const Text& type)
     const Text reply = m_shared.CallRpc(L"MEVREF REFLIST", type);
     if (!m_shared.CheckRpcError(reply, L""))
         txtItem.setTag(reply);
+    if (!txtItem.tag().empty())
+        txtItem.setNote(L"The only item of this type.");
+    noteTextsChanged();
     setFocus(txtItem);
 }
 
@@ -156,7 +172,9 @@ bool frmRefusal::warnWithoutType()
 {
     if (lstRefusals.listIndex() != -1)
         return false;
-    m_shared.WarningBox(L"You must first select a refusal type from the above list.", L"Type Not Selected");
+    static constexpr TextView message = L"You must first select a refusal type from the above list.";
+    m_shared.WarningBox(message, L"Type Not Selected");
+    lstRefusals.setFault(message);
     return true;
 }
 
@@ -180,9 +198,11 @@ void frmRefusal::cmdItem_Click()
     }
     const int table = lstRefusals.itemData(lstRefusals.listIndex());
     m_itemTable = table;
+    const Text typed = txtItem.text();
     const auto pickFrom = [&](auto& lookup) {
-        const bool chosen = lookup.RunQuery(txtItem.text()) && !lookup.m_sRecId.empty();
+        const bool chosen = lookup.RunQuery(typed) && !lookup.m_sRecId.empty();
         setPicked(txtItem, chosen ? lookup.m_sName : Text(), chosen ? lookup.m_sRecId : Text());
+        noteSingleMatch(txtItem, typed, lookup.tookSingleMatch());
     };
     if (table == LookupTableNumber::Immunization) {
         frmLookupImm lookup(m_shared);
@@ -193,21 +213,16 @@ void frmRefusal::cmdItem_Click()
     } else if (!lookUp(txtItem, table)) {
         setPicked(txtItem, L"", L""); // Intended: cancelling clears the field, unlike elsewhere
     }
+    if (txtItem.text().empty())
+        noteRemoved(txtItem, typed, NothingChosen);
 }
 
 // --- Date and comment ---
 
 void frmRefusal::datRefused_NewDateEntered()
 {
-    const auto moment = datRefused.moment();
-    const Moment today = dateOf(m_shared.desktop().now());
-    if (!moment)
-        m_shared.ErrorBox(L"Invalid date format.", L"");
-    else if (dateOf(*moment) > today)
-        m_shared.ErrorBox(L"The date cannot be in the future.", L"Invalid Historical Date");
-    else
-        return;
-    datRefused.setValue(dateText(today));
+    if (const DateRefusal why = judged(datRefused); !why.message.empty())
+        refuseDate(datRefused, why, dateText(m_shared.desktop().now()), L"The date is today's.");
 }
 
 // The server does not accept a refusal without a date.
@@ -220,20 +235,22 @@ void frmRefusal::datRefused_LostFocus()
     withholdPress();
 }
 
-// Validates the comment as it is saved, without line breaks.
+// Without line breaks.
+Text frmRefusal::savedComment() const { return replaced(txtRefComment.text(), LineBreak, L""); }
+
+// Validates the comment as it is saved.
 void frmRefusal::txtRefComment_Validate(bool& cancel)
 {
-    static constexpr std::size_t Longest = 200;
-    const Text comment = replaced(txtRefComment.text(), LineBreak, L"");
-    if (comment.size() > Longest) {
-        m_shared.ErrorBox(L"Comment cannot be longer than 200 characters.", L"Comment Too Long");
-        cancel = true;
-    } else if (comment.size() == 1) {
-        m_shared.ErrorBox(L"Comment must be longer than 1 character.", L"Comment Too Short");
-        cancel = true;
-    }
-    if (!cancel)
-        txtRefComment.setText(comment);
+    const Text comment = savedComment();
+    cancel = cancel || comment.size() > LongestComment || comment.size() == 1;
+    if (comment.size() > LongestComment)
+        refuse(txtRefComment, L"Comment cannot be longer than 200 characters.", L"Comment Too Long");
+    else if (comment.size() == 1)
+        refuse(txtRefComment, L"Comment must be longer than 1 character.", L"Comment Too Short");
+    if (cancel || comment == txtRefComment.text())
+        return;
+    txtRefComment.setText(comment);
+    txtRefComment.setNote(L"The line breaks were removed.");
 }
 
 // --- Saving ---

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "editors/EditorForm.h"
+#include "editors/StoredRecord.h"
 #include "platform/controls/CheckList.h"
 #include "platform/controls/mevZvDate.h"
 
@@ -16,6 +17,7 @@ public:
     Text m_sRefusalIen; // the refusal; empty to add one
 
     Arrangement arrangement() override;
+    SaveSummary summary() override;
 
     Label lblRefusals;
     CheckList lstRefusals; // each item data is a lookup table
@@ -29,11 +31,18 @@ public:
     Button cmdOK;
 
 private:
+    static constexpr std::size_t LongestComment = 200;
     Text recordNumber() const override { return m_sRefusalIen; }
     std::unique_ptr<EditorForm> another() const override { return anotherOf(*this, &frmRefusal::m_sRefusalIen); }
     Text ownState() const override;
     void entriesRestored(TextView ownState) override;
     void activate() override;
+    Explanation explainEntry(const Control& field) override;
+    Control* fieldOf(TextView refusal) override;
+    Text savedType() const;
+    Text savedComment() const;
+    // The server's name of a type of the list; two of them are plural.
+    static Text serverType(TextView type);
     void LoadRef();
     void showRecord(TextView line);
     void checkType(TextView type);
@@ -51,6 +60,7 @@ private:
     bool m_loading = false;
     bool m_clearing = false;
     std::optional<int> m_itemTable; // the table that was searched; empty if the item belongs to the checked row
+    StoredRecord m_stored;
 };
 
 }

@@ -1,5 +1,7 @@
 #include "editors/frmRepHist.h"
 
+#include "editors/ExplanationTexts.h"
+#include "editors/DueDate.h"
 #include "text/Conversions.h"
 #include "text/Letters.h"
 
@@ -18,8 +20,24 @@ constexpr std::array<TextView, frmRepHist::CountBoxes> CountCodes { L"G", L"P", 
 constexpr Colour QuietColour = 2;
 
 constexpr TextView InvalidDate = L"Invalid Date";
-constexpr TextView NoDate = L"This is not a valid date format.";
-constexpr int LongestPregnancy = 270; // days ahead
+constexpr DateRefusal NoDate { L"This is not a valid date format.", InvalidDate };
+constexpr days FarthestDelivery { 270 };
+
+DateRefusal judgePast(Moment entered, Moment now)
+{
+    if (dateOf(entered) > dateOf(now))
+        return { L"Future dates are not allowed.", InvalidDate };
+    return {};
+}
+
+DateRefusal judgeDelivery(Moment entered, Moment now)
+{
+    if (dateOf(entered) < dateOf(now))
+        return { L"Past dates are not allowed.", InvalidDate };
+    if (dateOf(entered) > dateOf(now) + FarthestDelivery)
+        return { L"Date cannot be more than 9 months in the future.", InvalidDate };
+    return {};
+}
 
 double numberIn(const TextBox& box) { return leadingNumber(box.text()); }
 
@@ -70,14 +88,12 @@ void frmRepHist::setCaptions()
 
 void frmRepHist::bindEvents()
 {
-    static constexpr std::array<TextView, CountBoxes> tips { L"Gravidity", L"Parity", L"Living Children",
-        L"Spontaneous Abortions", L"Therapeutic Abortions" };
     for (std::size_t i = 0; i < CountBoxes; ++i) {
         txNumRH[i].GotFocus = trapped(L"txNumRH_GotFocus",
             [this, i] { m_valueOnFocus[i] = static_cast<short>(roundToWhole(numberIn(txNumRH[i]))); });
         txNumRH[i].Changed = trapped(L"txNumRH_Change", [this, i] { txNumRH_Change(i); });
         txNumRH[i].KeyPress = trapped(L"txNumRH_KeyPress", [this, i](wchar_t& key) { txNumRH_KeyPress(i, key); });
-        txNumRH[i].MouseMove = trapped(L"txNumRH_MouseMove", [this, i] { txNumRH[i].setToolTip(tips[i]); });
+        txNumRH[i].MouseMove = trapped(L"txNumRH_MouseMove", [this, i] { txNumRH[i].setToolTip(CountNames[i]); });
         udNumRH[i].ValueChanged =
             trapped(L"udNumRH_Change", [this, i] { txNumRH[i].setText(wholeText(udNumRH[i].value())); });
     }
@@ -88,8 +104,11 @@ void frmRepHist::bindEvents()
     cboFP.KeyPress = trapped(L"cboFP_KeyPress", [this](wchar_t& key) { moveOnEnter(key, datFP); });
     cboEstMethod.KeyPress = trapped(L"cboEstMethod_KeyPress", [this](wchar_t& key) { moveOnEnter(key, txNumRH[0]); });
     chkPregnant.Click = trapped(L"chkPregnant_Click", [this] { fraPregnant.setEnabled(chkPregnant.isChecked()); });
-    datLMP.NewDateEntered = trapped(L"datLMP_NewDateEntered", [this] { refuseFuture(datLMP); });
-    datFP.NewDateEntered = trapped(L"datFP_NewDateEntered", [this] { refuseFuture(datFP); });
+    m_dateRules.add(datLMP, { judgePast, NoDate, {} });
+    m_dateRules.add(datFP, { judgePast, NoDate, {} });
+    m_dateRules.add(datDelivery, { judgeDelivery, NoDate, {} });
+    datLMP.NewDateEntered = trapped(L"datLMP_NewDateEntered", [this] { refuseAndClear(datLMP); });
+    datFP.NewDateEntered = trapped(L"datFP_NewDateEntered", [this] { refuseAndClear(datFP); });
     datDelivery.NewDateEntered = trapped(L"datDelivery_NewDateEntered", [this] { datDelivery_NewDateEntered(); });
     bindSave(cmdAdd, L"cmdAdd_Click", [this] { cmdAdd_Click(); });
 }
@@ -98,14 +117,15 @@ Arrangement frmRepHist::arrangement()
 {
     std::vector<Arrangement> counts;
     for (std::size_t i = 0; i < CountBoxes; ++i)
-        counts.push_back(field(lblFP[i], { txNumRH[i], udNumRH[i] }));
+        counts.push_back(field(lblFP[i], { wide(txNumRH[i], 2), udNumRH[i] }));
     return column(
         { frame(fraWH,
-              column({ row(std::move(counts)), line(),
-                  fields({ field(lbl[0], { datLMP }), field(lbl[2], { cboFP }), field(lbl[1], { datFP }) }), line(),
-                  chkPregnant,
+              column({ row(std::move(counts)), space(),
+                  fields({ field(lbl[0], { datLMP }), field(lbl[2], { wide(cboFP, 22) }), field(lbl[1], { datFP }) }),
+                  space(), onAxis(chkPregnant),
                   frame(fraPregnant,
-                      fields({ field(lblPreg[0], { datDelivery }), field(lblPreg[1], { cboEstMethod }) })) })),
+                      fields(
+                          { field(lblPreg[0], { datDelivery }), field(lblPreg[1], { wide(cboEstMethod, 22) }) })) })),
             buttons({ cmdAdd, cmdCancel }) });
 }
 
@@ -165,6 +185,7 @@ void frmRepHist::LoadRepHist()
             ExpectedCall { ExpectedCall::Form::OneText, L"MEVREP GET", patient(), ExpectedCall::Purpose::Editor } });
     const Text reply = m_shared.CallRpc(L"MEVREP GET", patient());
     if (m_shared.CheckRpcError(reply, L"Error Loading Reproductive Factors")) {
+        m_unread = true;
         SetWomensHealthEnabled(false);
         return;
     }
@@ -188,6 +209,7 @@ void frmRepHist::clearFields()
 void frmRepHist::showRecord(const Text& reply)
 {
     const LinePieces pieces(reply);
+    m_stored.read(pieces);
     showCounts(upperCase(pieces[1]));
     showDate(datLMP, pieces[2]);
     SelectComboItem(cboFP, pieces[3]);
@@ -243,16 +265,10 @@ void frmRepHist::cmdAdd_Click()
 
 // --- Entering ---
 
-void frmRepHist::refuseFuture(mevZvDate& date)
+void frmRepHist::refuseAndClear(mevZvDate& date)
 {
-    const auto moment = date.moment();
-    if (!moment)
-        m_shared.ErrorBox(NoDate, InvalidDate);
-    else if (dateOf(*moment) > dateOf(m_shared.desktop().now()))
-        m_shared.ErrorBox(L"Future dates are not allowed.", InvalidDate);
-    else
-        return;
-    date.clear();
+    if (const DateRefusal why = judged(date); !why.message.empty())
+        refuseDate(date, why, {}, L"The field was cleared.");
 }
 
 void frmRepHist::datDelivery_NewDateEntered()
@@ -260,21 +276,29 @@ void frmRepHist::datDelivery_NewDateEntered()
     // A stored date may be in the past; only dates entered by the user are validated.
     if (datDelivery.isEmpty() || !wasActivated())
         return;
+    const Moment farthest = m_shared.desktop().now() + FarthestDelivery;
     const auto moment = datDelivery.moment();
+    if (!moment || dateOf(*moment) <= dateOf(farthest))
+        refuseAndClear(datDelivery);
+    else
+        refuseDate(
+            datDelivery, judged(datDelivery), defaultDateText(farthest), L"The date is now 270 days from today.");
+}
+
+// The delivery can be derived from the last menstrual period.
+Explanation frmRepHist::explainDate(const mevZvDate& date)
+{
+    Explanation explanation = EditorForm::explainDate(date);
+    const auto period = datLMP.moment();
+    if (&date != &datDelivery || !period)
+        return explanation;
     const Moment now = m_shared.desktop().now();
-    if (!moment) {
-        m_shared.ErrorBox(NoDate, InvalidDate);
-        datDelivery.clear();
-        return;
-    }
-    const auto ahead = floor<days>(*moment) - floor<days>(now);
-    if (ahead < days { 0 }) {
-        m_shared.ErrorBox(L"Past dates are not allowed.", InvalidDate);
-        datDelivery.clear();
-    } else if (ahead > days { LongestPregnancy }) {
-        m_shared.ErrorBox(L"Date cannot be more than 9 months in the future.", InvalidDate);
-        datDelivery.setValue(defaultDateText(now + days { LongestPregnancy }));
-    }
+    const Moment due = dueDate(*period);
+    explanation.suggestion = dueDateWords(*period, datDelivery.moment(), now);
+    const bool isEntered = datDelivery.value() == dateText(due);
+    if (!isEntered && datDelivery.canBeUsed() && datDelivery.allowed(now).contains(due))
+        explanation.use = [this, due] { datDelivery.enter(dateText(due), m_shared.desktop().now()); };
+    return explanation;
 }
 
 void frmRepHist::txNumRH_Change(std::size_t index)
@@ -290,6 +314,10 @@ void frmRepHist::txNumRH_Change(std::size_t index)
     if (isCount && count == entered)
         return;
     box.setText(wholeText(upDown.value()));
+    if (entered > upDown.maximum())
+        box.setNote(L"Counts go up to " + wholeText(upDown.maximum()) + L".");
+    else if (!text.empty())
+        box.setNote(quoted(text) + L" is not a count: it consists of digits only.");
     if (text.empty() || count != entered)
         box.selectAll();
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "editors/EditorForm.h"
+#include "editors/StoredRecord.h"
 #include "platform/controls/CheckBox.h"
 #include "platform/controls/ComboBox.h"
 #include "platform/controls/UpDown.h"
@@ -12,6 +13,8 @@
 
 namespace health {
 
+class SummaryBuilder;
+
 // The patient's reproductive factors: five counts, last menstrual period, family planning, a current pregnancy. There
 // is one record per patient.
 class frmRepHist : public EditorForm {
@@ -19,9 +22,13 @@ public:
     static constexpr std::size_t CountBoxes =
         5; // gravidity, parity, living children, spontaneous and therapeutic abortions
 
+    static constexpr std::array<TextView, CountBoxes> CountNames { L"Gravidity", L"Parity", L"Living Children",
+        L"Spontaneous Abortions", L"Therapeutic Abortions" };
+
     explicit frmRepHist(modShared& shared);
 
     Arrangement arrangement() override;
+    SaveSummary summary() override;
 
     mevContainer fraWH;
     std::array<Label, CountBoxes> lblFP;
@@ -46,6 +53,12 @@ private:
     void setCaptions();
     void bindEvents();
     void activate() override;
+    Explanation explainEntry(const Control& field) override;
+    Control* fieldOf(TextView refusal) override;
+    Explanation explainCount(std::size_t index) const;
+    Text impossibleCount(std::size_t index) const;
+    void addPregnancy(SummaryBuilder& builder);
+    Explanation explainDate(const mevZvDate& date) override;
     void FillLists();
     void SetWomensHealthEnabled(bool enabled);
     void LoadRepHist();
@@ -55,7 +68,7 @@ private:
     bool isEligible();
     Text countString() const;
     void cmdAdd_Click();
-    void refuseFuture(mevZvDate& date);
+    void refuseAndClear(mevZvDate& date);
     void datDelivery_NewDateEntered();
     void txNumRH_Change(std::size_t index);
     void txNumRH_KeyPress(std::size_t index, wchar_t& key);
@@ -64,6 +77,8 @@ private:
 
     std::optional<bool> m_eligible; // of the patient for whom the form was opened
     std::array<short, 6> m_valueOnFocus {}; // of each count box. Intended: written but never read
+    StoredRecord m_stored;
+    bool m_unread = false; // the record could not be read
 };
 
 }

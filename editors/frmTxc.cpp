@@ -9,6 +9,17 @@ namespace {
 
 constexpr std::array<TextView, 2> TypeCodes { L"P", L"M" };
 constexpr std::chrono::days OldestContract { 365 };
+constexpr TextView InvalidDate = L"Invalid Date";
+
+DateRefusal judgeInitiation(Moment entered, Moment now)
+{
+    if (entered > now)
+        return { L"The date cannot be in the future.", InvalidDate };
+    // Intended: compares to the second, so the date a year ago is too old unless it has a later time of day.
+    if (entered < now - OldestContract)
+        return { L"Treatment date cannot be older than a year.", InvalidDate };
+    return {};
+}
 
 }
 
@@ -18,18 +29,22 @@ frmTxc::frmTxc(modShared& shared)
     opt[0].setCaption(L"Pain");
     opt[1].setCaption(L"Mental Health");
     fraTypes.hold({ &opt[0], &opt[1] });
+    opt.Click = [this](int) { opt[0].setFault({}); }; // which asks for a choice
     lbl[0].setCaption(L"Date Initiated");
     lbl[1].setCaption(L"Provider");
     bindLookup(txtPrv, cmdPrv, TypedOver::KeepsId, Unnamed::IsRefused,
         trapped(L"cmdPrv_Click", [this] { lookUp(txtPrv, LookupTableNumber::Provider); }));
+    m_dateRules.add(datInit,
+        { judgeInitiation, { L"The date format is not valid.", InvalidDate }, L"The present time will be saved." });
     datInit.NewDateEntered = trapped(L"datInit_NewDateEntered", [this] { datInit_NewDateEntered(); });
     bindSave(cmdAdd, L"cmdAdd_Click", [this] { cmdAdd_Click(); });
 }
 
 Arrangement frmTxc::arrangement()
 {
-    return column({ frame(fraTypes, row({ opt[0], opt[1] })),
-        fields({ field(lbl[0], { datInit }), field(lbl[1], { txtPrv, cmdPrv }) }), buttons({ cmdAdd, cmdCancel }) });
+    return column({ onAxis(frame(fraTypes, row({ opt[0], opt[1] }))),
+        fields({ field(lbl[0], { datInit }), field(lbl[1], { wide(txtPrv, 28), cmdPrv }) }),
+        buttons({ cmdAdd, cmdCancel }) });
 }
 
 void frmTxc::Form_Load()
@@ -61,6 +76,7 @@ void frmTxc::LoadTXC()
 void frmTxc::showRecord(TextView line)
 {
     const LinePieces pieces(line);
+    m_stored.read(pieces);
     setVisitDate(pieces[3]);
     const TextView code = codePart(pieces[4]);
     for (std::size_t i = 0; i < TypeCodes.size(); ++i) {
@@ -75,20 +91,14 @@ void frmTxc::showRecord(TextView line)
 
 void frmTxc::datInit_NewDateEntered()
 {
-    const auto moment = datInit.moment();
-    const Moment now = m_shared.desktop().now();
-    TextView message;
-    if (!moment)
-        message = L"The date format is not valid.";
-    else if (*moment > now)
-        message = L"The date cannot be in the future.";
-    // Intended: compares to the second, so the date a year ago is too old unless it has a later time of day.
-    else if (*moment < now - OldestContract)
-        message = L"Treatment date cannot be older than a year.";
-    if (message.empty())
-        return;
-    m_shared.ErrorBox(message, L"Invalid Date");
-    datInit.setValue(dateText(now));
+    if (const DateRefusal why = judged(datInit); !why.message.empty())
+        refuseDate(datInit, why, dateText(m_shared.desktop().now()), L"The date is today's.");
+}
+
+void frmTxc::fillDate()
+{
+    datInit.setValue(defaultDateText(m_shared.desktop().now()));
+    datInit.setNote(L"The date was empty: this is the present one.");
 }
 
 void frmTxc::cmdAdd_Click()
@@ -98,7 +108,7 @@ void frmTxc::cmdAdd_Click()
         return;
     }
     if (datInit.isEmpty())
-        datInit.setValue(defaultDateText(m_shared.desktop().now()));
+        fillDate();
     if (opt.chosen() == opt.None) {
         askFor(opt[0], L"You must select the type of contract, PAIN or MENTAL HEALTH.", L"Type Missing");
         return;

@@ -1,11 +1,14 @@
 #pragma once
 
 #include "editors/EditorForm.h"
+#include "editors/StoredRecord.h"
 #include "platform/controls/OptionArray.h"
 #include "platform/controls/mevContainer.h"
 #include "platform/controls/mevZvDate.h"
 
 namespace health {
+
+class SummaryBuilder;
 
 // A treatment contract with the patient: pain or mental health, the date it was initiated, the provider.
 class frmTxc : public EditorForm {
@@ -17,6 +20,7 @@ public:
 
     void Form_Load() override;
     Arrangement arrangement() override;
+    SaveSummary summary() override;
 
     mevContainer fraTypes;
     OptionArray<2> opt; // pain, mental health
@@ -34,10 +38,16 @@ private:
     }
     Text visitNumber() const override { return m_sVisit; }
     void activate() override;
+    Explanation explainEntry(const Control& field) override;
+    Control* fieldOf(TextView refusal) override;
+    void addInitiated(SummaryBuilder& builder) const;
     void LoadTXC();
     void showRecord(TextView line);
     void datInit_NewDateEntered();
+    void fillDate();
     void cmdAdd_Click();
+
+    StoredRecord m_stored;
 };
 
 }

@@ -61,6 +61,26 @@ void enteredDate(TextView text)
     require(!moment || day.moment() == dateOf(*moment), "the time is dropped", text);
 }
 
+// What the user has typed of a date so far is never called hopeless.
+void begunDate(TextView text)
+{
+    constexpr std::size_t longest = 24; // each beginning is tried with many endings
+    if (text.size() > longest || !momentEntered(text, Now))
+        return;
+    for (std::size_t size = 0; size < text.size(); ++size)
+        require(isDateBegun(text.substr(0, size), Now), "the beginning of a date is one", text);
+}
+
+void nearestWeekday(TextView text)
+{
+    const DateRange future { Now, momentOf(2027, 1, 1) };
+    const auto open = momentEntered(text, Now);
+    const auto chosen = momentEntered(text, Now, future);
+    require(open.has_value() == chosen.has_value(), "a range does not decide what is a date", text);
+    require(open == chosen || (*chosen - *open == weeks { 1 } && future.contains(*chosen) && !future.contains(*open)),
+        "a range moves a weekday by a week, into the range", text);
+}
+
 void number(TextView text)
 {
     const double leading = leadingNumber(text);
@@ -96,6 +116,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     parsedDate(text);
     fileManDate(text);
     enteredDate(text);
+    begunDate(text);
+    nearestWeekday(text);
     number(text);
     return 0;
 }

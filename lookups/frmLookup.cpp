@@ -56,8 +56,17 @@ frmLookup::frmLookup(modShared& shared, TextView name)
 
 Arrangement frmLookup::arrangement()
 {
-    return column(
-        { field(lblFirstName, { txtName, cmdSearch }), lblSelect, fgResults, buttons({ cmdSelect, cmdCancel }) });
+    return column({ field(lblFirstName, { wide(txtName, 36), cmdSearch }), space(),
+        row({ lblSelect, beside(lblSelect) }), wide(fgResults, 82), buttons({ cmdSelect, cmdCancel }) });
+}
+
+Explanation frmLookup::explain(const Control& control)
+{
+    Explanation explanation;
+    const int found = fgResults.rowCount();
+    if (&control == &lblSelect && found > 0 && fgResults.isVisible())
+        explanation.beside = (found < MostHits ? L"" : L"the first ") + wholeText(found) + L" found";
+    return explanation;
 }
 
 bool frmLookup::RunQuery(int refTable, TextView param, bool autoReturn, TextView screen)
@@ -65,13 +74,15 @@ bool frmLookup::RunQuery(int refTable, TextView param, bool autoReturn, TextView
     bool chosen = false;
     m_shared.trap(name(), L"RunQuery", [&] {
         load(); // before the grid is filled, because loading hides it
+        m_heading = m_shared.patientHeading();
         m_cancelled = false;
         chooseTable(refTable);
         if (screen != L"*")
             m_screen = screen;
         if (search(param) == Outcome::Refused)
             return;
-        if (autoReturn && takeSingleMatch()) {
+        m_singleMatch = autoReturn && takeSingleMatch();
+        if (m_singleMatch) {
             chosen = true;
             return;
         }

@@ -20,12 +20,17 @@ public:
     // the user cancelled, or the server returned an error.
     bool RunQuery(int refTable, TextView param, bool autoReturn, TextView screen);
 
+    // The entry was the only match, returned without showing the dialog.
+    bool tookSingleMatch() const { return m_singleMatch; }
+
     Text m_sName; // display text of the chosen entry
     Text m_sRecId; // its internal entry number
 
     void Form_Load() override;
     void Form_Activate() override;
     Arrangement arrangement() override;
+    FormHeading heading() override { return m_heading; }
+    Explanation explain(const Control& control) override;
 
     Label lblFirstName;
     TextBox txtName;
@@ -66,7 +71,9 @@ private:
     std::vector<LookupColumn> m_columns;
     Text m_screen;
     Text m_searchText;
+    FormHeading m_heading;
     bool m_cancelled = false;
+    bool m_singleMatch = false;
     int m_tipRow = -1;
     int m_tipColumn = -1;
 };

@@ -26,6 +26,11 @@ bool frmLookupImm::RunQuery(TextView param)
     return frmLookup::RunQuery(LookupTableNumber::Immunization, param, true, L"*");
 }
 
-Arrangement frmLookupImm::arrangement() { return column({ row({ opt[0], opt[1] }), frmLookup::arrangement() }); }
+Arrangement frmLookupImm::arrangement()
+{
+    Arrangement whole = frmLookup::arrangement();
+    whole.children.insert(whole.children.begin(), { row({ opt[0], opt[1] }), space() });
+    return whole;
+}
 
 }

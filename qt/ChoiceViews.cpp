@@ -1,6 +1,7 @@
 #include "qt/ChoiceViews.h"
 
-#include "qt/OutlineStyle.h"
+#include "qt/ControlStyle.h"
+#include "qt/Measures.h"
 #include "toolkit/QtText.h"
 #include "toolkit/SpokenItems.h"
 
@@ -11,7 +12,7 @@ namespace health {
 CheckBoxView::CheckBoxView(CheckBox& checkBox)
     : Mirror(checkBox, toQString(checkBox.caption()))
 {
-    OutlineStyle::giveTo(*this);
+    ControlStyle::giveTo(*this);
     setChecked(checkBox.isChecked());
     connect(this, &QCheckBox::toggled, this, [this](bool checked) {
         if (checked != m_control.isChecked())
@@ -31,7 +32,7 @@ void CheckBoxView::mirror(Change change)
 OptionButtonView::OptionButtonView(OptionButton& option)
     : Mirror(option, toQString(option.caption()))
 {
-    OutlineStyle::giveTo(*this);
+    ControlStyle::giveTo(*this);
     // Auto-exclusive within its frame, so that the arrow keys move between the options.
     setChecked(option.isChosen());
     connect(this, &QRadioButton::clicked, this, [this] {
@@ -58,7 +59,7 @@ void OptionButtonView::mirrorChoice()
 CheckListView::CheckListView(CheckList& list)
     : Mirror(list)
 {
-    OutlineStyle::giveTo(*this);
+    ControlStyle::giveTo(*this);
     setHorizontalScrollMode(ScrollPerPixel);
     new SpokenItems(*this);
     mirrorItems();
@@ -71,6 +72,7 @@ CheckListView::CheckListView(CheckList& list)
     connect(this, &QListWidget::currentRowChanged, this, [this](int row) {
         if (!m_mirroring)
             m_control.choose(row);
+        update(); // the frame shows the focus if no row does
     });
 }
 
@@ -105,16 +107,18 @@ void CheckListView::mirror(Change change)
 }
 
 // Keeps the boxes apart, so that users do not hit the wrong one.
-int CheckListView::rowHeight() const { return fontMetrics().height() * 3 / 2; }
+int CheckListView::rowHeight() const { return Measures(*this).checkRow(); }
 
 void CheckListView::mirrorItems()
 {
     const QScopedValueRollback guard(m_mirroring, true);
     clear();
+    const Measures measures(*this);
+    const QFontMetrics checkedText(semibold(font()));
     for (int i = 0; i < m_control.count(); ++i) {
         addItem(toQString(m_control.itemText(i)));
-        const int text = fontMetrics().horizontalAdvance(item(i)->text());
-        item(i)->setSizeHint({ text + style()->pixelMetric(QStyle::PM_IndicatorWidth) + rowHeight(), rowHeight() });
+        const int text = checkedText.horizontalAdvance(item(i)->text());
+        item(i)->setSizeHint({ text + measures.units(6.5) + measures.em(), rowHeight() });
     }
     setCurrentRow(m_control.listIndex());
     mirrorChecks();

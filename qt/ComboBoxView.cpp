@@ -1,12 +1,13 @@
 #include "qt/ComboBoxView.h"
 
-#include "qt/OutlineStyle.h"
+#include "qt/ControlStyle.h"
+#include "qt/FieldButton.h"
+#include "qt/Measures.h"
 #include "toolkit/QtText.h"
 #include "toolkit/WheelGuard.h"
 
 #include <QKeyEvent>
 #include <QStyleOptionComboBox>
-#include <QToolButton>
 
 #include <algorithm>
 
@@ -17,7 +18,7 @@ using namespace Qt::StringLiterals;
 ComboBoxView::ComboBoxView(ComboBox& comboBox, QWidget* parent)
     : Mirror(comboBox, parent)
 {
-    OutlineStyle::giveTo(*this);
+    ControlStyle::giveTo(*this);
     installEventFilter(new WheelGuard(this));
     setFocusPolicy(Qt::StrongFocus);
     setSizeAdjustPolicy(QComboBox::AdjustToContents);
@@ -30,14 +31,10 @@ ComboBoxView::ComboBoxView(ComboBox& comboBox, QWidget* parent)
 // A small cross beside the arrow; Delete does the same.
 void ComboBoxView::makeClearButton()
 {
-    m_clear = new QToolButton(this);
-    m_clear->setText(u"\u00D7"_s);
-    m_clear->setAutoRaise(true);
-    m_clear->setFocusPolicy(Qt::NoFocus);
-    m_clear->setCursor(Qt::ArrowCursor);
+    m_clear = new FieldButton(Symbol::Cross, this);
     m_clear->setToolTip(u"Clear this answer (Delete)"_s);
     m_clear->setAccessibleName(u"Clear this answer"_s);
-    connect(m_clear, &QToolButton::clicked, this, [this] {
+    connect(m_clear, &FieldButton::clicked, this, [this] {
         setFocus(Qt::OtherFocusReason);
         if (hasFocus())
             choose(-1);
@@ -65,11 +62,11 @@ void ComboBoxView::describe()
 }
 
 // Leaves room for the cross beside the longest answer.
-QSize ComboBoxView::sizeHint() const { return QComboBox::sizeHint() + QSize(m_clear ? fontMetrics().height() : 0, 0); }
+QSize ComboBoxView::sizeHint() const { return QComboBox::sizeHint() + QSize(m_clear ? Measures(*this).em() : 0, 0); }
 
 QSize ComboBoxView::minimumSizeHint() const
 {
-    return QComboBox::minimumSizeHint() + QSize(m_clear ? fontMetrics().height() : 0, 0);
+    return QComboBox::minimumSizeHint() + QSize(m_clear ? Measures(*this).em() : 0, 0);
 }
 
 void ComboBoxView::choose(int index)
@@ -83,11 +80,11 @@ void ComboBoxView::resizeEvent(QResizeEvent* event)
     QComboBox::resizeEvent(event);
     if (!m_clear)
         return;
-    const int side = std::min(height() - 4, fontMetrics().height());
+    const int side = std::min(height() - 4, Measures(*this).em());
     QStyleOptionComboBox option;
     initStyleOption(&option);
     const QRect arrow = style()->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxArrow, this);
-    m_clear->setGeometry(arrow.left() - side - 2, (height() - side) / 2, side, side);
+    m_clear->setGeometry(arrow.left() - side, (height() - side) / 2, side, side);
 }
 
 void ComboBoxView::mirror(Change change)

@@ -6,9 +6,9 @@
 
 #include <QComboBox>
 
-class QToolButton;
-
 namespace health {
+
+class FieldButton;
 
 // Mirrors a drop-down list. The mouse wheel changes it only while it has the focus (see WheelGuard).
 class ComboBoxView : public Mirror<QComboBox, ComboBox>, public SpokenParts {
@@ -30,7 +30,7 @@ private:
     void makeClearButton();
     void describe();
 
-    QToolButton* m_clear = nullptr; // in an emptiable list
+    FieldButton* m_clear = nullptr; // in an emptiable list
     bool m_isNamed = false; // a caption stands beside the list
 };
 

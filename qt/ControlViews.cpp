@@ -1,5 +1,8 @@
 #include "qt/ControlViews.h"
 
+#include "qt/ControlPainting.h"
+#include "qt/ControlStyle.h"
+#include "qt/Measures.h"
 #include "qt/PanelIcon.h"
 #include "toolkit/QtText.h"
 
@@ -14,7 +17,9 @@ using namespace Qt::StringLiterals;
 
 ButtonView::ButtonView(Button& button, QWidget* parent)
     : Mirror(button, toQString(button.caption()), parent)
+    , m_busy(new BusyMark(*this))
 {
+    ControlStyle::giveTo(*this);
     setAutoDefault(false);
     setFocusPolicy(Qt::TabFocus); // the press, not the click, moves the focus
     connect(this, &QPushButton::clicked, this, [this] {
@@ -31,8 +36,29 @@ void ButtonView::mirror(Change change)
         setText(toQString(m_control.caption()));
         setAccessKeyUsed(m_accessKeyUsed);
     }
+    if (change == Change::Busy)
+        m_busy->setRunning(m_control.isBusy());
     if (change == Change::Enabled && m_refuge)
         keepFocusNear();
+}
+
+void ButtonView::setFilled(bool filled)
+{
+    setProperty(FilledProperty, filled);
+    update();
+}
+
+// The mark stands left of the caption, which keeps its place.
+void ButtonView::paintEvent(QPaintEvent* event)
+{
+    Mirror::paintEvent(event);
+    const Measures measures(*this);
+    const int side = measures.ems(0.5);
+    const int caption = fontMetrics().size(Qt::TextShowMnemonic, text()).width();
+    const QRect place(width() / 2 - caption / 2 - measures.units(0.5) - side, (height() - side) / 2, side, side);
+    QPainter painter(this);
+    const Look look { .enabled = isEnabled(), .filled = property(FilledProperty).toBool() };
+    m_busy->paint(painter, place, buttonInk(palette(), look));
 }
 
 void ButtonView::setAccessKeyUsed(bool used)

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/controls/Button.h"
+#include "qt/BusyMark.h"
 #include "qt/Mirror.h"
 #include "qt/PressedAtOnce.h"
 
@@ -20,13 +21,20 @@ public:
     // Whether the caption's access key presses the button; it is underlined in either case.
     void setAccessKeyUsed(bool used);
 
+    // Whether this is the form's button that saves; it is drawn filled.
+    void setFilled(bool filled);
+
     // The widget that takes the focus when the focused button is disabled.
     void setRefuge(QWidget& refuge) { m_refuge = &refuge; }
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
 
 private:
     void mirror(Change change) override;
     void keepFocusNear();
 
+    BusyMark* m_busy;
     bool m_accessKeyUsed = true;
     QWidget* m_refuge = nullptr;
     bool m_comesBack = false; // the focus returns if the button is enabled again within this event

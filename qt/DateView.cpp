@@ -1,14 +1,14 @@
 #include "qt/DateView.h"
 
 #include "platform/Desktop.h"
+#include "qt/Calendar.h"
 #include "toolkit/QtText.h"
 
-#include <QCalendarWidget>
+#include <QAction>
 #include <QHBoxLayout>
 #include <QKeyEvent>
-#include <QMenu>
-#include <QTableView>
-#include <QWidgetAction>
+
+#include <algorithm>
 
 namespace health {
 
@@ -18,22 +18,19 @@ DateView::DateView(mevZvDate& date, const Desktop& desktop)
     : Mirror(date)
     , m_desktop(desktop)
     , m_line(new EntryLine(toQString(date.shown())))
-    , m_button(new QToolButton)
+    , m_button(new CalendarButton(m_line))
 {
     mirrorOptions();
     m_line->setMaxLength(40);
     m_control.setClock([this] { return m_desktop.now(); });
     m_line->installEventFilter(this);
     connect(m_line, &QLineEdit::textEdited, this, [this](const QString& text) { m_control.type(toText(text)); });
-    m_button->setArrowType(Qt::DownArrow);
     setSpokenName({});
     m_button->setToolTip(u"Calendar"_s);
-    m_button->setFocusPolicy(Qt::NoFocus); // Alt+Down in the field opens the calendar too
     auto* const layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
     layout->addWidget(m_line);
-    layout->addWidget(m_button);
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     setFocusPolicy(Qt::StrongFocus); // else the label's access key would skip it
     setFocusProxy(m_line);
@@ -55,8 +52,22 @@ void DateView::mirror(Change change)
 
 void DateView::mirrorOptions()
 {
-    m_line->setPlaceholderText(m_control.requiresTime() ? u"mm/dd/yyyy hh:mm, N"_s : u"mm/dd/yyyy, T, T-3"_s);
-    m_line->setSample(m_line->placeholderText() + u"00"_s);
+    const bool timed = m_control.requiresTime();
+    m_line->setPlaceholderText(timed ? u"mm/dd/yyyy hh:mm"_s : u"mm/dd/yyyy"_s);
+    placeButton();
+}
+
+// Keeps the symbol at the end of the line, which is as wide as the longest date.
+void DateView::placeButton()
+{
+    const QFontMetrics metrics = m_line->fontMetrics();
+    const QString placeholder = m_line->placeholderText();
+    const QString digits(placeholder.size(), u'0');
+    const bool isWider = metrics.horizontalAdvance(placeholder) > metrics.horizontalAdvance(digits);
+    m_line->setTextMargins(0, 0, m_button->sizeHint().width(), 0);
+    m_line->setSample(isWider ? placeholder : digits);
+    m_button->resize(m_button->sizeHint().width(), m_line->height());
+    m_button->move(m_line->width() - m_button->width(), 0);
 }
 
 void DateView::setSpokenName(const QString& name)
@@ -67,6 +78,8 @@ void DateView::setSpokenName(const QString& name)
 
 bool DateView::eventFilter(QObject* watched, QEvent* event)
 {
+    if (event->type() == QEvent::Resize || event->type() == QEvent::FontChange)
+        placeButton();
     if (event->type() == QEvent::KeyPress) {
         const int pressed = static_cast<QKeyEvent*>(event)->key();
         wchar_t key = EnterKey;
@@ -81,50 +94,23 @@ bool DateView::eventFilter(QObject* watched, QEvent* event)
 
 void DateView::openCalendar()
 {
-    const QString picked = askCalendar();
-    if (!picked.isEmpty())
-        pick(picked);
+    if (!m_control.canBeUsed())
+        return;
+    const Moment now = m_desktop.now();
+    const DateRange allowed = m_control.allowed(now);
+    const Moment start = momentEntered(m_control.shown(), now, allowed).value_or(now);
+    auto* const calendar = new Calendar(allowed, start, now, m_button->accessibleName(), this);
+    connect(calendar, &Calendar::picked, this, &DateView::pick);
+    calendar->openAt(*m_line);
 }
 
-// Returns the day that the user picks as "mm/dd/yyyy", or an empty text.
-QString DateView::askCalendar()
-{
-    QMenu popup(this);
-    auto* const calendar = new QCalendarWidget;
-    calendar->setAccessibleName(m_button->accessibleName());
-    if (auto* const days = calendar->findChild<QTableView*>())
-        days->setAccessibleName(m_button->accessibleName());
-    const std::pair<QString, QString> arrows[] = { { u"qt_calendar_prevmonth"_s, u"Previous month"_s },
-        { u"qt_calendar_nextmonth"_s, u"Next month"_s } };
-    for (const auto& [object, name] : arrows) {
-        if (auto* const arrow = calendar->findChild<QToolButton*>(object))
-            arrow->setAccessibleName(name);
-    }
-    if (const auto moment = m_control.moment()) {
-        const std::chrono::year_month_day date { std::chrono::floor<std::chrono::days>(*moment) };
-        calendar->setSelectedDate(QDate(int(date.year()), int(unsigned(date.month())), int(unsigned(date.day()))));
-    }
-    auto* const action = new QWidgetAction(&popup);
-    action->setDefaultWidget(calendar);
-    popup.addAction(action);
-    QString picked;
-    const auto close = [&](const QDate& date) {
-        picked = date.toString(u"MM/dd/yyyy"_s);
-        popup.close();
-    };
-    connect(calendar, &QCalendarWidget::activated, &popup, close);
-    connect(calendar, &QCalendarWidget::clicked, &popup, close);
-    calendar->setFocus();
-    popup.exec(m_line->mapToGlobal(QPoint(0, m_line->height())));
-    return picked;
-}
-
-void DateView::pick(const QString& picked)
+void DateView::pick(Moment day)
 {
     m_line->setFocus();
     if (window()->focusWidget() != m_line)
         return; // the field before kept the focus
     // Keeps the time of day; if it is missing, the user types it next.
+    const QString picked = toQString(dateText(day));
     const QString time = m_control.requiresTime() ? m_line->text().section(u' ', 1) : QString();
     m_line->setText(m_control.requiresTime() ? picked + u' ' + time : picked);
     m_control.type(toText(m_line->text()));

@@ -1,17 +1,16 @@
 #pragma once
 
 #include "platform/controls/mevZvDate.h"
+#include "qt/CalendarButton.h"
 #include "qt/EntryLine.h"
 #include "qt/Mirror.h"
 #include "qt/SpokenName.h"
-
-#include <QToolButton>
 
 namespace health {
 
 class Desktop;
 
-// A line for a date in any form that mevZvDate accepts, and a button that opens a calendar.
+// A line for a date in any form that mevZvDate accepts, with a symbol that opens a calendar.
 class DateView : public Mirror<QWidget, mevZvDate>, public SpokenParts {
 public:
     // The desktop provides the time; it must outlive the view.
@@ -24,13 +23,13 @@ private:
     bool eventFilter(QObject* watched, QEvent* event) override;
     void mirror(Change change) override;
     void mirrorOptions();
+    void placeButton();
     void openCalendar();
-    QString askCalendar();
-    void pick(const QString& date);
+    void pick(Moment day);
 
     const Desktop& m_desktop;
     EntryLine* m_line;
-    QToolButton* m_button;
+    CalendarButton* m_button; // in the line
 };
 
 }

@@ -1,6 +1,7 @@
 #include "qt/EntryLine.h"
 
-#include "qt/OutlineStyle.h"
+#include "qt/ControlStyle.h"
+#include "qt/Measures.h"
 
 #include <QFocusEvent>
 #include <QKeyEvent>
@@ -20,7 +21,7 @@ bool isStrayAccessKey(const QKeyEvent& event)
 EntryLine::EntryLine(const QString& text, QWidget* parent)
     : QLineEdit(text, parent)
 {
-    OutlineStyle::giveTo(*this);
+    ControlStyle::giveTo(*this);
 }
 
 void EntryLine::setSample(const QString& letters)
@@ -31,12 +32,45 @@ void EntryLine::setSample(const QString& letters)
 
 QSize EntryLine::sizeOfSample() const
 {
-    constexpr int margins = 8; // the line's margins around the text
+    const int margins = Measures(*this).u() + textMargins().right(); // the cursor needs room behind the text
     QStyleOptionFrame option;
     initStyleOption(&option);
-    const QSize text(fontMetrics().horizontalAdvance(m_sample) + margins, fontMetrics().height());
+    const QMargins around = textMargins();
+    const QSize text(
+        fontMetrics().horizontalAdvance(m_sample) + margins + around.left() + around.right(), fontMetrics().height());
     const int width = style()->sizeFromContents(QStyle::CT_LineEdit, &option, text, this).width();
     return { width, QLineEdit::sizeHint().height() };
+}
+
+void EntryLine::setInside(QWidget& widget)
+{
+    m_inside = &widget;
+    widget.setParent(this);
+    makeRoomInside();
+}
+
+void EntryLine::makeRoomInside()
+{
+    if (!m_inside)
+        return;
+    const Measures measures(*this);
+    const QSize size = m_inside->sizeHint();
+    m_inside->setGeometry(
+        width() - size.width() - measures.focusFrame(), (height() - size.height()) / 2, size.width(), size.height());
+    setTextMargins(0, 0, size.width() - measures.u(), 0);
+}
+
+void EntryLine::resizeEvent(QResizeEvent* event)
+{
+    QLineEdit::resizeEvent(event);
+    makeRoomInside();
+}
+
+void EntryLine::changeEvent(QEvent* event)
+{
+    QLineEdit::changeEvent(event);
+    if (event->type() == QEvent::FontChange)
+        makeRoomInside();
 }
 
 QSize EntryLine::sizeHint() const { return m_sample.isEmpty() ? QLineEdit::sizeHint() : sizeOfSample(); }

@@ -1,5 +1,7 @@
 #include "qt/FieldViews.h"
 
+#include "qt/HeadingStyle.h"
+#include "qt/Measures.h"
 #include "toolkit/QtText.h"
 
 #include <QVBoxLayout>
@@ -89,6 +91,17 @@ void LabelView::mirrorColour()
 FrameView::FrameView(mevContainer& container)
     : Mirror(container, toQString(container.caption()))
 {
+    setStyle(new HeadingStyle(this));
+}
+
+void FrameView::setAside(const QString& text)
+{
+    if (text == m_aside)
+        return;
+    m_aside = text;
+    setAccessibleDescription(text);
+    updateGeometry();
+    update();
 }
 
 void FrameView::mirror(Change change)
@@ -106,17 +119,21 @@ UpDownView::UpDownView(UpDown& upDown)
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
     for (const int step : { 1, -1 }) {
-        auto* const arrow = new QToolButton;
+        auto* const arrow = new FieldButton(step > 0 ? Symbol::ChevronUp : Symbol::ChevronDown);
         m_arrows.append(arrow);
-        arrow->setArrowType(step > 0 ? Qt::UpArrow : Qt::DownArrow);
         arrow->setAutoRepeat(true);
-        arrow->setFocusPolicy(Qt::NoFocus); // keyboard users type in the field beside it
-        arrow->setFixedHeight(fontMetrics().height() * 3 / 4);
-        connect(arrow, &QToolButton::clicked, this, [this, step] { m_control.step(step); });
+        arrow->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Expanding); // each takes half the height
+        connect(arrow, &FieldButton::clicked, this, [this, step] { m_control.step(step); });
         layout->addWidget(arrow);
     }
     setSpokenName({});
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+}
+
+QSize UpDownView::sizeHint() const
+{
+    const Measures measures(*this);
+    return { measures.em(), measures.fieldHeight() - 2 * measures.focusFrame() };
 }
 
 void UpDownView::setSpokenName(const QString& name)

@@ -3,13 +3,13 @@
 
 #include "platform/controls/UpDown.h"
 #include "platform/controls/mevContainer.h"
+#include "qt/FieldButton.h"
 #include "qt/Mirror.h"
 #include "qt/SpokenName.h"
 
 #include <QGroupBox>
 #include <QLabel>
 #include <QPointer>
-#include <QToolButton>
 
 namespace health {
 
@@ -34,22 +34,30 @@ private:
     QList<QPointer<QWidget>> m_describes;
 };
 
+// A group of fields: its caption is a heading, not a part of a frame. Without a caption it shows nothing.
 class FrameView : public Mirror<QGroupBox, mevContainer> {
 public:
     explicit FrameView(mevContainer& container);
 
+    // A quiet text beside the heading.
+    void setAside(const QString& text);
+    const QString& aside() const { return m_aside; }
+
 private:
     void mirror(Change change) override;
+
+    QString m_aside;
 };
 
-// The two arrows beside a number's field.
+// The two arrows inside or beside a number's field.
 class UpDownView : public Mirror<QWidget, UpDown>, public SpokenParts {
 public:
     explicit UpDownView(UpDown& upDown);
+    QSize sizeHint() const override;
     void setSpokenName(const QString& name) override;
 
 private:
-    QList<QToolButton*> m_arrows;
+    QList<FieldButton*> m_arrows;
 };
 
 }

@@ -1,13 +1,15 @@
 #pragma once
 
+#include "qt/ControlPainting.h"
+#include "qt/ControlStyle.h"
+
 #include <QAbstractScrollArea>
-#include <QEvent>
-#include <QPainter>
+#include <QPaintEvent>
 
 namespace health {
 
-// A list or grid that shows a frame while it has the keyboard focus: half on the widget's border, half inside, so that
-// it covers no text.
+// A list, grid or text area whose frame, drawn by ControlStyle, shows the keyboard focus. Qt repaints only what lies
+// inside the frame, and fills that by the palette alone.
 template<typename Area>
 class FocusFramed : public Area {
 public:
@@ -19,24 +21,13 @@ protected:
         const bool result = Area::event(event);
         if (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut)
             this->update();
-        else if (event->type() == QEvent::Paint)
-            drawFrame(*this);
         return result;
     }
     void paintEvent(QPaintEvent* event) override
     {
+        const Look look { .enabled = this->isEnabled(), .flashing = this->property(FlashProperty).toBool() };
+        QPainter(this->viewport()).fillRect(event->rect(), fieldGround(this->palette(), look));
         Area::paintEvent(event);
-        drawFrame(*this->viewport());
-    }
-
-private:
-    void drawFrame(QWidget& on)
-    {
-        if (!this->hasFocus())
-            return;
-        QPainter painter(&on);
-        painter.setPen(this->palette().color(QPalette::Active, QPalette::Highlight));
-        painter.drawRect(on.rect().adjusted(0, 0, -1, -1));
     }
 };
 

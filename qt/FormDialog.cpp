@@ -1,8 +1,15 @@
 #include "qt/FormDialog.h"
 
+#include "qt/BodyArea.h"
 #include "qt/ControlViews.h"
+#include "qt/FormTexts.h"
+#include "qt/HeadingStrip.h"
+#include "qt/Measures.h"
+#include "qt/NoticeLine.h"
 #include "qt/Scale.h"
 #include "qt/SpokenName.h"
+#include "qt/SummaryLine.h"
+#include "qt/ToneLabel.h"
 #include "qt/ViewDesktop.h"
 #include "toolkit/QtText.h"
 
@@ -12,13 +19,15 @@
 #include <QKeyEvent>
 #include <QLayout>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QRadioButton>
 #include <QScreen>
-#include <QScrollArea>
-#include <QScrollBar>
+#include <QShortcut>
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <exception>
+#include <utility>
 
 namespace health {
 
@@ -27,11 +36,65 @@ using namespace Qt::StringLiterals;
 FormDialog::FormDialog(Form& form, ViewDesktop& desktop, QWidget* parent)
     : QDialog(parent)
     , m_form(form)
-    , m_builder(form, desktop)
+    , m_builder(form, desktop, *this)
+    , m_heading(new HeadingStrip)
+    , m_notice(new NoticeLine([this] { m_form.followNotice(); }))
+    , m_summary(new SummaryLine([this] { grow(); }))
 {
     setWindowTitle(toQString(form.caption()));
     setModal(true);
-    setLayout(m_builder.build(form.arrangement()));
+    build();
+    watchControls();
+    findUnlabelled();
+    nameUnlabelled();
+    setOrder();
+    m_form.setObserver(this);
+    m_texts = std::make_unique<FormTexts>(
+        form, m_builder, FormTexts::Places { *m_heading, *m_notice, *m_summary }, [this] { askRefresh(); });
+    defaultChanged(form);
+    fit();
+}
+
+// The heading, notice, summary and buttons stay; only the body scrolls if the screen is too low.
+void FormDialog::build()
+{
+    const FormBuilder::Parts parts = m_builder.build(m_form.arrangement());
+    m_body = new BodyArea(parts.body);
+    m_foot = buildFoot(parts.buttons);
+    auto* const layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(m_heading);
+    layout->addWidget(m_body, 1);
+    layout->addWidget(m_foot);
+    for (const auto& row : m_builder.notes())
+        row->beside().showRoom();
+}
+
+QWidget* FormDialog::buildFoot(QLayout* buttons)
+{
+    const Measures measures(*this);
+    auto* const inside = new QVBoxLayout;
+    const int margin = measures.formMargin();
+    inside->setContentsMargins(margin, measures.units(3), margin, measures.groupGap());
+    inside->setSpacing(measures.units(3));
+    inside->addWidget(m_notice);
+    inside->addWidget(m_summary);
+    if (buttons)
+        inside->addLayout(buttons);
+    auto* const foot = new QWidget;
+    auto* const layout = new QVBoxLayout(foot);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(newHairline());
+    layout->addLayout(inside);
+    auto* const key = new QShortcut(QKeySequence(Qt::Key_F2), this);
+    connect(key, &QShortcut::activated, m_summary, &SummaryLine::toggle);
+    return foot;
+}
+
+void FormDialog::watchControls()
+{
     for (auto entry = m_builder.widgets().begin(); entry != m_builder.widgets().end(); ++entry) {
         QWidget* const focused = entry.value()->focusProxy() ? entry.value()->focusProxy() : entry.value();
         m_controls.insert(focused, entry.key());
@@ -39,14 +102,15 @@ FormDialog::FormDialog(Form& form, ViewDesktop& desktop, QWidget* parent)
         if (auto* const area = qobject_cast<QAbstractScrollArea*>(focused))
             area->viewport()->installEventFilter(this);
     }
-    findUnlabelled();
-    nameUnlabelled();
-    const QList<QWidget*>& order = m_builder.inTabOrder();
+}
+
+// Tab follows the arrangement; the notice's button comes last.
+void FormDialog::setOrder()
+{
+    QList<QWidget*> order = m_builder.inTabOrder();
+    order.append(&m_notice->button());
     for (int i = 1; i < order.size(); ++i)
         setTabOrder(order[i - 1], order[i]);
-    m_form.setObserver(this);
-    defaultChanged(form);
-    fitToText();
 }
 
 // Collects the widgets that no label has named.
@@ -70,38 +134,74 @@ void FormDialog::nameUnlabelled()
     }
 }
 
-// Makes the window high enough for the wrapped help texts, and at least as high as the form requests.
-void FormDialog::fitToText()
+// --- Size ---
+
+// The screen without the window's frame and title.
+QRect FormDialog::room() const
 {
-    const QSize size = layout()->totalSizeHint();
-    const int height = layout()->hasHeightForWidth() ? layout()->totalHeightForWidth(size.width()) : size.height();
-    resize(size.width(), std::max({ height, size.height(), Scale(*this).pixels(m_form.height()) }));
-    keepOnScreen();
+    QRect screen = (parentWidget() ? parentWidget()->screen() : this->screen())->availableGeometry();
+    screen.setSize({ screen.width() * 98 / 100, screen.height() * 93 / 100 });
+    return screen;
 }
 
-// Makes a form that is larger than the screen scroll, so that its buttons stay reachable.
-void FormDialog::keepOnScreen()
+// Changed texts invalidate nested layouts one after the other, by posted events.
+void FormDialog::settleLayouts() { QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest); }
+
+int FormDialog::neededHeight(int width) const
 {
-    const QRect screen = (parentWidget() ? parentWidget()->screen() : this->screen())->availableGeometry();
-    const QSize room(screen.width() * 98 / 100, screen.height() * 93 / 100); // without the window's frame and title
-    if (minimumSizeHint().width() > room.width() || minimumSizeHint().height() > room.height()) {
-        auto* const body = new QWidget;
-        body->setLayout(layout());
-        m_scroll = new QScrollArea;
-        m_scroll->setWidget(body);
-        m_scroll->setWidgetResizable(true);
-        m_scroll->setFrameShape(QFrame::NoFrame);
-        m_scroll->setFocusPolicy(Qt::NoFocus);
-        auto* const around = new QVBoxLayout(this);
-        around->setContentsMargins(0, 0, 0, 0);
-        around->addWidget(m_scroll);
-        resize(size().grownBy({ 0, 0, m_scroll->verticalScrollBar()->sizeHint().width(), 0 }));
+    const QLayout* const foot = m_foot->layout();
+    const int heading = m_heading->isHidden() ? 0 : m_heading->heightForWidth(width);
+    const int below = foot->hasHeightForWidth() ? foot->totalHeightForWidth(width) : foot->totalSizeHint().height();
+    return std::max(heading + m_body->heightFor(width) + below, Scale(*this).pixels(m_form.height()));
+}
+
+// As wide as the fields and a heading in one line, as high as all texts need, at least as high as the form requests.
+void FormDialog::fit()
+{
+    settleLayouts();
+    const int heading = m_heading->isHidden() ? 0 : m_heading->sizeHint().width();
+    const int width = std::max({ m_body->sizeHint().width(), m_foot->sizeHint().width(), heading });
+    const QSize most = room().size();
+    const int shown = std::min(width, most.width());
+    resize(shown, std::min(neededHeight(shown), most.height()));
+    m_body->placeBars();
+}
+
+// Longer texts enlarge the window downwards, as far as the screen permits.
+void FormDialog::grow()
+{
+    settleLayouts();
+    const QRect screen = this->screen()->availableGeometry();
+    const int most = std::min(room().height(), screen.bottom() - frameGeometry().top());
+    const int height = std::min(neededHeight(width()), most);
+    if (height > this->height())
+        resize(width(), height);
+    m_body->placeBars();
+}
+
+// --- Texts ---
+
+void FormDialog::askRefresh()
+{
+    if (!std::exchange(m_refreshAsked, true))
+        QMetaObject::invokeMethod(this, &FormDialog::refresh, Qt::QueuedConnection);
+}
+
+void FormDialog::refresh()
+{
+    m_refreshAsked = false;
+    try {
+        m_texts->refresh();
+    } catch (const std::exception&) {
+        return; // the host is gone: the texts stay, and the next action reports it
     }
-    resize(size().boundedTo(room));
+    if (m_isFitted)
+        grow();
 }
 
 FormDialog::~FormDialog()
 {
+    m_texts.reset();
     m_form.setObserver(nullptr);
     // Destroying the widgets must not raise LostFocus.
     for (auto entry = m_controls.begin(); entry != m_controls.end(); ++entry)
@@ -124,6 +224,9 @@ void FormDialog::activate()
     m_form.Form_Activate();
     if (!m_form.isOpen())
         return;
+    refresh();
+    fit();
+    m_isFitted = true;
     if (m_form.activeControl())
         focusMoved(m_form);
     else
@@ -185,8 +288,16 @@ void FormDialog::focusMoved(Form&)
     giveFocus(*widget);
     if (auto* const line = qobject_cast<QLineEdit*>(widget))
         line->selectAll();
-    if (m_scroll)
-        m_scroll->ensureWidgetVisible(widget);
+    showFocused();
+    askRefresh(); // some texts are those of the field with the focus
+}
+
+void FormDialog::showFocused()
+{
+    const auto& notes = m_builder.notes();
+    const auto own = std::ranges::find_if(notes, [this](const auto& row) { return row->hasFocus(m_form); });
+    if (QWidget* const widget = activeWidget(); widget && m_body->isAncestorOf(widget))
+        m_body->show(*widget, own == notes.end() ? nullptr : &(*own)->below());
 }
 
 // A message box during the move may have left the keyboard focus elsewhere.
@@ -214,7 +325,7 @@ void FormDialog::defaultChanged(Form& form)
         entry.value()->setDefault(entry.key() == form.defaultButton());
 }
 
-void FormDialog::textsChanged(Form&) { }
+void FormDialog::textsChanged(Form&) { askRefresh(); }
 
 void FormDialog::closed(Form&) { done(Accepted); }
 
@@ -272,6 +383,10 @@ void FormDialog::keyPressEvent(QKeyEvent* event)
     }
     if (event->isAutoRepeat())
         return; // the user may still hold the key that opened the form
+    if (m_notice->button().hasFocus()) {
+        m_notice->button().click();
+        return;
+    }
     ButtonView* const focused = m_builder.buttons().value(m_controls.value(focusWidget()));
     if (ButtonView* const button = focused ? focused : m_builder.buttons().value(m_form.defaultButton()))
         button->click();

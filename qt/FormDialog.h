@@ -5,10 +5,15 @@
 
 #include <QDialog>
 
-class QScrollArea;
+#include <memory>
 
 namespace health {
 
+class BodyArea;
+class FormTexts;
+class HeadingStrip;
+class NoticeLine;
+class SummaryLine;
 class ViewDesktop;
 
 // Shows a form as a modal window. Form and window agree on the focus: the window reports every move of the keyboard
@@ -42,23 +47,41 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
+    void build();
+    QWidget* buildFoot(QLayout* buttons);
+    void watchControls();
     void findUnlabelled();
     void nameUnlabelled();
-    void fitToText();
+    void setOrder();
+    // Changes of the form are shown together in the event loop's next turn.
+    void askRefresh();
+    void refresh();
+    void fit();
+    void grow();
+    static void settleLayouts();
+    int neededHeight(int width) const;
+    QRect room() const;
+    void showFocused();
     void activate();
     void focusFirst();
     QWidget* activeWidget() const;
     void giveFocus(QWidget& widget);
     void followFocus(Control& control);
     static bool isRefusedPress(const QWidget& widget);
-    void keepOnScreen();
 
     Form& m_form;
     FormBuilder m_builder;
     QHash<QObject*, Control*> m_controls; // by the widget that takes the keyboard focus
     QList<QWidget*> m_unlabelled;
-    QScrollArea* m_scroll = nullptr; // around the form, if the screen is too small
+    HeadingStrip* m_heading;
+    BodyArea* m_body = nullptr;
+    QWidget* m_foot = nullptr; // notice, summary, buttons
+    NoticeLine* m_notice;
+    SummaryLine* m_summary;
+    std::unique_ptr<FormTexts> m_texts;
     bool m_started = false;
+    bool m_isFitted = false; // to the loaded form; from now on only its height changes
+    bool m_refreshAsked = false;
 };
 
 }

@@ -1,7 +1,7 @@
 #include "qt/GridView.h"
 
+#include "qt/ControlStyle.h"
 #include "qt/GridModel.h"
-#include "qt/OutlineStyle.h"
 #include "qt/Scale.h"
 #include "qt/ViewDesktop.h"
 #include "toolkit/QtText.h"
@@ -35,7 +35,7 @@ GridView::GridView(Grid& grid, ViewDesktop& desktop, QStringList headings, QWidg
 {
     setModel(m_model);
     new SpokenItems(*this);
-    OutlineStyle::giveTo(*this);
+    ControlStyle::giveTo(*this);
     setSelectionBehavior(SelectRows);
     setSelectionMode(SingleSelection);
     setTabKeyNavigation(false);

@@ -1,9 +1,32 @@
 #include "qt/Mirror.h"
 
+#include "qt/ControlStyle.h"
+#include "qt/FieldFlash.h"
 #include "qt/Scale.h"
 #include "toolkit/QtText.h"
 
 namespace health {
+
+namespace {
+
+// The widget that is drawn as the field: a date's line, else the view itself.
+QWidget& fieldOf(QWidget& view) { return view.focusProxy() ? *view.focusProxy() : view; }
+
+void mirrorNote(QWidget& view, const Control& control)
+{
+    if (!control.note().empty())
+        flashField(fieldOf(view));
+}
+
+void mirrorFault(QWidget& view, const Control& control)
+{
+    for (QWidget* const widget : { &view, &fieldOf(view) }) {
+        widget->setProperty(FaultProperty, toQString(control.fault()));
+        widget->update();
+    }
+}
+
+}
 
 void mirrorCommon(QWidget& widget, const Control& control, Change change)
 {
@@ -18,7 +41,10 @@ void mirrorCommon(QWidget& widget, const Control& control, Change change)
         widget.setToolTip(toToolTip(control.toolTip()));
         break;
     case Change::Note:
-        widget.setProperty(NoteProperty, toQString(control.note()));
+        mirrorNote(widget, control);
+        break;
+    case Change::Fault:
+        mirrorFault(widget, control);
         break;
     case Change::Place:
         widget.setGeometry(Scale(widget).pixels(control.place()));

@@ -9,9 +9,6 @@
 
 namespace health {
 
-// Dynamic property with the control's note; NoteLabel follows its changes.
-inline constexpr char NoteProperty[] = "note";
-
 // Mirrors a change of the state that all controls share.
 void mirrorCommon(QWidget& widget, const Control& control, Change change);
 

@@ -1,6 +1,7 @@
 #include "qt/TextViews.h"
 
-#include "qt/OutlineStyle.h"
+#include "qt/ControlStyle.h"
+#include "qt/Measures.h"
 #include "toolkit/QtText.h"
 
 #include <QKeyEvent>
@@ -79,7 +80,8 @@ constexpr int AreaLines = 4;
 TextAreaView::TextAreaView(TextBox& textBox)
     : Mirror(textBox)
 {
-    OutlineStyle::giveTo(*this);
+    ControlStyle::giveTo(*this);
+    alignText();
     setPlainText(withLineFeeds(textBox.text()));
     setTabChangesFocus(true);
     setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
@@ -93,6 +95,16 @@ TextAreaView::TextAreaView(TextBox& textBox)
 }
 
 TextAreaView::~TextAreaView() { m_control.setWindow(nullptr); }
+
+// The first letter stands where it does in a line.
+void TextAreaView::alignText() { document()->setDocumentMargin(Measures(*this).units(1.5) - frameWidth()); }
+
+void TextAreaView::changeEvent(QEvent* event)
+{
+    FocusFramed::changeEvent(event);
+    if (event->type() == QEvent::FontChange)
+        alignText();
+}
 
 void TextAreaView::mirror(Change change)
 {

@@ -3,6 +3,7 @@
 
 #include "platform/controls/TextBox.h"
 #include "qt/EntryLine.h"
+#include "qt/FocusFrame.h"
 #include "qt/Mirror.h"
 
 #include <QPlainTextEdit>
@@ -21,15 +22,19 @@ protected:
 };
 
 // A field of several lines. Tab leaves it; Enter inserts a line break.
-class TextAreaView : public Mirror<QPlainTextEdit, TextBox> {
+class TextAreaView : public Mirror<FocusFramed<QPlainTextEdit>, TextBox> {
 public:
     explicit TextAreaView(TextBox& textBox);
     ~TextAreaView() override;
     QSize sizeHint() const override;
 
 protected:
+    void changeEvent(QEvent* event) override;
     void mirror(Change change) override;
     void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    void alignText();
 };
 
 }

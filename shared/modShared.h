@@ -2,6 +2,7 @@
 
 #include "shared/KeptEntries.h"
 #include "shared/OpenForms.h"
+#include "shared/PatientHeading.h"
 #include "shared/Security.h"
 #include "shared/UserParameters.h"
 #include "text/FileManDates.h"
@@ -34,6 +35,8 @@ public:
     // The counterpart: uncounts an instance and, with the last, releases all host objects.
     void ReleaseObjects();
     int instanceCount() const { return m_instanceCount; }
+    // The heading of a form that is opened now; see PatientHeading.h.
+    FormHeading patientHeading() const { return health::patientHeading(*this); }
     using SharedObjects::encounter;
     using SharedObjects::hasSession;
     using SharedObjects::patient;

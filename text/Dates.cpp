@@ -3,7 +3,6 @@
 #include "text/Letters.h"
 
 #include <algorithm>
-#include <array>
 
 namespace health {
 
@@ -81,10 +80,8 @@ private:
 // 1 to 12 for the name of a month or its first three letters; 0 for any other word.
 int monthNamed(TextView word)
 {
-    static constexpr std::array<TextView, 12> names { L"JANUARY", L"FEBRUARY", L"MARCH", L"APRIL", L"MAY", L"JUNE",
-        L"JULY", L"AUGUST", L"SEPTEMBER", L"OCTOBER", L"NOVEMBER", L"DECEMBER" };
-    for (std::size_t i = 0; i < names.size(); ++i) {
-        if (equalIgnoringCase(word, names[i]) || equalIgnoringCase(word, names[i].substr(0, 3)))
+    for (std::size_t i = 0; i < MonthNames.size(); ++i) {
+        if (equalIgnoringCase(word, MonthNames[i]) || equalIgnoringCase(word, MonthNames[i].substr(0, 3)))
             return static_cast<int>(i) + 1;
     }
     return 0;

@@ -3,10 +3,16 @@
 
 #include "api/Text.h"
 
+#include <array>
 #include <chrono>
 #include <optional>
 
 namespace health {
+
+inline constexpr std::array<TextView, 12> MonthNames { L"January", L"February", L"March", L"April", L"May", L"June",
+    L"July", L"August", L"September", L"October", L"November", L"December" };
+inline constexpr std::array<TextView, 7> WeekdayNames { L"Sunday", L"Monday", L"Tuesday", L"Wednesday", L"Thursday",
+    L"Friday", L"Saturday" };
 
 // A civil date with its time of day, to the second.
 using Moment = std::chrono::local_seconds;

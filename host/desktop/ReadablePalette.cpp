@@ -7,6 +7,18 @@
 
 namespace health {
 
+namespace {
+
+// A disabled field still shows a value.
+QColor disabledText(const QPalette& palette, QPalette::ColorRole role)
+{
+    const auto active = [&](QPalette::ColorRole of) { return palette.color(QPalette::Active, of); };
+    const QColor half = mixed(active(role), active(QPalette::Window), 0.5);
+    return readableOn(half, { active(QPalette::Base), active(QPalette::Window) });
+}
+
+}
+
 QPalette readable(QPalette palette)
 {
     for (const auto group : { QPalette::Active, QPalette::Inactive }) {
@@ -17,6 +29,8 @@ QPalette readable(QPalette palette)
         palette.setColor(group, QPalette::Highlight,
             readableOn(palette.color(group, QPalette::Highlight), { palette.color(group, QPalette::HighlightedText) }));
     }
+    for (const auto role : { QPalette::Text, QPalette::WindowText, QPalette::ButtonText })
+        palette.setColor(QPalette::Disabled, role, disabledText(palette, role));
     return palette;
 }
 

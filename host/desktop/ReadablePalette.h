@@ -5,7 +5,7 @@
 
 namespace health {
 
-// The palette with readable colours for hints and selected text, which most palettes draw too faint.
+// The palette with readable colours for hints, selected text and disabled fields, which most palettes draw too faint.
 QPalette readable(QPalette palette);
 
 // Keeps the application's palette readable, also after the desktop's palette changes.

@@ -1,21 +1,12 @@
 #pragma once
 
 #include "platform/controls/Control.h"
-#include "text/Dates.h"
-
-#include <optional>
+#include "text/DateEntries.h"
 
 namespace health {
 
-// The days that a field accepts, both included; empty ends are open.
-struct DateRange {
-    std::optional<Moment> first;
-    std::optional<Moment> last;
-};
-
-// A field for a date. It accepts what clinical users type: a date, "T" for today, "N" for now, "T-3", "T+2W", "T-1M",
-// "T+1Y", six or eight digits such as 010206 or 01022006, and a time after a blank or "@". It shows a valid entry as
-// "mm/dd/yyyy" or "mm/dd/yyyy hh:mm" and keeps any other text unchanged, for the form to validate.
+// A field for a date. It accepts what clinical users type (see momentEntered). It shows a valid entry as "mm/dd/yyyy"
+// or "mm/dd/yyyy hh:mm" and keeps any other text unchanged, for the form to validate.
 class mevZvDate final : public Control {
 public:
     void accept(ControlVisitor& visitor) override { visitor.visit(*this); }
@@ -28,6 +19,8 @@ public:
     // The text in the field: the value, or the text being typed, which becomes the value when the user leaves the
     // field.
     const Text& shown() const { return m_typed ? *m_typed : m_value; }
+    // Leaving the field would replace its value by what is being typed.
+    bool isEdited(Moment now) const { return m_typed && understood(*m_typed, now) != m_value; }
     // The user types; `text` is the field's whole text.
     void type(TextView text);
     bool settle() override;
@@ -73,8 +66,5 @@ private:
     bool m_requireTime = false;
     bool m_dateOnly = false;
 };
-
-// Parses an entry, including all short forms, to the minute; empty if it is not a date.
-std::optional<Moment> momentEntered(TextView text, Moment now);
 
 }

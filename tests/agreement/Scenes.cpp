@@ -35,14 +35,14 @@ QString kept(QString value)
 const QStringList OnlyItems { "EKG", "MAMMOGRAM", "PAP SMEAR" };
 
 const QStringList Words =
-    QString("s,sterling,smith,glu,blue,T,T-3,T+5,T-400,N,1/5/3026,7 2,3.2K,6M,99,420,3,-5,12,x^y,zz,"
+    QString("s,sterling,smith,glu,blue,T,T-3,T+5,T-400,+2W,fri,N,1/5/3026,7 2,3.2K,6M,99,420,3,-5,12,x^y,zz,"
             "late | or not, ")
         .split(u',');
 
 // "?" stands for any letter.
 const QStringList Keys =
     QString("Tab,Tab,Shift+Tab,Return,Return,Esc,Space,Up,Down,Down,Home,End,Del,Backspace,Left,Right,"
-            "Alt+Down,Ctrl+A,Shift+F10,Alt+?,Alt+?,Alt+?,Alt+?")
+            "PgUp,Alt+Down,Ctrl+A,Shift+F10,Alt+?,Alt+?,Alt+?,Alt+?")
         .split(u',');
 
 // Each with its weight.

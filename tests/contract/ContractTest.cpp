@@ -1,4 +1,5 @@
 // What the panel relies on in the real server's replies; replies.py has the guards of each call.
+#include "editors/BirthWeight.h"
 #include "lookups/LookupTables.h"
 #include "shared/modShared.h"
 #include "tests/support/RealServer.h"
@@ -139,6 +140,25 @@ TEST_F(Contract, PatientsAreFoundAsTheyAreTyped)
              { L"MEVUTL DICLKUP", L"60^ Lipid  panel ", L"4^LIPID PANEL^" },
              { L"MEVICDLK ICDLKUP", L"^ \u00e1sthma ,moderate ", L"ASTHMA, MODERATE PERSISTENT^" } })
         EXPECT_TRUE(call(name, Text(text) + L"^^^250^^^^.01").starts_with(line)) << narrow(text);
+}
+
+// The birth measurements' form shows the other units of a weight before the server has converted it.
+TEST_F(Contract, WeightsAreConvertedAsTheFormShowsThem)
+{
+    constexpr TextView patient = L"14"; // who has no birth measurements
+    for (const TextView entry : { L"7 2", L"7-2", L"07 02.50", L"1.5 0", L"24 16", L"40 2", L"99 99", L"100 0", L"3.2K",
+             L"0.98K", L"4.0005K", L"8.1235K", L"9.9995K", L"99.99K", L"100K", L".5K", L"980G", L"907.5G", L"1000.5G",
+             L"3232G", L"453G", L"100000G", L"7", L"K", L"3.2 K" }) {
+        call(L"MEVBMSR SET", Text(patient) + L"^^^^^^");
+        call(L"MEVBMSR SET", Text(patient) + L"^" + Text(entry) + L"^^^^^");
+        const Text filed = call(L"MEVBMSR GET", patient);
+        const LinePieces pieces(filed);
+        const BirthWeight weight = birthWeight(entry).value_or(BirthWeight {});
+        EXPECT_EQ(weight.pounds + L" " + weight.ounces + L" " + weight.kilograms + L" " + weight.grams,
+            Text(pieces[1]) + L" " + Text(pieces[2]) + L" " + Text(pieces[3]) + L" " + Text(pieces[4]))
+            << narrow(entry);
+    }
+    call(L"MEVBMSR DEL", patient);
 }
 
 TEST_F(Contract, VisitReportIsAListOfNarrowLines)

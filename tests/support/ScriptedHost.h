@@ -71,6 +71,7 @@ struct ScriptedPatient : Patient {
     long patientNumber = 0;
     Text patientSex = L"F";
     Text patientAge = L"30";
+    Text shownName; // as a form's heading has it
     int prompts = 0;
     bool fails = false;
     bool failsSex = false;
@@ -83,6 +84,7 @@ struct ScriptedPatient : Patient {
     }
     Text sex() const override { return failsSex ? throw Failure(L"The sex is not known.") : patientSex; }
     Text age() const override { return patientAge; }
+    Text displayName() const override { return shownName; }
     bool isSelected() const override { return patientNumber != 0; }
     void select() override { ++prompts; }
 };
@@ -107,6 +109,7 @@ struct ScriptedEncounter : Encounter {
     std::vector<int> preparations; // flags asked for
     std::vector<int> promptKinds;
     bool fails = false;
+    Text shown; // as a form's heading has it
     bool opensVisit = true; // lets the user pick a visit when none is active
 
     long visitNumber() const override
@@ -116,6 +119,7 @@ struct ScriptedEncounter : Encounter {
         return visit;
     }
     bool isValid() const override { return visit != 0; }
+    Text displayText() const override { return shown; }
     bool prepare(int flags) override
     {
         preparations.push_back(flags);
