@@ -26,6 +26,9 @@ FieldNotes::FieldNotes()
     for (QWidget* const widget : std::initializer_list<QWidget*> { m_line, m_suggestion, m_use })
         layout->addWidget(widget);
     layout->addStretch();
+    // Screen readers read them out with the window otherwise, and again as the field's description.
+    for (QWidget* const label : std::initializer_list<QWidget*> { m_beside, m_line, m_suggestion })
+        label->setAccessibleName(u" "_s);
     m_use->setFont(scaled(m_use->font(), TypeSize::Note));
     m_use->setFixedHeight(m_use->fontMetrics().height() + 2); // within the line: nothing moves when it appears
     m_use->setAutoDefault(false);

@@ -34,6 +34,7 @@ PROVIDER = ("SORREL,ADA", 1, {
     "tx-contract": lambda: edited("Tx Contract"),
     "provider-lookup": lambda: searched(added("Treatment Contract"), "Provider", "s"),
     "date-typed": lambda: added("Treatment Contract"),
+    "summary-opened": lambda: added("Treatment Contract"),
     "refusal": lambda: edited("Refusal"),
     "refusal-add": lambda: added("Refusal"),
     "visit-report": lambda: reported("Functional Status"),
@@ -52,6 +53,7 @@ REGISTRY = ("ROLLINS,COLE", 11, {
 # The texts of what is said while a field is typed: the field, and the keys.
 TYPED = {
     "date-typed": ("Date Initiated", ["t", "minus", "3", "Tab"]),
+    "summary-opened": ("Date Initiated", ["F2", "F2"]),
     "weight-typed": ("Birth Weight", ["3", "period", "2", "k", "Tab"]),
 }
 
