@@ -72,6 +72,7 @@ bool FieldNotes::refresh(Form& form)
     const Line line = lineFor(form.activeControl());
     const bool differs = line.text != m_line->text();
     m_line->say(line.text, line.tone);
+    m_line->setAccessibleName(line.isNews ? line.text : u" "_s); // an announcement speaks the name
     showSuggestion();
     m_below->setVisible(!m_line->isHidden() || !m_use->isHidden());
     if (line.isNews && differs)

@@ -107,29 +107,5 @@ TEST(SpokenNames, AnswerOfADropDownListIsDescribed)
     });
 }
 
-QStringList spokenFocus; // the names of the items that received it
-
-TEST(SpokenNames, CurrentItemIsSpokenWhenItsListGetsTheFocus)
-{
-    spokenFocus.clear();
-    ShownForms forms;
-    forms.show<frmInf>([](QWidget& window) {
-        auto* const list = window.findChild<QListWidget*>();
-        list->setCurrentRow(3);
-        const bool wasActive = QAccessible::isActive();
-        QAccessible::setActive(true);
-        const auto before = QAccessible::installUpdateHandler([](QAccessibleEvent* event) {
-            if (event->type() == QAccessible::Focus && event->accessibleInterface())
-                spokenFocus.append(event->accessibleInterface()->text(QAccessible::Name));
-        });
-        list->clearFocus();
-        list->setFocus();
-        QTest::qWait(1);
-        QAccessible::installUpdateHandler(before);
-        QAccessible::setActive(wasActive);
-        EXPECT_EQ(spokenFocus.value(spokenFocus.size() - 1), list->item(3)->text());
-    });
-}
-
 }
 }
