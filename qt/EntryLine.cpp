@@ -32,7 +32,7 @@ void EntryLine::setSample(const QString& letters)
 
 QSize EntryLine::sizeOfSample() const
 {
-    const int margins = Measures(*this).u(); // the cursor needs room behind the text
+    const int margins = Measures(*this).u() + textMargins().right(); // the cursor needs room behind the text
     QStyleOptionFrame option;
     initStyleOption(&option);
     const QSize text(fontMetrics().horizontalAdvance(m_sample) + margins, fontMetrics().height());

@@ -32,7 +32,7 @@ TEST_F(AsthmaRecord, NewRecordSavesItsVisit)
     form.setHeight(frmAsthma::PlainHeight); // without the registry's frame
     const auto parts = form.arrangement().children.size();
     form.setHeight(frmAsthma::RegistryHeight);
-    EXPECT_EQ(form.arrangement().children.size(), parts + 1);
+    EXPECT_EQ(form.arrangement().children.size(), parts + 2); // with a line above it
 }
 
 TEST_F(AsthmaRecord, SeverityIsReadAsTextAndSavedAsNumber)
