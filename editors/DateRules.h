@@ -9,6 +9,9 @@
 
 namespace health {
 
+// The title of most boxes that refuse a date.
+inline constexpr TextView InvalidDate = L"Invalid Date";
+
 // Why a form refuses a date: the box that it shows. An empty message means that it accepts the date.
 struct DateRefusal {
     TextView message;

@@ -7,8 +7,6 @@ namespace health {
 
 namespace {
 
-constexpr TextView InvalidDate = L"Invalid Date";
-
 DateRefusal judgeStorable(Moment entered, Moment)
 {
     if (isStorable(entered))

@@ -261,7 +261,7 @@ void frmER::dropPlace(TextView why)
 // The control has kept the old value.
 void frmER::datDepart_EntryRefused()
 {
-    refuseDate(datDepart, { L"Enter the departure date with its time, such as 1/2/2006 14:30.", L"Invalid Date" },
+    refuseDate(datDepart, { L"Enter the departure date with its time, such as 1/2/2006 14:30.", InvalidDate },
         datDepart.value(), datDepart.isEmpty() ? L"The field is empty." : L"The date is the one before.");
 }
 

@@ -19,7 +19,6 @@ constexpr std::array<TextView, frmRepHist::CountBoxes> CountCodes { L"G", L"P", 
 // Almost black, for the pregnancy block. Intended: not the colour of the other labels.
 constexpr Colour QuietColour = 2;
 
-constexpr TextView InvalidDate = L"Invalid Date";
 constexpr DateRefusal NoDate { L"This is not a valid date format.", InvalidDate };
 constexpr days FarthestDelivery { 270 };
 

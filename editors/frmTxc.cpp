@@ -9,7 +9,6 @@ namespace {
 
 constexpr std::array<TextView, 2> TypeCodes { L"P", L"M" };
 constexpr std::chrono::days OldestContract { 365 };
-constexpr TextView InvalidDate = L"Invalid Date";
 
 DateRefusal judgeInitiation(Moment entered, Moment now)
 {

@@ -3,6 +3,7 @@
 #include "qt/ControlStyle.h"
 #include "qt/Measures.h"
 #include "toolkit/QtText.h"
+#include "toolkit/SpokenItems.h"
 
 #include <QScopedValueRollback>
 
@@ -60,6 +61,7 @@ CheckListView::CheckListView(CheckList& list)
 {
     ControlStyle::giveTo(*this);
     setHorizontalScrollMode(ScrollPerPixel);
+    new SpokenItems(*this);
     mirrorItems();
     connect(this, &QListWidget::itemChanged, this, [this](QListWidgetItem* item) {
         if (m_mirroring)

@@ -42,6 +42,25 @@ void ComboBoxView::makeClearButton()
     setAccessibleDescription(u"Delete clears the answer."_s);
 }
 
+void ComboBoxView::setSpokenName(const QString& name)
+{
+    setAccessibleName(name);
+    m_isNamed = true;
+    describe();
+}
+
+// Some screen readers speak the caption beside the list instead of the answer, so the answer is described too.
+void ComboBoxView::describe()
+{
+    if (!m_isNamed)
+        return;
+    QString text = currentText();
+    if (m_clear && !text.isEmpty())
+        text += u". Delete clears the answer."_s;
+    if (text != accessibleDescription())
+        setAccessibleDescription(text);
+}
+
 // Leaves room for the cross beside the longest answer.
 QSize ComboBoxView::sizeHint() const { return QComboBox::sizeHint() + QSize(m_clear ? Measures(*this).em() : 0, 0); }
 
@@ -89,6 +108,7 @@ void ComboBoxView::mirrorChoice()
     setCurrentIndex(m_control.listIndex());
     if (m_clear)
         m_clear->setVisible(m_control.listIndex() != -1);
+    describe();
 }
 
 void ComboBoxView::keyPressEvent(QKeyEvent* event)

@@ -2,6 +2,7 @@
 
 #include "platform/controls/ComboBox.h"
 #include "qt/Mirror.h"
+#include "qt/SpokenName.h"
 
 #include <QComboBox>
 
@@ -10,11 +11,12 @@ namespace health {
 class FieldButton;
 
 // Mirrors a drop-down list. The mouse wheel changes it only while it has the focus (see WheelGuard).
-class ComboBoxView : public Mirror<QComboBox, ComboBox> {
+class ComboBoxView : public Mirror<QComboBox, ComboBox>, public SpokenParts {
 public:
     ComboBoxView(ComboBox& comboBox, QWidget* parent);
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
+    void setSpokenName(const QString& name) override;
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
@@ -26,8 +28,10 @@ private:
     void mirrorChoice();
     void choose(int index);
     void makeClearButton();
+    void describe();
 
     FieldButton* m_clear = nullptr; // in an emptiable list
+    bool m_isNamed = false; // a caption stands beside the list
 };
 
 }

@@ -35,9 +35,7 @@ QSize EntryLine::sizeOfSample() const
     const int margins = Measures(*this).u(); // the cursor needs room behind the text
     QStyleOptionFrame option;
     initStyleOption(&option);
-    const QMargins around = textMargins();
-    const QSize text(
-        fontMetrics().horizontalAdvance(m_sample) + margins + around.left() + around.right(), fontMetrics().height());
+    const QSize text(fontMetrics().horizontalAdvance(m_sample) + margins, fontMetrics().height());
     const int width = style()->sizeFromContents(QStyle::CT_LineEdit, &option, text, this).width();
     return { width, QLineEdit::sizeHint().height() };
 }

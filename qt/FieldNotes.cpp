@@ -27,6 +27,9 @@ FieldNotes::FieldNotes()
     for (QWidget* const widget : std::initializer_list<QWidget*> { m_line, m_suggestion, m_use })
         layout->addWidget(widget);
     layout->addStretch();
+    // Screen readers read them out with the window otherwise, and again as the field's description.
+    for (QWidget* const label : std::initializer_list<QWidget*> { m_beside, m_line, m_suggestion })
+        label->setAccessibleName(u" "_s);
     m_use->setFont(scaled(m_use->font(), TypeSize::Note));
     m_use->setFixedHeight(m_use->fontMetrics().height() + 2); // within the line: nothing moves when it appears
     m_use->setAutoDefault(false);
@@ -70,6 +73,7 @@ bool FieldNotes::refresh(Form& form)
     const Line line = lineFor(form.activeControl());
     const bool differs = line.text != m_line->text();
     m_line->say(line.text, line.tone);
+    m_line->setAccessibleName(line.isNews ? line.text : u" "_s); // an announcement speaks the name
     showSuggestion();
     m_below->setVisible(!m_line->isHidden() || !m_use->isHidden());
     if (line.isNews && differs)

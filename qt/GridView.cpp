@@ -5,6 +5,7 @@
 #include "qt/Scale.h"
 #include "qt/ViewDesktop.h"
 #include "toolkit/QtText.h"
+#include "toolkit/SpokenItems.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -33,6 +34,7 @@ GridView::GridView(Grid& grid, ViewDesktop& desktop, QStringList headings, QWidg
     , m_model(new GridModel(grid, std::move(headings), this))
 {
     setModel(m_model);
+    new SpokenItems(*this);
     ControlStyle::giveTo(*this);
     setSelectionBehavior(SelectRows);
     setSelectionMode(SingleSelection);

@@ -2,6 +2,7 @@
 
 #include "api/Failure.h"
 #include "host/framework/DisplayText.h"
+#include "toolkit/SpokenItems.h"
 
 #include <QCoreApplication>
 #include <QDialogButtonBox>
@@ -72,6 +73,7 @@ void ListPicker::setUpList(const QStringList& headings)
 {
     m_list->setHorizontalHeaderLabels(headings);
     m_list->setAccessibleName(windowTitle());
+    new SpokenItems(*m_list);
     m_list->setSelectionBehavior(QAbstractItemView::SelectRows);
     m_list->setSelectionMode(QAbstractItemView::SingleSelection);
     m_list->setEditTriggers(QAbstractItemView::NoEditTriggers);

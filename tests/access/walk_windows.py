@@ -14,67 +14,16 @@ import sys
 import tempfile
 import time
 
-import gi
-
-gi.require_version("Atspi", "2.0")
-from gi.repository import Atspi, GLib  # noqa: E402
+import bus
+from bus import (TABLES, Atspi, application, descendants, find, focus, focused, grid, has_state, main_window, press,
+                 wait_for, windows)
 
 HOST, SERVER, LIBRARY = sys.argv[1:4]
-PATIENCE = 20  # seconds
 
 # Everything else that takes the focus is a control too.
 BUTTONS = {Atspi.Role.PUSH_BUTTON, Atspi.Role.TOGGLE_BUTTON, Atspi.Role.MENU, Atspi.Role.MENU_ITEM, Atspi.Role.PAGE_TAB}
-# Their children are cells and entries: texts of the data.
-TABLES = {Atspi.Role.COMBO_BOX, Atspi.Role.LIST, Atspi.Role.LIST_BOX, Atspi.Role.TABLE, Atspi.Role.TREE_TABLE}
-
 faults = []
 walked = {}
-
-
-def wait_for(what, look):
-    """The first result of `look` that is not empty; exits if there is none in time."""
-    end = time.monotonic() + PATIENCE
-    while time.monotonic() < end:
-        try:
-            found = look()
-        except GLib.Error:
-            found = None  # closed meanwhile
-        if found:
-            return found
-        time.sleep(0.02)
-    for window in windows():
-        print(f"  open: {window.get_role_name()} '{window.get_name()}'", file=sys.stderr)
-    raise SystemExit(f"Not seen within {PATIENCE} s: {what}")
-
-
-def children(node):
-    return [child for child in (node.get_child_at_index(i) for i in range(node.get_child_count())) if child]
-
-
-def application():
-    return next((child for child in children(Atspi.get_desktop(0)) if child.get_process_id() == host.pid), None)
-
-
-def has_state(node, state):
-    return node.get_state_set().contains(state)
-
-
-def windows():
-    program = application()
-    return [window for window in children(program) if has_state(window, Atspi.StateType.SHOWING)] if program else []
-
-
-def descendants(node):
-    """The node and all its descendants, except the cells of tables."""
-    yield node
-    if node.get_role() not in TABLES:
-        for child in children(node):
-            yield from descendants(child)
-
-
-def find(window, role, name=None):
-    return next((node for node in descendants(window) if node.get_role() == role and name in (None, node.get_name())
-                 and has_state(node, Atspi.StateType.SHOWING)), None)
 
 
 def spoken_name(node):
@@ -114,31 +63,13 @@ def check(window):
 def focus_top_window():
     """Replaces the window manager, which is missing here."""
     def is_active():
-        found = subprocess.run(["xdotool", "search", "--onlyvisible", "--pid", str(host.pid), "--name", "."],
+        found = subprocess.run(["xdotool", "search", "--onlyvisible", "--pid", str(bus.host.pid), "--name", "."],
                                capture_output=True, text=True).stdout.split()
         # windowfocus fails for a window that is just closing.
         given = found and not subprocess.run(["xdotool", "windowfocus", found[-1]], capture_output=True).returncode
         return given and any(has_state(window, Atspi.StateType.ACTIVE) for window in windows())
 
     wait_for("an active window", is_active)
-
-
-def press(*keys):
-    subprocess.run(["xdotool", "key", "--delay", "30", *keys], check=True)
-
-
-def focused(window):
-    return next((n for n in descendants(window) if has_state(n, Atspi.StateType.FOCUSED)), None)
-
-
-def focus(node):
-    """Presses Tab until the node has the focus."""
-    for _ in range(40):
-        if has_state(node, Atspi.StateType.FOCUSED):
-            return
-        press("Tab")
-        time.sleep(0.03)
-    raise SystemExit(f"Tab does not reach {node.get_role_name()} {node.get_name()}")
 
 
 def open_by(*keys):
@@ -162,10 +93,6 @@ def leave(window, *keys):
 # --- The checks ---
 
 
-def main_window():
-    return next((w for w in windows() if w.get_role() == Atspi.Role.FRAME), None)
-
-
 def choose_patient(name):
     """Selects a patient and the patient's first visit."""
     picker = open_by("ctrl+o")
@@ -177,10 +104,6 @@ def choose_patient(name):
     visits = open_by("ctrl+t")
     leave(visits, "Down", "Return")
     wait_for("the visit", lambda: any(node.get_name().startswith("Visit ") for node in descendants(main_window())))
-
-
-def grid():
-    return find(main_window(), Atspi.Role.TABLE, "Personal health records")
 
 
 def check_grid():
@@ -213,8 +136,7 @@ def look_at_rows():
 
 
 def walk():
-    global host
-    host = subprocess.Popen([HOST, "--user", "SORREL,ADA", "--data", DATA, "--server-program", SERVER])
+    bus.host = subprocess.Popen([HOST, "--user", "SORREL,ADA", "--data", DATA, "--server-program", SERVER])
     wait_for("the host on the bus", application)
     wait_for("the grid", lambda: main_window() and grid())
     focus_top_window()
@@ -229,7 +151,6 @@ def walk():
     leave(open_by("alt+h", "Return"))
 
 
-host = None
 DATA = None
 
 
@@ -243,9 +164,9 @@ def main():
         try:
             walk()
         finally:
-            if host:
-                host.terminate()
-                host.wait()
+            if bus.host:
+                bus.host.terminate()
+                bus.host.wait()
     print(f"Controls by window: {walked}")
     if faults:
         sys.exit("\n".join(["Faults:", *faults]))

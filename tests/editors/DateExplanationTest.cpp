@@ -9,7 +9,7 @@ constexpr TextView Texts[] = { L"", L" ", L"T", L"t-1", L"T+1", L"T+270", L"T+27
     L"T-365", L"T-365 23:00", L"T-365 9:31", L"N", L"N-365", L"N+1", L"now", L"fri", L"Sunday", L"mon 14:30",
     L"MAR 3, 2026", L"SAT 3, 2026", L"yesterday", L"tomorrow", L"02/30/2026", L"13/1/2026", L"abc", L"1/", L"03152",
     L"031526", L"1/1/1799", L"12/31/2699", L"1/1/2700", L"T@0:00", L"T 23:59", L"03/15/2026", L"03/14/2026 22:45",
-    L"FEB 3" };
+    L"FEB 3", L"1/1/2020" };
 
 // Types a text, reads the explanation and leaves the field for Cancel's neighbour.
 template<typename Editor>

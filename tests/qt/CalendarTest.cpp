@@ -99,6 +99,7 @@ TEST(Calendar, RefusedDayCannotBePicked)
     };
     pressInCalendar(Qt::Key_Right);
     pressInCalendar(Qt::Key_Return);
+    ASSERT_EQ(shown.date.shown(), L"03/15/2026");
     click(1);
     click(36); // an empty cell
     EXPECT_EQ(shown.date.shown(), L"03/15/2026");

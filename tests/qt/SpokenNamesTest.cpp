@@ -2,6 +2,7 @@
 #include "tests/support/EveryForm.h"
 
 #include <QAccessible>
+#include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -89,6 +90,20 @@ TEST(SpokenNames, StateIsSpokenToo)
         EXPECT_EQ(node->child(2)->text(QAccessible::Name), "1/2 Breast & 1/2 Formula");
         EXPECT_FALSE(node->child(3)->state().checked);
         EXPECT_TRUE(node->child(4)->state().checked);
+    });
+}
+
+TEST(SpokenNames, AnswerOfADropDownListIsDescribed)
+{
+    ShownForms forms;
+    forms.show<frmAsthma>([](QWidget& window) {
+        auto* const list = window.findChild<QComboBox*>();
+        const auto description = [&] { return list->accessibleDescription(); };
+        QTest::keyClick(list, Qt::Key_Down);
+        ASSERT_FALSE(list->currentText().isEmpty());
+        EXPECT_TRUE(description().startsWith(list->currentText() + ". Delete clears")) << qPrintable(description());
+        QTest::keyClick(list, Qt::Key_Delete);
+        EXPECT_FALSE(description().contains("Delete clears")) << qPrintable(description());
     });
 }
 
