@@ -107,8 +107,8 @@ Arrangement frmAsthma::arrangement()
         fields({ field(lblTriggers[3], { wide(cbo[3], AnswerWidth) }) }) };
     if (height() >= RegistryHeight) {
         parts.push_back(line());
-        parts.push_back(
-            frame(fraRegister, column({ field(lblRegister, { strong(lblStatus), cmdActivate, cmdEditReg }), details(fg) })));
+        parts.push_back(frame(
+            fraRegister, column({ field(lblRegister, { strong(lblStatus), cmdActivate, cmdEditReg }), details(fg) })));
     }
     parts.push_back(buttons({ cmdHS, stretch(), cmdAdd, cmdCancel }));
     return column(std::move(parts));

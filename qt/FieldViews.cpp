@@ -90,15 +90,16 @@ void LabelView::mirrorColour()
 
 FrameView::FrameView(mevContainer& container)
     : Mirror(container, toQString(container.caption()))
+    , m_heading(new HeadingStyle(this))
 {
-    setStyle(new HeadingStyle(this));
+    setStyle(m_heading);
 }
 
 void FrameView::setAside(const QString& text)
 {
-    if (text == m_aside)
+    if (text == m_heading->aside())
         return;
-    m_aside = text;
+    m_heading->setAside(text);
     setAccessibleDescription(text);
     updateGeometry();
     update();

@@ -13,6 +13,8 @@
 
 namespace health {
 
+class HeadingStyle;
+
 class LabelView : public Mirror<QLabel, Label> {
 public:
     explicit LabelView(Label& label);
@@ -41,12 +43,11 @@ public:
 
     // A quiet text beside the heading.
     void setAside(const QString& text);
-    const QString& aside() const { return m_aside; }
 
 private:
     void mirror(Change change) override;
 
-    QString m_aside;
+    HeadingStyle* m_heading;
 };
 
 // The two arrows inside or beside a number's field.

@@ -153,7 +153,9 @@ int FormDialog::neededHeight(int width) const
     const QLayout* const foot = m_foot->layout();
     const int heading = m_heading->isHidden() ? 0 : m_heading->heightForWidth(width);
     const int below = foot->hasHeightForWidth() ? foot->totalHeightForWidth(width) : foot->totalSizeHint().height();
-    return std::max(heading + m_body->heightFor(width) + below, Scale(*this).pixels(m_form.height()));
+    // The form does not know of the heading and the margins.
+    const int requested = m_form.height() == 0 ? 0 : Scale(*this).pixels(m_form.height()) + heading + below / 2;
+    return std::max(heading + m_body->heightFor(width) + below, requested);
 }
 
 // As wide as the fields and a heading in one line, as high as all texts need, at least as high as the form requests.

@@ -1,27 +1,27 @@
 #include "qt/HeadingStyle.h"
 
-#include "qt/FieldViews.h"
 #include "qt/Inks.h"
 #include "qt/Measures.h"
 
+#include <QGroupBox>
 #include <QPainter>
 #include <QStyleOptionGroupBox>
 
 namespace health {
 
-HeadingStyle::HeadingStyle(FrameView* frame)
-    : m_frame(frame)
+HeadingStyle::HeadingStyle(QGroupBox* group)
+    : m_group(group)
 {
-    setParent(frame);
+    setParent(group);
 }
 
-int HeadingStyle::headingHeight() const { return m_frame->title().isEmpty() ? 0 : Measures(*m_frame).optionRow(); }
+int HeadingStyle::headingHeight() const { return m_group->title().isEmpty() ? 0 : Measures(*m_group).optionRow(); }
 
-QFont HeadingStyle::headingFont() const { return semibold(m_frame->font()); }
+QFont HeadingStyle::headingFont() const { return semibold(m_group->font()); }
 
 int HeadingStyle::titleWidth() const
 {
-    return QFontMetrics(headingFont()).size(Qt::TextShowMnemonic, m_frame->title()).width();
+    return QFontMetrics(headingFont()).size(Qt::TextShowMnemonic, m_group->title()).width();
 }
 
 void HeadingStyle::drawComplexControl(
@@ -31,16 +31,16 @@ void HeadingStyle::drawComplexControl(
         QProxyStyle::drawComplexControl(control, option, painter, widget);
         return;
     }
-    const QRect line(0, 0, m_frame->width(), headingHeight());
+    const QRect line(0, 0, m_group->width(), headingHeight());
     const QFont plain = painter->font();
     painter->setFont(headingFont());
     drawItemText(painter, line, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextShowMnemonic, option->palette,
-        m_frame->isEnabled(), m_frame->title(), QPalette::WindowText);
+        m_group->isEnabled(), m_group->title(), QPalette::WindowText);
     painter->setFont(plain);
     QPalette quiet = option->palette;
     quiet.setColor(QPalette::WindowText, colourOf(Ink::Quiet, quiet));
-    const int left = titleWidth() + Measures(*m_frame).captionGap();
-    drawItemText(painter, line.adjusted(left, 0, 0, 0), Qt::AlignLeft | Qt::AlignVCenter, quiet, true, m_frame->aside(),
+    const int left = titleWidth() + Measures(*m_group).captionGap();
+    drawItemText(painter, line.adjusted(left, 0, 0, 0), Qt::AlignLeft | Qt::AlignVCenter, quiet, true, m_aside,
         QPalette::WindowText);
 }
 
@@ -51,7 +51,7 @@ QRect HeadingStyle::subControlRect(
         return QProxyStyle::subControlRect(control, option, part, widget);
     const int heading = headingHeight();
     if (part == SC_GroupBoxLabel)
-        return { 0, 0, m_frame->width(), heading };
+        return { 0, 0, m_group->width(), heading };
     return part == SC_GroupBoxContents ? option->rect.adjusted(0, heading, 0, 0) : option->rect;
 }
 
@@ -60,11 +60,10 @@ QSize HeadingStyle::sizeFromContents(
 {
     if (type != CT_GroupBox)
         return QProxyStyle::sizeFromContents(type, option, contents, widget);
-    if (m_frame->title().isEmpty())
+    if (m_group->title().isEmpty())
         return { 0, 0 };
-    const int aside = m_frame->aside().isEmpty()
-        ? 0
-        : Measures(*m_frame).captionGap() + m_frame->fontMetrics().horizontalAdvance(m_frame->aside());
+    const int aside =
+        m_aside.isEmpty() ? 0 : Measures(*m_group).captionGap() + m_group->fontMetrics().horizontalAdvance(m_aside);
     return { titleWidth() + aside, headingHeight() };
 }
 

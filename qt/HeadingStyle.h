@@ -2,15 +2,19 @@
 
 #include <QProxyStyle>
 
-namespace health {
+class QGroupBox;
 
-class FrameView;
+namespace health {
 
 // Draws the title of a group as a heading above its content, without a frame.
 class HeadingStyle : public QProxyStyle {
 public:
-    // The frame owns the style.
-    explicit HeadingStyle(FrameView* frame);
+    // The group owns the style.
+    explicit HeadingStyle(QGroupBox* group);
+
+    // A quiet text beside the heading.
+    void setAside(const QString& text) { m_aside = text; }
+    const QString& aside() const { return m_aside; }
 
     void drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,
         const QWidget* widget) const override;
@@ -24,7 +28,8 @@ private:
     QFont headingFont() const;
     int titleWidth() const;
 
-    FrameView* m_frame;
+    QGroupBox* m_group;
+    QString m_aside;
 };
 
 }
