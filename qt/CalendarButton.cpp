@@ -1,7 +1,7 @@
 #include "qt/CalendarButton.h"
 
+#include "qt/Inks.h"
 #include "qt/Measures.h"
-#include "qt/Tones.h"
 
 #include <QPainter>
 
@@ -26,12 +26,12 @@ void CalendarButton::paintEvent(QPaintEvent*)
 {
     const Measures measures(*this);
     const double side = measures.ems(0.78);
-    const Tone tone = underMouse() || isDown() ? Tone::Words : Tone::Quiet;
+    const Ink ink = underMouse() || isDown() ? Ink::Words : Ink::Quiet;
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.translate((width() - side) / 2, (height() - side) / 2);
     painter.scale(side / 14, side / 14);
-    painter.setPen(QPen(isEnabled() ? colourOf(tone, palette()) : fadedColourOf(tone, palette()), 1.2));
+    painter.setPen(QPen(isEnabled() ? colourOf(ink, palette()) : fadedColourOf(ink, palette()), 1.2));
     painter.drawRoundedRect(QRectF(0.6, 1.8, 12.8, 11.6), 1.6, 1.6);
     painter.drawLine(QPointF(0.6, 5.2), QPointF(13.4, 5.2));
     for (const double x : { 4.0, 10.0 })

@@ -1,17 +1,17 @@
 #include "qt/CalendarColours.h"
 
-#include "qt/Tones.h"
+#include "qt/Inks.h"
 
 namespace health {
 
 CalendarColours::CalendarColours(const QPalette& palette)
-    : day(colourOf(Tone::Words, palette))
-    , refusedDay(fadedColourOf(Tone::Quiet, palette))
+    : day(colourOf(Ink::Words, palette))
+    , refusedDay(fadedColourOf(Ink::Quiet, palette))
     , currentDay(palette.color(QPalette::Active, QPalette::HighlightedText))
-    , fill(colourOf(Tone::Highlight, palette))
-    , focus(colourOf(Tone::Focus, palette))
-    , weekday(colourOf(Tone::Quiet, palette))
-    , frame(colourOf(Tone::FieldFrame, palette))
+    , fill(colourOf(Ink::Highlight, palette))
+    , focus(colourOf(Ink::Focus, palette))
+    , weekday(colourOf(Ink::Quiet, palette))
+    , frame(colourOf(Ink::FieldFrame, palette))
 {
 }
 

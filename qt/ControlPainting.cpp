@@ -1,7 +1,7 @@
 #include "qt/ControlPainting.h"
 
+#include "qt/Inks.h"
 #include "qt/Measures.h"
-#include "qt/Tones.h"
 #include "toolkit/Contrast.h"
 
 #include <algorithm>
@@ -48,9 +48,9 @@ Edge frameOf(const QWidget& widget, const Look& look)
     const Measures measures(widget);
     const QPalette& palette = widget.palette();
     if (!look.enabled)
-        return { fadedColourOf(Tone::FieldFrame, palette), measures.hairline() };
-    const Tone tone = look.faulty ? Tone::Error : look.focused ? Tone::Focus : Tone::FieldFrame;
-    return { colourOf(tone, palette), look.focused ? measures.focusFrame() : measures.hairline() };
+        return { fadedColourOf(Ink::FieldFrame, palette), measures.hairline() };
+    const Ink ink = look.faulty ? Ink::Error : look.focused ? Ink::Focus : Ink::FieldFrame;
+    return { colourOf(ink, palette), look.focused ? measures.focusFrame() : measures.hairline() };
 }
 
 // A little more contrast under the mouse, more while the button is held down.
@@ -76,7 +76,7 @@ QColor filledButtonGround(const QPalette& palette, const Look& look)
 {
     const QColor ink = buttonInk(palette, look);
     const QColor away = contrast(ink, Qt::black) > contrast(ink, Qt::white) ? Qt::black : Qt::white;
-    return mixed(away, colourOf(Tone::Highlight, palette), 1.5 * emphasis(look));
+    return mixed(away, colourOf(Ink::Highlight, palette), 1.5 * emphasis(look));
 }
 
 }
@@ -85,7 +85,7 @@ QColor fieldGround(const QPalette& palette, const Look& look)
 {
     if (!look.enabled)
         return mixed(baseColour(palette), windowColour(palette), 0.3);
-    return look.flashing ? colourOf(Tone::CautionTint, palette) : baseColour(palette);
+    return look.flashing ? colourOf(Ink::CautionTint, palette) : baseColour(palette);
 }
 
 void drawField(QPainter& painter, const QRect& place, const QWidget& widget, const Look& look)
@@ -110,7 +110,7 @@ void drawButton(QPainter& painter, const QRect& place, const QWidget& widget, co
             painter, place, measures.cornerRadius(), plainButtonGround(palette, look), frameOf(widget, look));
     const QColor ground = filledButtonGround(palette, look);
     drawRounded(
-        painter, place, measures.cornerRadius(), ground, { colourOf(Tone::Focus, palette), measures.hairline() });
+        painter, place, measures.cornerRadius(), ground, { colourOf(Ink::Focus, palette), measures.hairline() });
     if (!look.focused)
         return;
     const int inset = measures.focusFrame();
@@ -141,10 +141,10 @@ Edge markEdge(const QWidget& widget, Mark mark, const Look& look)
 {
     const QPalette& palette = widget.palette();
     if (look.checked && look.enabled)
-        return { colourOf(Tone::Focus, palette), Measures(widget).hairline() };
+        return { colourOf(Ink::Focus, palette), Measures(widget).hairline() };
     Edge edge = frameOf(widget, { .enabled = look.enabled });
     if (mark == Mark::Option && look.enabled && !isFlat(palette))
-        edge.colour = colourOf(Tone::Quiet, palette);
+        edge.colour = colourOf(Ink::Quiet, palette);
     return edge;
 }
 
@@ -163,8 +163,8 @@ void drawChoice(QPainter& painter, const QRect& place, const QWidget& widget, Ma
     const bool strong = look.checked && look.enabled;
     const Edge edge = markEdge(widget, mark, look);
     painter.setPen(edgePen(edge));
-    painter.setBrush(strong ? colourOf(Tone::Highlight, palette)
-            : look.pressed  ? colourOf(Tone::SelectionTint, palette)
+    painter.setBrush(strong ? colourOf(Ink::Highlight, palette)
+            : look.pressed  ? colourOf(Ink::SelectionTint, palette)
                             : fieldGround(palette, { .enabled = look.enabled }));
     const double inset = edge.width / 2.0;
     const QRectF shape = QRectF(place).adjusted(inset, inset, -inset, -inset);
@@ -187,8 +187,8 @@ void drawChoice(QPainter& painter, const QRect& place, const QWidget& widget, Ma
 void drawFocus(QPainter& painter, const QRect& place, const QWidget& widget)
 {
     const Measures measures(widget);
-    drawRounded(painter, place, measures.cornerRadius(), {},
-        { colourOf(Tone::Focus, widget.palette()), measures.focusFrame() });
+    drawRounded(
+        painter, place, measures.cornerRadius(), {}, { colourOf(Ink::Focus, widget.palette()), measures.focusFrame() });
 }
 
 namespace {

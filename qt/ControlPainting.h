@@ -1,4 +1,4 @@
-// How controls look: shapes drawn with the palette's tones and the font's measures. No function changes the painter.
+// How controls look: shapes drawn with the palette's inks and the font's measures. No function changes the painter.
 #pragma once
 
 #include <QPainter>

@@ -1,8 +1,8 @@
 #include "qt/ControlStyle.h"
 
 #include "qt/ControlPainting.h"
+#include "qt/Inks.h"
 #include "qt/Measures.h"
-#include "qt/Tones.h"
 
 #include <QAbstractScrollArea>
 #include <QApplication>
@@ -317,7 +317,7 @@ void ControlStyle::drawCheckRow(const QStyleOptionViewItem& option, QPainter& pa
     const Measures measures(widget);
     painter.save();
     if (look.checked && look.enabled)
-        painter.fillRect(option.rect, colourOf(Tone::SelectionTint, widget.palette()));
+        painter.fillRect(option.rect, colourOf(Ink::SelectionTint, widget.palette()));
     const QRect mark = subElementRect(SE_ItemViewItemCheckIndicator, &option, &widget);
     drawChoice(painter, mark, widget, Mark::Check, look);
     painter.setFont(look.checked ? semibold(option.font) : option.font);
@@ -330,8 +330,8 @@ void ControlStyle::drawCheckRow(const QStyleOptionViewItem& option, QPainter& pa
         drawFocus(painter, option.rect, widget);
     else if (option.state.testFlag(State_Selected)) {
         painter.save();
-        const QColor frame = colourOf(Tone::FieldFrame, widget.palette());
-        painter.setPen(QPen(look.enabled ? frame : fadedColourOf(Tone::FieldFrame, widget.palette()), 1));
+        const QColor frame = colourOf(Ink::FieldFrame, widget.palette());
+        painter.setPen(QPen(look.enabled ? frame : fadedColourOf(Ink::FieldFrame, widget.palette()), 1));
         painter.drawRect(option.rect.adjusted(0, 0, -1, -1));
         painter.restore();
     }

@@ -1,7 +1,7 @@
 #include "qt/FieldButton.h"
 
+#include "qt/Inks.h"
 #include "qt/Measures.h"
-#include "qt/Tones.h"
 
 namespace health {
 
@@ -25,9 +25,9 @@ void FieldButton::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
     const bool lively = isEnabled() && (underMouse() || isDown());
-    const QColor colour = lively ? colourOf(Tone::Words, palette())
-        : isEnabled()            ? colourOf(Tone::Quiet, palette())
-                                 : fadedColourOf(Tone::Quiet, palette());
+    const QColor colour = lively ? colourOf(Ink::Words, palette())
+        : isEnabled()            ? colourOf(Ink::Quiet, palette())
+                                 : fadedColourOf(Ink::Quiet, palette());
     drawSymbol(painter, rect(), *this, m_symbol, colour);
 }
 

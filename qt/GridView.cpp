@@ -2,6 +2,8 @@
 
 #include "qt/ControlStyle.h"
 #include "qt/GridModel.h"
+#include "qt/Inks.h"
+#include "qt/Measures.h"
 #include "qt/Scale.h"
 #include "qt/ViewDesktop.h"
 #include "toolkit/QtText.h"
@@ -215,9 +217,9 @@ void GridView::drawFlash()
     if (m_flashedRow < 0 || m_flashedRow >= m_model->rowCount())
         return;
     QPainter painter(viewport());
-    QColor colour = palette().color(QPalette::Active, QPalette::Highlight);
+    QColor colour = colourOf(Ink::Good, palette());
     const QRect row(0, rowViewportPosition(m_flashedRow), viewport()->width() - 1, rowHeight(m_flashedRow) - 1);
-    painter.setPen(colour);
+    painter.setPen(QPen(colour, Measures(*this).focusFrame()));
     colour.setAlphaF(0.2F);
     painter.setBrush(colour);
     painter.drawRect(row);

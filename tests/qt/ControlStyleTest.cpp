@@ -4,10 +4,10 @@
 #include "qt/ComboBoxView.h"
 #include "qt/ControlViews.h"
 #include "qt/DateView.h"
+#include "qt/Inks.h"
 #include "qt/Measures.h"
 #include "qt/QtDesktop.h"
 #include "qt/TextViews.h"
-#include "qt/Tones.h"
 
 #include <QApplication>
 #include <QEventLoop>
@@ -33,7 +33,7 @@ int count(const QImage& picture, const QColor& colour)
     return found;
 }
 
-int count(QWidget& widget, Tone tone) { return count(widget.grab().toImage(), colourOf(tone, widget.palette())); }
+int count(QWidget& widget, Ink ink) { return count(widget.grab().toImage(), colourOf(ink, widget.palette())); }
 
 TEST(ControlStyle, WidgetsShareOneThatFollowsTheApplication)
 {
@@ -70,17 +70,17 @@ TEST(ControlStyle, FieldsShowFaultsAndChanges)
         SCOPED_TRACE(view->metaObject()->className());
         view->grab(); // lays it out
         const QSize size = view->sizeHint();
-        EXPECT_EQ(count(*view, Tone::Error), 0);
+        EXPECT_EQ(count(*view, Ink::Error), 0);
         control->setFault(L"Not a date.");
-        EXPECT_GT(count(*view, Tone::Error), view->width());
+        EXPECT_GT(count(*view, Ink::Error), view->width());
         control->setFault({});
-        EXPECT_EQ(count(*view, Tone::Error), 0);
+        EXPECT_EQ(count(*view, Ink::Error), 0);
         control->setNote(L"Changed.");
-        EXPECT_GT(count(*view, Tone::CautionTint), view->width() * view->height() / 3);
+        EXPECT_GT(count(*view, Ink::CautionTint), view->width() * view->height() / 3);
         EXPECT_EQ(view->sizeHint(), size);
     }
     for (const auto& [control, view] : fields) {
-        const auto isUsual = [view = view] { return count(*view, Tone::CautionTint) == 0; };
+        const auto isUsual = [view = view] { return count(*view, Ink::CautionTint) == 0; };
         EXPECT_TRUE(QTest::qWaitFor(isUsual, 3000));
         control->setNote({});
         EXPECT_TRUE(isUsual());
@@ -103,7 +103,7 @@ TEST(ControlStyle, NothingFlashesWithoutAnimations)
         TextBox text;
         TextBoxView view(text);
         text.setNote(L"Changed.");
-        EXPECT_EQ(count(view, Tone::CautionTint), 0);
+        EXPECT_EQ(count(view, Ink::CautionTint), 0);
     }
     QApplication::setStyle(before);
 }

@@ -1,4 +1,4 @@
-#include "qt/Tones.h"
+#include "qt/Inks.h"
 
 #include "qt/Measures.h"
 #include "toolkit/Contrast.h"
@@ -31,42 +31,42 @@ const QList<QPalette> Desktops = {
     paletteOf(0x000000, 0xFFFFFF, 0xFFFFFF, 0xCCE8FF, 0x000000), // a pale highlight
 };
 
-double least(Tone tone, const QPalette& palette, const QList<QColor>& backgrounds)
+double least(Ink ink, const QPalette& palette, const QList<QColor>& backgrounds)
 {
     double least = 21;
     for (const QColor& background : backgrounds)
-        least = std::min(least, contrast(colourOf(tone, palette), background));
+        least = std::min(least, contrast(colourOf(ink, palette), background));
     return least;
 }
 
-TEST(Tones, AreReadableOnEveryDesktop)
+TEST(Inks, AreReadableOnEveryDesktop)
 {
     for (const QPalette& palette : Desktops) {
         SCOPED_TRACE(palette.color(QPalette::Window).name().toStdString());
         const QColor base = palette.color(QPalette::Base);
         const QColor window = palette.color(QPalette::Window);
-        const QColor tint = colourOf(Tone::SelectionTint, palette);
-        for (const Tone tone : { Tone::Words, Tone::Quiet, Tone::Visit, Tone::VisitCaption, Tone::News, Tone::Caution,
-                 Tone::Error, Tone::Good })
-            EXPECT_GE(least(tone, palette, { base, window, tint }), ReadableContrast) << static_cast<int>(tone);
-        EXPECT_GE(least(Tone::Visit, palette, { base, window, tint }), 6);
-        EXPECT_GE(least(Tone::FieldFrame, palette, { base, window }), base == window ? 7 : 3);
-        EXPECT_GE(least(Tone::Focus, palette, { base, window }), 3);
-        EXPECT_GE(least(Tone::Highlight, palette, { palette.color(QPalette::HighlightedText) }), ReadableContrast);
-        EXPECT_GE(contrast(palette.color(QPalette::Text), colourOf(Tone::CautionTint, palette)), ReadableContrast);
+        const QColor tint = colourOf(Ink::SelectionTint, palette);
+        for (const Ink ink :
+            { Ink::Words, Ink::Quiet, Ink::Visit, Ink::VisitCaption, Ink::News, Ink::Caution, Ink::Error, Ink::Good })
+            EXPECT_GE(least(ink, palette, { base, window, tint }), ReadableContrast) << static_cast<int>(ink);
+        EXPECT_GE(least(Ink::Visit, palette, { base, window, tint }), 6);
+        EXPECT_GE(least(Ink::FieldFrame, palette, { base, window }), base == window ? 7 : 3);
+        EXPECT_GE(least(Ink::Focus, palette, { base, window }), 3);
+        EXPECT_GE(least(Ink::Highlight, palette, { palette.color(QPalette::HighlightedText) }), ReadableContrast);
+        EXPECT_GE(contrast(palette.color(QPalette::Text), colourOf(Ink::CautionTint, palette)), ReadableContrast);
     }
 }
 
 // A hue that the desktop does not force to move stays the designer's; quiet words are quieter than text.
-TEST(Tones, StayWhatTheyAreWhereTheyCan)
+TEST(Inks, StayWhatTheyAreWhereTheyCan)
 {
     const QPalette& light = Desktops.front();
-    EXPECT_EQ(colourOf(Tone::Visit, light).name(), QStringLiteral("#163ac6"));
-    EXPECT_EQ(colourOf(Tone::Error, light).name(), QStringLiteral("#c4222c"));
-    EXPECT_EQ(colourOf(Tone::Highlight, light), light.color(QPalette::Highlight));
+    EXPECT_EQ(colourOf(Ink::Visit, light).name(), QStringLiteral("#163ac6"));
+    EXPECT_EQ(colourOf(Ink::Error, light).name(), QStringLiteral("#c4222c"));
+    EXPECT_EQ(colourOf(Ink::Highlight, light), light.color(QPalette::Highlight));
     for (const QPalette& palette : Desktops) {
         const QColor base = palette.color(QPalette::Base);
-        EXPECT_LT(contrast(colourOf(Tone::Quiet, palette), base), contrast(palette.color(QPalette::Text), base));
+        EXPECT_LT(contrast(colourOf(Ink::Quiet, palette), base), contrast(palette.color(QPalette::Text), base));
     }
 }
 
