@@ -77,7 +77,8 @@ SaveSummary frmPediatric::summary()
     const auto weight = birthWeight(savedWeight());
     // A text that is not a weight is sent as it is, and refused.
     const Text words = weight ? weight->text() : entry.empty() ? Text() : savedWeight();
-    builder.addText(BoxCaptions[0], words, storedWeight());
+    // A weight that was only read is sent again; its conversion may round differently.
+    builder.add(BoxCaptions[0], words, m_stored.exists() && !txt[0].isAsLoaded() && words != storedWeight());
     if (!entry.empty() && entry != savedWeight())
         builder.say(L"The weight has no letter, so it is sent in the present unit: " + savedWeight() + L".");
     for (std::size_t i = 1; i < Boxes; ++i) {

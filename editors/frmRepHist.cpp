@@ -1,7 +1,7 @@
 #include "editors/frmRepHist.h"
 
-#include "editors/ExplanationTexts.h"
 #include "editors/DueDate.h"
+#include "editors/ExplanationTexts.h"
 #include "text/Conversions.h"
 #include "text/Letters.h"
 

@@ -27,7 +27,7 @@ namespace health {
 using namespace Qt::StringLiterals;
 
 namespace {
-constexpr int FlashMilliseconds = 1500;
+constexpr int RowFlashMilliseconds = 1500;
 }
 
 GridView::GridView(Grid& grid, ViewDesktop& desktop, QStringList headings, QWidget* parent)
@@ -206,7 +206,7 @@ void GridView::flash(int row)
 {
     m_flashedRow = row;
     viewport()->update();
-    QTimer::singleShot(FlashMilliseconds, this, [this] {
+    QTimer::singleShot(RowFlashMilliseconds, this, [this] {
         m_flashedRow = -1;
         viewport()->update();
     });
