@@ -103,7 +103,7 @@ Arrangement frmAsthma::arrangement()
         return fields(std::move(parts));
     };
     std::vector<Arrangement> parts { fields({ field(lblSeverity, { wide(cboSeverity, 22) }) }), space(),
-        row({ frame(fraLung, entries(lblLung, txt, 20)), frame(fraTriggers, entries(lblTriggers, cbo, 8)) }),
+        row({ frame(fraLung, entries(lblLung, txt, 25)), frame(fraTriggers, entries(lblTriggers, cbo, 8)) }),
         fields({ field(lblTriggers[3], { wide(cbo[3], AnswerWidth) }) }) };
     if (height() >= RegistryHeight) {
         parts.push_back(line());

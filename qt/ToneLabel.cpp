@@ -87,10 +87,19 @@ QSize ToneLabel::sizeHint() const { return { std::max(m_kept, textWidth() + symb
 
 QSize ToneLabel::minimumSizeHint() const { return { m_kept, fontMetrics().height() }; }
 
+// Lines break between words; only a word that is too long for a line is broken itself.
+Qt::TextFlag ToneLabel::wrapping(int room) const
+{
+    const QStringList words = text().split(u' ');
+    const bool isTooLong = std::any_of(
+        words.begin(), words.end(), [&](const QString& word) { return fontMetrics().horizontalAdvance(word) > room; });
+    return isTooLong ? Qt::TextWrapAnywhere : Qt::TextWordWrap;
+}
+
 int ToneLabel::heightForWidth(int width) const
 {
     const QRect room(0, 0, std::max(1, width - symbolWidth()), 100'000);
-    const int needed = fontMetrics().boundingRect(room, Qt::TextWordWrap | Qt::TextWrapAnywhere, text()).height();
+    const int needed = fontMetrics().boundingRect(room, wrapping(room.width()), text()).height();
     return std::max(fontMetrics().height(), needed);
 }
 
@@ -104,8 +113,7 @@ void ToneLabel::paintEvent(QPaintEvent*)
     // Beside a field that is higher than the text.
     const int top = std::max(0, (height() - heightForWidth(width())) / 2);
     style()->drawItemText(&painter, place.adjusted(0, top, 0, 0),
-        Qt::AlignLeft | Qt::AlignTop | Qt::TextWordWrap | Qt::TextWrapAnywhere, inked, true, text(),
-        QPalette::WindowText);
+        int(Qt::AlignLeft) | int(Qt::AlignTop) | wrapping(place.width()), inked, true, text(), QPalette::WindowText);
     if (symbolWidth() == 0)
         return;
     painter.setRenderHint(QPainter::Antialiasing);

@@ -30,6 +30,7 @@ protected:
 
 private:
     int symbolWidth() const;
+    Qt::TextFlag wrapping(int room) const;
     int textWidth() const;
 
     Tone m_tone = Tone::Quiet;
