@@ -3,6 +3,7 @@
 #include "qt/Measures.h"
 #include "qt/PressedAtOnce.h"
 #include "qt/ToneLabel.h"
+#include "toolkit/Announcer.h"
 #include "toolkit/QtText.h"
 
 #include <QHBoxLayout>
@@ -73,11 +74,10 @@ bool FieldNotes::refresh(Form& form)
     const Line line = lineFor(form.activeControl());
     const bool differs = line.text != m_line->text();
     m_line->say(line.text, line.tone);
-    m_line->setAccessibleName(line.isNews ? line.text : u" "_s); // an announcement speaks the name
     showSuggestion();
     m_below->setVisible(!m_line->isHidden() || !m_use->isHidden());
     if (line.isNews && differs)
-        announce(*m_line);
+        announce(*m_line, line.text);
     return !m_use->isHidden();
 }
 
@@ -147,10 +147,11 @@ void FieldNotes::describe(Field& field) const
         toQString(field.explanation.beside), toQString(field.explanation.below),
         toQString(field.explanation.suggestion) };
     texts.removeAll(QString());
+    texts.removeDuplicates(); // a refusal may say the same as the explanation before it
     const bool isRepeated = std::ranges::any_of(texts, [&](const QString& text) { return text.startsWith(own); });
     if (!own.isEmpty() && !texts.isEmpty() && !isRepeated)
         texts.prepend(own);
-    field.described = texts.isEmpty() ? field.own : texts.join(u". "_s);
+    field.described = texts.isEmpty() ? field.own : texts.join(u". "_s).replace(u".. "_s, u". "_s);
     if (field.widget->accessibleDescription() != field.described)
         field.widget->setAccessibleDescription(field.described);
 }

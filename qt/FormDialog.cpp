@@ -14,6 +14,7 @@
 #include "qt/ViewDesktop.h"
 #include "toolkit/QtText.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QFocusEvent>
 #include <QGroupBox>
@@ -359,14 +360,26 @@ bool FormDialog::eventFilter(QObject* watched, QEvent* event)
         if (Control* const entered = m_controls.value(watched); entered && m_started) {
             followFocus(*entered); // synchronously, so that fast typing is not lost
             // If the previous field keeps the focus, hide the event from this one.
-            if (m_form.activeControl() != entered && !m_form.isMoving())
+            if (m_form.activeControl() != entered && !m_form.isMoving()) {
+                QMetaObject::invokeMethod(this, &FormDialog::speakFocus, Qt::QueuedConnection);
                 return true;
+            }
         }
     }
     const bool pressed = event->type() == QEvent::MouseButtonPress || event->type() == QEvent::MouseButtonDblClick;
     if (pressed && isRefusedPress(*static_cast<QWidget*>(watched)))
         return true;
     return QDialog::eventFilter(watched, event);
+}
+
+// Qt reports the refused field's focus to screen readers after that of the field that kept it.
+void FormDialog::speakFocus()
+{
+    QWidget* const focused = focusWidget();
+    if (!focused || !QAccessible::isActive())
+        return;
+    QAccessibleEvent event(focused, QAccessible::Focus);
+    QAccessible::updateAccessibility(&event);
 }
 
 // Reports a move of the keyboard focus by Tab, a click, a key, or the window system after a box. Moves by the form

@@ -68,6 +68,7 @@ private:
     QWidget* activeWidget() const;
     void giveFocus(QWidget& widget);
     void followFocus(Control& control);
+    void speakFocus();
     static bool isRefusedPress(const QWidget& widget);
 
     Form& m_form;

@@ -4,6 +4,7 @@
 #include "qt/Measures.h"
 #include "qt/RunFlow.h"
 #include "qt/ToneLabel.h"
+#include "toolkit/Announcer.h"
 #include "toolkit/QtText.h"
 
 #include <QPainter>
@@ -117,7 +118,7 @@ void HeadingStrip::show(const FormHeading& heading)
     updateGeometry();
     update();
     if (isNewWarning)
-        announce(*this);
+        announce(*this, spoken(heading));
 }
 
 int HeadingStrip::lineHeight() const { return Measures(*this).em(); }

@@ -4,6 +4,7 @@
 #include "qt/Measures.h"
 #include "qt/RunFlow.h"
 #include "qt/ToneLabel.h"
+#include "toolkit/Announcer.h"
 #include "toolkit/QtText.h"
 
 #include <QMouseEvent>
@@ -74,7 +75,8 @@ void SummaryLine::toggle()
         return;
     m_isOpen = !m_isOpen;
     setAccessibleDescription(spoken());
-    announce(*this);
+    if (m_isOpen)
+        announce(*this, spoken());
     updateGeometry();
     update();
     m_toggled(m_isOpen);

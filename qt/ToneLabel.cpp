@@ -3,7 +3,6 @@
 #include "qt/Inks.h"
 #include "qt/Measures.h"
 
-#include <QAccessible>
 #include <QPainter>
 #include <QStyle>
 
@@ -124,12 +123,6 @@ void ToneLabel::paintEvent(QPaintEvent*)
         drawCheckMark(painter, box);
     else
         drawExclamation(painter, box);
-}
-
-void announce(QWidget& widget)
-{
-    QAccessibleEvent event(&widget, QAccessible::Alert);
-    QAccessible::updateAccessibility(&event);
 }
 
 }

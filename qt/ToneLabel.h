@@ -38,7 +38,4 @@ private:
     int m_kept = 0; // pixels
 };
 
-// Speaks a text that has just appeared, for users of screen readers.
-void announce(QWidget& widget);
-
 }

@@ -1,8 +1,8 @@
 #include "host/windows/SaveLine.h"
 
 #include "host/session/HostSession.h"
+#include "toolkit/Announcer.h"
 
-#include <QAccessible>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
@@ -41,7 +41,7 @@ void SaveLine::showSaved(const QString& what)
     if (m_undo->isEnabled())
         return; // the offer is more important
     m_text->setText(u"Saved %1 \u00B7 %2"_s.arg(QTime::currentTime().toString(u"HH:mm"), what));
-    announce();
+    announce(*this, m_text->text());
 }
 
 // An empty offer ends the former one.
@@ -52,15 +52,7 @@ void SaveLine::showOffer(const QString& offer)
     m_button->setAccessibleName(offer.isEmpty() ? QString() : u"Undo: %1"_s.arg(offer));
     m_text->setText(offer);
     if (!offer.isEmpty())
-        announce();
-}
-
-// Screen readers read a status line only if they are asked to.
-void SaveLine::announce()
-{
-    m_text->setAccessibleName(m_text->text());
-    QAccessibleEvent event(m_text, QAccessible::Alert);
-    QAccessible::updateAccessibility(&event);
+        announce(*this, m_text->text());
 }
 
 }

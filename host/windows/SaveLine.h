@@ -27,7 +27,6 @@ Q_SIGNALS:
 private:
     void showSaved(const QString& what);
     void showOffer(const QString& offer);
-    void announce();
 
     QAction* m_undo;
     QLabel* m_text;

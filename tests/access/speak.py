@@ -47,6 +47,7 @@ INFANT = ("SORREL,ADA", 5, {
 })
 REGISTRY = ("ROLLINS,COLE", 11, {
     "asthma-add": lambda: added("Asthma Status"),
+    "refused-typed": lambda: edited("Asthma Status"),
     "asthma-registry": lambda: pressed(edited("Asthma Status"), "Edit"),
 })
 
@@ -54,6 +55,7 @@ REGISTRY = ("ROLLINS,COLE", 11, {
 TYPED = {
     "date-typed": ("Date Initiated", ["t", "minus", "3", "Tab"]),
     "summary-opened": ("Date Initiated", ["F2", "F2"]),
+    "refused-typed": ("FEV 1", ["1", "9", "3", "Tab", "Return"]),
     "weight-typed": ("Birth Weight", ["3", "period", "2", "k", "Tab"]),
 }
 

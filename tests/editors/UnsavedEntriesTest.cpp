@@ -28,7 +28,7 @@ protected:
     // The entry of the form that opens next.
     void expectReopened(TextView type, TextView date, TextView provider)
     {
-        host.desktop.inForms.push_back([=, this](Form& opened) {
+        host.desktop.inForms.push_back([=](Form& opened) {
             auto& reopened = dynamic_cast<frmTxc&>(opened);
             EXPECT_EQ(reopened.opt[0].isChosen() ? L"Pain" : L"Mental Health", type);
             EXPECT_EQ(reopened.datInit.shown(), date);
