@@ -37,7 +37,7 @@ struct BirthWeight {
     Text kilograms;
     Text grams;
 
-    // "7 lbs 2 ozs"; ounces are left out if there are none.
+    // "7 lbs 2 ozs"; without ounces only the pounds.
     Text inPounds() const;
     // "7 lbs 2 ozs (3.232 kgs)", as the list shows it; empty if there is no weight.
     Text text() const;

@@ -349,6 +349,9 @@ QString Scenes::checkSaved(const FormDialog& dialog)
         // Types with one item show their own name until the record is reloaded.
         if (m_call == L"MEVREF SET" && OnlyItems.contains(before.value(i)))
             continue;
+        // Pounds and ounces come back with a blank between them.
+        if (m_call == L"MEVBMSR SET" && QString(before.value(i)).replace(u'-', u' ') == now.value(i))
+            continue;
         // The unit beside a weight becomes its letter.
         if (now.value(i) == before.value(i) + u'K' || now.value(i) == before.value(i) + u'G')
             continue;
