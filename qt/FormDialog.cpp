@@ -173,25 +173,8 @@ void FormDialog::fit()
     const int width = std::max({ m_body->sizeHint().width(), m_foot->sizeHint().width(), heading });
     const QSize most = room().size();
     const int shown = std::min(width, most.width());
-    const QSize size(shown, std::min(neededHeight(shown), most.height()));
-    if (isVisible())
-        setGeometry(centred(size));
-    else
-        resize(size); // Qt places the window when it is shown
+    resize(shown, std::min(neededHeight(shown), most.height()));
     m_body->placeBars();
-}
-
-// The place of a window of this size: in the middle of its parent, wholly on the screen.
-QRect FormDialog::centred(const QSize& size) const
-{
-    const QRect screen = (parentWidget() ? parentWidget()->screen() : this->screen())->availableGeometry();
-    const int title = (screen.height() - room().height()) / 2;
-    QRect place(QPoint(), size);
-    place.moveCenter(parentWidget() ? parentWidget()->window()->geometry().center() : screen.center());
-    // The upper left corner counts more than the lower right one.
-    place.moveLeft(std::max(screen.left(), std::min(place.left(), screen.right() - size.width())));
-    place.moveTop(std::max(screen.top() + title, std::min(place.top(), screen.bottom() - title - size.height())));
-    return place;
 }
 
 // Longer texts enlarge the window downwards, as far as the screen permits.

@@ -57,7 +57,6 @@ private:
     void askRefresh();
     void refresh();
     void fit();
-    QRect centred(const QSize& size) const;
     void grow();
     void makeRoomForList(bool isOpen);
     static void settleLayouts();
