@@ -213,6 +213,7 @@ void EditorForm::keepEntries(TextView offer)
     if (!form || isForeign())
         return;
     Draft& draft = form->m_draft.emplace();
+    draft.before = m_originalTexts;
     draft.fields = EntrySnapshot(*this);
     for (const auto& [field, lookupField] : m_lookupFields)
         draft.picked.push_back(lookupField.picked);
@@ -232,6 +233,11 @@ void EditorForm::restoreDraft()
         lookupField.picked = *picked++;
     entriesRestored(draft.ownState);
     draft.fields.restoreTyping(*this);
+    if (recordNumber().empty() || draft.before == m_originalTexts)
+        return;
+    m_originalTexts = draft.before;
+    m_change = L"The record has changed since this entry was made";
+    noteTextsChanged();
 }
 
 // --- Changes of the patient and of the record ---
@@ -254,28 +260,28 @@ void EditorForm::patientChanged()
 
 void EditorForm::recordsChanged(TextView kind)
 {
-    if (kind != m_kind.event || recordNumber().empty() || !m_activated)
+    if (kind != m_kind.event || recordNumber().empty() || !m_activated || isForeign())
         return;
-    m_changedAt = dateTimeText(m_shared.desktop().now()).substr(TimeStart);
+    m_change = L"Changed by another session at " + dateTimeText(m_shared.desktop().now()).substr(TimeStart);
     noteTextsChanged();
 }
 
 FormNotice EditorForm::notice()
 {
-    if (m_changedAt.empty())
+    if (m_change.empty() || isForeign())
         return {};
-    return { L"Changed by another session at " + m_changedAt, L"Compare" };
+    return { m_change, L"Compare" };
 }
 
 void EditorForm::followNotice()
 {
     const auto theirs = another();
-    if (!theirs)
-        return;
+    if (!theirs || isForeign())
+        return; // it would read the record of the host's patient
     theirs->load();
     theirs->Form_Activate();
     frmCompare comparison(heading(), m_originalTexts, entryTexts(*theirs), entryTexts(*this));
-    m_changedAt.clear();
+    m_change.clear();
     noteTextsChanged();
     m_shared.desktop().showModal(comparison);
 }

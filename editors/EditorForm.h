@@ -111,6 +111,8 @@ protected:
     void save(TextView call, const std::vector<Text>& pieces);
     // Closes the form after send() has succeeded.
     void closeSaved();
+    // The host has selected another patient than the form's.
+    bool isForeign() const;
     // Warns that a value is missing and moves the focus to its control.
     void askFor(Control& missing, TextView text, TextView title);
 
@@ -161,6 +163,7 @@ private:
     };
     // The entries of a form that was closed.
     struct Draft {
+        std::vector<EntryText> before; // the record as the form had read it
         EntrySnapshot fields;
         std::vector<Text> picked; // the names in the lookup fields
         Text ownState;
@@ -172,7 +175,6 @@ private:
     void cancel();
     void keepEntries(TextView offer);
     void focusRefused(TextView reply);
-    bool isForeign() const;
     Text savedText() const;
     void readCurrentVisit();
     void leaveLookupField(TextBox& field, const LookupField& lookupField);
@@ -182,7 +184,7 @@ private:
     EntrySnapshot m_original; // the fields as the record was read
     std::vector<EntryText> m_originalTexts;
     std::optional<Draft> m_draft; // to be restored by the first activation
-    Text m_changedAt; // when another session changed such records; empty if none did
+    Text m_change; // the notice that the record has changed; empty while no change is known
     bool m_restoring = false;
     bool m_saveLost = false; // the user has given up the call that saved
     Text m_patient;

@@ -275,7 +275,7 @@ void frmAsthma::cmdActivate_Click()
 
 void frmAsthma::cmdEditReg_Click()
 {
-    if (!mayEditRegistry())
+    if (!mayEditRegistry() || isForeign()) // the editor would show the entry of the host's patient
         return;
     openRegistryEditor();
     showRegistry();

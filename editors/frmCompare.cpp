@@ -9,7 +9,7 @@ frmCompare::frmCompare(FormHeading heading, const std::vector<EntryText>& before
     : Form(L"frmCompare", L"Compare Entries")
     , m_heading(std::move(heading))
 {
-    static constexpr TextView headings[] = { L"Field", L"Before", L"Other session", L"This form" };
+    static constexpr TextView headings[] = { L"Field", L"Before", L"Now stored", L"This form" };
     fg.setColumnCount(static_cast<int>(std::size(headings)));
     for (int column = 0; column < fg.columnCount(); ++column)
         fg.setColumnHeading(column, headings[column]);

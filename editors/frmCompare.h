@@ -6,7 +6,7 @@
 
 namespace health {
 
-// Compares the entries of an open form with its record, which another session has changed: one row for each field that
+// Compares the entries of an open form with its record, which has changed meanwhile: one row for each field that
 // differs.
 class frmCompare final : public Form {
 public:

@@ -262,7 +262,7 @@ void frmER::dropPlace(TextView why)
 void frmER::datDepart_EntryRefused()
 {
     refuseDate(datDepart, { L"Enter the departure date with its time, such as 1/2/2006 14:30.", InvalidDate },
-        datDepart.value(), datDepart.isEmpty() ? L"The field is empty." : L"The date is the one before.");
+        datDepart.value(), datDepart.isEmpty() ? L"The field is empty." : L"The former date was kept.");
 }
 
 void frmER::cmdLoc_Click()

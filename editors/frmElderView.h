@@ -15,6 +15,8 @@ public:
     bool m_bElder = false; // the user holds the key for functional status
 
     Arrangement arrangement() override;
+    // Nothing has been entered, so there is nothing to compare.
+    FormNotice notice() override { return { EditorForm::notice().text, {} }; }
 
     Grid fg; // name and value
     Button cmdEdit;

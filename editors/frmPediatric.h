@@ -3,7 +3,6 @@
 #include "editors/EditorForm.h"
 #include "editors/FeedingAge.h"
 #include "editors/StoredRecord.h"
-
 #include "text/Letters.h"
 
 #include <array>

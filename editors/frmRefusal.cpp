@@ -222,7 +222,7 @@ void frmRefusal::cmdItem_Click()
 void frmRefusal::datRefused_NewDateEntered()
 {
     if (const DateRefusal why = judged(datRefused); !why.message.empty())
-        refuseDate(datRefused, why, dateText(m_shared.desktop().now()), L"The date is today's.");
+        refuseDate(datRefused, why, dateText(m_shared.desktop().now()), L"Today's date was entered instead.");
 }
 
 // The server does not accept a refusal without a date.

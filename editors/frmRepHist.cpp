@@ -316,7 +316,7 @@ void frmRepHist::txNumRH_Change(std::size_t index)
     if (entered > upDown.maximum())
         box.setNote(L"Counts go up to " + wholeText(upDown.maximum()) + L".");
     else if (!text.empty())
-        box.setNote(quoted(text) + L" is not a count: it consists of digits only.");
+        box.setNote(quoted(text) + L" is not a count: counts consist of digits only.");
     if (text.empty() || count != entered)
         box.selectAll();
 }

@@ -91,13 +91,13 @@ void frmTxc::showRecord(TextView line)
 void frmTxc::datInit_NewDateEntered()
 {
     if (const DateRefusal why = judged(datInit); !why.message.empty())
-        refuseDate(datInit, why, dateText(m_shared.desktop().now()), L"The date is today's.");
+        refuseDate(datInit, why, dateText(m_shared.desktop().now()), L"Today's date was entered instead.");
 }
 
 void frmTxc::fillDate()
 {
     datInit.setValue(defaultDateText(m_shared.desktop().now()));
-    datInit.setNote(L"The date was empty: this is the present one.");
+    datInit.setNote(L"The date was empty: the present date and time were entered.");
 }
 
 void frmTxc::cmdAdd_Click()

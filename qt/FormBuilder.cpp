@@ -175,11 +175,7 @@ QLayout* FormBuilder::buildLine(const Arrangement& row)
         if (left)
             line->addSpacing(gapInRow(*left, child));
         if (child.kind == Kind::Beside) {
-            FieldNotes& notes = newNotes();
-            notes.add(*child.control, *m_widgets.value(child.control));
-            line->addStretch();
-            line->addWidget(&notes.beside());
-            line->addWidget(&notes.below());
+            addBeside(*line, *child.control);
             isFull = true;
             continue;
         }
@@ -203,6 +199,16 @@ QLayout* FormBuilder::buildLine(const Arrangement& row)
         line->addStretch();
     }
     return line;
+}
+
+// What the form says about a control, at the right edge.
+void FormBuilder::addBeside(QBoxLayout& line, Control& control)
+{
+    FieldNotes& notes = newNotes();
+    notes.add(control, *m_widgets.value(&control));
+    line.addStretch();
+    line.addWidget(&notes.beside());
+    line.addWidget(&notes.below());
 }
 
 // Blocks side by side. Columns of several blocks share their rows.

@@ -63,6 +63,7 @@ private:
     QVBoxLayout* buildColumn(const std::vector<Arrangement>& children);
     QLayout* buildRow(const Arrangement& row);
     QLayout* buildLine(const Arrangement& row);
+    void addBeside(QBoxLayout& line, Control& control);
     QLayout* buildTable(const Arrangement& row);
     QLayout* buildDownwards(const Arrangement& part);
     QLayout* buildField(const Arrangement& field);

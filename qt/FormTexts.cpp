@@ -60,7 +60,7 @@ void FormTexts::refreshFields()
     }
     for (const auto& notes : m_builder.notes())
         notes->followPair();
-    // The access key of the suggestion is that of the focused field's, or of the first one.
+    // Only one button gets an access key: that of the focused field, else the first one.
     FieldNotes* keyed = suggesting.value(0);
     for (FieldNotes* const notes : suggesting)
         keyed = notes->hasFocus(m_form) ? notes : keyed;

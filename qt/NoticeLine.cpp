@@ -3,6 +3,7 @@
 #include "qt/Measures.h"
 #include "qt/PressedAtOnce.h"
 #include "qt/ToneLabel.h"
+#include "toolkit/Announcer.h"
 #include "toolkit/QtText.h"
 
 #include <QHBoxLayout>
@@ -29,7 +30,10 @@ NoticeLine::NoticeLine(std::function<void()> follow)
 
 void NoticeLine::show(const FormNotice& notice, const QString& usedKeys)
 {
-    m_text->say(toQString(notice.text), Tone::Quiet);
+    const QString text = toQString(notice.text);
+    if (text != m_text->text())
+        announce(*this, text);
+    m_text->say(text, Tone::Quiet);
     const QString caption = toQString(notice.action);
     QString shown = m_button->text();
     if (shown.remove(u'&') != QString(caption).remove(u'&'))

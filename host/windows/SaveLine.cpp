@@ -38,15 +38,17 @@ SaveLine::SaveLine(HostSession& session)
 
 void SaveLine::showSaved(const QString& what)
 {
-    if (m_undo->isEnabled())
-        return; // the offer is more important
-    m_text->setText(u"Saved %1 \u00B7 %2"_s.arg(QTime::currentTime().toString(u"HH:mm"), what));
-    announce(*this, m_text->text());
+    const QString saved = u"Saved %1"_s.arg(QTime::currentTime().toString(u"HH:mm"));
+    const QString whole = saved + u" \u00B7 "_s + what;
+    // An offer stays, next to its button.
+    m_text->setText(m_offer.isEmpty() ? whole : saved + u".  "_s + m_offer);
+    announce(*this, whole);
 }
 
 // An empty offer ends the former one.
 void SaveLine::showOffer(const QString& offer)
 {
+    m_offer = offer;
     m_undo->setEnabled(!offer.isEmpty());
     m_button->setVisible(!offer.isEmpty());
     m_button->setAccessibleName(offer.isEmpty() ? QString() : u"Undo: %1"_s.arg(offer));

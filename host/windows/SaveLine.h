@@ -10,7 +10,7 @@ namespace health {
 
 class HostSession;
 
-// In the status line: what was saved and when, or the entry that was discarded, with a button that brings it back.
+// In the status line: what was saved and when, and the entry that was discarded, with a button that brings it back.
 class SaveLine : public QWidget {
     Q_OBJECT
 public:
@@ -28,6 +28,7 @@ private:
     void showSaved(const QString& what);
     void showOffer(const QString& offer);
 
+    QString m_offer; // empty if there is none
     QAction* m_undo;
     QLabel* m_text;
     QPushButton* m_button;

@@ -71,7 +71,7 @@ TEST_F(ContractDates, AgreeWithLeaving)
         compare(form.datInit, form.opt[0], before);
     EXPECT_EQ(form.explain(form.datInit).below, L"allowed: 03/16/2025 to today");
     enterDate(form.datInit, L"soon");
-    EXPECT_EQ(form.datInit.fault(), L"The date format is not valid. The date is today's.");
+    EXPECT_EQ(form.datInit.fault(), L"The date format is not valid. Today's date was entered instead.");
     EXPECT_EQ(form.datInit.value(), L"03/15/2026");
     host.desktop.today = momentOf(2026, 3, 15); // at midnight the day a year ago is accepted
     EXPECT_EQ(form.explain(form.datInit).below, L"allowed: 03/15/2025 to today");

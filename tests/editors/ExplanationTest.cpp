@@ -174,7 +174,7 @@ TEST_F(ExplainedHistory, CountsThatCannotBe)
     }
     EXPECT_EQ(said(form, form.txNumRH[3]), L"/Spontaneous Abortions, 0 to 99");
     for (const auto& [typed, note] : { std::pair<TextView, TextView> { L"100", L"Counts go up to 99." },
-             { L"12x", L"\"12x\" is not a count: it consists of digits only." }, { L"12", L"" }, { L"", L"" } }) {
+             { L"12x", L"\"12x\" is not a count: counts consist of digits only." }, { L"12", L"" }, { L"", L"" } }) {
         form.txNumRH[3].edit(typed);
         EXPECT_EQ(form.txNumRH[3].note(), note);
     }

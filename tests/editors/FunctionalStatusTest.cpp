@@ -61,6 +61,14 @@ TEST_F(FunctionalStatusView, ShowsAllItemsOfEachLine)
     EXPECT_CALLS(L"list MEVVELD GET(^31)");
 }
 
+TEST_F(FunctionalStatusView, SaysThatTheRecordHasChangedWithoutAComparison)
+{
+    openOn(Stored);
+    shared.notifyRecordsChanged(L"VELD");
+    EXPECT_TRUE(form.notice().text.starts_with(L"Changed by another session at "));
+    EXPECT_EQ(form.notice().action, L"");
+}
+
 TEST_F(FunctionalStatusView, EditNeedsTheKeyAndClosesTheView)
 {
     openOn(replies::Functional);

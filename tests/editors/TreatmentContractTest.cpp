@@ -86,7 +86,7 @@ TEST_F(TreatmentContract, ProviderComesFirstAndAnEmptyDateIsFilled)
     EXPECT_EQ(form.txtPrv.text() + L"|" + form.txtPrv.tag(), L"OAKHURST,KATHERINE J|15");
     EXPECT_EQ(host.boxes().back().substr(0, 18), L"box [Type Missing]");
     EXPECT_EQ(form.datInit.value(), L"03/15/2026 09:30");
-    EXPECT_EQ(form.datInit.note(), L"The date was empty: this is the present one.");
+    EXPECT_EQ(form.datInit.note(), L"The date was empty: the present date and time were entered.");
     EXPECT_FALSE(form.opt[0].fault().empty()); // until any type is chosen
     form.opt[1].click();
     EXPECT_EQ(form.opt[0].fault(), L"");

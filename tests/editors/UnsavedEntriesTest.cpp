@@ -167,6 +167,39 @@ TEST_F(UnsavedContract, IsComparedWithTheChangeOfAnotherSession)
     EXPECT_TRUE(form.opt[1].isChosen()); // the entry stays
 }
 
+TEST_F(UnsavedContract, SaysThatTheRecordHasChangedInBetween)
+{
+    open();
+    form.opt[1].click();
+    form.press(form.cmdCancel);
+    reply(L"MEVVTXC GET", L"7^^03/10/2026@09:30|81^PAIN|P^03/12/2026^OAKHURST,KATHERINE J|15\r\n");
+    host.desktop.inForms.push_back([&](Form& opened) {
+        EXPECT_EQ(opened.notice().text, L"The record has changed since this entry was made");
+        opened.followNotice();
+        EXPECT_TRUE(opened.notice().text.empty());
+    });
+    host.desktop.inForms.push_back([&](Form& opened) {
+        const Grid& rows = dynamic_cast<frmCompare&>(opened).fg;
+        ASSERT_EQ(rows.rowCount(), 2);
+        EXPECT_EQ(textsOf(rows, 0), L"Update Treatment Contract|Pain|Pain|Mental Health");
+        EXPECT_EQ(textsOf(rows, 1), L"Date Initiated|03/10/2026|03/12/2026|03/10/2026");
+    });
+    shared.reopenEntry();
+    EXPECT_TRUE(host.desktop.inForms.empty());
+}
+
+TEST_F(UnsavedContract, IsNotComparedWithAnotherPatientsRecord)
+{
+    open();
+    shared.notifyRecordsChanged(L"VTXC");
+    host.patient->patientNumber = 34;
+    shared.notifyPatientChanged();
+    host.transcript.clear();
+    EXPECT_TRUE(form.notice().text.empty());
+    form.followNotice();
+    EXPECT_LINES(L"list |show ");
+}
+
 // Every entry of a form survives Cancel and Undo, with what depends on it: OK then saves what it would have saved.
 class EveryUnsavedEntry : public testing::Test {
 protected:

@@ -1,4 +1,5 @@
 // Saves in the real window on a real server: what an impatient or a hasty user does.
+#include "api/Events.h"
 #include "tests/window/HostWindowFixture.h"
 
 #include <QStatusBar>
@@ -73,6 +74,9 @@ TEST_F(Saving, DiscardedEntryComesBackUntilThePatientChanges)
     undo->trigger();
     EXPECT_EQ(comment, "not today");
     EXPECT_TRUE(undo->isEnabled()); // cancelled again
+    window->context().session().raiseEvent(SavedEvent, L"Tx Contract");
+    EXPECT_TRUE(statusLine().startsWith("Saved ")) << statusLine().toStdString();
+    EXPECT_TRUE(statusLine().contains("Entry discarded: Enter Refusal")) << statusLine().toStdString();
     ASSERT_TRUE(window->context().selectPatient(5));
     EXPECT_FALSE(undo->isEnabled());
     EXPECT_FALSE(statusLine().contains("discarded")) << statusLine().toStdString();
