@@ -13,6 +13,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <stdexcept>
+
 namespace health::test {
 namespace {
 
@@ -24,7 +27,7 @@ public:
     {
         lblWeight.setCaption(L"&Use of Weight");
         lblDate.setCaption(L"Date");
-        cmdOK.setCaption(L"&OK");
+        cmdOK.setCaption(L"&Save");
         setDefaultButton(&cmdOK);
         head.name = L"Hartley, Marigold Rose";
     }
@@ -37,7 +40,7 @@ public:
     FormHeading heading() override
     {
         ++asked;
-        return head;
+        return isGone ? throw std::runtime_error("The host is gone.") : head;
     }
     Explanation explain(const Control& control) override { return said[&control]; }
     SaveSummary summary() override { return willSave; }
@@ -54,6 +57,7 @@ public:
     std::map<const Control*, Explanation> said;
     SaveSummary willSave;
     FormNotice offer;
+    bool isGone = false;
     int asked = 0;
     int followed = 0;
 };
@@ -148,10 +152,26 @@ TEST_F(FormTextsTest, SuggestionIsUsedByItsKey)
     form.said[&form.txtDate].use = [this] { form.txtDate.setText(L"04/30/2027"); };
     show([&](FormDialog& dialog) {
         EXPECT_TRUE(shown(dialog).contains("40 weeks after LMP: 04/30/2027"));
-        // "U" belongs to the first field.
-        QTest::keyClick(&dialog, Qt::Key_S, Qt::AltModifier);
+        // "U" belongs to the first field, "S" to the button.
+        QTest::keyClick(&dialog, Qt::Key_E, Qt::AltModifier);
         EXPECT_EQ(form.txtDate.text(), L"04/30/2027");
         EXPECT_EQ(form.activeControl(), &form.txtWeight);
+        form.said[&form.txtWeight].suggestion = L"3.2 kg";
+        form.said[&form.txtWeight].use = [this] { form.txtWeight.setText(L"3.2"); };
+        form.txtDate.setText(L"");
+        QTest::qWait(1);
+        form.moveFocus(form.txtDate); // the key follows
+        QTest::qWait(1);
+        QTest::keyClick(&dialog, Qt::Key_E, Qt::AltModifier);
+        EXPECT_EQ(form.txtWeight.text() + form.txtDate.text(), L"04/30/2027");
+        form.said[&form.txtDate].use = nullptr;
+        form.moveFocus(form.txtWeight);
+        QTest::qWait(1);
+        QTest::keyClick(&dialog, Qt::Key_E, Qt::AltModifier);
+        EXPECT_EQ(form.txtWeight.text(), L"3.2");
+        EXPECT_EQ(std::ranges::count_if(dialog.findChildren<QPushButton*>(),
+                      [](const QPushButton* button) { return button->isVisible(); }),
+            2); // Save, and a single Use
     });
 }
 
@@ -172,12 +192,23 @@ TEST_F(FormTextsTest, SummaryOpensAndNamesTheFirstFault)
         EXPECT_GT(dialog.topOfButtons(), foot);
         EXPECT_EQ(dialog.widgets().value(&form.txtDate)->mapTo(&dialog, QPoint()), field);
         QTest::mouseClick(&line, Qt::LeftButton);
+        QTest::mouseClick(&line, Qt::RightButton);
         QTest::qWait(1);
         EXPECT_EQ(dialog.topOfButtons(), foot);
         form.txtDate.setFault(L"Not a date.");
-        form.txtWeight.setFault(L"Too heavy.");
+        form.txtWeight.setFault(L"Too\nheavy.");
         QTest::qWait(1);
         EXPECT_TRUE(line.accessibleDescription().startsWith("Check first: Use of Weight: Too heavy."));
+        const int high = line.heightForWidth(line.width());
+        form.willSave.surprises.clear();
+        form.noteTextsChanged();
+        QTest::qWait(1);
+        EXPECT_EQ(line.accessibleDescription(), "Check first: Use of Weight: Too heavy.");
+        EXPECT_LT(line.heightForWidth(line.width()), high);
+        form.willSave.parts.clear();
+        form.noteTextsChanged();
+        QTest::qWait(1);
+        EXPECT_TRUE(line.isVisible());
     });
 }
 
@@ -208,10 +239,22 @@ TEST_F(FormTextsTest, WarningReplacesTheHeading)
     show([&](FormDialog& dialog) {
         const HeadingStrip& strip = *all<HeadingStrip>(dialog).first();
         EXPECT_EQ(strip.text(), "Hartley, Marigold Rose · Visit today (current visit)");
+        const auto change = [&](const QString& text) {
+            form.noteTextsChanged();
+            QTest::qWait(1);
+            EXPECT_EQ(strip.text(), text);
+            EXPECT_TRUE(strip.isVisible());
+        };
+        form.head.visitKind = FormHeading::Visit::Other;
+        change("Hartley, Marigold Rose · Visit today");
+        form.head.record = L"Record of 02/01/2026";
+        change("Hartley, Marigold Rose · Visit today · Record of 02/01/2026");
+        form.head.name.clear();
         form.head.warning = L"Another patient is selected.";
-        form.noteTextsChanged();
-        QTest::qWait(1);
-        EXPECT_EQ(strip.text(), "Another patient is selected.");
+        change("Another patient is selected.");
+        form.isGone = true; // the texts stay
+        change("Another patient is selected.");
+        form.isGone = false;
     });
 }
 
