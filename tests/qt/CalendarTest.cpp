@@ -68,8 +68,8 @@ TEST(Calendar, KeysMoveTheDay)
         pressInCalendar(key.key(), key.keyboardModifiers());
         EXPECT_EQ(textOf(days.day()), day) << keys;
         EXPECT_TRUE(days.currentIndex().data(Qt::AccessibleTextRole).toString().contains(QString(day).right(4)));
+        EXPECT_TRUE(shown.calendar()->findChild<QLabel*>()->text().endsWith(QString(day).right(4)));
     }
-    EXPECT_EQ(shown.calendar()->findChild<QLabel*>()->text(), "January 2026");
     pressInCalendar(Qt::Key_Return);
     EXPECT_EQ(shown.date.value(), L"01/28/2026");
     EXPECT_EQ(shown.calendar(), nullptr);

@@ -34,7 +34,8 @@ public:
 
     Arrangement arrangement() override
     {
-        return column({ fields({ field(lblWeight, { wide(txtWeight, 8) }), field(lblDate, { wide(txtDate, 10) }) }),
+        return column({ fields({ field(lblWeight, { wide(txtWeight, 8) }),
+                            field(lblDate, { wide(txtDate, 10), wide(txtTime, 4) }) }),
             buttons({ cmdOK }) });
     }
     FormHeading heading() override
@@ -52,6 +53,7 @@ public:
     TextBox txtWeight;
     Label lblDate;
     TextBox txtDate;
+    TextBox txtTime;
     Button cmdOK;
     FormHeading head;
     std::map<const Control*, Explanation> said;
@@ -126,6 +128,26 @@ TEST_F(FormTextsTest, FaultTakesThePlaceOfTheNoteAndNothingMoves)
         form.noteTextsChanged();
         QTest::qWait(1);
         EXPECT_EQ(below->mapTo(&dialog, QPoint()), place);
+    });
+}
+
+TEST_F(FormTextsTest, RowSpeaksForTheFieldWithTheFocus)
+{
+    form.said[&form.txtWeight].below = L"2 to 9 lbs"; // alone in its row
+    form.said[&form.txtDate] = { L"= today", Tone::Good, L"up to today", {}, {} };
+    form.said[&form.txtTime] = { L"= noon", Tone::Good, L"0:00 to 23:59", {}, {} };
+    show([&](FormDialog& dialog) {
+        const auto expectShown = [&](const QStringList& texts) {
+            QTest::qWait(1);
+            QStringList sorted = shown(dialog);
+            sorted.sort();
+            EXPECT_EQ(sorted, texts);
+        };
+        expectShown({ "2 to 9 lbs", "= today" });
+        form.moveFocus(form.txtTime);
+        expectShown({ "0:00 to 23:59", "2 to 9 lbs", "= today" });
+        form.txtDate.setNote(L"Rounded.");
+        expectShown({ "2 to 9 lbs", "= today", "Rounded." });
     });
 }
 
