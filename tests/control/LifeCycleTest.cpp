@@ -126,6 +126,8 @@ TEST_F(LifeCycle, SavedRowIsShownAndHighlightedOnce)
     commitPatient(13, L"F", L"4");
     shared.noteSaved(L"VAST", L"5", L"");
     commitPatient(12, L"F", L"4"); // a save for the former patient
+    control.fgData.flashRow(-1);
+    EXPECT_EQ(shownRow(), -1);
     EXPECT_EQ(highlight(L"", L"5"), -1); // a record that is not listed
 }
 
@@ -143,7 +145,9 @@ TEST_F(LifeCycle, OpenFormsFollowPatientAndOtherSessions)
     push(L"VXR.12.VELD", OwnChange);
     push(L"REFRESH");
     push(L"VXR.13.VELD");
+    shared.keepEntry(L"Entry discarded: Add", [] {});
     commitPatient(13, L"F", L"4");
+    EXPECT_EQ(host.lines(L"event ").back(), L"event DISCARDED "); // the entry is not offered for another patient
     EXPECT_EQ(watcher.log, L"VELD REF patient ");
     shared.removeForm(watcher);
     commitPatient(12, L"F", L"4");

@@ -53,7 +53,7 @@ protected:
 TEST_F(Summaries, OfBirthMeasurements)
 {
     check<frmPediatric>(
-        L"MEVBMSR GET", L"7^2^3.232^3232^^^^^^2^6M^2W^5M^HARTLEY,ROSE|1",
+        L"MEVBMSR GET", L"7^2^3.23^3230^^^^^^2^6M^2W^5M^HARTLEY,ROSE|1",
         [](frmPediatric& form) { form.txt[4].edit(L"4m"); },
         L"Birth Weight=7 lbs 2 ozs (3.232 kgs); Birth Order=2; Formula Started=6M; Breast Stopped=2W; "
         L"Solids Started=4M*; Mother=Hartley, Rose # Solids Started is sent in capitals: 4M.",
@@ -107,8 +107,9 @@ TEST_F(Summaries, OfFunctionalStatus)
 TEST_F(Summaries, OfContracts)
 {
     check<frmTxc>(
-        L"MEVVTXC GET", replies::Contract, [](frmTxc& form) { form.opt[1].click(); },
-        L"Initiated=02/01/2026; Type=Mental Health*; Provider=Oak, Kit J", L"45^81^M^02/01/2026^15");
+        L"MEVVTXC GET", L"45^^02/01/2026@10:00|81^PAIN|P^02/01/2026^OAK,KIT J|15\r\n",
+        [](frmTxc& form) { form.opt[1].click(); }, L"Initiated=02/01/2026; Type=Mental Health*; Provider=Oak, Kit J",
+        L"45^81^M^02/01/2026^15");
     check<frmTxc>(L"MEVVTXC GET", L"45^^01/05/2026@10:00|81^PAIN|P^^OAK,KIT J|15\r\n", {},
         L"Initiated=01/05/2026*; Type=Pain; Provider=Oak, Kit J # The stored contract has no date of its own; the "
         L"visit's date is sent.",
@@ -156,6 +157,16 @@ TEST_F(Summaries, OfReproductiveHistory)
         L"Pregnant=No*; Pregnant: Est. Delivery=*; Determined by=* # Pregnant is not checked: the estimated delivery "
         L"and how it was determined are sent, but not saved.",
         L"12^G3P2LC1SA0TA0^01/05/2026^Oral Contraceptives^12/01/2025^0^10/12/2026^Sonogram");
+    constexpr TextView NotSaved = L" # Pregnant is not checked: the estimated delivery and how it was determined are "
+                                  L"sent, but not saved.";
+    for (const auto& [estimate, delivery, isEstimated] :
+        { std::tuple<TextView, TextView, TextView> { L"SONOGRAM", L"", L"*" }, { L"", L"10/12/2026", L"" } })
+        check<frmRepHist>(
+            L"MEVREP GET", L"G0P0LC0SA0TA0^^^^" + Text(estimate) + L"^" + Text(delivery),
+            [](frmRepHist& form) { form.chkPregnant.setChecked(false); },
+            L"G0P0LC0SA0TA0; LMP=; Contraceptive Method=; Date FP Began=; Pregnant=No*; Pregnant: Est. Delivery="
+                + Text(isEstimated.empty() ? L"*" : L"") + L"; Determined by=" + Text(isEstimated) + Text(NotSaved),
+            L"12^G0P0LC0SA0TA0^^^^0^" + Text(delivery) + L"^" + Text(estimate.empty() ? L"" : L"Sonogram"));
     check<frmRepHist>(L"MEVREP GET", L"-1^Not today.", {},
         L"G0P0LC0SA0TA0; LMP=; Contraceptive Method=; Date FP Began=; Pregnant=No; Pregnant: Est. Delivery=; "
         L"Determined by= # The record could not be read: these values replace what it holds.",
@@ -174,14 +185,14 @@ TEST_F(Summaries, OfTheRegistry)
             + L"The case manager was not looked up again: it is sent empty, and the server keeps Smith, John."
             + Text(OneLine),
         L"12^A^01/02/2026^04/05/2026^03/20/2026^^Spacer checked. Call back.");
+    host.session->reply(L"MEVVAST GETNOTE", L"x\r\n"); // one line
+    check<frmAsthmaReg>(L"MEVVAST GETREG", L"12^ACTIVE|A^01/02/2026^04/05/2026^03/20/2026^", {},
+        L"Status=Active" + Text(Dates) + L"; Case Manager=; Comments=x", L"12^A^01/02/2026^04/05/2026^03/20/2026^^x");
     check<frmAsthmaReg>(
         L"MEVVAST GETREG", L"12^INACTIVE|I^01/02/2026^04/05/2026^03/20/2026^SMITH,JOHN|15",
-        [](frmAsthmaReg& form) {
-            form.txtPrv.edit(L"");
-            form.txtComments.edit(L"x");
-        },
+        [](frmAsthmaReg& form) { form.txtPrv.edit(L""); },
         L"Status=Active*" + Text(Dates)
-            + L"; Case Manager=; Comments=x* # Saving makes the patient active in the "
+            + L"; Case Manager=; Comments=x # Saving makes the patient active in the "
               L"registry. # A case manager cannot be removed here: it is sent empty, and the server keeps Smith, John.",
         L"12^A^01/02/2026^04/05/2026^03/20/2026^^x");
 }
@@ -215,6 +226,12 @@ TEST_F(Summaries, OfEmergencyVisits)
             + L"Transferred to=North Clinic* # The place of the transfer is sent as a facility, because no option is "
               L"chosen.",
         L"45^81^^^^^^^T^^^^^LOC.`7");
+    check<frmER>(
+        L"MEVVER GET", L"45^^^^Other|O^by raft\r\n", [](frmER& form) { form.optDisch[3].click(); },
+        L"Urgency=; Means of Arrival=Other; Other Means=by raft; Entered ER by=; Informant=; Notified=; "
+        L"Disposition=AMA / Patient Left*; "
+            + Text(NoDeparture) + L"Transferred to=",
+        L"45^81^^^O^by raft^^^1^^^^");
     check<frmER>(L"MEVVER GET", L"45^^^^X|X^by raft^^^^^on foot\r\n", {},
         L"Urgency=; Means of Arrival=*; Other Means=*; Entered ER by=; Informant=; Notified=; Disposition=; Other "
         L"Disposition=*; Departure Date=; Left against Advice=; Discharge Condition=; Transferred to= # Means of "

@@ -70,6 +70,8 @@ TEST_F(ContractDates, AgreeWithLeaving)
     for (const TextView before : { L"03/15/2026", L"01/02/2020", L"no date" })
         compare(form.datInit, form.opt[0], before);
     EXPECT_EQ(form.explain(form.datInit).below, L"allowed: 03/16/2025 to today");
+    form.datInit.setValue(L"no date");
+    EXPECT_EQ(form.explain(form.datInit).tone, Tone::Caution); // as it was loaded
     enterDate(form.datInit, L"soon");
     EXPECT_EQ(form.datInit.fault(), L"The date format is not valid. Today's date was entered instead.");
     EXPECT_EQ(form.datInit.value(), L"03/15/2026");
@@ -104,6 +106,8 @@ TEST_F(DepartureDates, AgreeWithLeaving)
     for (const TextView before : { L"", L"03/14/2026 22:45", L"03/14/2026" })
         compare(form.datDepart, form.txtCond, before);
     form.moveFocus(form.datDepart);
+    form.datDepart.type(L"3/1");
+    EXPECT_EQ(form.explain(form.datDepart).beside, L"Not yet a date");
     form.datDepart.type(L"3/15/2026");
     EXPECT_EQ(form.explain(form.datDepart).beside, L"Enter the time too");
 }
@@ -112,6 +116,9 @@ TEST_F(ReproductiveDates, DeliveryIsDerivedFromTheLastPeriod)
 {
     reply(L"MEVREP GET", replies::Reproductive);
     open();
+    form.datLMP.setValue(L"06/08/2025"); // due today
+    EXPECT_EQ(form.explain(form.datDelivery).suggestion,
+        L"From LMP: 03/15/2026 (280 days); today 40 weeks; 211 days earlier than entered");
     form.datLMP.setValue(L"11/14/2025"); // 17 weeks 2 days before 03/15/2026
     form.chkPregnant.setChecked(true);
     form.fraPregnant.setEnabled(true);

@@ -35,8 +35,9 @@ TEST_F(ExplainedBirth, WeightsInTheOtherUnits)
 
 TEST_F(ExplainedBirth, LoadedWeightsAreConvertedEvenIfTheyCannotBeEntered)
 {
-    reply(L"MEVBMSR GET", L"40^2^18.2^18200");
+    reply(L"MEVBMSR GET", L"40^2^18.2^18200^^^^^^25");
     open();
+    EXPECT_EQ(said(form, form.txt[1]), L"");
     EXPECT_EQ(said(form, form.txt[0]), L"= 18.2 kg \u00B7 18,200 g");
 }
 
@@ -58,9 +59,9 @@ TEST_F(ExplainedBirth, AgesAndThePatients)
             { L"4 months", L"6M", L"6 months", true }, { L"4 months", L"4m", L"4 months", false },
             { L"4 months", L"152D", L"152 days", false }, { L"4 months", L"22W", L"22 weeks", false },
             { L"4 months", L"1Y", L"1 year", true }, { L"12 days", L"2W", L"2 weeks", true },
-            { L"40 days", L"1M", L"1 month", false }, { L"2 years", L"36M", L"36 months", true },
+            { L"58 days", L"2M", L"2 months", false }, { L"2 years", L"36M", L"36 months", true },
             { L"2 years", L"35.5M", L"35.5 months", false }, { L"", L"1Y", L"1 year", true },
-            { L"", L"11M", L"11 months", false } }) {
+            { L"unknown", L"11M", L"11 months", false } }) {
         child->words = age;
         frmPediatric own(shared);
         open(own);
@@ -68,7 +69,7 @@ TEST_F(ExplainedBirth, AgesAndThePatients)
         EXPECT_EQ(said(own, own.txt[3]), (isOlder ? L"~" : L"") + Text(words) + (isOlder ? Text(Older) : Text()))
             << narrow(age) << narrow(typed);
     }
-    child->patientAge = L"";
+    child->patientAge = L"unknown";
     open();
     form.txt[2].edit(L"90Y");
     EXPECT_EQ(said(form, form.txt[2]), L"90 years"); // nothing is known
@@ -99,8 +100,9 @@ TEST_F(ExplainedBirth, LookupFieldsSayWhoIsSaved)
     reply(L"MEVUTL DICLKUP", L"1^A,B^A,B^F\r\n2^C,D^C,D^F\r\n");
     host.desktop.inForms.push_back([](Form& opened) { opened.press(dynamic_cast<frmLookup&>(opened).cmdSelect); });
     typeInto(form.txtPat, L"c");
+    form.txtPat.setFault(L"fault");
     form.moveFocus(form.txt[1]);
-    EXPECT_EQ(said(form, form.txtPat) + form.txtPat.note(), L"+A, B"); // chosen by the user
+    EXPECT_EQ(said(form, form.txtPat) + form.txtPat.note() + form.txtPat.fault(), L"+A, B"); // chosen by the user
     reply(L"MEVUTL DICLKUP", L"");
     typeInto(form.txtPat, L"");
     form.moveFocus(form.txt[1]);
@@ -159,6 +161,7 @@ TEST_F(ExplainedHistory, CountsThatCannotBe)
     open();
     for (const auto& [counts, expected] : std::initializer_list<std::pair<std::array<TextView, 5>, TextView>> {
              { { L"3", L"1", L"2", L"1", L"1" }, L"" }, // twins
+             { { L"1", L"1", L"1", L"0", L"0" }, L"" }, { { L"1", L"0", L"0", L"0", L"0" }, L"" },
              { { L"1", L"2", L"0", L"0", L"0" }, L"P: more than G" },
              { { L"2", L"1", L"1", L"1", L"1" }, L"G: less than P, SA and TA together" },
              { { L"1", L"0", L"1", L"1", L"0" }, L"LC: P is 0" } }) {
@@ -199,6 +202,8 @@ TEST_F(ExplainedRefusal, CommentAndItem)
     EXPECT_EQ(form.txtRefComment.fault() + form.txtRefComment.note(), L"The line breaks were removed.");
     form.press(form.cmdOK);
     EXPECT_FALSE(form.lstRefusals.fault().empty()); // the missing type
+    form.lstRefusals.setListIndex(7); // not checked yet
+    EXPECT_TRUE(saidToBeSaved(form).find(L"PAP") == Text::npos) << narrow(saidToBeSaved(form));
     reply(L"MEVREF REFLIST", L"9");
     form.lstRefusals.click(7);
     EXPECT_EQ(form.lstRefusals.fault() + form.txtItem.note(), L"The only item of this type.");
@@ -244,6 +249,7 @@ using ExplainedRegistry = FormFixture<frmAsthmaReg>;
 
 TEST_F(ExplainedRegistry, ManagerIsKeptUnlessLookedUp)
 {
+    EXPECT_EQ(said(form, form.txtPrv), L""); // there is none
     reply(L"MEVVAST GETREG", replies::Registered);
     reply(L"MEVUTL DICLKUP", L"15^^OAK,KIT\r\n");
     open();
@@ -254,6 +260,8 @@ TEST_F(ExplainedRegistry, ManagerIsKeptUnlessLookedUp)
     EXPECT_EQ(said(form, form.txtPrv), L"not looked up yet");
     form.moveFocus(form.txtComments);
     EXPECT_EQ(said(form, form.txtPrv), L"+Oak, Kit");
+    typeInto(form.txtPrv, L"elm");
+    EXPECT_EQ(saidToBeSaved(form).find(L"Oak"), Text::npos); // leaving the field drops the number
 }
 
 }

@@ -75,6 +75,7 @@ TEST_F(Headings, NamePatientVisitAndRecord)
     const Text current = L"Visit 03/15/2026 08:15, Pediatric Clinic";
     EXPECT_EQ(feeding(L"", L"81"), patient + current + L" current; ");
     EXPECT_EQ(feeding(L"5", L"80"), patient + L"Visit 03/10/2026 09:30 other; ");
+    EXPECT_EQ(feeding(L"", L"80"), patient + L" other; "); // its date is unknown
     EXPECT_EQ(headingOf<frmRefusal>([](frmRefusal& form) { form.m_sRefusalIen = L"9"; }),
         patient + current + L" unknown; Record of 02/01/2026");
     encounter->visit = 0;

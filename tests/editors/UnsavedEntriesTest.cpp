@@ -33,6 +33,8 @@ protected:
             EXPECT_EQ(reopened.opt[0].isChosen() ? L"Pain" : L"Mental Health", type);
             EXPECT_EQ(reopened.datInit.shown(), date);
             EXPECT_EQ(reopened.txtPrv.text() + L"|" + reopened.txtPrv.tag(), provider);
+            reopened.moveFocus(reopened.txtPrv);
+            reopened.moveFocus(reopened.datInit); // the provider is still a picked one
             reopened.press(reopened.cmdAdd);
         });
         shared.reopenEntry();
@@ -74,6 +76,14 @@ TEST_F(UnsavedContract, WithoutAnEntryIsNotOffered)
     form.datInit.type(L"3/1/2026");
     form.datInit.type(L"03/10/2026");
     form.press(form.cmdCancel);
+    frmTxc unread(shared); // cancelled while it reads its record
+    unread.open();
+    unread.press(unread.cmdCancel);
+    frmInf feeding(shared);
+    feeding.open();
+    feeding.Form_Activate();
+    feeding.lstINF.setListIndex(2); // only current, not checked
+    feeding.press(feeding.cmdCancel);
     EXPECT_LINES(L"event ");
 }
 
@@ -89,11 +99,13 @@ TEST_F(UnsavedContract, IsSavedOnceHoweverOftenTheUserPresses)
             form.press(form.cmdCancel);
         }
     };
-    reply(L"MEVVTXC SET", L"-1^The contract is locked.");
+    reply(L"MEVVTXC SET", L"-1^The contract cannot begin in the future.");
     form.press(form.cmdAdd);
     EXPECT_TRUE(isBusy);
     EXPECT_FALSE(form.cmdAdd.isBusy());
     EXPECT_TRUE(form.isOpen()); // refused: the user can correct the entry
+    EXPECT_EQ(form.activeControl(), &form.datInit);
+    EXPECT_EQ(form.datInit.fault(), L"The contract cannot begin in the future.");
     EXPECT_LINES(L"call |event ", L"call MEVVTXC SET(7^81^M^03/10/2026^15)");
     reply(L"MEVVTXC SET", L"1");
     form.press(form.cmdAdd);
@@ -123,6 +135,11 @@ TEST_F(UnsavedContract, EndsWithTheNextPatient)
     EXPECT_EQ(host.transcript.back(), L"event DISCARDED ");
     shared.reopenEntry();
     EXPECT_LINES(L"show");
+    form.open();
+    host.patient->patientNumber = 34;
+    host.transcript.clear();
+    form.press(form.cmdCancel); // of the former patient
+    EXPECT_LINES(L"event ");
 }
 
 TEST_F(UnsavedContract, IsNotSavedForAnotherPatient)
@@ -131,9 +148,9 @@ TEST_F(UnsavedContract, IsNotSavedForAnotherPatient)
     host.transcript.clear();
     host.patient->patientNumber = 34;
     form.press(form.cmdAdd); // before the host has announced the change
-    shared.notifyPatientChanged();
     EXPECT_FALSE(form.cmdAdd.canBeUsed());
-    EXPECT_FALSE(form.heading().warning.empty());
+    EXPECT_EQ(form.heading().warning, L"Another patient is selected now: nothing can be saved here.");
+    shared.notifyPatientChanged();
     form.press(form.cmdAdd);
     EXPECT_CALLS();
     EXPECT_TRUE(form.isOpen());
@@ -148,11 +165,25 @@ TEST_F(UnsavedContract, IsComparedWithTheChangeOfAnotherSession)
 {
     open();
     form.opt[1].click();
+    frmTxc added(shared); // has no record yet
+    open(added);
+    struct : FormObserver {
+        int news = 0;
+        void captionChanged(Form&) override { }
+        void focusMoved(Form&) override { }
+        void focusSettled(Form&) override { }
+        void defaultChanged(Form&) override { }
+        void textsChanged(Form&) override { ++news; }
+        void closed(Form&) override { }
+    } frontEnd;
+    form.setObserver(&frontEnd);
     shared.notifyRecordsChanged(L"VAST"); // another kind of record
     EXPECT_TRUE(form.notice().text.empty());
     host.transcript.clear();
     shared.notifyRecordsChanged(L"VTXC");
     EXPECT_EQ(form.notice().text, L"Changed by another session at 09:30");
+    EXPECT_TRUE(added.notice().text.empty());
+    EXPECT_EQ(frontEnd.news, 1);
     EXPECT_CALLS(); // read only on request
     reply(L"MEVVTXC GET", L"7^^03/10/2026@09:30|81^PAIN|P^03/12/2026^OAKHURST,KATHERINE J|15\r\n");
     host.desktop.inForms.push_back([&](Form& opened) {
@@ -164,6 +195,7 @@ TEST_F(UnsavedContract, IsComparedWithTheChangeOfAnotherSession)
     form.followNotice();
     EXPECT_CALLS(L"list MEVVTXC GET(^7)");
     EXPECT_TRUE(form.notice().text.empty());
+    EXPECT_EQ(frontEnd.news, 2);
     EXPECT_TRUE(form.opt[1].isChosen()); // the entry stays
 }
 
@@ -200,6 +232,28 @@ TEST_F(UnsavedContract, IsNotComparedWithAnotherPatientsRecord)
     EXPECT_LINES(L"list |show ");
 }
 
+TEST(EntryTexts, AreNamedByLabelsFramesAndOptions)
+{
+    ScriptedHost host;
+    modShared shared(host.desktop);
+    const auto textsOf = [](Form& form) {
+        Text texts;
+        for (const EntryText& entry : entryTexts(form))
+            texts += entry.caption + L"=" + entry.text + L";";
+        return texts;
+    };
+    frmER visit(shared);
+    visit.optArrival[6].setChosen(true);
+    visit.txtOther.setText(L"by raft");
+    EXPECT_TRUE(textsOf(visit).starts_with(
+        L"Urgency=;Entered By=;Means of Arrival=Other:;Other:=by raft;Informant=;Notified=;Disposition of Care=;"));
+    frmInf feeding(shared);
+    feeding.lstINF.setChecked(0, true);
+    EXPECT_EQ(textsOf(feeding), L"Infant Feeding Choice=" + feeding.lstINF.itemText(0) + L";");
+    frmRefusal refusal(shared);
+    EXPECT_EQ(textsOf(refusal), L"Refusal Type=;Refusal Item=;Date Refused=;Comment=;");
+}
+
 // Every entry of a form survives Cancel and Undo, with what depends on it: OK then saves what it would have saved.
 class EveryUnsavedEntry : public testing::Test {
 protected:
@@ -212,10 +266,12 @@ protected:
     }
 
     template<typename Editor>
-    void expectSameSave(const std::function<void(Editor&)>& enter, Button Editor::*save)
+    void expectSameSave(const std::function<void(Editor&)>& enter, Button Editor::*save, TextView record = {})
     {
         const auto calls = [&](Button Editor::*button) {
             Editor form(shared);
+            if constexpr (requires { form.m_sIEN; })
+                form.m_sIEN = record;
             form.load();
             form.open();
             form.Form_Activate();
@@ -233,6 +289,7 @@ protected:
         });
         shared.reopenEntry();
         EXPECT_EQ(host.calls(), expected);
+        EXPECT_FALSE(host.lines(L"event SAVED").back().ends_with(L' ')); // "event SAVED Asthma Registry"
     }
 
     static void typeDate(Form& form, mevZvDate& date, TextView text)
@@ -260,7 +317,8 @@ TEST_F(EveryUnsavedEntry, IsSavedAfterUndo)
     expectSameSave<frmPediatric>(
         [](frmPediatric& form) {
             form.moveFocus(form.txt[0]);
-            form.txt[0].type(L"3200g"); // switches the unit
+            form.txt[0].type(L"g"); // switches the unit
+            form.txt[0].edit(L"3200");
             form.moveFocus(form.txt[2]);
             form.txt[2].type(L"6m");
             form.moveFocus(form.txtPat);
@@ -268,7 +326,8 @@ TEST_F(EveryUnsavedEntry, IsSavedAfterUndo)
             form.moveFocus(form.txt[1]);
         },
         &frmPediatric::cmdAdd);
-    expectSameSave<frmInf>([](frmInf& form) { form.lstINF.click(2); }, &frmInf::cmdAdd);
+    host.session->reply(L"MEVVIF GET", replies::Feeding); // with another choice
+    expectSameSave<frmInf>([](frmInf& form) { form.lstINF.click(0); }, &frmInf::cmdAdd, L"45");
     expectSameSave<frmElder>(
         [](frmElder& form) {
             form.cbo[3].choose(1);
@@ -291,6 +350,7 @@ TEST_F(EveryUnsavedEntry, IsSavedAfterUndo)
             form.txtComments.edit(L"Call first\r\nthen come");
         },
         &frmAsthmaReg::cmdAdd);
+    EXPECT_EQ(shared.lastSaved().kind, L""); // the list has no row for it
     expectSameSave<frmRefusal>(
         [](frmRefusal& form) {
             form.lstRefusals.click(5);

@@ -67,6 +67,8 @@ TEST(Calendar, KeysMoveTheDay)
         const QKeyCombination key = QKeySequence(keys)[0];
         pressInCalendar(key.key(), key.keyboardModifiers());
         EXPECT_EQ(textOf(days.day()), day) << keys;
+        EXPECT_TRUE(days.currentIndex().data(Qt::AccessibleTextRole).toString().contains(QString(day).right(4)));
+        EXPECT_TRUE(shown.calendar()->findChild<QLabel*>()->text().endsWith(QString(day).right(4)));
     }
     pressInCalendar(Qt::Key_Return);
     EXPECT_EQ(shown.date.value(), L"01/28/2026");
@@ -97,11 +99,13 @@ TEST(Calendar, RefusedDayCannotBePicked)
         const QModelIndex index = days.model()->index(cell / 7, cell % 7);
         QTest::mouseClick(days.viewport(), Qt::LeftButton, {}, days.visualRect(index).center());
     };
+    EXPECT_EQ(shown.calendar()->findChildren<QLabel*>().last()->text(), "allowed: 03/02/2026 to today");
     pressInCalendar(Qt::Key_Right);
     pressInCalendar(Qt::Key_Return);
     ASSERT_EQ(shown.date.shown(), L"03/15/2026");
     click(1);
-    click(36); // an empty cell
+    EXPECT_EQ(textOf(days.day()), "03/01/2026");
+    click(32); // an empty cell
     EXPECT_EQ(shown.date.shown(), L"03/15/2026");
     ASSERT_TRUE(shown.calendar());
     click(2);
@@ -117,6 +121,9 @@ TEST(Calendar, PickedDayKeepsTheTime)
     pressInCalendar(Qt::Key_Left);
     pressInCalendar(Qt::Key_Return);
     EXPECT_EQ(shown.date.value(), L"03/13/2026 22:45");
+    shown.open(L"03/14/2026");
+    pressInCalendar(Qt::Key_Return);
+    EXPECT_EQ(shown.view->line()->text(), "03/14/2026 "); // the user types the time
 }
 
 TEST(Calendar, EscapeLeavesTheFormOpen)

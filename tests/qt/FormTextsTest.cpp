@@ -13,6 +13,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <stdexcept>
+
 namespace health::test {
 namespace {
 
@@ -24,20 +27,21 @@ public:
     {
         lblWeight.setCaption(L"&Use of Weight");
         lblDate.setCaption(L"Date");
-        cmdOK.setCaption(L"&OK");
+        cmdOK.setCaption(L"&Save");
         setDefaultButton(&cmdOK);
         head.name = L"Hartley, Marigold Rose";
     }
 
     Arrangement arrangement() override
     {
-        return column({ fields({ field(lblWeight, { wide(txtWeight, 8) }), field(lblDate, { wide(txtDate, 10) }) }),
+        return column({ fields({ field(lblWeight, { wide(txtWeight, 8) }),
+                            field(lblDate, { wide(txtDate, 10), wide(txtTime, 4) }) }),
             buttons({ cmdOK }) });
     }
     FormHeading heading() override
     {
         ++asked;
-        return head;
+        return isGone ? throw std::runtime_error("The host is gone.") : head;
     }
     Explanation explain(const Control& control) override { return said[&control]; }
     SaveSummary summary() override { return willSave; }
@@ -49,11 +53,13 @@ public:
     TextBox txtWeight;
     Label lblDate;
     TextBox txtDate;
+    TextBox txtTime;
     Button cmdOK;
     FormHeading head;
     std::map<const Control*, Explanation> said;
     SaveSummary willSave;
     FormNotice offer;
+    bool isGone = false;
     int asked = 0;
     int followed = 0;
 };
@@ -125,6 +131,26 @@ TEST_F(FormTextsTest, FaultTakesThePlaceOfTheNoteAndNothingMoves)
     });
 }
 
+TEST_F(FormTextsTest, RowSpeaksForTheFieldWithTheFocus)
+{
+    form.said[&form.txtWeight].below = L"2 to 9 lbs"; // alone in its row
+    form.said[&form.txtDate] = { L"= today", Tone::Good, L"up to today", {}, {} };
+    form.said[&form.txtTime] = { L"= noon", Tone::Good, L"0:00 to 23:59", {}, {} };
+    show([&](FormDialog& dialog) {
+        const auto expectShown = [&](const QStringList& texts) {
+            QTest::qWait(1);
+            QStringList sorted = shown(dialog);
+            sorted.sort();
+            EXPECT_EQ(sorted, texts);
+        };
+        expectShown({ "2 to 9 lbs", "= today" });
+        form.moveFocus(form.txtTime);
+        expectShown({ "0:00 to 23:59", "2 to 9 lbs", "= today" });
+        form.txtDate.setNote(L"Rounded.");
+        expectShown({ "2 to 9 lbs", "= today", "Rounded." });
+    });
+}
+
 TEST_F(FormTextsTest, ChangesAreShownTogetherAndStopWithTheWindow)
 {
     show([&](FormDialog&) {
@@ -148,10 +174,26 @@ TEST_F(FormTextsTest, SuggestionIsUsedByItsKey)
     form.said[&form.txtDate].use = [this] { form.txtDate.setText(L"04/30/2027"); };
     show([&](FormDialog& dialog) {
         EXPECT_TRUE(shown(dialog).contains("40 weeks after LMP: 04/30/2027"));
-        // "U" belongs to the first field.
-        QTest::keyClick(&dialog, Qt::Key_S, Qt::AltModifier);
+        // "U" belongs to the first field, "S" to the button.
+        QTest::keyClick(&dialog, Qt::Key_E, Qt::AltModifier);
         EXPECT_EQ(form.txtDate.text(), L"04/30/2027");
         EXPECT_EQ(form.activeControl(), &form.txtWeight);
+        form.said[&form.txtWeight].suggestion = L"3.2 kg";
+        form.said[&form.txtWeight].use = [this] { form.txtWeight.setText(L"3.2"); };
+        form.txtDate.setText(L"");
+        QTest::qWait(1);
+        form.moveFocus(form.txtDate); // the key follows
+        QTest::qWait(1);
+        QTest::keyClick(&dialog, Qt::Key_E, Qt::AltModifier);
+        EXPECT_EQ(form.txtWeight.text() + form.txtDate.text(), L"04/30/2027");
+        form.said[&form.txtDate].use = nullptr;
+        form.moveFocus(form.txtWeight);
+        QTest::qWait(1);
+        QTest::keyClick(&dialog, Qt::Key_E, Qt::AltModifier);
+        EXPECT_EQ(form.txtWeight.text(), L"3.2");
+        EXPECT_EQ(std::ranges::count_if(dialog.findChildren<QPushButton*>(),
+                      [](const QPushButton* button) { return button->isVisible(); }),
+            2); // Save, and a single Use
     });
 }
 
@@ -172,12 +214,23 @@ TEST_F(FormTextsTest, SummaryOpensAndNamesTheFirstFault)
         EXPECT_GT(dialog.topOfButtons(), foot);
         EXPECT_EQ(dialog.widgets().value(&form.txtDate)->mapTo(&dialog, QPoint()), field);
         QTest::mouseClick(&line, Qt::LeftButton);
+        QTest::mouseClick(&line, Qt::RightButton);
         QTest::qWait(1);
         EXPECT_EQ(dialog.topOfButtons(), foot);
         form.txtDate.setFault(L"Not a date.");
-        form.txtWeight.setFault(L"Too heavy.");
+        form.txtWeight.setFault(L"Too\nheavy.");
         QTest::qWait(1);
         EXPECT_TRUE(line.accessibleDescription().startsWith("Check first: Use of Weight: Too heavy."));
+        const int high = line.heightForWidth(line.width());
+        form.willSave.surprises.clear();
+        form.noteTextsChanged();
+        QTest::qWait(1);
+        EXPECT_EQ(line.accessibleDescription(), "Check first: Use of Weight: Too heavy.");
+        EXPECT_LT(line.heightForWidth(line.width()), high);
+        form.willSave.parts.clear();
+        form.noteTextsChanged();
+        QTest::qWait(1);
+        EXPECT_TRUE(line.isVisible());
     });
 }
 
@@ -208,10 +261,22 @@ TEST_F(FormTextsTest, WarningReplacesTheHeading)
     show([&](FormDialog& dialog) {
         const HeadingStrip& strip = *all<HeadingStrip>(dialog).first();
         EXPECT_EQ(strip.text(), "Hartley, Marigold Rose · Visit today (current visit)");
+        const auto change = [&](const QString& text) {
+            form.noteTextsChanged();
+            QTest::qWait(1);
+            EXPECT_EQ(strip.text(), text);
+            EXPECT_TRUE(strip.isVisible());
+        };
+        form.head.visitKind = FormHeading::Visit::Other;
+        change("Hartley, Marigold Rose · Visit today");
+        form.head.record = L"Record of 02/01/2026";
+        change("Hartley, Marigold Rose · Visit today · Record of 02/01/2026");
+        form.head.name.clear();
         form.head.warning = L"Another patient is selected.";
-        form.noteTextsChanged();
-        QTest::qWait(1);
-        EXPECT_EQ(strip.text(), "Another patient is selected.");
+        change("Another patient is selected.");
+        form.isGone = true; // the texts stay
+        change("Another patient is selected.");
+        form.isGone = false;
     });
 }
 

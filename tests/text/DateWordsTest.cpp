@@ -13,7 +13,7 @@ TEST(DateWords, DistanceFromToday)
         { std::pair<TextView, TextView> { L"11/21/2026", L"today" }, { L"11/20/2026", L"yesterday" },
             { L"11/22/2026", L"tomorrow" }, { L"11/19/2026", L"2 days ago" }, { L"12/04/2026", L"in 13 days" },
             { L"11/07/2026", L"2 weeks ago" }, { L"10/06/2026", L"6 weeks ago" }, { L"07/24/2026", L"17 weeks ago" },
-            { L"04/30/2027", L"in 22 weeks" }, { L"05/24/2026", L"25 weeks ago" }, { L"05/22/2026", L"6 months ago" },
+            { L"04/30/2027", L"in 22 weeks" }, { L"05/24/2026", L"25 weeks ago" }, { L"05/23/2026", L"6 months ago" },
             { L"01/25/2026", L"10 months ago" }, { L"12/25/2024", L"23 months ago" }, { L"11/21/2024", L"2 years ago" },
             { L"11/21/2028", L"in 2 years" }, { L"01/01/1986", L"40 years ago" } })
         EXPECT_EQ(distanceName(*parseDate(date), Now), expected) << narrow(date);
@@ -42,7 +42,8 @@ TEST(DateEntries, WeekdayIsTheNearestAllowedDay)
     for (const auto& [text, range, expected] :
         { std::tuple<TextView, DateRange, TextView> { L"sat", past, L"11/21/2026" }, { L"sat", future, L"11/21/2026" },
             { L"SUN", past, L"11/15/2026" }, { L"Sunday", future, L"11/22/2026" }, { L"fri", {}, L"11/20/2026" },
-            { L"friday", future, L"11/27/2026" }, { L"mon", lastWeek, L"11/16/2026" } }) {
+            { L"friday", future, L"11/27/2026" }, { L"mon", lastWeek, L"11/16/2026" },
+            { L"wed", { Now, momentOf(2026, 11, 25) }, L"11/25/2026" } }) {
         const auto moment = momentEntered(text, Now, range);
         ASSERT_TRUE(moment) << narrow(text);
         EXPECT_EQ(defaultDateText(*moment), expected) << narrow(text);
