@@ -178,6 +178,13 @@ TEST_F(FormTextsTest, SummaryOpensAndNamesTheFirstFault)
         form.txtWeight.setFault(L"Too heavy.");
         QTest::qWait(1);
         EXPECT_TRUE(line.accessibleDescription().startsWith("Check first: Use of Weight: Too heavy."));
+        form.txtDate.setFault(L"");
+        form.txtWeight.setFault(L"");
+        form.said[&form.txtDate].beside = L"Not a day";
+        form.said[&form.txtDate].tone = Tone::Error;
+        form.noteTextsChanged();
+        QTest::qWait(1);
+        EXPECT_TRUE(line.accessibleDescription().contains("Not a day")) << line.accessibleDescription().toStdString();
     });
 }
 
