@@ -38,27 +38,27 @@ SaveLine::SaveLine(HostSession& session)
 
 void SaveLine::showSaved(const QString& what)
 {
-    if (m_undo->isEnabled())
-        return; // the offer is more important
-    m_text->setText(u"Saved %1 \u00B7 %2"_s.arg(QTime::currentTime().toString(u"HH:mm"), what));
-    announce();
+    const QString saved = u"Saved %1 \u00B7 %2"_s.arg(QTime::currentTime().toString(u"HH:mm"), what);
+    m_text->setText(m_offer.isEmpty() ? saved : saved + u"    "_s + m_offer); // the button belongs to the offer
+    announce(saved);
 }
 
 // An empty offer ends the former one.
 void SaveLine::showOffer(const QString& offer)
 {
+    m_offer = offer;
     m_undo->setEnabled(!offer.isEmpty());
     m_button->setVisible(!offer.isEmpty());
     m_button->setAccessibleName(offer.isEmpty() ? QString() : u"Undo: %1"_s.arg(offer));
     m_text->setText(offer);
     if (!offer.isEmpty())
-        announce();
+        announce(offer);
 }
 
 // Screen readers read a status line only if they are asked to.
-void SaveLine::announce()
+void SaveLine::announce(const QString& news)
 {
-    m_text->setAccessibleName(m_text->text());
+    m_text->setAccessibleName(news);
     QAccessibleEvent event(m_text, QAccessible::Alert);
     QAccessible::updateAccessibility(&event);
 }

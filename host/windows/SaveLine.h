@@ -10,7 +10,7 @@ namespace health {
 
 class HostSession;
 
-// In the status line: what was saved and when, or the entry that was discarded, with a button that brings it back.
+// In the status line: what was saved and when, and the entry that was discarded, with a button that brings it back.
 class SaveLine : public QWidget {
     Q_OBJECT
 public:
@@ -27,11 +27,12 @@ Q_SIGNALS:
 private:
     void showSaved(const QString& what);
     void showOffer(const QString& offer);
-    void announce();
+    void announce(const QString& news);
 
     QAction* m_undo;
     QLabel* m_text;
     QPushButton* m_button;
+    QString m_offer; // of the entry that can be brought back; empty if there is none
 };
 
 }

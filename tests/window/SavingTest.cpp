@@ -73,6 +73,9 @@ TEST_F(Saving, DiscardedEntryComesBackUntilThePatientChanges)
     undo->trigger();
     EXPECT_EQ(comment, "not today");
     EXPECT_TRUE(undo->isEnabled()); // cancelled again
+    Q_EMIT window->context().session().recordSaved("Asthma Status"); // a save is confirmed beside the offer
+    EXPECT_TRUE(statusLine().contains("Asthma Status")) << statusLine().toStdString();
+    EXPECT_TRUE(statusLine().contains("Entry discarded: Enter Refusal")) << statusLine().toStdString();
     ASSERT_TRUE(window->context().selectPatient(5));
     EXPECT_FALSE(undo->isEnabled());
     EXPECT_FALSE(statusLine().contains("discarded")) << statusLine().toStdString();
