@@ -9,7 +9,7 @@ namespace health {
 frmElderView::frmElderView(modShared& shared)
     : EditorForm(shared, L"frmElderView", L"View Functional Status Record", { L"Functional Status", L"VELD" })
 {
-    setHeight(5100); // twips; all items fit without scrolling
+    setHeight(5600); // twips; all items fit without scrolling
     fg.setColumnCount(2);
     fg.setColumnWidth(0, 2000);
     bindSave(cmdEdit, L"cmdEdit_Click", [this] { cmdEdit_Click(); });

@@ -48,17 +48,19 @@ Explanation frmRepHist::explainCount(std::size_t index) const
     return explanation;
 }
 
-// Why the counts cannot be, at the box that shows it; empty if they can. A pregnancy counts once in P, however many
+// Why the counts cannot be, at the box that shows it; empty if they can. The text stands at the end of the row and
+// therefore names the count. A pregnancy counts once in P, however many
 // children it had: living children are therefore impossible only without any delivery.
 Text frmRepHist::impossibleCount(std::size_t index) const
 {
     const auto count = [this](CountBox box) { return leadingNumber(txNumRH[box].text()); };
     if (index == Parity && count(Parity) > count(Gravidity))
-        return L"more than G";
+        return L"P is more than G";
     const bool tooMany = count(Parity) + count(Spontaneous) + count(Therapeutic) > count(Gravidity);
     if (index == Gravidity && count(Parity) <= count(Gravidity) && tooMany)
-        return L"less than P, SA and TA together";
-    return index == LivingChildren && count(LivingChildren) > 0 && count(Parity) == 0 ? L"P is 0" : Text();
+        return L"G is less than P, SA and TA together";
+    return index == LivingChildren && count(LivingChildren) > 0 && count(Parity) == 0 ? L"P is 0, but LC is not"
+                                                                                      : Text();
 }
 
 // --- What will be saved ---

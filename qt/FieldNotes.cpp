@@ -101,6 +101,7 @@ void FieldNotes::showSuggestion()
     const auto offered =
         std::ranges::find_if(m_fields, [](const Field& field) { return !field.explanation.suggestion.empty(); });
     const bool isOffered = offered != m_fields.end();
+    m_line->setMinimumWidth(isOffered ? m_line->sizeHint().width() : 0); // only the longer of the two wraps
     m_suggestion->say(isOffered ? toQString(offered->explanation.suggestion) : QString(), Tone::Quiet);
     m_suggested = isOffered ? offered->explanation.use : nullptr;
     m_use->setVisible(m_suggested != nullptr);
@@ -108,11 +109,16 @@ void FieldNotes::showSuggestion()
         m_use->setAccessibleDescription(m_suggestion->text());
 }
 
-const Control* FieldNotes::faulty() const
+std::optional<FieldNotes::Refusal> FieldNotes::refusal() const
 {
-    const auto found =
-        std::ranges::find_if(m_fields, [](const Field& field) { return !field.control->fault().empty(); });
-    return found == m_fields.end() ? nullptr : found->control;
+    for (const Field& field : m_fields) {
+        if (!field.control->fault().empty())
+            return Refusal { field.control, toQString(field.control->fault()).simplified() };
+        const Explanation& explanation = field.explanation;
+        if (explanation.tone == Tone::Error && !explanation.beside.empty() && field.control->canBeUsed())
+            return Refusal { field.control, toQString(explanation.beside) };
+    }
+    return std::nullopt;
 }
 
 void FieldNotes::pair(FieldNotes& one, FieldNotes& other)

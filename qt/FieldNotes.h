@@ -6,6 +6,8 @@
 #include <QPointer>
 #include <QWidget>
 
+#include <optional>
+
 class QPushButton;
 
 namespace health {
@@ -27,8 +29,12 @@ public:
     // The line below if the control stands in this row; else null.
     QWidget* belowOf(const Control* control) const;
 
-    // The first control with a fault; null if there is none.
-    const Control* faulty() const;
+    struct Refusal {
+        const Control* control = nullptr;
+        QString text; // why
+    };
+    // Of the first field whose entry was refused, or will be when the user leaves it.
+    std::optional<Refusal> refusal() const;
 
     // Asks the form for the texts and changes what differs. Returns whether the row shows a suggestion.
     bool refresh(Form& form);

@@ -251,6 +251,7 @@ void FormDialog::activate()
         return;
     refresh();
     fit();
+    adjustPosition(parentWidget()); // the window was placed with its former size, perhaps without its frame
     m_isFitted = true;
     if (m_form.activeControl())
         focusMoved(m_form);

@@ -47,7 +47,7 @@ void FormTexts::refresh()
     refreshFields();
     refreshFrames();
     m_builder.alignCaptions();
-    m_places.summary.show(m_form.summary(), firstFault());
+    m_places.summary.show(m_form.summary(), firstRefusal());
     m_places.notice.show(m_form.notice(), usedKeys());
 }
 
@@ -75,17 +75,16 @@ void FormTexts::refreshFrames()
         entry.value()->setAside(toQString(m_form.explain(*entry.key()).beside));
 }
 
-// "CAPTION: message" of the first field with a fault, in the order of the form.
-QString FormTexts::firstFault() const
+// "CAPTION: message" of the first field with a refused entry, in the order of the form.
+QString FormTexts::firstRefusal() const
 {
     for (const auto& notes : m_builder.notes()) {
-        const Control* const control = notes->faulty();
-        if (!control)
+        const auto refusal = notes->refusal();
+        if (!refusal)
             continue;
-        const Label* const label = m_builder.captionOf(*control);
+        const Label* const label = m_builder.captionOf(*refusal->control);
         const QString caption = label ? toQString(label->caption()).remove(u'&') : QString();
-        const QString fault = toQString(control->fault()).simplified();
-        return caption.isEmpty() ? fault : caption + u": "_s + fault;
+        return caption.isEmpty() ? refusal->text : caption + u": "_s + refusal->text;
     }
     return {};
 }

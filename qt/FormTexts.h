@@ -35,7 +35,7 @@ public:
 private:
     void refreshFields();
     void refreshFrames();
-    QString firstFault() const;
+    QString firstRefusal() const;
     QString usedKeys() const;
 
     Form& m_form;

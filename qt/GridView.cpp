@@ -188,6 +188,10 @@ void GridView::paintEvent(QPaintEvent* event)
 {
     FocusFramed::paintEvent(event);
     drawFlash();
+    if (frameShape() == NoFrame && hasFocus()) { // else the frame shows it
+        QPainter painter(viewport());
+        drawFocus(painter, viewport()->rect(), *this);
+    }
     if (m_control.hint().empty())
         return;
     QPainter painter(viewport());

@@ -162,9 +162,9 @@ TEST_F(ExplainedHistory, CountsThatCannotBe)
     for (const auto& [counts, expected] : std::initializer_list<std::pair<std::array<TextView, 5>, TextView>> {
              { { L"3", L"1", L"2", L"1", L"1" }, L"" }, // twins
              { { L"1", L"1", L"1", L"0", L"0" }, L"" }, { { L"1", L"0", L"0", L"0", L"0" }, L"" },
-             { { L"1", L"2", L"0", L"0", L"0" }, L"P: more than G" },
-             { { L"2", L"1", L"1", L"1", L"1" }, L"G: less than P, SA and TA together" },
-             { { L"1", L"0", L"1", L"1", L"0" }, L"LC: P is 0" } }) {
+             { { L"1", L"2", L"0", L"0", L"0" }, L"P: P is more than G" },
+             { { L"2", L"1", L"1", L"1", L"1" }, L"G: G is less than P, SA and TA together" },
+             { { L"1", L"0", L"1", L"1", L"0" }, L"LC: P is 0, but LC is not" } }) {
         for (std::size_t i = 0; i < counts.size(); ++i)
             form.txNumRH[i].edit(counts[i]);
         Text notes;

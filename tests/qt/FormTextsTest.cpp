@@ -231,6 +231,13 @@ TEST_F(FormTextsTest, SummaryOpensAndNamesTheFirstFault)
         form.noteTextsChanged();
         QTest::qWait(1);
         EXPECT_TRUE(line.isVisible());
+        form.txtDate.setFault(L"");
+        form.txtWeight.setFault(L"");
+        form.said[&form.txtDate].beside = L"Not a day";
+        form.said[&form.txtDate].tone = Tone::Error;
+        form.noteTextsChanged();
+        QTest::qWait(1);
+        EXPECT_TRUE(line.accessibleDescription().contains("Not a day")) << line.accessibleDescription().toStdString();
     });
 }
 
