@@ -218,6 +218,7 @@ void EditorForm::keepEntries(TextView offer)
     for (const auto& [field, lookupField] : m_lookupFields)
         draft.picked.push_back(lookupField.picked);
     draft.ownState = ownState();
+    draft.mayBeStored = m_saveLost;
     m_shared.keepEntry(Text(offer) + caption(), [form] { form->m_shared.desktop().showModal(*form); });
 }
 
@@ -233,8 +234,12 @@ void EditorForm::restoreDraft()
         lookupField.picked = *picked++;
     entriesRestored(draft.ownState);
     draft.fields.restoreTyping(*this);
+    // The server recognises a repeated save, but not one with other entries.
+    m_saveLost = draft.mayBeStored;
+    if (recordNumber().empty() && m_saveLost)
+        m_change = L"The record may have been added already: check the list before you save again";
     if (recordNumber().empty() || draft.before == m_originalTexts)
-        return;
+        return noteTextsChanged();
     m_originalTexts = draft.before;
     m_change = L"The record has changed since this entry was made";
     noteTextsChanged();
@@ -270,7 +275,7 @@ FormNotice EditorForm::notice()
 {
     if (m_change.empty() || isForeign())
         return {};
-    return { m_change, L"Compare" };
+    return { m_change, recordNumber().empty() ? Text() : Text(L"Compare") };
 }
 
 void EditorForm::followNotice()

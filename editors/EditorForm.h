@@ -167,6 +167,7 @@ private:
         EntrySnapshot fields;
         std::vector<Text> picked; // the names in the lookup fields
         Text ownState;
+        bool mayBeStored = false; // the reply to its save was lost
     };
 
     void patientChanged() override;
@@ -184,7 +185,7 @@ private:
     EntrySnapshot m_original; // the fields as the record was read
     std::vector<EntryText> m_originalTexts;
     std::optional<Draft> m_draft; // to be restored by the first activation
-    Text m_change; // the notice that the record has changed; empty while no change is known
+    Text m_change; // the notice that the record has, or may have, changed; empty while no change is known
     bool m_restoring = false;
     bool m_saveLost = false; // the user has given up the call that saved
     Text m_patient;

@@ -61,8 +61,12 @@ void SummaryLine::show(const SaveSummary& summary, const QString& fault)
 {
     if (isSame(summary, m_summary) && fault == m_fault)
         return;
+    // Not again for each letter that changes a sentence.
+    const bool isNew = summary.surprises.size() > m_summary.surprises.size();
     m_summary = summary;
     m_fault = fault;
+    if (isNew)
+        announce(*this, toQString(m_summary.surprises.back()));
     setAccessibleDescription(spoken());
     setVisible(!m_summary.parts.empty() || !m_summary.surprises.empty() || !fault.isEmpty());
     updateGeometry();

@@ -126,6 +126,28 @@ TEST_F(UnsavedContract, IsKeptWhenItsSaveIsLost)
     EXPECT_EQ(host.calls().back(), L"call MEVVTXC SET(7^81^M^03/10/2026^15)");
 }
 
+TEST_F(UnsavedContract, WarnsIfALostSaveMayHaveAddedTheRecord)
+{
+    form.m_sIEN.clear();
+    open();
+    form.opt[1].click();
+    host.session->losesServerAt = L"MEVVTXC SET";
+    form.press(form.cmdAdd);
+    host.session->losesServerAt.clear();
+    const auto reopened = [&] {
+        FormNotice notice;
+        host.desktop.inForms.push_back([&](Form& opened) {
+            notice = opened.notice();
+            opened.press(*opened.cancelButton());
+        });
+        shared.reopenEntry();
+        return notice;
+    };
+    EXPECT_TRUE(reopened().text.starts_with(L"The record may have been added already"));
+    EXPECT_FALSE(reopened().text.empty()); // also after Cancel
+    EXPECT_TRUE(reopened().action.empty()); // there is nothing to compare with
+}
+
 TEST_F(UnsavedContract, EndsWithTheNextPatient)
 {
     open();
