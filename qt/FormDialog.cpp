@@ -24,6 +24,7 @@
 #include <QRadioButton>
 #include <QScreen>
 #include <QShortcut>
+#include <QStyle>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -170,6 +171,16 @@ void FormDialog::fit()
     m_body->placeBars();
 }
 
+// Again, because the window was placed with its former size. Its frame may not be known yet: the title must stay on the
+// screen.
+void FormDialog::place()
+{
+    adjustPosition(parentWidget());
+    const int top = screen()->availableGeometry().top() + style()->pixelMetric(QStyle::PM_TitleBarHeight);
+    if (geometry().top() < top)
+        move(x(), top);
+}
+
 // Longer texts enlarge the window downwards, as far as the screen permits.
 void FormDialog::grow()
 {
@@ -239,7 +250,7 @@ void FormDialog::activate()
         return;
     refresh();
     fit();
-    adjustPosition(parentWidget()); // the window was placed with its former size, perhaps without its frame
+    place();
     m_isFitted = true;
     if (m_form.activeControl())
         focusMoved(m_form);
