@@ -286,7 +286,9 @@ void EditorForm::followNotice()
     theirs->load();
     theirs->Form_Activate();
     frmCompare comparison(heading(), m_originalTexts, entryTexts(*theirs), entryTexts(*this));
-    m_change.clear();
+    // The server has seen that the record was read again, so it will not refuse the save.
+    const bool isReplaced = entryTexts(*theirs) != entryTexts(*this);
+    m_change = isReplaced ? TextView(L"OK replaces what the other session has saved") : TextView();
     noteTextsChanged();
     m_shared.desktop().showModal(comparison);
 }

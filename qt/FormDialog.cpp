@@ -25,6 +25,7 @@
 #include <QRadioButton>
 #include <QScreen>
 #include <QShortcut>
+#include <QStyle>
 #include <QTimer>
 #include <QVBoxLayout>
 #include <QWindow>
@@ -177,6 +178,16 @@ void FormDialog::fit()
     m_body->placeBars();
 }
 
+// Again, because the window was placed with its former size. Its frame may not be known yet: the title must stay on the
+// screen.
+void FormDialog::place()
+{
+    adjustPosition(parentWidget());
+    const int top = screen()->availableGeometry().top() + style()->pixelMetric(QStyle::PM_TitleBarHeight);
+    if (geometry().top() < top)
+        move(x(), top);
+}
+
 // Longer texts enlarge the window downwards, as far as the screen permits.
 void FormDialog::grow()
 {
@@ -245,13 +256,13 @@ void FormDialog::run()
 
 void FormDialog::activate()
 {
-    m_started = true;
     m_form.Form_Activate();
+    m_started = true; // the focus that the window system gave before was not the user's choice
     if (!m_form.isOpen())
         return;
     refresh();
     fit();
-    adjustPosition(parentWidget()); // the window was placed with its former size, perhaps without its frame
+    place();
     m_isFitted = true;
     if (m_form.activeControl())
         focusMoved(m_form);
@@ -273,16 +284,22 @@ bool isPassedOver(const QWidget& widget)
 
 }
 
-// Focuses the first field that can be used, if the program set no focus.
+// Focuses the first field that can be used, or a button if there is no such field.
 void FormDialog::focusFirst()
 {
+    Control* first = nullptr;
     for (QWidget* const widget : m_builder.inTabOrder()) {
-        QWidget* const focused = widget->focusProxy() ? widget->focusProxy() : widget;
-        if (!m_controls.value(focused)->canBeUsed() || isPassedOver(*widget))
+        Control* const control = m_controls.value(widget->focusProxy() ? widget->focusProxy() : widget);
+        if (!control->canBeUsed() || isPassedOver(*widget))
             continue;
-        m_form.setFocus(*m_controls.value(focused));
-        return;
+        const bool isButton = dynamic_cast<Button*>(control);
+        if (!first || !isButton)
+            first = control;
+        if (!isButton)
+            break;
     }
+    if (first)
+        m_form.setFocus(*first);
 }
 
 void FormDialog::activateAgain()

@@ -57,6 +57,7 @@ private:
     void askRefresh();
     void refresh();
     void fit();
+    void place();
     void grow();
     void makeRoomForList(bool isOpen);
     static void settleLayouts();

@@ -41,6 +41,8 @@ QString captionOf(const SaveSummary::Part& part)
     return part.caption.empty() ? QString() : toQString(part.caption) + u'=';
 }
 
+bool isWorthARow(const SaveSummary::Part& part) { return !part.value.empty() || part.isChanged; }
+
 }
 
 SummaryLine::SummaryLine(std::function<void(bool isOpen)> toggled)
@@ -101,15 +103,15 @@ QString SummaryLine::spoken() const
         texts.append(u"Check first: "_s + m_fault);
     else
         for (const SaveSummary::Part& part : m_summary.parts) {
-            if (!part.value.empty())
-                texts.append(captionOf(part) + inOneLine(part.value));
+            if (isWorthARow(part))
+                texts.append(captionOf(part) + (part.value.empty() ? u"(empty)"_s : inOneLine(part.value)));
         }
     for (const Text& surprise : m_summary.surprises)
         texts.append(toQString(surprise));
     return texts.join(u"; "_s);
 }
 
-// In the row, empty values are left out; in the list, each has its line.
+// In the row, only values that were cleared are shown empty; in the list, each value has its line.
 RunFlow SummaryLine::content() const
 {
     const QColor quiet = colourOf(Ink::Quiet, palette());
@@ -120,8 +122,10 @@ RunFlow SummaryLine::content() const
         if (!m_isOpen)
             return flow;
     }
-    const auto isShown = [this](const SaveSummary::Part& part) { return m_isOpen || !part.value.empty(); };
+    const auto isShown = [this](const SaveSummary::Part& part) { return m_isOpen || isWorthARow(part); };
     const auto shownParts = std::ranges::count_if(m_summary.parts, isShown);
+    if (shownParts == 0)
+        flow.add({ { { u"nothing has been entered"_s, font(), plain } } });
     std::ptrdiff_t shown = 0;
     for (const SaveSummary::Part& part : m_summary.parts) {
         if (!isShown(part))
@@ -131,7 +135,7 @@ RunFlow SummaryLine::content() const
         const bool isLast = ++shown == shownParts;
         RunFlow::Part set { { caption }, m_isOpen };
         if (value.isEmpty())
-            set.runs.append({ u"(empty)"_s, font(), quiet });
+            set.runs.append({ u"(empty)"_s, part.isChanged ? semibold(font()) : font(), quiet });
         else
             set.runs.append({ m_isOpen ? value : shortened(value), part.isChanged ? semibold(font()) : font(), plain });
         if (!m_isOpen && !isLast)
