@@ -216,7 +216,7 @@ TEST_F(UnsavedContract, IsComparedWithTheChangeOfAnotherSession)
     });
     form.followNotice();
     EXPECT_CALLS(L"list MEVVTXC GET(^7)");
-    EXPECT_TRUE(form.notice().text.empty());
+    EXPECT_EQ(form.notice().text, L"OK replaces what the other session has saved");
     EXPECT_EQ(frontEnd.news, 2);
     EXPECT_TRUE(form.opt[1].isChosen()); // the entry stays
 }
@@ -230,7 +230,7 @@ TEST_F(UnsavedContract, SaysThatTheRecordHasChangedInBetween)
     host.desktop.inForms.push_back([&](Form& opened) {
         EXPECT_EQ(opened.notice().text, L"The record has changed since this entry was made");
         opened.followNotice();
-        EXPECT_TRUE(opened.notice().text.empty());
+        EXPECT_EQ(opened.notice().text, L"OK replaces what the other session has saved");
     });
     host.desktop.inForms.push_back([&](Form& opened) {
         const Grid& rows = dynamic_cast<frmCompare&>(opened).fg;
