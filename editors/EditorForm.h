@@ -167,7 +167,7 @@ private:
         EntrySnapshot fields;
         std::vector<Text> picked; // the names in the lookup fields
         Text ownState;
-        bool mayBeStored = false; // the reply to its save was lost
+        bool mayBeStored; // the reply to its save was lost
     };
 
     void patientChanged() override;
