@@ -7,6 +7,8 @@
 
 #include <QScopedValueRollback>
 
+#include <algorithm>
+
 namespace health {
 
 CheckBoxView::CheckBoxView(CheckBox& checkBox)
@@ -150,6 +152,15 @@ QSize CheckListView::sizeHint() const
 {
     const int rows = std::max(1, count()) * std::max(sizeHintForRow(0), rowHeight());
     return { sizeHintForColumn(0) + fontMetrics().height() * 4, rows + 2 * frameWidth() + fontMetrics().height() / 2 };
+}
+
+bool isPassedOver(const QWidget& widget)
+{
+    const auto* const option = qobject_cast<const QRadioButton*>(&widget);
+    if (!option || option->isChecked())
+        return false;
+    const auto group = widget.parentWidget()->findChildren<QRadioButton*>(QString(), Qt::FindDirectChildrenOnly);
+    return std::any_of(group.begin(), group.end(), [](const QRadioButton* other) { return other->isChecked(); });
 }
 
 }

@@ -51,4 +51,7 @@ private:
     bool m_mirroring = false;
 };
 
+// The first focus passes over an option of a group in which another one is chosen.
+bool isPassedOver(const QWidget& widget);
+
 }

@@ -58,6 +58,9 @@ public:
     // Captions have changed: lines their columns up again.
     void alignCaptions();
 
+    // Gives up the room that explanations beside fields reserve, for a screen that is too narrow for it.
+    void giveUpRooms();
+
 private:
     QLayout* buildPart(const Arrangement& part);
     QVBoxLayout* buildColumn(const std::vector<Arrangement>& children);

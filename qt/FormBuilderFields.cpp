@@ -228,6 +228,12 @@ QWidget* FormBuilder::widgetFor(const Arrangement& single)
     return widget;
 }
 
+void FormBuilder::giveUpRooms()
+{
+    for (const auto& notes : m_notes)
+        notes->beside().keepCharacters(0);
+}
+
 // A field is as wide as its content; a list at least as wide as its longest entry.
 void FormBuilder::setWidth(QWidget& widget, int characters) const
 {

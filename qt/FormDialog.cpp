@@ -1,6 +1,7 @@
 #include "qt/FormDialog.h"
 
 #include "qt/BodyArea.h"
+#include "qt/ChoiceViews.h"
 #include "qt/ControlViews.h"
 #include "qt/FormTexts.h"
 #include "qt/Hairline.h"
@@ -166,14 +167,22 @@ int FormDialog::neededHeight(int width) const
     return std::max(heading + m_body->heightFor(width) + below, requested);
 }
 
+int FormDialog::neededWidth() const
+{
+    const int heading = m_heading->isHidden() ? 0 : m_heading->sizeHint().width();
+    return std::max({ m_body->sizeHint().width(), m_foot->sizeHint().width(), heading });
+}
+
 // As wide as the fields and a heading in one line, as high as all texts need, at least as high as the form requests.
 void FormDialog::fit()
 {
     settleLayouts();
-    const int heading = m_heading->isHidden() ? 0 : m_heading->sizeHint().width();
-    const int width = std::max({ m_body->sizeHint().width(), m_foot->sizeHint().width(), heading });
     const QSize most = room().size();
-    const int shown = std::min(width, most.width());
+    if (neededWidth() > most.width()) {
+        m_builder.giveUpRooms();
+        settleLayouts();
+    }
+    const int shown = std::min(neededWidth(), most.width());
     resize(shown, std::min(neededHeight(shown), most.height()));
     m_body->placeBars();
 }
@@ -268,20 +277,6 @@ void FormDialog::activate()
         focusMoved(m_form);
     else
         focusFirst();
-}
-
-namespace {
-
-// Like Tab, enters a group of options at the chosen one.
-bool isPassedOver(const QWidget& widget)
-{
-    const auto* const option = qobject_cast<const QRadioButton*>(&widget);
-    if (!option || option->isChecked())
-        return false;
-    const auto group = widget.parentWidget()->findChildren<QRadioButton*>(QString(), Qt::FindDirectChildrenOnly);
-    return std::any_of(group.begin(), group.end(), [](const QRadioButton* other) { return other->isChecked(); });
-}
-
 }
 
 // Focuses the first field that can be used, or a button if there is no such field.

@@ -56,6 +56,7 @@ private:
     // Changes of the form are shown together in the event loop's next turn.
     void askRefresh();
     void refresh();
+    int neededWidth() const;
     void fit();
     void place();
     void grow();
