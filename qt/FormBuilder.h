@@ -58,10 +58,11 @@ public:
     // Captions have changed: lines their columns up again.
     void alignCaptions();
 
-    // Gives up the room that explanations beside fields reserve, for a screen that is too narrow for it.
+    // Gives up the room that arrangements reserve for explanations, for a screen that is too narrow for it.
     void giveUpRooms();
 
 private:
+    void keepRoom(ToneLabel& words, int characters);
     QLayout* buildPart(const Arrangement& part);
     QVBoxLayout* buildColumn(const std::vector<Arrangement>& children);
     QLayout* buildRow(const Arrangement& row);
@@ -101,6 +102,7 @@ private:
     std::vector<std::unique_ptr<CaptionAxis>> m_axes;
     CaptionAxis* m_axis = nullptr; // of the column that is being built
     FieldNotes* m_sharedNotes = nullptr; // of the row that is being built
+    QList<ToneLabel*> m_rooms; // that an arrangement reserves
 };
 
 }

@@ -79,7 +79,7 @@ void FormBuilder::addControls(QBoxLayout& line, const Arrangement& field, FieldN
     const Arrangement* left = nullptr;
     for (const Arrangement& child : field.children) {
         if (child.kind == Kind::Beside) {
-            notes.beside().keepCharacters(child.characters);
+            keepRoom(notes.beside(), child.characters);
             continue;
         }
         QWidget* const widget = widgetFor(child);
@@ -228,10 +228,16 @@ QWidget* FormBuilder::widgetFor(const Arrangement& single)
     return widget;
 }
 
+void FormBuilder::keepRoom(ToneLabel& words, int characters)
+{
+    words.keepCharacters(characters);
+    m_rooms.append(&words);
+}
+
 void FormBuilder::giveUpRooms()
 {
-    for (const auto& notes : m_notes)
-        notes->beside().keepCharacters(0);
+    for (ToneLabel* const words : m_rooms)
+        words->keepCharacters(0);
 }
 
 // A field is as wide as its content; a list at least as wide as its longest entry.
