@@ -17,7 +17,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// The letter after "&" in lower case; null if there is none.
+// The letter after "&" in lower case; null without one.
 QChar accessKey(const QString& caption)
 {
     const qsizetype at = caption.indexOf(u'&');

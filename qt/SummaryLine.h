@@ -18,7 +18,7 @@ public:
 
     // Does nothing if neither differs. `fault` replaces the summary: "CAPTION: message".
     void show(const SaveSummary& summary, const QString& fault);
-    // Opens or closes the list; does nothing while there is none.
+    // Opens or closes the list; does nothing without values.
     void toggle();
 
     QSize sizeHint() const override;

@@ -28,7 +28,7 @@ private:
     void showSaved(const QString& what);
     void showOffer(const QString& offer);
 
-    QString m_offer; // empty if there is none
+    QString m_offer; // empty without an offer
     QAction* m_undo;
     QLabel* m_text;
     QPushButton* m_button;

@@ -62,7 +62,7 @@ protected:
         QObject::connect(&driver, &QTimer::timeout, window.get(), [this] { stepWhenQuiet(); });
     }
 
-    // The process of the session's server, a child of this program; 0 if there is none.
+    // The process of the session's server, a child of this program; 0 without a server.
     static int serverProcess()
     {
         const QString self = QString::number(QCoreApplication::applicationPid());
