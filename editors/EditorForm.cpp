@@ -285,6 +285,8 @@ void EditorForm::followNotice()
         return; // it would read the record of the host's patient
     theirs->load();
     theirs->Form_Activate();
+    if (m_shared.lastCall() != CallResult::Answered)
+        return; // the user has seen the error; an empty form would look like a record that was cleared
     frmCompare comparison(heading(), m_originalTexts, entryTexts(*theirs), entryTexts(*this));
     // The server has seen that the record was read again, so it will not refuse the save.
     const bool isReplaced = entryTexts(*theirs) != entryTexts(*this);

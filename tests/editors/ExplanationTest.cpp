@@ -249,7 +249,7 @@ using ExplainedRegistry = FormFixture<frmAsthmaReg>;
 
 TEST_F(ExplainedRegistry, ManagerIsKeptUnlessLookedUp)
 {
-    EXPECT_EQ(said(form, form.txtPrv), L""); // there is none
+    EXPECT_EQ(said(form, form.txtPrv), L""); // the record has no manager
     reply(L"MEVVAST GETREG", replies::Registered);
     reply(L"MEVUTL DICLKUP", L"15^^OAK,KIT\r\n");
     open();
