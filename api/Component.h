@@ -33,7 +33,7 @@ namespace health {
 
 // The version of the interfaces in this header and in api/host.h; each change of them increments it. A host loads only
 // libraries with the same number, because it would misread any others.
-inline constexpr int ComponentInterface = 4;
+inline constexpr int ComponentInterface = 5;
 
 // One panel on a page of the host. Unless noted otherwise, the operations report failures to the user and do not throw.
 class ComponentInstance {
@@ -64,6 +64,11 @@ public:
     // Opens the form of the entry that the event DISCARDED offers, with the entry in it; does nothing if there is no
     // such entry. Returns when the form is closed.
     virtual void reopenEntry() = 0;
+
+    // How the panel is arranged, for the host to remember (never patients' data): an opaque text without line breaks,
+    // to be set again on another instance, even in another process. A panel ignores what it does not understand.
+    virtual Text viewState() const { return {}; }
+    virtual void setViewState(const Text&) { }
 
     // The texts of the list as the user sees it: a vector for each row with a text for each shown column. A text may
     // hold line breaks. Empty before the widget's first display and while the list is loading. Without a patient,

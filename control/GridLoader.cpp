@@ -74,8 +74,8 @@ void GridLoader::load()
     const modShared::CallHint hint(m_shared, calls);
     for (std::size_t i = 0; i < wanted.size() && !m_serverGone; ++i) {
         const bool one = wanted[i]->isOnePerPatient();
-        const Text reply = one ? m_shared.CallRpc(calls[i].name, calls[i].parameter)
-                               : m_shared.CallRpcList(calls[i].name, calls[i].parameter);
+        const TextView reply = m_lines.keep(one ? m_shared.CallRpc(calls[i].name, calls[i].parameter)
+                                                : m_shared.CallRpcList(calls[i].name, calls[i].parameter));
         if (!isRead(*wanted[i], reply))
             continue;
         if (one)
@@ -83,8 +83,10 @@ void GridLoader::load()
         else
             forEachLine(reply, [&](TextView line) { addListRow(*wanted[i], line); });
     }
-    if (m_serverGone)
+    if (m_serverGone) {
         m_grid.setRowCount(0);
+        m_lines.clear();
+    }
 }
 
 bool GridLoader::isRead(const RecordType& type, TextView reply)
@@ -109,7 +111,7 @@ Text GridLoader::remark() const
     return m_grid.rowCount() == 0 ? L"No personal health records." : L"";
 }
 
-void GridLoader::loadPatientRow(const RecordType& type, const Text& reply)
+void GridLoader::loadPatientRow(const RecordType& type, TextView reply)
 {
     if (reply.empty())
         return;
@@ -121,22 +123,23 @@ void GridLoader::loadPatientRow(const RecordType& type, const Text& reply)
         appendBirthWeight(m_text, pieces);
     }
     appendFields(m_text, type, pieces);
-    addRow(type, { .record = wholeText(m_patient.number), .visit = {}, .locked = {}, .date = {} });
+    addRow(type, { .record = wholeText(m_patient.number), .visit = {}, .locked = {}, .date = {}, .line = reply });
 }
 
 void GridLoader::addListRow(const RecordType& type, TextView line)
 {
     const LinePieces pieces(line);
     if (type.number == RecordTypeNumber::Refusal) {
-        addRefusalRow(type, pieces);
+        addRefusalRow(type, pieces, line);
         return;
     }
     m_text.clear();
     appendFields(m_text, type, pieces);
-    addRow(type, { .record = pieces[1], .visit = codePart(pieces[3]), .locked = pieces[2], .date = pieces[3] });
+    addRow(type,
+        { .record = pieces[1], .visit = codePart(pieces[3]), .locked = pieces[2], .date = pieces[3], .line = line });
 }
 
-void GridLoader::addRefusalRow(const RecordType& type, const LinePieces& pieces)
+void GridLoader::addRefusalRow(const RecordType& type, const LinePieces& pieces, TextView line)
 {
     const TextView refusalType = pieces[4];
     const TextView item = pieces[6];
@@ -147,7 +150,7 @@ void GridLoader::addRefusalRow(const RecordType& type, const LinePieces& pieces)
         m_text += L')';
     }
     appendField(m_text, L"Comment", pieces[12], FieldCase::Kept);
-    addRow(type, { .record = pieces[1], .visit = {}, .locked = pieces[10], .date = pieces[9] });
+    addRow(type, { .record = pieces[1], .visit = {}, .locked = pieces[10], .date = pieces[9], .line = line });
 }
 
 // Prepends the date last, because appendField puts "; " before every field but the first.
@@ -168,6 +171,7 @@ void GridLoader::addRow(const RecordType& type, const Row& row)
     m_grid.setText(index, GridColumn::Visit, row.visit);
     m_grid.setText(index, GridColumn::Locked, row.locked);
     m_grid.setText(index, GridColumn::Type, wholeText(type.code()));
+    m_lines.add(row.line);
 }
 
 }

@@ -1,6 +1,7 @@
 // Reads a patient's records from the server and fills the grid with them, one row each.
 #pragma once
 
+#include "control/RecordLines.h"
 #include "control/RecordTypes.h"
 #include "platform/controls/Grid.h"
 #include "shared/modShared.h"
@@ -12,9 +13,11 @@ namespace health {
 // Throws what the grid throws.
 class GridLoader {
 public:
-    GridLoader(modShared& shared, Grid& grid, const PatientFacts& patient)
+    // All must outlive the loader. Grid and lines are empty.
+    GridLoader(modShared& shared, Grid& grid, RecordLines& lines, const PatientFacts& patient)
         : m_shared(shared)
         , m_grid(grid)
+        , m_lines(lines)
         , m_patient(patient)
     {
     }
@@ -30,18 +33,20 @@ private:
         TextView visit;
         TextView locked;
         TextView date; // the piece that contains it
+        TextView line; // the whole record
     };
 
     std::vector<const RecordType*> types() const;
     ExpectedCall callOf(const RecordType& type) const;
     bool isRead(const RecordType& type, TextView reply);
-    void loadPatientRow(const RecordType& type, const Text& reply);
+    void loadPatientRow(const RecordType& type, TextView reply);
     void addListRow(const RecordType& type, TextView line);
-    void addRefusalRow(const RecordType& type, const LinePieces& pieces);
+    void addRefusalRow(const RecordType& type, const LinePieces& pieces, TextView line);
     void addRow(const RecordType& type, const Row& row);
 
     modShared& m_shared;
     Grid& m_grid;
+    RecordLines& m_lines;
     const PatientFacts& m_patient;
     std::vector<TextView> m_unread; // labels of the types whose call failed or returned an error
     bool m_serverGone = false;

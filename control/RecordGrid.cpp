@@ -29,8 +29,9 @@ void RecordGrid::load(modShared& shared, const PatientFacts& patient)
     const DrawingPause pause(m_grid);
     m_grid.clear();
     m_grid.setRowCount(0);
+    m_lines.clear();
     m_grid.setColumnHidden(GridColumn::Label, false);
-    GridLoader loader(shared, m_grid, patient);
+    GridLoader loader(shared, m_grid, m_lines, patient);
     loader.load();
     m_grid.select(-1);
     m_grid.setHint(loader.remark());
@@ -39,6 +40,7 @@ void RecordGrid::load(modShared& shared, const PatientFacts& patient)
 void RecordGrid::showNoPatient()
 {
     m_grid.setHint({});
+    m_lines.clear();
     m_grid.clear();
     m_grid.setRowCount(1);
     m_grid.setColumnHidden(GridColumn::Label, true);

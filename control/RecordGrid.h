@@ -1,5 +1,6 @@
 #pragma once
 
+#include "control/RecordLines.h"
 #include "control/RecordTypes.h"
 #include "platform/controls/Grid.h"
 #include "shared/modShared.h"
@@ -43,6 +44,8 @@ public:
     // Selects the row with that key and scrolls to it; does nothing if there is no such row.
     void selectKey(TextView key);
     RecordTexts texts() const;
+    // The records behind the rows; none while no patient is selected.
+    const RecordLines& lines() const { return m_lines; }
     // Scrolls to the row of a record that was saved and highlights it briefly. An added record is the row that the
     // former texts lack.
     void showSaved(const SavedRecord& saved, const RecordTexts& before);
@@ -51,6 +54,7 @@ public:
 
 private:
     Grid& m_grid;
+    RecordLines m_lines;
 };
 
 }

@@ -39,7 +39,24 @@ GridModel::GridModel(const Grid& grid, QStringList headings, QObject* parent)
 
 int GridModel::rowCount(const QModelIndex& parent) const
 {
-    return parent.isValid() || !m_grid.isDrawing() ? 0 : m_grid.rowCount();
+    if (parent.isValid() || !m_grid.isDrawing())
+        return 0;
+    return m_rows ? static_cast<int>(m_rows->size()) : m_grid.rowCount();
+}
+
+int GridModel::gridRow(int row) const
+{
+    if (row < 0 || row >= rowCount())
+        return -1;
+    return m_rows ? (*m_rows)[static_cast<std::size_t>(row)] : row;
+}
+
+int GridModel::modelRow(int gridRow) const
+{
+    if (!m_rows)
+        return gridRow < rowCount() ? gridRow : -1;
+    const auto place = static_cast<std::size_t>(gridRow);
+    return gridRow < 0 || place >= m_places.size() ? -1 : m_places[place];
 }
 
 int GridModel::columnCount(const QModelIndex& parent) const
@@ -51,15 +68,16 @@ QVariant GridModel::data(const QModelIndex& index, int role) const
 {
     if (!index.isValid() || index.row() >= rowCount() || index.column() >= columnCount())
         return {};
+    const int row = gridRow(index.row());
     const int column = m_columns[index.column()];
     switch (role) {
     case Qt::DisplayRole:
-        return toQString(m_grid.text(index.row(), column));
+        return toQString(m_grid.text(row, column));
     case Qt::ForegroundRole:
-        return foreground(m_grid.cellForeColour(index.row(), column));
+        return foreground(m_grid.cellForeColour(row, column));
     case Qt::FontRole: {
         // A second cue besides the colour, for users and themes that do not distinguish the colours.
-        if (m_grid.cellForeColour(index.row(), column) == DefaultColour)
+        if (m_grid.cellForeColour(row, column) == DefaultColour)
             return {};
         QFont font;
         font.setBold(true);
@@ -92,6 +110,13 @@ void GridModel::reset()
 {
     beginResetModel();
     m_columns.clear();
+    m_places.clear();
+    if (m_rows) {
+        std::erase_if(*m_rows, [this](int row) { return row < 0 || row >= m_grid.rowCount(); });
+        m_places.assign(static_cast<std::size_t>(m_grid.rowCount()), -1);
+        for (std::size_t i = 0; i < m_rows->size(); ++i)
+            m_places[static_cast<std::size_t>((*m_rows)[i])] = static_cast<int>(i);
+    }
     for (int column = 0; column < m_grid.columnCount(); ++column) {
         if (!m_grid.column(column).hidden)
             m_columns.append(column);

@@ -5,6 +5,9 @@
 #include <QAbstractTableModel>
 #include <QColor>
 
+#include <optional>
+#include <vector>
+
 namespace health {
 
 // The shown columns of a grid as an item model. Reads the grid in place and copies only the texts of requested cells.
@@ -23,6 +26,13 @@ public:
     // The grid's column behind a column of the model.
     int gridColumn(int column) const { return m_columns.at(column); }
 
+    // The grid's row behind a row of the model, and the reverse; -1 for a row that is not shown.
+    int gridRow(int row) const;
+    int modelRow(int gridRow) const;
+
+    // Shows these rows of the grid in this order, after the next reset(); by default, all in the grid's order.
+    void showRows(std::optional<std::vector<int>> rows) { m_rows = std::move(rows); }
+
     // Call after the grid's rows or columns have changed.
     void reset();
     // Call after only colours have changed.
@@ -37,6 +47,8 @@ private:
     const Grid& m_grid;
     QStringList m_headings;
     QList<int> m_columns;
+    std::optional<std::vector<int>> m_rows;
+    std::vector<int> m_places; // the model's row of each row of the grid; empty while all rows are shown in order
     QColor m_evenBackground = Qt::white;
     QColor m_oddBackground = Qt::white;
 };

@@ -53,11 +53,10 @@ GridView::GridView(Grid& grid, ViewDesktop& desktop, QStringList headings, QWidg
     applyPalette();
     mirrorLayout();
     mirrorHint();
-    if (grid.shownRow() < m_model->rowCount())
-        scrollTo(m_model->index(grid.shownRow(), 0));
+    scrollToRow(grid.shownRow());
     connect(selectionModel(), &QItemSelectionModel::currentRowChanged, this, [this](const QModelIndex& current) {
         if (!m_mirroring && current.isValid())
-            m_control.choose(current.row());
+            m_control.choose(m_model->gridRow(current.row()));
     });
 }
 
@@ -85,8 +84,7 @@ void GridView::mirror(Change change)
             QMetaObject::invokeMethod(this, &GridView::mirrorColours, Qt::QueuedConnection);
         break;
     case Change::ScrolledTo:
-        if (m_control.shownRow() < m_model->rowCount())
-            scrollTo(m_model->index(m_control.shownRow(), 0));
+        scrollToRow(m_control.shownRow());
         break;
     case Change::Flashed:
         flash(m_control.flashedRow());
@@ -145,11 +143,18 @@ void GridView::mirrorLayout()
     measureRowsInView();
 }
 
+int GridView::selectedRow() const { return m_control.row() == -1 ? -1 : m_model->modelRow(m_control.row()); }
+
+void GridView::scrollToRow(int gridRow)
+{
+    if (const int row = m_model->modelRow(gridRow); row != -1)
+        scrollTo(m_model->index(row, 0));
+}
+
 void GridView::mirrorSelection()
 {
     const QScopedValueRollback guard(m_mirroring, true);
-    const int row = m_control.row();
-    if (row >= 0 && row < m_model->rowCount()) {
+    if (const int row = selectedRow(); row != -1) {
         selectRow(row);
         return;
     }
@@ -218,11 +223,12 @@ void GridView::flash(int row)
 
 void GridView::drawFlash()
 {
-    if (m_flashedRow < 0 || m_flashedRow >= m_model->rowCount())
+    const int flashed = m_flashedRow == -1 ? -1 : m_model->modelRow(m_flashedRow);
+    if (flashed == -1)
         return;
     QPainter painter(viewport());
     QColor colour = colourOf(Ink::Good, palette());
-    const QRect row(0, rowViewportPosition(m_flashedRow), viewport()->width() - 1, rowHeight(m_flashedRow) - 1);
+    const QRect row(0, rowViewportPosition(flashed), viewport()->width() - 1, rowHeight(flashed) - 1);
     painter.setPen(QPen(colour, Measures(*this).focusFrame()));
     colour.setAlphaF(0.2F);
     painter.setBrush(colour);
@@ -347,34 +353,35 @@ void GridView::contextMenuEvent(QContextMenuEvent* event)
     }
     m_desktop.setPopUpPlace(event->globalPos());
     offerCopy();
-    m_control.releaseMouse(MouseButton::Right, rowAt(event->pos().y()));
+    m_control.releaseMouse(MouseButton::Right, m_model->gridRow(rowAt(event->pos().y())));
 }
 
 // The menu key opens the menu beside the selected row.
 void GridView::openMenuByKey()
 {
-    const int row = m_control.row();
+    const int row = selectedRow();
     const int below = row == -1 ? 0 : rowViewportPosition(row) + rowHeight(row);
     m_desktop.setPopUpPlace(viewport()->mapToGlobal(QPoint(columnViewportPosition(m_model->columnCount() - 1), below)));
     offerCopy();
-    m_control.releaseMouse(MouseButton::Right, row);
+    m_control.releaseMouse(MouseButton::Right, m_model->gridRow(row));
 }
 
 // Copies the row that is selected when the menu opens: a right click selects the row under it first.
 void GridView::offerCopy()
 {
     m_desktop.offerWithNextMenu(
-        u"&Copy"_s, [this] { copyRow(); }, [this] { return m_control.row() != -1; });
+        u"&Copy"_s, [this] { copyRow(); }, [this] { return selectedRow() != -1; });
 }
 
 // The shown texts, separated by tabs.
 void GridView::copyRow()
 {
-    if (m_control.row() == -1)
+    const int row = selectedRow();
+    if (row == -1)
         return;
     QStringList texts;
     for (int column = 0; column < m_model->columnCount(); ++column)
-        texts.append(m_model->index(m_control.row(), column).data().toString());
+        texts.append(m_model->index(row, column).data().toString());
     QApplication::clipboard()->setText(texts.join(u'\t'));
 }
 
@@ -390,7 +397,7 @@ void GridView::keyPressEvent(QKeyEvent* event)
         const int last = m_model->rowCount() - 1;
         if (last >= 0)
             setCurrentIndex(m_model->index(key == Qt::Key_Home ? 0 : last, 0));
-    } else if (!enter || m_control.row() == -1) {
+    } else if (!enter || selectedRow() == -1) {
         QTableView::keyPressEvent(event);
     } else if (!event->isAutoRepeat()) { // a key held down would also press the opened form's default button
         m_control.doubleClick(m_control.row());
@@ -400,7 +407,7 @@ void GridView::keyPressEvent(QKeyEvent* event)
 void GridView::mouseMoveEvent(QMouseEvent* event)
 {
     const QModelIndex index = indexAt(event->position().toPoint());
-    m_control.moveMouse(index.isValid() ? index.row() : -1, index.isValid() ? m_model->gridColumn(index.column()) : -1);
+    m_control.moveMouse(m_model->gridRow(index.row()), index.isValid() ? m_model->gridColumn(index.column()) : -1);
     QTableView::mouseMoveEvent(event);
 }
 
@@ -432,7 +439,7 @@ void GridView::mouseDoubleClickEvent(QMouseEvent* event)
     QTableView::mouseDoubleClickEvent(event);
     const int row = rowAt(event->position().toPoint().y());
     if (event->button() == Qt::LeftButton && row != -1)
-        m_control.doubleClick(row);
+        m_control.doubleClick(m_model->gridRow(row));
 }
 
 }

@@ -24,6 +24,8 @@ public:
     void setQuiet(bool quiet);
 
 protected:
+    void mirror(Change change) override;
+    GridModel& gridModel() { return *m_model; }
     void changeEvent(QEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
@@ -37,8 +39,11 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
     void scrollContentsBy(int dx, int dy) override;
 
+    // The view's row that is selected; -1 without one, or if the view does not show it.
+    int selectedRow() const;
+
 private:
-    void mirror(Change change) override;
+    void scrollToRow(int gridRow);
     void mirrorContents();
     void mirrorColours();
     void mirrorLayout();

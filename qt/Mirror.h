@@ -24,7 +24,7 @@ public:
     void controlChanged(Control&, Change change) final
     {
         mirror(change);
-        mirrorCommon(*this, m_control, change);
+        mirrorCommon(change == Change::Place ? placed() : *this, m_control, change);
     }
 
 protected:
@@ -40,6 +40,9 @@ protected:
 
     // Mirrors a change of the state that only this kind of control has.
     virtual void mirror(Change) { }
+
+    // The widget that takes the control's place: the view, or one around it.
+    virtual QWidget& placed() { return *this; }
 
     Mirrored& m_control;
 };

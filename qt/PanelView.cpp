@@ -1,10 +1,14 @@
 #include "qt/PanelView.h"
 
+#include "api/PanelActions.h"
 #include "control/kalmevRepHistCtrl.h"
+#include "qt/ListArea.h"
 #include "qt/Measures.h"
+#include "qt/RecordListView.h"
 #include "qt/Scale.h"
 #include "qt/ViewDesktop.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QFocusEvent>
 
@@ -17,17 +21,17 @@ using namespace Qt::StringLiterals;
 
 PanelView::PanelView(kalmevRepHistCtrl& control, ViewDesktop& desktop)
     : m_control(control)
+    , m_records(control)
     , m_icon(control.imgIcon, this)
     , m_type(control.cboType, this)
-    , m_grid(control.fgData, desktop, { u"Record"_s, u"Summary"_s }, this)
+    , m_area(new ListArea(m_records, desktop, this))
     , m_buttons { { { control.cmd[0], this }, { control.cmd[1], this }, { control.cmd[2], this } } }
 {
     setAccessibleName(u"Personal Health"_s);
     m_type.setAccessibleName(u"Record type to add"_s);
     m_type.setAccessibleDescription(m_type.accessibleName()); // some screen readers speak the value instead of the name
-    m_grid.setAccessibleName(u"Personal health records"_s);
     for (ButtonView& button : m_buttons)
-        button.setRefuge(m_grid);
+        button.setRefuge(m_area->list());
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* focused) { followFocus(focused); });
     setNaturalSizes();
 }
@@ -47,7 +51,16 @@ void PanelView::setActive(bool active)
         return;
     for (ButtonView& button : m_buttons)
         button.setAccessKeyUsed(active);
-    m_grid.setQuiet(!active);
+    m_area->list().setQuiet(!active);
+    for (QAction* const action : actions())
+        action->setShortcutContext(active ? Qt::WindowShortcut : Qt::WidgetWithChildrenShortcut);
+}
+
+void PanelView::publish(QAction& action, const char* menu)
+{
+    action.setProperty(MenuProperty, QString::fromLatin1(menu));
+    action.setShortcutContext(m_active ? Qt::WindowShortcut : Qt::WidgetWithChildrenShortcut);
+    addAction(&action);
 }
 
 void PanelView::setNaturalSizes()
@@ -98,7 +111,7 @@ void PanelView::showEvent(QShowEvent* event)
 }
 
 // Not a focus proxy: Tab would go past the type list.
-void PanelView::focusInEvent(QFocusEvent* event) { m_grid.setFocus(event->reason()); }
+void PanelView::focusInEvent(QFocusEvent* event) { m_area->list().setFocus(event->reason()); }
 
 void PanelView::resizeEvent(QResizeEvent* event)
 {

@@ -2,7 +2,7 @@
 
 #include "qt/ComboBoxView.h"
 #include "qt/ControlViews.h"
-#include "qt/GridView.h"
+#include "qt/ShownRecords.h"
 
 #include <QWidget>
 
@@ -10,6 +10,7 @@
 
 namespace health {
 
+class ListArea;
 class kalmevRepHistCtrl;
 class ViewDesktop;
 
@@ -20,6 +21,9 @@ class PanelView : public QWidget {
 public:
     // Both must outlive the view; the control must be initialized.
     PanelView(kalmevRepHistCtrl& control, ViewDesktop& desktop);
+
+    // Publishes an action (api/PanelActions.h) that works while the panel is active.
+    void publish(QAction& action, const char* menu);
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
@@ -37,9 +41,10 @@ private:
     void arrange();
 
     kalmevRepHistCtrl& m_control;
+    ShownRecords m_records;
     ImageView m_icon;
     ComboBoxView m_type;
-    GridView m_grid;
+    ListArea* m_area;
     std::array<ButtonView, 3> m_buttons;
     bool m_active = true;
 };

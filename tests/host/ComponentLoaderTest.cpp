@@ -1,4 +1,5 @@
 #include "host/framework/ComponentLoader.h"
+#include "api/Component.h"
 #include "api/Failure.h"
 #include "tests/support/ScriptedHost.h"
 
@@ -33,12 +34,19 @@ Text refusal(const QByteArray& manifest, const QString& folder = usersFolder())
     return L"loaded";
 }
 
+// A manifest of a library with an interface of this number.
+QByteArray manifest(const QByteArray& library, int number)
+{
+    return QByteArray(R"({ "progId": "Test.Panel", "library": ")") + library + R"(", "interface": )"
+        + QByteArray::number(number) + " }";
+}
+
 TEST(ComponentLoader, UnusableManifestsAreReported)
 {
-    const QByteArray good = R"({ "progId": "Test.Panel", "library": "/nowhere/panel.so", "interface": 4 })";
+    const QByteArray good = manifest("/nowhere/panel.so", ComponentInterface);
     EXPECT_EQ(refusal(good), L"The panel's library /nowhere/panel.so no longer exists. Register the panel again.");
-    for (const QByteArray& old :
-        { QByteArray(good).replace("4", "3"), QByteArray(good).replace(", \"interface\": 4", "") })
+    const QByteArray withoutNumber = R"({ "progId": "Test.Panel", "library": "/nowhere/panel.so" })";
+    for (const QByteArray& old : { manifest("/nowhere/panel.so", ComponentInterface - 1), withoutNumber })
         EXPECT_NE(refusal(old).find(L" has another version (interface "), Text::npos) << old.toStdString();
     for (const QByteArray& garbled : { good.left(20), QByteArray(), QByteArray(good).replace("Test.Panel", "Other") })
         EXPECT_NE(refusal(garbled).find(L"cannot be read. Register the panel again."), Text::npos)
@@ -48,10 +56,9 @@ TEST(ComponentLoader, UnusableManifestsAreReported)
 TEST(ComponentLoader, VariableMovesTheUsersRegistrations)
 {
     const QTemporaryDir moved;
-    const char* const manifest = R"({ "progId": "Test.Panel", "library": "/%1/panel.so", "interface": 4 })";
-    refusal(QString(manifest).arg("home").toUtf8());
+    refusal(manifest("/home/panel.so", ComponentInterface));
     qputenv("PERSONAL_HEALTH_COMPONENTS", moved.path().toUtf8());
-    const Text failure = refusal(QString(manifest).arg("moved").toUtf8(), moved.path());
+    const Text failure = refusal(manifest("/moved/panel.so", ComponentInterface), moved.path());
     qunsetenv("PERSONAL_HEALTH_COMPONENTS");
     EXPECT_EQ(failure, L"The panel's library /moved/panel.so no longer exists. Register the panel again.");
 }
