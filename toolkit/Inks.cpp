@@ -1,4 +1,4 @@
-#include "qt/Inks.h"
+#include "toolkit/Inks.h"
 
 #include "toolkit/Contrast.h"
 

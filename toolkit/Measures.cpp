@@ -1,4 +1,4 @@
-#include "qt/Measures.h"
+#include "toolkit/Measures.h"
 
 #include <QFontDatabase>
 #include <QFontInfo>
