@@ -25,11 +25,18 @@ enum class Ink {
     Highlight, // the palette's, with enough contrast to its HighlightedText
     SelectionTint, // a selected or checked row
     CautionTint, // a field that the program has changed
+    Severity1, // from here to Severity4, runs in pictures of a course, the mildest first
+    Severity2,
+    Severity3,
+    Severity4,
     HeaderStrip,
 };
 
 // The same for every colour group of the palette: a window without the focus keeps its colours.
 QColor colourOf(Ink ink, const QPalette& palette);
+
+// Words or Base, whichever is easier to read on the surface.
+QColor wordsOn(Ink surface, const QPalette& palette);
 
 // For disabled fields and buttons: the ink on its way to the background, still readable.
 QColor fadedColourOf(Ink ink, const QPalette& palette);

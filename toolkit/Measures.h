@@ -11,6 +11,8 @@ class Measures {
 public:
     // Of the widget's own font. The rows of a form use the form's font, whatever the size of a note below a field.
     explicit Measures(const QWidget& widget);
+    // For pictures that are also printed. On paper, the font's size must be in pixels.
+    explicit Measures(const QFont& font);
 
     // The larger of the line height and 1.3 times the font's pixel size.
     int em() const { return m_em; }
@@ -49,6 +51,8 @@ inline constexpr double StateTitle = 1.22;
 inline constexpr double DetailsHeading = 1.12;
 inline constexpr double Saved = 0.92; // "Will be saved"
 inline constexpr double Note = 0.88;
+inline constexpr double ChartNumber = 0.84;
+inline constexpr double ChartDate = 0.78;
 }
 
 // The font enlarged or reduced.
