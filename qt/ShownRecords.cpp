@@ -46,8 +46,7 @@ void ShownRecords::gridChanged(Change change)
         Q_EMIT selectionChanged();
         break;
     case Change::Flashed:
-        if (!m_all.empty() && !isShown(m_control.fgData.flashedRow()))
-            Q_EMIT hiddenRecordSaved();
+        Q_EMIT recordSaved(m_control.fgData.flashedRow());
         break;
     default:
         break;

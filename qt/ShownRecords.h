@@ -53,7 +53,8 @@ public:
     std::vector<KindCount> counts() const;
     // The number of records that the filter hides only because they have no date.
     int undatedHidden() const { return m_found.undated; }
-    std::vector<int> years() { return m_finder.years(); }
+    // Of the records' dates, the latest first.
+    const std::vector<int>& years() { return m_finder.years(); }
     // The letters of a record that the filter's words have found; empty without words.
     std::vector<TextRange> found(int row, FoundIn column) const;
 
@@ -67,8 +68,8 @@ Q_SIGNALS:
     void rearranged();
     // Another record, or none, is selected.
     void selectionChanged();
-    // This session has saved a record that the filter hides.
-    void hiddenRecordSaved();
+    // This session has saved a record, which the filter may hide; an index of all().
+    void recordSaved(int row);
 
 private:
     void read();

@@ -68,6 +68,7 @@ void RecordFinder::read(std::span<const ListedRecord> records)
     m_letters.clear();
     m_ends.clear();
     m_moments.clear();
+    m_years.reset();
 }
 
 void RecordFinder::readTexts()
@@ -94,15 +95,17 @@ std::optional<int> RecordFinder::yearOf(int row) const
     return moment ? std::optional(static_cast<int>(*moment / YearUnit)) : std::nullopt;
 }
 
-std::vector<int> RecordFinder::years()
+const std::vector<int>& RecordFinder::years()
 {
+    if (m_years)
+        return *m_years;
     readMoments();
     std::set<int, std::greater<>> years;
     for (int row = 0; row < std::ssize(m_moments); ++row) {
         if (const auto year = yearOf(row))
             years.insert(*year);
     }
-    return { years.begin(), years.end() };
+    return m_years.emplace(years.begin(), years.end());
 }
 
 FoundRecords RecordFinder::find(const RecordFilter& filter, RecordOrder order)

@@ -46,7 +46,7 @@ public:
 
     FoundRecords find(const RecordFilter& filter, RecordOrder order);
     // The years of the records' dates, the latest first.
-    std::vector<int> years();
+    const std::vector<int>& years();
 
 private:
     void readTexts();
@@ -58,6 +58,7 @@ private:
     Text m_letters; // all folded texts
     std::vector<std::size_t> m_ends; // of each record's text in m_letters
     std::vector<std::optional<long long>> m_moments;
+    std::optional<std::vector<int>> m_years;
 };
 
 }
