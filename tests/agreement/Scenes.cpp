@@ -4,6 +4,7 @@
 #include "lookups/frmLookupImm.h"
 #include "qt/TextViews.h"
 #include "tests/agreement/Hands.h"
+#include "tests/agreement/SeenRows.h"
 #include "tests/support/Editors.h"
 #include "text/Conversions.h"
 #include "toolkit/QtText.h"
@@ -137,6 +138,10 @@ void Scenes::showPanels()
     m_panelLoop = &loop;
     post();
     window.show();
+    if (m_finds) {
+        for (PanelView* const panel : { &left, &right })
+            panel->setViewState({ .order = RecordOrder::NewestFirst, .findIsOpen = true });
+    }
     loop.exec();
     m_panelLoop = nullptr;
     m_panels.clear();
@@ -163,6 +168,7 @@ struct Scenes::Scene {
     TextView list = L""; // the call for the number of that record
     long patient = 1;
     bool asRegistrar = false;
+    bool finds = false; // with the bars open
 };
 
 const std::vector<Scenes::Scene>& Scenes::all()
@@ -187,6 +193,7 @@ const std::vector<Scenes::Scene>& Scenes::all()
         { &Scenes::lookUp },
         { &Scenes::lookUpVaccines },
         { &Scenes::showPanels },
+        { .open = &Scenes::showPanels, .finds = true },
     };
     return scenes;
 }
@@ -202,6 +209,7 @@ Episode Scenes::play(unsigned seed)
     m_saved.clear();
     m_session->next = FlakySession::Next::Answers;
     m_shared.session().setValue(L"MEVParam_RepHist_PedWtOpt", L"0");
+    m_finds = scene.finds;
     m_session->use(scene.asRegistrar ? m_registrar.session : m_real.session);
     forPatient(scene.patient);
     m_record.clear();

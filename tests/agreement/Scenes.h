@@ -118,6 +118,7 @@ private:
     QStringList m_saved; // the values of the form at the save
     std::set<Text> m_seenSelected; // the records selected in the panels' lists at the last check
     QString m_wrongDelete;
+    bool m_finds = false;
     bool m_loadFailed = false;
     bool m_verifying = false;
     int m_savesSeen = 0;
