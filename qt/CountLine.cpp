@@ -13,6 +13,10 @@ namespace health {
 
 using namespace Qt::StringLiterals;
 
+namespace {
+QString findKey() { return QKeySequence(QKeySequence::Find).toString(QKeySequence::NativeText); }
+}
+
 CountLine::CountLine(ShownRecords& records, FindBar& bar, QWidget* parent)
     : QWidget(parent)
     , m_records(records)
@@ -21,12 +25,13 @@ CountLine::CountLine(ShownRecords& records, FindBar& bar, QWidget* parent)
     , m_find(new PillButton(u"Find"_s, this))
 {
     m_count->setParent(this);
-    m_find->setSymbol(Symbol::Magnifier);
-    m_find->setFocusPolicy(Qt::NoFocus); // keyboard users have the key
-    m_find->setAccessibleName(u"Find records"_s);
-    const QString key = QKeySequence(QKeySequence::Find).toString(QKeySequence::NativeText);
-    m_find->setToolTip(u"Find records (%1)"_s.arg(key));
-    connect(m_find, &PillButton::clicked, &bar, &FindBar::find);
+    m_find->setFocusPolicy(Qt::NoFocus); // keyboard users have the keys
+    connect(m_find, &PillButton::clicked, this, [this] {
+        if (m_bar.isOpen())
+            m_bar.close();
+        else
+            m_bar.find();
+    });
     connect(&bar, &FindBar::toggled, this, &CountLine::arrange);
     connect(&records, &ShownRecords::reloaded, this, &CountLine::arrange);
     connect(&records, &ShownRecords::rearranged, this, &CountLine::arrange);
@@ -42,27 +47,38 @@ int CountLine::place(QWidget& part, int right)
     return part.x() - Measures(*this).captionGap();
 }
 
+// The bar is open: the button closes it.
+void CountLine::nameButton()
+{
+    const bool open = m_bar.isOpen();
+    const QString text = open ? u"Show all records and close"_s : u"Find records"_s;
+    m_find->setSymbol(open ? Symbol::Cross : Symbol::Magnifier);
+    m_find->setAccessibleName(text);
+    m_find->setToolTip(u"%1 (%2)"_s.arg(text, open ? u"Escape"_s : findKey()));
+}
+
 void CountLine::arrange()
 {
-    const QString count = FindBar::countText(m_records);
-    const QString key = QKeySequence(QKeySequence::Find).toString(QKeySequence::NativeText);
-    const QString hint = m_records.isFiltered() && m_bar.isOpen() ? u" \u00B7 Escape shows all"_s : QString();
-    const int gap = Measures(*this).captionGap();
     struct Wording {
         QString hint;
         QString caption;
         QString key;
     };
+    const QString count = FindBar::countText(m_records);
+    const bool open = m_bar.isOpen();
+    const QString hint = open && m_records.isFiltered() ? u" \u00B7 Escape shows all"_s : QString();
+    const Wording full = open ? Wording { hint, {}, {} } : Wording { {}, u"Find"_s, findKey() };
+    nameButton();
     m_count->hide();
     m_find->hide();
-    for (const Wording& wording : { Wording { hint, u"Find"_s, key }, { {}, u"Find"_s, {} }, { {}, {}, {} } }) {
+    for (const Wording& wording : { full, Wording { {}, full.caption, {} }, Wording {} }) {
         m_count->say(count.isEmpty() ? QString() : count + wording.hint, Tone::Quiet);
         m_find->setText(wording.caption);
         m_find->setAside(wording.key);
-        const int find = m_bar.isOpen() ? 0 : m_find->sizeHint().width() + gap;
-        if (count.isEmpty() || m_count->sizeHint().width() + find > width())
+        const int needed = m_count->sizeHint().width() + Measures(*this).captionGap() + m_find->sizeHint().width();
+        if (count.isEmpty() || needed > width())
             continue;
-        place(*m_count, m_bar.isOpen() ? width() : place(*m_find, width()));
+        place(*m_count, place(*m_find, width()));
         return;
     }
     m_count->hide();

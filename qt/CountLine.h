@@ -9,9 +9,10 @@ class PillButton;
 class ShownRecords;
 class ToneLabel;
 
-// Above the list at the right: how many records are shown, and the button that opens the bar to find some. Where room
-// is short, explanations and captions are left out, then everything; the count goes last.
+// Above the list at the right: how many records are shown, and the button that opens or closes the bar to find some.
+// Where room is short, explanations are left out first, then the caption, then everything.
 class CountLine : public QWidget {
+    Q_OBJECT
 public:
     // Both must outlive the line.
     CountLine(ShownRecords& records, FindBar& bar, QWidget* parent);
@@ -21,6 +22,7 @@ protected:
     void changeEvent(QEvent* event) override;
 
 private:
+    void nameButton();
     void arrange();
     int place(QWidget& part, int right);
 

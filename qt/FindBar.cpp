@@ -46,7 +46,7 @@ QWidget* captioned(const QString& caption, QComboBox* list)
     auto* const place = new QWidget;
     auto* const label = new ToneLabel;
     auto* const row = new QHBoxLayout(place);
-    row->setContentsMargins(Measures(*place).explanationGap(), 0, 0, 0);
+    row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(Measures(*place).explanationGap());
     row->addWidget(label);
     row->addWidget(list);

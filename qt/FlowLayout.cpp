@@ -1,5 +1,6 @@
 #include "qt/FlowLayout.h"
 
+#include "qt/PillButton.h"
 #include "toolkit/Measures.h"
 
 #include <QWidget>
@@ -17,6 +18,13 @@ QSize sizeOf(const QLayoutItem& item, int room)
     if (size.width() <= room)
         return size;
     return { room, item.hasHeightForWidth() ? item.heightForWidth(room) : size.height() };
+}
+
+// Buttons without frames have room of their own around their texts.
+int gapBetween(QLayoutItem& left, QLayoutItem& right, const Measures& measures)
+{
+    const bool buttons = dynamic_cast<PillButton*>(left.widget()) && dynamic_cast<PillButton*>(right.widget());
+    return buttons ? measures.u() : measures.explanationGap();
 }
 
 }
@@ -104,12 +112,14 @@ int FlowLayout::arrange(int width, Work work) const
         if (item->isEmpty())
             continue;
         const QSize size = sizeOf(*item, room);
-        if (left > 0 && left + size.width() > room) {
+        if (!line.empty())
+            left += gapBetween(line.back().item, *item, measures);
+        if (!line.empty() && left + size.width() > room) {
             endLine();
             top += measures.rowGap();
         }
         line.push_back({ *item, QRect(QPoint(margins.left() + left, top), size) });
-        left += size.width() + measures.u();
+        left += size.width();
         lineHeight = std::max(lineHeight, size.height());
     }
     endLine();

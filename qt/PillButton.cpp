@@ -19,6 +19,12 @@ PillButton::PillButton(const QString& text, QWidget* parent)
     setAttribute(Qt::WA_Hover);
 }
 
+void PillButton::setSymbol(Symbol symbol)
+{
+    m_symbol = symbol;
+    update();
+}
+
 void PillButton::setAside(const QString& aside)
 {
     if (std::exchange(m_aside, aside) == aside)

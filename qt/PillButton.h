@@ -10,10 +10,11 @@ namespace health {
 
 // A button without a frame; a checked one lies on a tinted pill. Beside its text it shows a number or a key.
 class PillButton : public QAbstractButton {
+    Q_OBJECT
 public:
     explicit PillButton(const QString& text, QWidget* parent = nullptr);
 
-    void setSymbol(Symbol symbol) { m_symbol = symbol; }
+    void setSymbol(Symbol symbol);
     void setAside(const QString& aside);
     // Paints the text in the colour of explanations.
     void setQuiet(bool quiet);

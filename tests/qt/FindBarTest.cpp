@@ -1,5 +1,6 @@
 #include "qt/FindBar.h"
 #include "control/kalmevRepHistCtrl.h"
+#include "qt/CountLine.h"
 #include "qt/PanelView.h"
 #include "qt/PillButton.h"
 #include "qt/QtDesktop.h"
@@ -143,6 +144,19 @@ TEST_F(FindBarTest, FindsAsTheUserTypesAndEscapeRestores)
     find("");
     EXPECT_EQ(words->text(), "");
     EXPECT_TRUE(chip("All")->isChecked());
+}
+
+TEST_F(FindBarTest, TheMouseOpensAndClosesIt)
+{
+    auto* const button = view->findChild<CountLine*>()->findChild<PillButton*>();
+    EXPECT_EQ(button->toolTip(), "Find records (Ctrl+F)");
+    QTest::mouseClick(button, Qt::LeftButton);
+    EXPECT_EQ(QApplication::focusWidget(), words);
+    QTest::keyClicks(words, "mild");
+    EXPECT_EQ(shown(), "1");
+    QTest::mouseClick(button, Qt::LeftButton);
+    EXPECT_FALSE(bar->isOpen());
+    EXPECT_EQ(shown(), "1 2 3 4 6 7 8");
 }
 
 TEST_F(FindBarTest, EscapeOfAClosedBarIsTheHosts)
