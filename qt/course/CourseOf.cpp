@@ -1,7 +1,31 @@
 #include "qt/course/CourseOf.h"
 
+#include "qt/course/AsthmaPicture.h"
+
 namespace health {
 
-std::unique_ptr<CoursePicture> courseOf(const CourseSource&) { return nullptr; }
+namespace {
+
+// Null for a picture that would show nothing.
+template<typename Picture>
+std::unique_ptr<CoursePicture> pictureOf(const CourseSource& source)
+{
+    auto picture = std::make_unique<Picture>(source);
+    return picture->isEmpty() ? nullptr : std::move(picture);
+}
+
+}
+
+std::unique_ptr<CoursePicture> courseOf(const CourseSource& source)
+{
+    if (source.selected < 0 || source.selected >= static_cast<int>(source.records.size()))
+        return nullptr;
+    switch (source.records[static_cast<std::size_t>(source.selected)].type->number) {
+    case RecordTypeNumber::Asthma:
+        return pictureOf<AsthmaPicture>(source);
+    default:
+        return nullptr;
+    }
+}
 
 }
