@@ -32,6 +32,8 @@ public:
         m_control.OpenRecord(type, record, visit);
     }
     void reopenEntry() override { m_class.m_shared->reopenEntry(); }
+    Text viewState() const override { return viewStateText(m_view->viewState()); }
+    void setViewState(const Text& state) override { m_view->setViewState(viewStateOf(state, m_view->viewState())); }
     std::vector<std::vector<Text>> rows() const override;
 
 private:

@@ -59,6 +59,8 @@ public:
 
     // The records behind the grid's rows, row for row; none without a patient.
     const RecordLines& recordLines() const { return m_grid.lines(); }
+    // The patient whose records the grid shows; 0 without one.
+    long listedPatient() const { return m_grid.patient(); }
 
     Image imgIcon; // its tool tip is the version text
     ComboBox cboType { ComboBox::Order::Sorted };

@@ -3,6 +3,8 @@
 #include "api/PanelActions.h"
 #include "control/kalmevRepHistCtrl.h"
 #include "qt/DetailsPane.h"
+#include "qt/CountLine.h"
+#include "qt/FindBar.h"
 #include "qt/ListArea.h"
 #include "qt/Measures.h"
 #include "qt/RecordListView.h"
@@ -27,6 +29,7 @@ PanelView::PanelView(kalmevRepHistCtrl& control, ViewDesktop& desktop)
     , m_type(control.cboType, this)
     , m_area(new ListArea(m_records, desktop, this))
     , m_details(new DetailsPane(m_records, m_area))
+    , m_count(new CountLine(m_records, m_area->findBar(), this))
     , m_buttons { { { control.cmd[0], this }, { control.cmd[1], this }, { control.cmd[2], this } } }
 {
     setAccessibleName(u"Personal Health"_s);
@@ -37,7 +40,16 @@ PanelView::PanelView(kalmevRepHistCtrl& control, ViewDesktop& desktop)
     m_area->setDetails(*m_details);
     publish(m_details->action(), "View");
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* focused) { followFocus(focused); });
+    publishFind();
     setNaturalSizes();
+}
+
+void PanelView::publishFind()
+{
+    auto* const find = new QAction(u"Find Records"_s, this);
+    find->setShortcut(QKeySequence::Find);
+    connect(find, &QAction::triggered, &m_area->findBar(), &FindBar::find);
+    publish(*find, "View");
 }
 
 // Focus in other parts of the window does not change the active panel.
@@ -91,6 +103,23 @@ void PanelView::arrange()
 {
     const Scale scale(*this);
     m_control.UserControl_Resize(scale.twips(width()), scale.twips(height()));
+    // The count keeps away from the list of types, which the control may hide.
+    const QRect row = m_type.geometry();
+    const int left = row.right() + Measures(*this).captionGap();
+    const int right = m_area->geometry().right();
+    m_count->setGeometry(left, row.top(), std::max(0, right + 1 - left), row.height());
+}
+
+ViewState PanelView::viewState() const { return m_area->viewState(); }
+
+void PanelView::setViewState(const ViewState& state) { m_area->setViewState(state); }
+
+void PanelView::keyPressEvent(QKeyEvent* event)
+{
+    if (event->key() == Qt::Key_Escape && m_area->findBar().isOpen())
+        m_area->findBar().close();
+    else
+        QWidget::keyPressEvent(event);
 }
 
 QSize PanelView::sizeHint() const { return minimumSizeHint() * 2; }

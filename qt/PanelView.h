@@ -3,6 +3,7 @@
 #include "qt/ComboBoxView.h"
 #include "qt/ControlViews.h"
 #include "qt/ShownRecords.h"
+#include "qt/ViewState.h"
 
 #include <QWidget>
 
@@ -11,6 +12,7 @@
 namespace health {
 
 class DetailsPane;
+class CountLine;
 class ListArea;
 class kalmevRepHistCtrl;
 class ViewDesktop;
@@ -26,12 +28,17 @@ public:
     // Publishes an action (api/PanelActions.h) that works while the panel is active.
     void publish(QAction& action, const char* menu);
 
+    // How the user has arranged the panel.
+    ViewState viewState() const;
+    void setViewState(const ViewState& state);
+
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
 
 protected:
     void showEvent(QShowEvent* event) override;
     void focusInEvent(QFocusEvent* event) override; // passes the focus on to the list
+    void keyPressEvent(QKeyEvent* event) override; // Escape closes the bar
     void resizeEvent(QResizeEvent* event) override;
     void changeEvent(QEvent* event) override;
 
@@ -40,6 +47,7 @@ private:
     void setActive(bool active);
     void setNaturalSizes();
     void arrange();
+    void publishFind();
 
     kalmevRepHistCtrl& m_control;
     ShownRecords m_records;
@@ -47,6 +55,7 @@ private:
     ComboBoxView m_type;
     ListArea* m_area;
     DetailsPane* m_details; // after the area and before the buttons in the order of Tab
+    CountLine* m_count;
     std::array<ButtonView, 3> m_buttons;
     bool m_active = true;
 };

@@ -14,12 +14,26 @@ RecordListView::RecordListView(ShownRecords& records, ViewDesktop& desktop, QWid
     , m_area(area)
 {
     setAccessibleName(u"Personal health records"_s);
+    connect(&records, &ShownRecords::rearranged, this, &RecordListView::rearrange);
 }
 
 void RecordListView::mirror(Change change)
 {
     m_records.gridChanged(change);
+    if (change == Change::Contents)
+        gridModel().showRows(m_records.rearrangedRows());
     GridView::mirror(change);
+}
+
+// Scrolls to the selected row; without one, to the top.
+void RecordListView::rearrange()
+{
+    gridModel().showRows(m_records.rearrangedRows());
+    GridView::mirror(Change::Contents);
+    if (const int row = selectedRow(); row != -1)
+        scrollTo(gridModel().index(row, 0));
+    else
+        scrollToTop();
 }
 
 }

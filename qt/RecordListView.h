@@ -17,6 +17,8 @@ protected:
     QWidget& placed() override { return m_area; }
 
 private:
+    void rearrange();
+
     ShownRecords& m_records;
     QWidget& m_area;
 };
