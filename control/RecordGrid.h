@@ -46,6 +46,8 @@ public:
     RecordTexts texts() const;
     // The records behind the rows; none while no patient is selected.
     const RecordLines& lines() const { return m_lines; }
+    // The types whose records the last load could not read.
+    const std::vector<const RecordType*>& unread() const { return m_unread; }
     // Scrolls to the row of a record that was saved and highlights it briefly. An added record is the row that the
     // former texts lack.
     void showSaved(const SavedRecord& saved, const RecordTexts& before);
@@ -55,6 +57,7 @@ public:
 private:
     Grid& m_grid;
     RecordLines m_lines;
+    std::vector<const RecordType*> m_unread;
 };
 
 }

@@ -108,6 +108,8 @@ void PanelView::showEvent(QShowEvent* event)
         return panel && panel != this && panel->m_active;
     }));
     m_control.UserControl_Show();
+    if (!std::exchange(m_follows, true))
+        m_control.FollowConnection();
 }
 
 // Not a focus proxy: Tab would go past the type list.

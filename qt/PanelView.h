@@ -47,6 +47,7 @@ private:
     ListArea* m_area;
     std::array<ButtonView, 3> m_buttons;
     bool m_active = true;
+    bool m_follows = false; // the host's connection
 };
 
 }
