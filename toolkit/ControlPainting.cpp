@@ -1,7 +1,7 @@
-#include "qt/ControlPainting.h"
+#include "toolkit/ControlPainting.h"
 
-#include "qt/Inks.h"
-#include "qt/Measures.h"
+#include "toolkit/Inks.h"
+#include "toolkit/Measures.h"
 #include "toolkit/Contrast.h"
 
 #include <algorithm>
