@@ -56,6 +56,7 @@ public:
 
     // The records behind the grid's rows, row for row; none without a patient.
     const RecordLines& recordLines() const { return m_grid.lines(); }
+<<<<<<< HEAD
     // The types whose records the last load could not read.
     const std::vector<const RecordType*>& unreadTypes() const { return m_grid.unread(); }
     // The number of the patient whose records are listed or being loaded; 0 without one.
@@ -73,6 +74,10 @@ public:
     std::function<void()> ConnectionChange;
     // Asks the host to try now.
     void TryConnection();
+=======
+    // The patient whose records the grid shows; 0 without one.
+    long listedPatient() const { return m_grid.patient(); }
+>>>>>>> w-FIND
 
     Image imgIcon; // its tool tip is the version text
     ComboBox cboType { ComboBox::Order::Sorted };

@@ -75,8 +75,8 @@ void AwayStrip::countDown()
 
 QString AwayStrip::state() const
 {
-    const QString age = m_loaded.isValid() ? u"These are the records as of %1. "_s.arg(m_loaded.toString(u"HH:mm"_s))
-                                           : QString();
+    const QString age =
+        m_loaded.isValid() ? u"These are the records as of %1. "_s.arg(m_loaded.toString(u"HH:mm"_s)) : QString();
     return age + u"Nothing can be saved until it answers."_s;
 }
 

@@ -68,7 +68,8 @@ void GridView::keyPressEvent(QKeyEvent* event)
     } else if (!enter || selectedRow() == -1) {
         QTableView::keyPressEvent(event);
         // The current row may be unselected: a key that cannot leave it selects it.
-        if ((key == Qt::Key_Space || key == Qt::Key_Up || key == Qt::Key_Down) && selectedRow() == -1 && currentIndex().isValid())
+        if ((key == Qt::Key_Space || key == Qt::Key_Up || key == Qt::Key_Down) && selectedRow() == -1
+            && currentIndex().isValid())
             m_control.choose(m_model->gridRow(currentIndex().row()));
     } else if (!event->isAutoRepeat()) { // a key held down would also press the opened form's default button
         m_control.doubleClick(m_control.row());

@@ -20,4 +20,6 @@ ListArea::ListArea(ShownRecords& records, ViewDesktop& desktop, QWidget* parent)
     m_splitter->addWidget(m_list);
 }
 
+void ListArea::addStrip(QWidget& strip) { m_column->insertWidget(m_column->indexOf(m_splitter), &strip); }
+
 }

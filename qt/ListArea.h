@@ -18,6 +18,9 @@ public:
     // Both must outlive the area.
     ListArea(ShownRecords& records, ViewDesktop& desktop, QWidget* parent);
 
+    // Places a strip above the list.
+    void addStrip(QWidget& strip);
+
     RecordListView& list() { return *m_list; }
 
 private:

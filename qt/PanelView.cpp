@@ -2,11 +2,13 @@
 
 #include "api/PanelActions.h"
 #include "control/kalmevRepHistCtrl.h"
+#include "qt/AwayStrip.h"
 #include "qt/ListArea.h"
 #include "qt/Measures.h"
 #include "qt/RecordListView.h"
 #include "qt/Scale.h"
 #include "qt/ViewDesktop.h"
+#include "toolkit/QtText.h"
 
 #include <QAction>
 #include <QApplication>
@@ -25,6 +27,7 @@ PanelView::PanelView(kalmevRepHistCtrl& control, ViewDesktop& desktop)
     , m_icon(control.imgIcon, this)
     , m_type(control.cboType, this)
     , m_area(new ListArea(m_records, desktop, this))
+    , m_away(new AwayStrip)
     , m_buttons { { { control.cmd[0], this }, { control.cmd[1], this }, { control.cmd[2], this } } }
 {
     setAccessibleName(u"Personal Health"_s);
@@ -33,7 +36,20 @@ PanelView::PanelView(kalmevRepHistCtrl& control, ViewDesktop& desktop)
     for (ButtonView& button : m_buttons)
         button.setRefuge(m_area->list());
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* focused) { followFocus(focused); });
+    m_area->addStrip(*m_away);
+    connect(m_away, &AwayStrip::tryNow, this, [this] { m_control.TryConnection(); });
+    m_control.ConnectionChange = [this] { showConnection(); };
     setNaturalSizes();
+}
+
+void PanelView::showConnection()
+{
+    const Text& seconds = m_control.connection();
+    m_area->list().setAway(!seconds.empty());
+    if (seconds.empty())
+        m_away->hide();
+    else
+        m_away->show(toQString(seconds).toInt(), m_area->list().loadedAt());
 }
 
 // Focus in other parts of the window does not change the active panel.

@@ -10,6 +10,7 @@
 
 namespace health {
 
+class AwayStrip;
 class ListArea;
 class kalmevRepHistCtrl;
 class ViewDesktop;
@@ -39,12 +40,14 @@ private:
     void setActive(bool active);
     void setNaturalSizes();
     void arrange();
+    void showConnection();
 
     kalmevRepHistCtrl& m_control;
     ShownRecords m_records;
     ImageView m_icon;
     ComboBoxView m_type;
     ListArea* m_area;
+    AwayStrip* m_away;
     std::array<ButtonView, 3> m_buttons;
     bool m_active = true;
     bool m_follows = false; // the host's connection

@@ -5,9 +5,12 @@
 #include "qt/Inks.h"
 #include "qt/Measures.h"
 #include "qt/RecordRows.h"
+#include "qt/ShownRecords.h"
 
 #include <QPainter>
 #include <QTableView>
+
+#include <algorithm>
 
 namespace health {
 
@@ -79,31 +82,68 @@ void RecordDelegate::paintLabel(QPainter& painter, const QRect& place, int row) 
 {
     const RowMeasures measures(m_list);
     const ListedRecord* const record = m_rows.record(row);
-    const QString text = inOneLine(record ? record->label : TextView());
+    const TextView label = record ? record->label : TextView();
+    const QString text = inOneLine(label);
     const bool isFirst = m_rows.beginsKind(row);
     const int room = place.width() - measures.labelEnd;
     const auto width = [&](RowStyle style) { return QFontMetrics(m_rows.font(style)).horizontalAdvance(text); };
     const bool isStrong = isFirst && width(RowStyle::Strong) <= room;
     const QFont& font = m_rows.font(isStrong ? RowStyle::Strong : RowStyle::Plain);
-    painter.setFont(font);
-    painter.setPen(health::colourOf(isFirst && !m_rows.isAway ? Ink::Words : Ink::Quiet, m_list.palette()));
-    const QFontMetrics metrics(font);
-    const int left = place.left() + room - metrics.horizontalAdvance(text);
-    painter.drawText(left, place.top() + measures.above + baselineIn(measures.line, metrics), text);
+    const QColor colour = health::colourOf(isFirst && !m_rows.isAway ? Ink::Words : Ink::Quiet, m_list.palette());
+    const QPoint topLeft(
+        place.left() + room - QFontMetrics(font).horizontalAdvance(text), place.top() + measures.above);
+    drawText(painter, topLeft, { label, 0, font, colour, m_rows.found(row, FoundIn::Label) });
 }
 
 void RecordDelegate::paintSummary(QPainter& painter, const QRect& place, int row) const
 {
     const RowMeasures measures(m_list);
     const TextView summary = m_rows.summary(row);
+    const std::vector<TextRange> found = m_rows.found(row, FoundIn::Summary);
     const QPoint start(place.left() + measures.left, place.top() + measures.above);
     for (const RowPiece& piece : m_rows.text(row).pieces) {
-        const QFont& font = m_rows.font(piece.style);
-        painter.setFont(font);
-        painter.setPen(colourOf(piece.style, row));
-        const int baseline = piece.line * measures.line + baselineIn(measures.line, QFontMetrics(font));
-        painter.drawText(start + QPoint(piece.left, baseline), inOneLine(summary.substr(piece.start, piece.length)));
+        const QPoint topLeft = start + QPoint(piece.left, piece.line * measures.line);
+        drawText(painter, topLeft,
+            { summary.substr(piece.start, piece.length), piece.start, m_rows.font(piece.style),
+                colourOf(piece.style, row), found });
     }
+}
+
+// Found letters have a ground and an underline.
+void RecordDelegate::drawText(QPainter& painter, QPoint topLeft, const LineText& text) const
+{
+    const int line = RowMeasures(m_list).line;
+    const QFontMetrics metrics(text.font);
+    painter.setFont(text.font);
+    int left = topLeft.x();
+    const auto draw = [&](std::size_t from, std::size_t to, bool isFound) {
+        const QString letters = inOneLine(text.letters.substr(from, to - from));
+        const int width = metrics.horizontalAdvance(letters);
+        if (isFound) {
+            const int underline = Measures(m_list).focusFrame();
+            const QRect ground(left, topLeft.y(), width, line);
+            painter.fillRect(ground, health::colourOf(Ink::CautionTint, m_list.palette()));
+            painter.fillRect(
+                ground.adjusted(0, line - underline, 0, 0), health::colourOf(Ink::Caution, m_list.palette()));
+        }
+        painter.setPen(isFound ? health::colourOf(Ink::Words, m_list.palette()) : text.colour);
+        painter.drawText(left, topLeft.y() + baselineIn(line, metrics), letters);
+        left += width;
+    };
+    std::size_t drawn = 0;
+    for (const TextRange& range : text.found) {
+        const auto inside = [&](std::size_t place) {
+            return std::clamp(place, text.start, text.start + text.letters.size()) - text.start;
+        };
+        const std::size_t from = inside(range.start);
+        const std::size_t to = inside(range.end());
+        if (from == to)
+            continue;
+        draw(drawn, from, false);
+        draw(from, to, true);
+        drawn = to;
+    }
+    draw(drawn, text.letters.size(), false);
 }
 
 QSize RecordDelegate::sizeHint(const QStyleOptionViewItem&, const QModelIndex& index) const

@@ -1,11 +1,16 @@
 #pragma once
 
+#include "api/Text.h"
+
 #include <QStyledItemDelegate>
+
+#include <vector>
 
 class QTableView;
 
 namespace health {
 
+struct TextRange;
 class RecordRows;
 enum class RowStyle;
 
@@ -33,9 +38,19 @@ public:
     QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
 
 private:
+    // A piece of a text in one line; `start` counts the letters before it.
+    struct LineText {
+        TextView letters;
+        std::size_t start;
+        QFont font;
+        QColor colour;
+        const std::vector<TextRange>& found; // in the whole text
+    };
+
     void paintLabel(QPainter& painter, const QRect& place, int row) const;
     void paintSummary(QPainter& painter, const QRect& place, int row) const;
     QColor colourOf(RowStyle style, int row) const;
+    void drawText(QPainter& painter, QPoint topLeft, const LineText& text) const;
     bool isSelected(int row) const;
 
     RecordRows& m_rows;

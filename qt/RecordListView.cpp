@@ -58,6 +58,7 @@ RecordListView::RecordListView(ShownRecords& records, ViewDesktop& desktop, QWid
     adoptColours();
     verticalHeader()->setDefaultSectionSize(heightOfLine());
     noteContents();
+    connect(&records, &ShownRecords::rearranged, this, &RecordListView::rearrange);
 }
 
 void RecordListView::setAway(bool away)
@@ -75,9 +76,7 @@ void RecordListView::mirror(Change change)
     if (change == Change::Contents && !m_control.isDrawing())
         keepPlace();
     m_records.gridChanged(change);
-    if (change == Change::Contents || change == Change::Colours)
-        m_rows.reset();
-    if (change == Change::Contents && m_control.isDrawing())
+    if (change == Change::Contents)
         noteContents();
     if (change == Change::Selection)
         noteSelection();
@@ -99,6 +98,10 @@ int RecordListView::restingRow() const { return std::min(m_place, model()->rowCo
 // A load that has failed leaves the hint as it was while loading, and its rows are not complete.
 void RecordListView::noteContents()
 {
+    m_rows.reset();
+    gridModel().showRows(m_records.rearrangedRows());
+    if (!m_control.isDrawing())
+        return;
     const kalmevRepHistCtrl& control = m_records.control();
     const long patient = control.listedPatient();
     if (std::exchange(m_patient, patient) != patient)
@@ -147,6 +150,8 @@ ListState RecordListView::state() const
         return withoutPatient();
     if (m_control.hint() == NoRecordsHint && m_records.all().empty())
         return withoutRecords(toQString(control.patientName()));
+    if (m_records.isFiltered() && m_records.rows().empty())
+        return { u"No record matches"_s, { u"Escape shows all records."_s } };
     return {};
 }
 
@@ -226,6 +231,17 @@ void RecordListView::focusOutEvent(QFocusEvent* event)
 {
     GridView::focusOutEvent(event);
     m_gutter->viewport()->update();
+}
+
+// Scrolls to the selected row; without one, to the top.
+void RecordListView::rearrange()
+{
+    gridModel().showRows(m_records.rearrangedRows());
+    GridView::mirror(Change::Contents);
+    if (const int row = selectedRow(); row != -1)
+        scrollTo(gridModel().index(row, 0));
+    else
+        scrollToTop();
 }
 
 }

@@ -47,6 +47,7 @@ private:
     void setRoom();
     void keepPlace();
     QString described(int gridRow) const;
+    void rearrange();
 
     ShownRecords& m_records;
     QWidget& m_area;

@@ -59,6 +59,11 @@ const RowText& RecordRows::text(int row)
     return m_texts.emplace(gridRow, m_setter.set(runs, m_width, m_narrow)).first->second;
 }
 
+std::vector<TextRange> RecordRows::found(int row, FoundIn column) const
+{
+    return record(row) ? m_records.found(m_model.gridRow(row), column) : std::vector<TextRange>();
+}
+
 // Only functional status shows what has changed.
 const ListedRecord* RecordRows::earlier(int gridRow)
 {

@@ -2,6 +2,7 @@
 
 #include "qt/RowSetter.h"
 #include "records/RecordNews.h"
+#include "text/FoldedLetters.h"
 
 #include <QStringList>
 
@@ -12,6 +13,7 @@ namespace health {
 
 class GridModel;
 class ShownRecords;
+enum class FoundIn;
 
 // What the list's rows show, apart from drawing it: typeset texts, marks, and what screen readers say about them. Rows
 // are those of the model. Sets the texts that are asked for, and keeps them until the records or the width change.
@@ -34,6 +36,8 @@ public:
     const ListedRecord* record(int row) const;
     TextView summary(int row) const;
     const RowText& text(int row);
+    // The letters that the user's search has found.
+    std::vector<TextRange> found(int row, FoundIn column) const;
     // The first row, or one whose kind differs from the row above.
     bool beginsKind(int row) const;
 
