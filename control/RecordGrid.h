@@ -46,13 +46,10 @@ public:
     RecordTexts texts() const;
     // The records behind the rows; none while no patient is selected.
     const RecordLines& lines() const { return m_lines; }
-<<<<<<< HEAD
-    // The types whose records the last load could not read.
-    const std::vector<const RecordType*>& unread() const { return m_unread; }
-=======
     // Whose records were loaded last; 0 while no patient is selected.
     long patient() const { return m_patient; }
->>>>>>> w-FIND
+    // The types whose records the last load could not read.
+    const std::vector<const RecordType*>& unread() const { return m_unread; }
     // Scrolls to the row of a record that was saved and highlights it briefly. An added record is the row that the
     // former texts lack.
     void showSaved(const SavedRecord& saved, const RecordTexts& before);
@@ -62,11 +59,8 @@ public:
 private:
     Grid& m_grid;
     RecordLines m_lines;
-<<<<<<< HEAD
-    std::vector<const RecordType*> m_unread;
-=======
     long m_patient = 0;
->>>>>>> w-FIND
+    std::vector<const RecordType*> m_unread;
 };
 
 }

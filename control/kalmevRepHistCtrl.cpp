@@ -256,9 +256,7 @@ bool kalmevRepHistCtrl::loadRecords()
     const FlagScope loading(m_loading);
     const bool loaded = trap(L"LoadGrid", [&] {
         m_shared.SetStatusText(L"Loading Personal Health Data");
-        const PatientFacts patient = currentPatient();
-        m_listedPatient = patient.number;
-        m_grid.load(m_shared, patient);
+        m_grid.load(m_shared, currentPatient());
         m_shared.SetStatusText(L"");
         updateCommands();
         highlightVisit();
@@ -280,7 +278,6 @@ void kalmevRepHistCtrl::noteAnswer()
 
 void kalmevRepHistCtrl::ClearPatientControls()
 {
-    m_listedPatient = 0;
     trap(L"ClearPatientControls", [&] {
         m_grid.showNoPatient();
         updateCommands();
@@ -316,7 +313,7 @@ void kalmevRepHistCtrl::highlightVisit() { m_grid.highlightVisit(wholeText(m_sha
 Text kalmevRepHistCtrl::patientName() const
 {
     try {
-        return m_listedPatient == 0 ? Text() : m_shared.patientHeading().name;
+        return listedPatient() == 0 ? Text() : m_shared.patientHeading().name;
     } catch (const Failure&) {
         return {}; // the name is only a courtesy
     }

@@ -56,11 +56,10 @@ public:
 
     // The records behind the grid's rows, row for row; none without a patient.
     const RecordLines& recordLines() const { return m_grid.lines(); }
-<<<<<<< HEAD
+    // The patient whose records the grid shows; 0 without one.
+    long listedPatient() const { return m_grid.patient(); }
     // The types whose records the last load could not read.
     const std::vector<const RecordType*>& unreadTypes() const { return m_grid.unread(); }
-    // The number of the patient whose records are listed or being loaded; 0 without one.
-    long listedPatient() const { return m_listedPatient; }
     // The patient's name as forms show it; empty if the host does not name it.
     Text patientName() const;
     // The key of the row whose record the panel has deleted last; empty without one.
@@ -74,10 +73,6 @@ public:
     std::function<void()> ConnectionChange;
     // Asks the host to try now.
     void TryConnection();
-=======
-    // The patient whose records the grid shows; 0 without one.
-    long listedPatient() const { return m_grid.patient(); }
->>>>>>> w-FIND
 
     Image imgIcon; // its tool tip is the version text
     ComboBox cboType { ComboBox::Order::Sorted };
@@ -156,7 +151,6 @@ private:
     RecordCommands m_commands { m_shared, m_editKeys };
     RecordEvents m_events { m_shared, Module, *this };
     RecordGrid m_grid { fgData };
-    long m_listedPatient = 0;
     Text m_deletedKey;
     Text m_connection;
     int m_savedSeen = 0; // the last save whose row was shown
