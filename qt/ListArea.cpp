@@ -116,4 +116,6 @@ void ListArea::setDetails(QWidget& details)
     m_splitter->setStretchFactor(1, 0);
 }
 
+void ListArea::addStrip(QWidget& strip) { m_column->insertWidget(m_column->indexOf(m_splitter), &strip); }
+
 }

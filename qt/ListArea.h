@@ -22,6 +22,9 @@ public:
     // Both must outlive the area.
     ListArea(ShownRecords& records, ViewDesktop& desktop, QWidget* parent);
 
+    // Places a strip above the list.
+    void addStrip(QWidget& strip);
+
     RecordListView& list() { return *m_list; }
     FindBar& findBar() { return *m_find; }
 

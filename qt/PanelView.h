@@ -11,8 +11,9 @@
 
 namespace health {
 
-class DetailsPane;
+class AwayStrip;
 class CountLine;
+class DetailsPane;
 class ListArea;
 class kalmevRepHistCtrl;
 class ViewDesktop;
@@ -48,16 +49,19 @@ private:
     void setNaturalSizes();
     void arrange();
     void publishFind();
+    void showConnection();
 
     kalmevRepHistCtrl& m_control;
     ShownRecords m_records;
     ImageView m_icon;
     ComboBoxView m_type;
     ListArea* m_area;
+    AwayStrip* m_away;
     DetailsPane* m_details; // after the area and before the buttons in the order of Tab
     CountLine* m_count;
     std::array<ButtonView, 3> m_buttons;
     bool m_active = true;
+    bool m_follows = false; // the host's connection
 };
 
 }
