@@ -116,6 +116,8 @@ private:
 
     int typeToAdd() const;
     void updateCommands();
+    Text whyNotEditable(const std::optional<RecordRow>& row) const;
+    void sayRefusal(const Button& button);
     void cmd_Click(int index);
     void DelRec(const RecordRow& row);
     void mnuVisitDetail_Click();
@@ -134,6 +136,7 @@ private:
     RecordEvents m_events { m_shared, Module, *this };
     RecordGrid m_grid { fgData };
     int m_savedSeen = 0; // the last save whose row was shown
+    bool m_saysRefusal = false; // the status line says why a command cannot run
     bool m_loading = false;
     bool m_deleting = false; // from the first question to the server's answer
     // Pending work for catchUp:
