@@ -15,6 +15,8 @@ namespace health {
 
 namespace {
 
+constexpr TextView NoActiveVisit = L"An active visit has not been selected.";
+
 // Flags: ask whether a usable visit exists, without prompting.
 constexpr int UsableVisitFlags = 12;
 // Flags: let the host offer its visits when none is active.
@@ -47,10 +49,10 @@ Text RecordCommands::refusalOf(const RecordType& type) const
     return {};
 }
 
-bool RecordCommands::isPermitted(int number) const
+Text RecordCommands::whyNotEditable(int number) const
 {
     const RecordType* const type = typeForPatient(number);
-    return type && refusalOf(*type).empty();
+    return type ? refusalOf(*type) : whatToSelect(L"a record in the list");
 }
 
 // Without a patient or a known type it fails silently.
@@ -65,9 +67,20 @@ bool RecordCommands::checkPermitted(int number)
     return refusal.empty();
 }
 
-bool RecordCommands::canAdd(int number) const
+Text RecordCommands::whyNotAddable(int number) const
 {
-    return isPermitted(number) && (!recordType(number)->needsVisit || m_shared.encounter().prepare(UsableVisitFlags));
+    const RecordType* const type = typeForPatient(number);
+    if (!type)
+        return whatToSelect(L"a form above the list");
+    Text refusal = refusalOf(*type);
+    if (refusal.empty() && type->needsVisit && !m_shared.encounter().prepare(UsableVisitFlags))
+        refusal = NoActiveVisit;
+    return refusal;
+}
+
+Text RecordCommands::whatToSelect(TextView missing) const
+{
+    return L"Select " + Text(m_shared.patient().number() == 0 ? L"a patient" : missing) + L'.';
 }
 
 void RecordCommands::open(int number, const Text& record, Text visit)
@@ -76,7 +89,7 @@ void RecordCommands::open(int number, const Text& record, Text visit)
         return;
     if (visit.empty() && recordType(number)->needsVisit) {
         if (!m_shared.encounter().prepare(AskForVisitFlags)) {
-            m_shared.WarningBox(L"An active visit has not been selected.", L"Active Visit Not Selected");
+            m_shared.WarningBox(NoActiveVisit, L"Active Visit Not Selected");
             return;
         }
         visit = wholeText(m_shared.encounter().visitNumber());

@@ -10,6 +10,16 @@
 
 namespace health {
 
+namespace {
+
+void setRefusal(CommandControl& command, const std::optional<Text>& refusal)
+{
+    command.setEnabled(refusal == L"");
+    command.setRefusal(refusal.value_or(L""));
+}
+
+}
+
 kalmevRepHistCtrl::kalmevRepHistCtrl(modShared& shared, Host& host)
     : m_shared(shared)
     , m_host(host)
@@ -49,6 +59,7 @@ void kalmevRepHistCtrl::setUpCommands()
         mnuCmd[i].setCaption(items[i]);
         cmd[i].setEnabled(false);
         mnuCmd[i].setEnabled(false);
+        cmd[i].Refused = [this, i] { sayRefusal(cmd[i]); };
         cmd[i].Click = trapped(L"cmd_Click", [this, i] { cmd_Click(static_cast<int>(i)); });
         mnuCmd[i].Click = trapped(L"mnuCmd_Click", [this, i] { cmd_Click(static_cast<int>(i)); });
     }
@@ -326,24 +337,37 @@ int kalmevRepHistCtrl::typeToAdd() const { return cboType.itemData(cboType.listI
 
 void kalmevRepHistCtrl::updateCommands()
 {
-    std::array<bool, CommandCount> enabled {};
-    bool visitDetail = false;
+    // A command without a refusal can run; after a failure none can.
+    std::array<std::optional<Text>, CommandCount> refusals;
+    std::optional<Text> noVisitDetail;
     trap(L"UpdateCommands", [&] {
-        enabled[Add] = m_commands.canAdd(typeToAdd());
+        refusals[Add] = m_commands.whyNotAddable(typeToAdd());
         const auto row = m_grid.selected();
-        if (!row)
-            return;
-        enabled[Edit] = !row->isLocked && m_commands.isPermitted(row->type);
-        enabled[Delete] = enabled[Edit];
-        visitDetail = !row->visit.empty();
+        refusals[Edit] = whyNotEditable(row);
+        refusals[Delete] = refusals[Edit];
+        noVisitDetail = !row ? refusals[Edit] : row->visit.empty() ? L"This record has no visit." : L"";
     });
     for (std::size_t i = 0; i < CommandCount; ++i) {
-        cmd[i].setEnabled(enabled[i]);
-        mnuCmd[i].setEnabled(enabled[i]);
+        setRefusal(cmd[i], refusals[i]);
+        setRefusal(mnuCmd[i], refusals[i]);
     }
-    mnuVisitDetail.setEnabled(visitDetail);
+    setRefusal(mnuVisitDetail, noVisitDetail);
     // The menu opens at a row but adds a record of the type chosen above the list.
-    mnuCmd[Add].setDetail(enabled[Add] ? cboType.text() : Text());
+    mnuCmd[Add].setDetail(cmd[Add].isEnabled() ? cboType.text() : Text());
+    if (std::exchange(m_saysRefusal, false))
+        m_shared.SetStatusText(L"");
+}
+
+Text kalmevRepHistCtrl::whyNotEditable(const std::optional<RecordRow>& row) const
+{
+    const Text refusal = m_commands.whyNotEditable(row ? row->type : 0);
+    return refusal.empty() && row->isLocked ? L"This record is locked." : refusal;
+}
+
+void kalmevRepHistCtrl::sayRefusal(const Button& button)
+{
+    m_shared.SetStatusText(button.refusal());
+    m_saysRefusal = true;
 }
 
 void kalmevRepHistCtrl::cmd_Click(int index)

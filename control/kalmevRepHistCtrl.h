@@ -137,6 +137,8 @@ private:
 
     int typeToAdd() const;
     void updateCommands();
+    Text whyNotEditable(const std::optional<RecordRow>& row) const;
+    void sayRefusal(const Button& button);
     void cmd_Click(int index);
     void DelRec(const RecordRow& row);
     void mnuVisitDetail_Click();
@@ -157,6 +159,7 @@ private:
     Text m_deletedKey;
     Text m_connection;
     int m_savedSeen = 0; // the last save whose row was shown
+    bool m_saysRefusal = false; // the status line says why a command cannot run
     bool m_loading = false;
     bool m_deleting = false; // from the first question to the server's answer
     // Pending work for catchUp:
