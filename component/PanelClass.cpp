@@ -3,6 +3,7 @@
 #include "control/kalmevRepHistCtrl.h"
 #include "qt/PanelView.h"
 #include "qt/QtDesktop.h"
+#include "records/PatientAlerts.h"
 
 namespace health {
 
@@ -34,6 +35,10 @@ public:
     void reopenEntry() override { m_class.m_shared->reopenEntry(); }
     Text viewState() const override { return viewStateText(m_view->viewState()); }
     void setViewState(const Text& state) override { m_view->setViewState(viewStateOf(state, m_view->viewState())); }
+    std::vector<PatientAlert> alerts() const override
+    {
+        return patientAlerts(listedRecords(m_control), m_class.m_desktop->now());
+    }
     std::vector<std::vector<Text>> rows() const override;
 
 private:

@@ -34,6 +34,7 @@ void RecordGrid::load(modShared& shared, const PatientFacts& patient)
     m_grid.setColumnHidden(GridColumn::Label, false);
     GridLoader loader(shared, m_grid, m_lines, patient);
     loader.load();
+    m_unread = loader.unread();
     m_grid.select(-1);
     m_grid.setHint(loader.remark());
 }

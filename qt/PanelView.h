@@ -11,7 +11,9 @@
 
 namespace health {
 
+class AwayStrip;
 class CountLine;
+class DetailsPane;
 class ListArea;
 class kalmevRepHistCtrl;
 class ViewDesktop;
@@ -39,6 +41,7 @@ protected:
     void focusInEvent(QFocusEvent* event) override; // passes the focus on to the list
     void keyPressEvent(QKeyEvent* event) override; // Escape closes the bar
     void resizeEvent(QResizeEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override; // gets the clicks on disabled buttons
     void changeEvent(QEvent* event) override;
 
 private:
@@ -47,15 +50,19 @@ private:
     void setNaturalSizes();
     void arrange();
     void publishFind();
+    void showConnection();
 
     kalmevRepHistCtrl& m_control;
     ShownRecords m_records;
     ImageView m_icon;
     ComboBoxView m_type;
     ListArea* m_area;
+    AwayStrip* m_away;
+    DetailsPane* m_details; // after the area and before the buttons in the order of Tab
     CountLine* m_count;
     std::array<ButtonView, 3> m_buttons;
     bool m_active = true;
+    bool m_follows = false; // the host's connection
 };
 
 }

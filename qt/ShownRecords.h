@@ -24,7 +24,7 @@ public:
     // The control must outlive the object.
     explicit ShownRecords(kalmevRepHistCtrl& control);
 
-    kalmevRepHistCtrl& control() { return m_control; }
+    kalmevRepHistCtrl& control() const { return m_control; }
 
     // All records; the index is the grid's row.
     const std::vector<ListedRecord>& all() const { return m_all; }
