@@ -1,7 +1,7 @@
 #include "qt/FindBar.h"
 
 #include "control/kalmevRepHistCtrl.h"
-#include "qt/FlowLayout.h"
+#include "qt/BarLayout.h"
 #include "qt/PillButton.h"
 #include "qt/SearchLine.h"
 #include "qt/ShownRecords.h"
@@ -58,7 +58,7 @@ QWidget* captioned(const QString& caption, QComboBox* list)
 
 FindBar::FindBar(ShownRecords& records)
     : m_records(records)
-    , m_flow(new FlowLayout(this))
+    , m_flow(new BarLayout(this))
     , m_words(new SearchLine)
 {
     setAccessibleName(u"Find records"_s);

@@ -9,7 +9,7 @@ class QComboBox;
 
 namespace health {
 
-class FlowLayout;
+class BarLayout;
 class PillButton;
 class SearchLine;
 class ShownRecords;
@@ -60,7 +60,7 @@ private:
     bool chipKey(int key);
 
     ShownRecords& m_records;
-    FlowLayout* m_flow;
+    BarLayout* m_flow;
     SearchLine* m_words;
     QList<PillButton*> m_chips; // the first stands for all kinds
     std::vector<RecordTypeNumber> m_kinds; // of the other chips

@@ -7,12 +7,12 @@
 
 namespace health {
 
-// Lays widgets out in lines from left to right. A widget wider than a line gets the line's width; the others keep their
-// preferred size. Distances follow the parent's font.
-class FlowLayout : public QLayout {
+// The layout of a bar of fields and buttons, in lines from left to right, each in the middle of its line. A widget
+// wider than a line gets the line's width; the others keep their preferred size. Distances follow the parent's font.
+class BarLayout : public QLayout {
 public:
-    explicit FlowLayout(QWidget* parent);
-    ~FlowLayout() override;
+    explicit BarLayout(QWidget* parent);
+    ~BarLayout() override;
 
     void addItem(QLayoutItem* item) override;
     void insertWidget(int index, QWidget* widget);

@@ -1,4 +1,4 @@
-#include "qt/FlowLayout.h"
+#include "qt/BarLayout.h"
 
 #include "qt/PillButton.h"
 #include "toolkit/Measures.h"
@@ -29,32 +29,32 @@ int gapBetween(QLayoutItem& left, QLayoutItem& right, const Measures& measures)
 
 }
 
-FlowLayout::FlowLayout(QWidget* parent)
+BarLayout::BarLayout(QWidget* parent)
     : QLayout(parent)
 {
 }
 
-FlowLayout::~FlowLayout() = default;
+BarLayout::~BarLayout() = default;
 
-void FlowLayout::addItem(QLayoutItem* item)
+void BarLayout::addItem(QLayoutItem* item)
 {
     m_items.emplace_back(item);
     invalidate();
 }
 
-void FlowLayout::insertWidget(int index, QWidget* widget)
+void BarLayout::insertWidget(int index, QWidget* widget)
 {
     addChildWidget(widget);
     m_items.insert(m_items.begin() + index, std::make_unique<QWidgetItem>(widget));
     invalidate();
 }
 
-QLayoutItem* FlowLayout::itemAt(int index) const
+QLayoutItem* BarLayout::itemAt(int index) const
 {
     return index < 0 || index >= count() ? nullptr : m_items[static_cast<std::size_t>(index)].get();
 }
 
-QLayoutItem* FlowLayout::takeAt(int index)
+QLayoutItem* BarLayout::takeAt(int index)
 {
     if (!itemAt(index))
         return nullptr;
@@ -64,7 +64,7 @@ QLayoutItem* FlowLayout::takeAt(int index)
     return item;
 }
 
-QSize FlowLayout::minimumSize() const
+QSize BarLayout::minimumSize() const
 {
     QSize size;
     for (const auto& item : m_items) {
@@ -74,12 +74,12 @@ QSize FlowLayout::minimumSize() const
     return size.grownBy(contentsMargins());
 }
 
-int FlowLayout::heightForWidth(int width) const
+int BarLayout::heightForWidth(int width) const
 {
     return arrange(width, [](QLayoutItem&, const QRect&) {});
 }
 
-void FlowLayout::setGeometry(const QRect& place)
+void BarLayout::setGeometry(const QRect& place)
 {
     QLayout::setGeometry(place);
     arrange(place.width(),
@@ -88,7 +88,7 @@ void FlowLayout::setGeometry(const QRect& place)
 
 // Calls `work` with each item and its place, in the middle of its line; returns the height of all lines.
 template<typename Work>
-int FlowLayout::arrange(int width, Work work) const
+int BarLayout::arrange(int width, Work work) const
 {
     struct Placed {
         QLayoutItem& item;
