@@ -25,6 +25,7 @@
 #include "api/host.h"
 
 #include <memory>
+#include <string>
 #include <vector>
 
 class QWidget;
@@ -34,6 +35,18 @@ namespace health {
 // The version of the interfaces in this header and in api/host.h; each change of them increments it. A host loads only
 // libraries with the same number, because it would misread any others.
 inline constexpr int ComponentInterface = 5;
+
+// A form in which a panel exports its records.
+enum class ExportFormat {
+    Fhir, // one file: a Bundle of HL7 FHIR R4 in JSON
+    Csv, // a file for each kind of record, for spreadsheet programs
+};
+
+// What a panel exports: patients' data, to be kept where only the user can read it.
+struct ExportedFile {
+    Text name; // a suggestion, without a folder, such as "patient-12.fhir.json"
+    std::string bytes;
+};
 
 // One panel on a page of the host. Unless noted otherwise, the operations report failures to the user and do not throw.
 class ComponentInstance {
@@ -69,6 +82,11 @@ public:
     // to be set again on another instance, even in another process. A panel ignores what it does not understand.
     virtual Text viewState() const { return {}; }
     virtual void setViewState(const Text&) { }
+
+    // The records of the list as files: those that the user sees, in the order that the user sees. Asks nothing and
+    // writes nothing; docs/export.md describes the contents. Empty before the widget's first display, without a patient
+    // and while the list is loading. Throws what the host's objects throw.
+    virtual std::vector<ExportedFile> exportRecords(ExportFormat) const { return {}; }
 
     // The texts of the list as the user sees it: a vector for each row with a text for each shown column. A text may
     // hold line breaks. Empty before the widget's first display and while the list is loading. Without a patient,

@@ -26,6 +26,7 @@ void RecordGrid::setUp()
 void RecordGrid::load(modShared& shared, const PatientFacts& patient)
 {
     m_grid.setHint(L"Loading ...");
+    m_patient = patient.number;
     const DrawingPause pause(m_grid);
     m_grid.clear();
     m_grid.setRowCount(0);
@@ -39,6 +40,7 @@ void RecordGrid::load(modShared& shared, const PatientFacts& patient)
 
 void RecordGrid::showNoPatient()
 {
+    m_patient = 0;
     m_grid.setHint({});
     m_lines.clear();
     m_grid.clear();

@@ -51,11 +51,16 @@ public:
     // Replaces the rows by one that says that no patient is selected.
     void ClearPatientControls();
 
+    // The services that the panel shares with its forms; they outlive the control.
+    modShared& shared() { return m_shared; }
+
     // Opens the editor of a record on behalf of the host, even of a type that is never listed.
     void OpenRecord(int type, const Text& record, const Text& visit);
 
     // The records behind the grid's rows, row for row; none without a patient.
     const RecordLines& recordLines() const { return m_grid.lines(); }
+    // The patient whose records the grid shows; 0 without one.
+    long listedPatient() const { return m_grid.patient(); }
 
     Image imgIcon; // its tool tip is the version text
     ComboBox cboType { ComboBox::Order::Sorted };
