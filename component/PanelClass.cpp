@@ -3,6 +3,7 @@
 #include "control/kalmevRepHistCtrl.h"
 #include "qt/PanelView.h"
 #include "qt/QtDesktop.h"
+#include "qt/TakeAlong.h"
 
 namespace health {
 
@@ -32,6 +33,10 @@ public:
         m_control.OpenRecord(type, record, visit);
     }
     void reopenEntry() override { m_class.m_shared->reopenEntry(); }
+    std::vector<ExportedFile> exportRecords(ExportFormat format) const override
+    {
+        return m_view->takeAlong().files(format);
+    }
     std::vector<std::vector<Text>> rows() const override;
 
 private:

@@ -6,6 +6,7 @@
 #include "qt/Measures.h"
 #include "qt/RecordListView.h"
 #include "qt/Scale.h"
+#include "qt/TakeAlong.h"
 #include "qt/ViewDesktop.h"
 
 #include <QAction>
@@ -25,6 +26,7 @@ PanelView::PanelView(kalmevRepHistCtrl& control, ViewDesktop& desktop)
     , m_icon(control.imgIcon, this)
     , m_type(control.cboType, this)
     , m_area(new ListArea(m_records, desktop, this))
+    , m_takeAlong(new TakeAlong(*this, m_records))
     , m_buttons { { { control.cmd[0], this }, { control.cmd[1], this }, { control.cmd[2], this } } }
 {
     setAccessibleName(u"Personal Health"_s);

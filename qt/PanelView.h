@@ -11,6 +11,7 @@
 namespace health {
 
 class ListArea;
+class TakeAlong;
 class kalmevRepHistCtrl;
 class ViewDesktop;
 
@@ -24,6 +25,9 @@ public:
 
     // Publishes an action (api/PanelActions.h) that works while the panel is active.
     void publish(QAction& action, const char* menu);
+
+    // Copies and exports the list.
+    const TakeAlong& takeAlong() const { return *m_takeAlong; }
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
@@ -45,6 +49,7 @@ private:
     ImageView m_icon;
     ComboBoxView m_type;
     ListArea* m_area;
+    TakeAlong* m_takeAlong;
     std::array<ButtonView, 3> m_buttons;
     bool m_active = true;
 };

@@ -14,6 +14,7 @@ public:
 
 protected:
     void mirror(Change change) override;
+    void offerEntries() override;
     QWidget& placed() override { return m_area; }
 
 private:
