@@ -108,7 +108,7 @@ Text GridLoader::remark() const
         names += (names.empty() ? L"" : L", ") + Text(type->rowLabel);
     if (!names.empty())
         return L"Could not be read: " + names + L".";
-    return m_grid.rowCount() == 0 ? L"No personal health records." : L"";
+    return m_grid.rowCount() == 0 ? Text(NoRecords) : Text();
 }
 
 void GridLoader::loadPatientRow(const RecordType& type, TextView reply)

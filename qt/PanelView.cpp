@@ -10,6 +10,7 @@
 #include "qt/Measures.h"
 #include "qt/RecordListView.h"
 #include "qt/Scale.h"
+#include "qt/TakeAlong.h"
 #include "qt/ViewDesktop.h"
 #include "toolkit/QtText.h"
 
@@ -34,6 +35,7 @@ PanelView::PanelView(kalmevRepHistCtrl& control, ViewDesktop& desktop)
     , m_away(new AwayStrip)
     , m_details(new DetailsPane(m_records, m_area))
     , m_count(new CountLine(m_records, m_area->findBar(), this))
+    , m_takeAlong(new TakeAlong(*this, m_records))
     , m_buttons { { { control.cmd[0], this }, { control.cmd[1], this }, { control.cmd[2], this } } }
 {
     setAccessibleName(u"Personal Health"_s);

@@ -15,6 +15,7 @@ class AwayStrip;
 class CountLine;
 class DetailsPane;
 class ListArea;
+class TakeAlong;
 class kalmevRepHistCtrl;
 class ViewDesktop;
 
@@ -32,6 +33,8 @@ public:
     // How the user has arranged the panel.
     ViewState viewState() const;
     void setViewState(const ViewState& state);
+    // Copies and exports the list.
+    const TakeAlong& takeAlong() const { return *m_takeAlong; }
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
@@ -60,6 +63,7 @@ private:
     AwayStrip* m_away;
     DetailsPane* m_details; // after the area and before the buttons in the order of Tab
     CountLine* m_count;
+    TakeAlong* m_takeAlong;
     std::array<ButtonView, 3> m_buttons;
     bool m_active = true;
     bool m_follows = false; // the host's connection

@@ -3,9 +3,11 @@
 #include "control/kalmevRepHistCtrl.h"
 #include "qt/GridModel.h"
 #include "qt/Inks.h"
+#include "qt/RecordCopy.h"
 #include "qt/RecordDelegate.h"
 #include "qt/RecordGutter.h"
 #include "qt/ShownRecords.h"
+#include "qt/ViewDesktop.h"
 #include "toolkit/QtText.h"
 
 #include <QHeaderView>
@@ -242,6 +244,16 @@ void RecordListView::rearrange()
         scrollTo(gridModel().index(row, 0));
     else
         scrollToTop();
+}
+
+void RecordListView::offerEntries()
+{
+    GridView::offerEntries();
+    desktop().offerWithNextMenu(
+        u"Copy with &Kind and Date"_s, [this] { copySelectedRecord(m_records); },
+        [this] { return selectedRow() != -1; });
+    desktop().offerWithNextMenu(
+        u"Copy A&ll Shown"_s, [this] { copyShownRecords(m_records); }, [this] { return !m_records.rows().empty(); });
 }
 
 }

@@ -28,6 +28,7 @@ public:
 
 protected:
     void mirror(Change change) override;
+    void offerEntries() override;
     QWidget& placed() override { return m_area; }
     void changeEvent(QEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
