@@ -124,6 +124,7 @@ void kalmevRepHistCtrl::AbortAsync()
 void kalmevRepHistCtrl::ICSS_PatientEvents_Committed()
 {
     m_shared.forgetEntries();
+    m_shared.forgetRegistryDue();
     m_shared.notifyPatientChanged();
     // During a load the change stays pending, or two patients' rows would mix.
     m_patientChanged = m_patientChanged || m_active;

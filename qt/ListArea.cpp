@@ -22,4 +22,11 @@ ListArea::ListArea(ShownRecords& records, ViewDesktop& desktop, QWidget* parent)
 
 void ListArea::addStrip(QWidget& strip) { m_column->insertWidget(m_column->indexOf(m_splitter), &strip); }
 
+void ListArea::setDetails(QWidget& details)
+{
+    m_splitter->addWidget(&details);
+    m_splitter->setStretchFactor(0, 1);
+    m_splitter->setStretchFactor(1, 0);
+}
+
 }

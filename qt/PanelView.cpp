@@ -3,6 +3,7 @@
 #include "api/PanelActions.h"
 #include "control/kalmevRepHistCtrl.h"
 #include "qt/AwayStrip.h"
+#include "qt/DetailsPane.h"
 #include "qt/ListArea.h"
 #include "qt/Measures.h"
 #include "qt/RecordListView.h"
@@ -27,7 +28,7 @@ PanelView::PanelView(kalmevRepHistCtrl& control, ViewDesktop& desktop)
     , m_icon(control.imgIcon, this)
     , m_type(control.cboType, this)
     , m_area(new ListArea(m_records, desktop, this))
-    , m_away(new AwayStrip)
+    , m_details(new DetailsPane(m_records, m_area))
     , m_buttons { { { control.cmd[0], this }, { control.cmd[1], this }, { control.cmd[2], this } } }
 {
     setAccessibleName(u"Personal Health"_s);
@@ -35,21 +36,31 @@ PanelView::PanelView(kalmevRepHistCtrl& control, ViewDesktop& desktop)
     m_type.setAccessibleDescription(m_type.accessibleName()); // some screen readers speak the value instead of the name
     for (ButtonView& button : m_buttons)
         button.setRefuge(m_area->list());
+    m_area->setDetails(*m_details);
+    publish(m_details->action(), "View");
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* focused) { followFocus(focused); });
-    m_area->addStrip(*m_away);
-    connect(m_away, &AwayStrip::tryNow, this, [this] { m_control.TryConnection(); });
     m_control.ConnectionChange = [this] { showConnection(); };
     setNaturalSizes();
+}
+
+AwayStrip& PanelView::awayStrip()
+{
+    if (!m_away) {
+        m_away = new AwayStrip;
+        m_area->addStrip(*m_away);
+        connect(m_away, &AwayStrip::tryNow, this, [this] { m_control.TryConnection(); });
+    }
+    return *m_away;
 }
 
 void PanelView::showConnection()
 {
     const Text& seconds = m_control.connection();
     m_area->list().setAway(!seconds.empty());
-    if (seconds.empty())
+    if (!seconds.empty())
+        awayStrip().show(toQString(seconds).toInt(), m_area->list().loadedAt());
+    else if (m_away)
         m_away->hide();
-    else
-        m_away->show(toQString(seconds).toInt(), m_area->list().loadedAt());
 }
 
 // Focus in other parts of the window does not change the active panel.

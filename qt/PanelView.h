@@ -11,6 +11,7 @@
 namespace health {
 
 class AwayStrip;
+class DetailsPane;
 class ListArea;
 class kalmevRepHistCtrl;
 class ViewDesktop;
@@ -40,6 +41,7 @@ private:
     void setActive(bool active);
     void setNaturalSizes();
     void arrange();
+    AwayStrip& awayStrip();
     void showConnection();
 
     kalmevRepHistCtrl& m_control;
@@ -47,8 +49,9 @@ private:
     ImageView m_icon;
     ComboBoxView m_type;
     ListArea* m_area;
-    AwayStrip* m_away;
+    DetailsPane* m_details; // after the area and before the buttons in the order of Tab
     std::array<ButtonView, 3> m_buttons;
+    AwayStrip* m_away = nullptr; // made when the connection is lost for the first time
     bool m_active = true;
     bool m_follows = false; // the host's connection
 };
