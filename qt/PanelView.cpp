@@ -32,7 +32,6 @@ PanelView::PanelView(kalmevRepHistCtrl& control, ViewDesktop& desktop)
     , m_icon(control.imgIcon, this)
     , m_type(control.cboType, this)
     , m_area(new ListArea(m_records, desktop, this))
-    , m_away(new AwayStrip)
     , m_details(new DetailsPane(m_records, m_area))
     , m_count(new CountLine(m_records, m_area->findBar(), this))
     , m_takeAlong(new TakeAlong(*this, m_records))
@@ -47,20 +46,28 @@ PanelView::PanelView(kalmevRepHistCtrl& control, ViewDesktop& desktop)
     publish(m_details->action(), "View");
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* focused) { followFocus(focused); });
     publishFind();
-    m_area->addStrip(*m_away);
-    connect(m_away, &AwayStrip::tryNow, this, [this] { m_control.TryConnection(); });
     m_control.ConnectionChange = [this] { showConnection(); };
     setNaturalSizes();
+}
+
+AwayStrip& PanelView::awayStrip()
+{
+    if (!m_away) {
+        m_away = new AwayStrip;
+        m_area->addStrip(*m_away);
+        connect(m_away, &AwayStrip::tryNow, this, [this] { m_control.TryConnection(); });
+    }
+    return *m_away;
 }
 
 void PanelView::showConnection()
 {
     const Text& seconds = m_control.connection();
     m_area->list().setAway(!seconds.empty());
-    if (seconds.empty())
+    if (!seconds.empty())
+        awayStrip().show(toQString(seconds).toInt(), m_area->list().loadedAt());
+    else if (m_away)
         m_away->hide();
-    else
-        m_away->show(toQString(seconds).toInt(), m_area->list().loadedAt());
 }
 
 void PanelView::publishFind()

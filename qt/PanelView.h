@@ -53,6 +53,7 @@ private:
     void setNaturalSizes();
     void arrange();
     void publishFind();
+    AwayStrip& awayStrip();
     void showConnection();
 
     kalmevRepHistCtrl& m_control;
@@ -60,11 +61,11 @@ private:
     ImageView m_icon;
     ComboBoxView m_type;
     ListArea* m_area;
-    AwayStrip* m_away;
     DetailsPane* m_details; // after the area and before the buttons in the order of Tab
     CountLine* m_count;
     TakeAlong* m_takeAlong;
     std::array<ButtonView, 3> m_buttons;
+    AwayStrip* m_away = nullptr; // made when the connection is lost for the first time
     bool m_active = true;
     bool m_follows = false; // the host's connection
 };
