@@ -1,6 +1,8 @@
 #include "qt/course/CourseOf.h"
 
 #include "qt/course/AsthmaPicture.h"
+#include "qt/course/FunctionalPicture.h"
+#include "qt/course/LanePictures.h"
 
 namespace health {
 
@@ -23,7 +25,17 @@ std::unique_ptr<CoursePicture> courseOf(const CourseSource& source)
     switch (source.records[static_cast<std::size_t>(source.selected)].type->number) {
     case RecordTypeNumber::Asthma:
         return pictureOf<AsthmaPicture>(source);
-    default:
+    case RecordTypeNumber::FunctionalStatus:
+        return std::make_unique<FunctionalPicture>(source);
+    case RecordTypeNumber::InfantFeeding:
+        return feedingPicture(source);
+    case RecordTypeNumber::Reproductive:
+        return reproductivePicture(source);
+    case RecordTypeNumber::Refusal:
+        return refusalPicture(source);
+    case RecordTypeNumber::TreatmentContract:
+        return contractPicture(source);
+    default: // birth measurements, which have no course
         return nullptr;
     }
 }
