@@ -32,7 +32,6 @@ protected:
     void showEvent(QShowEvent* event) override;
     void focusInEvent(QFocusEvent* event) override; // passes the focus on to the list
     void resizeEvent(QResizeEvent* event) override;
-    void mousePressEvent(QMouseEvent* event) override; // gets the clicks on disabled buttons
     void changeEvent(QEvent* event) override;
 
 private:
