@@ -130,28 +130,29 @@ void RecordCommands::showEditor(RecordTypeNumber number, const Text& record, con
     }
 }
 
-void RecordCommands::remove(int number, const Text& record, const Text& label)
+bool RecordCommands::remove(int number, const Text& record, const Text& label)
 {
     if (!checkPermitted(number))
-        return;
+        return false;
     const RecordType* const type = recordType(number);
     if (!type) {
         // Intended: never reached, because an unknown type is not permitted.
         m_shared.WarningBox(label + L" may not be deleted.", L"Deletion not Allowed");
-        return;
+        return false;
     }
     const Text patient = m_shared.patientText(); // before the boxes, during which the host may change it
     Text title = L"Remove Record?";
     if (!m_shared.ConfirmBox(L"Are you sure you want to delete the selected " + label + L" record?", title))
-        return;
+        return false;
     title = L"Inactivate Patient?";
     if (type->number == RecordTypeNumber::Asthma
         && m_shared.ConfirmBox(L"Do you wish to inactivate this patient from the asthma registry?", title)) {
         const Text reply = m_shared.CallRpc(L"MEVVAST SETREG", patient + L"^I");
         if (m_shared.CheckRpcError(reply, L""))
-            return;
+            return false;
     }
-    m_shared.CheckRpcError(m_shared.CallRpc(Text(type->callPrefix) + L" DEL", record), L"");
+    const Text reply = m_shared.CallRpc(Text(type->callPrefix) + L" DEL", record);
+    return !m_shared.CheckRpcError(reply, L"") && m_shared.lastCall() == CallResult::Answered;
 }
 
 }

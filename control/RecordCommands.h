@@ -28,7 +28,8 @@ public:
     // is needed and none is given. If the editor cannot open, a box says why.
     void open(int type, const Text& record, Text visit);
     // Deletes a record after the user's confirmation. `label` names it in the question.
-    void remove(int type, const Text& record, const Text& label);
+    // False if it was not deleted.
+    bool remove(int type, const Text& record, const Text& label);
 
 private:
     const RecordType* typeForPatient(int number) const;

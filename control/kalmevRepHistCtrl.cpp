@@ -1,5 +1,6 @@
 #include "control/kalmevRepHistCtrl.h"
 
+#include "api/Events.h"
 #include "platform/FlagScope.h"
 #include "shared/modConst.h"
 #include "text/Conversions.h"
@@ -91,6 +92,7 @@ void kalmevRepHistCtrl::UserControl_Terminate()
     AbortAsync();
     m_events.leavePatient(L"UserControl_Terminate");
     m_events.leaveRefresh(L"UserControl_Terminate");
+    m_events.leaveConnection(L"UserControl_Terminate");
     if (std::exchange(m_counted, false))
         m_shared.ReleaseObjects();
 }
@@ -133,6 +135,7 @@ void kalmevRepHistCtrl::AbortAsync()
 void kalmevRepHistCtrl::ICSS_PatientEvents_Committed()
 {
     m_shared.forgetEntries();
+    m_shared.forgetRegistryDue();
     m_shared.notifyPatientChanged();
     // During a load the change stays pending, or two patients' rows would mix.
     m_patientChanged = m_patientChanged || m_active;
@@ -160,6 +163,7 @@ void kalmevRepHistCtrl::loadPatient()
         m_events.leavePatient(L"ICSS_PatientEvents_Committed");
         clearTypeList();
         m_savedSeen = m_shared.lastSaved().sequence;
+        m_deletedKey.clear();
         const long number = m_shared.patient().number();
         if (number == 0) {
             ClearPatientControls();
@@ -194,6 +198,11 @@ void kalmevRepHistCtrl::ICSS_EncounterEvents_Committed()
 
 void kalmevRepHistCtrl::EventCallback(TextView name, TextView data)
 {
+    if (name == ConnectionEvent) {
+        m_connection = data;
+        raise(ConnectionChange);
+        return;
+    }
     if (m_active && m_events.concerns(name)) {
         if (const TextView kind = m_events.changedByOthers(name, data); !kind.empty())
             m_shared.notifyRecordsChanged(kind);
@@ -202,6 +211,17 @@ void kalmevRepHistCtrl::EventCallback(TextView name, TextView data)
         m_reloadWanted = true;
     }
     catchUp();
+}
+
+void kalmevRepHistCtrl::FollowConnection()
+{
+    if (m_active)
+        trap(L"FollowConnection", [&] { m_events.followConnection(); });
+}
+
+void kalmevRepHistCtrl::TryConnection()
+{
+    trap(L"TryConnection", [&] { m_shared.session().raiseEvent(TryNowEvent, {}); });
 }
 
 // Intended: empty, because the panel starts no asynchronous requests.
@@ -252,10 +272,20 @@ bool kalmevRepHistCtrl::loadRecords()
         m_shared.SetStatusText(L"");
         updateCommands();
         highlightVisit();
+        noteAnswer();
     });
     if (!loaded)
         ClearPatientControls();
     return loaded;
+}
+
+// The list was read, so the server is connected, whatever the host has reported before.
+void kalmevRepHistCtrl::noteAnswer()
+{
+    if (!m_connection.empty() && m_grid.unread().empty()) {
+        m_connection.clear();
+        raise(ConnectionChange);
+    }
 }
 
 void kalmevRepHistCtrl::ClearPatientControls()
@@ -291,6 +321,15 @@ SavedRecord kalmevRepHistCtrl::newlySaved()
 }
 
 void kalmevRepHistCtrl::highlightVisit() { m_grid.highlightVisit(wholeText(m_shared.encounter().visitNumber())); }
+
+Text kalmevRepHistCtrl::patientName() const
+{
+    try {
+        return listedPatient() == 0 ? Text() : m_shared.patientHeading().name;
+    } catch (const Failure&) {
+        return {}; // the name is only a courtesy
+    }
+}
 
 // --- Commands ---
 
@@ -350,7 +389,11 @@ void kalmevRepHistCtrl::DelRec(const RecordRow& row)
 {
     {
         const FlagScope deleting(m_deleting);
-        trap(L"DelRec", [&] { m_commands.remove(row.type, row.record, row.label); });
+        trap(L"DelRec", [&] {
+            const Text key = m_grid.selectedKey(); // before the boxes, during which the selection may change
+            if (m_commands.remove(row.type, row.record, row.label))
+                m_deletedKey = key;
+        });
     }
     catchUp();
 }
