@@ -49,7 +49,8 @@ Explanation movedBelow(Explanation explanation)
 
 Explanation frmER::explainEntry(const Control& field)
 {
-    // The place of the transfer has no explanation: what will be saved names it.
+    if (&field == &txtLoc)
+        return movedBelow(explainLookup(txtLoc));
     if (&field == &txtCond)
         return lengthIfClose(txtCond.text(), LongestEmergencyText);
     for (const TextBox* const box : { &txtOther, &txtInformant, &txtDispOth }) {
