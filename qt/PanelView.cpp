@@ -17,7 +17,6 @@
 #include <QAction>
 #include <QApplication>
 #include <QFocusEvent>
-#include <QMouseEvent>
 
 #include <algorithm>
 #include <utility>
@@ -173,15 +172,6 @@ void PanelView::showEvent(QShowEvent* event)
 
 // Not a focus proxy: Tab would go past the type list.
 void PanelView::focusInEvent(QFocusEvent* event) { m_area->list().setFocus(event->reason()); }
-
-void PanelView::mousePressEvent(QMouseEvent* event)
-{
-    QWidget::mousePressEvent(event);
-    for (std::size_t i = 0; i < m_buttons.size(); ++i) {
-        if (!m_buttons[i].isEnabled() && m_buttons[i].geometry().contains(event->position().toPoint()))
-            m_control.cmd[i].click(); // says why it cannot run
-    }
-}
 
 void PanelView::resizeEvent(QResizeEvent* event)
 {

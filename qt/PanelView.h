@@ -44,7 +44,6 @@ protected:
     void focusInEvent(QFocusEvent* event) override; // passes the focus on to the list
     void keyPressEvent(QKeyEvent* event) override; // Escape closes the bar
     void resizeEvent(QResizeEvent* event) override;
-    void mousePressEvent(QMouseEvent* event) override; // gets the clicks on disabled buttons
     void changeEvent(QEvent* event) override;
 
 private:
