@@ -1,34 +1,4 @@
+// For sources that are not yet adapted: the header has moved.
 #pragma once
 
-#include "qt/ControlPainting.h"
-#include "qt/ControlStyle.h"
-
-#include <QAbstractScrollArea>
-#include <QPaintEvent>
-
-namespace health {
-
-// A list, grid or text area whose frame, drawn by ControlStyle, shows the keyboard focus. Qt repaints only what lies
-// inside the frame, and fills that by the palette alone.
-template<typename Area>
-class FocusFramed : public Area {
-public:
-    using Area::Area;
-
-protected:
-    bool event(QEvent* event) override
-    {
-        const bool result = Area::event(event);
-        if (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut)
-            this->update();
-        return result;
-    }
-    void paintEvent(QPaintEvent* event) override
-    {
-        const Look look { .enabled = this->isEnabled(), .flashing = this->property(FlashProperty).toBool() };
-        QPainter(this->viewport()).fillRect(event->rect(), fieldGround(this->palette(), look));
-        Area::paintEvent(event);
-    }
-};
-
-}
+#include "toolkit/FocusFrame.h"

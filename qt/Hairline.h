@@ -1,20 +1,4 @@
+// For sources that are not yet adapted: the header has moved.
 #pragma once
 
-#include "qt/Inks.h"
-#include "qt/Measures.h"
-
-#include <QPainter>
-#include <QWidget>
-
-namespace health {
-
-// A thin line between parts of a form.
-class Hairline : public QWidget {
-public:
-    Hairline() { setFixedHeight(Measures(*this).hairline()); }
-
-protected:
-    void paintEvent(QPaintEvent*) override { QPainter(this).fillRect(rect(), colourOf(Ink::Hairline, palette())); }
-};
-
-}
+#include "toolkit/Hairline.h"

@@ -139,6 +139,7 @@ private:
     void reconnectQuietly();
     void openQuietly();
     void raiseMissedEvents();
+    void reportPause();
 
     ServerConnection m_connection;
     const int m_timeout; // of the user's calls, milliseconds

@@ -54,6 +54,8 @@ TEST(Inks, AreReadableOnEveryDesktop)
         EXPECT_GE(least(Ink::Focus, palette, { base, window }), 3);
         EXPECT_GE(least(Ink::Highlight, palette, { palette.color(QPalette::HighlightedText) }), ReadableContrast);
         EXPECT_GE(contrast(palette.color(QPalette::Text), colourOf(Ink::CautionTint, palette)), ReadableContrast);
+        for (const Ink severity : { Ink::Severity1, Ink::Severity2, Ink::Severity3, Ink::Severity4 })
+            EXPECT_GE(contrast(wordsOn(severity, palette), colourOf(severity, palette)), ReadableContrast);
     }
 }
 

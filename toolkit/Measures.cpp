@@ -1,4 +1,4 @@
-#include "qt/Measures.h"
+#include "toolkit/Measures.h"
 
 #include <QFontDatabase>
 #include <QFontInfo>
@@ -10,16 +10,20 @@ namespace health {
 
 namespace {
 
-int emOf(const QWidget& widget)
+int emOf(const QFont& font, const QFontMetrics& metrics)
 {
-    const int pixels = QFontInfo(widget.font()).pixelSize();
-    return std::max(widget.fontMetrics().height(), qRound(1.3 * pixels));
+    return std::max(metrics.height(), qRound(1.3 * QFontInfo(font).pixelSize()));
 }
 
 }
 
 Measures::Measures(const QWidget& widget)
-    : m_em(emOf(widget))
+    : m_em(emOf(widget.font(), widget.fontMetrics()))
+{
+}
+
+Measures::Measures(const QFont& font)
+    : m_em(emOf(font, QFontMetrics(font)))
 {
 }
 

@@ -1,4 +1,4 @@
-#include "qt/Inks.h"
+#include "toolkit/Inks.h"
 
 #include "toolkit/Contrast.h"
 
@@ -90,10 +90,20 @@ private:
             return m_tint;
         case Ink::CautionTint:
             return mixed(accent(0xA86200, ReadableContrast), m_base, m_dark ? 0.32 : 0.24);
+        case Ink::Severity1:
+            return severity(0.10);
+        case Ink::Severity2:
+            return severity(0.22);
+        case Ink::Severity3:
+            return severity(0.40);
+        case Ink::Severity4:
+            return severity(m_dark ? 0.86 : 0.74);
         default: // the header strip
             return mixed(active(m_palette, QPalette::WindowText), m_window, 0.045);
         }
     }
+
+    QColor severity(double part) const { return mixed(accent(0xA86200, ReadableContrast), m_base, part); }
 
     static QColor transparent(QColor colour, float alpha)
     {
@@ -161,6 +171,14 @@ QColor colourOf(Ink ink, const QPalette& palette)
         found = known.insert(palette.cacheKey(), coloursOf(palette));
     }
     return found->at(static_cast<std::size_t>(ink));
+}
+
+QColor wordsOn(Ink surface, const QPalette& palette)
+{
+    const QColor ground = colourOf(surface, palette);
+    const QColor words = colourOf(Ink::Words, palette);
+    const QColor base = active(palette, QPalette::Base);
+    return contrast(words, ground) >= contrast(base, ground) ? words : base;
 }
 
 QColor fadedColourOf(Ink ink, const QPalette& palette)
