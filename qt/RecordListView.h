@@ -2,6 +2,10 @@
 
 #include "qt/GridView.h"
 
+#include <vector>
+
+class QAction;
+
 namespace health {
 
 class ShownRecords;
@@ -12,6 +16,9 @@ public:
     // All must outlive the view. `area` is placed where the control places its grid; the view lies within it.
     RecordListView(ShownRecords& records, ViewDesktop& desktop, QWidget& area);
 
+    // Adds an action of the panel to the row's menu. It must outlive the view.
+    void addToMenu(QAction& action) { m_menuActions.push_back(&action); }
+
 protected:
     void mirror(Change change) override;
     void offerEntries() override;
@@ -20,6 +27,7 @@ protected:
 private:
     ShownRecords& m_records;
     QWidget& m_area;
+    std::vector<QAction*> m_menuActions;
 };
 
 }
