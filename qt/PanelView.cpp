@@ -37,6 +37,8 @@ PanelView::PanelView(kalmevRepHistCtrl& control, ViewDesktop& desktop)
     , m_buttons { { { control.cmd[0], this }, { control.cmd[1], this }, { control.cmd[2], this } } }
 {
     setAccessibleName(u"Personal Health"_s);
+    for (QAction* const action : m_takeAlong->copyActions())
+        m_area->list().addToMenu(*action);
     m_type.setAccessibleName(u"Record type to add"_s);
     m_type.setAccessibleDescription(m_type.accessibleName()); // some screen readers speak the value instead of the name
     for (ButtonView& button : m_buttons)

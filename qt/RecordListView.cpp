@@ -3,13 +3,13 @@
 #include "control/kalmevRepHistCtrl.h"
 #include "qt/GridModel.h"
 #include "qt/Inks.h"
-#include "qt/RecordCopy.h"
 #include "qt/RecordDelegate.h"
 #include "qt/RecordGutter.h"
 #include "qt/ShownRecords.h"
 #include "qt/ViewDesktop.h"
 #include "toolkit/QtText.h"
 
+#include <QAction>
 #include <QHeaderView>
 #include <QPainter>
 
@@ -249,11 +249,9 @@ void RecordListView::rearrange()
 void RecordListView::offerEntries()
 {
     GridView::offerEntries();
-    desktop().offerWithNextMenu(
-        u"Copy with &Kind and Date"_s, [this] { copySelectedRecord(m_records); },
-        [this] { return selectedRow() != -1; });
-    desktop().offerWithNextMenu(
-        u"Copy A&ll Shown"_s, [this] { copyShownRecords(m_records); }, [this] { return !m_records.rows().empty(); });
+    for (QAction* const action : m_menuActions)
+        desktop().offerWithNextMenu(
+            action->text(), [action] { action->trigger(); }, [action] { return action->isEnabled(); });
 }
 
 }

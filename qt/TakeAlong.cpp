@@ -31,12 +31,12 @@ TakeAlong::TakeAlong(PanelView& panel, ShownRecords& records)
     : QObject(&panel)
     , m_panel(panel)
     , m_records(records)
-    , m_copySelected(add(u"Copy with &Kind and Date"_s, "Edit", &TakeAlong::copySelected))
-    , m_ofShown { add(u"Copy &All Shown"_s, "Edit", &TakeAlong::copyShown),
-        add(u"Export as &FHIR..."_s, "File", &TakeAlong::exportFhir),
+    , m_copies { add(u"Copy with &Kind and Date"_s, "Edit", &TakeAlong::copySelected),
+        add(u"Copy All &Shown"_s, "Edit", &TakeAlong::copyShown) }
+    , m_exports { add(u"Export as &FHIR..."_s, "File", &TakeAlong::exportFhir),
         add(u"Export as &CSV..."_s, "File", &TakeAlong::exportCsv) }
 {
-    m_copySelected->setShortcut(QKeySequence(u"Ctrl+Shift+C"_s));
+    m_copies.front()->setShortcut(QKeySequence(u"Ctrl+Shift+C"_s));
     for (const auto signal : { &ShownRecords::reloaded, &ShownRecords::rearranged, &ShownRecords::selectionChanged })
         connect(&records, signal, this, &TakeAlong::enable);
     enable();
@@ -52,9 +52,11 @@ QAction* TakeAlong::add(const QString& caption, const char* menu, void (TakeAlon
 
 void TakeAlong::enable()
 {
-    m_copySelected->setEnabled(m_records.selected() != -1);
-    for (QAction* const action : m_ofShown)
-        action->setEnabled(!m_records.rows().empty());
+    const bool shown = !m_records.rows().empty();
+    m_copies.front()->setEnabled(m_records.selected() != -1);
+    m_copies.back()->setEnabled(shown);
+    for (QAction* const action : m_exports)
+        action->setEnabled(shown);
 }
 
 // --- Copying ---

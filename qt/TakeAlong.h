@@ -19,6 +19,9 @@ public:
     // Publishes the commands as actions of the panel. Both must outlive the object.
     TakeAlong(PanelView& panel, ShownRecords& records);
 
+    // The commands for the row's menu.
+    const std::vector<QAction*>& copyActions() const { return m_copies; }
+
     // ComponentInstance::exportRecords. Throws Failure too if some kinds of record could not be read.
     std::vector<ExportedFile> files(ExportFormat format) const;
 
@@ -41,8 +44,8 @@ private:
 
     PanelView& m_panel;
     ShownRecords& m_records;
-    QAction* m_copySelected;
-    std::vector<QAction*> m_ofShown;
+    std::vector<QAction*> m_copies; // of the selected record, of all
+    std::vector<QAction*> m_exports;
 };
 
 }

@@ -61,7 +61,7 @@ protected:
             } else if (auto* const files = qobject_cast<QFileDialog*>(dialog)) {
                 for (auto* const name : files->findChildren<QLineEdit*>())
                     name->setText(place);
-                files->accept();
+                dialog->accept();
             } else {
                 texts.append(dialog->accessibleDescription());
                 dialog->accept();
