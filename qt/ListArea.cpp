@@ -20,4 +20,11 @@ ListArea::ListArea(ShownRecords& records, ViewDesktop& desktop, QWidget* parent)
     m_splitter->addWidget(m_list);
 }
 
+void ListArea::setDetails(QWidget& details)
+{
+    m_splitter->addWidget(&details);
+    m_splitter->setStretchFactor(0, 1);
+    m_splitter->setStretchFactor(1, 0);
+}
+
 }

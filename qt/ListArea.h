@@ -20,6 +20,9 @@ public:
 
     RecordListView& list() { return *m_list; }
 
+    // Puts the details below the list; the area takes ownership.
+    void setDetails(QWidget& details);
+
 private:
     QVBoxLayout* m_column;
     QSplitter* m_splitter;

@@ -2,6 +2,7 @@
 
 #include "api/PanelActions.h"
 #include "control/kalmevRepHistCtrl.h"
+#include "qt/DetailsPane.h"
 #include "qt/ListArea.h"
 #include "qt/Measures.h"
 #include "qt/RecordListView.h"
@@ -25,6 +26,7 @@ PanelView::PanelView(kalmevRepHistCtrl& control, ViewDesktop& desktop)
     , m_icon(control.imgIcon, this)
     , m_type(control.cboType, this)
     , m_area(new ListArea(m_records, desktop, this))
+    , m_details(new DetailsPane(m_records, m_area))
     , m_buttons { { { control.cmd[0], this }, { control.cmd[1], this }, { control.cmd[2], this } } }
 {
     setAccessibleName(u"Personal Health"_s);
@@ -32,6 +34,8 @@ PanelView::PanelView(kalmevRepHistCtrl& control, ViewDesktop& desktop)
     m_type.setAccessibleDescription(m_type.accessibleName()); // some screen readers speak the value instead of the name
     for (ButtonView& button : m_buttons)
         button.setRefuge(m_area->list());
+    m_area->setDetails(*m_details);
+    publish(m_details->action(), "View");
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* focused) { followFocus(focused); });
     setNaturalSizes();
 }

@@ -10,6 +10,7 @@
 
 namespace health {
 
+class DetailsPane;
 class ListArea;
 class kalmevRepHistCtrl;
 class ViewDesktop;
@@ -45,6 +46,7 @@ private:
     ImageView m_icon;
     ComboBoxView m_type;
     ListArea* m_area;
+    DetailsPane* m_details; // after the area and before the buttons in the order of Tab
     std::array<ButtonView, 3> m_buttons;
     bool m_active = true;
 };
