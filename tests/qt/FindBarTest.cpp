@@ -57,7 +57,6 @@ protected:
     // The records' numbers as the list shows them; a number in brackets is selected.
     QString shown() const
     {
-        static const QRegularExpression summary("[A-Z][a-z]*|EYE|EAR|TOE");
         QStringList rows;
         for (int row = 0; row < table->model()->rowCount(); ++row) {
             const QString text = table->model()->index(row, 1).data().toString();
@@ -82,9 +81,12 @@ protected:
     QString said() const
     {
         QStringList texts;
-        for (const auto* const label : view->findChildren<QLabel*>()) {
-            if (label->isVisible() && !label->text().isEmpty() && label->text() != "Order")
-                texts.append(label->text());
+        for (const QWidget* const part :
+            { static_cast<QWidget*>(view->findChild<CountLine*>()), static_cast<QWidget*>(bar) }) {
+            for (const auto* const label : part->findChildren<QLabel*>()) {
+                if (label->isVisible() && !label->text().isEmpty() && label->text() != "Order")
+                    texts.append(label->text());
+            }
         }
         return texts.join(u'|');
     }
