@@ -49,7 +49,7 @@ void CourseCanvas::redraw()
 const QList<CoursePoint>& CourseCanvas::points()
 {
     if (m_points.isEmpty() && m_view.picture())
-        m_points = m_view.picture()->points(rect(), m_view.look());
+        m_points = m_view.picture()->points(picturePlace(), m_view.look());
     return m_points;
 }
 
@@ -64,6 +64,12 @@ void CourseCanvas::changeEvent(QEvent* event)
 
 // --- Drawing ---
 
+QRect CourseCanvas::picturePlace() const
+{
+    const int margin = Measures(*this).u();
+    return rect().adjusted(margin, 0, -margin, 0);
+}
+
 void CourseCanvas::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
@@ -74,7 +80,7 @@ void CourseCanvas::paintEvent(QPaintEvent*)
         m_drawn.setDevicePixelRatio(devicePixelRatioF());
         m_drawn.fill(palette().color(QPalette::Active, QPalette::Base));
         QPainter picture(&m_drawn);
-        m_view.picture()->draw(picture, rect(), m_view.look());
+        m_view.picture()->draw(picture, picturePlace(), m_view.look());
     }
     painter.drawPixmap(0, 0, m_drawn);
     if (hasFocus())

@@ -40,6 +40,7 @@ private:
     const QList<CoursePoint>& points();
     void read(qsizetype point, bool byKey);
     void forget();
+    QRect picturePlace() const; // within the focus frame
     void drawReading(QPainter& painter) const;
     void redraw();
 
