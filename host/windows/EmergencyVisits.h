@@ -4,6 +4,7 @@
 #include "host/windows/ListPicker.h"
 
 #include <functional>
+#include <map>
 
 class QLabel;
 class QPushButton;

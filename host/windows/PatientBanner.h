@@ -5,6 +5,9 @@
 #include <QTimer>
 #include <QWidget>
 
+#include <functional>
+#include <vector>
+
 class QLabel;
 class QPushButton;
 
