@@ -37,7 +37,7 @@ ExportDialog::ExportDialog(ExportFormat format, const QString& extent, const QSt
     column->setContentsMargins(
         measures.formMargin(), measures.formMargin(), measures.formMargin(), measures.formMargin());
     column->setSpacing(measures.groupGap());
-    const QString what = extent + (fhir ? u" in one file."_s : u", one file for each kind of record."_s);
+    const QString what = extent + (fhir ? u". One file."_s : u". One file for each kind of record."_s);
     QLabel* const heading = addSentence(*column, what);
     heading->setFont(scaled(semibold(font()), TypeSize::DetailsHeading));
     const QString warning = remark.isEmpty() ? QString() : u"The list is incomplete. "_s + remark;

@@ -6,6 +6,7 @@
 #include "qt/PanelView.h"
 #include "qt/RecordCopy.h"
 #include "qt/ShownRecords.h"
+#include "qt/print/FilterWords.h"
 #include "records/ListExport.h"
 #include "toolkit/Announcer.h"
 #include "toolkit/PrivateSave.h"
@@ -77,7 +78,12 @@ void TakeAlong::copyShown()
 
 ListExport TakeAlong::listExport() const { return { m_records.control(), m_records.all(), m_records.rows() }; }
 
-QString TakeAlong::extent(const ListExport& exported) const { return toQString(exported.records().extent()); }
+// "12 records", or with a filter "3 of 12 records, filtered by Asthma Status".
+QString TakeAlong::extent(const ListExport& exported) const
+{
+    const QString count = toQString(exported.records().extent());
+    return m_records.isFiltered() ? count + u", filtered by "_s + filterInWords(m_records.filter()) : count;
+}
 
 std::vector<ExportedFile> TakeAlong::files(ExportFormat format) const
 {

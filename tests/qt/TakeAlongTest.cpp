@@ -4,6 +4,7 @@
 #include "control/kalmevRepHistCtrl.h"
 #include "qt/PanelView.h"
 #include "qt/QtDesktop.h"
+#include "qt/ShownRecords.h"
 #include "tests/support/ScriptedHost.h"
 
 #include <QAction>
@@ -12,6 +13,7 @@
 #include <QFileDialog>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QLineEdit>
 #include <QMessageBox>
 #include <QTableView>
 #include <QTemporaryDir>
@@ -39,11 +41,10 @@ protected:
 
     QAction* action(const QString& caption) const
     {
-        for (QAction* const action : view->actions()) {
-            if (action->text().remove(u'&') == caption)
-                return action;
-        }
-        return nullptr;
+        QAction* latest = nullptr;
+        for (QAction* const action : view->actions())
+            latest = action->text().remove(u'&') == caption ? action : latest;
+        return latest;
     }
 
     // Answers each dialog that opens until the action ends: confirms it, and names a place in a file dialog.
@@ -109,7 +110,7 @@ TEST_F(TakeAlongTest, ExportsToTheChosenFile)
     const Transcript before = host.calls();
     run("Export as FHIR...", path);
     EXPECT_EQ(seen, QStringList({ "Export as FHIR", "Export as FHIR" }));
-    EXPECT_EQ(texts, QStringList("2 records in one file."));
+    EXPECT_EQ(texts, QStringList("2 records. One file."));
     QFile file(path);
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     EXPECT_EQ(QJsonDocument::fromJson(file.readAll()).object().value("type").toString(), "collection");
@@ -136,6 +137,22 @@ TEST_F(TakeAlongTest, ExportsTablesAndReplacesNoFileUnasked)
     EXPECT_EQ(QFileInfo(file).size(), 4);
 }
 
+TEST_F(TakeAlongTest, TakesAlongOnlyWhatTheFilterShows)
+{
+    open();
+    RecordFilter filter;
+    filter.kinds = { RecordTypeNumber::Refusal };
+    ShownRecords filtered(control);
+    const TakeAlong ofFiltered(*view, filtered); // its actions are the panel's latest
+    filtered.setFilter(filter);
+    action("Copy All Shown")->trigger();
+    EXPECT_EQ(QApplication::clipboard()->text(), "Refusal\t2026-03-09\tType=EXAM\tItem=EYE EXAM");
+    const QTemporaryDir folder;
+    run("Export as CSV...", folder.path());
+    EXPECT_EQ(texts.value(0), "1 of 2 records, filtered by Refusal. One file for each kind of record.");
+    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files), QStringList("patient-12-refusal.csv"));
+}
+
 TEST_F(TakeAlongTest, SaysThatKindsAreMissing)
 {
     open();
@@ -144,7 +161,7 @@ TEST_F(TakeAlongTest, SaysThatKindsAreMissing)
     EXPECT_THROW(view->takeAlong().files(ExportFormat::Fhir), Failure);
     const QTemporaryDir folder;
     run("Export as FHIR...", folder.filePath("list.json"));
-    EXPECT_EQ(texts.value(0), "1 record in one file. The list is incomplete. Could not be read: Asthma Status.");
+    EXPECT_EQ(texts.value(0), "1 record. One file. The list is incomplete. Could not be read: Asthma Status.");
 }
 
 }
