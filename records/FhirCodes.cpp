@@ -13,10 +13,10 @@ using namespace items;
 
 constexpr std::array Items { &Gravida, &Para, &LivingChildren, &SpontaneousAbortions, &InducedAbortions, &LastPeriod,
     &Contraception, &ContraceptionBegan, &PregnancyStatus, &EstimatedDelivery, &BirthWeight, &BirthOrder,
-    &FormulaStarted, &BreastStopped, &SolidsStarted, &InfantFeeding, &FunctionalStatus, &AsthmaSeverity, &Fev1, &Fef,
-    &Pef, &AsthmaAnswers, &TobaccoSmoke, &Particulates, &DustMites, &ManagementPlan, &Functions[0], &Functions[1],
-    &Functions[2], &Functions[3], &Functions[4], &Functions[5], &Functions[6], &Functions[7], &Functions[8],
-    &Functions[9], &Functions[10], &Functions[11], &Functions[12], &Functions[13] };
+    &FormulaStarted, &BreastStopped, &SolidsStarted, &items::InfantFeeding, &items::FunctionalStatus, &AsthmaSeverity,
+    &Fev1, &Fef, &Pef, &AsthmaAnswers, &TobaccoSmoke, &Particulates, &DustMites, &ManagementPlan, &Functions[0],
+    &Functions[1], &Functions[2], &Functions[3], &Functions[4], &Functions[5], &Functions[6], &Functions[7],
+    &Functions[8], &Functions[9], &Functions[10], &Functions[11], &Functions[12], &Functions[13] };
 
 constexpr ValueCode Values[] = {
     { Choices::Feeding, L"EXCLUSIVE BREASTFEEDING", L"exclusive-breastfeeding", L"Exclusive breastfeeding", L"" },

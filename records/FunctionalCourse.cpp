@@ -11,7 +11,7 @@ namespace health {
 namespace {
 
 using Level = FunctionalCourse::Level;
-using Change = FunctionalCourse::Change;
+using LevelChange = FunctionalCourse::Change;
 using Value = FunctionalCourse::Value;
 using Assessment = FunctionalCourse::Assessment;
 
@@ -23,7 +23,7 @@ constexpr std::array<TextView, FunctionalCourse::Blocks> BlockNames { L"Activiti
 // A form's caption without its access key.
 Text plainCaption(TextView label) { return replaced(label, L"&", L""); }
 
-Level levelOf(TextView word)
+Level careLevelOf(TextView word)
 {
     if (word.empty())
         return Level::NotRecorded;
@@ -46,7 +46,7 @@ Assessment assessmentOf(const DatedRecord& dated, TextView line)
     for (std::size_t item = 0; item < assessment.values.size(); ++item) {
         Value& value = assessment.values[item];
         value.word = shownWord(pieces[FirstFunctionalPiece + static_cast<PieceNumber>(item)]);
-        value.level = levelOf(value.word);
+        value.level = careLevelOf(value.word);
     }
     assessment.statusChange = shownWord(pieces[StatusPiece]);
     assessment.caregiver = shownWord(pieces[CaregiverPiece]);
@@ -64,7 +64,7 @@ public:
         if (m_pending && isBefore(m_pending->date, date))
             m_last = m_pending;
         if (m_last && isBefore(m_last->date, date) && m_last->level != value.level) {
-            value.change = value.level > m_last->level ? Change::NeedsMoreHelp : Change::NeedsLessHelp;
+            value.change = value.level > m_last->level ? LevelChange::NeedsMoreHelp : LevelChange::NeedsLessHelp;
             value.before = m_last->word + L' ' + whenText(m_last->date);
         }
         m_pending = { value.level, value.word, date };
@@ -84,9 +84,9 @@ private:
 Text withChange(const Value& value)
 {
     switch (value.change) {
-    case Change::NeedsMoreHelp:
+    case LevelChange::NeedsMoreHelp:
         return value.word + L", needs more help than before";
-    case Change::NeedsLessHelp:
+    case LevelChange::NeedsLessHelp:
         return value.word + L", needs less help than before";
     default:
         return value.word;

@@ -6,7 +6,7 @@ namespace health {
 
 namespace {
 
-constexpr PieceNumber DeliveryPiece = 6;
+constexpr PieceNumber ExpectedDeliveryPiece = 6;
 constexpr PieceNumber StatusChangePiece = 16;
 
 TextView value(const ListedRecord& record, PieceNumber piece)
@@ -17,7 +17,7 @@ TextView value(const ListedRecord& record, PieceNumber piece)
 // Compared by day: on the estimated day itself it has not passed.
 void addPregnancy(std::vector<PatientAlert>& alerts, const ListedRecord& record, Moment now)
 {
-    const auto delivery = parseDate(value(record, DeliveryPiece));
+    const auto delivery = parseDate(value(record, ExpectedDeliveryPiece));
     if (!delivery)
         return;
     const Text date = dateText(*delivery);

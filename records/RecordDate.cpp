@@ -15,7 +15,7 @@ constexpr std::size_t TimeDigits = 6; // hhmmss, trailing zeros dropped
 
 bool isNumber(TextView text) { return std::all_of(text.begin(), text.end(), isDigit); }
 
-int digits(TextView text, std::size_t start, std::size_t count)
+int digitsAt(TextView text, std::size_t start, std::size_t count)
 {
     int value = 0;
     for (std::size_t i = start; i < start + count; ++i)
@@ -43,11 +43,11 @@ std::optional<RecordDate> fileManDate(TextView day, TextView time)
     constexpr int firstYear = 1700;
     if (day.size() != DateDigits || time.size() > TimeDigits || !isNumber(time))
         return std::nullopt;
-    auto date = dayOf(firstYear + digits(day, 0, 3), digits(day, 3, 2), digits(day, 5, 2));
+    auto date = dayOf(firstYear + digitsAt(day, 0, 3), digitsAt(day, 3, 2), digitsAt(day, 5, 2));
     if (!date || time.empty() || date->precision != RecordDate::Precision::Day)
         return date;
-    const int hour = digits(time, 0, 2);
-    const int minute = digits(time, 2, 2);
+    const int hour = digitsAt(time, 0, 2);
+    const int minute = digitsAt(time, 2, 2);
     if (hour > 24 || minute > 59)
         return std::nullopt;
     return RecordDate { date->start + hours { hour } + minutes { minute }, RecordDate::Precision::Minute };
