@@ -111,7 +111,8 @@ void DetailsPane::showRecord(int selected)
     m_course->setPicture(courseOf({ .records = m_records.all(),
         .selected = selected,
         .now = control.services().desktop().now(),
-        .registryDue = Text(control.services().registryDue(currentPatient(control))) }));
+        .registryDue = Text(control.services().registryDue(currentPatient(control))),
+        .birthDate = birthDate(control.services()) }));
     std::vector<RecordField> fields = recordFields(record, recordBefore(m_records.all(), index));
     HeadingTexts heading = headingOf(m_records.all(), index, placeOfVisit(control.services()));
     // The picture of functional status names its items itself.

@@ -18,6 +18,15 @@ Text currentPatient(kalmevRepHistCtrl& control)
     }
 }
 
+Text birthDate(const modShared& services)
+{
+    try {
+        return services.patient().birthDate();
+    } catch (...) {
+        return {};
+    }
+}
+
 // The host's text is "11/21/2026 08:15, Pediatric Clinic".
 Text placeOfVisit(const modShared& services)
 {

@@ -9,6 +9,9 @@ namespace health {
 class kalmevRepHistCtrl;
 class modShared;
 
+// The selected patient's date of birth as the host tells it; empty without one.
+Text birthDate(const modShared& services);
+
 // The selected patient's number; empty without one, or if the host cannot say.
 Text currentPatient(kalmevRepHistCtrl& control);
 

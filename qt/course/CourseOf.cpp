@@ -26,7 +26,7 @@ std::unique_ptr<CoursePicture> courseOf(const CourseSource& source)
     case RecordTypeNumber::Asthma:
         return pictureOf<AsthmaPicture>(source);
     case RecordTypeNumber::FunctionalStatus:
-        return std::make_unique<FunctionalPicture>(source);
+        return pictureOf<FunctionalPicture>(source);
     case RecordTypeNumber::InfantFeeding:
         return feedingPicture(source);
     case RecordTypeNumber::Reproductive:

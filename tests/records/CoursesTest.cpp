@@ -69,6 +69,16 @@ TEST(FunctionalCourse, ComparesWithTheLastAssessmentThatRecordedTheItem)
     EXPECT_EQ(before.values[0].change, Change::None);
 }
 
+// A text that is no level neither changes nor hides a change.
+TEST(FunctionalCourse, SkipsTextsThatAreNoLevel)
+{
+    const auto records = madeRecords(RecordTypeNumber::FunctionalStatus,
+        { L"3^^3260611|81^NEEDS HELP", L"2^^3260610|81^SOMETIMES", L"1^^3260609|81^INDEPENDENT" });
+    const FunctionalCourse course(records, 0);
+    EXPECT_EQ(course.assessments()[1].values[0].change, Change::None);
+    EXPECT_EQ(course.assessments()[2].values[0].before, L"Independent on 06/09/2026");
+}
+
 // Two assessments of one day without times, and one of the month around them, have no certain order.
 TEST(FunctionalCourse, ClaimsNoChangeBetweenAssessmentsWhoseOrderIsNotCertain)
 {
@@ -188,6 +198,8 @@ TEST(ReproductiveCourse, SaysWhatIsMissing)
         { L"G0^07/24/2026", { L"No pregnancy recorded" }, 2 },
         { L"", { L"LMP not recorded", L"No pregnancy recorded" }, 1 },
         { L"^12/01/2026", { L"LMP: 12/01/2026, which is in the future", L"No pregnancy recorded" }, 2 },
+        { L"^11/21/2026^^^^08/28/2027",
+            { L"Today 0 weeks since the LMP", L"Estimated delivery: 08/28/2027, in 9 months" }, 5 },
         { L"^07/00/2026^^^^04/30/2027",
             { L"LMP: 07/00/2026, which is not a full date", L"Estimated delivery: 04/30/2027, in 22 weeks" }, 2 },
         { L"^3260000^^^LMP",
