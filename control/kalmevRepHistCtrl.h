@@ -54,6 +54,9 @@ public:
     // Opens the editor of a record on behalf of the host, even of a type that is never listed.
     void OpenRecord(int type, const Text& record, const Text& visit);
 
+    // The services that the control works with.
+    modShared& services() { return m_shared; }
+
     // The records behind the grid's rows, row for row; none without a patient.
     const RecordLines& recordLines() const { return m_grid.lines(); }
 

@@ -5,6 +5,8 @@
 #include "host/desktop/ReadablePalette.h"
 #include "host/desktop/TextSize.h"
 #include "host/framework/DisplayText.h"
+#include "host/report/PrintoutPages.h"
+#include "host/report/ReportPages.h"
 #include "host/session/ProcessTransport.h"
 #include "host/session/Replies.h"
 #include "host/session/TlsTransport.h"
@@ -111,7 +113,7 @@ MainWindow::~MainWindow() { m_pages->dropAll(); }
 ClinicalContext::Prompts MainWindow::prompts()
 {
     return { [this] { choosePatient(); }, [this] { chooseVisit(); },
-        [this](const Report& report) { showReport(report); } };
+        [this](const Report& report) { showReport(report); }, [this](Printout& printout) { showPages(printout); } };
 }
 
 void MainWindow::connectContext()
@@ -393,7 +395,7 @@ void MainWindow::showUser()
     m_userLabel->setText(name.isEmpty() ? u"Not signed on."_s : u"User: %1"_s.arg(name));
 }
 
-void MainWindow::showReport(const Report& report)
+ReportPeople MainWindow::people()
 {
     const PatientData& patient = m_context.patient();
     const QString user = displayName(QString::fromStdWString(m_context.session().signedOn().userName));
@@ -405,7 +407,17 @@ void MainWindow::showReport(const Report& report)
             details += u"   Age %1"_s.arg(age);
         people.patient = { displayName(patient.name), details };
     }
-    PreviewDialog(ReportPages(report, people), report.title, QApplication::activeWindow()).exec();
+    return people;
+}
+
+void MainWindow::showReport(const Report& report)
+{
+    PreviewDialog(ReportPages(report, people()), QApplication::activeWindow()).exec();
+}
+
+void MainWindow::showPages(Printout& printout)
+{
+    PreviewDialog(PrintoutPages(printout, people()), QApplication::activeWindow()).exec();
 }
 
 void MainWindow::updateTitle()

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/framework/ClinicalContext.h"
+#include "host/report/PrintedDocument.h"
 #include "host/session/Transport.h"
 #include "host/windows/PanelPages.h"
 #include "host/windows/WindowOptions.h"
@@ -54,7 +55,9 @@ private:
     void chooseVisit();
     void chooseUser();
     void reopenEntry();
+    ReportPeople people();
     void showReport(const Report& report);
+    void showPages(Printout& printout);
     void makeHelpMenu();
     void showProgress(int percent, const QString& text);
     void printProgress(const QString& line);
