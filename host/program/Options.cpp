@@ -57,6 +57,7 @@ struct Arguments {
     QString authority;
     QString timeout;
     QString longestCall;
+    QString laboratory;
     QString registerLibrary;
     QString unregisterLibrary;
 };
@@ -85,6 +86,8 @@ constexpr Option Table[] = {
     { "timeout", "Wait at most SECONDS for a silent server.", "SECONDS", &Arguments::timeout },
     { "longest-call", "Abandon a call after SECONDS, even while the server keeps sending.", "SECONDS",
         &Arguments::longestCall },
+    { "laboratory", "Offer to disturb the connection, for tests and support; local sample data only.", nullptr,
+        &Arguments::laboratory },
     { "register", "Register the component in LIBRARY and exit.", "LIBRARY", &Arguments::registerLibrary },
     { "unregister", "Unregister the component in LIBRARY and exit.", "LIBRARY", &Arguments::unregisterLibrary },
 };
@@ -175,6 +178,9 @@ Options readOptions()
     if (!arguments.picture.isEmpty() && !arguments.server.isEmpty())
         refuse(u"--picture cannot be combined with --server: pictures are for the sample data."_s);
 
+    if (parser.isSet(u"laboratory"_s) && !arguments.server.isEmpty())
+        refuse(u"--laboratory cannot be combined with --server: it is for the sample data of a local server."_s);
+
     Options options;
     options.patient = readPatient(arguments.patient);
     options.timeoutMilliseconds = readMilliseconds(u"timeout"_s, arguments.timeout);
@@ -187,6 +193,7 @@ Options readOptions()
     options.serverProgram = arguments.serverProgram;
     options.registerLibrary = arguments.registerLibrary;
     options.unregisterLibrary = arguments.unregisterLibrary;
+    options.isLaboratory = parser.isSet(u"laboratory"_s);
     options.isUnattended = options.list || !options.picture.isEmpty();
     return options;
 }

@@ -7,6 +7,7 @@
 #include "host/framework/DisplayText.h"
 #include "host/report/PrintoutPages.h"
 #include "host/report/ReportPages.h"
+#include "host/session/DisturbedTransport.h"
 #include "host/session/ProcessTransport.h"
 #include "host/session/Replies.h"
 #include "host/session/TlsTransport.h"
@@ -17,6 +18,7 @@
 #include "host/windows/Pickers.h"
 #include "host/windows/PreviewDialog.h"
 #include "host/windows/SaveLine.h"
+#include "host/windows/SupportMenu.h"
 #include "host/windows/WaitBox.h"
 #include "toolkit/WheelGuard.h"
 
@@ -56,7 +58,11 @@ std::unique_ptr<Transport> makeTransport(const WindowOptions& options)
 {
     if (options.server)
         return std::make_unique<TlsTransport>(*options.server, std::min(options.timeoutMilliseconds, LongestOpening));
-    return std::make_unique<ProcessTransport>(options.serverProgram, QStringList { u"--data"_s, options.dataFolder });
+    auto local =
+        std::make_unique<ProcessTransport>(options.serverProgram, QStringList { u"--data"_s, options.dataFolder });
+    if (options.isLaboratory)
+        return std::make_unique<DisturbedTransport>(std::move(local));
+    return local;
 }
 }
 
@@ -185,6 +191,8 @@ void MainWindow::makeHelpMenu()
 {
     QMenu* const help = menuBar()->addMenu(u"&Help"_s);
     help->addAction(u"&Keyboard Shortcuts"_s, QKeySequence(Qt::Key_F1), this, [this] { showShortcuts(*this); });
+    auto* const laboratory = dynamic_cast<DisturbedTransport*>(m_transport.get());
+    new SupportMenu(*help, m_context.session(), laboratory, *this);
     help->addAction(u"&About"_s, this, [this] { showAbout(*this, m_options, m_userLabel->text()); });
 }
 
@@ -196,6 +204,9 @@ bool MainWindow::start()
     if (user.empty())
         return false;
     m_context.session().signOn(user);
+    if (m_options.isLaboratory && m_context.session().callText(L"MEVHOST SAMPLE", L"") != L"1")
+        throw Failure(L"--laboratory is for sample data only. The server did not create this data folder as sample "
+                      L"data.");
     showUser();
     if (m_options.patient != 0)
         m_context.selectPatient(m_options.patient);
@@ -424,9 +435,10 @@ void MainWindow::updateTitle()
 {
     const PatientData& patient = m_context.patient();
     m_visitAction->setEnabled(patient.number != 0);
+    const QString program = m_options.isLaboratory ? u"Personal Health LABORATORY"_s : u"Personal Health"_s;
     setWindowTitle(patient.number == 0
-            ? u"Personal Health"_s
-            : u"%1 (%2) - Personal Health"_s.arg(displayName(patient.name)).arg(patient.number));
+            ? program
+            : u"%1 (%2) - %3"_s.arg(displayName(patient.name), QString::number(patient.number), program));
 }
 
 void MainWindow::closeEvent(QCloseEvent* event)
