@@ -35,6 +35,19 @@ namespace health {
 // libraries with the same number, because it would misread any others.
 inline constexpr int ComponentInterface = 5;
 
+// Something about the patient that a clinician should know before opening any record.
+struct PatientAlert {
+    enum class Kind {
+        Caution, // to be considered in whatever is done next
+        Due, // on a date
+    };
+
+    Kind kind = Kind::Caution;
+    Text text; // one line, such as "Pregnant, due 04/30/2027"
+
+    bool operator==(const PatientAlert&) const = default;
+};
+
 // One panel on a page of the host. Unless noted otherwise, the operations report failures to the user and do not throw.
 class ComponentInstance {
 public:
@@ -69,6 +82,10 @@ public:
     // to be set again on another instance, even in another process. A panel ignores what it does not understand.
     virtual Text viewState() const { return {}; }
     virtual void setViewState(const Text&) { }
+
+    // What the listed records say that the host may show beside the patient's name. Empty without a patient and while
+    // the list is loading; to be asked again when a load has ended (STATUS with an empty text). Calls nobody.
+    virtual std::vector<PatientAlert> alerts() const { return {}; }
 
     // The texts of the list as the user sees it: a vector for each row with a text for each shown column. A text may
     // hold line breaks. Empty before the widget's first display and while the list is loading. Without a patient,

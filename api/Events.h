@@ -9,6 +9,15 @@ namespace health {
 // connection was lost, because events may have been missed. No data. The server does not know this event.
 inline constexpr TextView RefreshEvent = L"REFRESH";
 
+// Raised by the host: the connection to the server was lost or is open again. Data: the seconds until the host tries to
+// open it again ("0" while it does), empty when it is open. The panel says so above its list; a host that does not
+// raise the event is taken to be connected. The server does not know this event.
+inline constexpr TextView ConnectionEvent = L"CONNECTION";
+
+// Raised by the panel: the user asks to open the lost connection now. No data. The panel does not subscribe to it, and
+// the server does not know it.
+inline constexpr TextView TryNowEvent = L"TRYNOW";
+
 // Raised by the panel: a text for the host's status line, such as "Loading Personal Health Data"; empty clears the
 // line. The panel does not subscribe to it, and the server does not know it.
 inline constexpr TextView StatusEvent = L"STATUS";

@@ -24,7 +24,8 @@
 // - First display of the widget, inside showEvent: reads the patient. If one is selected, registers the events of that
 //   patient (api/Events.h), and loads the list: raises STATUS, announces the calls by expectCalls, calls "MEVREP GET",
 //   "MEVBMSR GET" (both by callText), "MEVVIF GET", "MEVVELD GET", "MEVVAST GET", "MEVVTXC GET" and "MEVREF GET" (by
-//   callList), as far as the patient's sex and age allow, and raises STATUS with an empty text. Then registers REFRESH.
+//   callList), as far as the patient's sex and age allow, and raises STATUS with an empty text. Then registers REFRESH,
+//   and CONNECTION if the host shows the panel.
 // - A change of the patient unregisters the old patient's events and does the same for the new patient, except for
 //   REFRESH. An event of the patient, or REFRESH, loads the list again.
 // - Forms and lookups call the rest of the server's procedures (docs/protocol.md, "Calls of the panel") when the user
@@ -194,7 +195,7 @@ public:
     // Ignores a registration that does not exist.
     virtual void unregisterEvent(TextView name, ICSS_SessionEvents& sink) = 0;
     // Raises an event inside this host only. Outside a call it may deliver the event before it returns. The panel
-    // raises STATUS, SAVED and DISCARDED.
+    // raises STATUS, SAVED, DISCARDED and TRYNOW.
     virtual void raiseEvent(TextView name, TextView data) = 0;
 
     // The session's cache of named values, shared by all components; nullopt if never stored. A host empties it when

@@ -3,6 +3,7 @@
 #include "control/kalmevRepHistCtrl.h"
 #include "qt/PanelView.h"
 #include "qt/QtDesktop.h"
+#include "records/PatientAlerts.h"
 
 namespace health {
 
@@ -32,6 +33,12 @@ public:
         m_control.OpenRecord(type, record, visit);
     }
     void reopenEntry() override { m_class.m_shared->reopenEntry(); }
+    Text viewState() const override { return viewStateText(m_view->viewState()); }
+    void setViewState(const Text& state) override { m_view->setViewState(viewStateOf(state, m_view->viewState())); }
+    std::vector<PatientAlert> alerts() const override
+    {
+        return patientAlerts(listedRecords(m_control), m_class.m_desktop->now());
+    }
     std::vector<std::vector<Text>> rows() const override;
 
 private:

@@ -95,7 +95,7 @@ bool GridLoader::isRead(const RecordType& type, TextView reply)
     m_serverGone = result == CallResult::ServerGone;
     if (result == CallResult::Answered && !m_shared.CheckRpcError(reply, L""))
         return true;
-    m_unread.push_back(type.rowLabel);
+    m_unread.push_back(&type);
     return false;
 }
 
@@ -104,8 +104,8 @@ Text GridLoader::remark() const
     if (m_serverGone)
         return L"The server cannot be reached. The records were not read.";
     Text names;
-    for (const TextView name : m_unread)
-        names += (names.empty() ? L"" : L", ") + Text(name);
+    for (const RecordType* const type : m_unread)
+        names += (names.empty() ? L"" : L", ") + Text(type->rowLabel);
     if (!names.empty())
         return L"Could not be read: " + names + L".";
     return m_grid.rowCount() == 0 ? L"No personal health records." : L"";

@@ -26,6 +26,8 @@ public:
 
     // The list's hint after loading: which types could not be read, or that the patient has no records.
     Text remark() const;
+    // The types whose records could not be read.
+    std::vector<const RecordType*> unread() const { return m_serverGone ? types() : m_unread; }
 
 private:
     struct Row {
@@ -48,7 +50,7 @@ private:
     Grid& m_grid;
     RecordLines& m_lines;
     const PatientFacts& m_patient;
-    std::vector<TextView> m_unread; // labels of the types whose call failed or returned an error
+    std::vector<const RecordType*> m_unread; // the call failed or returned an error
     bool m_serverGone = false;
     // The row under construction; members, so that their storage is reused.
     Text m_text; // the summary

@@ -15,6 +15,8 @@ namespace health {
 
 namespace {
 
+constexpr TextView NoActiveVisit = L"An active visit has not been selected.";
+
 // Flags: ask whether a usable visit exists, without prompting.
 constexpr int UsableVisitFlags = 12;
 // Flags: let the host offer its visits when none is active.
@@ -47,10 +49,10 @@ Text RecordCommands::refusalOf(const RecordType& type) const
     return {};
 }
 
-bool RecordCommands::isPermitted(int number) const
+Text RecordCommands::whyNotEditable(int number) const
 {
     const RecordType* const type = typeForPatient(number);
-    return type && refusalOf(*type).empty();
+    return type ? refusalOf(*type) : whatToSelect(L"a record in the list");
 }
 
 // Without a patient or a known type it fails silently.
@@ -65,9 +67,20 @@ bool RecordCommands::checkPermitted(int number)
     return refusal.empty();
 }
 
-bool RecordCommands::canAdd(int number) const
+Text RecordCommands::whyNotAddable(int number) const
 {
-    return isPermitted(number) && (!recordType(number)->needsVisit || m_shared.encounter().prepare(UsableVisitFlags));
+    const RecordType* const type = typeForPatient(number);
+    if (!type)
+        return whatToSelect(L"a form above the list");
+    Text refusal = refusalOf(*type);
+    if (refusal.empty() && type->needsVisit && !m_shared.encounter().prepare(UsableVisitFlags))
+        refusal = NoActiveVisit;
+    return refusal;
+}
+
+Text RecordCommands::whatToSelect(TextView missing) const
+{
+    return L"Select " + Text(m_shared.patient().number() == 0 ? L"a patient" : missing) + L'.';
 }
 
 void RecordCommands::open(int number, const Text& record, Text visit)
@@ -76,7 +89,7 @@ void RecordCommands::open(int number, const Text& record, Text visit)
         return;
     if (visit.empty() && recordType(number)->needsVisit) {
         if (!m_shared.encounter().prepare(AskForVisitFlags)) {
-            m_shared.WarningBox(L"An active visit has not been selected.", L"Active Visit Not Selected");
+            m_shared.WarningBox(NoActiveVisit, L"Active Visit Not Selected");
             return;
         }
         visit = wholeText(m_shared.encounter().visitNumber());
@@ -117,28 +130,29 @@ void RecordCommands::showEditor(RecordTypeNumber number, const Text& record, con
     }
 }
 
-void RecordCommands::remove(int number, const Text& record, const Text& label)
+bool RecordCommands::remove(int number, const Text& record, const Text& label)
 {
     if (!checkPermitted(number))
-        return;
+        return false;
     const RecordType* const type = recordType(number);
     if (!type) {
         // Intended: never reached, because an unknown type is not permitted.
         m_shared.WarningBox(label + L" may not be deleted.", L"Deletion not Allowed");
-        return;
+        return false;
     }
     const Text patient = m_shared.patientText(); // before the boxes, during which the host may change it
     Text title = L"Remove Record?";
     if (!m_shared.ConfirmBox(L"Are you sure you want to delete the selected " + label + L" record?", title))
-        return;
+        return false;
     title = L"Inactivate Patient?";
     if (type->number == RecordTypeNumber::Asthma
         && m_shared.ConfirmBox(L"Do you wish to inactivate this patient from the asthma registry?", title)) {
         const Text reply = m_shared.CallRpc(L"MEVVAST SETREG", patient + L"^I");
         if (m_shared.CheckRpcError(reply, L""))
-            return;
+            return false;
     }
-    m_shared.CheckRpcError(m_shared.CallRpc(Text(type->callPrefix) + L" DEL", record), L"");
+    const Text reply = m_shared.CallRpc(Text(type->callPrefix) + L" DEL", record);
+    return !m_shared.CheckRpcError(reply, L"") && m_shared.lastCall() == CallResult::Answered;
 }
 
 }

@@ -21,6 +21,12 @@ void RecordEvents::followRefresh()
     m_refreshRegistered = true;
 }
 
+void RecordEvents::followConnection()
+{
+    m_shared.session().registerEvent(ConnectionEvent, m_sink);
+    m_connectionRegistered = true;
+}
+
 void RecordEvents::leavePatient(TextView procedure)
 {
     if (!hasPatient())
@@ -37,6 +43,12 @@ void RecordEvents::leaveRefresh(TextView procedure)
 {
     if (std::exchange(m_refreshRegistered, false))
         m_shared.trap(m_module, procedure, [&] { m_shared.session().unregisterEvent(RefreshEvent, m_sink); });
+}
+
+void RecordEvents::leaveConnection(TextView procedure)
+{
+    if (std::exchange(m_connectionRegistered, false))
+        m_shared.trap(m_module, procedure, [&] { m_shared.session().unregisterEvent(ConnectionEvent, m_sink); });
 }
 
 bool RecordEvents::concerns(TextView eventName) const

@@ -4,7 +4,7 @@
 
 namespace health {
 
-// The control's subscriptions to session events: changes of the patient's records and REFRESH.
+// The control's subscriptions to session events: changes of the patient's records, REFRESH and CONNECTION.
 class RecordEvents {
 public:
     // Reports failures under the module's name. All three must outlive the object; the sink must outlive the
@@ -19,10 +19,12 @@ public:
     // Subscribe. Throw what the session throws.
     void followPatient(long patientNumber);
     void followRefresh();
+    void followConnection();
 
     // Unsubscribe; a failure is reported under the procedure's name.
     void leavePatient(TextView procedure);
     void leaveRefresh(TextView procedure);
+    void leaveConnection(TextView procedure);
 
     // True from followPatient, even a failed one, to leavePatient.
     bool hasPatient() const { return !m_visitEventName.empty(); }
@@ -37,6 +39,7 @@ private:
     TextView m_module;
     ICSS_SessionEvents& m_sink;
     bool m_refreshRegistered = false;
+    bool m_connectionRegistered = false;
     Text m_visitEventName; // with the patient number; empty without a patient
     Text m_refusalEventName; // likewise
 };

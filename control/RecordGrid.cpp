@@ -26,6 +26,7 @@ void RecordGrid::setUp()
 void RecordGrid::load(modShared& shared, const PatientFacts& patient)
 {
     m_grid.setHint(L"Loading ...");
+    m_patient = patient.number;
     const DrawingPause pause(m_grid);
     m_grid.clear();
     m_grid.setRowCount(0);
@@ -33,12 +34,14 @@ void RecordGrid::load(modShared& shared, const PatientFacts& patient)
     m_grid.setColumnHidden(GridColumn::Label, false);
     GridLoader loader(shared, m_grid, m_lines, patient);
     loader.load();
+    m_unread = loader.unread();
     m_grid.select(-1);
     m_grid.setHint(loader.remark());
 }
 
 void RecordGrid::showNoPatient()
 {
+    m_patient = 0;
     m_grid.setHint({});
     m_lines.clear();
     m_grid.clear();

@@ -46,6 +46,10 @@ public:
     RecordTexts texts() const;
     // The records behind the rows; none while no patient is selected.
     const RecordLines& lines() const { return m_lines; }
+    // Whose records were loaded last; 0 while no patient is selected.
+    long patient() const { return m_patient; }
+    // The types whose records the last load could not read.
+    const std::vector<const RecordType*>& unread() const { return m_unread; }
     // Scrolls to the row of a record that was saved and highlights it briefly. An added record is the row that the
     // former texts lack.
     void showSaved(const SavedRecord& saved, const RecordTexts& before);
@@ -55,6 +59,8 @@ public:
 private:
     Grid& m_grid;
     RecordLines m_lines;
+    long m_patient = 0;
+    std::vector<const RecordType*> m_unread;
 };
 
 }

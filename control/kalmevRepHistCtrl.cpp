@@ -1,5 +1,6 @@
 #include "control/kalmevRepHistCtrl.h"
 
+#include "api/Events.h"
 #include "platform/FlagScope.h"
 #include "shared/modConst.h"
 #include "text/Conversions.h"
@@ -8,6 +9,16 @@
 #include <utility>
 
 namespace health {
+
+namespace {
+
+void setRefusal(CommandControl& command, const std::optional<Text>& refusal)
+{
+    command.setEnabled(refusal == L"");
+    command.setRefusal(refusal.value_or(L""));
+}
+
+}
 
 kalmevRepHistCtrl::kalmevRepHistCtrl(modShared& shared, Host& host)
     : m_shared(shared)
@@ -48,6 +59,7 @@ void kalmevRepHistCtrl::setUpCommands()
         mnuCmd[i].setCaption(items[i]);
         cmd[i].setEnabled(false);
         mnuCmd[i].setEnabled(false);
+        cmd[i].Refused = [this, i] { sayRefusal(cmd[i]); };
         cmd[i].Click = trapped(L"cmd_Click", [this, i] { cmd_Click(static_cast<int>(i)); });
         mnuCmd[i].Click = trapped(L"mnuCmd_Click", [this, i] { cmd_Click(static_cast<int>(i)); });
     }
@@ -80,6 +92,7 @@ void kalmevRepHistCtrl::UserControl_Terminate()
     AbortAsync();
     m_events.leavePatient(L"UserControl_Terminate");
     m_events.leaveRefresh(L"UserControl_Terminate");
+    m_events.leaveConnection(L"UserControl_Terminate");
     if (std::exchange(m_counted, false))
         m_shared.ReleaseObjects();
 }
@@ -122,6 +135,7 @@ void kalmevRepHistCtrl::AbortAsync()
 void kalmevRepHistCtrl::ICSS_PatientEvents_Committed()
 {
     m_shared.forgetEntries();
+    m_shared.forgetRegistryDue();
     m_shared.notifyPatientChanged();
     // During a load the change stays pending, or two patients' rows would mix.
     m_patientChanged = m_patientChanged || m_active;
@@ -149,6 +163,7 @@ void kalmevRepHistCtrl::loadPatient()
         m_events.leavePatient(L"ICSS_PatientEvents_Committed");
         clearTypeList();
         m_savedSeen = m_shared.lastSaved().sequence;
+        m_deletedKey.clear();
         const long number = m_shared.patient().number();
         if (number == 0) {
             ClearPatientControls();
@@ -183,6 +198,11 @@ void kalmevRepHistCtrl::ICSS_EncounterEvents_Committed()
 
 void kalmevRepHistCtrl::EventCallback(TextView name, TextView data)
 {
+    if (name == ConnectionEvent) {
+        m_connection = data;
+        raise(ConnectionChange);
+        return;
+    }
     if (m_active && m_events.concerns(name)) {
         if (const TextView kind = m_events.changedByOthers(name, data); !kind.empty())
             m_shared.notifyRecordsChanged(kind);
@@ -191,6 +211,17 @@ void kalmevRepHistCtrl::EventCallback(TextView name, TextView data)
         m_reloadWanted = true;
     }
     catchUp();
+}
+
+void kalmevRepHistCtrl::FollowConnection()
+{
+    if (m_active)
+        trap(L"FollowConnection", [&] { m_events.followConnection(); });
+}
+
+void kalmevRepHistCtrl::TryConnection()
+{
+    trap(L"TryConnection", [&] { m_shared.session().raiseEvent(TryNowEvent, {}); });
 }
 
 // Intended: empty, because the panel starts no asynchronous requests.
@@ -241,10 +272,20 @@ bool kalmevRepHistCtrl::loadRecords()
         m_shared.SetStatusText(L"");
         updateCommands();
         highlightVisit();
+        noteAnswer();
     });
     if (!loaded)
         ClearPatientControls();
     return loaded;
+}
+
+// The list was read, so the server is connected, whatever the host has reported before.
+void kalmevRepHistCtrl::noteAnswer()
+{
+    if (!m_connection.empty() && m_grid.unread().empty()) {
+        m_connection.clear();
+        raise(ConnectionChange);
+    }
 }
 
 void kalmevRepHistCtrl::ClearPatientControls()
@@ -281,30 +322,52 @@ SavedRecord kalmevRepHistCtrl::newlySaved()
 
 void kalmevRepHistCtrl::highlightVisit() { m_grid.highlightVisit(wholeText(m_shared.encounter().visitNumber())); }
 
+Text kalmevRepHistCtrl::patientName() const
+{
+    try {
+        return listedPatient() == 0 ? Text() : m_shared.patientHeading().name;
+    } catch (const Failure&) {
+        return {}; // the name is only a courtesy
+    }
+}
+
 // --- Commands ---
 
 int kalmevRepHistCtrl::typeToAdd() const { return cboType.itemData(cboType.listIndex()); }
 
 void kalmevRepHistCtrl::updateCommands()
 {
-    std::array<bool, CommandCount> enabled {};
-    bool visitDetail = false;
+    // A command without a refusal can run; after a failure none can.
+    std::array<std::optional<Text>, CommandCount> refusals;
+    std::optional<Text> noVisitDetail;
     trap(L"UpdateCommands", [&] {
-        enabled[Add] = m_commands.canAdd(typeToAdd());
+        refusals[Add] = m_commands.whyNotAddable(typeToAdd());
         const auto row = m_grid.selected();
-        if (!row)
-            return;
-        enabled[Edit] = !row->isLocked && m_commands.isPermitted(row->type);
-        enabled[Delete] = enabled[Edit];
-        visitDetail = !row->visit.empty();
+        refusals[Edit] = whyNotEditable(row);
+        refusals[Delete] = refusals[Edit];
+        noVisitDetail = !row ? refusals[Edit] : row->visit.empty() ? L"This record has no visit." : L"";
     });
     for (std::size_t i = 0; i < CommandCount; ++i) {
-        cmd[i].setEnabled(enabled[i]);
-        mnuCmd[i].setEnabled(enabled[i]);
+        setRefusal(cmd[i], refusals[i]);
+        setRefusal(mnuCmd[i], refusals[i]);
     }
-    mnuVisitDetail.setEnabled(visitDetail);
+    setRefusal(mnuVisitDetail, noVisitDetail);
     // The menu opens at a row but adds a record of the type chosen above the list.
-    mnuCmd[Add].setDetail(enabled[Add] ? cboType.text() : Text());
+    mnuCmd[Add].setDetail(cmd[Add].isEnabled() ? cboType.text() : Text());
+    if (std::exchange(m_saysRefusal, false))
+        m_shared.SetStatusText(L"");
+}
+
+Text kalmevRepHistCtrl::whyNotEditable(const std::optional<RecordRow>& row) const
+{
+    const Text refusal = m_commands.whyNotEditable(row ? row->type : 0);
+    return refusal.empty() && row->isLocked ? L"This record is locked." : refusal;
+}
+
+void kalmevRepHistCtrl::sayRefusal(const Button& button)
+{
+    m_shared.SetStatusText(button.refusal());
+    m_saysRefusal = true;
 }
 
 void kalmevRepHistCtrl::cmd_Click(int index)
@@ -326,7 +389,11 @@ void kalmevRepHistCtrl::DelRec(const RecordRow& row)
 {
     {
         const FlagScope deleting(m_deleting);
-        trap(L"DelRec", [&] { m_commands.remove(row.type, row.record, row.label); });
+        trap(L"DelRec", [&] {
+            const Text key = m_grid.selectedKey(); // before the boxes, during which the selection may change
+            if (m_commands.remove(row.type, row.record, row.label))
+                m_deletedKey = key;
+        });
     }
     catchUp();
 }

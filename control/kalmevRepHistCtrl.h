@@ -59,6 +59,23 @@ public:
 
     // The records behind the grid's rows, row for row; none without a patient.
     const RecordLines& recordLines() const { return m_grid.lines(); }
+    // The patient whose records the grid shows; 0 without one.
+    long listedPatient() const { return m_grid.patient(); }
+    // The types whose records the last load could not read.
+    const std::vector<const RecordType*>& unreadTypes() const { return m_grid.unread(); }
+    // The patient's name as forms show it; empty if the host does not name it.
+    Text patientName() const;
+    // The key of the row whose record the panel has deleted last; empty without one.
+    const Text& deletedKey() const { return m_deletedKey; }
+
+    // Follows the host's connection to the server. Call it after UserControl_Show, once.
+    void FollowConnection();
+    // The seconds until the host tries to reach the server again; empty while it is connected. See CONNECTION in
+    // api/Events.h.
+    const Text& connection() const { return m_connection; }
+    std::function<void()> ConnectionChange;
+    // Asks the host to try now.
+    void TryConnection();
 
     Image imgIcon; // its tool tip is the version text
     ComboBox cboType { ComboBox::Order::Sorted };
@@ -109,6 +126,7 @@ private:
     void setUpCommands();
     PatientFacts currentPatient() const;
     bool loadRecords();
+    void noteAnswer();
     void clearTypeList();
     void fillTypeList(const PatientFacts& patient);
     void catchUp();
@@ -119,6 +137,8 @@ private:
 
     int typeToAdd() const;
     void updateCommands();
+    Text whyNotEditable(const std::optional<RecordRow>& row) const;
+    void sayRefusal(const Button& button);
     void cmd_Click(int index);
     void DelRec(const RecordRow& row);
     void mnuVisitDetail_Click();
@@ -136,7 +156,10 @@ private:
     RecordCommands m_commands { m_shared, m_editKeys };
     RecordEvents m_events { m_shared, Module, *this };
     RecordGrid m_grid { fgData };
+    Text m_deletedKey;
+    Text m_connection;
     int m_savedSeen = 0; // the last save whose row was shown
+    bool m_saysRefusal = false; // the status line says why a command cannot run
     bool m_loading = false;
     bool m_deleting = false; // from the first question to the server's answer
     // Pending work for catchUp:

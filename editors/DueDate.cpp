@@ -10,15 +10,6 @@ namespace {
 
 constexpr days Pregnancy { 280 };
 
-// "17 weeks 2 days"
-Text weeksAndDays(days duration)
-{
-    const auto whole = floor<weeks>(duration);
-    const days rest = duration - whole;
-    const Text text = counted(whole.count(), L"week");
-    return rest == days { 0 } ? text : text + L' ' + counted(rest.count(), L"day");
-}
-
 Text comparedWith(Moment entered, Moment due)
 {
     const days later = floor<days>(due) - floor<days>(entered);
@@ -27,6 +18,14 @@ Text comparedWith(Moment entered, Moment due)
     return counted(abs(later).count(), L"day") + (later > days { 0 } ? L" later" : L" earlier") + L" than entered";
 }
 
+}
+
+Text weeksAndDays(days duration)
+{
+    const auto whole = floor<weeks>(duration);
+    const days rest = duration - whole;
+    const Text text = counted(whole.count(), L"week");
+    return rest == days { 0 } ? text : text + L' ' + counted(rest.count(), L"day");
 }
 
 Moment dueDate(Moment lastPeriod) { return dateOf(lastPeriod) + Pregnancy; }

@@ -26,6 +26,9 @@ constexpr std::array<LungValue, 3> LungValues { {
 // Position in a reply line. The lung values follow, then the answers about the triggers.
 constexpr PieceNumber SeverityPiece = 4;
 
+// Position in the registry's reply.
+constexpr PieceNumber DuePiece = 4;
+
 enum RegistryRow {
     CaseManagerRow = 3,
     CommentsRow = 4,
@@ -212,6 +215,7 @@ void frmAsthma::showRegistry()
 {
     fg.setRowCount(0);
     const Text reply = m_shared.CallRpc(L"MEVVAST GETREG", patient());
+    m_shared.noteRegistryDue(patient(), {});
     if (!reply.empty() && !m_shared.CheckRpcError(reply, L""))
         showRegistryEntry(reply);
 }
@@ -221,6 +225,8 @@ void frmAsthma::showRegistryEntry(const Text& reply)
 {
     const LinePieces pieces(reply);
     setRegistryStatus(codePart(pieces[2]) == L"A", properCase(displayPart(pieces[2])));
+    if (m_registryActive)
+        m_shared.noteRegistryDue(patient(), displayPart(pieces[DuePiece]));
     static constexpr std::array<TextView, RegistryRows> names { L"Last Asthma Visit", L"Calculated Date Due",
         L"Next Appointment", L"Case Manager", L"Comments" };
     fg.setRowCount(RegistryRows);

@@ -7,7 +7,7 @@
 namespace health {
 
 // One entry of a menu.
-class MenuItem final : public CaptionedControl {
+class MenuItem final : public CommandControl {
 public:
     void accept(ControlVisitor& visitor) override { visitor.visit(*this); }
 

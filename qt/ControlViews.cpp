@@ -4,9 +4,11 @@
 #include "qt/ControlStyle.h"
 #include "qt/Measures.h"
 #include "qt/PanelIcon.h"
+#include "toolkit/Announcer.h"
 #include "toolkit/QtText.h"
 
 #include <QEvent>
+#include <QShortcut>
 #include <QTimer>
 
 #include <algorithm>
@@ -41,6 +43,22 @@ void ButtonView::mirror(Change change)
         m_busy->setRunning(m_control.isBusy());
     if (change == Change::Enabled && m_refuge)
         keepFocusNear();
+    if (change == Change::Refusal)
+        mirrorRefusal();
+}
+
+void ButtonView::mirrorRefusal()
+{
+    setToolTip(toToolTip(m_control.refusal()));
+    setAccessibleDescription(toLines(m_control.refusal()));
+    if (!m_refusedKey && !m_control.refusal().empty()) {
+        m_refusedKey = new QShortcut(parentWidget());
+        connect(m_refusedKey, &QShortcut::activated, this, [this] {
+            m_control.click();
+            announce(*this, toLines(m_control.refusal()));
+        });
+    }
+    setAccessKeyUsed(m_accessKeyUsed);
 }
 
 void ButtonView::setFilled(bool filled)
@@ -66,7 +84,10 @@ void ButtonView::paintEvent(QPaintEvent* event)
 void ButtonView::setAccessKeyUsed(bool used)
 {
     m_accessKeyUsed = used;
-    setShortcut(used ? QKeySequence::mnemonic(text()) : QKeySequence());
+    const QKeySequence key = used ? QKeySequence::mnemonic(text()) : QKeySequence();
+    setShortcut(key);
+    if (m_refusedKey)
+        m_refusedKey->setKey(m_control.refusal().empty() ? QKeySequence() : key);
 }
 
 // A reload disables and re-enables the buttons; park the focus on the grid meanwhile.

@@ -9,8 +9,11 @@
 #include <QLabel>
 #include <QPushButton>
 
+class QShortcut;
+
 namespace health {
 
+// While a button is disabled, its tip says why, and its access key lets the button say it.
 class ButtonView : public Mirror<PressedAtOnce<QPushButton>, Button> {
 public:
     ButtonView(Button& button, QWidget* parent);
@@ -33,9 +36,11 @@ protected:
 private:
     void mirror(Change change) override;
     void keepFocusNear();
+    void mirrorRefusal();
 
     BusyMark* m_busy;
     bool m_accessKeyUsed = true;
+    QShortcut* m_refusedKey = nullptr; // of the panel around the button: a disabled widget gets no keys
     QWidget* m_refuge = nullptr;
     bool m_comesBack = false; // the focus returns if the button is enabled again within this event
     std::function<void()> m_press;

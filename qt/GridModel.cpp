@@ -1,21 +1,14 @@
 #include "qt/GridModel.h"
 
-#include "toolkit/Contrast.h"
 #include "toolkit/QtText.h"
 
 #include <QBrush>
-#include <QColor>
-#include <QFont>
+
+#include <utility>
 
 namespace health {
 
 namespace {
-
-QColor toQColor(Colour colour)
-{
-    const auto channel = [colour](int shift) { return static_cast<int>(colour >> shift & 0xFF); };
-    return { channel(0), channel(8), channel(16) };
-}
 
 // Alignment numbers: left, centre and right, each with top, middle and bottom.
 Qt::Alignment alignmentOf(int number)
@@ -74,28 +67,14 @@ QVariant GridModel::data(const QModelIndex& index, int role) const
     case Qt::DisplayRole:
         return toQString(m_grid.text(row, column));
     case Qt::ForegroundRole:
-        return foreground(m_grid.cellForeColour(row, column));
-    case Qt::FontRole: {
-        // A second cue besides the colour, for users and themes that do not distinguish the colours.
-        if (m_grid.cellForeColour(row, column) == DefaultColour)
-            return {};
-        QFont font;
-        font.setBold(true);
-        return font;
-    }
+        return m_grid.cellForeColour(row, column) == DefaultColour ? QVariant() : QBrush(m_highlight);
     case Qt::TextAlignmentRole:
         return QVariant(alignmentOf(m_grid.column(column).alignment));
+    case Qt::AccessibleDescriptionRole:
+        return m_describe ? QVariant(m_describe(row)) : QVariant();
     default:
         return {};
     }
-}
-
-QVariant GridModel::foreground(Colour colour) const
-{
-    if (colour == DefaultColour)
-        return {};
-    // Pure blue is hard to read on a dark background.
-    return QBrush(readableOn(toQColor(colour), { m_evenBackground, m_oddBackground }));
 }
 
 QVariant GridModel::headerData(int section, Qt::Orientation orientation, int role) const
@@ -127,16 +106,13 @@ void GridModel::reset()
 void GridModel::coloursChanged()
 {
     if (rowCount() > 0 && columnCount() > 0)
-        Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, columnCount() - 1), { Qt::ForegroundRole, Qt::FontRole });
+        Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, columnCount() - 1), { Qt::ForegroundRole });
 }
 
-void GridModel::setBackgrounds(const QColor& even, const QColor& odd)
+void GridModel::setHighlight(const QColor& colour)
 {
-    if (m_evenBackground == even && m_oddBackground == odd)
-        return;
-    m_evenBackground = even;
-    m_oddBackground = odd;
-    coloursChanged();
+    if (std::exchange(m_highlight, colour) != colour)
+        coloursChanged();
 }
 
 }

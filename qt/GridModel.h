@@ -5,6 +5,7 @@
 #include <QAbstractTableModel>
 #include <QColor>
 
+#include <functional>
 #include <optional>
 #include <vector>
 
@@ -38,19 +39,19 @@ public:
     // Call after only colours have changed.
     void coloursChanged();
 
-    // The backgrounds of even and odd rows. The model adjusts the grid's text colours to be readable on both.
-    void setBackgrounds(const QColor& even, const QColor& odd);
+    // The colour of texts whose colour the grid has set.
+    void setHighlight(const QColor& colour);
+    // What screen readers add to the text of a grid's row.
+    void setDescription(std::function<QString(int gridRow)> describe) { m_describe = std::move(describe); }
 
 private:
-    QVariant foreground(Colour colour) const;
-
     const Grid& m_grid;
     QStringList m_headings;
     QList<int> m_columns;
     std::optional<std::vector<int>> m_rows;
+    std::function<QString(int gridRow)> m_describe;
+    QColor m_highlight;
     std::vector<int> m_places; // the model's row of each row of the grid; empty while all rows are shown in order
-    QColor m_evenBackground = Qt::white;
-    QColor m_oddBackground = Qt::white;
 };
 
 }

@@ -1,39 +1,37 @@
 #include "qt/GridView.h"
 
 #include "qt/ControlStyle.h"
+#include "qt/GridDelegate.h"
+#include "qt/GridHeading.h"
 #include "qt/GridModel.h"
-#include "qt/Inks.h"
 #include "qt/Measures.h"
+#include "qt/RowPainting.h"
 #include "qt/Scale.h"
-#include "qt/ViewDesktop.h"
 #include "toolkit/QtText.h"
 #include "toolkit/SpokenItems.h"
 
-#include <QApplication>
-#include <QClipboard>
-#include <QContextMenuEvent>
 #include <QHeaderView>
-#include <QKeyEvent>
 #include <QPainter>
 #include <QScopedValueRollback>
 #include <QScrollBar>
-#include <QTimer>
 #include <QToolTip>
 
 #include <utility>
 
 namespace health {
 
-using namespace Qt::StringLiterals;
-
 namespace {
-constexpr int RowFlashMilliseconds = 1500;
+
+constexpr double LineHeight = 1.36; // of a row with one line, in em
+constexpr double NoticeHeight = 1.6; // of the strip below the rows, in em
+
 }
 
 GridView::GridView(Grid& grid, ViewDesktop& desktop, QStringList headings, QWidget* parent)
     : Mirror(grid, parent)
     , m_desktop(desktop)
     , m_model(new GridModel(grid, std::move(headings), this))
+    , m_flash(*viewport())
 {
     setModel(m_model);
     new SpokenItems(*this);
@@ -45,15 +43,17 @@ GridView::GridView(Grid& grid, ViewDesktop& desktop, QStringList headings, QWidg
     setEditTriggers(NoEditTriggers);
     setHorizontalScrollMode(ScrollPerPixel);
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn); // showing and hiding it would rewrap all rows
-    setAlternatingRowColors(true);
+    setShowGrid(false);
+    setItemDelegate(new GridDelegate(this));
+    setHorizontalHeader(new GridHeading(this));
     horizontalHeader()->hide();
+    useRowHeader(*verticalHeader());
     verticalHeader()->hide();
-    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    verticalHeader()->setMinimumSectionSize(1);
-    applyPalette();
     mirrorLayout();
     mirrorHint();
     scrollToRow(grid.shownRow());
+    // The frame of the selected row covers its neighbours' edges.
+    connect(selectionModel(), &QItemSelectionModel::selectionChanged, viewport(), qOverload<>(&QWidget::update));
     connect(selectionModel(), &QItemSelectionModel::currentRowChanged, this, [this](const QModelIndex& current) {
         if (!m_mirroring && current.isValid())
             m_control.choose(m_model->gridRow(current.row()));
@@ -87,7 +87,7 @@ void GridView::mirror(Change change)
         scrollToRow(m_control.shownRow());
         break;
     case Change::Flashed:
-        flash(m_control.flashedRow());
+        m_flash.start(m_control.flashedRow());
         break;
     default:
         break;
@@ -138,10 +138,19 @@ void GridView::mirrorLayout()
     for (int column = 0; column < m_control.columnCount(); ++column)
         headings = headings || !m_control.column(column).heading.empty();
     horizontalHeader()->setVisible(headings);
-    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + scale.pixels(90));
+    verticalHeader()->setDefaultSectionSize(heightOfLine());
     mirrorSelection();
     measureRowsInView();
 }
+
+void GridView::useRowHeader(QHeaderView& header)
+{
+    header.setSectionResizeMode(QHeaderView::Fixed);
+    header.setMinimumSectionSize(1);
+    setVerticalHeader(&header);
+}
+
+int GridView::heightOfLine() const { return Measures(*this).ems(LineHeight); }
 
 int GridView::selectedRow() const { return m_control.row() == -1 ? -1 : m_model->modelRow(m_control.row()); }
 
@@ -159,7 +168,10 @@ void GridView::mirrorSelection()
         return;
     }
     clearSelection();
-    selectionModel()->clearCurrentIndex();
+    if (const int row = restingRow(); row != -1)
+        selectionModel()->setCurrentIndex(m_model->index(row, 0), QItemSelectionModel::NoUpdate);
+    else
+        selectionModel()->clearCurrentIndex();
 }
 
 // Fits the columns to their contents and extends the last one to the right edge; if they are wider, the grid scrolls.
@@ -186,53 +198,44 @@ void GridView::mirrorHint()
 // Height of the strip below the rows; the last row grows by it so that the strip covers no text.
 int GridView::hintHeight() const
 {
-    return m_control.hint().empty() || m_model->rowCount() == 0 ? 0 : fontMetrics().height() * 3 / 2;
+    return m_control.hint().empty() || m_model->rowCount() == 0 ? 0 : Measures(*this).ems(NoticeHeight);
 }
 
 void GridView::paintEvent(QPaintEvent* event)
 {
     FocusFramed::paintEvent(event);
-    drawFlash();
-    if (frameShape() == NoFrame && hasFocus()) { // else the frame shows it
-        QPainter painter(viewport());
+    drawMarkedRows();
+    if (!m_control.hint().empty())
+        drawHint();
+}
+
+// The frame of the selected row shows the focus; without a row, the frame of the view does, if it has one.
+void GridView::drawMarkedRows()
+{
+    QPainter painter(viewport());
+    const QModelIndex current = currentIndex();
+    if (current.isValid() && (selectedRow() == current.row() || hasFocus()))
+        drawRowFrame(painter, placeOfRow(current.row()), *this, hasFocus());
+    else if (frameShape() == NoFrame && hasFocus())
         drawFocus(painter, viewport()->rect(), *this);
-    }
-    if (m_control.hint().empty())
-        return;
-    QPainter painter(viewport());
-    QRect place = viewport()->rect().adjusted(2, 2, -2, -2);
-    if (const int strip = hintHeight(); strip > 0) {
-        place.setTop(place.bottom() - strip);
-        painter.fillRect(place, palette().color(QPalette::AlternateBase));
-    }
-    painter.setPen(palette().color(QPalette::PlaceholderText));
-    painter.drawText(place, Qt::AlignCenter | Qt::TextWordWrap, toQString(m_control.hint()));
+    if (const int row = m_model->modelRow(m_flash.row()); row != -1)
+        m_flash.paint(painter, placeOfRow(row));
 }
 
-// --- A row that was saved ---
-
-void GridView::flash(int row)
+QRect GridView::placeOfRow(int row) const
 {
-    m_flashedRow = row;
-    viewport()->update();
-    QTimer::singleShot(RowFlashMilliseconds, this, [this] {
-        m_flashedRow = -1;
-        viewport()->update();
-    });
+    return { 0, rowViewportPosition(row), viewport()->width(), rowHeight(row) };
 }
 
-void GridView::drawFlash()
+// Below the rows a strip, in an empty grid the middle.
+void GridView::drawHint()
 {
-    const int flashed = m_flashedRow == -1 ? -1 : m_model->modelRow(m_flashedRow);
-    if (flashed == -1)
-        return;
     QPainter painter(viewport());
-    QColor colour = colourOf(Ink::Good, palette());
-    const QRect row(0, rowViewportPosition(flashed), viewport()->width() - 1, rowHeight(flashed) - 1);
-    painter.setPen(QPen(colour, Measures(*this).focusFrame()));
-    colour.setAlphaF(0.2F);
-    painter.setBrush(colour);
-    painter.drawRect(row);
+    const QString hint = toQString(m_control.hint());
+    if (const int strip = hintHeight(); strip > 0)
+        drawNotice(painter, viewport()->rect().adjusted(0, viewport()->height() - strip, 0, 0), *this, hint);
+    else
+        drawState(painter, viewport()->rect(), *this, { .title = hint });
 }
 
 // --- Tool tips ---
@@ -260,12 +263,17 @@ bool GridView::viewportEvent(QEvent* event)
 
 int GridView::measureRow(int row)
 {
-    const int padding = verticalHeader()->defaultSectionSize() - fontMetrics().height();
     const int strip = row == m_model->rowCount() - 1 ? hintHeight() : 0;
-    const int height = std::max(sizeHintForRow(row) + padding / 2, verticalHeader()->defaultSectionSize()) + strip;
+    const int height = std::max(heightOfText(row), verticalHeader()->defaultSectionSize()) + strip;
     if (rowHeight(row) != height)
         verticalHeader()->resizeSection(row, height);
     return height;
+}
+
+int GridView::heightOfText(int row)
+{
+    const int padding = verticalHeader()->defaultSectionSize() - fontMetrics().height();
+    return sizeHintForRow(row) + padding / 2;
 }
 
 void GridView::measureRowsInView()
@@ -311,11 +319,6 @@ void GridView::scrollContentsBy(int dx, int dy)
 
 // --- Look ---
 
-void GridView::applyPalette()
-{
-    m_model->setBackgrounds(palette().color(QPalette::Base), palette().color(QPalette::AlternateBase));
-}
-
 void GridView::setQuiet(bool quiet)
 {
     if (std::exchange(m_quiet, quiet) == quiet)
@@ -337,109 +340,8 @@ void GridView::setQuiet(bool quiet)
 void GridView::changeEvent(QEvent* event)
 {
     QTableView::changeEvent(event);
-    if (event->type() == QEvent::PaletteChange)
-        applyPalette();
     if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange)
         mirrorLayout();
-}
-
-// --- The user ---
-
-void GridView::contextMenuEvent(QContextMenuEvent* event)
-{
-    if (event->reason() == QContextMenuEvent::Keyboard) {
-        openMenuByKey();
-        return;
-    }
-    m_desktop.setPopUpPlace(event->globalPos());
-    offerCopy();
-    m_control.releaseMouse(MouseButton::Right, m_model->gridRow(rowAt(event->pos().y())));
-}
-
-// The menu key opens the menu beside the selected row.
-void GridView::openMenuByKey()
-{
-    const int row = selectedRow();
-    const int below = row == -1 ? 0 : rowViewportPosition(row) + rowHeight(row);
-    m_desktop.setPopUpPlace(viewport()->mapToGlobal(QPoint(columnViewportPosition(m_model->columnCount() - 1), below)));
-    offerCopy();
-    m_control.releaseMouse(MouseButton::Right, m_model->gridRow(row));
-}
-
-// Copies the row that is selected when the menu opens: a right click selects the row under it first.
-void GridView::offerCopy()
-{
-    m_desktop.offerWithNextMenu(
-        u"&Copy"_s, [this] { copyRow(); }, [this] { return selectedRow() != -1; });
-}
-
-// The shown texts, separated by tabs.
-void GridView::copyRow()
-{
-    const int row = selectedRow();
-    if (row == -1)
-        return;
-    QStringList texts;
-    for (int column = 0; column < m_model->columnCount(); ++column)
-        texts.append(m_model->index(row, column).data().toString());
-    QApplication::clipboard()->setText(texts.join(u'\t'));
-}
-
-void GridView::keyPressEvent(QKeyEvent* event)
-{
-    const int key = event->key();
-    const bool enter = key == Qt::Key_Return || key == Qt::Key_Enter;
-    if (key == Qt::Key_Menu || (key == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier)) {
-        openMenuByKey();
-    } else if (event->matches(QKeySequence::Copy)) {
-        copyRow();
-    } else if ((key == Qt::Key_Home || key == Qt::Key_End) && !(event->modifiers() & ~Qt::ControlModifier)) {
-        const int last = m_model->rowCount() - 1;
-        if (last >= 0)
-            setCurrentIndex(m_model->index(key == Qt::Key_Home ? 0 : last, 0));
-    } else if (!enter || selectedRow() == -1) {
-        QTableView::keyPressEvent(event);
-    } else if (!event->isAutoRepeat()) { // a key held down would also press the opened form's default button
-        m_control.doubleClick(m_control.row());
-    }
-}
-
-void GridView::mouseMoveEvent(QMouseEvent* event)
-{
-    const QModelIndex index = indexAt(event->position().toPoint());
-    m_control.moveMouse(m_model->gridRow(index.row()), index.isValid() ? m_model->gridColumn(index.column()) : -1);
-    QTableView::mouseMoveEvent(event);
-}
-
-void GridView::leaveEvent(QEvent* event)
-{
-    m_control.moveMouse(-1, -1);
-    QTableView::leaveEvent(event);
-}
-
-// Unlike Qt's table, does not select a row on focus; an arrow key does.
-void GridView::focusInEvent(QFocusEvent* event)
-{
-    const QScopedValueRollback guard(m_mirroring, true);
-    QTableView::focusInEvent(event);
-    if (m_control.row() == -1)
-        mirrorSelection();
-}
-
-// Ctrl+click and clicks beside the rows keep the selection, because the commands act on the selected row.
-QItemSelectionModel::SelectionFlags GridView::selectionCommand(const QModelIndex& index, const QEvent* event) const
-{
-    return !index.isValid() || QTableView::selectionCommand(index, event) == QItemSelectionModel::NoUpdate
-        ? QItemSelectionModel::NoUpdate
-        : QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows;
-}
-
-void GridView::mouseDoubleClickEvent(QMouseEvent* event)
-{
-    QTableView::mouseDoubleClickEvent(event);
-    const int row = rowAt(event->position().toPoint().y());
-    if (event->button() == Qt::LeftButton && row != -1)
-        m_control.doubleClick(m_model->gridRow(row));
 }
 
 }

@@ -3,6 +3,7 @@
 #include "platform/controls/Grid.h"
 #include "qt/FocusFrame.h"
 #include "qt/Mirror.h"
+#include "qt/RowFlash.h"
 
 #include <QTableView>
 
@@ -41,6 +42,17 @@ protected:
 
     // The view's row that is selected; -1 without one, or if the view does not show it.
     int selectedRow() const;
+    // A row's place, in coordinates of the viewport.
+    virtual QRect placeOfRow(int row) const;
+    // Replaces the header beside the rows, which is hidden by default.
+    void useRowHeader(QHeaderView& header);
+    // The row that becomes the current one, unselected, while no row is selected; -1 for none.
+    virtual int restingRow() const { return -1; }
+    // The height of a row with one line.
+    virtual int heightOfLine() const;
+    // The height that a row's text needs.
+    virtual int heightOfText(int row);
+    void measureRowsInView();
 
 private:
     void scrollToRow(int gridRow);
@@ -49,16 +61,14 @@ private:
     void mirrorLayout();
     void mirrorSelection();
     void mirrorHint();
-    void flash(int row);
-    void drawFlash();
+    void drawMarkedRows();
+    void drawHint();
     void sizeColumns();
-    void applyPalette();
     void copyRow();
     bool isCut(const QModelIndex& index) const;
     int hintHeight() const;
     void offerCopy();
     void openMenuByKey();
-    void measureRowsInView();
     int measureRow(int row);
 
     ViewDesktop& m_desktop;
@@ -67,7 +77,7 @@ private:
     bool m_measuring = false;
     bool m_coloursChanged = false;
     bool m_quiet = false;
-    int m_flashedRow = -1;
+    RowFlash m_flash;
     std::optional<int> m_scrolled; // position of the scroll bar when the grid stopped drawing
 };
 

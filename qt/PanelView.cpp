@@ -2,15 +2,21 @@
 
 #include "api/PanelActions.h"
 #include "control/kalmevRepHistCtrl.h"
+#include "qt/AwayStrip.h"
+#include "qt/CountLine.h"
+#include "qt/DetailsPane.h"
+#include "qt/FindBar.h"
 #include "qt/ListArea.h"
 #include "qt/Measures.h"
 #include "qt/RecordListView.h"
 #include "qt/Scale.h"
 #include "qt/ViewDesktop.h"
+#include "toolkit/QtText.h"
 
 #include <QAction>
 #include <QApplication>
 #include <QFocusEvent>
+#include <QMouseEvent>
 
 #include <algorithm>
 #include <utility>
@@ -25,6 +31,9 @@ PanelView::PanelView(kalmevRepHistCtrl& control, ViewDesktop& desktop)
     , m_icon(control.imgIcon, this)
     , m_type(control.cboType, this)
     , m_area(new ListArea(m_records, desktop, this))
+    , m_away(new AwayStrip)
+    , m_details(new DetailsPane(m_records, m_area))
+    , m_count(new CountLine(m_records, m_area->findBar(), this))
     , m_buttons { { { control.cmd[0], this }, { control.cmd[1], this }, { control.cmd[2], this } } }
 {
     setAccessibleName(u"Personal Health"_s);
@@ -32,8 +41,32 @@ PanelView::PanelView(kalmevRepHistCtrl& control, ViewDesktop& desktop)
     m_type.setAccessibleDescription(m_type.accessibleName()); // some screen readers speak the value instead of the name
     for (ButtonView& button : m_buttons)
         button.setRefuge(m_area->list());
+    m_area->setDetails(*m_details);
+    publish(m_details->action(), "View");
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* focused) { followFocus(focused); });
+    publishFind();
+    m_area->addStrip(*m_away);
+    connect(m_away, &AwayStrip::tryNow, this, [this] { m_control.TryConnection(); });
+    m_control.ConnectionChange = [this] { showConnection(); };
     setNaturalSizes();
+}
+
+void PanelView::showConnection()
+{
+    const Text& seconds = m_control.connection();
+    m_area->list().setAway(!seconds.empty());
+    if (seconds.empty())
+        m_away->hide();
+    else
+        m_away->show(toQString(seconds).toInt(), m_area->list().loadedAt());
+}
+
+void PanelView::publishFind()
+{
+    auto* const find = new QAction(u"Find Records"_s, this);
+    find->setShortcut(QKeySequence::Find);
+    connect(find, &QAction::triggered, &m_area->findBar(), &FindBar::find);
+    publish(*find, "View");
 }
 
 // Focus in other parts of the window does not change the active panel.
@@ -87,6 +120,23 @@ void PanelView::arrange()
 {
     const Scale scale(*this);
     m_control.UserControl_Resize(scale.twips(width()), scale.twips(height()));
+    // The count keeps away from the list of types, which the control may hide.
+    const QRect row = m_type.geometry();
+    const int left = row.right() + Measures(*this).captionGap();
+    const int right = m_area->geometry().right();
+    m_count->setGeometry(left, row.top(), std::max(0, right + 1 - left), row.height());
+}
+
+ViewState PanelView::viewState() const { return m_area->viewState(); }
+
+void PanelView::setViewState(const ViewState& state) { m_area->setViewState(state); }
+
+void PanelView::keyPressEvent(QKeyEvent* event)
+{
+    if (event->key() == Qt::Key_Escape && m_area->findBar().isOpen())
+        m_area->findBar().close();
+    else
+        QWidget::keyPressEvent(event);
 }
 
 QSize PanelView::sizeHint() const { return minimumSizeHint() * 2; }
@@ -108,10 +158,21 @@ void PanelView::showEvent(QShowEvent* event)
         return panel && panel != this && panel->m_active;
     }));
     m_control.UserControl_Show();
+    if (!std::exchange(m_follows, true))
+        m_control.FollowConnection();
 }
 
 // Not a focus proxy: Tab would go past the type list.
 void PanelView::focusInEvent(QFocusEvent* event) { m_area->list().setFocus(event->reason()); }
+
+void PanelView::mousePressEvent(QMouseEvent* event)
+{
+    QWidget::mousePressEvent(event);
+    for (std::size_t i = 0; i < m_buttons.size(); ++i) {
+        if (!m_buttons[i].isEnabled() && m_buttons[i].geometry().contains(event->position().toPoint()))
+            m_control.cmd[i].click(); // says why it cannot run
+    }
+}
 
 void PanelView::resizeEvent(QResizeEvent* event)
 {

@@ -3,6 +3,7 @@
 #include "qt/ComboBoxView.h"
 #include "qt/ControlViews.h"
 #include "qt/ShownRecords.h"
+#include "qt/ViewState.h"
 
 #include <QWidget>
 
@@ -10,6 +11,9 @@
 
 namespace health {
 
+class AwayStrip;
+class CountLine;
+class DetailsPane;
 class ListArea;
 class kalmevRepHistCtrl;
 class ViewDesktop;
@@ -25,13 +29,19 @@ public:
     // Publishes an action (api/PanelActions.h) that works while the panel is active.
     void publish(QAction& action, const char* menu);
 
+    // How the user has arranged the panel.
+    ViewState viewState() const;
+    void setViewState(const ViewState& state);
+
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
 
 protected:
     void showEvent(QShowEvent* event) override;
     void focusInEvent(QFocusEvent* event) override; // passes the focus on to the list
+    void keyPressEvent(QKeyEvent* event) override; // Escape closes the bar
     void resizeEvent(QResizeEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override; // gets the clicks on disabled buttons
     void changeEvent(QEvent* event) override;
 
 private:
@@ -39,14 +49,20 @@ private:
     void setActive(bool active);
     void setNaturalSizes();
     void arrange();
+    void publishFind();
+    void showConnection();
 
     kalmevRepHistCtrl& m_control;
     ShownRecords m_records;
     ImageView m_icon;
     ComboBoxView m_type;
     ListArea* m_area;
+    AwayStrip* m_away;
+    DetailsPane* m_details; // after the area and before the buttons in the order of Tab
+    CountLine* m_count;
     std::array<ButtonView, 3> m_buttons;
     bool m_active = true;
+    bool m_follows = false; // the host's connection
 };
 
 }

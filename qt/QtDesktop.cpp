@@ -15,6 +15,8 @@
 #include <algorithm>
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace health {
 
 namespace {
@@ -64,6 +66,26 @@ private:
             move(left, around.top() - outer.height());
     }
 };
+
+QString plainCaption(const MenuItem& item) { return toQString(item.caption()).remove(u'&'); }
+
+// Says below the entries why some are disabled, a line for each reason. The lines are enabled, so that keys reach them.
+void addRefusals(QMenu& window, const Menu& menu)
+{
+    QStringList reasons;
+    QHash<QString, QStringList> captions;
+    for (const MenuItem* const item : menu.items()) {
+        if (!item || item->refusal().empty() || !item->isVisible())
+            continue;
+        const QString reason = toQString(item->refusal());
+        if (!reasons.contains(reason))
+            reasons.append(reason);
+        captions[reason].append(plainCaption(*item));
+    }
+    window.addSeparator();
+    for (const QString& reason : std::as_const(reasons))
+        window.addAction(u"%1: %2"_s.arg(captions[reason].join(u", "_s), reason).replace(u'&', u"&&"_s));
+}
 
 // Window messages of an edit box.
 enum EditMessage {
@@ -208,6 +230,7 @@ std::function<void()> QtDesktop::askMenu(Menu& menu, const std::optional<Offered
         own->setEnabled(offered->isUsable());
         works.insert(own, offered->work);
     }
+    addRefusals(window, menu);
     return works.value(window.exec(m_popUpPlace));
 }
 

@@ -3,6 +3,7 @@
 #include "shared/KeptEntries.h"
 #include "shared/OpenForms.h"
 #include "shared/PatientHeading.h"
+#include "shared/RegistryDue.h"
 #include "shared/Security.h"
 #include "shared/UserParameters.h"
 #include "text/FileManDates.h"
@@ -20,7 +21,8 @@ class modShared : private SharedObjects,
                   public Security,
                   public UserParameters,
                   public OpenForms,
-                  public KeptEntries {
+                  public KeptEntries,
+                  public RegistryDue {
 public:
     // The desktop must outlive the object.
     explicit modShared(Desktop& desktop);

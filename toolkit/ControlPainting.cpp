@@ -1,8 +1,8 @@
 #include "toolkit/ControlPainting.h"
 
+#include "toolkit/Contrast.h"
 #include "toolkit/Inks.h"
 #include "toolkit/Measures.h"
-#include "toolkit/Contrast.h"
 
 #include <algorithm>
 
@@ -206,6 +206,13 @@ void drawCross(QPainter& painter, const QPointF& centre, double half)
     painter.drawLine(centre + QPointF(-half, half), centre + QPointF(half, -half));
 }
 
+void drawMagnifier(QPainter& painter, const QPointF& centre, double radius)
+{
+    const QPointF lens = centre - QPointF(radius / 4, radius / 4);
+    painter.drawEllipse(lens, radius, radius);
+    painter.drawLine(lens + QPointF(0.71 * radius, 0.71 * radius), lens + QPointF(1.7 * radius, 1.7 * radius));
+}
+
 }
 
 void drawSymbol(QPainter& painter, const QRect& place, const QWidget& widget, Symbol symbol, const QColor& colour)
@@ -222,6 +229,8 @@ void drawSymbol(QPainter& painter, const QRect& place, const QWidget& widget, Sy
         return drawChevron(painter, centre, 0.23 * em, -1);
     case Symbol::Cross:
         return drawCross(painter, centre, 0.17 * em);
+    case Symbol::Magnifier:
+        return drawMagnifier(painter, centre, 0.22 * em);
     }
 }
 

@@ -45,7 +45,7 @@ void drawChoice(QPainter& painter, const QRect& place, const QWidget& widget, Ma
 // The focus around a text, or inside a row of a list.
 void drawFocus(QPainter& painter, const QRect& place, const QWidget& widget);
 
-enum class Symbol { ChevronDown, ChevronUp, Cross };
+enum class Symbol { ChevronDown, ChevronUp, Cross, Magnifier };
 
 void drawSymbol(QPainter& painter, const QRect& place, const QWidget& widget, Symbol symbol, const QColor& colour);
 

@@ -4,9 +4,9 @@
 #include "toolkit/Inks.h"
 #include "toolkit/Measures.h"
 
+#include <QAbstractItemView>
 #include <QAbstractScrollArea>
 #include <QApplication>
-#include <QListView>
 #include <QPainter>
 #include <QRadioButton>
 #include <QStyleFactory>
@@ -51,11 +51,11 @@ Look lookOf(const QStyleOption& option, const QWidget& widget)
         .checked = has(QStyle::State_On) };
 }
 
-// The current row of a check list shows the focus itself.
+// The current row of a list shows the focus itself.
 Look areaLook(const QStyleOption& option, const QWidget& widget)
 {
     Look look = lookOf(option, widget);
-    const auto* const list = qobject_cast<const QListView*>(&widget);
+    const auto* const list = qobject_cast<const QAbstractItemView*>(&widget);
     if (list && list->currentIndex().isValid())
         look.focused = false;
     return look;

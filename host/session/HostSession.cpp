@@ -20,7 +20,8 @@ namespace {
 // Raised inside the host only; the server does not know them.
 bool isLocal(TextView name)
 {
-    return name == RefreshEvent || name == StatusEvent || name == SavedEvent || name == DiscardedEvent;
+    return name == RefreshEvent || name == StatusEvent || name == SavedEvent || name == DiscardedEvent
+        || name == ConnectionEvent || name == TryNowEvent;
 }
 
 Text newToken() { return QString::fromLatin1(QUuid::createUuid().toRfc4122().toHex()).toStdWString(); }
@@ -87,6 +88,7 @@ void HostSession::openSession()
     m_declined.reset();
     m_reconnector.noteConnected();
     Q_EMIT connectionChanged(true);
+    m_events.queue(Text(ConnectionEvent), L"");
 }
 
 void HostSession::signOnConnection()
@@ -143,6 +145,7 @@ void HostSession::noteDeclined(const Text& reason)
     m_declineEnds.start(0);
     Q_EMIT connectionChanged(false);
     m_reconnector.noteFailedCall();
+    reportPause();
 }
 
 void HostSession::failAfterDeclined() const
@@ -203,9 +206,14 @@ void HostSession::reconnectQuietly()
     if (m_connection.isOpen() || m_inCall || m_userName.empty())
         return;
     Q_EMIT connectionChanged(false);
+    m_events.deliver(Text(ConnectionEvent), L"0");
     if (m_reconnector.attempt([this] { openQuietly(); }))
         raiseMissedEvents();
+    else
+        reportPause();
 }
+
+void HostSession::reportPause() { m_events.queue(Text(ConnectionEvent), std::to_wstring(m_reconnector.secondsLeft())); }
 
 void HostSession::openQuietly()
 {
@@ -345,6 +353,8 @@ void HostSession::raiseEvent(TextView name, TextView data)
         Q_EMIT recordSaved(text);
     else if (name == DiscardedEvent)
         Q_EMIT entryDiscarded(text);
+    else if (name == TryNowEvent)
+        QMetaObject::invokeMethod(&m_reconnector, &Reconnector::tryNow, Qt::QueuedConnection);
     if (m_inCall)
         m_events.queue(Text(name), Text(data));
     else

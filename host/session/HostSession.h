@@ -142,6 +142,7 @@ private:
     void reconnectQuietly();
     void openQuietly();
     void raiseMissedEvents();
+    void reportPause();
 
     CallJournal m_journal;
     ServerConnection m_connection;

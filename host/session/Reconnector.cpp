@@ -41,6 +41,12 @@ void Reconnector::noteFailedCall()
         m_pause.start(m_nextPause);
 }
 
+void Reconnector::tryNow()
+{
+    m_pause.stop();
+    Q_EMIT due();
+}
+
 void Reconnector::noteConnected()
 {
     m_nextPause = m_firstPause;

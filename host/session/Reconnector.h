@@ -21,6 +21,10 @@ public:
     void noteFailedCall();
     // The connection is open again, however that happened: resets the pause.
     void noteConnected();
+    // The user asks for an attempt: ends the pause.
+    void tryNow();
+    // Until the next attempt, rounded up; 0 if there is no pause.
+    int secondsLeft() const { return m_pause.isActive() ? (m_pause.remainingTime() + 999) / 1000 : 0; }
 
 Q_SIGNALS:
     // The pause is over.

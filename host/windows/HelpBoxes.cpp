@@ -2,6 +2,7 @@
 
 #include "host/desktop/ProgramIcon.h"
 #include "host/windows/WindowOptions.h"
+#include "toolkit/ControlStyle.h"
 
 #include <QMainWindow>
 #include <QMenu>
@@ -16,7 +17,15 @@ namespace {
 
 QString row(const QString& keys, const QString& what)
 {
-    return u"<tr><td>%1</td><td>&nbsp;&nbsp;</td><td>%2</td></tr>"_s.arg(keys.toHtmlEscaped(), what.toHtmlEscaped());
+    // Keys end where their meanings begin, as captions and values do.
+    return u"<tr><td align='right'>%1</td><td>&nbsp;&nbsp;</td><td>%2</td></tr>"_s.arg(
+        keys.toHtmlEscaped(), what.toHtmlEscaped());
+}
+
+void giveLook(QMessageBox& box)
+{
+    for (QAbstractButton* const button : box.buttons())
+        ControlStyle::giveTo(*button);
 }
 
 QString menuRows(const QMenu& menu)
@@ -47,6 +56,7 @@ void showShortcuts(QMainWindow& window)
     rows += row(u"Escape"_s, u"Close a dialog without saving"_s);
     QMessageBox box(
         QMessageBox::NoIcon, u"Keyboard Shortcuts"_s, u"<table>%1</table>"_s.arg(rows), QMessageBox::Close, &window);
+    giveLook(box);
     box.setTextFormat(Qt::RichText);
     box.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     box.exec();
@@ -63,6 +73,7 @@ void showAbout(QMainWindow& window, const WindowOptions& options, const QString&
     QMessageBox box(QMessageBox::NoIcon, u"About"_s, lines.join(u'\n'), QMessageBox::Ok, &window);
     box.setTextFormat(Qt::PlainText);
     box.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    giveLook(box);
     box.setIconPixmap(programIcon().pixmap(box.fontMetrics().height() * 3));
     box.exec();
 }

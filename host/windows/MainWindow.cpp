@@ -11,21 +11,24 @@
 #include "host/session/ProcessTransport.h"
 #include "host/session/Replies.h"
 #include "host/session/TlsTransport.h"
+#include "host/windows/CallWatch.h"
+#include "host/windows/EmergencyVisits.h"
 #include "host/windows/FailureBox.h"
 #include "host/windows/HelpBoxes.h"
 #include "host/windows/ListPicker.h"
+#include "host/windows/PanelMenus.h"
 #include "host/windows/PatientBanner.h"
 #include "host/windows/Pickers.h"
 #include "host/windows/PreviewDialog.h"
-#include "host/windows/SaveLine.h"
+#include "host/windows/SignLabel.h"
+#include "host/windows/StatusLine.h"
 #include "host/windows/SupportMenu.h"
-#include "host/windows/WaitBox.h"
+#include "toolkit/Hairline.h"
+#include "toolkit/Measures.h"
 #include "toolkit/WheelGuard.h"
 
 #include <QApplication>
 #include <QCloseEvent>
-#include <QGridLayout>
-#include <QLabel>
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QScopeGuard>
@@ -35,7 +38,6 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
-#include <cstdio>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -45,14 +47,14 @@ namespace health {
 namespace {
 // In milliseconds
 constexpr int LongestOpening = 15'000;
-constexpr int Patience = 2000; // before the window offers to stop waiting
-constexpr int SavePatience = 5000; // the same for a save, whose form shows earlier that it works
 constexpr int LaterPause = 20;
 
 // Keys of the settings
 const QString GeometryKey = u"geometry"_s;
 const QString TextSizeKey = u"textSize"_s;
 constexpr double TextStep = 1.1;
+
+using NoAlerts = std::vector<PatientAlert>;
 
 std::unique_ptr<Transport> makeTransport(const WindowOptions& options)
 {
@@ -72,29 +74,24 @@ MainWindow::MainWindow(const WindowOptions& options)
     , m_context(
           *m_transport, options.timeoutMilliseconds, [this](const QString& reason) { return asksToRetry(reason); },
           prompts())
-    , m_pages(new PanelPages(m_context))
-    , m_connectionLabel(new QLabel(u"Not connected to the server."_s))
-    , m_userLabel(new QLabel)
-    , m_saveLine(new SaveLine(m_context.session()))
+    , m_calls(new CallWatch(
+          m_context.session(), *this, options.isUnattended ? CallWatch::Audience::Nobody : CallWatch::Audience::User))
+    , m_pages(new PanelPages(m_context, ViewMemory(!options.isUnattended)))
+    , m_panelMenus(new PanelMenus(*m_pages))
+    , m_userLabel(new SignLabel)
+    , m_statusLine(new StatusLine(m_context.session()))
     , m_textSize(new TextSize(this))
 {
-    auto* const banner = new PatientBanner(m_context, this);
-    auto* const centre = new QWidget;
-    auto* const layout = new QVBoxLayout(centre);
-    layout->addWidget(banner);
-    layout->addWidget(m_pages, 1);
-    setCentralWidget(centre);
-    m_userLabel->setTextFormat(Qt::PlainText);
-    statusBar()->addWidget(m_saveLine);
-    statusBar()->addPermanentWidget(m_connectionLabel);
-    statusBar()->addPermanentWidget(m_userLabel);
-    statusBar()->setAccessibleName(u"Status"_s);
+    auto* const banner =
+        new PatientBanner(m_context, [this] { return m_pages->first() ? m_pages->first()->alerts() : NoAlerts(); });
+    setCentralWidget(makeCentre(*banner));
+    makeStatusBar();
     makeFileMenu();
     makeViewMenu();
     makeHelpMenu();
     connect(banner, &PatientBanner::patientWanted, this, &MainWindow::choosePatient);
     connect(banner, &PatientBanner::visitWanted, this, &MainWindow::chooseVisit);
-    connect(m_saveLine, &SaveLine::entryWanted, this, &MainWindow::reopenEntry);
+    connect(m_statusLine, &StatusLine::entryWanted, this, &MainWindow::reopenEntry);
     connect(m_pages, &PanelPages::countChanged, this, &MainWindow::updatePanelActions);
     connectContext();
     QApplication::instance()->installEventFilter(new WheelGuard(this));
@@ -113,8 +110,12 @@ MainWindow::MainWindow(const WindowOptions& options)
     updateTitle();
 }
 
-// The panels use the session until they are destroyed.
-MainWindow::~MainWindow() { m_pages->dropAll(); }
+// Panels and pages use the session until they are destroyed.
+MainWindow::~MainWindow()
+{
+    delete m_emergencyVisits;
+    m_pages->dropAll();
+}
 
 ClinicalContext::Prompts MainWindow::prompts()
 {
@@ -122,16 +123,54 @@ ClinicalContext::Prompts MainWindow::prompts()
         [this](const Report& report) { showReport(report); }, [this](Printout& printout) { showPages(printout); } };
 }
 
+QWidget* MainWindow::makeCentre(PatientBanner& banner)
+{
+    auto* const centre = new QWidget;
+    auto* const layout = new QVBoxLayout(centre);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(&banner);
+    layout->addWidget(new Hairline);
+    layout->addWidget(m_pages, 1);
+    layout->addWidget(new Hairline);
+    return centre;
+}
+
+void MainWindow::makeStatusBar()
+{
+    statusBar()->setAccessibleName(u"Status"_s);
+    statusBar()->setSizeGripEnabled(false);
+    statusBar()->addWidget(m_statusLine, 1);
+    statusBar()->addPermanentWidget(m_userLabel);
+    layOutEdges();
+}
+
+// Status line and panels begin where the banner's texts begin.
+void MainWindow::layOutEdges()
+{
+    const Measures measures(*this);
+    const int margin = measures.windowMargin();
+    statusBar()->setContentsMargins(margin, 0, margin, 0);
+    m_pages->setContentsMargins(measures.units(3), measures.units(1.5), measures.units(3), 0);
+}
+
+void MainWindow::changeEvent(QEvent* event)
+{
+    QMainWindow::changeEvent(event);
+    if (event->type() == QEvent::FontChange && m_userLabel)
+        layOutEdges();
+}
+
 void MainWindow::connectContext()
 {
     connect(&m_context, &ClinicalContext::patientChanged, this, &MainWindow::updateTitle);
-    connect(&m_context.session(), &HostSession::statusChanged, this,
-        [this](const QString& text) { statusBar()->showMessage(text); });
-    m_connectionLabel->hide();
+    connect(&m_context, &ClinicalContext::patientChanged, this,
+        [this] { m_seenPatients.note(m_context.session().signedOn().userName, m_context.patient()); });
     connect(&m_context.session(), &HostSession::connectionChanged, this, &MainWindow::showConnection);
-    connect(&m_context.session(), &HostSession::progressed, this, &MainWindow::showProgress);
-    connect(&m_context.session(), &HostSession::callEnded, this, &MainWindow::endWaiting);
-    m_context.session().onWait = [this](qint64 milliseconds) { return showWaiting(milliseconds); };
+    connect(&m_context.session(), &HostSession::callEnded, this, [this] {
+        if (m_closing)
+            closeLater();
+    });
     m_context.session().setLongestCall(m_options.longestCallMilliseconds);
     m_context.session().chooseUser = [this] { return userOfOptions(); };
 }
@@ -144,12 +183,14 @@ void MainWindow::makeFileMenu()
     m_visitAction = file->addAction(u"Select &Visit..."_s, QKeySequence(u"Ctrl+T"_s), this, &MainWindow::chooseVisit);
     file->addAction(u"Sign On &As..."_s, this, &MainWindow::chooseUser);
     file->addSeparator();
-    file->addAction(m_saveLine->undoAction());
+    file->addAction(m_statusLine->undoAction());
     file->addSeparator();
     m_newPanel = file->addAction(u"&New Panel"_s, QKeySequence(u"Ctrl+N"_s), m_pages, &PanelPages::add);
     m_closePanel = file->addAction(u"&Close Panel"_s, QKeySequence(u"Ctrl+W"_s), m_pages, &PanelPages::closeCurrent);
     file->addSeparator();
-    file->addAction(u"&Quit"_s, QKeySequence(u"Ctrl+Q"_s), this, &QWidget::close);
+    m_panelMenus->add(*file, "File", file->addAction(u"&Quit"_s, QKeySequence(u"Ctrl+Q"_s), this, &QWidget::close));
+    // Without an access key: its letters belong to the panel's buttons.
+    m_panelMenus->add(*menuBar()->addMenu(u"Edit"_s), "Edit");
 }
 
 void MainWindow::makeViewMenu()
@@ -159,6 +200,7 @@ void MainWindow::makeViewMenu()
         if (m_context.mayChange())
             m_context.session().raiseEvent(RefreshEvent, L"");
     });
+    m_emergencyAction = view->addAction(u"&Emergency Visits..."_s, this, &MainWindow::showEmergencyVisits);
     view->addSeparator();
     // On many keyboards plus is a shifted key.
     view->addAction(u"&Larger Text"_s, this, [this] { m_textSize->setFactor(m_textSize->factor() * TextStep); })
@@ -166,12 +208,12 @@ void MainWindow::makeViewMenu()
     view->addAction(u"&Smaller Text"_s, QKeySequence(u"Ctrl+-"_s), this,
         [this] { m_textSize->setFactor(m_textSize->factor() / TextStep); });
     view->addAction(u"&Normal Text"_s, QKeySequence(u"Ctrl+0"_s), this, [this] { m_textSize->setFactor(1); });
+    m_panelMenus->add(*view, "View");
 }
 
 void MainWindow::showConnection(bool connected)
 {
     m_connected = connected;
-    m_connectionLabel->setHidden(connected);
     updatePanelActions();
     if (connected && m_closedPanels > 0)
         QMetaObject::invokeMethod(this, &MainWindow::reopenPanels, Qt::QueuedConnection);
@@ -190,7 +232,10 @@ void MainWindow::updatePanelActions()
 void MainWindow::makeHelpMenu()
 {
     QMenu* const help = menuBar()->addMenu(u"&Help"_s);
-    help->addAction(u"&Keyboard Shortcuts"_s, QKeySequence(Qt::Key_F1), this, [this] { showShortcuts(*this); });
+    help->addAction(u"&Keyboard Shortcuts"_s, QKeySequence(Qt::Key_F1), this, [this] {
+        m_panelMenus->refresh();
+        showShortcuts(*this);
+    });
     auto* const laboratory = dynamic_cast<DisturbedTransport*>(m_transport.get());
     new SupportMenu(*help, m_context.session(), laboratory, *this);
     help->addAction(u"&About"_s, this, [this] { showAbout(*this, m_options, m_userLabel->text()); });
@@ -229,61 +274,8 @@ Text MainWindow::userOfOptions()
 
 bool MainWindow::asksToRetry(const QString& reason)
 {
-    delete m_waitBox;
-    if (m_closing)
-        return false;
-    if (m_options.isUnattended) {
-        std::fprintf(stderr, "%s\n", qPrintable(reason));
-        return false;
-    }
-    QMessageBox box(QMessageBox::Warning, u"Personal Health"_s, u"The connection to the server failed. Try again?"_s,
-        QMessageBox::Retry | QMessageBox::Cancel, QApplication::activeWindow());
-    box.setInformativeText(reason);
-    box.setTextFormat(Qt::PlainText);
-    box.setTextInteractionFlags(Qt::TextSelectableByMouse);
-    box.setDefaultButton(QMessageBox::Retry);
-    // Otherwise the box is as wide as its first sentence, and wraps the paths in the reason.
-    if (auto* const grid = qobject_cast<QGridLayout*>(box.layout()))
-        grid->addItem(new QSpacerItem(fontMetrics().horizontalAdvance(u'x') * 70, 0), grid->rowCount(), 0, 1,
-            grid->columnCount());
-    QApplication::setOverrideCursor(
-        Qt::ArrowCursor); // the call has set the busy pointer, but the box waits for the user
-    const auto callGoesOn = qScopeGuard([] { QApplication::restoreOverrideCursor(); });
-    return box.exec() == QMessageBox::Retry;
-}
-
-void MainWindow::showProgress(int percent, const QString& text)
-{
-    if (m_options.isUnattended)
-        return printProgress(u"%1 (%2%)"_s.arg(text).arg(percent / 25 * 25));
-    waitBox().showProgress(percent, text);
-}
-
-// Offers to stop a long call; true while the box that offers it is shown and takes all input.
-bool MainWindow::showWaiting(qint64 milliseconds)
-{
-    if (m_options.isUnattended)
-        return false;
-    const bool saving = m_context.session().isSaving();
-    if (milliseconds >= (saving ? SavePatience : Patience))
-        waitBox().showWaiting(saving, milliseconds / 1000);
-    return m_waitBox;
-}
-
-WaitBox& MainWindow::waitBox()
-{
-    if (!m_waitBox) {
-        m_waitBox = new WaitBox(*this);
-        connect(m_waitBox, &WaitBox::stopped, &m_context.session(), &HostSession::giveUp);
-    }
-    return *m_waitBox;
-}
-
-void MainWindow::endWaiting()
-{
-    delete m_waitBox;
-    if (m_closing)
-        closeLater();
+    m_calls->endWaiting();
+    return !m_closing && m_calls->asksToRetry(reason);
 }
 
 // Waits until the caller has handled the end of the call, and possibly shown a message.
@@ -295,13 +287,6 @@ void MainWindow::closeLater()
         if (std::exchange(m_closing, false))
             close();
     });
-}
-
-void MainWindow::printProgress(const QString& line)
-{
-    if (line != m_printedProgress)
-        std::fprintf(stderr, "%s\n", qPrintable(line));
-    m_printedProgress = line;
 }
 
 // --- The user's choices ---
@@ -323,7 +308,9 @@ void MainWindow::guarded(const std::function<void()>& work)
 void MainWindow::choosePatient()
 {
     guarded([this] {
-        if (const long number = pickPatient(m_context.session(), this))
+        QList<PatientData> seen = m_seenPatients.of(m_context.session().signedOn().userName);
+        seen.removeIf([this](const PatientData& patient) { return patient.number == m_context.patient().number; });
+        if (const long number = pickPatient(m_context.session(), seen, this))
             m_context.selectPatient(number);
     });
 }
@@ -336,6 +323,23 @@ void MainWindow::chooseVisit()
         if (const auto visit =
                 pickVisit(m_context.session(), m_context.patient().number, m_context.visit().number, this))
             m_context.selectVisit(*visit);
+    });
+}
+
+void MainWindow::showEmergencyVisits()
+{
+    guarded([this] {
+        if (m_context.patient().number == 0)
+            return;
+        if (!m_emergencyVisits)
+            m_emergencyVisits = new EmergencyVisits(
+                m_context,
+                [this](const Text& record, const Text& visit) {
+                    if (ComponentInstance* const panel = m_pages->first())
+                        panel->openRecord(static_cast<int>(RecordTypeNumber::EmergencyRoom), record, visit);
+                },
+                this);
+        m_emergencyVisits->present();
     });
 }
 
@@ -361,6 +365,7 @@ void MainWindow::changeUser(const Text& user)
         return;
     const Text old = m_context.session().signedOn().userName;
     m_closedPanels += m_pages->count();
+    m_pages->saveViews();
     m_pages->dropAll();
     // In every case the window shows the signed-on user and the panels.
     const auto goOn = qScopeGuard([this] {
@@ -403,7 +408,7 @@ void MainWindow::signOnAgain(const Text& user)
 void MainWindow::showUser()
 {
     const QString name = displayName(QString::fromStdWString(m_context.session().signedOn().userName));
-    m_userLabel->setText(name.isEmpty() ? u"Not signed on."_s : u"User: %1"_s.arg(name));
+    m_userLabel->say(name.isEmpty() ? u"Not signed on."_s : u"User: %1"_s.arg(name), Sign::None, Ink::Quiet);
 }
 
 ReportPeople MainWindow::people()
@@ -435,6 +440,7 @@ void MainWindow::updateTitle()
 {
     const PatientData& patient = m_context.patient();
     m_visitAction->setEnabled(patient.number != 0);
+    m_emergencyAction->setEnabled(patient.number != 0);
     const QString program = m_options.isLaboratory ? u"Personal Health LABORATORY"_s : u"Personal Health"_s;
     setWindowTitle(patient.number == 0
             ? program
@@ -452,6 +458,7 @@ void MainWindow::closeEvent(QCloseEvent* event)
     if (!m_options.isUnattended) {
         QSettings().setValue(GeometryKey, saveGeometry());
         QSettings().setValue(TextSizeKey, m_textSize->factor());
+        m_pages->saveViews();
     }
     QMainWindow::closeEvent(event);
 }

@@ -1,23 +1,25 @@
 #pragma once
 
 #include "host/framework/ClinicalContext.h"
+#include "host/framework/SeenPatients.h"
 #include "host/report/PrintedDocument.h"
 #include "host/session/Transport.h"
 #include "host/windows/PanelPages.h"
 #include "host/windows/WindowOptions.h"
 
 #include <QMainWindow>
-#include <QPointer>
 
 #include <memory>
 
-class QLabel;
-
 namespace health {
 
-class SaveLine;
+class CallWatch;
+class EmergencyVisits;
+class PanelMenus;
+class PatientBanner;
+class SignLabel;
+class StatusLine;
 class TextSize;
-class WaitBox;
 
 // The host's window: patient banner, up to four panels side by side, menus, status line.
 class MainWindow : public QMainWindow {
@@ -39,8 +41,12 @@ public:
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
 private:
+    QWidget* makeCentre(PatientBanner& banner);
+    void makeStatusBar();
+    void layOutEdges();
     void makeFileMenu();
     void makeViewMenu();
     ClinicalContext::Prompts prompts();
@@ -54,16 +60,12 @@ private:
     void choosePatient();
     void chooseVisit();
     void chooseUser();
+    void showEmergencyVisits();
     void reopenEntry();
     ReportPeople people();
     void showReport(const Report& report);
     void showPages(Printout& printout);
     void makeHelpMenu();
-    void showProgress(int percent, const QString& text);
-    void printProgress(const QString& line);
-    bool showWaiting(qint64 milliseconds);
-    WaitBox& waitBox();
-    void endWaiting();
     void closeLater();
     void updateTitle();
     bool asksToRetry(const QString& reason);
@@ -73,18 +75,20 @@ private:
     const WindowOptions m_options;
     std::unique_ptr<Transport> m_transport;
     ClinicalContext m_context;
+    CallWatch* m_calls;
     PanelPages* m_pages;
-    QLabel* m_connectionLabel;
-    QLabel* m_userLabel;
-    SaveLine* m_saveLine;
+    PanelMenus* m_panelMenus;
+    SignLabel* m_userLabel = nullptr;
+    StatusLine* m_statusLine;
     bool m_connected = false;
     std::size_t m_closedPanels = 0; // to be opened again for the user who signs on
     QAction* m_newPanel = nullptr;
     QAction* m_closePanel = nullptr;
     QAction* m_visitAction = nullptr;
-    QPointer<WaitBox> m_waitBox; // while a call takes long
+    QAction* m_emergencyAction = nullptr;
+    EmergencyVisits* m_emergencyVisits = nullptr; // once it was wanted
+    SeenPatients m_seenPatients;
     bool m_closing = false; // closes when the running call has ended
-    QString m_printedProgress; // the last line on standard error when unattended
     TextSize* m_textSize;
 };
 

@@ -20,8 +20,9 @@ QString oneLine(QString text) { return text.replace(u'\n', u' ').replace(u'\r', 
 
 }
 
-PanelPages::PanelPages(ClinicalContext& context)
+PanelPages::PanelPages(ClinicalContext& context, ViewMemory memory)
     : m_context(context)
+    , m_memory(memory)
 {
     setChildrenCollapsible(false);
     setAccessibleName(u"Panels"_s);
@@ -71,16 +72,23 @@ void PanelPages::showPages()
 void PanelPages::noteFocus(QWidget* focused)
 {
     for (const Panel& panel : m_panels) {
-        if (panel.page && panel.page->isAncestorOf(focused))
-            m_lastFocused = panel.page;
+        if (!panel.page || !panel.page->isAncestorOf(focused) || m_lastFocused == panel.page)
+            continue;
+        m_lastFocused = panel.page;
+        Q_EMIT currentChanged();
     }
+}
+
+QWidget* PanelPages::current() const
+{
+    if (m_lastFocused && isAncestorOf(m_lastFocused))
+        return m_lastFocused;
+    return m_panels.empty() ? nullptr : m_panels.front().page.data();
 }
 
 void PanelPages::focusRecords()
 {
-    QWidget* const first = m_panels.empty() ? nullptr : m_panels.front().page;
-    QWidget* const page = m_lastFocused && isAncestorOf(m_lastFocused) ? m_lastFocused.data() : first;
-    if (page)
+    if (QWidget* const page = current())
         page->setFocus();
 }
 
@@ -90,6 +98,7 @@ QWidget* PanelPages::load(Panel& panel)
         panel.component = loadComponentClass(QString::fromLatin1(PanelProgId)).create(m_context);
         if (!panel.component || !panel.component->widget())
             throw Failure(L"The panel library did not create a panel. Reinstall it.");
+        panel.component->setViewState(m_memory.viewAt(m_panels.size()));
         m_context.add(*panel.component);
         return panel.component->widget();
     } catch (...) {
@@ -127,10 +136,23 @@ void PanelPages::closeCurrent()
     const auto focused = std::find_if(m_panels.begin(), m_panels.end(),
         [](const Panel& panel) { return panel.page && panel.page->isAncestorOf(QApplication::focusWidget()); });
     const auto closed = focused == m_panels.end() ? m_panels.end() - 1 : focused;
+    saveView(static_cast<std::size_t>(closed - m_panels.begin()));
     Panel panel = std::move(*closed);
     m_panels.erase(closed);
     drop(panel);
     Q_EMIT countChanged();
+}
+
+void PanelPages::saveView(std::size_t position)
+{
+    if (const auto& component = m_panels[position].component)
+        m_memory.keep(position, component->viewState());
+}
+
+void PanelPages::saveViews()
+{
+    for (std::size_t position = 0; position < m_panels.size(); ++position)
+        saveView(position);
 }
 
 void PanelPages::dropAll()

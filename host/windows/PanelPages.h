@@ -1,6 +1,7 @@
 #pragma once
 
 #include "api/Component.h"
+#include "host/windows/ViewMemory.h"
 
 #include <QPointer>
 #include <QSplitter>
@@ -18,7 +19,7 @@ public:
     static constexpr std::size_t Most = 4;
 
     // The context must outlive the pages.
-    explicit PanelPages(ClinicalContext& context);
+    PanelPages(ClinicalContext& context, ViewMemory memory);
     ~PanelPages() override;
 
     std::size_t count() const { return m_panels.size(); }
@@ -31,8 +32,13 @@ public:
     void closeCurrent();
     // Moves the focus to the record list of the panel that had it last, else of the first panel.
     void focusRecords();
+    // Remembers how the panels are arranged, for the next ones in their places.
+    void saveViews();
     // Closes all panels.
     void dropAll();
+
+    // The page of the panel that had the focus last, else of the first panel; null without panels.
+    QWidget* current() const;
 
     // The first panel; null if it could not be loaded.
     ComponentInstance* first() const { return m_panels.empty() ? nullptr : m_panels.front().component.get(); }
@@ -44,6 +50,8 @@ public:
 
 Q_SIGNALS:
     void countChanged();
+    // Another panel has the focus.
+    void currentChanged();
 
 protected:
     void showEvent(QShowEvent* event) override;
@@ -57,10 +65,12 @@ private:
     QWidget* load(Panel& panel);
     QWidget* messagePage(const QString& text);
     void drop(Panel& panel);
+    void saveView(std::size_t position);
     void noteFocus(QWidget* focused);
     void showPages();
 
     ClinicalContext& m_context;
+    ViewMemory m_memory;
     std::vector<Panel> m_panels;
     QPointer<QWidget> m_lastFocused; // the page that had the focus last
     QString m_failure;

@@ -2,6 +2,10 @@
 
 #include "host/framework/ClinicalContext.h"
 #include "host/framework/DisplayText.h"
+#include "host/windows/SignLabel.h"
+#include "toolkit/ControlStyle.h"
+#include "toolkit/FlowLayout.h"
+#include "toolkit/Measures.h"
 
 #include <QEvent>
 #include <QHBoxLayout>
@@ -12,68 +16,170 @@ using namespace Qt::StringLiterals;
 
 namespace health {
 
-PatientBanner::PatientBanner(ClinicalContext& context, QWidget* parent)
-    : QFrame(parent)
-    , m_context(context)
+namespace {
+
+// A text of the first line as HTML.
+class Span {
+public:
+    Span(const QWidget& banner, double size, Ink ink)
+        : m_font(scaled(banner.font(), size))
+        , m_colour(colourOf(ink, banner.palette()))
+    {
+    }
+
+    Span& strong()
+    {
+        m_font = semibold(m_font);
+        return *this;
+    }
+
+    // The text does not break.
+    QString of(const QString& text) const
+    {
+        const QString size =
+            m_font.pointSizeF() > 0 ? u"%1pt"_s.arg(m_font.pointSizeF(), 0, 'f', 2) : u"%1px"_s.arg(m_font.pixelSize());
+        return u"<span style='font-size:%1;font-weight:%2;color:%3'>%4</span>"_s.arg(size)
+            .arg(static_cast<int>(m_font.weight()))
+            .arg(m_colour.name(), text.toHtmlEscaped().replace(u' ', u"&nbsp;"_s));
+    }
+
+private:
+    QFont m_font;
+    QColor m_colour;
+};
+
+QString nameOf(const QWidget& banner, const PatientData& patient)
+{
+    if (patient.number == 0)
+        return Span(banner, TypeSize::Name, Ink::Quiet).strong().of(u"No patient selected"_s);
+    const Span quiet(banner, TypeSize::DetailsHeading, Ink::Quiet);
+    const Span strong = Span(banner, TypeSize::DetailsHeading, Ink::Words).strong();
+    const bool sexKnown = patient.sex == u"F" || patient.sex == u"M";
+    QStringList details { strong.of(sexKnown ? patient.sex : displaySex(patient.sex)) };
+    if (const QString age = displayAge(patient.birth, QDate::currentDate()); !age.isEmpty())
+        details.append(strong.of(age));
+    if (const QString birth = displayDate(patient.birthDate); !birth.isEmpty())
+        details.append(quiet.of(u"born "_s + birth));
+    details.append(quiet.of(u"No. %1"_s.arg(patient.number)));
+    return Span(banner, TypeSize::Name, Ink::Words).strong().of(displayName(patient.name)) + u"&nbsp;&nbsp; "_s
+        + details.join(quiet.of(u" \u00B7"_s) + u' ');
+}
+
+QString spokenName(const PatientData& patient)
+{
+    if (patient.number == 0)
+        return u"No patient selected"_s;
+    QStringList parts { displayName(patient.name), displaySex(patient.sex),
+        displayAge(patient.birth, QDate::currentDate()), u"born "_s + displayDate(patient.birthDate),
+        u"number %1"_s.arg(patient.number) };
+    parts.removeAll(QString());
+    parts.removeAll(u"born "_s);
+    return parts.join(u", "_s);
+}
+
+}
+
+PatientBanner::PatientBanner(ClinicalContext& context, ReadAlerts readAlerts)
+    : m_context(context)
+    , m_readAlerts(std::move(readAlerts))
     , m_name(new QLabel)
-    , m_details(new QLabel)
-    , m_visit(new QLabel)
+    , m_visit(new SignLabel)
+    , m_remarks(new FlowLayout)
+    , m_patientButton(new QPushButton(u"Select &Patient..."_s))
     , m_visitButton(new QPushButton(u"Select V&isit..."_s))
 {
-    setFrameShape(StyledPanel);
     setAccessibleName(u"Patient"_s);
-    for (QLabel* label : { m_name, m_details, m_visit }) {
-        label->setTextFormat(Qt::PlainText);
-        label->setTextInteractionFlags(Qt::TextSelectableByMouse);
-        label->setWordWrap(true);
-    }
-    auto* const patientButton = new QPushButton(u"Select &Patient..."_s);
+    m_name->setTextFormat(Qt::RichText);
+    m_name->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    m_name->setWordWrap(true);
+    m_remarks->addWidget(m_visit);
     auto* const texts = new QVBoxLayout;
+    texts->setSpacing(Measures(*this).u());
     texts->addWidget(m_name);
-    texts->addWidget(m_details);
-    texts->addWidget(m_visit);
-    auto* const buttons = new QVBoxLayout;
-    buttons->addWidget(patientButton);
-    buttons->addWidget(m_visitButton);
-    buttons->addStretch();
+    texts->addLayout(m_remarks);
+    texts->addStretch();
     auto* const layout = new QHBoxLayout(this);
     layout->addLayout(texts, 1);
-    layout->addLayout(buttons);
-
-    connect(patientButton, &QPushButton::clicked, this, &PatientBanner::patientWanted);
-    connect(m_visitButton, &QPushButton::clicked, this, &PatientBanner::visitWanted);
+    layout->addWidget(makeButtons());
     connect(&context, &ClinicalContext::patientChanged, this, &PatientBanner::refresh);
     connect(&context, &ClinicalContext::visitChanged, this, &PatientBanner::refresh);
+    m_alertsDue.setSingleShot(true);
+    connect(&m_alertsDue, &QTimer::timeout, this, [this] { showAlerts(m_readAlerts()); });
+    // The panels report the end of a load by an empty status.
+    const auto readAgain = [this] { m_alertsDue.start(0); };
+    connect(&context, &ClinicalContext::patientChanged, this, readAgain);
+    connect(&context.session(), &HostSession::statusChanged, this, readAgain);
     refresh();
+}
+
+QWidget* PatientBanner::makeButtons()
+{
+    auto* const buttons = new QWidget;
+    auto* const layout = new QHBoxLayout(buttons);
+    layout->setContentsMargins(0, 0, 0, 0);
+    for (QPushButton* const button : { m_patientButton, m_visitButton }) {
+        ControlStyle::giveTo(*button);
+        layout->addWidget(button);
+    }
+    connect(m_patientButton, &QPushButton::clicked, this, &PatientBanner::patientWanted);
+    connect(m_visitButton, &QPushButton::clicked, this, &PatientBanner::visitWanted);
+    return buttons;
 }
 
 void PatientBanner::changeEvent(QEvent* event)
 {
-    QFrame::changeEvent(event);
-    if (event->type() == QEvent::FontChange)
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::FontChange || event->type() == QEvent::PaletteChange)
         refresh();
+}
+
+void PatientBanner::layOut()
+{
+    const Measures measures(*this);
+    const int margin = measures.windowMargin();
+    layout()->setContentsMargins(margin, measures.units(1.5), margin, measures.units(3));
+    layout()->setSpacing(measures.groupGap());
+    m_patientButton->parentWidget()->layout()->setSpacing(measures.units(2));
+    m_remarks->setGaps({ measures.units(7), measures.u() });
 }
 
 void PatientBanner::refresh()
 {
-    QFont large = font();
-    large.setPointSizeF(large.pointSizeF() * 1.3);
-    large.setBold(true);
-    m_name->setFont(large);
-
+    layOut();
     const PatientData& patient = m_context.patient();
-    const bool selected = patient.number != 0;
-    m_name->setText(selected ? displayName(patient.name) : u"No patient selected"_s);
-    m_details->setVisible(selected);
-    m_visit->setVisible(selected);
-    m_visitButton->setEnabled(selected);
-    if (!selected)
-        return;
-    m_details->setText(u"Number %1   %2   Born %3   Age %4"_s.arg(QString::number(patient.number),
-        displaySex(patient.sex), displayDate(patient.birthDate), displayAge(patient.birth, QDate::currentDate())));
+    m_name->setText(nameOf(*this, patient));
+    m_name->setAccessibleName(spokenName(patient));
+    m_visitButton->setEnabled(patient.number != 0);
+    m_patientButton->setProperty(FilledProperty, patient.number == 0);
+    m_patientButton->update();
+    if (patient.number == 0)
+        showAlerts({});
+    showVisit();
+}
+
+void PatientBanner::showVisit()
+{
     const VisitData& visit = m_context.visit();
-    m_visit->setText(
-        visit.number == 0 ? u"No visit selected"_s : u"Visit %1, %2"_s.arg(displayDate(visit.date), visit.location));
+    if (m_context.patient().number == 0)
+        m_visit->say(u"Records are listed when a patient is selected."_s, Sign::None, Ink::Quiet);
+    else if (visit.number == 0)
+        m_visit->say(u"No visit selected"_s, Sign::Caution, Ink::Caution);
+    else
+        m_visit->say(u"Visit %1, %2"_s.arg(displayDate(visit.date), visit.location), Sign::Bar, Ink::Visit);
+}
+
+void PatientBanner::showAlerts(const std::vector<PatientAlert>& alerts)
+{
+    qDeleteAll(std::exchange(m_alerts, {}));
+    for (const PatientAlert& alert : alerts) {
+        auto* const label = new SignLabel;
+        const bool caution = alert.kind == PatientAlert::Kind::Caution;
+        label->say(QString::fromStdWString(alert.text), caution ? Sign::Caution : Sign::Calendar,
+            caution ? Ink::Caution : Ink::Quiet);
+        m_remarks->addWidget(label);
+        m_alerts.append(label);
+    }
+    updateGeometry();
 }
 
 }

@@ -1,6 +1,9 @@
 #pragma once
 
-#include <QFrame>
+#include "api/Component.h"
+
+#include <QTimer>
+#include <QWidget>
 
 class QLabel;
 class QPushButton;
@@ -8,12 +11,18 @@ class QPushButton;
 namespace health {
 
 class ClinicalContext;
+class FlowLayout;
+class SignLabel;
 
-// The selected patient (name, number, sex, age) and visit, and the buttons that change them.
-class PatientBanner : public QFrame {
+// The selected patient (name, sex, age, birth date, number), the visit, what the panel says about the patient, and the
+// buttons that change patient and visit.
+class PatientBanner : public QWidget {
     Q_OBJECT
 public:
-    PatientBanner(ClinicalContext& context, QWidget* parent);
+    // Returns what to show about the patient; called when the panels have loaded their lists.
+    using ReadAlerts = std::function<std::vector<PatientAlert>()>;
+
+    PatientBanner(ClinicalContext& context, ReadAlerts readAlerts);
 
 Q_SIGNALS:
     void patientWanted();
@@ -23,12 +32,20 @@ protected:
     void changeEvent(QEvent* event) override;
 
 private:
+    QWidget* makeButtons();
+    void layOut();
     void refresh();
+    void showVisit();
+    void showAlerts(const std::vector<PatientAlert>& alerts);
 
     ClinicalContext& m_context;
+    ReadAlerts m_readAlerts;
+    QTimer m_alertsDue;
     QLabel* m_name;
-    QLabel* m_details;
-    QLabel* m_visit;
+    SignLabel* m_visit;
+    FlowLayout* m_remarks; // the visit and the alerts
+    QList<SignLabel*> m_alerts;
+    QPushButton* m_patientButton;
     QPushButton* m_visitButton;
 };
 

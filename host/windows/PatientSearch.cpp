@@ -14,11 +14,18 @@ QList<ListPicker::Row> PatientSearch::rows(const QString& text, const QDate& tod
     QList<ListPicker::Row> rows;
     for (const QStringList& pieces : linesOf(m_session.callList(L"MEVHOST PATIENTS", text.toStdWString()))) {
         const QString birth = pieces.value(3);
-        rows.append({ pieces[0],
-            { displayName(pieces.value(1)), pieces[0], pieces.value(2), displayDate(birth),
-                displayAge(dateOfFileMan(birth).date(), today) } });
+        rows.append(
+            row({ pieces[0].toLong(), pieces.value(1), pieces.value(2), birth, dateOfFileMan(birth).date() }, today));
     }
     return rows;
+}
+
+ListPicker::Row PatientSearch::row(const PatientData& patient, const QDate& today)
+{
+    const QString number = QString::number(patient.number);
+    return { number,
+        { displayName(patient.name), number, patient.sex, displayDate(patient.birthDate),
+            displayAge(patient.birth, today) } };
 }
 
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "api/host.h"
+#include "host/framework/Selection.h"
 #include "host/windows/ListPicker.h"
 
 namespace health {
@@ -16,6 +17,8 @@ public:
     }
 
     static QStringList headings();
+
+    static ListPicker::Row row(const PatientData& patient, const QDate& today);
 
     // At most 250 rows, sorted by name; their keys are the patients' numbers. Throws Failure.
     QList<ListPicker::Row> rows(const QString& text, const QDate& today) const;

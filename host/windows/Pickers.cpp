@@ -8,20 +8,37 @@ using namespace Qt::StringLiterals;
 
 namespace health {
 
-long pickPatient(HostSession& session, QWidget* parent)
+namespace {
+
+// The patients seen before, and a heading for those that follow; no rows without such a patient.
+QList<ListPicker::Row> seenRows(const QList<PatientData>& seen, const QDate& today)
+{
+    if (seen.isEmpty())
+        return {};
+    QList<ListPicker::Row> rows { RowList::heading(u"Seen in this session"_s) };
+    for (const PatientData& patient : seen)
+        rows.append(PatientSearch::row(patient, today));
+    rows.append(RowList::heading(u"All patients by name"_s));
+    return rows;
+}
+
+}
+
+long pickPatient(HostSession& session, const QList<PatientData>& seen, QWidget* parent)
 {
     const PatientSearch patients(session);
     ListPicker picker(u"Select Patient"_s, PatientSearch::headings(), parent);
-    picker.setColumn(0, 36);
-    picker.setColumn(1, 11, Qt::AlignRight);
-    picker.setColumn(2, 6, Qt::AlignHCenter);
-    picker.setColumn(3, 14);
-    picker.setColumn(4, 12, Qt::AlignRight);
+    picker.list().setColumn(0, 36);
+    picker.list().setColumn(1, 11, Qt::AlignRight);
+    picker.list().setColumn(2, 6, Qt::AlignHCenter);
+    picker.list().setColumn(3, 14);
+    picker.list().setColumn(4, 12, Qt::AlignRight);
     picker.setSearch(u"Name (last, first), given name, birth date or number"_s,
         [&](const QString& text) -> std::optional<QList<ListPicker::Row>> {
             if (session.isInCall())
                 return std::nullopt;
-            return patients.rows(text, QDate::currentDate());
+            QList<ListPicker::Row> rows = patients.rows(text, QDate::currentDate());
+            return text.isEmpty() ? seenRows(seen, QDate::currentDate()) + rows : rows;
         });
     return picker.pick().toLong();
 }
@@ -29,9 +46,9 @@ long pickPatient(HostSession& session, QWidget* parent)
 std::optional<VisitData> pickVisit(HostSession& session, long patientNumber, long currentVisit, QWidget* parent)
 {
     ListPicker picker(u"Select Visit"_s, { u"Date"_s, u"Location"_s, u"Provider"_s, u"Category"_s }, parent);
-    picker.setColumn(0, 18);
-    picker.setColumn(1, 28);
-    picker.setColumn(3, 14);
+    picker.list().setColumn(0, 18);
+    picker.list().setColumn(1, 28);
+    picker.list().setColumn(3, 14);
     QList<ListPicker::Row> rows { { u"0"_s, { u"No visit"_s } } };
     std::map<QString, VisitData> visits { { u"0"_s, VisitData() } };
     const auto lines = linesOf(session.callList(L"MEVHOST VISITS", std::to_wstring(patientNumber)));
@@ -41,9 +58,9 @@ std::optional<VisitData> pickVisit(HostSession& session, long patientNumber, lon
             { displayDate(pieces.value(1)), displayName(pieces.value(2)), displayName(pieces.value(3)),
                 displayName(pieces.value(4)) } });
     }
-    picker.setRows(rows);
+    picker.list().setRows(rows);
     // The server lists the latest visit first.
-    picker.selectKey(currentVisit == 0 ? lines.value(0).value(0) : QString::number(currentVisit));
+    picker.list().selectKey(currentVisit == 0 ? lines.value(0).value(0) : QString::number(currentVisit));
     const auto found = visits.find(picker.pick());
     return found == visits.end() ? std::nullopt : std::optional(found->second);
 }
@@ -54,7 +71,7 @@ Text pickUser(HostSession& session, QWidget* parent)
     QList<ListPicker::Row> rows;
     for (const QStringList& pieces : linesOf(session.users()))
         rows.append({ pieces.value(1), { displayName(pieces.value(1)), pieces.value(2) } });
-    picker.setRows(rows);
+    picker.list().setRows(rows);
     return picker.pick().toStdWString();
 }
 

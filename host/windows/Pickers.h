@@ -9,8 +9,8 @@ class QWidget;
 
 namespace health {
 
-// 0 if none was picked.
-long pickPatient(HostSession& session, QWidget* parent);
+// 0 if none was picked. Until the user types, the patients who were seen before stand on top, in their order.
+long pickPatient(HostSession& session, const QList<PatientData>& seen, QWidget* parent);
 
 // A visit with number 0 is "no visit"; empty if the user cancelled. The current visit is preselected, so that only a
 // deliberate choice changes it; without one, the latest visit.

@@ -4,6 +4,8 @@
 #include "host/report/PrintedDocument.h"
 #include "host/windows/FailureBox.h"
 #include "host/windows/ListPicker.h"
+#include "toolkit/ControlStyle.h"
+#include "toolkit/Measures.h"
 
 #include <QDate>
 #include <QDialogButtonBox>
@@ -38,7 +40,11 @@ PreviewDialog::PreviewDialog(const PrintedDocument& document, QWidget* parent)
         PrintedDocument::setMargins(m_printer);
     }
     setUpPreview();
+    const Measures measures(*this);
     auto* const layout = new QVBoxLayout(this);
+    const int margin = measures.windowMargin();
+    layout->setContentsMargins(margin, margin, margin, margin);
+    layout->setSpacing(measures.units(3));
     layout->addWidget(m_preview, 1);
     m_saved->setTextFormat(Qt::PlainText);
     m_saved->setTextInteractionFlags(Qt::TextSelectableByMouse);
@@ -84,6 +90,8 @@ QWidget* PreviewDialog::makeButtons()
     connect(add(u"Zoom &Out"_s), &QPushButton::clicked, this, [this] { m_preview->zoomOut(); });
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     buttons->button(QDialogButtonBox::Close)->setDefault(true);
+    for (QAbstractButton* const button : buttons->buttons())
+        ControlStyle::giveTo(*button);
     return buttons;
 }
 

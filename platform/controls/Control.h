@@ -48,6 +48,7 @@ enum class Change {
     Fault, // why a field's entry was refused
     Busy, // a button's action is running
     Hint, // the text below a grid's rows
+    Refusal, // why a command cannot run
 };
 
 // Implemented by the front end; called after each change, on the user-interface thread.

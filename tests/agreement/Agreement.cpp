@@ -6,6 +6,7 @@
 #include "qt/DateView.h"
 #include "qt/GridView.h"
 #include "qt/TextViews.h"
+#include "tests/agreement/SeenRows.h"
 #include "toolkit/QtText.h"
 
 #include <QAbstractButton>
@@ -13,6 +14,8 @@
 #include <QListWidget>
 #include <QMetaProperty>
 #include <QRegularExpression>
+
+#include <numeric>
 
 namespace health::test {
 
@@ -30,17 +33,25 @@ QString first(const QStringList& differences) { return differences.filter(QRegul
 
 QString asText(bool on) { return QVariant(on).toString(); }
 
-// The rows, then the selected row.
-QString gridText(const Grid& grid)
+QList<int> allRows(const Grid& grid)
+{
+    QList<int> rows(grid.isDrawing() ? grid.rowCount() : 0);
+    std::iota(rows.begin(), rows.end(), 0);
+    return rows;
+}
+
+// The texts of these rows, then the place of the selected one.
+QString gridText(const Grid& grid, const QList<int>& rows)
 {
     QStringList texts;
-    for (int row = 0; grid.isDrawing() && row < grid.rowCount(); ++row) {
+    for (const int row : rows) {
         for (int column = 0; column < grid.columnCount(); ++column) {
             if (!grid.column(column).hidden)
                 texts.append(toQString(grid.text(row, column)));
         }
     }
-    return texts.join(u'|') + QString(" row %1").arg(grid.row());
+    const QString selected = grid.row() == -1 ? "none" : QString::number(rows.indexOf(grid.row()));
+    return texts.join(u'|') + " row " + selected;
 }
 
 QString gridText(const QTableView& view)
@@ -51,7 +62,7 @@ QString gridText(const QTableView& view)
             texts.append(view.model()->index(row, column).data().toString());
     }
     const QModelIndexList rows = view.selectionModel()->selectedRows();
-    return texts.join(u'|') + QString(" row %1").arg(rows.isEmpty() ? -1 : rows.first().row());
+    return texts.join(u'|') + " row " + (rows.isEmpty() ? "none" : QString::number(rows.first().row()));
 }
 
 QString ticks(int count, const std::function<bool(int)>& isTicked)
@@ -102,7 +113,7 @@ private:
     }
     void visit(Grid& grid) override
     {
-        compare("rows", gridText(dynamic_cast<const QTableView&>(m_widget)), gridText(grid));
+        compare("rows", gridText(dynamic_cast<const QTableView&>(m_widget)), gridText(grid, allRows(grid)));
     }
     void visit(Label& label) override { compare("label", property("text"), toQString(label.caption())); }
     void visit(OptionButton& option) override { compare("option", property("checked"), asText(option.isChosen())); }
@@ -162,7 +173,8 @@ QString disagreement(const FormDialog& dialog)
 QString disagreement(kalmevRepHistCtrl& control, const PanelView& panel)
 {
     QStringList differences { controlDiffers(control.cboType, *panel.findChild<ComboBoxView*>()),
-        ValueCheck(control.fgData, *panel.findChild<GridView*>()).difference };
+        differs("list", gridText(*panel.findChild<GridView*>()),
+            gridText(control.fgData, expectedRows(control.fgData, panel))) };
     const auto buttons = panel.findChildren<QPushButton*>();
     for (std::size_t i = 0; i < control.cmd.size(); ++i)
         differences.append(controlDiffers(control.cmd[i], *buttons[static_cast<qsizetype>(i)]));

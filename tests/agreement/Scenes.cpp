@@ -4,6 +4,7 @@
 #include "lookups/frmLookupImm.h"
 #include "qt/TextViews.h"
 #include "tests/agreement/Hands.h"
+#include "tests/agreement/SeenRows.h"
 #include "tests/support/Editors.h"
 #include "text/Conversions.h"
 #include "toolkit/QtText.h"
@@ -34,15 +35,15 @@ QString kept(QString value)
 
 const QStringList OnlyItems { "EKG", "MAMMOGRAM", "PAP SMEAR" };
 
-const QStringList Words =
-    QString("s,sterling,smith,glu,blue,T,T-3,T+5,T-400,+2W,fri,N,1/5/3026,7 2,3.2K,6M,99,420,3,-5,12,x^y,zz,"
-            "late | or not, ")
-        .split(u',');
+const QStringList Words = QString("s,sterling,smith,glu,blue,T,T-3,T+5,T-400,+2W,fri,N,1/5/3026,7 "
+                                  "2,3.2K,6M,99,420,3,-5,12,x^y,zz,asthma,mild,no,ak z,"
+                                  "late | or not, ")
+                              .split(u',');
 
 // "?" stands for any letter.
 const QStringList Keys =
     QString("Tab,Tab,Shift+Tab,Return,Return,Esc,Space,Up,Down,Down,Home,End,Del,Backspace,Left,Right,"
-            "PgUp,Alt+Down,Ctrl+A,Shift+F10,Alt+?,Alt+?,Alt+?,Alt+?")
+            "PgUp,Alt+Down,Ctrl+A,Ctrl+F,Ctrl+F,Shift+F10,Alt+?,Alt+?,Alt+?,Alt+?")
         .split(u',');
 
 // Each with its weight.
@@ -60,6 +61,8 @@ Scenes::Scenes()
         const bool saves = name == m_call && std::count(parameter.begin(), parameter.end(), L'^') > 1;
         if (saves && dialog && !m_loadFailed && modShared::RpcErrorCode(reply) == 0)
             m_saved = shownValues(*dialog);
+        if (!m_panels.empty() && name.ends_with(L" DEL") && !m_seenSelected.contains(Text(parameter)))
+            m_wrongDelete = toQString(Text(L"deleted ") + Text(parameter) + L", which was not seen as selected");
     };
     m_host.given = m_session;
     forPatient(1);
@@ -135,6 +138,10 @@ void Scenes::showPanels()
     m_panelLoop = &loop;
     post();
     window.show();
+    if (m_finds) {
+        for (PanelView* const panel : { &left, &right })
+            panel->setViewState({ .order = RecordOrder::NewestFirst, .findIsOpen = true });
+    }
     loop.exec();
     m_panelLoop = nullptr;
     m_panels.clear();
@@ -161,6 +168,7 @@ struct Scenes::Scene {
     TextView list = L""; // the call for the number of that record
     long patient = 1;
     bool asRegistrar = false;
+    bool finds = false; // with the bars open
 };
 
 const std::vector<Scenes::Scene>& Scenes::all()
@@ -185,6 +193,7 @@ const std::vector<Scenes::Scene>& Scenes::all()
         { &Scenes::lookUp },
         { &Scenes::lookUpVaccines },
         { &Scenes::showPanels },
+        { .open = &Scenes::showPanels, .finds = true },
     };
     return scenes;
 }
@@ -200,6 +209,7 @@ Episode Scenes::play(unsigned seed)
     m_saved.clear();
     m_session->next = FlakySession::Next::Answers;
     m_shared.session().setValue(L"MEVParam_RepHist_PedWtOpt", L"0");
+    m_finds = scene.finds;
     m_session->use(scene.asRegistrar ? m_registrar.session : m_real.session);
     forPatient(scene.patient);
     m_record.clear();
@@ -303,7 +313,11 @@ void Scenes::endScene()
 
 QString Scenes::check()
 {
+    if (!m_wrongDelete.isEmpty())
+        return std::exchange(m_wrongDelete, {});
+    m_seenSelected.clear();
     for (const auto& [control, panel] : m_panels) {
+        m_seenSelected.insert(recordSeenSelected(control->fgData, *panel));
         const QString difference = disagreement(*control, *panel);
         if (!difference.isEmpty())
             return difference;

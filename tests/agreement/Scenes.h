@@ -14,6 +14,7 @@
 #include <QScopedValueRollback>
 
 #include <random>
+#include <set>
 
 namespace health::test {
 
@@ -115,6 +116,9 @@ private:
     int m_marks = 0; // fields whose selection a double click or dragging may have changed
     Text m_call; // the call that saves the record of the scene
     QStringList m_saved; // the values of the form at the save
+    std::set<Text> m_seenSelected; // the records selected in the panels' lists at the last check
+    QString m_wrongDelete;
+    bool m_finds = false;
     bool m_loadFailed = false;
     bool m_verifying = false;
     int m_savesSeen = 0;

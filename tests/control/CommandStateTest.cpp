@@ -100,4 +100,64 @@ TEST_F(CommandState, RightButtonSelectsTheRowUnderTheMouseFirst)
     }
 }
 
+TEST_F(CommandState, EveryGreyCommandSaysWhy)
+{
+    const auto refusals = [this] {
+        Transcript texts;
+        for (std::size_t i = 0; i < control.cmd.size(); ++i) {
+            EXPECT_EQ(control.cmd[i].refusal(), control.mnuCmd[i].refusal());
+            EXPECT_EQ(control.cmd[i].isEnabled(), control.cmd[i].refusal().empty());
+            texts.push_back(control.cmd[i].refusal());
+        }
+        texts.push_back(control.mnuVisitDetail.refusal());
+        return texts;
+    };
+    const auto allSay = [](TextView add, TextView change, TextView detail) {
+        return Transcript { Text(add), Text(change), Text(change), Text(detail) };
+    };
+    constexpr TextView noForm = L"Select a form above the list.";
+    constexpr TextView noRecord = L"Select a record in the list.";
+    open(0);
+    EXPECT_EQ(refusals(), allSay(L"Select a patient.", L"Select a patient.", L"Select a patient."));
+
+    reply(L"MEVREP GET", L"G0");
+    reply(L"MEVVELD GET", L"1^1^3260310|81^A\r\n2^^3260310^B\r\n");
+    commitPatient(12);
+    EXPECT_EQ(refusals(), allSay(noForm, noRecord, noRecord));
+    control.fgData.choose(1);
+    EXPECT_EQ(refusals(), allSay(noForm, L"This record is locked.", L""));
+    control.fgData.choose(2);
+    control.cboType.selectItemData(4);
+    EXPECT_EQ(refusals(), allSay(L"", L"", L"This record has no visit."));
+    host.encounter->usable = false;
+    control.encounterEvents().Committed();
+    EXPECT_EQ(refusals(), allSay(L"An active visit has not been selected.", L"", L"This record has no visit."));
+
+    // Who may not change records learns that first, even of a locked one.
+    control.UserControl_Terminate();
+    reply(L"MEVUTL CHKSEC", L"0|0|1|0^0~");
+    open(12);
+    const Text noKey =
+        L"Editing not permitted, you do not hold either the PROVIDER key or the MEVZ ELDER CARE EDIT key.";
+    control.fgData.choose(1);
+    control.cboType.selectItemData(1);
+    constexpr TextView viewOnly = L"You have the 'MEVZ VIEW ONLY' security key, thus you cannot make modifications.";
+    EXPECT_EQ(refusals(), allSay(viewOnly, noKey, L""));
+}
+
+TEST_F(CommandState, WantedButGreyCommandSaysWhyInTheStatusLine)
+{
+    reply(L"MEVVELD GET", L"1^1^3260310|81^A\r\n2^^3260310|81^B\r\n");
+    open(12);
+    control.fgData.choose(0);
+    host.transcript.clear();
+    control.fgData.doubleClick(0); // Enter too
+    control.cmd[kalmevRepHistCtrl::Add].click();
+    EXPECT_LINES(L"status", L"status This record is locked.", L"status Select a form above the list.");
+    control.fgData.choose(1); // the reason no longer holds
+    EXPECT_LINES(L"status", L"status This record is locked.", L"status Select a form above the list.", L"status ");
+    control.fgData.choose(0);
+    EXPECT_EQ(host.lines(L"status").size(), 3U); // nothing that others wrote there goes
+}
+
 }

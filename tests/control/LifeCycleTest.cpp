@@ -146,7 +146,9 @@ TEST_F(LifeCycle, OpenFormsFollowPatientAndOtherSessions)
     push(L"REFRESH");
     push(L"VXR.13.VELD");
     shared.keepEntry(L"Entry discarded: Add", [] {});
+    shared.noteRegistryDue(L"12", L"01/10/2027");
     commitPatient(13, L"F", L"4");
+    EXPECT_EQ(shared.registryDue(L"12"), L"");
     EXPECT_EQ(host.lines(L"event ").back(), L"event DISCARDED "); // the entry is not offered for another patient
     EXPECT_EQ(watcher.log, L"VELD REF patient ");
     shared.removeForm(watcher);

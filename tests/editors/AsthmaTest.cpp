@@ -108,9 +108,12 @@ TEST_F(AsthmaRecord, ActivationOpensTheRegistryEditor)
         L"call MEVVAST GETREG(12)", L"list MEVVAST GETNOTE(12)", L"call MEVVAST SETREG(12^A^^^^^)",
         L"closed frmAsthmaReg", L"call MEVVAST GETREG(12)", L"list MEVVAST GETNOTE(12)");
     EXPECT_EQ(registry(), L"Active&InactivateE");
+    EXPECT_EQ(shared.registryDue(L"12"), pieceView(replies::Registered, L"^", 4));
+    EXPECT_EQ(shared.registryDue(L"13"), L"");
     host.desktop.inForms.push_back([&](Form&) { reply(L"MEVVAST GETREG", Inactive); });
     form.press(form.cmdEditReg);
     EXPECT_EQ(registry(), L"Inactive&Activate");
+    EXPECT_EQ(shared.registryDue(L"12"), L""); // an inactive entry is not due
     form.press(form.cmdHS);
     EXPECT_EQ(host.calls().back(), L"list MEVUTL GETRPT(81)");
 }

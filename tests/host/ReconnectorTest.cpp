@@ -30,5 +30,20 @@ TEST(Reconnector, PausesDoubleUntilTheConnectionIsOpen)
     EXPECT_FALSE(reconnector.attempt([] { ADD_FAILURE() << "a server that stops again and again"; }));
 }
 
+TEST(Reconnector, TheUserMayEndThePause)
+{
+    Reconnector reconnector(60'000);
+    QSignalSpy due(&reconnector, &Reconnector::due);
+    EXPECT_EQ(reconnector.secondsLeft(), 0);
+    EXPECT_FALSE(reconnector.attempt([] { throw Failure(L"No server."); }));
+    EXPECT_EQ(reconnector.secondsLeft(), 60);
+    reconnector.tryNow();
+    EXPECT_EQ(due.count(), 1);
+    EXPECT_EQ(reconnector.secondsLeft(), 0);
+    int attempts = 0;
+    EXPECT_TRUE(reconnector.attempt([&] { ++attempts; }));
+    EXPECT_EQ(attempts, 1);
+}
+
 }
 }

@@ -90,23 +90,6 @@ TEST_F(GridViewTest, MeasuresOnlyRowsThatCanBeSeen)
     EXPECT_LE(bottom, view.viewport()->height());
 }
 
-TEST_F(GridViewTest, HighlightedRowsGetTheLinesThatBoldTextNeeds)
-{
-    open(2);
-    const QString words =
-        QStringLiteral("word ").repeated(view.columnWidth(1) / view.fontMetrics().horizontalAdvance("word ") - 1);
-    grid.setText(1, 1, words.toStdWString());
-    QTest::qWait(1);
-    const int plain = view.rowHeight(1);
-    grid.setCellForeColour(1, 1, Blue);
-    QTest::qWait(10);
-    QFont bold = view.font();
-    bold.setBold(true);
-    const bool longer = QFontMetrics(bold).horizontalAdvance(words.trimmed()) > view.columnWidth(1);
-    ASSERT_TRUE(longer) << "the text does not distinguish the weights";
-    EXPECT_GT(view.rowHeight(1), plain);
-}
-
 TEST_F(GridViewTest, AReloadDoesNotMoveTheList)
 {
     open(1000);

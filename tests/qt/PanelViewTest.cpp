@@ -116,11 +116,40 @@ TEST_F(PanelViewTest, ContextMenuShowsVisitDetailAndCopies)
         return entries;
     };
     EXPECT_EQ(choose(4),
-        (QStringList { "&Add Record", "&Edit Record+", "De&lete Record+", "-", "&Display Visit Detail+", "&Copy+" }));
+        (QStringList { "&Add Record", "&Edit Record+", "De&lete Record+", "-", "&Display Visit Detail+", "&Copy+", "-",
+            "Add Record: Select a form above the list.+" }));
     EXPECT_EQ(host.lines(L"preview"), Transcript { L"preview [Visit Detail||||80|11] REPORT\r\n" });
     QApplication::clipboard()->clear();
     choose(5);
     EXPECT_EQ(QApplication::clipboard()->text(), "Functional Status\t03/10/2026: Toileting=Needs Help");
+}
+
+TEST_F(PanelViewTest, GreyCommandSaysWhyAtTheMouseByItsKeyAndWhenPressed)
+{
+    host.session->reply(L"MEVVELD GET", L"1^1^3260310|81^NEEDS HELP\r\n2^^3260310|81^NEEDS HELP\r\n");
+    open(12);
+    ASSERT_TRUE(QTest::qWaitForWindowActive(view.get()));
+    control.fgData.choose(0);
+    const QPushButton* edit = nullptr;
+    for (const QPushButton* const button : view->findChildren<QPushButton*>())
+        edit = button->text() == "&Edit" ? button : edit;
+    ASSERT_NE(edit, nullptr);
+    EXPECT_EQ(edit->toolTip(), "This record is locked.");
+    EXPECT_EQ(edit->accessibleDescription(), "This record is locked.");
+    const auto said = [this] { return std::exchange(host.transcript, {}).size(); };
+    said();
+    QTest::keyClick(view->windowHandle(), Qt::Key_E, Qt::AltModifier);
+    EXPECT_EQ(said(), 1U);
+    const QPoint place = edit->geometry().center();
+    QTest::mouseClick(view->windowHandle(), Qt::LeftButton, {}, place);
+    EXPECT_EQ(said(), 1U);
+    int pressed = 0;
+    control.cmd[kalmevRepHistCtrl::Edit].Click = [&] { ++pressed; };
+    control.fgData.choose(1);
+    EXPECT_EQ(edit->toolTip(), "");
+    QTest::keyClick(view->windowHandle(), Qt::Key_E, Qt::AltModifier);
+    QTest::mouseClick(view->windowHandle(), Qt::LeftButton, {}, place);
+    EXPECT_EQ(pressed, 2);
 }
 
 TEST_F(PanelViewTest, MessageBoxesHaveTheirKindTitleAndDefault)

@@ -94,6 +94,13 @@ protected:
     }
 
     QTableView* grid() { return window->findChild<QTableView*>(); }
+    // The lists of all panels, without the tables of their details.
+    QList<QTableView*> grids()
+    {
+        QList<QTableView*> lists = window->findChildren<QTableView*>();
+        lists.removeIf([](const QTableView* table) { return table->accessibleName() != "Personal health records"; });
+        return lists;
+    }
 
     // Selects a row with the focus in the grid, as a user does before a command.
     void selectRow(int row)

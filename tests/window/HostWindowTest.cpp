@@ -12,14 +12,14 @@ namespace {
 TEST_F(HostWindow, TwoPanelsFollowThePatientAndTheServer)
 {
     pressKeys({ "key", "ctrl+n" });
-    ASSERT_TRUE(waitUntil([&] { return window->findChildren<QTableView*>().size() == 2; }));
+    ASSERT_TRUE(waitUntil([&] { return grids().size() == 2; }));
     ASSERT_TRUE(window->context().selectPatient(13));
-    for (const QTableView* grid : window->findChildren<QTableView*>())
+    for (const QTableView* grid : grids())
         EXPECT_EQ(grid->model()->rowCount(), 10);
 
     // An event of the server reloads both, and so does F5.
     QSet<const QTableView*> reloaded;
-    for (const QTableView* grid : window->findChildren<QTableView*>())
+    for (const QTableView* grid : grids())
         QObject::connect(
             grid->model(), &QAbstractItemModel::modelReset, window.get(), [&reloaded, grid] { reloaded.insert(grid); });
     QProcess::execute(
@@ -30,7 +30,7 @@ TEST_F(HostWindow, TwoPanelsFollowThePatientAndTheServer)
     EXPECT_TRUE(waitUntil([&] { return reloaded.size() == 2; }));
 
     pressKeys({ "key", "ctrl+w" });
-    EXPECT_TRUE(waitUntil([&] { return window->findChildren<QTableView*>().size() == 1; }));
+    EXPECT_TRUE(waitUntil([&] { return grids().size() == 1; }));
     EXPECT_EQ(window->gridText().count(u'\n'), 10);
 }
 
@@ -101,9 +101,9 @@ TEST_F(HostWindow, FocusGoesToTheRecordsOfThePanelThatHadItLast)
     ASSERT_TRUE(window->context().selectPatient(1));
     EXPECT_EQ(window->focusWidget(), grid());
     pressKeys({ "key", "ctrl+n" });
-    ASSERT_TRUE(waitUntil([&] { return window->findChildren<QTableView*>().size() == 2; }));
+    ASSERT_TRUE(waitUntil([&] { return grids().size() == 2; }));
     long patient = 2;
-    for (QTableView* last : window->findChildren<QTableView*>()) {
+    for (QTableView* last : grids()) {
         last->setFocus();
         button(*window, "Select Patient...")->setFocus();
         ASSERT_TRUE(window->context().selectPatient(++patient));

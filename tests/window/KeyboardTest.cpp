@@ -108,8 +108,8 @@ TEST_F(Keyboard, AddsARecordOfEachTypeOfAWoman)
     expectRow("Asthma Status", "Severity=Severe Persistent; FEV=81");
     // The row is highlighted: it belongs to the current visit.
     const int added = rowOf("Asthma Status", "FEV=81");
-    EXPECT_TRUE(grid()->model()->index(added, 1).data(Qt::FontRole).isValid());
-    EXPECT_FALSE(grid()->model()->index(0, 1).data(Qt::FontRole).isValid());
+    EXPECT_TRUE(grid()->model()->index(added, 1).data(Qt::ForegroundRole).isValid());
+    EXPECT_FALSE(grid()->model()->index(0, 1).data(Qt::ForegroundRole).isValid());
     expectDialogs("Add Asthma Record");
 
     add("Functional Status", { "key alt+b", "key Tab End", "key alt+o" });

@@ -3,19 +3,20 @@
 #include <QAction>
 #include <QWidget>
 
-class QLabel;
 class QPushButton;
 
 namespace health {
 
 class HostSession;
+class SignLabel;
 
-// In the status line: what was saved and when, and the entry that was discarded, with a button that brings it back.
-class SaveLine : public QWidget {
+// The text of the status line: what the panel does or cannot do, else since when the server is not connected, else what
+// was saved and when, or the entry that was discarded, with a button that brings it back.
+class StatusLine : public QWidget {
     Q_OBJECT
 public:
     // The session must outlive the line.
-    explicit SaveLine(HostSession& session);
+    explicit StatusLine(HostSession& session);
 
     // For a menu: the same as the button, enabled while there is an entry to bring back.
     QAction* undoAction() { return m_undo; }
@@ -27,10 +28,15 @@ Q_SIGNALS:
 private:
     void showSaved(const QString& what);
     void showOffer(const QString& offer);
+    void showConnection(bool connected);
+    void refresh();
 
+    QString m_status; // STATUS of the panel
+    QString m_away; // empty while the server is connected
+    QString m_saved;
     QString m_offer; // empty without an offer
     QAction* m_undo;
-    QLabel* m_text;
+    SignLabel* m_text;
     QPushButton* m_button;
 };
 

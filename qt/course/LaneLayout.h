@@ -1,0 +1,45 @@
+#pragma once
+
+#include "qt/Measures.h"
+#include "qt/course/LaneChart.h"
+
+namespace health {
+
+// Where the parts of a chart with lanes lie. In a narrow place, the label and the words of a lane stand above its
+// marks.
+struct LaneChart::Layout {
+    Layout(const LaneChart& laid, const QRect& whole, const CourseLook& look);
+
+    int bottom() const { return notesTop + notesHeight; }
+    QRect lane(qsizetype index) const;
+    QRect label(qsizetype index) const;
+    QRect words(qsizetype index) const;
+    QRect track(qsizetype index) const; // the marks' part of a lane
+    QRect mark(const LaneMark& mark, qsizetype lane) const;
+    int x(Moment moment) const;
+    // Where the point of a lane lies.
+    QRect point(const Lane& lane, qsizetype index) const;
+
+    const LaneChart& chart;
+    QRect place;
+    Measures measures;
+    int lineHeight;
+    int dot; // diameter
+    bool isStacked = false;
+    int laneHeight;
+    int trackLeft = 0;
+    int trackRight = 0; // exclusive
+    int labelWidth = 0;
+    int wordsWidth = 0;
+    QList<int> ownWords; // the width of each lane's words
+    int lanesTop = 0;
+    int axisTop = 0;
+    int tickHeight = 0;
+    int notesTop = 0;
+    int notesHeight = 0;
+
+private:
+    void divideWidth(const CourseLook& look);
+};
+
+}

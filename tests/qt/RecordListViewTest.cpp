@@ -1,0 +1,143 @@
+#include "qt/RecordListView.h"
+
+#include "control/kalmevRepHistCtrl.h"
+#include "qt/AwayStrip.h"
+#include "qt/PanelView.h"
+#include "qt/QtDesktop.h"
+#include "tests/support/ScriptedHost.h"
+
+#include <QPushButton>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+namespace health::test {
+namespace {
+
+// The panel's list on a scripted host.
+class RecordListViewTest : public testing::Test {
+protected:
+    void open(long patient)
+    {
+        host.patient->patientNumber = patient;
+        control.UserControl_Initialize();
+        view = std::make_unique<PanelView>(control, desktop);
+        view->resize(900, 500);
+        view->show();
+        QTest::qWait(20);
+        list = dynamic_cast<RecordListView*>(view->findChild<QTableView*>());
+        ASSERT_NE(list, nullptr);
+    }
+
+    void load(TextView refusals)
+    {
+        host.session->reply(L"MEVREF GET", refusals);
+        host.session->push(L"REFRESH");
+    }
+
+    // What a screen reader adds to a row.
+    QString described(int row) const
+    {
+        return list->model()->index(row, 0).data(Qt::AccessibleDescriptionRole).toString();
+    }
+
+    ScriptedHost host;
+    QtDesktop desktop;
+    modShared shared { desktop };
+    kalmevRepHistCtrl control { shared, host };
+    std::unique_ptr<PanelView> view;
+    RecordListView* list = nullptr;
+};
+
+TEST_F(RecordListViewTest, MarksAreSpokenUntilTheRowHasBeenLookedAt)
+{
+    host.session->reply(L"MEVREF GET", L"1^^^A^^^^^3260901\r\n2^^^B^^^^^3260902\r\n3^^^C^^^^^3260903^1\r\n");
+    open(12);
+    EXPECT_EQ(described(0), "");
+    EXPECT_EQ(described(2), "Locked, cannot be changed");
+    load(L"2^^^X^^^^^3260902\r\n3^^^C^^^^^3260903^1\r\n4^^^D\r\n");
+    EXPECT_EQ(
+        described(0), "Changed since you last looked. 1 record is gone since you last looked: Refusal 09/01/2026");
+    EXPECT_EQ(described(1), "Locked, cannot be changed");
+    EXPECT_EQ(described(2), "New since you last looked");
+    control.fgData.choose(2);
+    load(L"2^^^X^^^^^3260902\r\n3^^^C^^^^^3260903^1\r\n4^^^D\r\n");
+    EXPECT_EQ(described(2), "New since you last looked"); // still being looked at
+    control.fgData.choose(1);
+    EXPECT_EQ(described(2), "");
+    EXPECT_NE(described(0), "");
+}
+
+TEST_F(RecordListViewTest, TheCurrentVisitIsSpoken)
+{
+    host.session->reply(L"MEVVELD GET", L"1^^3260310|81^NEEDS HELP\r\n");
+    open(12);
+    EXPECT_EQ(described(0), "");
+    host.encounter->visit = 81;
+    control.encounterEvents().Committed();
+    QTest::qWait(10);
+    EXPECT_EQ(described(0), "Record of the current visit");
+    EXPECT_EQ(list->model()->index(0, 1).data().toString(), "03/10/2026: Toileting=Needs Help");
+}
+
+TEST_F(RecordListViewTest, WhenTheSelectedRowIsGoneTheFocusStaysAtItsPlace)
+{
+    host.session->reply(L"MEVREF GET", L"1^^^A\r\n2^^^B\r\n3^^^C\r\n4^^^D\r\n");
+    open(12);
+    list->setFocus();
+    control.fgData.choose(1);
+    load(L"1^^^A\r\n3^^^C\r\n4^^^D\r\n");
+    EXPECT_EQ(control.fgData.row(), -1); // the commands act on no other record
+    EXPECT_EQ(list->currentIndex().row(), 1);
+    EXPECT_FALSE(list->selectionModel()->hasSelection());
+    QTest::keyClick(list, Qt::Key_Down);
+    EXPECT_EQ(control.fgData.row(), 2);
+    load(L"1^^^A\r\n");
+    EXPECT_EQ(list->currentIndex().row(), 0);
+    QTest::keyClick(list, Qt::Key_Down); // there is no next row
+    EXPECT_EQ(control.fgData.row(), 0);
+    host.patient->patientNumber = 13;
+    control.patientEvents().Committed();
+    EXPECT_FALSE(list->currentIndex().isValid());
+}
+
+TEST_F(RecordListViewTest, AnEmptyListSaysWhy)
+{
+    open(0);
+    EXPECT_EQ(list->state().title, "Select a patient");
+    host.patient->patientNumber = 12;
+    control.patientEvents().Committed();
+    EXPECT_EQ(list->state().title, "No personal health records");
+    EXPECT_EQ(list->state().lines.size(), 2);
+    load(L"1^^^A\r\n");
+    EXPECT_TRUE(list->state().isEmpty());
+    load(L"-1^refused");
+    EXPECT_TRUE(list->state().isEmpty()); // the hint says which types could not be read
+}
+
+TEST_F(RecordListViewTest, SaysThatTheServerIsNotConnected)
+{
+    host.session->reply(L"MEVREF GET", L"1^^^A\r\n");
+    open(12);
+    auto* const strip = view->findChild<AwayStrip*>();
+    ASSERT_NE(strip, nullptr);
+    EXPECT_FALSE(strip->isVisible());
+    host.session->push(L"CONNECTION", L"8");
+    EXPECT_TRUE(strip->isVisible());
+    EXPECT_TRUE(strip->accessibleDescription().contains(list->loadedAt().toString("HH:mm")));
+    EXPECT_EQ(control.fgData.rowCount(), 1);
+    strip->findChild<QPushButton*>()->click();
+    EXPECT_EQ(host.transcript.back(), L"event TRYNOW ");
+    host.session->push(L"CONNECTION", L"0");
+    EXPECT_FALSE(strip->findChild<QPushButton*>()->isEnabled());
+    host.session->push(L"CONNECTION", L"");
+    EXPECT_FALSE(strip->isVisible());
+    host.session->push(L"CONNECTION", L"8");
+    load(L"1^^^A\r\n"); // it has answered
+    EXPECT_FALSE(strip->isVisible());
+    control.UserControl_Terminate();
+    EXPECT_EQ(host.session->subscriptions(), L"");
+}
+
+}
+}
