@@ -11,6 +11,7 @@
 #include "qt/RecordListView.h"
 #include "qt/Scale.h"
 #include "qt/ViewDesktop.h"
+#include "qt/print/PrintActions.h"
 #include "toolkit/QtText.h"
 
 #include <QAction>
@@ -45,6 +46,7 @@ PanelView::PanelView(kalmevRepHistCtrl& control, ViewDesktop& desktop)
     publish(m_details->action(), "View");
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* focused) { followFocus(focused); });
     publishFind();
+    new PrintActions(m_records, *this);
     m_area->addStrip(*m_away);
     connect(m_away, &AwayStrip::tryNow, this, [this] { m_control.TryConnection(); });
     m_control.ConnectionChange = [this] { showConnection(); };

@@ -62,7 +62,7 @@ QString durationText(const JournalEntry& entry)
 {
     if (!entry.microseconds)
         return {};
-    return milliseconds(*entry.microseconds) + (entry.isSlow() ? u" slow"_s : QString());
+    return (entry.isSlow() ? u"slow "_s : QString()) + milliseconds(*entry.microseconds);
 }
 
 QString byteCount(qsizetype bytes, bool known) { return known ? english().toString(bytes) : QString(); }

@@ -6,6 +6,7 @@
 #include "host/windows/FailureBox.h"
 #include "host/windows/JournalModel.h"
 #include "host/windows/ListPicker.h"
+#include "host/windows/SignLabel.h"
 #include "toolkit/Measures.h"
 #include "toolkit/SpokenItems.h"
 
@@ -24,7 +25,6 @@
 #include <QScrollBar>
 #include <QShortcut>
 #include <QStandardPaths>
-#include <QStyle>
 #include <QTableView>
 #include <QVBoxLayout>
 
@@ -40,7 +40,7 @@ CallJournalWindow::CallJournalWindow(CallJournal& journal, QWidget* parent)
     , m_model(new JournalModel(journal, this))
     , m_table(new QTableView)
     , m_sums(new QLabel)
-    , m_warning(new QLabel)
+    , m_warning(new SignLabel)
     , m_lock(new QCheckBox(u"Show &parameters and replies"_s))
     , m_content(new QPlainTextEdit)
     , m_saved(new QLabel)
@@ -93,7 +93,7 @@ void CallJournalWindow::setUpTable()
     m_table->horizontalHeader()->setHighlightSections(false);
     m_table->horizontalHeader()->setStretchLastSection(true);
     const int letter = fontMetrics().horizontalAdvance(u'x');
-    for (int column = 0; const int letters : { 15, 30, 20, 12, 14, 24 })
+    for (int column = 0; const int letters : { 14, 27, 18, 10, 11, 20 })
         m_table->setColumnWidth(column++, letter * letters);
     connect(m_table->selectionModel(), &QItemSelectionModel::currentRowChanged, this, &CallJournalWindow::showContent);
     // Instead of the table's own copying, which takes a single cell.
@@ -108,16 +108,10 @@ QWidget* CallJournalWindow::makeLock()
     layout->setContentsMargins({});
     layout->addWidget(m_lock);
     layout->addStretch(1);
-    auto* const symbol = new QLabel;
-    const int side = style()->pixelMetric(QStyle::PM_SmallIconSize);
-    symbol->setPixmap(style()->standardIcon(QStyle::SP_MessageBoxWarning).pixmap(side));
-    layout->addWidget(symbol);
-    m_warning->setTextFormat(Qt::PlainText);
-    m_warning->setText(u"Parameters and replies are shown: they contain patients' data."_s);
+    m_warning->say(
+        u"Parameters and replies are shown: they contain patients' data."_s, Sign::Caution, Ink::Caution, Ink::Words);
     m_warning->setFont(semibold(font()));
     layout->addWidget(m_warning);
-    symbol->hide();
-    connect(m_lock, &QCheckBox::toggled, symbol, &QWidget::setVisible);
     m_lock->setAccessibleDescription(
         u"They contain patients' data. They are kept from now on, in memory only, until this "
         u"is off again, the window is closed or another user signs on."_s);

@@ -13,6 +13,7 @@ namespace health {
 
 class CallJournal;
 class JournalModel;
+class SignLabel;
 
 // Shows the session's calls to those who look after the program. Without patients' data, unless the user unlocks
 // parameters and replies; closing the window locks them.
@@ -45,7 +46,7 @@ private:
     JournalModel* m_model;
     QTableView* m_table;
     QLabel* m_sums;
-    QLabel* m_warning; // while unlocked
+    SignLabel* m_warning; // while unlocked
     QCheckBox* m_lock;
     QPlainTextEdit* m_content; // parameter and reply of the current row, while unlocked
     QLabel* m_saved; // shows where

@@ -5,8 +5,6 @@
 #include "host/desktop/ReadablePalette.h"
 #include "host/desktop/TextSize.h"
 #include "host/framework/DisplayText.h"
-#include "host/report/PrintoutPages.h"
-#include "host/report/ReportPages.h"
 #include "host/session/DisturbedTransport.h"
 #include "host/session/ProcessTransport.h"
 #include "host/session/Replies.h"
@@ -19,7 +17,7 @@
 #include "host/windows/PanelMenus.h"
 #include "host/windows/PatientBanner.h"
 #include "host/windows/Pickers.h"
-#include "host/windows/PreviewDialog.h"
+#include "host/windows/Previews.h"
 #include "host/windows/SignLabel.h"
 #include "host/windows/StatusLine.h"
 #include "host/windows/SupportMenu.h"
@@ -120,7 +118,8 @@ MainWindow::~MainWindow()
 ClinicalContext::Prompts MainWindow::prompts()
 {
     return { [this] { choosePatient(); }, [this] { chooseVisit(); },
-        [this](const Report& report) { showReport(report); }, [this](Printout& printout) { showPages(printout); } };
+        [this](const Report& report) { previewReport(m_context, report); },
+        [this](Printout& printout) { previewPages(m_context, printout); } };
 }
 
 QWidget* MainWindow::makeCentre(PatientBanner& banner)
@@ -409,31 +408,6 @@ void MainWindow::showUser()
 {
     const QString name = displayName(QString::fromStdWString(m_context.session().signedOn().userName));
     m_userLabel->say(name.isEmpty() ? u"Not signed on."_s : u"User: %1"_s.arg(name), Sign::None, Ink::Quiet);
-}
-
-ReportPeople MainWindow::people()
-{
-    const PatientData& patient = m_context.patient();
-    const QString user = displayName(QString::fromStdWString(m_context.session().signedOn().userName));
-    ReportPeople people { { u"No patient selected"_s }, user };
-    if (patient.number != 0) {
-        const QString age = displayAge(patient.birth, QDate::currentDate());
-        QString details = u"Number %1   %2"_s.arg(QString::number(patient.number), displaySex(patient.sex));
-        if (!age.isEmpty())
-            details += u"   Age %1"_s.arg(age);
-        people.patient = { displayName(patient.name), details };
-    }
-    return people;
-}
-
-void MainWindow::showReport(const Report& report)
-{
-    PreviewDialog(ReportPages(report, people()), QApplication::activeWindow()).exec();
-}
-
-void MainWindow::showPages(Printout& printout)
-{
-    PreviewDialog(PrintoutPages(printout, people()), QApplication::activeWindow()).exec();
 }
 
 void MainWindow::updateTitle()

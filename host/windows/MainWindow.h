@@ -2,7 +2,6 @@
 
 #include "host/framework/ClinicalContext.h"
 #include "host/framework/SeenPatients.h"
-#include "host/report/PrintedDocument.h"
 #include "host/session/Transport.h"
 #include "host/windows/PanelPages.h"
 #include "host/windows/WindowOptions.h"
@@ -62,9 +61,6 @@ private:
     void chooseUser();
     void showEmergencyVisits();
     void reopenEntry();
-    ReportPeople people();
-    void showReport(const Report& report);
-    void showPages(Printout& printout);
     void makeHelpMenu();
     void closeLater();
     void updateTitle();

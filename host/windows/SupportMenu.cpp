@@ -4,8 +4,8 @@
 #include "host/session/HostSession.h"
 #include "host/windows/CallJournalWindow.h"
 #include "host/windows/LaboratoryWindow.h"
+#include "host/windows/SignLabel.h"
 
-#include <QLabel>
 #include <QMainWindow>
 #include <QMenu>
 #include <QStatusBar>
@@ -43,9 +43,11 @@ void SupportMenu::addLaboratory(QMenu& help, DisturbedTransport& transport)
             m_laboratory = new LaboratoryWindow(transport, &m_window);
         bringUp(*m_laboratory);
     });
-    auto* const state = new QLabel;
+    auto* const state = new SignLabel;
     const auto follow = [state, &transport] {
-        state->setText(u"Laboratory: %1"_s.arg(describe(transport.disturbances())));
+        const bool isNormal = transport.disturbances() == Disturbances();
+        state->say(u"Laboratory: %1"_s.arg(describe(transport.disturbances())), isNormal ? Sign::None : Sign::Caution,
+            Ink::Caution, Ink::Words);
     };
     connect(&transport, &DisturbedTransport::disturbed, state, follow);
     follow();

@@ -137,7 +137,7 @@ TEST_F(CallJournalTest, KeepsTheLatestAndAddsThemUp)
 
     JournalEntry entry = journal.entries().back();
     entry.microseconds = 1'240'500;
-    EXPECT_EQ(journalText(entry, JournalColumn::Duration), u"1,240.5 ms slow");
+    EXPECT_EQ(journalText(entry, JournalColumn::Duration), u"slow 1,240.5 ms");
     entry.microseconds = 999'900;
     EXPECT_EQ(journalText(entry, JournalColumn::Duration), u"999.9 ms");
 }
