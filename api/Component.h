@@ -25,6 +25,7 @@
 #include "api/host.h"
 
 #include <memory>
+#include <string>
 #include <vector>
 
 class QWidget;
@@ -46,6 +47,18 @@ struct PatientAlert {
     Text text; // one line, such as "Pregnant, due 04/30/2027"
 
     bool operator==(const PatientAlert&) const = default;
+};
+
+// A form in which a panel exports its records.
+enum class ExportFormat {
+    Fhir, // one file: a Bundle of HL7 FHIR R4 in JSON
+    Csv, // a file for each kind of record, for spreadsheet programs
+};
+
+// What a panel exports: patients' data, to be kept where only the user can read it.
+struct ExportedFile {
+    Text name; // a suggestion, without a folder, such as "patient-12.fhir.json"
+    std::string bytes;
 };
 
 // One panel on a page of the host. Unless noted otherwise, the operations report failures to the user and do not throw.
@@ -86,6 +99,11 @@ public:
     // What the listed records say that the host may show beside the patient's name. Empty without a patient and while
     // the list is loading; to be asked again when a load has ended (STATUS with an empty text). Calls nobody.
     virtual std::vector<PatientAlert> alerts() const { return {}; }
+
+    // The records of the list as files: those that the user sees, in the order that the user sees. Asks nothing and
+    // writes nothing; docs/export.md describes the contents. Empty before the widget's first display, without a patient
+    // and while the list is loading. Throws what the host's objects throw.
+    virtual std::vector<ExportedFile> exportRecords(ExportFormat) const { return {}; }
 
     // The texts of the list as the user sees it: a vector for each row with a text for each shown column. A text may
     // hold line breaks. Empty before the widget's first display and while the list is loading. Without a patient,

@@ -36,6 +36,7 @@
 #include "api/Printout.h"
 #include "api/Text.h"
 
+#include <chrono>
 #include <memory>
 #include <optional>
 #include <span>
@@ -61,6 +62,8 @@ public:
     // and "4 months". A heading leaves empty ones out.
     virtual Text displayName() const { return {}; }
     virtual Text displayAge() const { return {}; }
+    // For exports: the date of birth as far as it is known, "1996-04-02", "1996-04" or "1996". Empty if it is unknown.
+    virtual Text birthDate() const { return {}; }
     virtual bool isSelected() const = 0;
     // Lets the user select a patient. Returns after the choice, or when the user cancels. The panel calls it only
     // outside a HostApplication.
@@ -81,6 +84,13 @@ class Site : public HostObject {
 public:
     virtual long number() const = 0;
     virtual Text name() const = 0;
+    // For exports: the https URL below which the numbers of the site's patients, visits, providers and records are
+    // unique. Empty if the site has none; then exports use a URL of a reserved domain.
+    virtual Text identifiers() const { return {}; }
+    // For exports: the offset from UTC of the clock by which the server's records are dated, at a local time of that
+    // clock: "+02:00", "-07:00" or "Z". Empty if it is not certain, as in the hour that a clock repeats in autumn;
+    // exports then write the date without its time.
+    virtual Text zoneOffset(std::chrono::local_seconds) const { return {}; }
 };
 
 // The current visit. EncounterProgId.

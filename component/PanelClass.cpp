@@ -3,6 +3,7 @@
 #include "control/kalmevRepHistCtrl.h"
 #include "qt/PanelView.h"
 #include "qt/QtDesktop.h"
+#include "qt/TakeAlong.h"
 #include "records/PatientAlerts.h"
 
 namespace health {
@@ -38,6 +39,10 @@ public:
     std::vector<PatientAlert> alerts() const override
     {
         return patientAlerts(listedRecords(m_control), m_class.m_desktop->now());
+    }
+    std::vector<ExportedFile> exportRecords(ExportFormat format) const override
+    {
+        return m_view->takeAlong().files(format);
     }
     std::vector<std::vector<Text>> rows() const override;
 

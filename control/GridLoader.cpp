@@ -5,6 +5,8 @@
 #include "text/Conversions.h"
 #include "text/Letters.h"
 
+#include <array>
+
 namespace health {
 
 namespace {
@@ -108,7 +110,7 @@ Text GridLoader::remark() const
         names += (names.empty() ? L"" : L", ") + Text(type->rowLabel);
     if (!names.empty())
         return L"Could not be read: " + names + L".";
-    return m_grid.rowCount() == 0 ? L"No personal health records." : L"";
+    return m_grid.rowCount() == 0 ? Text(NoRecords) : Text();
 }
 
 void GridLoader::loadPatientRow(const RecordType& type, TextView reply)
@@ -156,21 +158,21 @@ void GridLoader::addRefusalRow(const RecordType& type, const LinePieces& pieces,
 // Prepends the date last, because appendField puts "; " before every field but the first.
 void GridLoader::addRow(const RecordType& type, const Row& row)
 {
-    const int index = m_grid.rowCount();
-    m_grid.setRowCount(index + 1);
     m_lead.clear();
     appendDateLead(m_lead, row.date);
     m_text.insert(0, m_lead);
     m_key = type.rowKey;
     if (!type.isOnePerPatient())
         m_key += row.record;
-    m_grid.setRowData(index, m_key);
-    m_grid.setText(index, GridColumn::Label, type.rowLabel);
-    m_grid.setText(index, GridColumn::Summary, m_text);
-    m_grid.setText(index, GridColumn::Record, row.record);
-    m_grid.setText(index, GridColumn::Visit, row.visit);
-    m_grid.setText(index, GridColumn::Locked, row.locked);
-    m_grid.setText(index, GridColumn::Type, wholeText(type.code()));
+    std::array<TextView, GridColumn::Count> texts;
+    texts[GridColumn::Label] = type.rowLabel;
+    texts[GridColumn::Summary] = m_text;
+    texts[GridColumn::Record] = row.record;
+    texts[GridColumn::Visit] = row.visit;
+    texts[GridColumn::Locked] = row.locked;
+    const Text typeCode = wholeText(type.code());
+    texts[GridColumn::Type] = typeCode;
+    m_grid.appendRow(m_key, texts);
     m_lines.add(row.line);
 }
 

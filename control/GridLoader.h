@@ -8,6 +8,9 @@
 
 namespace health {
 
+// What the list says when nothing is wrong and it has no rows.
+inline constexpr TextView NoRecords = L"No personal health records.";
+
 // Makes the server calls in their fixed order and appends rows. A failed call or a server error is shown and adds no
 // rows. When the server is gone and the user chose not to retry, the remaining calls are skipped and all rows removed.
 // Throws what the grid throws.

@@ -6,13 +6,18 @@
 
 namespace health {
 
+namespace {
+constexpr TextView FieldSeparator = L"; ";
+constexpr TextView DateSeparator = L": ";
+}
+
 void appendField(Text& text, TextView caption, TextView piece, FieldCase fieldCase)
 {
     const TextView value = displayPart(piece);
     if (value.empty())
         return;
     if (!text.empty())
-        text += L"; ";
+        text += FieldSeparator;
     if (!caption.empty()) {
         text += caption;
         text += L'=';
@@ -29,7 +34,7 @@ void appendDateLead(Text& text, TextView piece)
     if (date.empty())
         return;
     text += date;
-    text += L": ";
+    text += DateSeparator;
 }
 
 }

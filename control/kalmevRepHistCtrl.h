@@ -51,6 +51,9 @@ public:
     // Replaces the rows by one that says that no patient is selected.
     void ClearPatientControls();
 
+    // The services that the panel shares with its forms; they outlive the control.
+    modShared& shared() { return m_shared; }
+
     // Opens the editor of a record on behalf of the host, even of a type that is never listed.
     void OpenRecord(int type, const Text& record, const Text& visit);
 

@@ -4,6 +4,8 @@
 #include "editors/frmER.h"
 #include "text/Letters.h"
 
+#include <utility>
+
 namespace health {
 
 namespace {
@@ -35,15 +37,25 @@ Text chosenCaption(OptionArray<Count>& group)
     return caption.ends_with(L':') ? caption.substr(0, caption.size() - 1) : caption;
 }
 
+// For a field at the form's edge: words beside it would wrap letter by letter and push the rows apart.
+Explanation movedBelow(Explanation explanation)
+{
+    explanation.below = std::exchange(explanation.beside, {});
+    explanation.tone = Tone::Quiet;
+    return explanation;
+}
+
 }
 
 Explanation frmER::explainEntry(const Control& field)
 {
     if (&field == &txtLoc)
-        return explainLookup(txtLoc);
-    for (const TextBox* const box : { &txtOther, &txtInformant, &txtDispOth, &txtCond }) {
+        return movedBelow(explainLookup(txtLoc));
+    if (&field == &txtCond)
+        return lengthIfClose(txtCond.text(), LongestEmergencyText);
+    for (const TextBox* const box : { &txtOther, &txtInformant, &txtDispOth }) {
         if (&field == box)
-            return lengthIfClose(box->text(), LongestEmergencyText);
+            return movedBelow(lengthIfClose(box->text(), LongestEmergencyText));
     }
     return {};
 }

@@ -47,6 +47,14 @@ void ButtonView::mirror(Change change)
         mirrorRefusal();
 }
 
+// Qt's disabled buttons swallow clicks.
+bool ButtonView::event(QEvent* event)
+{
+    if (event->type() == QEvent::MouseButtonPress && !isEnabled())
+        m_control.click(); // says why it cannot run
+    return Mirror::event(event);
+}
+
 void ButtonView::mirrorRefusal()
 {
     setToolTip(toToolTip(m_control.refusal()));

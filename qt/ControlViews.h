@@ -31,6 +31,7 @@ public:
     void setRefuge(QWidget& refuge) { m_refuge = &refuge; }
 
 protected:
+    bool event(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
 private:

@@ -22,27 +22,35 @@ CourseCanvas::CourseCanvas(CourseView& view)
 {
     setFocusPolicy(Qt::StrongFocus);
     setMouseTracking(true);
-    setAccessibleDescription(
-        u"Left and right arrow read the values, up and down arrow change the row, Enter selects the record in the list. "
-        "The context menu shows a table."_s);
+    setAccessibleDescription(u"Left and right arrow read the values, up and down arrow change the row, Enter selects "
+                             u"the record in the list. "
+                             "The context menu shows a table."_s);
 }
 
 void CourseCanvas::pictureChanged()
 {
     const QString reading = m_current == -1 ? QString() : m_points.at(m_current).text;
     redraw();
-    for (qsizetype i = 0; !reading.isEmpty() && i < m_points.size(); ++i) {
-        if (m_points.at(i).text == reading)
-            m_current = i;
-    }
+    if (reading.isEmpty())
+        return;
+    const auto same =
+        std::find_if(points().begin(), points().end(), [&](const CoursePoint& point) { return point.text == reading; });
+    m_current = same == m_points.cend() ? -1 : same - m_points.cbegin();
 }
 
 void CourseCanvas::redraw()
 {
     m_drawn = {};
     m_current = -1;
-    m_points = m_view.picture() ? m_view.picture()->points(rect(), m_view.look()) : QList<CoursePoint>();
+    m_points.clear();
     update();
+}
+
+const QList<CoursePoint>& CourseCanvas::points()
+{
+    if (m_points.isEmpty() && m_view.picture())
+        m_points = m_view.picture()->points(rect(), m_view.look());
+    return m_points;
 }
 
 void CourseCanvas::resizeEvent(QResizeEvent*) { pictureChanged(); }
@@ -112,11 +120,11 @@ void CourseCanvas::read(qsizetype point, bool byKey)
 
 void CourseCanvas::forget() { read(-1, false); }
 
-qsizetype CourseCanvas::pointAt(QPoint place) const
+qsizetype CourseCanvas::pointAt(QPoint place)
 {
     qsizetype nearest = -1;
     int distance = 0;
-    for (qsizetype i = 0; i < m_points.size(); ++i) {
+    for (qsizetype i = 0; i < points().size(); ++i) {
         if (!m_points.at(i).place.contains(place))
             continue;
         const int away = (m_points.at(i).place.center() - place).manhattanLength();
@@ -176,7 +184,7 @@ qsizetype CourseCanvas::beyond(Way way) const
 
 bool CourseCanvas::move(Way way)
 {
-    if (m_points.isEmpty())
+    if (points().isEmpty())
         return false;
     read(m_current == -1 ? (way == Way::Last || way == Way::Before ? m_points.size() - 1 : 0) : beyond(way), true);
     return true;

@@ -36,14 +36,15 @@ private:
     enum class Way { Before, After, Above, Below, First, Last };
     bool move(Way way);
     qsizetype beyond(Way way) const;
-    qsizetype pointAt(QPoint place) const;
+    qsizetype pointAt(QPoint place);
+    const QList<CoursePoint>& points();
     void read(qsizetype point, bool byKey);
     void forget();
     void drawReading(QPainter& painter) const;
     void redraw();
 
     CourseView& m_view;
-    QList<CoursePoint> m_points;
+    QList<CoursePoint> m_points; // made when they are first needed
     QPixmap m_drawn; // the picture alone
     qsizetype m_current = -1;
 };

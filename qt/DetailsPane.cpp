@@ -154,6 +154,8 @@ void DetailsPane::arrange()
     const int left = m_hasRecord ? foldLeft + fold.width() + measures.u() : measures.windowMargin();
     m_heading->setGeometry(left, 0, width() - left - measures.windowMargin(), height);
     setMaximumHeight(isFolded() ? height : QWIDGETSIZE_MAX);
+    if (isFolded())
+        settleLater();
     const int frame = measures.hairline();
     m_scroll->setGeometry(frame, height, width() - 2 * frame, std::max(0, this->height() - height - frame));
     arrangeBody();
@@ -189,31 +191,46 @@ void DetailsPane::arrangeBody()
     m_scroll->verticalScrollBar()->setSingleStep(measures.em());
 }
 
-bool DetailsPane::isFolded() const { return m_unfolded != 0; }
+// Later, because the splitter may be dividing its height now.
+void DetailsPane::settleLater()
+{
+    const int usual = m_usualHeight > 0 ? m_usualHeight : sizeHint().height();
+    QMetaObject::invokeMethod(
+        this, [this, usual] { takeHeight(isFolded() ? headingHeight() : usual); }, Qt::QueuedConnection);
+}
 
 void DetailsPane::setFolded(bool folded)
 {
     if (folded == isFolded())
         return;
-    auto* const splitter = qobject_cast<QSplitter*>(parentWidget());
-    const int before = std::exchange(m_unfolded, folded ? std::max(height(), 1) : 0);
+    m_isFolded = folded;
     m_fold->setFolded(folded);
     arrange();
-    if (!splitter || folded || splitter->count() < 2)
+    settleLater();
+}
+
+// A splitter keeps the size of a widget whose largest size has become smaller.
+void DetailsPane::takeHeight(int height)
+{
+    auto* const splitter = qobject_cast<QSplitter*>(parentWidget());
+    if (!splitter || splitter->count() < 2 || isHidden())
         return;
     const QList<int> sizes = splitter->sizes();
     const int whole = sizes.first() + sizes.last();
-    const int height = std::min(before > headingHeight() ? before : sizeHint().height(), whole * 3 / 5);
-    splitter->setSizes({ whole - height, height });
+    const int taken = isFolded() ? height : std::min(height, whole * 3 / 5);
+    if (whole > 0 && sizes.last() != taken)
+        splitter->setSizes({ whole - taken, taken });
 }
 
 // A window that becomes low folds the pane, one that becomes high unfolds it; in between the user decides.
 void DetailsPane::followWindow()
 {
-    const bool low = window()->height() < Measures(*this).ems(LowWindow);
+    const bool low = isWindowLow();
     if (std::exchange(m_isLow, low) != low)
         setFolded(low);
 }
+
+bool DetailsPane::isWindowLow() const { return window()->height() < Measures(*this).ems(LowWindow); }
 
 QSize DetailsPane::minimumSizeHint() const
 {
@@ -253,7 +270,16 @@ bool DetailsPane::event(QEvent* event)
 void DetailsPane::resizeEvent(QResizeEvent* event)
 {
     QWidget::resizeEvent(event);
+    if (!isFolded() && !isWindowLow())
+        m_usualHeight = height();
     arrange();
+}
+
+void DetailsPane::moveEvent(QMoveEvent* event)
+{
+    QWidget::moveEvent(event);
+    if (isFolded())
+        settleLater();
 }
 
 void DetailsPane::changeEvent(QEvent* event)

@@ -27,7 +27,7 @@ public:
     QAction& action() { return *m_action; }
 
     // Only the heading is shown.
-    bool isFolded() const;
+    bool isFolded() const { return m_isFolded; }
     void setFolded(bool folded);
 
     // What the heading says, for screen readers.
@@ -40,6 +40,7 @@ protected:
     void changeEvent(QEvent* event) override;
     bool event(QEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
+    void moveEvent(QMoveEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void showEvent(QShowEvent* event) override;
@@ -53,6 +54,9 @@ private:
     void arrange();
     void arrangeBody();
     void followWindow();
+    bool isWindowLow() const;
+    void settleLater();
+    void takeHeight(int height);
     int headingHeight() const;
     QString registryDue() const;
 
@@ -68,7 +72,8 @@ private:
     bool m_refreshing = false; // refresh() is under way or will be called
     bool m_hasRecord = false;
     bool m_isLow = false; // the window is too low for more than the heading
-    int m_unfolded = 0; // the height before folding; 0 while unfolded
+    bool m_isFolded = false;
+    int m_usualHeight = 0; // when it was last unfolded in a window that is high enough
 };
 
 }

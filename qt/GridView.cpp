@@ -52,8 +52,10 @@ GridView::GridView(Grid& grid, ViewDesktop& desktop, QStringList headings, QWidg
     mirrorLayout();
     mirrorHint();
     scrollToRow(grid.shownRow());
-    // The frame of the selected row covers its neighbours' edges.
-    connect(selectionModel(), &QItemSelectionModel::selectionChanged, viewport(), qOverload<>(&QWidget::update));
+    connect(selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] {
+        update(); // the frame shows the focus while no row does
+        viewport()->update(); // the frame of a row covers its neighbours' edges
+    });
     connect(selectionModel(), &QItemSelectionModel::currentRowChanged, this, [this](const QModelIndex& current) {
         if (!m_mirroring && current.isValid())
             m_control.choose(m_model->gridRow(current.row()));

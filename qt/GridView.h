@@ -40,6 +40,10 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
     void scrollContentsBy(int dx, int dy) override;
 
+    // Adds the view's entries to the menu that opens next.
+    virtual void offerEntries();
+    ViewDesktop& desktop() { return m_desktop; }
+
     // The view's row that is selected; -1 without one, or if the view does not show it.
     int selectedRow() const;
     // A row's place, in coordinates of the viewport.
@@ -67,7 +71,6 @@ private:
     void copyRow();
     bool isCut(const QModelIndex& index) const;
     int hintHeight() const;
-    void offerCopy();
     void openMenuByKey();
     int measureRow(int row);
 

@@ -20,7 +20,7 @@ void GridView::contextMenuEvent(QContextMenuEvent* event)
         return;
     }
     m_desktop.setPopUpPlace(event->globalPos());
-    offerCopy();
+    offerEntries();
     m_control.releaseMouse(MouseButton::Right, m_model->gridRow(rowAt(event->pos().y())));
 }
 
@@ -30,12 +30,12 @@ void GridView::openMenuByKey()
     const int row = selectedRow();
     const int below = row == -1 ? 0 : rowViewportPosition(row) + rowHeight(row);
     m_desktop.setPopUpPlace(viewport()->mapToGlobal(QPoint(columnViewportPosition(m_model->columnCount() - 1), below)));
-    offerCopy();
+    offerEntries();
     m_control.releaseMouse(MouseButton::Right, m_model->gridRow(row));
 }
 
 // Copies the row that is selected when the menu opens: a right click selects the row under it first.
-void GridView::offerCopy()
+void GridView::offerEntries()
 {
     m_desktop.offerWithNextMenu(
         u"&Copy"_s, [this] { copyRow(); }, [this] { return selectedRow() != -1; });

@@ -109,13 +109,4 @@ void ListArea::setViewState(const ViewState& state)
     shareHeight();
 }
 
-void ListArea::setDetails(QWidget& details)
-{
-    m_splitter->addWidget(&details);
-    m_splitter->setStretchFactor(0, 1);
-    m_splitter->setStretchFactor(1, 0);
-}
-
-void ListArea::addStrip(QWidget& strip) { m_column->insertWidget(m_column->indexOf(m_splitter), &strip); }
-
 }

@@ -22,9 +22,6 @@ public:
     // Both must outlive the area.
     ListArea(ShownRecords& records, ViewDesktop& desktop, QWidget* parent);
 
-    // Places a strip above the list.
-    void addStrip(QWidget& strip);
-
     RecordListView& list() { return *m_list; }
     FindBar& findBar() { return *m_find; }
 
@@ -40,9 +37,6 @@ public:
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
-
-    // Puts the details below the list; the area takes ownership.
-    void setDetails(QWidget& details);
 
 private:
     void goToList();

@@ -10,6 +10,7 @@
 #include "qt/Measures.h"
 #include "qt/RecordListView.h"
 #include "qt/Scale.h"
+#include "qt/TakeAlong.h"
 #include "qt/ViewDesktop.h"
 #include "qt/print/PrintActions.h"
 #include "toolkit/QtText.h"
@@ -17,7 +18,6 @@
 #include <QAction>
 #include <QApplication>
 #include <QFocusEvent>
-#include <QMouseEvent>
 
 #include <algorithm>
 #include <utility>
@@ -32,12 +32,14 @@ PanelView::PanelView(kalmevRepHistCtrl& control, ViewDesktop& desktop)
     , m_icon(control.imgIcon, this)
     , m_type(control.cboType, this)
     , m_area(new ListArea(m_records, desktop, this))
-    , m_away(new AwayStrip)
     , m_details(new DetailsPane(m_records, m_area))
     , m_count(new CountLine(m_records, m_area->findBar(), this))
+    , m_takeAlong(new TakeAlong(*this, m_records))
     , m_buttons { { { control.cmd[0], this }, { control.cmd[1], this }, { control.cmd[2], this } } }
 {
     setAccessibleName(u"Personal Health"_s);
+    for (QAction* const action : m_takeAlong->copyActions())
+        m_area->list().addToMenu(*action);
     m_type.setAccessibleName(u"Record type to add"_s);
     m_type.setAccessibleDescription(m_type.accessibleName()); // some screen readers speak the value instead of the name
     for (ButtonView& button : m_buttons)
@@ -47,20 +49,28 @@ PanelView::PanelView(kalmevRepHistCtrl& control, ViewDesktop& desktop)
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* focused) { followFocus(focused); });
     publishFind();
     new PrintActions(m_records, *this);
-    m_area->addStrip(*m_away);
-    connect(m_away, &AwayStrip::tryNow, this, [this] { m_control.TryConnection(); });
     m_control.ConnectionChange = [this] { showConnection(); };
     setNaturalSizes();
+}
+
+AwayStrip& PanelView::awayStrip()
+{
+    if (!m_away) {
+        m_away = new AwayStrip;
+        m_area->addStrip(*m_away);
+        connect(m_away, &AwayStrip::tryNow, this, [this] { m_control.TryConnection(); });
+    }
+    return *m_away;
 }
 
 void PanelView::showConnection()
 {
     const Text& seconds = m_control.connection();
     m_area->list().setAway(!seconds.empty());
-    if (seconds.empty())
+    if (!seconds.empty())
+        awayStrip().show(toQString(seconds).toInt(), m_area->list().loadedAt());
+    else if (m_away)
         m_away->hide();
-    else
-        m_away->show(toQString(seconds).toInt(), m_area->list().loadedAt());
 }
 
 void PanelView::publishFind()
@@ -166,15 +176,6 @@ void PanelView::showEvent(QShowEvent* event)
 
 // Not a focus proxy: Tab would go past the type list.
 void PanelView::focusInEvent(QFocusEvent* event) { m_area->list().setFocus(event->reason()); }
-
-void PanelView::mousePressEvent(QMouseEvent* event)
-{
-    QWidget::mousePressEvent(event);
-    for (std::size_t i = 0; i < m_buttons.size(); ++i) {
-        if (!m_buttons[i].isEnabled() && m_buttons[i].geometry().contains(event->position().toPoint()))
-            m_control.cmd[i].click(); // says why it cannot run
-    }
-}
 
 void PanelView::resizeEvent(QResizeEvent* event)
 {

@@ -15,6 +15,7 @@ class AwayStrip;
 class CountLine;
 class DetailsPane;
 class ListArea;
+class TakeAlong;
 class kalmevRepHistCtrl;
 class ViewDesktop;
 
@@ -32,6 +33,8 @@ public:
     // How the user has arranged the panel.
     ViewState viewState() const;
     void setViewState(const ViewState& state);
+    // Copies and exports the list.
+    const TakeAlong& takeAlong() const { return *m_takeAlong; }
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
@@ -41,7 +44,6 @@ protected:
     void focusInEvent(QFocusEvent* event) override; // passes the focus on to the list
     void keyPressEvent(QKeyEvent* event) override; // Escape closes the bar
     void resizeEvent(QResizeEvent* event) override;
-    void mousePressEvent(QMouseEvent* event) override; // gets the clicks on disabled buttons
     void changeEvent(QEvent* event) override;
 
 private:
@@ -50,6 +52,7 @@ private:
     void setNaturalSizes();
     void arrange();
     void publishFind();
+    AwayStrip& awayStrip();
     void showConnection();
 
     kalmevRepHistCtrl& m_control;
@@ -57,10 +60,11 @@ private:
     ImageView m_icon;
     ComboBoxView m_type;
     ListArea* m_area;
-    AwayStrip* m_away;
     DetailsPane* m_details; // after the area and before the buttons in the order of Tab
     CountLine* m_count;
+    TakeAlong* m_takeAlong;
     std::array<ButtonView, 3> m_buttons;
+    AwayStrip* m_away = nullptr; // made when the connection is lost for the first time
     bool m_active = true;
     bool m_follows = false; // the host's connection
 };

@@ -198,7 +198,7 @@ void QtDesktop::showModal(Form& form)
 
 void QtDesktop::offerWithNextMenu(QString caption, std::function<void()> work, std::function<bool()> isUsable)
 {
-    m_offered = { std::move(caption), std::move(work), std::move(isUsable) };
+    m_offered.push_back({ std::move(caption), std::move(work), std::move(isUsable) });
 }
 
 void QtDesktop::popUp(Menu& menu)
@@ -209,7 +209,7 @@ void QtDesktop::popUp(Menu& menu)
 }
 
 // Returns the action of the chosen entry; empty if the user chooses nothing.
-std::function<void()> QtDesktop::askMenu(Menu& menu, const std::optional<OfferedEntry>& offered)
+std::function<void()> QtDesktop::askMenu(Menu& menu, const std::vector<OfferedEntry>& offered)
 {
     QMenu window;
     window.setAccessibleName(toQString(menu.caption()));
@@ -225,10 +225,10 @@ std::function<void()> QtDesktop::askMenu(Menu& menu, const std::optional<Offered
         action->setVisible(item->isVisible());
         works.insert(action, [item] { item->choose(); });
     }
-    if (offered) {
-        QAction* const own = window.addAction(offered->caption);
-        own->setEnabled(offered->isUsable());
-        works.insert(own, offered->work);
+    for (const OfferedEntry& entry : offered) {
+        QAction* const own = window.addAction(entry.caption);
+        own->setEnabled(entry.isUsable());
+        works.insert(own, entry.work);
     }
     addRefusals(window, menu);
     return works.value(window.exec(m_popUpPlace));

@@ -2,7 +2,7 @@
 
 #include "qt/ViewDesktop.h"
 
-#include <optional>
+#include <vector>
 
 namespace health {
 
@@ -21,7 +21,11 @@ public:
     void unload(Form& form) override;
     void showModal(Form& form) override;
     void popUp(Menu& menu) override;
-    void setPopUpPlace(QPoint place) override { m_popUpPlace = place; }
+    void setPopUpPlace(QPoint place) override
+    {
+        m_popUpPlace = place;
+        m_offered.clear();
+    }
     void offerWithNextMenu(QString caption, std::function<void()> work, std::function<bool()> isUsable) override;
 
 private:
@@ -31,11 +35,11 @@ private:
         std::function<bool()> isUsable;
     };
 
-    std::function<void()> askMenu(Menu& menu, const std::optional<OfferedEntry>& offered);
+    std::function<void()> askMenu(Menu& menu, const std::vector<OfferedEntry>& offered);
 
     bool m_hourglass = false;
     QPoint m_popUpPlace;
-    std::optional<OfferedEntry> m_offered;
+    std::vector<OfferedEntry> m_offered;
 };
 
 }

@@ -6,8 +6,10 @@
 #include "qt/RecordDelegate.h"
 #include "qt/RecordGutter.h"
 #include "qt/ShownRecords.h"
+#include "qt/ViewDesktop.h"
 #include "toolkit/QtText.h"
 
+#include <QAction>
 #include <QHeaderView>
 #include <QPainter>
 
@@ -242,6 +244,14 @@ void RecordListView::rearrange()
         scrollTo(gridModel().index(row, 0));
     else
         scrollToTop();
+}
+
+void RecordListView::offerEntries()
+{
+    GridView::offerEntries();
+    for (QAction* const action : m_menuActions)
+        desktop().offerWithNextMenu(
+            action->text(), [action] { action->trigger(); }, [action] { return action->isEnabled(); });
 }
 
 }

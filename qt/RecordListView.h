@@ -8,6 +8,10 @@
 #include <QElapsedTimer>
 #include <QTime>
 
+#include <vector>
+
+class QAction;
+
 namespace health {
 
 class RecordGutter;
@@ -26,8 +30,12 @@ public:
     // What the list says instead of rows; empty while it shows rows.
     ListState state() const;
 
+    // Adds an action of the panel to the row's menu. It must outlive the view.
+    void addToMenu(QAction& action) { m_menuActions.push_back(&action); }
+
 protected:
     void mirror(Change change) override;
+    void offerEntries() override;
     QWidget& placed() override { return m_area; }
     void changeEvent(QEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
@@ -59,6 +67,7 @@ private:
     Text m_lookedAt; // key of the row that was selected last
     long m_patient = 0; // whose rows are shown
     int m_place = -1; // the current row before the list was loaded again
+    std::vector<QAction*> m_menuActions;
 };
 
 }

@@ -24,7 +24,7 @@ void RecordRows::reset()
 
 void RecordRows::setRoom(const QFont& font, int width, int narrow)
 {
-    if (font != m_font || m_texts.empty()) {
+    if (m_font != font) {
         m_font = font;
         m_setter.setFont(font);
         m_texts.clear();

@@ -59,7 +59,7 @@ private:
     const ShownRecords& m_records;
     const GridModel& m_model;
     RowSetter m_setter;
-    QFont m_font;
+    std::optional<QFont> m_font;
     int m_width = 0;
     int m_narrow = 0;
     std::unordered_map<int, RowText> m_texts; // by the grid's row

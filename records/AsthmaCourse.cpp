@@ -97,7 +97,9 @@ std::vector<SeverityRun> severityRuns(const std::vector<AsthmaReading>& readings
     std::vector<SeverityRun> runs;
     forEachRun(
         readings.size(), [&](std::size_t i) { return readings[i].level; },
-        [&](std::size_t first, std::size_t last) { runs.push_back({ readings[first].level, first, last }); });
+        [&](std::size_t first, std::size_t last) {
+            runs.push_back({ readings[first].level, first, last });
+        });
     return runs;
 }
 

@@ -14,7 +14,7 @@ namespace {
 using Contract = ContractCourse::Contract;
 using State = ContractCourse::State;
 
-constexpr PieceNumber TypePiece = 4;
+constexpr PieceNumber ContractTypePiece = 4;
 constexpr PieceNumber InitiatedPiece = 5;
 constexpr PieceNumber ProviderPiece = 6;
 constexpr days Term { 365 };
@@ -48,7 +48,7 @@ Contract contractOf(int record, const LinePieces& pieces, Moment now)
 {
     Contract contract;
     contract.record = record;
-    contract.type = shownWord(pieces[TypePiece]);
+    contract.type = shownWord(pieces[ContractTypePiece]);
     contract.provider = spacedName(displayPart(pieces[ProviderPiece]));
     contract.initiatedText = displayPart(pieces[InitiatedPiece]);
     const auto initiated = readRecordDate(contract.initiatedText);

@@ -101,8 +101,9 @@ FunctionalCourse::FunctionalCourse(std::span<const ListedRecord> records, int se
     m_total = found.dated.size();
     m_undated = found.undated.size();
     const auto at = std::ranges::find(found.dated, selected, &DatedRecord::record);
-    m_isLastSelected = at != found.dated.end();
-    m_position = m_isLastSelected ? static_cast<std::size_t>(at - found.dated.begin()) + 1 : m_total;
+    if (at == found.dated.end())
+        return;
+    m_position = static_cast<std::size_t>(at - found.dated.begin()) + 1;
 
     std::array<LastLevel, InstrumentalItems> last;
     for (std::size_t i = 0; i < m_position; ++i) {

@@ -54,10 +54,9 @@ public:
     // `selected`: index in the list.
     FunctionalCourse(std::span<const ListedRecord> records, int selected);
 
-    // The oldest first, at most MostAssessments. The last one is the selected record; the latest one if the selected
-    // record has no readable date.
+    // The oldest first, at most MostAssessments. The last one is the selected record. Empty if that has no readable
+    // date.
     const std::vector<Assessment>& assessments() const { return m_assessments; }
-    bool isLastSelected() const { return m_isLastSelected; }
 
     // The item's name on the form: "Housework".
     static Text itemName(std::size_t item);
@@ -86,7 +85,6 @@ private:
     std::size_t m_total = 0; // of those with a date
     std::size_t m_position = 0; // of the last one in m_assessments among them, counted from 1
     std::size_t m_undated = 0;
-    bool m_isLastSelected = false;
 };
 
 }

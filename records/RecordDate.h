@@ -24,8 +24,8 @@ struct RecordDate {
     bool operator==(const RecordDate&) const = default;
 };
 
-// Reads a FileMan date, whose month and day may be "00", or a date text such as "03/18/2026@08:50". Unlike summaries, it
-// rolls nothing over: empty for an empty text, for one that is not a date, and for a day outside the calendar.
+// Reads a FileMan date, whose month and day may be "00", or a date text such as "03/18/2026@08:50". Unlike summaries,
+// it rolls nothing over: empty for an empty text, for one that is not a date, and for a day outside the calendar.
 std::optional<RecordDate> readRecordDate(TextView text);
 
 }

@@ -8,10 +8,10 @@ namespace health {
 
 namespace {
 
-constexpr PieceNumber CountsPiece = 1;
+constexpr PieceNumber ReproductiveCountsPiece = 1;
 constexpr PieceNumber RefusalTypePiece = 4;
 constexpr PieceNumber RefusalItemPiece = 6;
-constexpr PieceNumber CommentPiece = 12;
+constexpr PieceNumber RefusalCommentPiece = 12;
 constexpr TextView SeparatorText = L"; ";
 
 // Takes runs from the beginning of a summary.
@@ -129,14 +129,14 @@ std::vector<SummaryRun> typeset(const ListedRecord& record, const ListedRecord* 
     setter.takeLead(recordDate(record));
     switch (record.type->number) {
     case RecordTypeNumber::Reproductive:
-        setter.takeField({}, pieces[CountsPiece].size());
+        setter.takeField({}, pieces[ReproductiveCountsPiece].size());
         break;
     case RecordTypeNumber::BirthMeasurements:
         setter.takeField(L"Birth Weight", weightLength(pieces));
         break;
     case RecordTypeNumber::Refusal:
         setter.takeField({}, refusedLength(pieces));
-        setter.takeField(L"Comment", displayPart(pieces[CommentPiece]).size());
+        setter.takeField(L"Comment", displayPart(pieces[RefusalCommentPiece]).size());
         break;
     default:
         break;

@@ -18,6 +18,7 @@ public:
     Session& session() const { return required(m_session, L"session"); }
     Patient& patient() const { return required(m_patient, L"patient"); }
     User& user() const { return required(m_user, L"user"); }
+    Site& site() const { return required(m_site, L"site"); }
     Encounter& encounter() const { return required(m_encounter, L"encounter"); }
     PrintPreview& print() const { return required(m_print, L"print"); }
 
@@ -41,7 +42,7 @@ private:
     std::shared_ptr<HostObject> m_application; // null outside the host application
     std::shared_ptr<Patient> m_patient;
     std::shared_ptr<User> m_user;
-    std::shared_ptr<Site> m_site; // Intended: required but not used
+    std::shared_ptr<Site> m_site; // only exports use it
     std::shared_ptr<Encounter> m_encounter;
     std::shared_ptr<PrintPreview> m_print;
 };

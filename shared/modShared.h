@@ -44,6 +44,7 @@ public:
     using SharedObjects::patient;
     using SharedObjects::patientText;
     using SharedObjects::session;
+    using SharedObjects::site;
     using SharedObjects::user;
 
     // FileMan text of a date text; empty for an empty one, for a year up to 1700, and, after an error report,

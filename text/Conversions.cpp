@@ -89,16 +89,23 @@ TextView withoutLeadingBlanks(TextView text)
     return start == TextView::npos ? TextView() : text.substr(start);
 }
 
+// The number in a text that has nothing else but blanks; empty for every other text.
+TextView soleNumber(TextView text)
+{
+    text = withoutLeadingBlanks(text);
+    const std::size_t length = numberLength(text);
+    return text.find_first_not_of(L' ', length) == TextView::npos ? text.substr(0, length) : TextView();
+}
+
 }
 
 std::optional<double> numericValue(TextView text)
 {
-    text = withoutLeadingBlanks(text);
-    const std::size_t length = numberLength(text);
-    if (length == 0 || text.find_first_not_of(L' ', length) != TextView::npos)
-        return std::nullopt;
-    return value(text.substr(0, length));
+    const TextView number = soleNumber(text);
+    return number.empty() ? std::nullopt : std::optional(value(number));
 }
+
+bool isNumeric(TextView text) { return !soleNumber(text).empty(); }
 
 double leadingNumber(TextView text)
 {

@@ -11,7 +11,7 @@ namespace health {
 // one ".", an optional exponent. Empty for everything else ("", "-", "2K", "2 3").
 std::optional<double> numericValue(TextView text);
 
-inline bool isNumeric(TextView text) { return numericValue(text).has_value(); }
+bool isNumeric(TextView text); // true if the text has such a value
 
 // The number at the beginning of a text, after leading blanks; 0 if the text begins with no number. "-3abc" is -3.
 double leadingNumber(TextView text);

@@ -163,13 +163,19 @@ std::optional<seconds> readTime(Scanner& scanner)
     return hours { *hour } + minutes { *minute } + seconds { *second };
 }
 
-// The last `width` digits of a number, with leading zeros.
-void appendPadded(Text& text, int value, int width)
+// Replaces the letters from `first` up to `end` by the last digits of a number.
+void putDigits(Text& text, std::size_t first, std::size_t end, int value)
 {
-    const std::size_t start = text.size();
-    text.append(static_cast<std::size_t>(width), L'0');
-    for (std::size_t at = text.size(); at > start; value /= 10)
-        text[--at] = static_cast<wchar_t>(L'0' + value % 10);
+    for (; end > first; value /= 10)
+        text[--end] = static_cast<wchar_t>(L'0' + value % 10);
+}
+
+void putDate(Text& text, Moment moment)
+{
+    const year_month_day date { floor<days>(moment) };
+    putDigits(text, 0, 2, static_cast<int>(static_cast<unsigned>(date.month())));
+    putDigits(text, 3, 5, static_cast<int>(static_cast<unsigned>(date.day())));
+    putDigits(text, 6, 10, static_cast<int>(date.year()));
 }
 
 }
@@ -218,24 +224,18 @@ std::optional<Moment> parseDate(TextView text)
 
 Text dateText(Moment moment)
 {
-    const year_month_day date { floor<days>(moment) };
-    Text text;
-    text.reserve(10);
-    appendPadded(text, static_cast<int>(static_cast<unsigned>(date.month())), 2);
-    text += L'/';
-    appendPadded(text, static_cast<int>(static_cast<unsigned>(date.day())), 2);
-    text += L'/';
-    appendPadded(text, static_cast<int>(date.year()), 4);
+    Text text = L"mm/dd/yyyy";
+    putDate(text, moment);
     return text;
 }
 
 Text dateTimeText(Moment moment)
 {
     const hh_mm_ss time { moment - dateOf(moment) };
-    Text text = dateText(moment) + L' ';
-    appendPadded(text, static_cast<int>(time.hours().count()), 2);
-    text += L':';
-    appendPadded(text, static_cast<int>(time.minutes().count()), 2);
+    Text text = L"mm/dd/yyyy hh:mm";
+    putDate(text, moment);
+    putDigits(text, 11, 13, static_cast<int>(time.hours().count()));
+    putDigits(text, 14, 16, static_cast<int>(time.minutes().count()));
     return text;
 }
 

@@ -3,6 +3,7 @@
 #include "api/ProgIds.h"
 #include "host/framework/DisplayText.h"
 #include "host/session/Replies.h"
+#include "host/session/Transport.h"
 
 #include <QApplication>
 #include <QScopedValueRollback>
@@ -37,7 +38,7 @@ ClinicalContext::ClinicalContext(
     m_session->setObject(ApplicationProgId, std::make_shared<HostApplication>());
     m_session->setObject(PatientProgId, m_patient);
     m_session->setObject(UserProgId, std::make_shared<HostUser>(*m_session));
-    m_session->setObject(SiteProgId, std::make_shared<HostSite>(*m_session));
+    m_session->setObject(SiteProgId, std::make_shared<HostSite>(*m_session, transport.hasLocalClock()));
     m_session->setObject(EncounterProgId, m_encounter);
     m_session->setObject(PrintProgId, m_print);
 }

@@ -52,6 +52,16 @@ QString displayDate(const QString& text)
     return time.isEmpty() ? shown : shown + u' ' + digits.left(2) + u':' + digits.mid(2, 2);
 }
 
+QString isoDate(const QString& text)
+{
+    const QDate first = dateOfFileMan(text).date();
+    if (!first.isValid())
+        return {};
+    const QString iso = first.toString(Qt::ISODate);
+    const qsizetype known = text.mid(3, 2) == u"00" ? 4 : text.mid(5, 2) == u"00" ? 7 : 10;
+    return iso.left(known);
+}
+
 std::optional<int> ageInMonths(const QDate& birth, const QDate& today)
 {
     if (!birth.isValid() || birth > today)

@@ -20,6 +20,9 @@ QDateTime dateOfFileMan(const QString& text);
 // "mm/dd/yyyy", with " hh:mm" where the text has a time; "mm/yyyy" or "yyyy" for an inexact date.
 QString displayDate(const QString& text);
 
+// "yyyy-mm-dd" of a FileMan date, "yyyy-mm" or "yyyy" for an inexact one.
+QString isoDate(const QString& text);
+
 // Age in whole months; empty without a birth date, or before it. Someone born on the last day of a month is a month
 // older on the last day of a shorter month.
 std::optional<int> ageInMonths(const QDate& birth, const QDate& today);

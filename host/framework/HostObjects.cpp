@@ -3,6 +3,10 @@
 #include "host/framework/DisplayText.h"
 #include "toolkit/QtText.h"
 
+#include <QTimeZone>
+
+#include <cstdlib>
+
 using namespace Qt::StringLiterals;
 
 namespace health {
@@ -14,6 +18,23 @@ constexpr int MayAsk = 32;
 
 }
 
+// Empty in the hour that a clock shows twice or not at all, and for an offset that is not in whole minutes.
+std::optional<int> certainOffset(std::chrono::local_seconds time, const QTimeZone& zone)
+{
+    constexpr qint64 day = 86400;
+    const qint64 local = time.time_since_epoch().count();
+    const auto offsetAt = [&](qint64 seconds) { return zone.offsetFromUtc(QDateTime::fromSecsSinceEpoch(seconds)); };
+    std::optional<int> found;
+    for (const int offset : { offsetAt(local - day), offsetAt(local + day) }) {
+        if (offsetAt(local - offset) != offset)
+            continue;
+        if (found && *found != offset)
+            return std::nullopt;
+        found = offset;
+    }
+    return found && *found % 60 == 0 ? found : std::nullopt;
+}
+
 Text HostPatient::age() const
 {
     const auto months = ageInMonths(data.birth, QDate::currentDate());
@@ -23,6 +44,21 @@ Text HostPatient::age() const
 Text HostPatient::displayName() const { return health::displayName(data.name).toStdWString(); }
 
 Text HostPatient::displayAge() const { return health::displayAge(data.birth, QDate::currentDate()).toStdWString(); }
+
+Text HostPatient::birthDate() const { return isoDate(data.birthDate).toStdWString(); }
+
+// Unknown for a clock elsewhere.
+Text HostSite::zoneOffset(std::chrono::local_seconds time) const
+{
+    const auto offset = m_hasLocalClock ? certainOffset(time, QTimeZone::systemTimeZone()) : std::nullopt;
+    if (!offset)
+        return {};
+    const int minutes = std::abs(*offset) / 60;
+    return u"%1%2:%3"_s.arg(QChar(*offset < 0 ? u'-' : u'+'))
+        .arg(minutes / 60, 2, 10, QChar(u'0'))
+        .arg(minutes % 60, 2, 10, QChar(u'0'))
+        .toStdWString();
+}
 
 Text HostEncounter::displayText() const
 {

@@ -5,9 +5,16 @@
 #include "host/report/Report.h"
 #include "host/session/HostSession.h"
 
+#include <chrono>
 #include <functional>
+#include <optional>
+
+class QTimeZone;
 
 namespace health {
+
+// The offset from UTC, in seconds, of a local time in a zone. Empty if it is not certain.
+std::optional<int> certainOffset(std::chrono::local_seconds time, const QTimeZone& zone);
 
 class HostPatient : public Patient {
 public:
@@ -24,6 +31,7 @@ public:
     Text age() const override;
     Text displayName() const override;
     Text displayAge() const override;
+    Text birthDate() const override;
     bool isSelected() const override { return data.number != 0; }
     void select() override { m_prompt(); }
 
@@ -47,15 +55,19 @@ private:
 
 class HostSite : public Site {
 public:
-    explicit HostSite(HostSession& session)
+    // `hasLocalClock`: the server has the clock of this machine.
+    HostSite(HostSession& session, bool hasLocalClock)
         : m_session(session)
+        , m_hasLocalClock(hasLocalClock)
     {
     }
     long number() const override { return m_session.signedOn().siteNumber; }
     Text name() const override { return m_session.signedOn().siteName; }
+    Text zoneOffset(std::chrono::local_seconds time) const override;
 
 private:
     HostSession& m_session;
+    bool m_hasLocalClock;
 };
 
 class HostEncounter : public Encounter {

@@ -1,5 +1,7 @@
 #include "host/program/Options.h"
 
+#include "toolkit/PrivateSave.h"
+
 #include <QCommandLineParser>
 #include <QCoreApplication>
 #include <QFileInfo>
@@ -49,6 +51,7 @@ struct Arguments {
     QString user;
     QString picture;
     QString list;
+    QString fhir;
     QString data;
     QString serverProgram;
     QString server;
@@ -74,6 +77,7 @@ constexpr Option Table[] = {
     { "user", "Sign on as NAME, as in \"SORREL,ADA\".", "NAME", &Arguments::user },
     { "picture", "Save a picture of the loaded window in FILE and exit.", "FILE", &Arguments::picture },
     { "list", "Print the grid as text and exit.", nullptr, &Arguments::list },
+    { "fhir", "Export the list as FHIR to FILE and exit.", "FILE", &Arguments::fhir },
     { "data", "Keep the local server's data in FOLDER.", "FOLDER", &Arguments::data },
     { "server-program", "Start this local server.", "PATH", &Arguments::serverProgram },
     { "server", "Use the remote server at ADDRESS, as in tls://host:port.", "ADDRESS", &Arguments::server },
@@ -128,6 +132,15 @@ Arguments readArguments(const QCommandLineParser& parser)
     return arguments;
 }
 
+// Before the server is started.
+void checkFhir(const Arguments& arguments)
+{
+    if (arguments.patient.isEmpty())
+        refuse(u"--fhir requires --patient."_s);
+    if (const QString fault = pathFault(arguments.fhir); !fault.isEmpty())
+        refuse(fault);
+}
+
 long readPatient(const QString& value)
 {
     bool valid = true;
@@ -180,6 +193,8 @@ Options readOptions()
 
     if (parser.isSet(u"laboratory"_s) && !arguments.server.isEmpty())
         refuse(u"--laboratory cannot be combined with --server: it is for the sample data of a local server."_s);
+    if (!arguments.fhir.isEmpty())
+        checkFhir(arguments);
 
     Options options;
     options.patient = readPatient(arguments.patient);
@@ -188,13 +203,14 @@ Options readOptions()
     options.user = arguments.user;
     options.picture = arguments.picture;
     options.list = parser.isSet(u"list"_s);
+    options.fhir = arguments.fhir;
     options.dataFolder = QFileInfo(arguments.data).absoluteFilePath();
     options.server = readServer(arguments);
     options.serverProgram = arguments.serverProgram;
     options.registerLibrary = arguments.registerLibrary;
     options.unregisterLibrary = arguments.unregisterLibrary;
     options.isLaboratory = parser.isSet(u"laboratory"_s);
-    options.isUnattended = options.list || !options.picture.isEmpty();
+    options.isUnattended = options.list || !options.picture.isEmpty() || !options.fhir.isEmpty();
     return options;
 }
 

@@ -10,6 +10,7 @@ namespace health {
 struct Options : WindowOptions {
     QString picture; // file to save a picture of the window in
     bool list = false; // print the grid
+    QString fhir; // file to export the list to
     QString registerLibrary;
     QString unregisterLibrary;
 

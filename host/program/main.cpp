@@ -5,6 +5,7 @@
 #include "host/program/UnattendedDialogs.h"
 #include "host/windows/FailureBox.h"
 #include "host/windows/MainWindow.h"
+#include "toolkit/PrivateSave.h"
 
 #include <QApplication>
 
@@ -18,7 +19,17 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// Prints the grid and saves the picture, as the options ask; false on failure.
+// Exports the list of the first panel. Throws Failure.
+void exportFhir(MainWindow& window, const QString& path)
+{
+    const auto files = window.firstPanel()->exportRecords(ExportFormat::Fhir);
+    if (files.empty())
+        throw Failure(L"Nothing was exported: the list shows no patient.");
+    if (const QString fault = savePrivately(path, files.front().bytes); !fault.isEmpty())
+        throw Failure(fault.toStdWString());
+}
+
+// Prints, exports and saves what the options ask for; false on failure. Throws Failure.
 bool report(MainWindow& window, const Options& options)
 {
     if (options.list) {
@@ -29,6 +40,8 @@ bool report(MainWindow& window, const Options& options)
             std::printf("%s (%ld)\n", qUtf8Printable(displayName(patient.name)), patient.number);
         std::fputs(qUtf8Printable(window.gridText()), stdout);
     }
+    if (!options.fhir.isEmpty())
+        exportFhir(window, options.fhir);
     if (options.picture.isEmpty() || (makePrivate(options.picture) && window.grab().save(options.picture)))
         return true;
     std::fprintf(stderr, "The picture cannot be saved in %s.\n", qPrintable(options.picture));

@@ -88,7 +88,8 @@ void HostSession::openSession()
     m_declined.reset();
     m_reconnector.noteConnected();
     Q_EMIT connectionChanged(true);
-    m_events.queue(Text(ConnectionEvent), L"");
+    if (std::exchange(m_isAway, false))
+        m_events.queue(Text(ConnectionEvent), L"");
 }
 
 void HostSession::signOnConnection()
@@ -206,14 +207,19 @@ void HostSession::reconnectQuietly()
     if (m_connection.isOpen() || m_inCall || m_userName.empty())
         return;
     Q_EMIT connectionChanged(false);
-    m_events.deliver(Text(ConnectionEvent), L"0");
+    if (m_isAway)
+        m_events.deliver(Text(ConnectionEvent), L"0");
     if (m_reconnector.attempt([this] { openQuietly(); }))
         raiseMissedEvents();
     else
         reportPause();
 }
 
-void HostSession::reportPause() { m_events.queue(Text(ConnectionEvent), std::to_wstring(m_reconnector.secondsLeft())); }
+void HostSession::reportPause()
+{
+    m_isAway = true;
+    m_events.queue(Text(ConnectionEvent), std::to_wstring(m_reconnector.secondsLeft()));
+}
 
 void HostSession::openQuietly()
 {

@@ -161,6 +161,7 @@ private:
     std::set<Text> m_namesAtServer; // subscribed over the open connection
     bool m_eventsMissed = false; // a connection was lost, and no subscriber has been asked to reload yet
     Reconnector m_reconnector;
+    bool m_isAway = false; // the subscribers of CONNECTION know that the connection is lost
     std::optional<Text> m_declined; // the error that the user declined to retry, until the event loop runs again
     QTimer m_declineEnds;
     UnsettledChange m_unsettled;

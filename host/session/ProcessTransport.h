@@ -19,6 +19,7 @@ public:
     void close() override;
     QIODevice* device() override { return m_process.get(); }
     bool isAlive() const override { return m_process && m_process->state() != QProcess::NotRunning; }
+    bool hasLocalClock() const override { return true; }
     QString endReason() const override;
 
 private:

@@ -20,6 +20,8 @@ public:
     virtual QIODevice* device() = 0;
     // True until the other side closes the stream.
     virtual bool isAlive() const = 0;
+    // The server has the clock of this machine.
+    virtual bool hasLocalClock() const { return false; }
     // Why the stream ended, a sentence for the user.
     virtual QString endReason() const = 0;
 

@@ -136,8 +136,11 @@ void SignLabel::paintEvent(QPaintEvent* event)
     if (m_sign == Sign::Bar)
         return painter.fillRect(0, 0, measures.ems(0.22), height(), colour);
     const int side = measures.ems(SignSide);
+    // Beside the first line of the text, which is centred in the label.
     const int line = fontMetrics().height();
-    drawSign(painter, { 0, contentsRect().top() + (line - side) / 2, side, side }, m_sign, colour);
+    const int text = wordWrap() ? heightForWidth(width()) : line;
+    const int top = contentsRect().top() + std::max(0, (contentsRect().height() - text) / 2);
+    drawSign(painter, { 0, top + (line - side) / 2, side, side }, m_sign, colour);
 }
 
 void SignLabel::changeEvent(QEvent* event)

@@ -85,6 +85,17 @@ void Grid::setRowCount(int count)
         select(-1);
 }
 
+void Grid::appendRow(TextView data, std::span<const TextView> texts)
+{
+    if (texts.size() > m_columns.size())
+        throw std::out_of_range("The grid has fewer columns.");
+    m_rowData.push_back(m_texts.keep(data));
+    for (const TextView text : texts)
+        m_cells.emplace_back().text = m_texts.keep(text);
+    m_cells.resize(m_rowData.size() * m_columns.size());
+    contentsChanged();
+}
+
 void Grid::clear()
 {
     m_cells.assign(m_cells.size(), Cell());

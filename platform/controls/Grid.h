@@ -3,6 +3,7 @@
 #include "platform/controls/Control.h"
 
 #include <memory>
+#include <span>
 #include <vector>
 
 namespace health {
@@ -49,6 +50,8 @@ public:
     int rowCount() const { return static_cast<int>(m_rowData.size()); }
     // New rows are empty. Removing the selected row clears the selection.
     void setRowCount(int count);
+    // Appends a row with its data and the texts of its first columns. Throws std::out_of_range for too many texts.
+    void appendRow(TextView data, std::span<const TextView> texts);
     // Clears all cells, row data and colours; the rows stay.
     void clear();
 

@@ -18,8 +18,8 @@ namespace {
 Ink severityInk(int level) { return static_cast<Ink>(static_cast<int>(Ink::Severity1) + level - 1); }
 
 // A text on one line, its middle at the height of `middle`.
-void drawAt(QPainter& painter, const QFont& font, const QColor& colour, QPoint middle, Qt::Alignment side,
-    const QString& text)
+void drawAt(
+    QPainter& painter, const QFont& font, const QColor& colour, QPoint middle, Qt::Alignment side, const QString& text)
 {
     const QFontMetrics metrics(font);
     const int width = metrics.horizontalAdvance(text);
@@ -93,15 +93,23 @@ void AsthmaDrawing::drawCaptions(std::size_t lung)
     const QPoint middle(m_layout.captionsRight(), row.center().y() - below / 2);
     drawAt(m_painter, m_look.font, colourOf(Ink::Words, m_look.palette), middle, Qt::AlignRight,
         toQString(AsthmaReading::Captions[lung]));
-    drawAt(m_painter, m_date, colourOf(Ink::Quiet, m_look.palette),
-        middle + QPoint(0, (caption.height() + below) / 2), Qt::AlignRight, range);
+    drawAt(m_painter, m_date, colourOf(Ink::Quiet, m_look.palette), middle + QPoint(0, (caption.height() + below) / 2),
+        Qt::AlignRight, range);
     if (lung > 0)
-        m_painter.fillRect(QRect(row.topLeft(), QSize(row.width(), m_hairline)), colourOf(Ink::Hairline, m_look.palette));
+        m_painter.fillRect(
+            QRect(row.topLeft(), QSize(row.width(), m_hairline)), colourOf(Ink::Hairline, m_look.palette));
+}
+
+bool AsthmaDrawing::isCrowded() const
+{
+    return m_layout.plot().width() < static_cast<double>(m_data.readings().size()) * 4 * m_dot;
 }
 
 void AsthmaDrawing::drawCurve(std::size_t lung)
 {
-    m_painter.setPen(QPen(colourOf(Ink::Quiet, m_look.palette), 1.3 * m_hairline));
+    // Smoothing hundreds of steep lines takes longer than all the rest and shows nothing.
+    m_painter.setRenderHint(QPainter::Antialiasing, !isCrowded());
+    m_painter.setPen(QPen(colourOf(Ink::Quiet, m_look.palette), isCrowded() ? m_hairline : 1.3 * m_hairline));
     QList<std::size_t> drawn;
     QList<QPoint> curve;
     for (const auto& [first, last] : lungRuns(m_data.readings(), lung)) {
@@ -112,6 +120,7 @@ void AsthmaDrawing::drawCurve(std::size_t lung)
         }
         m_painter.drawPolyline(curve.constData() + start, static_cast<int>(curve.size() - start));
     }
+    m_painter.setRenderHint(QPainter::Antialiasing);
     drawDots(lung, drawn);
     drawLabels(lung, drawn, curve);
 }
@@ -120,13 +129,11 @@ void AsthmaDrawing::drawCurve(std::size_t lung)
 void AsthmaDrawing::drawDots(std::size_t lung, const QList<std::size_t>& readings)
 {
     const auto& all = m_data.readings();
-    const bool crowded = static_cast<double>(m_layout.plot().width()) < static_cast<double>(readings.size()) * 4 * m_dot;
     for (const std::size_t i : readings) {
-        const bool alone =
-            (i == 0 || !all[i - 1].lung[lung]) && (i + 1 == all.size() || !all[i + 1].lung[lung]);
+        const bool alone = (i == 0 || !all[i - 1].lung[lung]) && (i + 1 == all.size() || !all[i + 1].lung[lung]);
         const double value = *all[i].lung[lung];
         const bool extreme = value == m_layout.lowest(lung) || value == m_layout.highest(lung);
-        if (!isSelected(i) && (!crowded || alone || extreme))
+        if (!isSelected(i) && (!isCrowded() || alone || extreme))
             drawDot(m_layout.point(lung, i), false);
     }
     if (m_data.selected && all[*m_data.selected].lung[lung])
@@ -153,7 +160,8 @@ void AsthmaDrawing::drawLabels(std::size_t lung, const QList<std::size_t>& readi
         const std::size_t reading = readings.at(i);
         const auto isHigher = [&](qsizetype other) { return curve.at(other).y() < curve.at(i).y(); };
         const bool end = i == 0 || i + 1 == curve.size();
-        const bool valley = curve.size() > 1 && (i == 0 || isHigher(i - 1)) && (i + 1 == curve.size() || isHigher(i + 1));
+        const bool valley =
+            curve.size() > 1 && (i == 0 || isHigher(i - 1)) && (i + 1 == curve.size() || isHigher(i + 1));
         const bool extreme = &curve.at(i) == &*highest || &curve.at(i) == &*lowest;
         // The large number at the right is the label of the selected last reading.
         if (!isSelected(reading) || reading + 1 < all.size())
@@ -266,11 +274,13 @@ void AsthmaDrawing::drawDue()
     if (!m_data.due)
         return;
     const QFont note = scaled(m_look.font, TypeSize::Note);
-    const QString text = u"Calculated Date Due %1 \u00B7 %2"_s.arg(
-        toQString(m_data.due->date), toQString(m_data.due->words));
+    const QString text =
+        u"Calculated Date Due %1 \u00B7 %2"_s.arg(toQString(m_data.due->date), toQString(m_data.due->words));
     const Ink ink = m_data.due->isOver ? Ink::Caution : Ink::Quiet;
+    const int room = m_layout.place().right() - QFontMetrics(note).horizontalAdvance(text);
+    const int left = std::max(m_layout.place().left(), std::min(m_layout.plot().left(), room));
     drawAt(m_painter, note, colourOf(ink, m_look.palette),
-        { m_layout.plot().left(), m_layout.dueTop() + QFontMetrics(note).height() / 2 }, Qt::AlignLeft, text);
+        { left, m_layout.dueTop() + QFontMetrics(note).height() / 2 }, Qt::AlignLeft, text);
 }
 
 }

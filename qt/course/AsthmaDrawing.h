@@ -27,6 +27,8 @@ private:
     QString severityIn(int width, std::size_t reading, int level) const;
     void drawDates();
     void drawDue();
+    // The readings lie too close together for a dot each.
+    bool isCrowded() const;
     bool isSelected(std::size_t reading) const { return m_data.selected == reading; }
     QColor selectedInk() const;
 

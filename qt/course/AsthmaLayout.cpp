@@ -110,8 +110,8 @@ void AsthmaLayout::divideWidth(const CourseLook& look)
     const int values = valueWidth(look);
     int right = std::max(values, widthOf(scaled(look.font, TypeSize::ChartDate), L"00/00/00") / 2);
     if (m_data.selected) {
-        const int severity = widthOf(
-            semibold(scaled(look.font, TypeSize::ChartNumber)), m_data.readings()[*m_data.selected].severity);
+        const int severity =
+            widthOf(semibold(scaled(look.font, TypeSize::ChartNumber)), m_data.readings()[*m_data.selected].severity);
         m_severityFits = m_place.right() - left - m_gap - severity >= qRound(NarrowestPlot * m_em);
         if (m_severityFits)
             right = std::max(right, severity);
@@ -147,9 +147,8 @@ QPoint AsthmaLayout::point(std::size_t lung, std::size_t reading) const
     const QRect place = row(lung);
     const Range& range = m_ranges[lung];
     const double height = place.height() - 2 * RowPadding * m_em;
-    const double part = range.high > range.low
-        ? (*m_data.readings()[reading].lung[lung] - range.low) / (range.high - range.low)
-        : 0.5;
+    const double part =
+        range.high > range.low ? (*m_data.readings()[reading].lung[lung] - range.low) / (range.high - range.low) : 0.5;
     return { x(reading), qRound(place.bottom() - RowPadding * m_em - part * height) };
 }
 

@@ -15,7 +15,7 @@ struct CourseSource {
     int selected = -1; // the record whose kind is drawn; marked in the picture
     Moment now; // the user's clock
     Text registryDue; // the asthma registry's "Calculated Date Due" as last read in this session; empty if never
-    Text birthDate {}; // the patient's, as the host tells it; empty if unknown
+    Text birthDate {}; // the patient's, "1996-04-02", as the host tells it; empty if unknown
 };
 
 // The picture for the selected record's kind; null for a kind without one, and without a selected record.

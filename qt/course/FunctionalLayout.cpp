@@ -30,7 +30,7 @@ FunctionalLayout::FunctionalLayout(const FunctionalCourse& course, int width, co
     , m_assessments(course.assessments().size())
     , m_circle(m_measures.ems(CircleSize) | 1)
     , m_rowHeight(m_measures.ems(RowHeight))
-    , m_blockHeight(m_assessments == 0 ? 0 : m_rowHeight * static_cast<int>(Rows + 1))
+    , m_blockHeight(m_rowHeight * static_cast<int>(Rows + 1))
 {
     measureColumns(course, look);
     chooseColumns(width);
@@ -65,8 +65,6 @@ int FunctionalLayout::blockWidth(std::size_t columns) const
 void FunctionalLayout::chooseColumns(int width)
 {
     m_columns = m_assessments;
-    if (m_assessments == 0)
-        return;
     const auto fitSideBySide = [&] { return 2 * blockWidth(m_columns) + m_measures.groupGap() <= width; };
     while (m_columns > std::min(FewestSideBySide, m_assessments) && !fitSideBySide())
         --m_columns;
@@ -91,8 +89,6 @@ void FunctionalLayout::addTexts(const FunctionalCourse& course, const CourseLook
 
 void FunctionalLayout::placeLegend(const CourseLook& look)
 {
-    if (m_assessments == 0)
-        return;
     using enum LegendEntry::Mark;
     m_legend = { { Independent, u"Independent"_s, {} }, { NeedsHelp, u"Needs Help"_s, {} },
         { TotallyDependent, u"Totally Dependent"_s, {} }, { NeedsMoreHelp, u"needs more help than before"_s, {} },
@@ -110,13 +106,6 @@ void FunctionalLayout::placeLegend(const CourseLook& look)
         left += width + m_measures.groupGap();
     }
     m_legendHeight = top + m_rowHeight;
-}
-
-int FunctionalLayout::blockRows() const
-{
-    if (m_assessments == 0)
-        return 0;
-    return m_isStacked ? 2 : 1;
 }
 
 int FunctionalLayout::noteTop() const { return legendTop() + m_legendHeight; }

@@ -26,6 +26,7 @@ struct LegendEntry {
 // assessments, and if it has no room for two of them, puts the blocks below each other.
 class FunctionalLayout {
 public:
+    // The course must have an assessment.
     FunctionalLayout(const FunctionalCourse& course, int width, const CourseLook& look);
 
     const Measures& measures() const { return m_measures; }
@@ -66,7 +67,7 @@ private:
     void addTexts(const FunctionalCourse& course, const CourseLook& look);
     void placeLegend(const CourseLook& look);
     int blockWidth(std::size_t columns) const;
-    int blockRows() const;
+    int blockRows() const { return m_isStacked ? 2 : 1; }
 
     Measures m_measures;
     int m_width;

@@ -38,7 +38,7 @@ public:
         m_painter.setRenderHint(QPainter::Antialiasing);
         const int line = m_layout.measures().em();
         m_layout.heading().draw(m_painter, {}, m_width, line);
-        for (std::size_t block = 0; m_layout.columns() > 0 && block < FunctionalCourse::Blocks; ++block)
+        for (std::size_t block = 0; block < FunctionalCourse::Blocks; ++block)
             drawBlock(block);
         for (const LegendEntry& entry : m_layout.legend())
             drawLegendEntry(entry);
@@ -48,14 +48,12 @@ public:
 private:
     const std::vector<Assessment>& assessments() const { return m_course.assessments(); }
     QColor colour(Ink ink) const { return colourOf(ink, m_look.palette); }
-    QFont small() const { return scaled(m_look.font, TypeSize::ChartDate); }
 
     void drawBlock(std::size_t block)
     {
-        if (m_course.isLastSelected())
-            m_painter.fillRect(m_layout.lastColumn(block), colour(Ink::SelectionTint));
+        m_painter.fillRect(m_layout.lastColumn(block), colour(Ink::SelectionTint));
         drawLine(m_painter, m_layout.title(block), Qt::AlignLeft, toQString(FunctionalCourse::blockName(block)),
-            semibold(m_look.font), colour(Ink::Words));
+            m_strong, colour(Ink::Words));
         const int line = m_layout.measures().hairline();
         for (const std::size_t row : { std::size_t(1), CountRow }) {
             const QRect place = m_layout.row(block, row);
@@ -81,15 +79,14 @@ private:
             const bool isAtLeft = isLast && m_layout.hasWords();
             if (isAtLeft)
                 place.setLeft(place.left() + 2 * m_layout.measures().u());
-            drawLine(m_painter, place, isAtLeft ? Qt::AlignLeft : Qt::AlignHCenter, text,
-                isLast ? semibold(font) : font, colour(ink));
+            drawLine(m_painter, place, isAtLeft ? Qt::AlignLeft : Qt::AlignHCenter, text, font, colour(ink));
         };
-        drawText(0, shortDay(assessment.date), small());
+        drawText(0, shortDay(assessment.date), isLast ? m_smallStrong : m_small);
         for (std::size_t item = 0; item < FunctionalCourse::BlockItems; ++item)
             drawValue(m_layout.cell(block, item + 1, index),
                 assessment.values.at(block * FunctionalCourse::BlockItems + item), index);
         const Text count = FunctionalCourse::countText(assessment, block);
-        drawText(CountRow, count.empty() ? u"–"_s : toQString(count), m_look.font);
+        drawText(CountRow, count.empty() ? u"–"_s : toQString(count), isLast ? m_strong : m_look.font);
     }
 
     static Ink inkOf(const Value& value)
@@ -117,7 +114,7 @@ private:
         words.setLeft(m_layout.wordsLeft(cell));
         drawLine(m_painter, words, Qt::AlignLeft,
             value.level == Level::NotRecorded ? u"not recorded"_s : toQString(value.word),
-            value.change == Change::None ? m_look.font : semibold(m_look.font), ink);
+            value.change == Change::None ? m_look.font : m_strong, ink);
     }
 
     // Behind a circle with its arrow.
@@ -213,6 +210,9 @@ private:
     const FunctionalLayout m_layout;
     int m_width;
     const CourseLook& m_look;
+    const QFont m_strong = semibold(m_look.font);
+    const QFont m_small = scaled(m_look.font, TypeSize::ChartDate);
+    const QFont m_smallStrong = semibold(m_small);
 };
 
 }
@@ -220,9 +220,7 @@ private:
 FunctionalPicture::FunctionalPicture(const CourseSource& source)
     : m_course(source.records, source.selected)
 {
-    if (!m_course.assessments().empty())
-        m_isOfCurrentVisit =
-            source.records[static_cast<std::size_t>(m_course.assessments().back().record)].isOfCurrentVisit;
+    m_isOfCurrentVisit = source.records[static_cast<std::size_t>(source.selected)].isOfCurrentVisit;
 }
 
 int FunctionalPicture::heightFor(int width, const CourseLook& look) const
@@ -243,7 +241,7 @@ QList<CoursePoint> FunctionalPicture::points(const QRect& place, const CourseLoo
     const FunctionalLayout layout(m_course, place.width(), look);
     const std::vector<Assessment>& assessments = m_course.assessments();
     QList<CoursePoint> points;
-    for (std::size_t block = 0; layout.columns() > 0 && block < FunctionalCourse::Blocks; ++block) {
+    for (std::size_t block = 0; block < FunctionalCourse::Blocks; ++block) {
         for (std::size_t row = 1; row < FunctionalLayout::Rows; ++row) {
             for (std::size_t i = layout.firstAssessment(); i < assessments.size(); ++i) {
                 const Text text = row == CountRow

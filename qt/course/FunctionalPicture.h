@@ -10,6 +10,9 @@ class FunctionalPicture : public CoursePicture {
 public:
     explicit FunctionalPicture(const CourseSource& source);
 
+    // The selected assessment has no readable date.
+    bool isEmpty() const { return m_course.assessments().empty(); }
+
     int heightFor(int width, const CourseLook& look) const override;
     void draw(QPainter& painter, const QRect& place, const CourseLook& look) const override;
     QList<CoursePoint> points(const QRect& place, const CourseLook& look) const override;
@@ -17,7 +20,7 @@ public:
 
 private:
     FunctionalCourse m_course;
-    bool m_isOfCurrentVisit = false; // the last assessment
+    bool m_isOfCurrentVisit = false; // the selected assessment
 };
 
 }

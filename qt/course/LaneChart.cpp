@@ -109,7 +109,7 @@ private:
         else
             m_painter.fillRect(QRect(whole.left(), whole.bottom(), whole.width(), m_layout.measures.hairline()),
                 colour(Ink::Hairline));
-        const QFont font = lane.isSelected ? semibold(m_look.font) : m_look.font;
+        const QFont& font = lane.isSelected ? m_strong : m_look.font;
         const Qt::Alignment side = m_layout.isStacked ? Qt::AlignLeft : Qt::AlignRight;
         drawLine(m_painter, m_layout.label(index), side, lane.label, font,
             colour(lane.isSelected ? Ink::Words : Ink::Quiet));
@@ -188,13 +188,13 @@ private:
 
     void drawTick(const LaneTick& tick, QList<QRect>& taken)
     {
-        QFont font = scaled(m_look.font, TypeSize::ChartDate);
-        if (tick.isSelected)
-            font = semibold(font);
+        const int x = m_layout.x(tick.day);
+        if (std::ranges::any_of(taken, [x](const QRect& other) { return other.left() <= x && x <= other.right(); }))
+            return; // most ticks of many: not worth measuring
+        const QFont& font = tick.isSelected ? m_smallStrong : m_small;
         const QFontMetrics metrics(font);
         const int width = std::max(metrics.horizontalAdvance(tick.text), metrics.horizontalAdvance(tick.below)) + 1;
         const int gap = m_layout.measures.u();
-        const int x = m_layout.x(tick.day);
         const int rightmost = m_layout.place.left() + m_layout.place.width() - width;
         const int left = std::max(m_layout.place.left(), std::min(x - width / 2, rightmost));
         const QRect where(left, m_layout.axisTop + gap, width, m_layout.notesTop - m_layout.axisTop - gap);
@@ -215,6 +215,9 @@ private:
     const Layout m_layout;
     const CourseLook& m_look;
     QRect m_clip;
+    const QFont m_strong = semibold(m_look.font);
+    const QFont m_small = scaled(m_look.font, TypeSize::ChartDate);
+    const QFont m_smallStrong = semibold(m_small);
 };
 
 void LaneChart::draw(QPainter& painter, const QRect& place, const CourseLook& look) const

@@ -62,8 +62,8 @@ private:
     {
         const int gap = place.height() / 3;
         const QRect wide = place.adjusted(-gap, 0, gap, 0);
-        return std::any_of(m_labels.begin(), m_labels.end(),
-            [&](const ValueLabel& label) { return label.place.intersects(wide); });
+        return std::any_of(
+            m_labels.begin(), m_labels.end(), [&](const ValueLabel& label) { return label.place.intersects(wide); });
     }
 
     // Whether the curve passes through a place, beside its own point.

@@ -5,6 +5,10 @@ TEXT(set,code) ; The text of a code, empty for an unknown code. The process cach
  IF '$DATA(codes(set)) DO LOAD(set)
  QUIT $GET(codes(set,code))
  ;
+NEED(set) ; Loads a set unless the process has it
+ IF '$DATA(codes(set)) DO LOAD(set)
+ QUIT
+ ;
 LOAD(set) ; Loads a set into codes(set,code)=text
  NEW index,list
  SET list=$$LISTED^MEVTEXT(set,"MEVCODES"),codes(set)=""

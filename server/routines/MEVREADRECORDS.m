@@ -28,10 +28,11 @@ FEEDINGLINE(node) ;
  QUIT $$PAIR^MEVCODES("FEEDING",$PIECE(node,"^",4))
  ;
 FUNCTIONLINE(node) ; 14 items: twelve levels, change of status, caregiver
+ ; Reads codes itself: a list may have thousands of these lines, and a call for each item would double its time.
  NEW index,line
  SET line=""
- FOR index=1:1:12 SET $PIECE(line,"^",index)=$$TEXT^MEVCODES("LEVEL",$PIECE(node,"^",index+3))
- QUIT line_"^"_$$TEXT^MEVCODES("TREND",$PIECE(node,"^",16))_"^"_$$TEXT^MEVCODES("YESNO",$PIECE(node,"^",17))
+ FOR index=4:1:15 SET line=line_$GET(codes("LEVEL",$PIECE(node,"^",index)))_"^"
+ QUIT line_$GET(codes("TREND",$PIECE(node,"^",16)))_"^"_$GET(codes("YESNO",$PIECE(node,"^",17)))
  ;
 ASTHMALINE(node) ; severity, three numbers, four answers
  NEW index,line
@@ -59,29 +60,31 @@ EMERGENCYLINE(node) ; urgency, arrival, other, entered by, informant, notified, 
  QUIT line_"^"_$SELECT(transfer="":"",1:$$NAME^MEVFILES($SELECT(transfer["LOC":4,1:9999999.11),+transfer)_"|"_transfer)
  ;
 LIST ; Call: all records of a patient, or one record; the call's name states the kind
- NEW count,dfn,ien,inverse,root
+ NEW count,dfn,ien,inverse,place,root
  SET root="^"_$PIECE(name," "),dfn=$PIECE(param,"^"),ien=$PIECE(param,"^",2),count=0
+ IF root="^MEVVELD" DO NEED^MEVCODES("LEVEL"),NEED^MEVCODES("TREND"),NEED^MEVCODES("YESNO")
  IF dfn="",ien'="" DO ONE QUIT
  IF '$$KNOWN^MEVHOSTCALLS(dfn) SET reply=$$NOPATIENT^MEVHOSTCALLS(dfn) QUIT
+ ; First the index, then the records in the order of their numbers: the engine finds a neighbour without a search.
  SET inverse=""
  FOR  SET inverse=$ORDER(@root@("AA",dfn,inverse)) QUIT:inverse=""  DO
  . SET ien=""
- . FOR  SET ien=$ORDER(@root@("AA",dfn,inverse,ien)) QUIT:ien=""  DO ADD(ien)
+ . FOR  SET ien=$ORDER(@root@("AA",dfn,inverse,ien)) QUIT:ien=""  SET count=count+1,place(ien)=count
+ FOR  SET ien=$ORDER(place(ien)) QUIT:ien=""  DO ADD(ien,place(ien))
  QUIT
  ;
 ONE ; One record by its number
  IF ien'?1N.11N SET reply="-1^There is no such record." QUIT
  IF '$DATA(@root@(ien,0)) SET reply="-1^The record "_ien_" does not exist any more." QUIT
- DO ADD(ien)
+ DO ADD(ien,1)
  QUIT
  ;
-ADD(ien) ; One line: record ^ locked ^ visit date|visit ^ the record's own pieces
+ADD(ien,place) ; The line at a place of the reply: record ^ locked ^ visit date|visit ^ the record's own pieces
  NEW date,node,visit
  SET node=@root@(ien,0),visit=$PIECE(node,"^",2),date=$PIECE($GET(^MEVVST(+visit,0)),"^")
  ; Intended: contracts show their visit's date as mm/dd/yyyy@hh:mm, all other kinds as a FileMan date.
  IF root="^MEVVTXC",date SET date=$$TIMED^MEVDATE(date)
- SET count=count+1
- SET reply(count)=ien_"^"_$PIECE(node,"^",3)_"^"_date_"|"_visit_"^"_$$LINE(root,node)
+ SET reply(place)=ien_"^"_$PIECE(node,"^",3)_"^"_date_"|"_visit_"^"_$$LINE(root,node)
  QUIT
  ;
 LINE(root,node) ; The record's own pieces, formatted

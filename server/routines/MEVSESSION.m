@@ -155,18 +155,19 @@ UNDO ; Error trap of TRY: undoes the failed call; the session continues
  ;
 ANSWER(number) ; Sends reply, or the lines reply(1), reply(2) ... each with a line end
  ; Clients recognise an error by a negative number at the beginning. Only a refusal, "-1" and a sentence, may have one.
- NEW chunk,index,total
+ NEW chunk,chunks,index,total
  IF '$DATA(reply(1)) DO  QUIT
  . DO FRAME("R"_number_$CHAR(10)_$SELECT(reply?1"-1^"1.E:reply,1:$$GUARDED^MEVTEXT(reply)))
  SET reply(1)=$$GUARDED^MEVTEXT(reply(1))
- SET total=0
- FOR index=1:1 QUIT:'$DATA(reply(index))  SET total=total+$LENGTH(reply(index))+2
- SET chunk="R"_number_$CHAR(10)
- SET chunk=$$EIGHT(total+$LENGTH(chunk))_chunk
- FOR index=1:1 QUIT:'$DATA(reply(index))  DO
- . SET chunk=chunk_reply(index)_$CHAR(13,10)
- . IF $LENGTH(chunk)>32000 DO PUT(chunk) SET chunk=""
- DO PUT(chunk)
+ SET chunk="R"_number_$CHAR(10),(chunks,total)=0
+ FOR index=1:1 QUIT:'$DATA(reply(index))  DO:$LENGTH(chunk)>32000 CHUNK SET chunk=chunk_reply(index)_$CHAR(13,10)
+ DO CHUNK
+ SET chunks(1)=$$EIGHT(total)_chunks(1)
+ FOR index=1:1:chunks DO PUT(chunks(index))
+ QUIT
+ ;
+CHUNK ; Closes a part of ANSWER's frame
+ SET chunks=chunks+1,chunks(chunks)=chunk,total=total+$LENGTH(chunk),chunk=""
  QUIT
  ;
 FAILED(number,text) ; Sends a failure frame

@@ -224,7 +224,7 @@ TEST_F(ExplainedEmergency, ChoicesThatEmptyOtherFields)
     form.m_sIEN = L"45";
     reply(L"MEVVER GET", L"45^^^^Other|O^by raft^^^^TRANSFERRED|T^^^^^RIVERSIDE HOSPITAL|7;AUTTVNDR(\r\n");
     open();
-    EXPECT_EQ(said(form, form.txtLoc) + form.txtLoc.note() + form.txtOther.note(), L"+Riverside Hospital");
+    EXPECT_EQ(said(form, form.txtLoc) + form.txtLoc.note() + form.txtOther.note(), L"/Riverside Hospital");
     form.optArrival[1].click();
     EXPECT_EQ(form.txtOther.note(), L"\"by raft\" was removed: another option is chosen.");
     form.optArrival[6].click();
@@ -236,7 +236,7 @@ TEST_F(ExplainedEmergency, ChoicesThatEmptyOtherFields)
     reply(L"MEVUTL DICLKUP", L"9^^NORTH CLINIC\r\n");
     typeInto(form.txtLoc, L"nor");
     form.moveFocus(form.txtCond);
-    EXPECT_EQ(said(form, form.txtLoc) + form.txtLoc.note(), L"+North ClinicThe only match for \"nor\".");
+    EXPECT_EQ(said(form, form.txtLoc) + form.txtLoc.note(), L"/North ClinicThe only match for \"nor\".");
     form.optDisch[0].click();
     EXPECT_EQ(form.txtLoc.note(), L"\"NORTH CLINIC\" was removed: the patient was not transferred.");
     form.txtCond.edit(Text(180, L'x'));

@@ -27,10 +27,8 @@ std::vector<ListedRecord> asthmaRecords()
 
 std::unique_ptr<CoursePicture> make(const std::vector<ListedRecord>& records, int selected, TextView due = {})
 {
-    return courseOf({ .records = records,
-        .selected = selected,
-        .now = momentOf(2026, 11, 21),
-        .registryDue = Text(due) });
+    return courseOf(
+        { .records = records, .selected = selected, .now = momentOf(2026, 11, 21), .registryDue = Text(due) });
 }
 
 QStringList pointTexts(const CoursePicture& picture, const CourseLook& look)
@@ -54,7 +52,8 @@ TEST(ValueLabels, NeverOverlapAndKeepTheNeededOnes)
             wanted.append({ QStringLiteral("420"), i, false, i == 0 || i + 1 == count, 4 });
         const QList<ValueLabel> labels = placedLabels(wanted, curve, room, QApplication::font());
         const auto has = [&](qsizetype point) {
-            return std::any_of(labels.begin(), labels.end(), [&](const ValueLabel& label) { return label.point == point; });
+            return std::any_of(
+                labels.begin(), labels.end(), [&](const ValueLabel& label) { return label.point == point; });
         };
         EXPECT_TRUE(has(0)) << count;
         EXPECT_TRUE(has(count - 1)) << count;

@@ -65,8 +65,8 @@ TEST_F(DetailsPaneTest, ShowsTheSelectedRecordAndAsksTheServerNothing)
         "PEF/Best PF: 420 (was 400)\nEnv. Tobacco Smoke: Yes (was No)");
     EXPECT_TRUE(course->isVisible());
     choose(1); // the place is known for the current visit only
-    EXPECT_EQ(pane->headingText(),
-        "Asthma Status 09/22/2026 14:30, 2 records since 09/22/2026, Locked, cannot be changed");
+    EXPECT_EQ(
+        pane->headingText(), "Asthma Status 09/22/2026 14:30, 2 records since 09/22/2026, Locked, cannot be changed");
     EXPECT_TRUE(host.calls().empty());
 }
 
@@ -128,6 +128,7 @@ TEST_F(DetailsPaneTest, IsHiddenAndFolded)
     EXPECT_FALSE(pane->action().isChecked());
     pane->show();
     EXPECT_TRUE(pane->action().isChecked());
+    QTest::qWait(10);
     const int height = pane->height();
     view->resize(1200, 300);
     QTest::qWait(10);

@@ -116,12 +116,14 @@ TEST_F(PanelViewTest, ContextMenuShowsVisitDetailAndCopies)
         return entries;
     };
     EXPECT_EQ(choose(4),
-        (QStringList { "&Add Record", "&Edit Record+", "De&lete Record+", "-", "&Display Visit Detail+", "&Copy+", "-",
-            "Add Record: Select a form above the list.+" }));
+        (QStringList { "&Add Record", "&Edit Record+", "De&lete Record+", "-", "&Display Visit Detail+", "&Copy+",
+            "Copy with &Kind and Date+", "Copy All &Shown+", "-", "Add Record: Select a form above the list.+" }));
     EXPECT_EQ(host.lines(L"preview"), Transcript { L"preview [Visit Detail||||80|11] REPORT\r\n" });
     QApplication::clipboard()->clear();
     choose(5);
     EXPECT_EQ(QApplication::clipboard()->text(), "Functional Status\t03/10/2026: Toileting=Needs Help");
+    choose(7);
+    EXPECT_EQ(QApplication::clipboard()->text(), "Functional Status\t2026-03-10\tToileting=NEEDS HELP");
 }
 
 TEST_F(PanelViewTest, GreyCommandSaysWhyAtTheMouseByItsKeyAndWhenPressed)

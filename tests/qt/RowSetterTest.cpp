@@ -19,7 +19,11 @@ protected:
         line = L"1^^" + Text(date) + L"^INDEPENDENT^" + Text(bathing) + L"^NEEDS HELP^INDEPENDENT";
         summary = (date.empty() ? L"" : L"03/10/2026 09:30: ") + (L"Toileting=Independent; Bathing=" + Text(bathing))
             + L"; Dressing=Needs Help; Transfers=Independent";
-        runs = typeset({ .type = &recordType(RecordTypeNumber::FunctionalStatus), .line = line, .summary = summary });
+        ListedRecord record;
+        record.type = &recordType(RecordTypeNumber::FunctionalStatus);
+        record.line = line;
+        record.summary = summary;
+        runs = typeset(record);
     }
 
     // The lines' texts and where they begin; the first line begins after the date.

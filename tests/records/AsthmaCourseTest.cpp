@@ -23,8 +23,8 @@ TEST(RecordDate, KeepsItsPrecision)
         ASSERT_TRUE(read);
         EXPECT_EQ(read->text(), date.shown);
     }
-    for (const TextView bad : { L"", L"3260230", L"3261318", L"3260018", L"326031", L"3260318.2575", L"3260318.08x",
-             L"soon", L"02/30/2026" })
+    for (const TextView bad :
+        { L"", L"3260230", L"3261318", L"3260018", L"326031", L"3260318.2575", L"3260318.08x", L"soon", L"02/30/2026" })
         EXPECT_FALSE(readRecordDate(bad)) << Text(bad).size();
     EXPECT_LT(readRecordDate(L"3260300")->start, readRecordDate(L"3260302")->start);
 }
@@ -53,8 +53,8 @@ TEST(AsthmaCourse, IsInTheOrderOfTimeAndInventsNothing)
 TEST(AsthmaCourse, RunsEndAtGaps)
 {
     const auto records = madeRecords(RecordTypeNumber::Asthma,
-        { L"1^^3260101^MILD PERSISTENT|2^70", L"2^^3260102^MILD PERSISTENT|2^71", L"3^^3260103^ODD^", L"4^^3260104^|2^73",
-            L"5^^3260105^SEVERE PERSISTENT|4^70.5" });
+        { L"1^^3260101^MILD PERSISTENT|2^70", L"2^^3260102^MILD PERSISTENT|2^71", L"3^^3260103^ODD^",
+            L"4^^3260104^|2^73", L"5^^3260105^SEVERE PERSISTENT|4^70.5" });
     const auto readings = asthmaCourse(records).readings;
     const auto runs = severityRuns(readings);
     ASSERT_EQ(runs.size(), 3u);

@@ -11,7 +11,8 @@ Transcript told(const ListedRecord& record, const ListedRecord* before = nullptr
 {
     Transcript lines;
     for (const RecordField& field : recordFields(record, before))
-        lines.push_back(field.caption + L": " + field.value + (field.before.empty() ? L"" : L" (" + field.before + L")"));
+        lines.push_back(
+            field.caption + L": " + field.value + (field.before.empty() ? L"" : L" (" + field.before + L")"));
     return lines;
 }
 
@@ -67,8 +68,8 @@ TEST(RecordFields, CompareWithTheRecordBeforeInTime)
 
 TEST(RecordFields, RefusalsFollowNoOtherRecord)
 {
-    const auto records = madeRecords(
-        RecordTypeNumber::Refusal, { L"1^^^EXAM^1^FOOT^^^3260922", L"2^^^EXAM^2^EYE^^^3260101" });
+    const auto records =
+        madeRecords(RecordTypeNumber::Refusal, { L"1^^^EXAM^1^FOOT^^^3260922", L"2^^^EXAM^2^EYE^^^3260101" });
     EXPECT_EQ(recordBefore(records, 0), nullptr);
 }
 

@@ -156,7 +156,7 @@ ScriptedHost::ScriptedHost()
         { L"DRN_VIM.VIM", std::make_shared<HostApplication>() },
         { L"CSS_Patient.Patient", patient },
         { L"CSS_User.User", user },
-        { L"CSS_Site.Site", std::make_shared<ScriptedSite>() },
+        { L"CSS_Site.Site", site },
         { L"CSS_Encounter.Encounter", encounter },
         { L"zvPrint.zvPrintX", print },
     };

@@ -85,6 +85,8 @@ struct ScriptedPatient : Patient {
     Text sex() const override { return failsSex ? throw Failure(L"The sex is not known.") : patientSex; }
     Text age() const override { return patientAge; }
     Text displayName() const override { return shownName; }
+    Text born;
+    Text birthDate() const override { return born; }
     bool isSelected() const override { return patientNumber != 0; }
     void select() override { ++prompts; }
 };
@@ -101,6 +103,10 @@ struct ScriptedUser : User {
 struct ScriptedSite : Site {
     long number() const override { return 5; }
     Text name() const override { return L"WILLOW CREEK"; }
+    Text zone; // of all times
+    Text url;
+    Text identifiers() const override { return url; }
+    Text zoneOffset(Moment) const override { return zone; }
 };
 
 struct ScriptedEncounter : Encounter {
@@ -226,6 +232,7 @@ public:
     std::shared_ptr<Session> given; // to the panel, instead of the scripted session
     std::shared_ptr<ScriptedPatient> patient = std::make_shared<ScriptedPatient>();
     std::shared_ptr<ScriptedUser> user = std::make_shared<ScriptedUser>();
+    std::shared_ptr<ScriptedSite> site = std::make_shared<ScriptedSite>();
     std::shared_ptr<ScriptedEncounter> encounter = std::make_shared<ScriptedEncounter>();
     std::shared_ptr<ScriptedPrint> print = std::make_shared<ScriptedPrint>(transcript);
     int managers = 0; // made so far
