@@ -33,6 +33,7 @@
 // - Destruction of an instance unregisters its events.
 #pragma once
 
+#include "api/Printout.h"
 #include "api/Text.h"
 
 #include <chrono>
@@ -120,6 +121,9 @@ public:
     // request these on every page.
     virtual void preview(TextView report, TextView title, TextView subtitle1, TextView subtitle2, TextView subtitle3,
         int lineWidth, bool pageNumbers, bool patientHeading) = 0;
+    // Shows pages that the panel draws, each with the patient, the user, the date and its number; lets the user print
+    // them or save them as PDF. Returns when the user closes them; false if the host cannot show such pages.
+    virtual bool previewPages(Printout&) { return false; }
 };
 
 // What a session sends to its subscribers; the panel implements it.

@@ -1,10 +1,10 @@
 // From a change of the patient to the painted grid over a line of 0, 20 and 80 ms, with calls sent ahead and one by
 // one; then opening the editor that makes most calls.
-#include "bench/DelayedTransport.h"
 #include "bench/Median.h"
 #include "bench/ShownPanel.h"
 #include "editors/frmAsthma.h"
 #include "host/framework/ClinicalContext.h"
+#include "host/session/DisturbedTransport.h"
 #include "host/session/ProcessTransport.h"
 
 #include <QTemporaryDir>
@@ -19,8 +19,11 @@ constexpr int Rounds = 9;
 
 void measure(const QString& data, int delay, bool ahead)
 {
-    ProcessTransport process(QStringLiteral(SERVER_PROGRAM), { QStringLiteral("--data"), data });
-    DelayedTransport transport(process, delay);
+    DisturbedTransport transport(std::make_unique<ProcessTransport>(
+        QStringLiteral(SERVER_PROGRAM), QStringList { QStringLiteral("--data"), data }));
+    Disturbances line;
+    line.delay = delay;
+    transport.disturb(line);
     ClinicalContext context(transport, 60000, [](const QString&) { return false; }, {});
     context.session().usesHints = ahead;
     context.session().signOn(L"ROLLINS,COLE");

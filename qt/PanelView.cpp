@@ -12,6 +12,7 @@
 #include "qt/Scale.h"
 #include "qt/TakeAlong.h"
 #include "qt/ViewDesktop.h"
+#include "qt/print/PrintActions.h"
 #include "toolkit/QtText.h"
 
 #include <QAction>
@@ -47,6 +48,7 @@ PanelView::PanelView(kalmevRepHistCtrl& control, ViewDesktop& desktop)
     publish(m_details->action(), "View");
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* focused) { followFocus(focused); });
     publishFind();
+    new PrintActions(m_records, *this);
     m_control.ConnectionChange = [this] { showConnection(); };
     setNaturalSizes();
 }

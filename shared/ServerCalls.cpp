@@ -80,6 +80,14 @@ void ServerCalls::ShowReport(TextView report, TextView title)
     }
 }
 
+void ServerCalls::ShowPages(Printout& pages)
+{
+    m_errors.trap(L"modShared", L"ShowPages", [&] {
+        if (!m_objects.print().previewPages(pages))
+            m_messages.InfoBox(L"This program cannot show or print " + pages.title() + L".", L"");
+    });
+}
+
 void ServerCalls::VisitDetail(TextView visit)
 {
     m_errors.trap(L"modShared", L"VisitDetail", [&] {

@@ -54,6 +54,8 @@ public:
 
     // Shows lines of text in the host's print preview; a failure is shown in a box.
     void ShowReport(TextView report, TextView title);
+    // Shows pages in the host's print preview; a failure is shown in a box.
+    void ShowPages(Printout& pages);
     // Shows the report of a visit; does nothing when the identifier is blank.
     void VisitDetail(TextView visit);
 

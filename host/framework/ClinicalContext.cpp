@@ -33,7 +33,7 @@ ClinicalContext::ClinicalContext(
     : m_session(std::make_shared<HostSession>(transport, timeoutMilliseconds, std::move(tryAgain)))
     , m_patient(std::make_shared<HostPatient>(std::move(prompts.choosePatient)))
     , m_encounter(std::make_shared<HostEncounter>(std::move(prompts.chooseVisit)))
-    , m_print(std::make_shared<HostPrintPreview>(std::move(prompts.showReport)))
+    , m_print(std::make_shared<HostPrintPreview>(std::move(prompts.showReport), std::move(prompts.showPages)))
 {
     m_session->setObject(ApplicationProgId, std::make_shared<HostApplication>());
     m_session->setObject(PatientProgId, m_patient);

@@ -20,6 +20,7 @@ public:
         std::function<void()> choosePatient = [] {};
         std::function<void()> chooseVisit = [] {};
         std::function<void(const Report& report)> showReport = [](const Report&) {};
+        std::function<void(Printout& pages)> showPages = [](Printout&) {};
     };
 
     // The transport must outlive the context.

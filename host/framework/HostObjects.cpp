@@ -88,4 +88,10 @@ void HostPrintPreview::preview(TextView report, TextView title, TextView subtitl
     m_show(shownReport);
 }
 
+bool HostPrintPreview::previewPages(Printout& pages)
+{
+    m_showPages(pages);
+    return true;
+}
+
 }

@@ -92,16 +92,19 @@ private:
 
 class HostPrintPreview : public PrintPreview {
 public:
-    explicit HostPrintPreview(std::function<void(const Report& report)> show)
+    HostPrintPreview(std::function<void(const Report& report)> show, std::function<void(Printout& pages)> showPages)
         : m_show(std::move(show))
+        , m_showPages(std::move(showPages))
     {
     }
 
     void preview(TextView report, TextView title, TextView subtitle1, TextView subtitle2, TextView subtitle3,
         int lineWidth, bool pageNumbers, bool patientHeading) override;
+    bool previewPages(Printout& pages) override;
 
 private:
     std::function<void(const Report& report)> m_show;
+    std::function<void(Printout& pages)> m_showPages;
 };
 
 }

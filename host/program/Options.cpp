@@ -60,6 +60,7 @@ struct Arguments {
     QString authority;
     QString timeout;
     QString longestCall;
+    QString laboratory;
     QString registerLibrary;
     QString unregisterLibrary;
 };
@@ -89,6 +90,8 @@ constexpr Option Table[] = {
     { "timeout", "Wait at most SECONDS for a silent server.", "SECONDS", &Arguments::timeout },
     { "longest-call", "Abandon a call after SECONDS, even while the server keeps sending.", "SECONDS",
         &Arguments::longestCall },
+    { "laboratory", "Offer to disturb the connection, for tests and support; local sample data only.", nullptr,
+        &Arguments::laboratory },
     { "register", "Register the component in LIBRARY and exit.", "LIBRARY", &Arguments::registerLibrary },
     { "unregister", "Unregister the component in LIBRARY and exit.", "LIBRARY", &Arguments::unregisterLibrary },
 };
@@ -188,6 +191,8 @@ Options readOptions()
     if (!arguments.picture.isEmpty() && !arguments.server.isEmpty())
         refuse(u"--picture cannot be combined with --server: pictures are for the sample data."_s);
 
+    if (parser.isSet(u"laboratory"_s) && !arguments.server.isEmpty())
+        refuse(u"--laboratory cannot be combined with --server: it is for the sample data of a local server."_s);
     if (!arguments.fhir.isEmpty())
         checkFhir(arguments);
 
@@ -204,6 +209,7 @@ Options readOptions()
     options.serverProgram = arguments.serverProgram;
     options.registerLibrary = arguments.registerLibrary;
     options.unregisterLibrary = arguments.unregisterLibrary;
+    options.isLaboratory = parser.isSet(u"laboratory"_s);
     options.isUnattended = options.list || !options.picture.isEmpty() || !options.fhir.isEmpty();
     return options;
 }

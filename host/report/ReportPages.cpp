@@ -1,13 +1,8 @@
 #include "host/report/ReportPages.h"
 
-#include "api/Failure.h"
 #include "host/desktop/PrivateFile.h"
 #include "host/report/ReportSheet.h"
 
-#include <QFile>
-#include <QFileInfo>
-#include <QLocale>
-#include <QPageSize>
 #include <QPainter>
 #include <QPrinter>
 
@@ -20,7 +15,6 @@ namespace health {
 namespace {
 
 constexpr qsizetype TabWidth = 8;
-constexpr double Margin = 22; // millimetres
 
 QString withoutTabs(const QString& line)
 {
@@ -54,11 +48,6 @@ QStringList brokenLines(QString line, qsizetype width)
     }
     lines.append(line);
     return lines;
-}
-
-[[noreturn]] void cannotWrite(const QString& path)
-{
-    throw Failure(u"The file %1 cannot be written."_s.arg(path).toStdWString());
 }
 
 }
@@ -102,22 +91,9 @@ QList<QList<ReportRow>> ReportPages::pages(int perPage) const
     return pages;
 }
 
-void ReportPages::setMargins(QPrinter& printer)
+QString ReportPages::spokenText() const
 {
-    printer.setPageMargins(QMarginsF(Margin, Margin, Margin, Margin), QPageLayout::Millimeter);
-}
-
-void ReportPages::setUsualPaper(QPrinter& printer)
-{
-    const bool letter = QLocale::system().measurementSystem() == QLocale::ImperialUSSystem;
-    printer.setPageSize(QPageSize(letter ? QPageSize::Letter : QPageSize::A4));
-    setMargins(printer);
-}
-
-QString ReportPages::printedBy() const
-{
-    const QString printed = u"Printed %1"_s.arg(QDate::currentDate().toString(u"MM/dd/yyyy"_s));
-    return m_user.isEmpty() ? printed : printed + u" by %1"_s.arg(m_user);
+    return (m_patient + m_lines).replaceInStrings(u"\f"_s, QString()).join(u'\n');
 }
 
 int ReportPages::paint(QPrinter& printer) const
@@ -126,7 +102,7 @@ int ReportPages::paint(QPrinter& printer) const
     QPainter painter;
     if ((!file.isEmpty() && !makePrivate(file)) || !painter.begin(&printer))
         return 0;
-    ReportSheet sheet(painter, printer, m_lineWidth, { m_titles, m_patient, printedBy() }, m_rows);
+    ReportSheet sheet(painter, printer, m_lineWidth, { m_titles, m_patient, printedBy(m_user) }, m_rows);
     const QList<QList<ReportRow>> pages = this->pages(sheet.rowsPerPage());
     for (qsizetype number = 0; number < pages.size(); ++number) {
         if (number > 0)
@@ -135,28 +111,6 @@ int ReportPages::paint(QPrinter& printer) const
     }
     painter.end();
     return static_cast<int>(pages.size());
-}
-
-void ReportPages::savePdf(const QString& path) const
-{
-    const QFileInfo file(path);
-    if (file.isDir() || (file.exists() && !file.isWritable()))
-        cannotWrite(path);
-    QPrinter printer(QPrinter::HighResolution);
-    printer.setOutputFormat(QPrinter::PdfFormat);
-    printer.setOutputFileName(path);
-    printer.setDocName(m_titles.first());
-    setUsualPaper(printer);
-    if (paint(printer) == 0)
-        cannotWrite(path);
-    // QPrinter does not report a full disk; an incomplete file lacks its end mark.
-    QFile written(path);
-    const bool whole = written.open(QIODevice::ReadOnly) && written.seek(std::max<qint64>(0, written.size() - 64))
-        && written.readAll().contains("%%EOF");
-    if (whole)
-        return;
-    written.remove();
-    cannotWrite(path);
 }
 
 }

@@ -1,24 +1,17 @@
 #pragma once
 
+#include "host/report/PrintedDocument.h"
 #include "host/report/Report.h"
 #include "host/report/ReportText.h"
 
 #include <QString>
 #include <QStringList>
 
-class QPrinter;
-
 namespace health {
-
-// The patient of a report and the user who prints it, as shown.
-struct ReportPeople {
-    QStringList patient; // the name, then what else identifies the patient, a line each
-    QString user;
-};
 
 // A report laid out on pages. Every page shows the title, the patient, the visit that the report is about, the date of
 // printing, the user and the page number.
-class ReportPages {
+class ReportPages : public PrintedDocument {
 public:
     ReportPages(const Report& report, const ReportPeople& people);
 
@@ -29,18 +22,11 @@ public:
     // The rows of each page between its heading and its footer, at most `perPage`.
     QList<QList<ReportRow>> pages(int perPage) const;
 
-    // Sets the paper size that is usual in the user's locale.
-    static void setUsualPaper(QPrinter& printer);
-    // Sets margins that keep the text away from the paper's edge.
-    static void setMargins(QPrinter& printer);
-    // Draws all pages and returns their number; 0 on failure. An output file is readable by the user only.
-    int paint(QPrinter& printer) const;
-    // Writes a PDF file; needs no printer. Throws Failure if it cannot be written.
-    void savePdf(const QString& path) const;
+    QString title() const override { return m_titles.first(); }
+    QString spokenText() const override;
+    int paint(QPrinter& printer) const override;
 
 private:
-    QString printedBy() const;
-
     QStringList m_lines;
     QList<ReportRow> m_rows;
     QStringList m_titles; // title and subtitles

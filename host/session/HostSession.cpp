@@ -35,7 +35,7 @@ constexpr int ProtocolVersion = 2; // that the host speaks; servers of version 1
 }
 
 HostSession::HostSession(Transport& transport, int timeoutMilliseconds, TryAgain tryAgain)
-    : m_connection(transport, timeoutMilliseconds)
+    : m_connection(transport, timeoutMilliseconds, m_journal)
     , m_timeout(timeoutMilliseconds)
     , m_tryAgain(std::move(tryAgain))
     , m_token(newToken())
@@ -182,6 +182,7 @@ void HostSession::signOn(const Text& userName)
         m_connection.close();
         m_token = newToken(); // another user must never receive the replies of this one
     }
+    m_journal.setUnlocked(false); // the new user has not asked for patients' data
     m_userName = userName;
     m_marks = {};
     m_unsettled.forget();
@@ -260,6 +261,7 @@ Text HostSession::call(TextView name, TextView parameter)
         raiseMissedEvents();
         return widenBytes(reply);
     } catch (const CallAbandoned&) {
+        m_journal.noteGivenUp(number);
         if (m_changeSent)
             m_unsettled.keep({ number, Text(name), Text(parameter) });
         throw;
@@ -287,9 +289,11 @@ void HostSession::expectCalls(std::span<const ExpectedCall> calls)
     if (!usesHints || m_inCall || !isReady())
         return;
     try {
-        for (const ExpectedCall& call : calls)
+        for (const ExpectedCall& call : calls) {
             m_ahead.send(
                 { ++m_lastNumber, Text(call.name), Text(call.parameter) }, purposeOf(call.name, call.parameter));
+            m_journal.noteAhead();
+        }
     } catch (const Failure&) {
         // The calls themselves will fail and report it.
     }

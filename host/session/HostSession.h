@@ -1,6 +1,7 @@
 #pragma once
 
 #include "api/host.h"
+#include "host/session/CallJournal.h"
 #include "host/session/CallsAhead.h"
 #include "host/session/EventQueue.h"
 #include "host/session/ReadMarks.h"
@@ -48,6 +49,8 @@ public:
     // Signs on, after signing the old user off. Throws Failure, also for an unknown user.
     void signOn(const Text& userName);
     const SignedOn& signedOn() const { return m_signedOn; }
+    // What passed between this session and the server. A sign-on locks it.
+    CallJournal& journal() { return m_journal; }
 
     bool isInCall() const { return m_inCall; }
     // The running call changes records.
@@ -141,6 +144,7 @@ private:
     void raiseMissedEvents();
     void reportPause();
 
+    CallJournal m_journal;
     ServerConnection m_connection;
     const int m_timeout; // of the user's calls, milliseconds
     TryAgain m_tryAgain;

@@ -1,6 +1,7 @@
 #include "host/session/ServerConnection.h"
 
 #include "api/Utf8.h"
+#include "host/session/CallJournal.h"
 #include "host/session/Transport.h"
 
 #include <QCoreApplication>
@@ -36,8 +37,9 @@ public:
 
 }
 
-ServerConnection::ServerConnection(Transport& transport, int timeoutMilliseconds)
+ServerConnection::ServerConnection(Transport& transport, int timeoutMilliseconds, CallJournal& journal)
     : m_transport(transport)
+    , m_journal(journal)
     , m_timeout(timeoutMilliseconds)
 {
     connect(&transport, &Transport::readyRead, this, &ServerConnection::readIdle);
@@ -50,14 +52,17 @@ void ServerConnection::open()
     try {
         m_transport.open();
     } catch (const Failure& failure) {
+        m_journal.noteNotOpened();
         throw ConnectionLost(failure.description());
     }
     m_open = true;
+    m_journal.noteOpened();
 }
 
 void ServerConnection::close()
 {
-    m_open = false;
+    if (std::exchange(m_open, false))
+        m_journal.noteClosed();
     m_answered = false;
     m_progress.reset();
     m_reader = FrameReader();
@@ -67,9 +72,17 @@ void ServerConnection::close()
 
 void ServerConnection::giveUp() { m_transport.giveUp(); }
 
+// Closes the connection that the server has ended, or whose stream is out of sync.
+void ServerConnection::closeLost()
+{
+    if (std::exchange(m_open, false))
+        m_journal.noteLost();
+    close();
+}
+
 void ServerConnection::lose(const QString& reason)
 {
-    close();
+    closeLost();
     throw ConnectionLost(reason.toStdWString());
 }
 
@@ -88,6 +101,7 @@ void ServerConnection::send(long long number, TextView name, TextView parameter,
     const QScopedValueRollback waiting(m_waiting, true);
     const auto readLate = readIdleLater();
     const QByteArray frame = encodeRequest(number, name, parameter, purpose);
+    m_journal.noteSent(number, name, parameter, frame.size());
     if (m_transport.device()->write(frame) != frame.size())
         lose(m_transport.endReason());
     m_transport.device()->waitForBytesWritten(0); // sends it now, even if no call waits for the answer
@@ -166,6 +180,7 @@ void ServerConnection::sort(Answer answer)
             lose(u"The server sent an invalid reply (progress after an answer)."_s);
         m_progress = std::move(answer);
     } else if (answer.kind == Answer::Kind::Event) {
+        m_journal.noteEvent(answer);
         if (onEvent)
             onEvent(answer);
     } else if (answer.kind == Answer::Kind::Failed && answer.number == 0) {
@@ -190,6 +205,8 @@ void ServerConnection::keep(Answer answer)
     if (sent == m_sent.end())
         lose(m_waiting ? u"The server's reply belongs to another call."_s
                        : u"The server sent a reply without a call."_s);
+    if (!sent->second.answer)
+        m_journal.noteAnswer(answer);
     if (!sent->second.isDropped) {
         sent->second.answer = std::move(answer);
         return;
@@ -246,7 +263,7 @@ void ServerConnection::readIdle()
         }
         if (m_transport.isAlive())
             return;
-        close();
+        closeLost();
     } catch (const ConnectionLost&) {
         // Reported below, like any other end.
     }

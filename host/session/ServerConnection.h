@@ -10,6 +10,7 @@
 
 namespace health {
 
+class CallJournal;
 class Transport;
 
 // The stream to the server is lost or out of sync; a call may be retried over a new one.
@@ -21,9 +22,9 @@ class ConnectionLost : public Failure {
 class ServerConnection : public QObject {
     Q_OBJECT
 public:
-    // The transport must outlive the connection. The time-out starts again with each byte received; setLongestCall
-    // limits a call even while the server keeps sending.
-    ServerConnection(Transport& transport, int timeoutMilliseconds);
+    // Transport and journal must outlive the connection. The time-out starts again with each byte received;
+    // setLongestCall limits a call even while the server keeps sending.
+    ServerConnection(Transport& transport, int timeoutMilliseconds, CallJournal& journal);
 
     bool isOpen() const { return m_open; }
     // Throws ConnectionLost.
@@ -77,9 +78,11 @@ private:
     void keepWithinLimits(qint64 call, qint64 silence);
     void readIdle();
     auto readIdleLater();
+    void closeLost();
     [[noreturn]] void lose(const QString& reason);
 
     Transport& m_transport;
+    CallJournal& m_journal;
     int m_timeout;
     int m_longestCall = 600'000;
     FrameReader m_reader;

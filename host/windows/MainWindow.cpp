@@ -5,6 +5,7 @@
 #include "host/desktop/ReadablePalette.h"
 #include "host/desktop/TextSize.h"
 #include "host/framework/DisplayText.h"
+#include "host/session/DisturbedTransport.h"
 #include "host/session/ProcessTransport.h"
 #include "host/session/Replies.h"
 #include "host/session/TlsTransport.h"
@@ -16,9 +17,10 @@
 #include "host/windows/PanelMenus.h"
 #include "host/windows/PatientBanner.h"
 #include "host/windows/Pickers.h"
-#include "host/windows/PreviewDialog.h"
+#include "host/windows/Previews.h"
 #include "host/windows/SignLabel.h"
 #include "host/windows/StatusLine.h"
+#include "host/windows/SupportMenu.h"
 #include "toolkit/Hairline.h"
 #include "toolkit/Measures.h"
 #include "toolkit/WheelGuard.h"
@@ -56,7 +58,11 @@ std::unique_ptr<Transport> makeTransport(const WindowOptions& options)
 {
     if (options.server)
         return std::make_unique<TlsTransport>(*options.server, std::min(options.timeoutMilliseconds, LongestOpening));
-    return std::make_unique<ProcessTransport>(options.serverProgram, QStringList { u"--data"_s, options.dataFolder });
+    auto local =
+        std::make_unique<ProcessTransport>(options.serverProgram, QStringList { u"--data"_s, options.dataFolder });
+    if (options.isLaboratory)
+        return std::make_unique<DisturbedTransport>(std::move(local));
+    return local;
 }
 }
 
@@ -112,7 +118,8 @@ MainWindow::~MainWindow()
 ClinicalContext::Prompts MainWindow::prompts()
 {
     return { [this] { choosePatient(); }, [this] { chooseVisit(); },
-        [this](const Report& report) { showReport(report); } };
+        [this](const Report& report) { previewReport(m_context, report); },
+        [this](Printout& printout) { previewPages(m_context, printout); } };
 }
 
 QWidget* MainWindow::makeCentre(PatientBanner& banner)
@@ -228,6 +235,8 @@ void MainWindow::makeHelpMenu()
         m_panelMenus->refresh();
         showShortcuts(*this);
     });
+    auto* const laboratory = dynamic_cast<DisturbedTransport*>(m_transport.get());
+    new SupportMenu(*help, m_context.session(), laboratory, *this);
     help->addAction(u"&About"_s, this, [this] { showAbout(*this, m_options, m_userLabel->text()); });
 }
 
@@ -239,6 +248,9 @@ bool MainWindow::start()
     if (user.empty())
         return false;
     m_context.session().signOn(user);
+    if (m_options.isLaboratory && m_context.session().callText(L"MEVHOST SAMPLE", L"") != L"1")
+        throw Failure(L"--laboratory is for sample data only. The server did not create this data folder as sample "
+                      L"data.");
     showUser();
     if (m_options.patient != 0)
         m_context.selectPatient(m_options.patient);
@@ -398,29 +410,15 @@ void MainWindow::showUser()
     m_userLabel->say(name.isEmpty() ? u"Not signed on."_s : u"User: %1"_s.arg(name), Sign::None, Ink::Quiet);
 }
 
-void MainWindow::showReport(const Report& report)
-{
-    const PatientData& patient = m_context.patient();
-    const QString user = displayName(QString::fromStdWString(m_context.session().signedOn().userName));
-    ReportPeople people { { u"No patient selected"_s }, user };
-    if (patient.number != 0) {
-        const QString age = displayAge(patient.birth, QDate::currentDate());
-        QString details = u"Number %1   %2"_s.arg(QString::number(patient.number), displaySex(patient.sex));
-        if (!age.isEmpty())
-            details += u"   Age %1"_s.arg(age);
-        people.patient = { displayName(patient.name), details };
-    }
-    PreviewDialog(ReportPages(report, people), report.title, QApplication::activeWindow()).exec();
-}
-
 void MainWindow::updateTitle()
 {
     const PatientData& patient = m_context.patient();
     m_visitAction->setEnabled(patient.number != 0);
     m_emergencyAction->setEnabled(patient.number != 0);
+    const QString program = m_options.isLaboratory ? u"Personal Health LABORATORY"_s : u"Personal Health"_s;
     setWindowTitle(patient.number == 0
-            ? u"Personal Health"_s
-            : u"%1 (%2) - Personal Health"_s.arg(displayName(patient.name)).arg(patient.number));
+            ? program
+            : u"%1 (%2) - %3"_s.arg(displayName(patient.name), QString::number(patient.number), program));
 }
 
 void MainWindow::closeEvent(QCloseEvent* event)

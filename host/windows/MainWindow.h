@@ -61,7 +61,6 @@ private:
     void chooseUser();
     void showEmergencyVisits();
     void reopenEntry();
-    void showReport(const Report& report);
     void makeHelpMenu();
     void closeLater();
     void updateTitle();

@@ -1,6 +1,7 @@
 #include "host/windows/PreviewDialog.h"
 
 #include "api/Failure.h"
+#include "host/report/PrintedDocument.h"
 #include "host/windows/FailureBox.h"
 #include "host/windows/ListPicker.h"
 #include "toolkit/ControlStyle.h"
@@ -25,18 +26,18 @@ using namespace Qt::StringLiterals;
 
 namespace health {
 
-PreviewDialog::PreviewDialog(const ReportPages& pages, const QString& title, QWidget* parent)
+PreviewDialog::PreviewDialog(const PrintedDocument& document, QWidget* parent)
     : QDialog(parent)
-    , m_pages(pages)
+    , m_document(document)
     , m_printer(QPrinter::HighResolution)
     , m_saved(new QLabel)
 {
-    setWindowTitle(title);
+    setWindowTitle(document.title());
     if (QPrinterInfo::availablePrinters().isEmpty()) {
         m_printer.setOutputFormat(QPrinter::PdfFormat);
-        ReportPages::setUsualPaper(m_printer);
+        PrintedDocument::setUsualPaper(m_printer);
     } else {
-        ReportPages::setMargins(m_printer);
+        PrintedDocument::setMargins(m_printer);
     }
     setUpPreview();
     const Measures measures(*this);
@@ -62,12 +63,11 @@ void PreviewDialog::setUpPreview()
     if (auto* const view = m_preview->findChild<QGraphicsView*>()) {
         for (QWidget* const spoken : { static_cast<QWidget*>(view), view->viewport() }) {
             spoken->setAccessibleName(u"Pages"_s);
-            spoken->setAccessibleDescription(
-                (m_pages.patient() + m_pages.lines()).replaceInStrings(u"\f"_s, QString()).join(u'\n'));
+            spoken->setAccessibleDescription(m_document.spokenText());
         }
     }
-    connect(
-        m_preview, &QPrintPreviewWidget::paintRequested, this, [this](QPrinter* printer) { m_pages.paint(*printer); });
+    connect(m_preview, &QPrintPreviewWidget::paintRequested, this,
+        [this](QPrinter* printer) { m_document.paint(*printer); });
 }
 
 QWidget* PreviewDialog::makeButtons()
@@ -112,8 +112,8 @@ void PreviewDialog::showTop()
 void PreviewDialog::print()
 {
     QPrintDialog dialog(&m_printer, this);
-    if (dialog.exec() == Accepted && m_pages.paint(m_printer) == 0)
-        showFailure(this, u"Print"_s, u"The report cannot be printed."_s);
+    if (dialog.exec() == Accepted && m_document.paint(m_printer) == 0)
+        showFailure(this, u"Print"_s, u"%1 cannot be printed."_s.arg(windowTitle()));
 }
 
 // Without the patient's name, because other people may see file names.
@@ -135,7 +135,7 @@ void PreviewDialog::savePdf()
         return;
     try {
         const QString path = dialog.selectedFiles().value(0);
-        m_pages.savePdf(path);
+        m_document.savePdf(path);
         m_saved->setText(u"Saved as %1."_s.arg(QDir::toNativeSeparators(path)));
         m_saved->show();
     } catch (const Failure& failure) {

@@ -1,7 +1,5 @@
 #pragma once
 
-#include "host/report/ReportPages.h"
-
 #include <QDialog>
 #include <QPrinter>
 
@@ -10,11 +8,14 @@ class QPrintPreviewWidget;
 
 namespace health {
 
-// Shows a report page by page; prints it or saves it as PDF.
+class PrintedDocument;
+
+// Shows a document page by page; prints it or saves it as PDF.
 class PreviewDialog : public QDialog {
     Q_OBJECT
 public:
-    PreviewDialog(const ReportPages& pages, const QString& title, QWidget* parent);
+    // The document must outlive the dialog.
+    PreviewDialog(const PrintedDocument& document, QWidget* parent);
 
 protected:
     void showEvent(QShowEvent* event) override;
@@ -27,7 +28,7 @@ private:
     void print();
     void savePdf();
 
-    ReportPages m_pages;
+    const PrintedDocument& m_document;
     QPrinter m_printer;
     QPrintPreviewWidget* m_preview;
     QLabel* m_saved; // shows where

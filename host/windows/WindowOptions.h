@@ -17,6 +17,8 @@ struct WindowOptions {
     std::optional<RemoteServer> server; // instead of the local one
     int timeoutMilliseconds = 0; // of a silent server
     int longestCallMilliseconds = 600'000; // even while the server keeps sending
+    // Lets the user disturb the connection to the local server, which must have sample data.
+    bool isLaboratory = false;
     // No user is present: the window asks no questions and prints errors on standard error.
     bool isUnattended = false;
 };

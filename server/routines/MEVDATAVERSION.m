@@ -2,6 +2,7 @@ MEVDATAVERSION ; The version of the data, and the conversion of older data
  ;
  ; ^MEVDATA("VERSION")=version; data without it are of version 1
  ; ^MEVDATA("STEP")=progress of the current conversion, if it records any
+ ; ^MEVDATA("SAMPLE")=1 if the people are invented
  ;
  ; Each entry point converts the data of the version before. Running it again must not change the result.
 TABLE ; version;entry point;the text of its progress
@@ -44,6 +45,13 @@ LOCKED ; Runs the outstanding conversions in one session; the others wait
 START ; Marks new data with the current version
  SET ^MEVDATA("VERSION")=$$CURRENT
  QUIT
+ ;
+SAMPLE ; Marks new data as sample data
+ SET ^MEVDATA("SAMPLE")=1
+ QUIT
+ ;
+ISSAMPLE() ; True if the people are invented
+ QUIT $GET(^MEVDATA("SAMPLE"))=1
  ;
 PROGRESS(percent,text) ; Sends a long conversion's progress, one frame a second; the caller declares told
  QUIT:$GET(told)=$HOROLOG

@@ -74,6 +74,10 @@ KEYS ; Call: key ^ key ^ ...
  FOR index=1:1:$LENGTH(param,"^") SET $PIECE(reply,"^",index)=$$HOLDS^MEVKEYS($PIECE(param,"^",index))
  QUIT
  ;
+SAMPLE ; Call: whether the data are sample data
+ SET reply=$$ISSAMPLE^MEVDATAVERSION
+ QUIT
+ ;
 PATIENTS ; Call: the beginning of a name or of one of its words, a birth date, or a number; at most 250 lines
  NEW count,found,most
  SET count=0,most=250

@@ -258,6 +258,7 @@ def faults():
     two[1].token, two[1].number = two[0].token, two[0].number - 1
     two[1].text("MEVHOST SIGNON", f"{two[0].token}^SECOND,ANN")
     assert [one.text("MEVUTL SETPARM", "RepHist-PedWtOpt^1") for one in two] == ["1", "-1^Request 2 was another call."]
+    assert two[0].text("MEVHOST SAMPLE", "") == "0"
     # The files are private to the user, and the processes write no core dumps.
     assert not [name for name in glob.glob(f"{DATA}/**", recursive=True) if os.stat(name).st_mode & 0o77]
     assert resource.prlimit(two[0].process.pid, resource.RLIMIT_CORE) == (0, 0)

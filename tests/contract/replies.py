@@ -165,6 +165,7 @@ ROWS = {
         ("MEVVAST SETREG", "11^A", "-1^You may not change the asthma registry."),
         ("MEVVAST SETREG", "11^I", "1"),  # as deleting an asthma record may
         ("MEVVAST SETREG", "11^I^", "-1^You may not change the asthma registry."),
+        ("MEVHOST SAMPLE", "", "1"),
         ("MEVHOST SUBSCRIBE", "", "-1^An event name is missing."),
         ("MEVHOST SUBSCRIBE", LONG + "x", "-1^The event name is too long."),
         ("MEVUTL DICLKUP", "2^QUIET,I^^^250", "14^QUIET,IRIS^QUIET,IRIS^F^{birth14}\r\n"),

@@ -142,8 +142,16 @@ struct ScriptedPrint : PrintPreview {
     Transcript& transcript;
     bool fails = false;
 
+    std::function<void(Printout& pages)> onPages; // empty: a host that cannot show pages
+
     void preview(TextView report, TextView title, TextView subtitle1, TextView subtitle2, TextView subtitle3,
         int lineWidth, bool pageNumbers, bool patientHeading) override;
+    bool previewPages(Printout& pages) override
+    {
+        if (onPages)
+            onPages(pages);
+        return onPages != nullptr;
+    }
 };
 
 // Answers each call from its script. A call without a reply in the script gets an empty one.

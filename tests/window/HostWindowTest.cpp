@@ -1,6 +1,8 @@
 // The panel in the reference host, by keys and mouse: patients, events, waiting, pickers, text size, lookups.
+#include "host/windows/CallJournalWindow.h"
 #include "tests/window/HostWindowFixture.h"
 
+#include <QCheckBox>
 #include <QScopeGuard>
 #include <QStyle>
 
@@ -30,6 +32,30 @@ TEST_F(HostWindow, TwoPanelsFollowThePatientAndTheServer)
     pressKeys({ "key", "ctrl+w" });
     EXPECT_TRUE(waitUntil([&] { return grids().size() == 1; }));
     EXPECT_EQ(window->gridText().count(u'\n'), 10);
+}
+
+TEST_F(HostWindow, CallJournalByKeysBesideThePanel)
+{
+    ASSERT_TRUE(window->context().selectPatient(13));
+    pressKeys({ "key", "alt+h", "c" });
+    ASSERT_TRUE(waitUntil([&] { return window->findChild<CallJournalWindow*>() != nullptr; }));
+    QPointer<CallJournalWindow> journal = window->findChild<CallJournalWindow*>();
+    EXPECT_TRUE(window->context().mayChange()); // the user goes on working
+    QAbstractItemModel& model = *journal->findChild<QTableView*>()->model();
+    const auto listed = [&](const QString& call) {
+        return !model.match(model.index(0, 1), Qt::DisplayRole, call).isEmpty();
+    };
+    EXPECT_TRUE(waitUntil([&] { return listed("MEVREF GET"); }));
+
+    activation.stop();
+    journal->activateWindow();
+    ASSERT_TRUE(waitUntil([&] { return journal->isActiveWindow(); }));
+    pressKeys({ "key", "alt+p" });
+    CallJournal& calls = window->context().session().journal();
+    EXPECT_TRUE(waitUntil([&] { return calls.isUnlocked(); }));
+    pressKeys({ "key", "Escape" });
+    EXPECT_TRUE(waitUntil([&] { return !journal; }));
+    EXPECT_FALSE(calls.isUnlocked());
 }
 
 // Receives the same events as the panels, after them.
