@@ -36,7 +36,7 @@ TEST(Reconnector, TheUserMayEndThePause)
     QSignalSpy due(&reconnector, &Reconnector::due);
     EXPECT_EQ(reconnector.secondsLeft(), 0);
     EXPECT_FALSE(reconnector.attempt([] { throw Failure(L"No server."); }));
-    EXPECT_EQ(reconnector.secondsLeft(), 60);
+    EXPECT_NEAR(reconnector.secondsLeft(), 60, 4); // timers may be 5 % off
     reconnector.tryNow();
     EXPECT_EQ(due.count(), 1);
     EXPECT_EQ(reconnector.secondsLeft(), 0);
