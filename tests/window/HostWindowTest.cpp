@@ -132,7 +132,7 @@ TEST_F(HostWindow, WaitingCanBeStopped)
     EXPECT_EQ(grid()->currentIndex().row(), 0);
 }
 
-TEST_F(HostWindow, StatusLineKeepsTheTimeOfTheLossAndNoFormerPatientsRecord)
+TEST_F(HostWindow, StatusLineShowsTheLossOfTheServerAndNoFormerPatientsRecord)
 {
     auto& session = window->context().session();
     auto* const line = window->statusBar()->findChild<StatusLine*>()->findChild<QLabel*>();
@@ -143,9 +143,10 @@ TEST_F(HostWindow, StatusLineKeepsTheTimeOfTheLossAndNoFormerPatientsRecord)
     EXPECT_EQ(line->text(), "");
     Q_EMIT session.connectionChanged(false);
     EXPECT_TRUE(line->text().startsWith("Not connected since "));
-    line->setText("Not connected since yesterday");
+    session.raiseEvent(L"STATUS", L"1 record copied.");
+    EXPECT_EQ(line->text(), "1 record copied.");
     Q_EMIT session.connectionChanged(false); // a failed try to reconnect
-    EXPECT_EQ(line->text(), "Not connected since yesterday");
+    EXPECT_TRUE(line->text().startsWith("Not connected since "));
     Q_EMIT session.connectionChanged(true);
     EXPECT_EQ(line->text(), "");
 }
