@@ -29,7 +29,6 @@ DetailsHeading::DetailsHeading(QWidget* parent)
 {
     setTextFormat(Qt::RichText);
     setWordWrap(true);
-    setTextInteractionFlags(Qt::TextSelectableByMouse);
     setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
 }
 
@@ -77,6 +76,8 @@ void DetailsHeading::show(const QString& html, const QString& plain)
         return;
     m_plain = plain;
     setText(html);
+    // Screen readers do not stop at an empty text.
+    setTextInteractionFlags(plain.isEmpty() ? Qt::NoTextInteraction : Qt::TextSelectableByMouse);
     setAccessibleName(plain);
 }
 

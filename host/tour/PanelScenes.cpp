@@ -10,8 +10,6 @@
 #include <QTableView>
 #include <QThread>
 
-#include <chrono>
-
 using namespace Qt::StringLiterals;
 
 namespace health {
@@ -27,10 +25,10 @@ constexpr long WithoutRecords = 14;
 // Lets timers run out that wait for the user's pauses.
 void settle()
 {
-    constexpr auto pause = std::chrono::milliseconds(20);
+    constexpr unsigned long pause = 20; // milliseconds
     for (int turn = 0; turn < 20; ++turn) {
         QApplication::processEvents();
-        QThread::sleep(pause);
+        QThread::msleep(pause);
     }
 }
 
