@@ -50,6 +50,11 @@ PanelView::PanelView(kalmevRepHistCtrl& control, ViewDesktop& desktop)
     publishFind();
     new PrintActions(m_records, *this);
     m_control.ConnectionChange = [this] { showConnection(); };
+    const auto noteAge = [this] {
+        if (m_away)
+            m_away->setLoaded(m_area->list().loadedAt());
+    };
+    connect(&m_records, &ShownRecords::reloaded, this, noteAge, Qt::QueuedConnection); // after the list
     setNaturalSizes();
 }
 

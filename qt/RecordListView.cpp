@@ -109,11 +109,12 @@ void RecordListView::noteContents()
     const long patient = control.listedPatient();
     if (std::exchange(m_patient, patient) != patient)
         m_place = -1;
+    m_loadedAt = {};
     if (patient == 0 || isLoading())
         return;
     m_rows.news.expectRemoval(control.deletedKey());
     m_rows.news.show(patient, m_records.all(), control.unreadTypes());
-    m_loadedAt = QTime::currentTime();
+    m_loadedAt = control.unreadTypes().empty() ? QTime::currentTime() : QTime();
 }
 
 // What was selected has been looked at. A load clears the selection for the time being.

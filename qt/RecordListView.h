@@ -26,7 +26,7 @@ public:
 
     // Shows the rows quietly, because the server is not connected.
     void setAway(bool away);
-    // When the rows were read; null before that.
+    // When the rows were read; null before that, and if some could not be read.
     QTime loadedAt() const { return m_loadedAt; }
     // What the list says instead of rows; empty while it shows rows.
     ListState state() const;

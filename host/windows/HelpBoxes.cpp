@@ -48,12 +48,14 @@ void showShortcuts(QMainWindow& window)
         rows += menuRows(*menu->menu());
     rows += row(u"Enter"_s, u"Edit the selected record"_s);
     rows += row(u"Alt+A, Alt+E, Alt+D"_s, u"Add a record, edit or delete the selected one"_s);
+    rows += row(u"Ctrl+C"_s, u"Copy the selected record's text"_s);
     rows += row(u"Shift+F10, Menu"_s, u"Menu of the selected record"_s);
     rows += row(u"Home, End"_s, u"First, last row of a list"_s);
     rows += row(u"Alt+underlined letter"_s, u"Press a button, go to a field"_s);
     rows += row(u"F2"_s, u"In a form: show every value that will be saved"_s);
     rows += row(u"Alt+Down"_s, u"In a date: open the calendar"_s);
-    rows += row(u"Escape"_s, u"Close a dialog without saving"_s);
+    rows += row(u"Escape"_s, u"In the list or its search: show all records"_s);
+    rows += row(u"Escape"_s, u"In a dialog: close it without saving"_s);
     QMessageBox box(
         QMessageBox::NoIcon, u"Keyboard Shortcuts"_s, u"<table>%1</table>"_s.arg(rows), QMessageBox::Close, &window);
     giveLook(box);

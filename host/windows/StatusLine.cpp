@@ -53,8 +53,17 @@ void StatusLine::showSaved(const QString& what)
     announce(*this, whole);
 }
 
+void StatusLine::forgetSaved()
+{
+    m_saved.clear();
+    refresh();
+}
+
+// Each failed try to reconnect signals the loss again.
 void StatusLine::showConnection(bool connected)
 {
+    if (!connected && !m_away.isEmpty())
+        return;
     m_away = connected ? QString() : u"Not connected since %1"_s.arg(QTime::currentTime().toString(u"HH:mm"));
     refresh();
     if (!connected)

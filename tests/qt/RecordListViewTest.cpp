@@ -144,6 +144,10 @@ TEST_F(RecordListViewTest, SaysThatTheServerIsNotConnected)
     host.session->push(L"CONNECTION", L"");
     EXPECT_FALSE(strip->isVisible());
     host.session->push(L"CONNECTION", L"8");
+    ASSERT_TRUE(strip->accessibleDescription().startsWith("These are the records as of"));
+    load(L"-1^No access.\r\n");
+    QTest::qWait(10);
+    EXPECT_EQ(strip->accessibleDescription(), "Nothing can be saved until it answers."); // nor are there records
     load(L"1^^^A\r\n"); // it has answered
     EXPECT_FALSE(strip->isVisible());
     control.UserControl_Terminate();
