@@ -2,10 +2,10 @@
 
 #include "control/GridColumns.h"
 #include "qt/GridModel.h"
-#include "qt/Inks.h"
-#include "qt/Measures.h"
 #include "qt/RecordRows.h"
 #include "qt/ShownRecords.h"
+#include "toolkit/Inks.h"
+#include "toolkit/Measures.h"
 
 #include <QPainter>
 #include <QTableView>

@@ -2,11 +2,11 @@
 
 #include "control/kalmevRepHistCtrl.h"
 #include "qt/GridModel.h"
-#include "qt/Inks.h"
 #include "qt/RecordDelegate.h"
 #include "qt/RecordGutter.h"
 #include "qt/ShownRecords.h"
 #include "qt/ViewDesktop.h"
+#include "toolkit/Inks.h"
 #include "toolkit/QtText.h"
 
 #include <QAction>
