@@ -36,6 +36,7 @@ void settle()
 
 void PanelScenes::run()
 {
+    m_window.resize(m_window.width(), m_window.height() * 5 / 4); // room for the whole details
     showDetails(Mother, u"Asthma Status"_s, u"panel-asthma"_s);
     showDetails(Mother, u"Reproductive"_s, u"panel-reproductive"_s);
     showDetails(Mother, u"Tx Contract"_s, u"panel-contract"_s);
