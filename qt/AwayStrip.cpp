@@ -1,10 +1,10 @@
 #include "qt/AwayStrip.h"
 
-#include "qt/ControlStyle.h"
-#include "qt/Inks.h"
-#include "qt/Measures.h"
 #include "qt/RunFlow.h"
 #include "toolkit/Announcer.h"
+#include "toolkit/ControlStyle.h"
+#include "toolkit/Inks.h"
+#include "toolkit/Measures.h"
 
 #include <QPainter>
 #include <QPushButton>

@@ -7,12 +7,12 @@
 #include "qt/DetailsPane.h"
 #include "qt/FindBar.h"
 #include "qt/ListArea.h"
-#include "qt/Measures.h"
 #include "qt/RecordListView.h"
 #include "qt/Scale.h"
 #include "qt/TakeAlong.h"
 #include "qt/ViewDesktop.h"
 #include "qt/print/PrintActions.h"
+#include "toolkit/Measures.h"
 #include "toolkit/QtText.h"
 
 #include <QAction>

@@ -2,11 +2,11 @@
 
 #include "control/kalmevRepHistCtrl.h"
 #include "qt/GridModel.h"
-#include "qt/Inks.h"
 #include "qt/RecordDelegate.h"
 #include "qt/RecordGutter.h"
 #include "qt/ShownRecords.h"
 #include "qt/ViewDesktop.h"
+#include "toolkit/Inks.h"
 #include "toolkit/QtText.h"
 
 #include <QAction>
@@ -48,12 +48,13 @@ RecordListView::RecordListView(ShownRecords& records, ViewDesktop& desktop, QWid
     , m_area(area)
     , m_rows(records, gridModel())
     , m_gutter(new RecordGutter(m_rows, *this))
+    , m_delegate(new RecordDelegate(m_rows, *this))
     , m_busy(*viewport())
 {
     setAccessibleName(u"Personal health records"_s);
     useRowHeader(*m_gutter);
     m_gutter->show();
-    setItemDelegate(new RecordDelegate(m_rows, *this));
+    setItemDelegate(m_delegate);
     gridModel().setDescription([this](int gridRow) { return described(gridRow); });
     connect(
         selectionModel(), &QItemSelectionModel::selectionChanged, m_gutter->viewport(), qOverload<>(&QWidget::update));
@@ -205,7 +206,8 @@ int RecordListView::heightOfText(int row)
 {
     setRoom();
     const RowMeasures measures(*this);
-    return m_rows.text(row).lines * measures.line + measures.aboveAndBelow;
+    const int lines = std::max(m_rows.text(row).lines, m_delegate->linesOfLabel(row, columnWidth(0)));
+    return lines * measures.line + measures.aboveAndBelow;
 }
 
 void RecordListView::setRoom()

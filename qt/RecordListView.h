@@ -14,6 +14,7 @@ class QAction;
 
 namespace health {
 
+class RecordDelegate;
 class RecordGutter;
 class ShownRecords;
 
@@ -61,6 +62,7 @@ private:
     QWidget& m_area;
     RecordRows m_rows;
     RecordGutter* m_gutter;
+    RecordDelegate* m_delegate;
     BusyMark m_busy;
     QElapsedTimer m_loading; // invalid while nothing is loading
     QTime m_loadedAt;

@@ -68,6 +68,19 @@ TEST_F(RecordListViewTest, MarksAreSpokenUntilTheRowHasBeenLookedAt)
     EXPECT_NE(described(0), "");
 }
 
+TEST_F(RecordListViewTest, ALabelThatIsTooLongTakesAnotherLine)
+{
+    host.patient->patientSex = L"M";
+    host.patient->patientAge = L"4";
+    host.session->reply(L"MEVBMSR GET", L"7");
+    host.session->reply(L"MEVREF GET", L"1^^^A\r\n");
+    open(12);
+    const QFontMetrics metrics = list->fontMetrics();
+    ASSERT_LT(metrics.horizontalAdvance("Measurements"), list->columnWidth(0));
+    ASSERT_GT(metrics.horizontalAdvance("Birth Measurements"), list->columnWidth(0));
+    EXPECT_GE(list->rowHeight(0), list->rowHeight(1) + metrics.height());
+}
+
 TEST_F(RecordListViewTest, TheCurrentVisitIsSpoken)
 {
     host.session->reply(L"MEVVELD GET", L"1^^3260310|81^NEEDS HELP\r\n");
