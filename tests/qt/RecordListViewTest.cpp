@@ -6,8 +6,10 @@
 #include "qt/QtDesktop.h"
 #include "tests/support/ScriptedHost.h"
 
+#include <QApplication>
 #include <QPushButton>
 #include <QTest>
+#include <QTimer>
 
 #include <gtest/gtest.h>
 
@@ -145,7 +147,14 @@ TEST_F(RecordListViewTest, SaysThatTheServerIsNotConnected)
     EXPECT_FALSE(strip->isVisible());
     host.session->push(L"CONNECTION", L"8");
     ASSERT_TRUE(strip->accessibleDescription().startsWith("These are the records as of"));
+    QTimer closing; // the box that says why
+    QObject::connect(&closing, &QTimer::timeout, [] {
+        if (QWidget* const box = QApplication::activeModalWidget())
+            box->close();
+    });
+    closing.start(10);
     load(L"-1^No access.\r\n");
+    closing.stop();
     QTest::qWait(10);
     EXPECT_EQ(strip->accessibleDescription(), "Nothing can be saved until it answers."); // nor are there records
     load(L"1^^^A\r\n"); // it has answered
