@@ -1,6 +1,6 @@
 #include "qt/ExportDialog.h"
 
-#include "qt/ControlStyle.h"
+#include "toolkit/ControlStyle.h"
 #include "toolkit/Measures.h"
 
 #include <QCheckBox>
