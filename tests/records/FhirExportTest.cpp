@@ -91,25 +91,26 @@ protected:
     static std::string contents(const std::string& bundle)
     {
         // Without quotes.
-        const std::pair<const char*, const char*> shortened[] = {
-            { R"(.*resourceType:(\w+).*?identifier:\[\{system:[^,]*,value:[^}]*\}\])", "$1" },
-            { R"(,?(subject|patient):\[?\{reference:[^}]*\}\]?)", "" },
-            { R"(\{system:https?://personal-health\.example/codes[^}]*\},?)", "" },
-            { R"(\{system:http://(loinc\.org|snomed\.info/sct),code:([^}]*)\},?)", "$2 " },
-            { R"(\{system:http://terminology\.hl7\.org/CodeSystem/[^,]*,code:([^,}]*)[^}]*\})", "$1 " },
-            { R"(\{coding:\[([^\]{]*)\](,text:)?([^}]*)\})", "{$1$3}" },
-            { R"(\{identifier:\{system:[^,]*/(\w+),value:(\d+)\},display:([^}]*)\})", "$1 $2 $3" },
-            { "system:http://unitsofmeasure.org,", "" },
-            { R"(\}\}(\]\})?,?$)", "" },
+        static const std::pair<std::regex, const char*> shortened[] = {
+            { std::regex(R"(^resourceType:(\w+).*?identifier:\[\{system:[^,]*,value:[^}]*\}\])"), "$1" },
+            { std::regex(R"(,?(subject|patient):\[?\{reference:[^}]*\}\]?)"), "" },
+            { std::regex(R"(\{system:https?://personal-health\.example/codes[^}]*\},?)"), "" },
+            { std::regex(R"(\{system:http://(loinc\.org|snomed\.info/sct),code:([^}]*)\},?)"), "$2 " },
+            { std::regex(R"(\{system:http://terminology\.hl7\.org/CodeSystem/[^,]*,code:([^,}]*)[^}]*\})"), "$1 " },
+            { std::regex(R"(\{coding:\[([^\]{]*)\](,text:)?([^}]*)\})"), "{$1$3}" },
+            { std::regex(R"(\{identifier:\{system:[^,]*/(\w+),value:(\d+)\},display:([^}]*)\})"), "$1 $2 $3" },
+            { std::regex("system:http://unitsofmeasure.org,"), "" },
+            { std::regex(R"(\}\}(\]\})?,?$)"), "" },
         };
         std::string lines;
         std::istringstream stream(bundle);
         for (std::string line; std::getline(stream, line);) {
             if (line.find("fullUrl") == std::string::npos || line.find("\"Patient\"") != std::string::npos)
                 continue;
+            line.erase(0, line.find("resourceType"));
             std::erase(line, '"');
             for (const auto& [part, with] : shortened)
-                line = std::regex_replace(line, std::regex(part), with);
+                line = std::regex_replace(line, part, with);
             lines += line + '\n';
         }
         return lines;
