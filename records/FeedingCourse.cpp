@@ -75,14 +75,16 @@ void FeedingCourse::addVisit(const DatedRecord& dated, const Text& word, const s
     Visit visit { dated.record, dated.date, static_cast<std::size_t>(choice - m_choices.begin()), {}, {} };
     if (birth && hasDay(dated.date))
         visit.age = ageText(*birth, dated.date.start);
-    if (!m_visits.empty() && m_visits.back().choice != visit.choice)
+    if (!m_visits.empty() && m_visits.back().choice != visit.choice && isBefore(m_visits.back().date, visit.date))
         visit.before = m_choices[m_visits.back().choice];
     m_visits.push_back(std::move(visit));
 }
 
 Text FeedingCourse::extent() const
 {
-    const auto changes = std::ranges::count_if(m_visits, [](const Visit& visit) { return !visit.before.empty(); });
+    int changes = 0; // also between visits whose order is not certain
+    for (std::size_t i = 1; i < m_visits.size(); ++i)
+        changes += m_visits[i].choice != m_visits[i - 1].choice ? 1 : 0;
     return counted(static_cast<long long>(m_visits.size()), L"visit") + L", "
         + (changes == 0 ? Text(L"no change") : counted(changes, L"change"));
 }
