@@ -1,5 +1,6 @@
 #include "records/AsthmaCourse.h"
 
+#include "records/CourseDates.h"
 #include "text/Conversions.h"
 #include "text/DateWords.h"
 #include "text/Letters.h"
@@ -114,7 +115,8 @@ std::vector<std::pair<std::size_t, std::size_t>> lungRuns(const std::vector<Asth
 
 Text lungChange(const std::vector<AsthmaReading>& readings, std::size_t index, std::size_t lung)
 {
-    if (index == 0 || !readings[index].lung[lung] || !readings[index - 1].lung[lung])
+    if (index == 0 || !readings[index].lung[lung] || !readings[index - 1].lung[lung]
+        || !isBefore(readings[index - 1].date, readings[index].date))
         return {};
     const Text change = chartNumber(*readings[index].lung[lung] - *readings[index - 1].lung[lung]);
     if (change == L"0")

@@ -41,7 +41,8 @@ std::vector<SeverityRun> severityRuns(const std::vector<AsthmaReading>& readings
 // Successive readings that all have the lung value, as first and last index: a curve is not drawn across a gap.
 std::vector<std::pair<std::size_t, std::size_t>> lungRuns(const std::vector<AsthmaReading>& readings, std::size_t lung);
 
-// The difference to the reading before, such as "+32", "−46" or "±0"; empty if either has no value.
+// The difference to the reading before, such as "+32", "−46" or "±0"; empty if either has no value, and if it is not
+// certain which of the two came first.
 Text lungChange(const std::vector<AsthmaReading>& readings, std::size_t index, std::size_t lung);
 
 // A number as short as possible, with a minus sign: "93", "70.5", "−3".

@@ -1,5 +1,6 @@
 #include "records/FeedingCourse.h"
 
+#include "editors/frmInf.h"
 #include "text/DateWords.h"
 #include "text/Letters.h"
 
@@ -12,8 +13,6 @@ using namespace std::chrono;
 namespace {
 
 constexpr PieceNumber ChoicePiece = 4;
-constexpr std::array<TextView, 5> FormChoices { L"Exclusive Breastfeeding", L"Mostly Breastfeeding",
-    L"1/2 Breast & 1/2 Formula", L"Mostly Formula", L"Formula Only" };
 
 int completedMonths(Moment from, Moment to)
 {
@@ -54,7 +53,7 @@ FeedingCourse::FeedingCourse(std::span<const ListedRecord> records, const std::o
 
 void FeedingCourse::collectChoices(const std::vector<Text>& words)
 {
-    for (const TextView choice : FormChoices) {
+    for (const TextView choice : frmInf::Choices) {
         if (std::ranges::any_of(words, [choice](const Text& word) { return equalIgnoringCase(word, choice); }))
             m_choices.emplace_back(choice);
     }
@@ -76,14 +75,16 @@ void FeedingCourse::addVisit(const DatedRecord& dated, const Text& word, const s
     Visit visit { dated.record, dated.date, static_cast<std::size_t>(choice - m_choices.begin()), {}, {} };
     if (birth && hasDay(dated.date))
         visit.age = ageText(*birth, dated.date.start);
-    if (!m_visits.empty() && m_visits.back().choice != visit.choice)
+    if (!m_visits.empty() && m_visits.back().choice != visit.choice && isBefore(m_visits.back().date, visit.date))
         visit.before = m_choices[m_visits.back().choice];
     m_visits.push_back(std::move(visit));
 }
 
 Text FeedingCourse::extent() const
 {
-    const auto changes = std::ranges::count_if(m_visits, [](const Visit& visit) { return !visit.before.empty(); });
+    int changes = 0; // also between visits whose order is not certain
+    for (std::size_t i = 1; i < m_visits.size(); ++i)
+        changes += m_visits[i].choice != m_visits[i - 1].choice ? 1 : 0;
     return counted(static_cast<long long>(m_visits.size()), L"visit") + L", "
         + (changes == 0 ? Text(L"no change") : counted(changes, L"change"));
 }

@@ -13,7 +13,7 @@ public:
         RecordDate date;
         std::size_t choice = 0; // index in choices()
         Text age; // at the visit, "5 months"; empty if the birth date or the visit's day is not known
-        Text before; // another choice at the last visit before; empty if the choice is the same, and at the first visit
+        Text before; // another choice at the visit before; empty if the choice is the same or the order is not certain
     };
 
     // `birth`: the patient's birth date, if the host tells it.

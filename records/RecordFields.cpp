@@ -1,7 +1,7 @@
 #include "records/RecordFields.h"
 
 #include "control/SummaryText.h"
-#include "records/RecordDate.h"
+#include "records/CourseDates.h"
 #include "text/FileManDates.h"
 #include "text/Letters.h"
 
@@ -204,7 +204,7 @@ const ListedRecord* recordBefore(std::span<const ListedRecord> records, std::siz
     std::optional<RecordDate> latest;
     for (const ListedRecord& other : records) {
         const auto otherDate = other.type == record.type ? readRecordDate(recordDate(other)) : std::nullopt;
-        if (!otherDate || otherDate->start >= date->start || (latest && otherDate->start <= latest->start))
+        if (!otherDate || !isBefore(*otherDate, *date) || (latest && otherDate->start <= latest->start))
             continue;
         before = &other;
         latest = otherDate;

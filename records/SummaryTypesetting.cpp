@@ -1,5 +1,6 @@
 #include "records/SummaryTypesetting.h"
 
+#include "records/CourseDates.h"
 #include "text/FileManDates.h"
 
 #include <algorithm>
@@ -147,20 +148,15 @@ std::vector<SummaryRun> typeset(const ListedRecord& record, const ListedRecord* 
 
 std::vector<int> earlierRecords(const std::vector<ListedRecord>& records, RecordTypeNumber type)
 {
-    struct Dated {
-        TextView date;
-        int index;
-    };
-    std::vector<Dated> dated;
-    for (std::size_t i = 0; i < records.size(); ++i) {
-        const TextView date = records[i].type->number == type ? recordDate(records[i]) : TextView();
-        if (!date.empty())
-            dated.push_back({ date, static_cast<int>(i) });
-    }
-    std::ranges::stable_sort(dated, std::ranges::greater(), &Dated::date);
+    const std::vector<DatedRecord> dated = datedRecords(records, type).dated;
     std::vector<int> earlier(records.size(), -1);
-    for (std::size_t i = 1; i < dated.size(); ++i)
-        earlier[static_cast<std::size_t>(dated[i - 1].index)] = dated[i].index;
+    for (std::size_t i = 1; i < dated.size(); ++i) {
+        std::size_t before = i;
+        while (before > 0 && !isBefore(dated[before - 1].date, dated[i].date))
+            --before;
+        if (before > 0)
+            earlier[static_cast<std::size_t>(dated[i].record)] = dated[before - 1].record;
+    }
     return earlier;
 }
 

@@ -28,8 +28,8 @@ struct SummaryRun {
 // is a record of the same type: values that both records have and that differ are marked as changed.
 std::vector<SummaryRun> typeset(const ListedRecord& record, const ListedRecord* earlier = nullptr);
 
-// For each record the index of the one before it in time among those of its type; -1 for the first one, and for records
-// without a date. Records of one type with the same date are taken as listed from the latest to the earliest.
+// For each record of the type the index of the latest one that is certainly earlier (see isBefore); -1 without one, and
+// for records without a readable date.
 std::vector<int> earlierRecords(const std::vector<ListedRecord>& records, RecordTypeNumber type);
 
 }

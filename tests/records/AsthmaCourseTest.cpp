@@ -68,6 +68,8 @@ TEST(AsthmaCourse, RunsEndAtGaps)
     EXPECT_EQ(lungChange(readings, 1, 0), L"+1");
     EXPECT_EQ(lungChange(readings, 3, 0), L""); // not across the gap
     EXPECT_EQ(lungChange(readings, 4, 0), L"\u22122.5");
+    const auto same = madeRecords(RecordTypeNumber::Asthma, { L"1^^3260101^^70", L"2^^3260101.08^^75" });
+    EXPECT_EQ(lungChange(asthmaCourse(same).readings, 1, 0), L""); // which came first is not certain
 }
 
 TEST(AsthmaCourse, SaysHowFarTheDueDateIs)

@@ -139,6 +139,10 @@ TEST(FeedingCourse, MarksChangesAndSaysTheAge)
             L"Mostly Formula on 08/10/2026 09:15, age 5 months; changed from Formula Only" }));
     EXPECT_EQ(course.table().rows[4], (Texts { L"08/10/2026 09:15", L"5 months", L"Mostly Formula", L"Formula Only" }));
     EXPECT_EQ(FeedingCourse(records, std::nullopt).visits()[0].age, L"");
+    const auto sameDay =
+        madeRecords(RecordTypeNumber::InfantFeeding, { L"2^^3260310|81^MIXED", L"1^^3260310|81^FORMULA ONLY|5" });
+    EXPECT_EQ(FeedingCourse(sameDay, std::nullopt).visits()[1].before, L""); // which came first is not certain
+    EXPECT_EQ(FeedingCourse(sameDay, std::nullopt).extent(), L"2 visits, 1 change");
 }
 
 TEST(FeedingCourse, CountsCompletedUnitsOfAge)

@@ -53,11 +53,12 @@ TEST(RecordFields, CompareWithTheRecordBeforeInTime)
 {
     const auto records = madeRecords(RecordTypeNumber::Asthma,
         { L"1^^3260922.143|1^MILD PERSISTENT|2^61^^400^NO", L"2^^3261121.0815|2^MILD INTERMITTENT|1^93^49^400^YES",
-            L"3^^|3^^12", L"4^^3260615|3^^84^63" });
+            L"3^^|3^^12", L"4^^3260615|3^^84^63", L"5^^3260615.08|3^^50", L"6^^3260900|3^^40" });
     EXPECT_EQ(recordBefore(records, 1), &records[0]);
-    EXPECT_EQ(recordBefore(records, 0), &records[3]); // the list's order is not that of time
+    EXPECT_EQ(recordBefore(records, 0), &records[4]); // the list's order is not that of time
     EXPECT_EQ(recordBefore(records, 3), nullptr);
     EXPECT_EQ(recordBefore(records, 2), nullptr); // without a date
+    EXPECT_EQ(recordBefore(records, 4), nullptr); // it may have been earlier that day
     EXPECT_EQ(told(records[1], &records[0]),
         (Transcript { L"Severity: Mild Intermittent (Mild Persistent)", L"FEV 1: 93 (61)", L"FEF 25-75: 49",
             L"PEF/Best PF: 400", L"Env. Tobacco Smoke: Yes (No)" }));
