@@ -8,6 +8,10 @@ MEVEVENTS ; Events between sessions
  ; ^MEVSES(session,"SUB",name)=""    ^MEVSUB(name,session)=""
  ; ^MEVQUE(session)=last entry    ^MEVQUE(session,entry)=name LF data    ^MEVQUE(session,0)="" if it overflowed
  ;
+ ; Entries are numbered without gaps, in the order of their transactions. A session remembers which it has sent (heard)
+ ; and removes those rarely, in batches: 200 sessions that each remove one entry after the same save compete for the
+ ; database. A session that dies leaves its position, and its queue is removed: its host continues in another session.
+ ;
 OPEN ; A session begins. ZALLOCATE makes a lock that LOCK, which releases a call's locks, does not release.
  SET session=$INCREMENT(^MEVSES)
  ZALLOCATE ^MEVSESL(session)
@@ -66,7 +70,7 @@ RAISE(event,data) ; Queues an event for the subscribers of its name and of each 
  . . DO QUEUE(number)
  QUIT
  ;
-QUEUE(number) ; Queues the event for one session, which SIGNAL wakes after the transaction
+QUEUE(number) ; Queues the event for one session, which SIGNAL wakes after the transaction; always in a transaction
  ; A session that does not read its events is ended: its host reloads everything when it reconnects.
  NEW first
  IF '$PIECE($GET(^MEVUSR(+$GET(^MEVSES(number,"USER")),0)),"^",4) QUIT  ; the user was disabled meanwhile
@@ -103,18 +107,26 @@ FLUSH ; Sends the queue before the wait for a request; during the wait, WAKE doe
  FOR  DO SENDALL SET busy=0 QUIT:'wake
  QUIT
  ;
-SENDALL ; Sends the queue
+SENDALL ; Sends the queue's new entries
  NEW entry
- SET busy=1,wake=0,entry=""
- FOR  SET entry=$ORDER(^MEVQUE(session,entry)) QUIT:entry=""  DO
- . IF entry=0 DO FAILED^MEVSESSION(0,"This host does not read its events: the server ends the session."),CLOSE HALT
- . DO FRAME^MEVSESSION("E"_^MEVQUE(session,entry))
- . KILL ^MEVQUE(session,entry)
+ SET busy=1,wake=0
+ FOR  SET entry=$GET(^MEVQUE(session,heard+1)) QUIT:entry=""  SET heard=heard+1 DO FRAME^MEVSESSION("E"_entry)
+ IF $DATA(^MEVQUE(session,0)) DO  HALT
+ . DO FAILED^MEVSESSION(0,"This host does not read its events: the server ends the session."),CLOSE
+ IF heard-removed>(50+(session#50)) DO REMOVE
  SET busy=0
+ QUIT
+ ;
+REMOVE ; Removes the sent entries, in each session after another number of events so that few do it after the same one
+ FOR removed=removed+1:1:heard KILL ^MEVQUE(session,removed)
  QUIT
  ;
 NOTIFY ; Entry point of phserver --notify: raises the event that the environment names
  NEW event
  SET event=$ZTRNLNM("mev_event")
- DO RAISE(event,$ZTRNLNM("mev_event_data")),SIGNAL
+ TSTART ():SERIAL
+ KILL signals
+ DO RAISE(event,$ZTRNLNM("mev_event_data"))
+ TCOMMIT
+ DO SIGNAL
  HALT

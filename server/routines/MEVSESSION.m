@@ -10,11 +10,13 @@ MEVSESSION ; One session: reads request frames, dispatches the calls, writes rep
  ;   speaks   the host's version of the protocol      seen     what the user has read: MEVAUDIT
  ;   turns    waits of 20 s inside a frame            row      refusals since the last change
  ;   tired    the session ends after this reply       ended    the session ends now
+ ;   heard    the last event sent: MEVEVENTS          removed  the last event removed from the queue
  ;
 SERVE ; Entry point: serves until the input ends
- NEW busy,calls,ended,input,param,person,row,seen,session,speaks,stream,tired,token,turns,user,waiting,wake,writing
+ NEW busy,calls,ended,heard,input,param,person,removed,row,seen,session,speaks,stream,tired,token,turns,user
+ NEW waiting,wake,writing
  SET $ETRAP="GOTO BROKEN^MEVSESSION"
- SET busy=1,wake=0,writing=0,waiting=0,ended=0,user=0,token="",person="",speaks=1,(row,tired)=0,seen=0,seen("count")=0
+ SET busy=1,speaks=1,(token,person)="",(wake,writing,waiting,ended,user,heard,removed,row,tired,seen,seen("count"))=0
  SET $ZINTERRUPT="DO WAKE^MEVEVENTS"
  DO OPENINPUT
  DO LOADTABLE

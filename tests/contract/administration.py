@@ -104,6 +104,8 @@ def limits():
     assert {reader.text("MEVHOST SUBSCRIBE", f"X.{number}") for number in range(1000)} == {"1"}
     assert reader.text("MEVHOST SUBSCRIBE", "X.1") == "1"
     assert reader.text("MEVHOST SUBSCRIBE", "Y").startswith("-1^This session subscribes to 1,000")
+    admin("--notify", "X.1")
+    assert reader.frame() == "EX.1\n"
     reader.process.send_signal(19)
     by_engine('SET s=$ORDER(^MEVSUB("X.1","")) FOR i=1:1:5000 SET ^MEVQUE(s,$INCREMENT(^MEVQUE(s)))="X.1"_$C(10)')
     for _ in range(2):
@@ -121,6 +123,10 @@ class OnSocket(Session):
         with own, theirs:
             self.process = subprocess.Popen(command, stdin=theirs, stdout=theirs, env=environment)
             self.process.stdin, self.process.stdout = own.makefile("wb"), own.makefile("rb")
+
+    def close(self, kill=False):
+        self.process.stdout.close()
+        super().close(kill)
 
 
 def events():
@@ -142,6 +148,43 @@ def events():
             assert writer.frame().endswith("\n1") and time.monotonic() - began < 8, turn
         reader.process.stdin.close()
     assert other.text("MEVHOST KEYS", "PROVIDER") == "1" and other.told == []
+
+
+def deliveries():
+    """Two writers at once, twenty listeners: each gets each event once, in time, and then reads the last change."""
+    writers = Session("REED,OLIVE"), Session("REED,OLIVE")
+    listeners = [kind("REED,OLIVE") for kind in (Session, OnSocket) for _ in range(10)]
+    for session in listeners:
+        assert session.text("MEVHOST SUBSCRIBE", "REFUSAL.5") == "1"
+    records = []
+    for writer in writers:
+        known = {line[0] for line in writer.lines("MEVREF GET", "5")}
+        assert writer.text("MEVREF SET", "^EXAM^1^5^01/02/2026^first") == "1"
+        records += {line[0] for line in writer.lines("MEVREF GET", "5")} - known
+    for session in listeners:
+        assert session.frame() == session.frame() == "EREFUSAL.5.REF\n"
+    for turn in range(100):
+        began = time.monotonic()
+        for writer, record in zip(writers, records):
+            writer.send("MEVREF SET", f"{record}^EXAM^1^5^01/02/2026^turn {turn}")
+        for session in listeners[turn % 4::4]:
+            session.send("MEVHOST KEYS", "PROVIDER")  # interrupted by the events, or not
+        for index, session in enumerate(listeners):
+            frames = sorted(session.frame()[0] for _ in range(3 if index % 4 == turn % 4 else 2))
+            assert frames[-3:] in (["E", "E"], ["E", "E", "R"]), (turn, index, frames)
+        assert time.monotonic() - began < 8, turn  # a lost signal would cost a turn of 20 s
+        assert [writer.frame().endswith("\n1") for writer in writers] == [True, True]
+        for session in listeners[turn % 5::5]:
+            texts = {line[0]: line[11] for line in session.lines("MEVREF GET", "5")}
+            assert [texts[record] for record in records] == [f"turn {turn}"] * 2, (turn, texts)
+    assert not any(session.told for session in listeners)  # no event twice
+    # Sent entries are removed, if not immediately; those of ended sessions immediately.
+    by_engine('SET s="" FOR  SET s=$ORDER(^MEVQUE(s)) QUIT:s=""  SET f=$ORDER(^MEVQUE(s,"")) '
+              'IF f,^MEVQUE(s)-f>100 ZHALT 1')
+    for session in (*writers, *listeners):
+        session.close(kill=session is listeners[0])
+    Session("REED,OLIVE").close()  # its sign-on clears the killed session
+    by_engine('SET s="" FOR  SET s=$ORDER(^MEVQUE(s)) QUIT:s=""  ZHALT:\'$DATA(^MEVSES(s)) 1')
 
 
 def own_changes():
@@ -275,5 +318,6 @@ with tempfile.TemporaryDirectory() as folder:
     limits()
     audit()
     events()
+    deliveries()
     own_changes()
     faults()
