@@ -96,8 +96,9 @@ public:
     virtual Text viewState() const { return {}; }
     virtual void setViewState(const Text&) { }
 
-    // What the listed records say that the host may show beside the patient's name. Empty without a patient and while
-    // the list is loading; to be asked again when a load has ended (STATUS with an empty text). Calls nobody.
+    // What the listed records say that the host may show beside the patient's name, and when the next asthma visit is
+    // due, if a form has read the registry. Empty without a patient and while the list is loading; to be asked again
+    // when a load has ended (STATUS with an empty text) and when a form has been closed. Calls nobody.
     virtual std::vector<PatientAlert> alerts() const { return {}; }
 
     // The records of the list as files: those that the user sees, in the order that the user sees. Asks nothing and

@@ -38,7 +38,11 @@ public:
     void setViewState(const Text& state) override { m_view->setViewState(viewStateOf(state, m_view->viewState())); }
     std::vector<PatientAlert> alerts() const override
     {
-        return patientAlerts(listedRecords(m_control), m_class.m_desktop->now());
+        if (!m_control.fgData.isDrawing()) // the list is loading
+            return {};
+        const Text patient = std::to_wstring(m_control.listedPatient());
+        return patientAlerts(
+            listedRecords(m_control), m_class.m_desktop->now(), m_class.m_shared->registryDue(patient));
     }
     std::vector<ExportedFile> exportRecords(ExportFormat format) const override
     {

@@ -7,9 +7,7 @@ namespace health {
 frmInf::frmInf(modShared& shared)
     : EditorForm(shared, L"frmInf", L"Infant Feeding Choice", { L"Infant Feeding", L"VIF" })
 {
-    static constexpr TextView choices[] = { L"Exclusive Breastfeeding", L"Mostly Breastfeeding",
-        L"1/2 Breast & 1/2 Formula", L"Mostly Formula", L"Formula Only" };
-    for (const TextView choice : choices)
+    for (const TextView choice : Choices)
         lstINF.addItem(choice, lstINF.count() + 1);
     lstINF.ItemCheck = trapped(L"lstINF_ItemCheck", [this](int item) { lstINF_ItemCheck(item); });
     bindSave(cmdAdd, L"cmdAdd_Click", [this] { cmdAdd_Click(); });

@@ -9,6 +9,10 @@ namespace health {
 // How an infant is fed: one choice out of five.
 class frmInf : public EditorForm {
 public:
+    // As shown; their codes are 1 to 5.
+    static constexpr std::array<TextView, 5> Choices { L"Exclusive Breastfeeding", L"Mostly Breastfeeding",
+        L"1/2 Breast & 1/2 Formula", L"Mostly Formula", L"Formula Only" };
+
     explicit frmInf(modShared& shared);
 
     Text m_sIEN; // the record; empty to add one

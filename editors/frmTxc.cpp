@@ -8,14 +8,13 @@ namespace health {
 namespace {
 
 constexpr std::array<TextView, 2> TypeCodes { L"P", L"M" };
-constexpr std::chrono::days OldestContract { 365 };
 
 DateRefusal judgeInitiation(Moment entered, Moment now)
 {
     if (entered > now)
         return { L"The date cannot be in the future.", InvalidDate };
     // Intended: compares to the second, so the date a year ago is too old unless it has a later time of day.
-    if (entered < now - OldestContract)
+    if (entered < now - frmTxc::Term)
         return { L"Treatment date cannot be older than a year.", InvalidDate };
     return {};
 }

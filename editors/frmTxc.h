@@ -13,6 +13,9 @@ class SummaryBuilder;
 // A treatment contract with the patient: pain or mental health, the date it was initiated, the provider.
 class frmTxc : public EditorForm {
 public:
+    // How long a contract runs from its initiation; the form takes none that has run out.
+    static constexpr std::chrono::days Term { 365 };
+
     explicit frmTxc(modShared& shared);
 
     Text m_sIEN; // the record; empty to add one

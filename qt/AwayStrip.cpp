@@ -1,10 +1,10 @@
 #include "qt/AwayStrip.h"
 
-#include "qt/ControlStyle.h"
-#include "qt/Inks.h"
-#include "qt/Measures.h"
 #include "qt/RunFlow.h"
 #include "toolkit/Announcer.h"
+#include "toolkit/ControlStyle.h"
+#include "toolkit/Inks.h"
+#include "toolkit/Measures.h"
 
 #include <QPainter>
 #include <QPushButton>
@@ -53,14 +53,19 @@ AwayStrip::AwayStrip()
 void AwayStrip::show(int seconds, QTime loaded)
 {
     m_seconds = seconds;
-    m_loaded = loaded;
     m_second.start();
     m_button->setEnabled(seconds > 0);
-    setAccessibleDescription(state());
+    setLoaded(loaded);
     if (!isVisibleTo(parentWidget())) {
         announce(*this, Title + u' ' + state());
         setVisible(true);
     }
+}
+
+void AwayStrip::setLoaded(QTime loaded)
+{
+    m_loaded = loaded;
+    setAccessibleDescription(state());
     updateGeometry();
     update();
 }

@@ -18,6 +18,7 @@ public:
 
     // `seconds` until the host tries again; 0 while it does. The rows were read at `loaded`, which may be null.
     void show(int seconds, QTime loaded);
+    void setLoaded(QTime loaded);
     bool hasHeightForWidth() const override { return true; }
     int heightForWidth(int width) const override;
     QSize sizeHint() const override;

@@ -1,6 +1,6 @@
 #include "qt/BodyArea.h"
 
-#include "qt/Measures.h"
+#include "toolkit/Measures.h"
 
 #include <QLayout>
 #include <QScrollBar>

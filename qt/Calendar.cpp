@@ -1,9 +1,9 @@
 #include "qt/Calendar.h"
 
 #include "qt/CalendarColours.h"
-#include "qt/Measures.h"
 #include "qt/MonthView.h"
 #include "text/DateWords.h"
+#include "toolkit/Measures.h"
 #include "toolkit/QtText.h"
 
 #include <QHBoxLayout>

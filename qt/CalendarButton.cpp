@@ -1,7 +1,7 @@
 #include "qt/CalendarButton.h"
 
-#include "qt/Inks.h"
-#include "qt/Measures.h"
+#include "toolkit/Inks.h"
+#include "toolkit/Measures.h"
 
 #include <QPainter>
 

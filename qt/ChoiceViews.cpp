@@ -1,7 +1,7 @@
 #include "qt/ChoiceViews.h"
 
-#include "qt/ControlStyle.h"
-#include "qt/Measures.h"
+#include "toolkit/ControlStyle.h"
+#include "toolkit/Measures.h"
 #include "toolkit/QtText.h"
 #include "toolkit/SpokenItems.h"
 

@@ -4,9 +4,9 @@
 #include "platform/controls/CheckBox.h"
 #include "platform/controls/CheckList.h"
 #include "platform/controls/OptionButton.h"
-#include "qt/FocusFrame.h"
 #include "qt/Mirror.h"
 #include "qt/PressedAtOnce.h"
+#include "toolkit/FocusFrame.h"
 
 #include <QCheckBox>
 #include <QListWidget>

@@ -1,8 +1,8 @@
 #include "qt/ComboBoxView.h"
 
-#include "qt/ControlStyle.h"
 #include "qt/FieldButton.h"
-#include "qt/Measures.h"
+#include "toolkit/ControlStyle.h"
+#include "toolkit/Measures.h"
 #include "toolkit/QtText.h"
 #include "toolkit/WheelGuard.h"
 

@@ -1,10 +1,10 @@
 #include "qt/ControlViews.h"
 
-#include "qt/ControlPainting.h"
-#include "qt/ControlStyle.h"
-#include "qt/Measures.h"
 #include "qt/PanelIcon.h"
 #include "toolkit/Announcer.h"
+#include "toolkit/ControlPainting.h"
+#include "toolkit/ControlStyle.h"
+#include "toolkit/Measures.h"
 #include "toolkit/QtText.h"
 
 #include <QEvent>

@@ -29,7 +29,6 @@ DetailsHeading::DetailsHeading(QWidget* parent)
 {
     setTextFormat(Qt::RichText);
     setWordWrap(true);
-    setTextInteractionFlags(Qt::TextSelectableByMouse);
     setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
 }
 
@@ -43,13 +42,14 @@ void DetailsHeading::say(const HeadingTexts& texts)
 void DetailsHeading::hint(const QString& text)
 {
     m_hint = text;
+    m_texts = {};
     typeset();
 }
 
 void DetailsHeading::typeset()
 {
     const QColor quiet = colourOf(Ink::Quiet, palette());
-    if (!m_hint.isEmpty() || m_texts.kind.isEmpty())
+    if (m_texts.kind.isEmpty())
         return show(styled(m_hint, font(), quiet), m_hint);
     const QColor words = colourOf(Ink::Words, palette());
     QString html = styled(m_texts.kind, semibold(scaled(font(), TypeSize::DetailsHeading)), words);
@@ -77,6 +77,8 @@ void DetailsHeading::show(const QString& html, const QString& plain)
         return;
     m_plain = plain;
     setText(html);
+    // Screen readers do not stop at an empty text.
+    setTextInteractionFlags(plain.isEmpty() ? Qt::NoTextInteraction : Qt::TextSelectableByMouse);
     setAccessibleName(plain);
 }
 

@@ -1,7 +1,7 @@
 #include "qt/DetailsTable.h"
 
-#include "qt/Inks.h"
-#include "qt/Measures.h"
+#include "toolkit/Inks.h"
+#include "toolkit/Measures.h"
 
 #include <QApplication>
 #include <QEvent>

@@ -1,7 +1,7 @@
 #include "qt/EntryLine.h"
 
-#include "qt/ControlStyle.h"
-#include "qt/Measures.h"
+#include "toolkit/ControlStyle.h"
+#include "toolkit/Measures.h"
 
 #include <QFocusEvent>
 #include <QKeyEvent>

@@ -1,5 +1,6 @@
 #include "qt/ExportDialog.h"
 
+#include "qt/ControlStyle.h"
 #include "toolkit/Measures.h"
 
 #include <QCheckBox>
@@ -55,9 +56,11 @@ ExportDialog::ExportDialog(ExportFormat format, const QString& extent, const QSt
     auto* const buttons = new QDialogButtonBox(QDialogButtonBox::Cancel);
     QPushButton* const choose =
         buttons->addButton(fhir ? u"Choose &File..."_s : u"Choose &Folder..."_s, QDialogButtonBox::AcceptRole);
-    choose->setDefault(true);
-    choose->setFocus();
+    for (QAbstractButton* const button : buttons->buttons())
+        ControlStyle::giveTo(*button);
     column->addWidget(buttons);
+    choose->setDefault(true); // in the dialog, which is to know it
+    choose->setFocus();
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     setAccessibleDescription(warning.isEmpty() ? what : what + u' ' + warning); // spoken when the dialog opens

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "qt/ControlPainting.h"
+#include "toolkit/ControlPainting.h"
 
 #include <QToolButton>
 

@@ -1,6 +1,6 @@
 #include "qt/FieldFlash.h"
 
-#include "qt/ControlStyle.h"
+#include "toolkit/ControlStyle.h"
 
 #include <QAbstractScrollArea>
 #include <QApplication>

@@ -1,9 +1,9 @@
 #include "qt/FieldNotes.h"
 
-#include "qt/Measures.h"
 #include "qt/PressedAtOnce.h"
 #include "qt/ToneLabel.h"
 #include "toolkit/Announcer.h"
+#include "toolkit/Measures.h"
 #include "toolkit/QtText.h"
 
 #include <QHBoxLayout>

@@ -1,7 +1,7 @@
 #include "qt/FieldViews.h"
 
 #include "qt/HeadingStyle.h"
-#include "qt/Measures.h"
+#include "toolkit/Measures.h"
 #include "toolkit/QtText.h"
 
 #include <QVBoxLayout>

@@ -5,9 +5,9 @@
 #include "qt/ChoiceViews.h"
 #include "qt/ControlViews.h"
 #include "qt/FieldViews.h"
-#include "qt/Hairline.h"
 #include "qt/TextViews.h"
 #include "qt/ToneLabel.h"
+#include "toolkit/Hairline.h"
 
 #include <QBoxLayout>
 #include <QGridLayout>

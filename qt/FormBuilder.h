@@ -4,8 +4,8 @@
 #include "platform/Form.h"
 #include "qt/CaptionAxis.h"
 #include "qt/FieldNotes.h"
-#include "qt/Measures.h"
 #include "qt/ViewMaker.h"
+#include "toolkit/Measures.h"
 
 #include <QHash>
 #include <QWidget>

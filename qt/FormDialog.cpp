@@ -4,15 +4,15 @@
 #include "qt/ChoiceViews.h"
 #include "qt/ControlViews.h"
 #include "qt/FormTexts.h"
-#include "qt/Hairline.h"
 #include "qt/HeadingStrip.h"
-#include "qt/Measures.h"
 #include "qt/NoticeLine.h"
 #include "qt/Scale.h"
 #include "qt/SpokenName.h"
 #include "qt/SummaryLine.h"
 #include "qt/ToneLabel.h"
 #include "qt/ViewDesktop.h"
+#include "toolkit/Hairline.h"
+#include "toolkit/Measures.h"
 #include "toolkit/QtText.h"
 
 #include <QAccessible>

@@ -1,6 +1,6 @@
 #include "qt/GridDelegate.h"
 
-#include "qt/Inks.h"
+#include "toolkit/Inks.h"
 
 namespace health {
 

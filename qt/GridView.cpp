@@ -1,12 +1,12 @@
 #include "qt/GridView.h"
 
-#include "qt/ControlStyle.h"
 #include "qt/GridDelegate.h"
 #include "qt/GridHeading.h"
 #include "qt/GridModel.h"
-#include "qt/Measures.h"
 #include "qt/RowPainting.h"
 #include "qt/Scale.h"
+#include "toolkit/ControlStyle.h"
+#include "toolkit/Measures.h"
 #include "toolkit/QtText.h"
 #include "toolkit/SpokenItems.h"
 

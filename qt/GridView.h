@@ -1,9 +1,9 @@
 #pragma once
 
 #include "platform/controls/Grid.h"
-#include "qt/FocusFrame.h"
 #include "qt/Mirror.h"
 #include "qt/RowFlash.h"
+#include "toolkit/FocusFrame.h"
 
 #include <QTableView>
 

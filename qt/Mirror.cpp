@@ -1,8 +1,8 @@
 #include "qt/Mirror.h"
 
-#include "qt/ControlStyle.h"
 #include "qt/FieldFlash.h"
 #include "qt/Scale.h"
+#include "toolkit/ControlStyle.h"
 #include "toolkit/QtText.h"
 
 namespace health {

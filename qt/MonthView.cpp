@@ -1,7 +1,7 @@
 #include "qt/MonthView.h"
 
 #include "qt/CalendarColours.h"
-#include "qt/Measures.h"
+#include "toolkit/Measures.h"
 
 #include <QHeaderView>
 #include <QKeyEvent>

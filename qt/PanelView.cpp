@@ -7,12 +7,12 @@
 #include "qt/DetailsPane.h"
 #include "qt/FindBar.h"
 #include "qt/ListArea.h"
-#include "qt/Measures.h"
 #include "qt/RecordListView.h"
 #include "qt/Scale.h"
 #include "qt/TakeAlong.h"
 #include "qt/ViewDesktop.h"
 #include "qt/print/PrintActions.h"
+#include "toolkit/Measures.h"
 #include "toolkit/QtText.h"
 
 #include <QAction>
@@ -50,6 +50,11 @@ PanelView::PanelView(kalmevRepHistCtrl& control, ViewDesktop& desktop)
     publishFind();
     new PrintActions(m_records, *this);
     m_control.ConnectionChange = [this] { showConnection(); };
+    const auto noteAge = [this] {
+        if (m_away)
+            m_away->setLoaded(m_area->list().loadedAt());
+    };
+    connect(&m_records, &ShownRecords::reloaded, this, noteAge, Qt::QueuedConnection); // after the list
     setNaturalSizes();
 }
 

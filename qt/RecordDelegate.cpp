@@ -2,10 +2,10 @@
 
 #include "control/GridColumns.h"
 #include "qt/GridModel.h"
-#include "qt/Inks.h"
-#include "qt/Measures.h"
 #include "qt/RecordRows.h"
 #include "qt/ShownRecords.h"
+#include "toolkit/Inks.h"
+#include "toolkit/Measures.h"
 
 #include <QPainter>
 #include <QTableView>
@@ -77,22 +77,48 @@ QColor RecordDelegate::colourOf(RowStyle style, int row) const
     return health::colourOf(isQuiet ? Ink::Quiet : Ink::Words, m_list.palette());
 }
 
-// A label that does not fit in semibold stays regular.
+// A label that does not fit in semibold stays regular, and one that does not fit then breaks between words.
+RecordDelegate::SetLabel RecordDelegate::setLabel(int row, int width) const
+{
+    const ListedRecord* const record = m_rows.record(row);
+    const TextView label = record ? record->label : TextView();
+    const int room = width - RowMeasures(m_list).labelEnd;
+    const auto fits = [&](RowStyle style, TextView letters) {
+        return QFontMetrics(m_rows.font(style)).horizontalAdvance(inOneLine(letters)) <= room;
+    };
+    const bool isStrong = m_rows.beginsKind(row) && fits(RowStyle::Strong, label);
+    SetLabel set { label, isStrong ? RowStyle::Strong : RowStyle::Plain, { 0 } };
+    for (std::size_t blank = label.find(L' '); blank != TextView::npos; blank = label.find(L' ', blank + 1)) {
+        const std::size_t start = set.starts.back();
+        const std::size_t end = std::min(label.find(L' ', blank + 1), label.size());
+        if (!fits(set.style, label.substr(start, end - start)))
+            set.starts.push_back(blank + 1);
+    }
+    return set;
+}
+
+int RecordDelegate::linesOfLabel(int row, int width) const
+{
+    return static_cast<int>(setLabel(row, width).starts.size());
+}
+
 void RecordDelegate::paintLabel(QPainter& painter, const QRect& place, int row) const
 {
     const RowMeasures measures(m_list);
-    const ListedRecord* const record = m_rows.record(row);
-    const TextView label = record ? record->label : TextView();
-    const QString text = inOneLine(label);
+    const SetLabel set = setLabel(row, place.width());
+    const QFont& font = m_rows.font(set.style);
     const bool isFirst = m_rows.beginsKind(row);
-    const int room = place.width() - measures.labelEnd;
-    const auto width = [&](RowStyle style) { return QFontMetrics(m_rows.font(style)).horizontalAdvance(text); };
-    const bool isStrong = isFirst && width(RowStyle::Strong) <= room;
-    const QFont& font = m_rows.font(isStrong ? RowStyle::Strong : RowStyle::Plain);
     const QColor colour = health::colourOf(isFirst && !m_rows.isAway ? Ink::Words : Ink::Quiet, m_list.palette());
-    const QPoint topLeft(
-        place.left() + room - QFontMetrics(font).horizontalAdvance(text), place.top() + measures.above);
-    drawText(painter, topLeft, { label, 0, font, colour, m_rows.found(row, FoundIn::Label) });
+    const std::vector<TextRange> found = m_rows.found(row, FoundIn::Label);
+    for (std::size_t line = 0; line < set.starts.size(); ++line) {
+        const std::size_t start = set.starts[line];
+        const std::size_t end = line + 1 < set.starts.size() ? set.starts[line + 1] - 1 : set.letters.size();
+        const TextView letters = set.letters.substr(start, end - start);
+        const int width = QFontMetrics(font).horizontalAdvance(inOneLine(letters));
+        const QPoint topLeft(place.left() + place.width() - measures.labelEnd - width,
+            place.top() + measures.above + static_cast<int>(line) * measures.line);
+        drawText(painter, topLeft, { letters, start, font, colour, found });
+    }
 }
 
 void RecordDelegate::paintSummary(QPainter& painter, const QRect& place, int row) const

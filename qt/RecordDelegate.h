@@ -37,6 +37,9 @@ public:
     // Of a row's height only.
     QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
 
+    // The lines of a row's label in a column of this width, in pixels.
+    int linesOfLabel(int row, int width) const;
+
 private:
     // A piece of a text in one line; `start` counts the letters before it.
     struct LineText {
@@ -47,6 +50,14 @@ private:
         const std::vector<TextRange>& found; // in the whole text
     };
 
+    // A label as it is set: its font, and the first letter of each line.
+    struct SetLabel {
+        TextView letters;
+        RowStyle style;
+        std::vector<std::size_t> starts;
+    };
+
+    SetLabel setLabel(int row, int width) const;
     void paintLabel(QPainter& painter, const QRect& place, int row) const;
     void paintSummary(QPainter& painter, const QRect& place, int row) const;
     QColor colourOf(RowStyle style, int row) const;

@@ -1,10 +1,10 @@
 #include "qt/RecordGutter.h"
 
-#include "qt/Inks.h"
-#include "qt/Measures.h"
 #include "qt/RecordDelegate.h"
 #include "qt/RecordRows.h"
 #include "qt/RowPainting.h"
+#include "toolkit/Inks.h"
+#include "toolkit/Measures.h"
 
 #include <QContextMenuEvent>
 #include <QHelpEvent>

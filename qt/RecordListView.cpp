@@ -2,11 +2,11 @@
 
 #include "control/kalmevRepHistCtrl.h"
 #include "qt/GridModel.h"
-#include "qt/Inks.h"
 #include "qt/RecordDelegate.h"
 #include "qt/RecordGutter.h"
 #include "qt/ShownRecords.h"
 #include "qt/ViewDesktop.h"
+#include "toolkit/Inks.h"
 #include "toolkit/QtText.h"
 
 #include <QAction>
@@ -48,12 +48,13 @@ RecordListView::RecordListView(ShownRecords& records, ViewDesktop& desktop, QWid
     , m_area(area)
     , m_rows(records, gridModel())
     , m_gutter(new RecordGutter(m_rows, *this))
+    , m_delegate(new RecordDelegate(m_rows, *this))
     , m_busy(*viewport())
 {
     setAccessibleName(u"Personal health records"_s);
     useRowHeader(*m_gutter);
     m_gutter->show();
-    setItemDelegate(new RecordDelegate(m_rows, *this));
+    setItemDelegate(m_delegate);
     gridModel().setDescription([this](int gridRow) { return described(gridRow); });
     connect(
         selectionModel(), &QItemSelectionModel::selectionChanged, m_gutter->viewport(), qOverload<>(&QWidget::update));
@@ -108,11 +109,12 @@ void RecordListView::noteContents()
     const long patient = control.listedPatient();
     if (std::exchange(m_patient, patient) != patient)
         m_place = -1;
+    m_loadedAt = {};
     if (patient == 0 || isLoading())
         return;
     m_rows.news.expectRemoval(control.deletedKey());
     m_rows.news.show(patient, m_records.all(), control.unreadTypes());
-    m_loadedAt = QTime::currentTime();
+    m_loadedAt = control.unreadTypes().empty() ? QTime::currentTime() : QTime();
 }
 
 // What was selected has been looked at. A load clears the selection for the time being.
@@ -204,7 +206,8 @@ int RecordListView::heightOfText(int row)
 {
     setRoom();
     const RowMeasures measures(*this);
-    return m_rows.text(row).lines * measures.line + measures.aboveAndBelow;
+    const int lines = std::max(m_rows.text(row).lines, m_delegate->linesOfLabel(row, columnWidth(0)));
+    return lines * measures.line + measures.aboveAndBelow;
 }
 
 void RecordListView::setRoom()

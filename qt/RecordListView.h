@@ -14,6 +14,7 @@ class QAction;
 
 namespace health {
 
+class RecordDelegate;
 class RecordGutter;
 class ShownRecords;
 
@@ -25,7 +26,7 @@ public:
 
     // Shows the rows quietly, because the server is not connected.
     void setAway(bool away);
-    // When the rows were read; null before that.
+    // When the rows were read; null before that, and if some could not be read.
     QTime loadedAt() const { return m_loadedAt; }
     // What the list says instead of rows; empty while it shows rows.
     ListState state() const;
@@ -61,6 +62,7 @@ private:
     QWidget& m_area;
     RecordRows m_rows;
     RecordGutter* m_gutter;
+    RecordDelegate* m_delegate;
     BusyMark m_busy;
     QElapsedTimer m_loading; // invalid while nothing is loading
     QTime m_loadedAt;

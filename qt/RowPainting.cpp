@@ -1,8 +1,8 @@
 #include "qt/RowPainting.h"
 
-#include "qt/ControlPainting.h"
-#include "qt/Inks.h"
-#include "qt/Measures.h"
+#include "toolkit/ControlPainting.h"
+#include "toolkit/Inks.h"
+#include "toolkit/Measures.h"
 
 #include <QPainter>
 #include <QPainterPath>

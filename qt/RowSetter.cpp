@@ -1,6 +1,6 @@
 #include "qt/RowSetter.h"
 
-#include "qt/Measures.h"
+#include "toolkit/Measures.h"
 #include "toolkit/QtText.h"
 
 #include <QFontMetrics>

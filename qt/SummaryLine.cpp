@@ -1,10 +1,10 @@
 #include "qt/SummaryLine.h"
 
-#include "qt/Inks.h"
-#include "qt/Measures.h"
 #include "qt/RunFlow.h"
 #include "qt/ToneLabel.h"
 #include "toolkit/Announcer.h"
+#include "toolkit/Inks.h"
+#include "toolkit/Measures.h"
 #include "toolkit/QtText.h"
 
 #include <QMouseEvent>

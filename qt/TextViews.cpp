@@ -1,7 +1,7 @@
 #include "qt/TextViews.h"
 
-#include "qt/ControlStyle.h"
-#include "qt/Measures.h"
+#include "toolkit/ControlStyle.h"
+#include "toolkit/Measures.h"
 #include "toolkit/QtText.h"
 
 #include <QKeyEvent>

@@ -3,8 +3,8 @@
 
 #include "platform/controls/TextBox.h"
 #include "qt/EntryLine.h"
-#include "qt/FocusFrame.h"
 #include "qt/Mirror.h"
+#include "toolkit/FocusFrame.h"
 
 #include <QPlainTextEdit>
 

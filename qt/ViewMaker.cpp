@@ -6,9 +6,9 @@
 #include "qt/DateView.h"
 #include "qt/FieldViews.h"
 #include "qt/GridView.h"
-#include "qt/Measures.h"
 #include "qt/TextViews.h"
 #include "qt/ViewDesktop.h"
+#include "toolkit/Measures.h"
 
 #include <stdexcept>
 

@@ -1,6 +1,6 @@
 #include "records/ContractCourse.h"
 
-#include "editors/EditorForm.h"
+#include "editors/frmTxc.h"
 #include "text/DateWords.h"
 
 #include <algorithm>
@@ -17,7 +17,6 @@ using State = ContractCourse::State;
 constexpr PieceNumber ContractTypePiece = 4;
 constexpr PieceNumber InitiatedPiece = 5;
 constexpr PieceNumber ProviderPiece = 6;
-constexpr days Term { 365 };
 
 State stateOf(const Contract& contract, Moment now)
 {
@@ -56,7 +55,7 @@ Contract contractOf(int record, const LinePieces& pieces, Moment now)
         contract.initiatedText = initiated->text();
     if (initiated && hasDay(*initiated)) {
         contract.initiated = initiated;
-        contract.end = initiated->start + Term;
+        contract.end = initiated->start + frmTxc::Term;
         contract.state = stateOf(contract, now);
     }
     contract.words = wordsOf(contract, now);

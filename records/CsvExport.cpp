@@ -183,7 +183,7 @@ std::vector<CsvFile> csvFiles(const ExportSubject& subject, const ExportedRecord
 
 Text copiedRecord(const ListedRecord& record)
 {
-    Text line = oneCell(record.label) + L'\t' + dateCell(recordDate(record));
+    Text line = oneCell(record.label) + L'\t' + oneCell(dateCell(recordDate(record)));
     const LinePieces pieces(record.line);
     for (const Column& column : columnsOf(record.type->number)) {
         const TextView stored = displayPart(pieces[column.piece]);

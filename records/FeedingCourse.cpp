@@ -1,5 +1,6 @@
 #include "records/FeedingCourse.h"
 
+#include "editors/frmInf.h"
 #include "text/DateWords.h"
 #include "text/Letters.h"
 
@@ -12,8 +13,6 @@ using namespace std::chrono;
 namespace {
 
 constexpr PieceNumber ChoicePiece = 4;
-constexpr std::array<TextView, 5> FormChoices { L"Exclusive Breastfeeding", L"Mostly Breastfeeding",
-    L"1/2 Breast & 1/2 Formula", L"Mostly Formula", L"Formula Only" };
 
 int completedMonths(Moment from, Moment to)
 {
@@ -54,7 +53,7 @@ FeedingCourse::FeedingCourse(std::span<const ListedRecord> records, const std::o
 
 void FeedingCourse::collectChoices(const std::vector<Text>& words)
 {
-    for (const TextView choice : FormChoices) {
+    for (const TextView choice : frmInf::Choices) {
         if (std::ranges::any_of(words, [choice](const Text& word) { return equalIgnoringCase(word, choice); }))
             m_choices.emplace_back(choice);
     }

@@ -1,7 +1,6 @@
 #include "records/FhirRecords.h"
 
-#include "records/RecordKinds.h"
-#include "text/Conversions.h"
+#include "records/FhirRefusal.h"
 #include "text/FileManDates.h"
 #include "text/Letters.h"
 
@@ -42,23 +41,16 @@ TextView countAfter(TextView counts, TextView word)
 }
 
 // Writes the resources of one record.
-class FhirRecord {
+class FhirRecord : RecordResource {
 public:
     FhirRecord(FhirWriter& writer, const ListedRecord& record)
-        : m_writer(writer)
-        , m_json(writer.json())
-        , m_record(record)
-        , m_pieces(record.line)
-        , m_date(storedDate(recordDate(record)))
+        : RecordResource(writer, record)
     {
     }
 
     void write();
 
 private:
-    TextView shown(PieceNumber piece) const { return displayPart(m_pieces[piece]); }
-    FhirName name(TextView part = {}) const { return { kindName(m_record.type->number), m_record.record, part }; }
-    Text wholeRow() const { return Text(m_record.label) + L": " + Text(m_record.summary); }
     Text line(const ItemCode& item, TextView value) const;
 
     template<typename Body>
@@ -82,18 +74,6 @@ private:
     void answers();
     void answer(const ItemCode& item, PieceNumber piece);
     void contract();
-    void refusal();
-    void refusedImmunization();
-    void refusedMedication();
-    void refusedProcedure();
-    void refusedItem(std::string_view name);
-    void refusedNote();
-
-    FhirWriter& m_writer;
-    JsonWriter& m_json;
-    const ListedRecord& m_record;
-    LinePieces m_pieces;
-    std::optional<PartialDate> m_date;
 };
 
 void FhirRecord::write()
@@ -112,7 +92,7 @@ void FhirRecord::write()
     case RecordTypeNumber::TreatmentContract:
         return contract();
     case RecordTypeNumber::Refusal:
-        return refusal();
+        return FhirRefusal(m_writer, m_record).write();
     case RecordTypeNumber::EmergencyRoom: // never listed
         return;
     }
@@ -392,7 +372,7 @@ void FhirRecord::answer(const ItemCode& item, PieceNumber piece)
     });
 }
 
-// --- Contracts and refusals ---
+// --- Contracts ---
 
 // Without a status and a signer: neither is stored.
 void FhirRecord::contract()
@@ -402,78 +382,6 @@ void FhirRecord::contract()
         m_json.array("subject", [&] { m_writer.patientReference(""); });
         m_writer.reference("author", L"providers", codePart(m_pieces[6]), shown(6));
         m_writer.choice("type", Choices::Contract, shown(4));
-    });
-}
-
-void FhirRecord::refusal()
-{
-    if (equalIgnoringCase(m_pieces[4], L"IMMUNIZATION"))
-        refusedImmunization();
-    else if (equalIgnoringCase(m_pieces[4], L"MEDICATION/DRUG"))
-        refusedMedication();
-    else
-        refusedProcedure();
-}
-
-void FhirRecord::refusedItem(std::string_view name)
-{
-    m_writer.words(name, fhirText(m_pieces[6]).empty() ? m_pieces[4] : m_pieces[6]);
-}
-
-void FhirRecord::refusedNote()
-{
-    m_json.array("note", [&] { m_json.object("", [&] { m_writer.string("text", shown(12)); }); });
-}
-
-void FhirRecord::refusedImmunization()
-{
-    m_writer.resource(L"Immunization", name(), wholeRow(), [&] {
-        m_json.text("status", L"not-done");
-        m_json.object("statusReason", [&] {
-            m_json.array("coding", [&] {
-                m_writer.coding(L"http://terminology.hl7.org/CodeSystem/v3-ActReason", L"PATOBJ", L"patient objection");
-            });
-            m_json.text("text", m_record.label);
-        });
-        refusedItem("vaccineCode");
-        m_writer.patientReference("patient");
-        m_writer.dateTime("occurrenceDateTime", m_date);
-        if (!m_date) {
-            m_json.object("_occurrenceDateTime", [&] {
-                m_json.array("extension", [&] {
-                    m_json.object("", [&] {
-                        m_json.text("url", L"http://hl7.org/fhir/StructureDefinition/data-absent-reason");
-                        m_json.text("valueCode", L"unknown");
-                    });
-                });
-            });
-        }
-        refusedNote();
-    });
-}
-
-void FhirRecord::refusedMedication()
-{
-    m_writer.resource(L"MedicationStatement", name(), wholeRow(), [&] {
-        m_json.text("status", L"not-taken");
-        m_json.array("statusReason", [&] { m_writer.words("", m_record.label); });
-        refusedItem("medicationCodeableConcept");
-        m_writer.patientReference("subject");
-        m_writer.dateTime("effectiveDateTime", m_date);
-        refusedNote();
-    });
-}
-
-void FhirRecord::refusedProcedure()
-{
-    m_writer.resource(L"Procedure", name(), wholeRow(), [&] {
-        m_json.text("status", L"not-done");
-        m_writer.words("statusReason", m_record.label);
-        m_writer.choice("category", Choices::Refused, m_pieces[4]);
-        refusedItem("code");
-        m_writer.patientReference("subject");
-        m_writer.dateTime("performedDateTime", m_date);
-        refusedNote();
     });
 }
 

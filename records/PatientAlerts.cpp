@@ -1,5 +1,6 @@
 #include "records/PatientAlerts.h"
 
+#include "records/AsthmaCourse.h"
 #include "text/Letters.h"
 
 namespace health {
@@ -27,6 +28,14 @@ void addPregnancy(std::vector<PatientAlert>& alerts, const ListedRecord& record,
         alerts.push_back({ PatientAlert::Kind::Caution, L"Pregnant, due " + date });
 }
 
+void addAsthmaVisit(std::vector<PatientAlert>& alerts, TextView registryDue, Moment now)
+{
+    const auto due = dueDistance(registryDue, now);
+    if (due)
+        alerts.push_back(
+            { PatientAlert::Kind::Due, (due->isOver ? L"Asthma visit was due " : L"Asthma visit due ") + due->date });
+}
+
 // FileMan dates sort as texts. Of two assessments of the same time, the first in the list counts.
 const ListedRecord* latestAssessment(const std::vector<ListedRecord>& records)
 {
@@ -41,7 +50,7 @@ const ListedRecord* latestAssessment(const std::vector<ListedRecord>& records)
 
 }
 
-std::vector<PatientAlert> patientAlerts(const std::vector<ListedRecord>& records, Moment now)
+std::vector<PatientAlert> patientAlerts(const std::vector<ListedRecord>& records, Moment now, TextView registryDue)
 {
     std::vector<PatientAlert> alerts;
     for (const ListedRecord& record : records) {
@@ -51,6 +60,7 @@ std::vector<PatientAlert> patientAlerts(const std::vector<ListedRecord>& records
     const ListedRecord* const assessment = latestAssessment(records);
     if (assessment && equalIgnoringCase(value(*assessment, StatusChangePiece), L"Decline"))
         alerts.push_back({ PatientAlert::Kind::Caution, L"Functional status: decline" });
+    addAsthmaVisit(alerts, registryDue, now);
     return alerts;
 }
 

@@ -9,8 +9,10 @@ namespace health {
 
 // In this order, as far as the records say so:
 // - a pregnancy with its estimated delivery, or that this date has passed;
-// - a functional decline, if the latest assessment records one.
+// - a functional decline, if the latest assessment records one;
+// - the next asthma visit, due at the date text `registryDue` of the asthma registry; empty if it was not read.
 // A missing or unreadable value gives no alert.
-std::vector<PatientAlert> patientAlerts(const std::vector<ListedRecord>& records, Moment now);
+std::vector<PatientAlert> patientAlerts(
+    const std::vector<ListedRecord>& records, Moment now, TextView registryDue = {});
 
 }

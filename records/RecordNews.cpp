@@ -85,13 +85,13 @@ void RecordNews::leavePatient()
 
 void RecordNews::compare(const Reference& reference, const std::vector<ListedRecord>& records, const Types& unread)
 {
-    struct Place {
+    struct Known {
         const Seen* seen;
         int row = -1; // in the new list
     };
-    std::unordered_map<TextView, Place> known;
+    std::unordered_map<TextView, Known> known;
     for (const Seen& seen : reference.records)
-        known.try_emplace(seen.key, Place { &seen });
+        known.try_emplace(seen.key, Known { &seen });
     std::vector<Row> rows;
     rows.reserve(records.size());
     for (const ListedRecord& record : records) {

@@ -214,6 +214,14 @@ Options readOptions()
     return options;
 }
 
+bool worksWithoutWindow(int argc, char** argv)
+{
+    const auto isGiven = [&](std::string_view option) {
+        return std::any_of(argv, argv + argc, [&](std::string_view argument) { return argument.starts_with(option); });
+    };
+    return (isGiven("--fhir") || isGiven("--list")) && !isGiven("--picture");
+}
+
 bool needsDisplay(int argc, char** argv)
 {
     return std::none_of(argv, argv + argc, [](std::string_view argument) {

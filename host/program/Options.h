@@ -23,4 +23,7 @@ Options readOptions();
 // False if the options only print a text or register a component: these need no display.
 bool needsDisplay(int argc, char** argv);
 
+// True if the options only print or export records, so that nobody looks at the window.
+bool worksWithoutWindow(int argc, char** argv);
+
 }

@@ -136,5 +136,7 @@ int run(int argc, char** argv)
 int main(int argc, char** argv)
 {
     preventDumps();
+    if (worksWithoutWindow(argc, argv) && !qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
     return needsDisplay(argc, argv) ? run<QApplication>(argc, argv) : run<QCoreApplication>(argc, argv);
 }

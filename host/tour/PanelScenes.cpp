@@ -10,8 +10,6 @@
 #include <QTableView>
 #include <QThread>
 
-#include <chrono>
-
 using namespace Qt::StringLiterals;
 
 namespace health {
@@ -27,10 +25,10 @@ constexpr long WithoutRecords = 14;
 // Lets timers run out that wait for the user's pauses.
 void settle()
 {
-    constexpr auto pause = std::chrono::milliseconds(20);
+    constexpr unsigned long pause = 20; // milliseconds
     for (int turn = 0; turn < 20; ++turn) {
         QApplication::processEvents();
-        QThread::sleep(pause);
+        QThread::msleep(pause);
     }
 }
 
@@ -38,6 +36,7 @@ void settle()
 
 void PanelScenes::run()
 {
+    m_window.resize(m_window.width(), m_window.height() * 5 / 4); // room for the whole details
     showDetails(Mother, u"Asthma Status"_s, u"panel-asthma"_s);
     showDetails(Mother, u"Reproductive"_s, u"panel-reproductive"_s);
     showDetails(Mother, u"Tx Contract"_s, u"panel-contract"_s);

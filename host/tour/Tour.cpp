@@ -4,6 +4,7 @@
 #include "host/desktop/PrivateFile.h"
 #include "host/framework/DisplayText.h"
 #include "host/session/Replies.h"
+#include "host/tour/PanelScenes.h"
 #include "host/windows/MainWindow.h"
 
 #include <QAbstractButton>
@@ -77,6 +78,7 @@ int Tour::run()
     for (const long patient : Patients)
         visitPatient(patient);
     m_watch.stop();
+    PanelScenes(m_window, [this](const QString& name) { save(m_window, name); }).run();
     return m_failed ? -1 : m_pictures;
 }
 

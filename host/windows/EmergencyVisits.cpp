@@ -222,8 +222,17 @@ void EmergencyVisits::add()
 {
     if (!m_context.mayChange())
         return;
-    m_open({}, {});
+    open({});
+}
+
+// A picker before the form belongs to the main window, which then gets the focus back.
+void EmergencyVisits::open(const Record& record)
+{
+    m_open(record.number, record.visit);
+    if (!isVisible())
+        return;
     reload();
+    activateWindow();
 }
 
 void EmergencyVisits::edit()
@@ -234,9 +243,7 @@ void EmergencyVisits::edit()
     }
     if (!m_context.mayChange())
         return;
-    const Record record = selected();
-    m_open(record.number, record.visit);
-    reload();
+    open(selected());
 }
 
 bool EmergencyVisits::eventFilter(QObject* watched, QEvent* event)

@@ -1,13 +1,17 @@
 #include "host/windows/HelpBoxes.h"
 
 #include "host/desktop/ProgramIcon.h"
+#include "host/windows/ListPicker.h"
 #include "host/windows/WindowOptions.h"
 #include "toolkit/ControlStyle.h"
 
+#include <QDialogButtonBox>
 #include <QMainWindow>
 #include <QMenu>
 #include <QMenuBar>
 #include <QMessageBox>
+#include <QTextBrowser>
+#include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
 
@@ -39,26 +43,52 @@ QString menuRows(const QMenu& menu)
     return rows;
 }
 
-}
-
-void showShortcuts(QMainWindow& window)
+QString shortcutRows(const QMainWindow& window)
 {
     QString rows;
     for (const QAction* const menu : window.menuBar()->actions())
         rows += menuRows(*menu->menu());
     rows += row(u"Enter"_s, u"Edit the selected record"_s);
     rows += row(u"Alt+A, Alt+E, Alt+D"_s, u"Add a record, edit or delete the selected one"_s);
+    rows += row(u"Ctrl+C"_s, u"Copy the selected record's text"_s);
     rows += row(u"Shift+F10, Menu"_s, u"Menu of the selected record"_s);
     rows += row(u"Home, End"_s, u"First, last row of a list"_s);
     rows += row(u"Alt+underlined letter"_s, u"Press a button, go to a field"_s);
     rows += row(u"F2"_s, u"In a form: show every value that will be saved"_s);
     rows += row(u"Alt+Down"_s, u"In a date: open the calendar"_s);
-    rows += row(u"Escape"_s, u"Close a dialog without saving"_s);
-    QMessageBox box(
-        QMessageBox::NoIcon, u"Keyboard Shortcuts"_s, u"<table>%1</table>"_s.arg(rows), QMessageBox::Close, &window);
-    giveLook(box);
-    box.setTextFormat(Qt::RichText);
-    box.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    rows += row(u"Escape"_s, u"In the list or its search: show all records"_s);
+    rows += row(u"Escape"_s, u"In a dialog: close it without saving"_s);
+    return rows;
+}
+
+// As large as its text, so that it scrolls only where the screen is too small.
+QSize sizeOf(const QTextBrowser& text)
+{
+    const int margin = 2 * text.fontMetrics().height();
+    text.document()->setTextWidth(-1);
+    text.document()->setTextWidth(text.document()->idealWidth());
+    return text.document()->size().toSize() + QSize(margin, margin);
+}
+
+}
+
+void showShortcuts(QMainWindow& window)
+{
+    QDialog box(&window);
+    box.setWindowTitle(u"Keyboard Shortcuts"_s);
+    auto* const text = new QTextBrowser;
+    text->setAccessibleName(box.windowTitle());
+    text->setFrameShape(QFrame::NoFrame);
+    text->viewport()->setAutoFillBackground(false);
+    text->setHtml(u"<table>%1</table>"_s.arg(shortcutRows(window)));
+    auto* const buttons = new QDialogButtonBox(QDialogButtonBox::Close);
+    QObject::connect(buttons, &QDialogButtonBox::rejected, &box, &QDialog::reject);
+    for (QAbstractButton* const button : buttons->buttons())
+        ControlStyle::giveTo(*button);
+    auto* const layout = new QVBoxLayout(&box);
+    layout->addWidget(text);
+    layout->addWidget(buttons);
+    resizeToScreen(box, sizeOf(*text) + QSize(0, 2 * buttons->sizeHint().height()));
     box.exec();
 }
 

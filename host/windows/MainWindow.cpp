@@ -165,6 +165,7 @@ void MainWindow::connectContext()
     connect(&m_context, &ClinicalContext::patientChanged, this, &MainWindow::updateTitle);
     connect(&m_context, &ClinicalContext::patientChanged, this,
         [this] { m_seenPatients.note(m_context.session().signedOn().userName, m_context.patient()); });
+    connect(&m_context, &ClinicalContext::patientChanged, m_statusLine, &StatusLine::forgetSaved);
     connect(&m_context.session(), &HostSession::connectionChanged, this, &MainWindow::showConnection);
     connect(&m_context.session(), &HostSession::callEnded, this, [this] {
         if (m_closing)

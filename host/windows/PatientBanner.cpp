@@ -133,6 +133,20 @@ void PatientBanner::changeEvent(QEvent* event)
         refresh();
 }
 
+void PatientBanner::showEvent(QShowEvent* event)
+{
+    QWidget::showEvent(event);
+    window()->installEventFilter(this);
+}
+
+// A form may have read the asthma registry.
+bool PatientBanner::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::WindowUnblocked)
+        m_alertsDue.start(0);
+    return QWidget::eventFilter(watched, event);
+}
+
 void PatientBanner::layOut()
 {
     const Measures measures(*this);

@@ -22,7 +22,8 @@ class SignLabel;
 class PatientBanner : public QWidget {
     Q_OBJECT
 public:
-    // Returns what to show about the patient; called when the panels have loaded their lists.
+    // Returns what to show about the patient; called when the panels have loaded their lists and when a dialog is
+    // closed.
     using ReadAlerts = std::function<std::vector<PatientAlert>()>;
 
     PatientBanner(ClinicalContext& context, ReadAlerts readAlerts);
@@ -33,6 +34,8 @@ Q_SIGNALS:
 
 protected:
     void changeEvent(QEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     QWidget* makeButtons();

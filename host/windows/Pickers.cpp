@@ -47,8 +47,9 @@ std::optional<VisitData> pickVisit(HostSession& session, long patientNumber, lon
 {
     ListPicker picker(u"Select Visit"_s, { u"Date"_s, u"Location"_s, u"Provider"_s, u"Category"_s }, parent);
     picker.list().setColumn(0, 18);
-    picker.list().setColumn(1, 28);
-    picker.list().setColumn(3, 14);
+    picker.list().setColumn(1, 26);
+    picker.list().setColumn(2, 26);
+    picker.list().setColumn(3, 12);
     QList<ListPicker::Row> rows { { u"0"_s, { u"No visit"_s } } };
     std::map<QString, VisitData> visits { { u"0"_s, VisitData() } };
     const auto lines = linesOf(session.callList(L"MEVHOST VISITS", std::to_wstring(patientNumber)));

@@ -81,7 +81,6 @@ void drawSign(QPainter& painter, const QRect& place, Sign sign, const QColor& co
 SignLabel::SignLabel()
 {
     setTextFormat(Qt::PlainText);
-    setTextInteractionFlags(Qt::TextSelectableByMouse);
     setWordWrap(true);
 }
 
@@ -91,6 +90,8 @@ void SignLabel::say(const QString& text, Sign sign, Ink signInk, Ink textInk)
     m_signInk = signInk;
     m_textInk = textInk;
     setText(text);
+    // Screen readers do not stop at an empty text.
+    setTextInteractionFlags(text.isEmpty() ? Qt::NoTextInteraction : Qt::TextSelectableByMouse);
     makeRoom();
     applyInk();
     update();

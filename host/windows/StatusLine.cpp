@@ -53,11 +53,22 @@ void StatusLine::showSaved(const QString& what)
     announce(*this, whole);
 }
 
+void StatusLine::forgetSaved()
+{
+    m_saved.clear();
+    refresh();
+}
+
+// Each failed try to reconnect signals the loss again. A status may stay for long, such as what was copied.
 void StatusLine::showConnection(bool connected)
 {
-    m_away = connected ? QString() : u"Not connected since %1"_s.arg(QTime::currentTime().toString(u"HH:mm"));
-    refresh();
+    const bool isNews = connected == !m_away.isEmpty();
+    if (isNews)
+        m_away = connected ? QString() : u"Not connected since %1"_s.arg(QTime::currentTime().toString(u"HH:mm"));
     if (!connected)
+        m_status.clear();
+    refresh();
+    if (isNews && !connected)
         announce(*this, m_away);
 }
 

@@ -21,6 +21,9 @@ public:
     // For a menu: the same as the button, enabled while there is an entry to bring back.
     QAction* undoAction() { return m_undo; }
 
+    // Another patient is selected: what was saved before belongs to the former one.
+    void forgetSaved();
+
 Q_SIGNALS:
     // The user brings the entry back.
     void entryWanted();

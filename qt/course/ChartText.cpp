@@ -1,6 +1,6 @@
 #include "qt/course/ChartText.h"
 
-#include "qt/Measures.h"
+#include "toolkit/Measures.h"
 
 #include <QFontMetrics>
 #include <QPainter>

@@ -1,9 +1,9 @@
 // Texts in pictures of courses.
 #pragma once
 
-#include "qt/Inks.h"
 #include "qt/RunFlow.h"
 #include "qt/course/CoursePicture.h"
+#include "toolkit/Inks.h"
 
 #include <QRect>
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "qt/Measures.h"
 #include "qt/course/ChartText.h"
 #include "records/FunctionalCourse.h"
+#include "toolkit/Measures.h"
 
 namespace health {
 

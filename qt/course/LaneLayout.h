@@ -1,7 +1,7 @@
 #pragma once
 
-#include "qt/Measures.h"
 #include "qt/course/LaneChart.h"
+#include "toolkit/Measures.h"
 
 namespace health {
 

@@ -1,13 +1,13 @@
-#include "qt/ControlStyle.h"
+#include "toolkit/ControlStyle.h"
 
 #include "qt/ChoiceViews.h"
 #include "qt/ComboBoxView.h"
 #include "qt/ControlViews.h"
 #include "qt/DateView.h"
-#include "qt/Inks.h"
-#include "qt/Measures.h"
 #include "qt/QtDesktop.h"
 #include "qt/TextViews.h"
+#include "toolkit/Inks.h"
+#include "toolkit/Measures.h"
 
 #include <QApplication>
 #include <QEventLoop>

@@ -80,6 +80,10 @@ TEST_F(DetailsPaneTest, ShowsNothingOfAnotherPatient)
     EXPECT_EQ(fields->text(true), ""); // even before the events of the loop
     EXPECT_FALSE(course->isVisible());
     EXPECT_EQ(course->picture(), nullptr);
+    host.patient->patientNumber = 0;
+    control.patientEvents().Committed();
+    QTest::qWait(10);
+    EXPECT_EQ(pane->headingText(), "");
 }
 
 TEST_F(DetailsPaneTest, AReloadShowsTheNewValues)

@@ -2,8 +2,8 @@
 #include "qt/BodyArea.h"
 #include "qt/FieldViews.h"
 #include "qt/FormDialog.h"
-#include "qt/Measures.h"
 #include "tests/support/EveryForm.h"
+#include "toolkit/Measures.h"
 
 #include <QComboBox>
 #include <QLabel>

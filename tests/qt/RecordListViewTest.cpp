@@ -6,8 +6,10 @@
 #include "qt/QtDesktop.h"
 #include "tests/support/ScriptedHost.h"
 
+#include <QApplication>
 #include <QPushButton>
 #include <QTest>
+#include <QTimer>
 
 #include <gtest/gtest.h>
 
@@ -66,6 +68,19 @@ TEST_F(RecordListViewTest, MarksAreSpokenUntilTheRowHasBeenLookedAt)
     control.fgData.choose(1);
     EXPECT_EQ(described(2), "");
     EXPECT_NE(described(0), "");
+}
+
+TEST_F(RecordListViewTest, ALabelThatIsTooLongTakesAnotherLine)
+{
+    host.patient->patientSex = L"M";
+    host.patient->patientAge = L"4";
+    host.session->reply(L"MEVBMSR GET", L"7");
+    host.session->reply(L"MEVREF GET", L"1^^^A\r\n");
+    open(12);
+    const QFontMetrics metrics = list->fontMetrics();
+    ASSERT_LT(metrics.horizontalAdvance("Measurements"), list->columnWidth(0));
+    ASSERT_GT(metrics.horizontalAdvance("Birth Measurements"), list->columnWidth(0));
+    EXPECT_GE(list->rowHeight(0), list->rowHeight(1) + metrics.height());
 }
 
 TEST_F(RecordListViewTest, TheCurrentVisitIsSpoken)
@@ -131,6 +146,17 @@ TEST_F(RecordListViewTest, SaysThatTheServerIsNotConnected)
     host.session->push(L"CONNECTION", L"");
     EXPECT_FALSE(strip->isVisible());
     host.session->push(L"CONNECTION", L"8");
+    ASSERT_TRUE(strip->accessibleDescription().startsWith("These are the records as of"));
+    QTimer closing; // the box that says why
+    QObject::connect(&closing, &QTimer::timeout, [] {
+        if (QWidget* const box = QApplication::activeModalWidget())
+            box->close();
+    });
+    closing.start(10);
+    load(L"-1^No access.\r\n");
+    closing.stop();
+    QTest::qWait(10);
+    EXPECT_EQ(strip->accessibleDescription(), "Nothing can be saved until it answers."); // nor are there records
     load(L"1^^^A\r\n"); // it has answered
     EXPECT_FALSE(strip->isVisible());
     control.UserControl_Terminate();

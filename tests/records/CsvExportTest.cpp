@@ -75,11 +75,13 @@ TEST_F(CsvExport, ACopiedRecordIsOneLine)
 {
     reply(L"MEVREF GET", L"8^^^EXAM^14^=1\t2^^^3260310^1^^two\nlines\r\n");
     reply(L"MEVVIF GET", replies::Feeding);
+    reply(L"MEVVTXC GET", L"4^1^=1\n2|81^PAIN|P\r\n");
     open(12, L"M", L"2");
     exported();
-    ASSERT_EQ(listed.size(), 2u);
+    ASSERT_EQ(listed.size(), 3u);
     EXPECT_EQ(copiedRecord(listed[0]), L"Infant Feeding\t2026-03-10 14:30\tFeeding Choice=1/2 BREAST & 1/2 FORMULA");
-    EXPECT_EQ(copiedRecord(listed[1]), L"Refusal\t2026-03-10\tType=EXAM\tItem==1 2\tComment=two lines");
+    EXPECT_TRUE(copiedRecord(listed[1]).starts_with(L"Treatment Contract\t'=1 2\t")); // not a date
+    EXPECT_EQ(copiedRecord(listed[2]), L"Refusal\t2026-03-10\tType=EXAM\tItem==1 2\tComment=two lines");
 }
 
 }

@@ -8,11 +8,11 @@ namespace {
 class PatientAlerts : public ControlFixture {
 protected:
     // The alerts as texts; "!" precedes a caution.
-    Transcript alerts()
+    Transcript alerts(TextView registryDue = {})
     {
         push(L"REFRESH");
         Transcript texts;
-        for (const PatientAlert& alert : patientAlerts(listedRecords(control), host.desktop.now()))
+        for (const PatientAlert& alert : patientAlerts(listedRecords(control), host.desktop.now(), registryDue))
             texts.push_back((alert.kind == PatientAlert::Kind::Caution ? L"!" : L"") + alert.text);
         return texts;
     }
@@ -52,6 +52,16 @@ TEST_F(PatientAlerts, DeclineCountsOnlyInTheLatestAssessment)
         host.session->reply(L"MEVVELD GET", reply);
         EXPECT_EQ(alerts(), isAlert ? Transcript { decline } : Transcript {}) << narrow(reply);
     }
+}
+
+TEST_F(PatientAlerts, AsthmaVisitIsDueOnlyOnAReadableDayOfTheRegistry)
+{
+    open(12);
+    for (const auto& [due, alert] :
+        { std::pair<TextView, TextView> { L"", L"" }, { L"03/16/2026", L"Asthma visit due 03/16/2026" },
+            { L"03/15/2026", L"Asthma visit due 03/15/2026" }, { L"03/14/2026", L"Asthma visit was due 03/14/2026" },
+            { L"02/30/2026", L"" }, { L"03/2026", L"" }, { L"SOON", L"" } })
+        EXPECT_EQ(alerts(due), alert.empty() ? Transcript {} : Transcript { Text(alert) }) << narrow(due);
 }
 
 TEST_F(PatientAlerts, BothAreSaidAndNothingWithoutAPatient)

@@ -1,9 +1,12 @@
 // The panel in the reference host, by keys and mouse: patients, events, waiting, pickers, text size, lookups.
 #include "host/windows/CallJournalWindow.h"
+#include "host/windows/StatusLine.h"
 #include "tests/window/HostWindowFixture.h"
 
 #include <QCheckBox>
+#include <QLabel>
 #include <QScopeGuard>
+#include <QStatusBar>
 #include <QStyle>
 
 namespace health::test {
@@ -127,6 +130,25 @@ TEST_F(HostWindow, WaitingCanBeStopped)
     EXPECT_FALSE(action("New Panel")->toolTip().isEmpty());
     QTest::qWait(300);
     EXPECT_EQ(grid()->currentIndex().row(), 0);
+}
+
+TEST_F(HostWindow, StatusLineShowsTheLossOfTheServerAndNoFormerPatientsRecord)
+{
+    auto& session = window->context().session();
+    auto* const line = window->statusBar()->findChild<StatusLine*>()->findChild<QLabel*>();
+    ASSERT_TRUE(window->context().selectPatient(1));
+    session.raiseEvent(L"SAVED", L"Asthma Status 11/21/2026 08:15");
+    EXPECT_TRUE(line->text().contains("Asthma Status 11/21/2026"));
+    ASSERT_TRUE(window->context().selectPatient(5));
+    EXPECT_EQ(line->text(), "");
+    Q_EMIT session.connectionChanged(false);
+    EXPECT_TRUE(line->text().startsWith("Not connected since "));
+    session.raiseEvent(L"STATUS", L"1 record copied.");
+    EXPECT_EQ(line->text(), "1 record copied.");
+    Q_EMIT session.connectionChanged(false); // a failed try to reconnect
+    EXPECT_TRUE(line->text().startsWith("Not connected since "));
+    Q_EMIT session.connectionChanged(true);
+    EXPECT_EQ(line->text(), "");
 }
 
 TEST_F(HostWindow, WindowCanBeClosedWhileACallWaits)

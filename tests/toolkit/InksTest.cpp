@@ -1,7 +1,7 @@
-#include "qt/Inks.h"
+#include "toolkit/Inks.h"
 
-#include "qt/Measures.h"
 #include "toolkit/Contrast.h"
+#include "toolkit/Measures.h"
 
 #include <QLabel>
 
