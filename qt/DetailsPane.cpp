@@ -75,7 +75,7 @@ void DetailsPane::refreshLater()
 {
     const Text patient = currentPatient(m_records.control());
     if (toQString(patient) != m_patient)
-        showNothing(); // no moment with another patient's record
+        showNothing(); // never shows one patient's record under another's name
     if (!isHidden() && !std::exchange(m_refreshing, true))
         QMetaObject::invokeMethod(this, &DetailsPane::refresh, Qt::QueuedConnection);
 }

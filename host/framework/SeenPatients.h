@@ -11,7 +11,7 @@ class SeenPatients {
 public:
     static constexpr qsizetype Most = 12;
 
-    // A patient with number 0 is none.
+    // A patient number of 0 means no patient.
     void note(const Text& user, const PatientData& patient)
     {
         forgetOthers(user);
