@@ -6,6 +6,7 @@
 #include "qt/DateView.h"
 #include "qt/GridView.h"
 #include "qt/TextViews.h"
+#include "tests/agreement/SeenDetails.h"
 #include "tests/agreement/SeenRows.h"
 #include "toolkit/QtText.h"
 
@@ -178,6 +179,7 @@ QString disagreement(kalmevRepHistCtrl& control, const PanelView& panel)
     const auto buttons = panel.findChildren<QPushButton*>();
     for (std::size_t i = 0; i < control.cmd.size(); ++i)
         differences.append(controlDiffers(control.cmd[i], *buttons[static_cast<qsizetype>(i)]));
+    differences.append(detailsDiffer(control, panel));
     return first(differences);
 }
 

@@ -43,7 +43,7 @@ const QStringList Words = QString("s,sterling,smith,glu,blue,T,T-3,T+5,T-400,+2W
 // "?" stands for any letter.
 const QStringList Keys =
     QString("Tab,Tab,Shift+Tab,Return,Return,Esc,Space,Up,Down,Down,Home,End,Del,Backspace,Left,Right,"
-            "PgUp,Alt+Down,Ctrl+A,Ctrl+F,Ctrl+F,Shift+F10,Alt+?,Alt+?,Alt+?,Alt+?")
+            "F9,PgUp,Alt+Down,Ctrl+A,Ctrl+F,Ctrl+F,Shift+F10,Alt+?,Alt+?,Alt+?,Alt+?")
         .split(u',');
 
 // Each with its weight.
@@ -56,6 +56,7 @@ Scenes::Scenes()
     : m_session(std::make_shared<FlakySession>(m_real.session))
 {
     m_session->afterCall = [this](TextView name, TextView parameter, const Text& reply) {
+        ++m_calls;
         const auto* const dialog = dynamic_cast<FormDialog*>(QApplication::activeModalWidget());
         // Activation in the registry does not save the values of the form.
         const bool saves = name == m_call && std::count(parameter.begin(), parameter.end(), L'^') > 1;
@@ -132,7 +133,7 @@ void Scenes::showPanels()
     PanelView right(second, m_desktop);
     window.addWidget(&left);
     window.addWidget(&right);
-    window.resize(1200, 600);
+    window.resize(1200, 800); // high enough for the details
     m_panels = { { &first, &left }, { &second, &right } };
     QEventLoop loop;
     m_panelLoop = &loop;
@@ -169,6 +170,7 @@ struct Scenes::Scene {
     long patient = 1;
     bool asRegistrar = false;
     bool finds = false; // with the bars open
+    bool reads = false; // with many actions in the details
 };
 
 const std::vector<Scenes::Scene>& Scenes::all()
@@ -194,6 +196,7 @@ const std::vector<Scenes::Scene>& Scenes::all()
         { &Scenes::lookUpVaccines },
         { &Scenes::showPanels },
         { .open = &Scenes::showPanels, .finds = true },
+        { .open = &Scenes::showPanels, .reads = true },
     };
     return scenes;
 }
@@ -210,6 +213,8 @@ Episode Scenes::play(unsigned seed)
     m_session->next = FlakySession::Next::Answers;
     m_shared.session().setValue(L"MEVParam_RepHist_PedWtOpt", L"0");
     m_finds = scene.finds;
+    m_reads = scene.reads;
+    m_rowsBefore.reset();
     m_session->use(scene.asRegistrar ? m_registrar.session : m_real.session);
     forPatient(scene.patient);
     m_record.clear();
@@ -315,6 +320,8 @@ QString Scenes::check()
 {
     if (!m_wrongDelete.isEmpty())
         return std::exchange(m_wrongDelete, {});
+    if (const QString difference = checkRead(); !difference.isEmpty())
+        return difference;
     m_seenSelected.clear();
     for (const auto& [control, panel] : m_panels) {
         m_seenSelected.insert(recordSeenSelected(control->fgData, *panel));
@@ -378,6 +385,8 @@ QString Scenes::checkSaved(const FormDialog& dialog)
 
 void Scenes::act()
 {
+    if (m_reads && !QApplication::activePopupWidget() && !QApplication::activeModalWidget() && random(3) == 0)
+        return readDetails();
     const auto any = [this](const auto& list) { return list[random(std::ssize(list))]; };
     int weight = random(100);
     m_lastVerb = std::find_if(std::begin(Verbs), std::end(Verbs), [&](const auto& verb) {

@@ -87,6 +87,10 @@ private:
     bool canAct() const;
     QString check();
     QString checkSaved(const FormDialog& dialog);
+    QString checkRead();
+    void noteRows();
+    void readDetails();
+    QStringList rowsOfPanels() const;
     void endScene();
     void act();
     int random(qsizetype count) { return static_cast<int>(m_random() % static_cast<unsigned>(count)); }
@@ -119,6 +123,9 @@ private:
     std::set<Text> m_seenSelected; // the records selected in the panels' lists at the last check
     QString m_wrongDelete;
     bool m_finds = false;
+    bool m_reads = false; // the details
+    std::optional<QStringList> m_rowsBefore; // the panels' rows before an action in the details
+    int m_calls = 0; // of the server, since then
     bool m_loadFailed = false;
     bool m_verifying = false;
     int m_savesSeen = 0;
