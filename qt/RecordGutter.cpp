@@ -147,12 +147,12 @@ void RecordGutter::paintGone(QPainter& painter, int row, int y) const
 
 QString RecordGutter::marksAt(int y) const
 {
-    const int near = Measures(*this).ems(MarkSize);
-    const int row = y < length() - offset() + near ? logicalIndexAt(std::min(y, length() - offset() - 1)) : -1;
+    const int row = logicalIndexAt(y);
     if (row < 0)
         return {};
     QStringList words = m_rows.marksInWords(row);
     const int top = sectionViewportPosition(row);
+    const int near = Measures(*this).ems(MarkSize);
     if (y < top + near)
         words.append(goneInWords(m_rows.goneBefore(row)));
     if (y > top + sectionSize(row) - near)

@@ -7,12 +7,9 @@
 #include "tests/support/ScriptedHost.h"
 
 #include <QApplication>
-#include <QHeaderView>
-#include <QHelpEvent>
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
-#include <QToolTip>
 
 #include <gtest/gtest.h>
 
@@ -84,25 +81,6 @@ TEST_F(RecordListViewTest, ALabelThatIsTooLongTakesAnotherLine)
     ASSERT_LT(metrics.horizontalAdvance("Measurements"), list->columnWidth(0));
     ASSERT_GT(metrics.horizontalAdvance("Birth Measurements"), list->columnWidth(0));
     EXPECT_GE(list->rowHeight(0), list->rowHeight(1) + metrics.height());
-}
-
-// Half of the mark lies below the row.
-TEST_F(RecordListViewTest, TheMarkBelowTheLastRowHasATip)
-{
-    host.session->reply(L"MEVREF GET", L"1^^^A^^^^^3260901\r\n2^^^B^^^^^3260902\r\n");
-    open(12);
-    load(L"1^^^A^^^^^3260901\r\n");
-    QWidget* const gutter = list->verticalHeader()->viewport();
-    const auto tipAt = [&](int y) {
-        QToolTip::hideText();
-        const QPoint place(5, y);
-        QHelpEvent help(QEvent::ToolTip, place, gutter->mapToGlobal(place));
-        QApplication::sendEvent(gutter, &help);
-        return QToolTip::text();
-    };
-    const int bottom = list->verticalHeader()->length();
-    EXPECT_EQ(tipAt(bottom + 2), "1 record is gone since you last looked: Refusal 09/02/2026");
-    EXPECT_EQ(tipAt(bottom + 60), "");
 }
 
 TEST_F(RecordListViewTest, TheCurrentVisitIsSpoken)
