@@ -184,8 +184,8 @@ void FieldList::contextMenuEvent(QContextMenuEvent* event)
 void FieldList::focusInEvent(QFocusEvent* event)
 {
     FocusFramed::focusInEvent(event);
-    if (!currentIndex().isValid() && model()->rowCount() > 0)
-        setCurrentIndex(model()->index(0, Value));
+    if (!selectionModel()->hasSelection() && model()->rowCount() > 0) // Qt has made a line current, but not selected it
+        setCurrentIndex(model()->index(std::max(0, currentIndex().row()), Value));
 }
 
 void FieldList::focusOutEvent(QFocusEvent* event)
@@ -200,7 +200,7 @@ void FieldList::paintEvent(QPaintEvent* event)
     FocusFramed::paintEvent(event);
     if (hasFocus()) {
         QPainter painter(viewport());
-        drawFocus(painter, viewport()->rect(), *this);
+        drawFocus(painter, viewport()->rect(), *parentWidget()); // in the colour that selected lines do not have
     }
 }
 
