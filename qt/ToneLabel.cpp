@@ -46,7 +46,8 @@ void drawExclamation(QPainter& painter, const QRectF& box)
 
 ToneLabel::ToneLabel(double size)
 {
-    setFont(scaled(font(), size));
+    if (size < 1) // otherwise it follows its window's font
+        setFont(scaled(font(), size));
     setTextFormat(Qt::PlainText);
     setWordWrap(true);
     QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Preferred);

@@ -10,6 +10,7 @@
 
 #include <QApplication>
 #include <QComboBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMessageBox>
@@ -114,6 +115,15 @@ protected:
     FindBar* bar = nullptr;
     QLineEdit* words = nullptr;
 };
+
+TEST_F(FindBarTest, TheCountFollowsTheTextSize)
+{
+    const auto* const count = view->findChild<CountLine*>()->findChild<QLabel*>();
+    QFont large = view->font();
+    large.setPixelSize(30);
+    view->setFont(large);
+    EXPECT_EQ(count->font().pixelSize(), 30);
+}
 
 TEST_F(FindBarTest, FindsAsTheUserTypesAndEscapeRestores)
 {
