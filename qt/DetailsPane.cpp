@@ -286,6 +286,8 @@ void DetailsPane::moveEvent(QMoveEvent* event)
 void DetailsPane::changeEvent(QEvent* event)
 {
     QWidget::changeEvent(event);
+    if (event->type() == QEvent::FontChange && isVisible())
+        followWindow(); // a larger text makes it low
     if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange)
         refreshLater();
     else if (event->type() == QEvent::PaletteChange)

@@ -139,6 +139,21 @@ TEST_F(DetailsPaneTest, IsHiddenAndFolded)
     QTest::qWait(10);
     EXPECT_FALSE(pane->isFolded());
     EXPECT_NEAR(pane->height(), height, height / 4);
+    QFont large = view->font();
+    large.setPixelSize(48); // as low a window, measured by its text
+    view->setFont(large);
+    EXPECT_TRUE(pane->isFolded());
+}
+
+TEST_F(DetailsPaneTest, TheFirstFieldIsSelectedOnArrival)
+{
+    open();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(view.get()));
+    choose(0);
+    fields->setFocus(Qt::TabFocusReason);
+    EXPECT_EQ(fields->text(false), "Severity: Mild Intermittent (was Mild Persistent)");
+    QTest::keyClick(fields, Qt::Key_Down);
+    EXPECT_EQ(fields->text(false), "FEV 1: 93 (was 61)");
 }
 
 TEST_F(DetailsPaneTest, NarrowPanesStackFieldsAndPicture)
