@@ -183,7 +183,8 @@ std::vector<CsvFile> csvFiles(const ExportSubject& subject, const ExportedRecord
 
 Text copiedRecord(const ListedRecord& record)
 {
-    Text line = oneCell(record.label) + L'\t' + oneCell(dateCell(recordDate(record)));
+    const TextView date = recordDate(record);
+    Text line = oneCell(record.label) + L'\t' + (storedDate(date) ? dateCell(date) : oneCell(date)); // guarded once
     const LinePieces pieces(record.line);
     for (const Column& column : columnsOf(record.type->number)) {
         const TextView stored = displayPart(pieces[column.piece]);
