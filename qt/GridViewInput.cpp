@@ -76,6 +76,14 @@ void GridView::keyPressEvent(QKeyEvent* event)
     }
 }
 
+void GridView::mousePressEvent(QMouseEvent* event)
+{
+    QTableView::mousePressEvent(event);
+    // The current row may have been unselected: then the press selects it, but the current row stays the same.
+    if (selectedRow() == -1 && selectionModel()->hasSelection())
+        m_control.choose(m_model->gridRow(currentIndex().row()));
+}
+
 void GridView::mouseMoveEvent(QMouseEvent* event)
 {
     const QModelIndex index = indexAt(event->position().toPoint());

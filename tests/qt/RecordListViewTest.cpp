@@ -107,6 +107,9 @@ TEST_F(RecordListViewTest, WhenTheSelectedRowIsGoneTheFocusStaysAtItsPlace)
     EXPECT_FALSE(list->selectionModel()->hasSelection());
     QTest::keyClick(list, Qt::Key_Down);
     EXPECT_EQ(control.fgData.row(), 2);
+    load(L"1^^^A\r\n3^^^C\r\n");
+    QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualRect(list->currentIndex()).center());
+    EXPECT_EQ(control.fgData.row(), 1); // the commands act on the row that looks selected
     load(L"1^^^A\r\n");
     EXPECT_EQ(list->currentIndex().row(), 0);
     QTest::keyClick(list, Qt::Key_Down); // there is no next row
