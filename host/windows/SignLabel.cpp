@@ -139,7 +139,9 @@ void SignLabel::paintEvent(QPaintEvent* event)
     const int side = measures.ems(SignSide);
     // Beside the first line of the text, which is centred in the label.
     const int line = fontMetrics().height();
-    const int text = wordWrap() ? heightForWidth(width()) : line;
+    // Not heightForWidth(): for a selectable text it requests another painting.
+    const QRect room(0, 0, contentsRect().width(), QWIDGETSIZE_MAX);
+    const int text = wordWrap() ? fontMetrics().boundingRect(room, Qt::TextWordWrap, this->text()).height() : line;
     const int top = contentsRect().top() + std::max(0, (contentsRect().height() - text) / 2);
     drawSign(painter, { 0, top + (line - side) / 2, side, side }, m_sign, colour);
 }

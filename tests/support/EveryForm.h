@@ -28,9 +28,12 @@ struct ShownForms {
     // Calls `look` with the window of the next form, and closes it.
     void lookAtNext(const std::function<void(QWidget&)>& look)
     {
-        // After Form_Activate.
-        QTimer::singleShot(30, [look] {
+        // After Form_Activate, which a busy machine delays.
+        QTimer::singleShot(30, [this, look] {
             QWidget* const window = QApplication::activeModalWidget();
+            if (!window || !window->isActiveWindow())
+                return lookAtNext(look);
+            QCoreApplication::processEvents();
             look(*window);
             window->close();
         });

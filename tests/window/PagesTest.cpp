@@ -83,6 +83,25 @@ TEST_F(Pages, MenusShowTheActionsOfThePanelThatHadTheFocusLast)
     EXPECT_FALSE(entries(*menu("File")).contains("Print Test"));
 }
 
+// A painting that requests the next one would keep a processor busy.
+TEST_F(Pages, NothingIsPaintedWhileNothingHappens)
+{
+    struct Counter : QObject {
+        int paintings = 0;
+        bool eventFilter(QObject*, QEvent* event) override
+        {
+            paintings += event->type() == QEvent::Paint;
+            return false;
+        }
+    } counter;
+    ASSERT_TRUE(window->context().selectPatient(1));
+    pressKeys({ "key", "Home" });
+    QTest::qWait(1000);
+    qApp->installEventFilter(&counter);
+    QTest::qWait(1000);
+    EXPECT_LT(counter.paintings, 20); // a cursor may blink
+}
+
 TEST_F(Pages, PatientSeenBeforeIsPickedByEnterUntilAnotherUserSignsOn)
 {
     for (const long patient : { 6, 13, 5 })
