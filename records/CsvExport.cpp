@@ -141,13 +141,14 @@ void addRecord(Table& table, const ExportSubject& subject, const ListedRecord& r
 }
 
 // Without what would begin another cell or row.
-Text oneCell(TextView text)
+Text onOneLine(Text cell)
 {
-    Text cell(text);
     std::replace_if(
         cell.begin(), cell.end(), [](wchar_t letter) { return letter >= 0 && letter < L' '; }, L' ');
-    return guardedCell(cell);
+    return cell;
 }
+
+Text oneCell(TextView text) { return guardedCell(onOneLine(Text(text))); }
 
 }
 
@@ -183,7 +184,7 @@ std::vector<CsvFile> csvFiles(const ExportSubject& subject, const ExportedRecord
 
 Text copiedRecord(const ListedRecord& record)
 {
-    Text line = oneCell(record.label) + L'\t' + oneCell(dateCell(recordDate(record)));
+    Text line = oneCell(record.label) + L'\t' + onOneLine(dateCell(recordDate(record)));
     const LinePieces pieces(record.line);
     for (const Column& column : columnsOf(record.type->number)) {
         const TextView stored = displayPart(pieces[column.piece]);

@@ -80,7 +80,7 @@ TEST_F(CsvExport, ACopiedRecordIsOneLine)
     exported();
     ASSERT_EQ(listed.size(), 3u);
     EXPECT_EQ(copiedRecord(listed[0]), L"Infant Feeding\t2026-03-10 14:30\tFeeding Choice=1/2 BREAST & 1/2 FORMULA");
-    EXPECT_TRUE(copiedRecord(listed[1]).starts_with(L"Treatment Contract\t'=1 2\t")); // not a date
+    EXPECT_EQ(copiedRecord(listed[1]), L"Tx Contract\t'=1 2\tType=PAIN"); // not a date
     EXPECT_EQ(copiedRecord(listed[2]), L"Refusal\t2026-03-10\tType=EXAM\tItem==1 2\tComment=two lines");
 }
 
