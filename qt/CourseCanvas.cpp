@@ -1,6 +1,5 @@
 #include "qt/CourseCanvas.h"
 
-#include "qt/CourseView.h"
 #include "toolkit/Announcer.h"
 #include "toolkit/ControlPainting.h"
 #include "toolkit/Inks.h"
@@ -16,15 +15,20 @@ namespace health {
 
 using namespace Qt::StringLiterals;
 
-CourseCanvas::CourseCanvas(CourseView& view)
-    : QWidget(&view)
-    , m_view(view)
+CourseCanvas::CourseCanvas(QWidget* parent)
+    : QWidget(parent)
 {
     setFocusPolicy(Qt::StrongFocus);
     setMouseTracking(true);
     setAccessibleDescription(u"Left and right arrow read the values, up and down arrow change the row, Enter selects "
                              u"the record in the list. "
                              "The context menu shows a table."_s);
+}
+
+void CourseCanvas::setPicture(const CoursePicture* picture)
+{
+    m_picture = picture;
+    pictureChanged();
 }
 
 void CourseCanvas::pictureChanged()
@@ -48,8 +52,8 @@ void CourseCanvas::redraw()
 
 const QList<CoursePoint>& CourseCanvas::points()
 {
-    if (m_points.isEmpty() && m_view.picture())
-        m_points = m_view.picture()->points(picturePlace(), m_view.look());
+    if (m_points.isEmpty() && m_picture)
+        m_points = m_picture->points(picturePlace(), look());
     return m_points;
 }
 
@@ -73,14 +77,14 @@ QRect CourseCanvas::picturePlace() const
 void CourseCanvas::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
-    if (!m_view.picture())
+    if (!m_picture)
         return;
     if (m_drawn.isNull()) {
         m_drawn = QPixmap(size() * devicePixelRatioF());
         m_drawn.setDevicePixelRatio(devicePixelRatioF());
         m_drawn.fill(palette().color(QPalette::Active, QPalette::Base));
         QPainter picture(&m_drawn);
-        m_view.picture()->draw(picture, picturePlace(), m_view.look());
+        m_picture->draw(picture, picturePlace(), look());
     }
     painter.drawPixmap(0, 0, m_drawn);
     if (hasFocus())
@@ -150,7 +154,7 @@ void CourseCanvas::mousePressEvent(QMouseEvent* event)
 {
     const qsizetype point = pointAt(event->position().toPoint());
     if (event->button() == Qt::LeftButton && point != -1 && m_points.at(point).record != -1)
-        Q_EMIT m_view.recordChosen(m_points.at(point).record);
+        Q_EMIT recordChosen(m_points.at(point).record);
 }
 
 // The points are in reading order: row after row, each from left to right.
@@ -199,7 +203,7 @@ bool CourseCanvas::move(Way way)
 void CourseCanvas::keyPressEvent(QKeyEvent* event)
 {
     if (event->matches(QKeySequence::Copy))
-        return m_view.copyPicture();
+        return Q_EMIT copyWanted();
     const bool shiftF10 = event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier;
     bool used = true;
     switch (event->key()) {
@@ -224,7 +228,7 @@ void CourseCanvas::keyPressEvent(QKeyEvent* event)
     case Qt::Key_Return:
     case Qt::Key_Enter:
         if (m_current != -1 && m_points.at(m_current).record != -1 && !event->isAutoRepeat())
-            Q_EMIT m_view.recordChosen(m_points.at(m_current).record);
+            Q_EMIT recordChosen(m_points.at(m_current).record);
         break;
     case Qt::Key_Escape:
         used = m_current != -1;
@@ -233,7 +237,7 @@ void CourseCanvas::keyPressEvent(QKeyEvent* event)
     default:
         used = event->key() == Qt::Key_Menu || shiftF10;
         if (used)
-            m_view.openMenu(mapToGlobal(rect().center()));
+            Q_EMIT menuWanted(mapToGlobal(rect().center()));
         break;
     }
     if (!used)
@@ -256,7 +260,7 @@ void CourseCanvas::focusOutEvent(QFocusEvent* event)
 void CourseCanvas::contextMenuEvent(QContextMenuEvent* event)
 {
     if (event->reason() != QContextMenuEvent::Keyboard)
-        m_view.openMenu(event->globalPos());
+        Q_EMIT menuWanted(event->globalPos());
 }
 
 }

@@ -7,18 +7,25 @@
 
 namespace health {
 
-class CourseView;
-
-// Draws the picture of a CourseView. The user reads its values with the pointer or with the arrow keys: each is written
+// Draws the picture of a course. The user reads its values with the pointer or with the arrow keys: each is written
 // beside its point and spoken by screen readers.
 class CourseCanvas : public QWidget {
+    Q_OBJECT
 public:
-    explicit CourseCanvas(CourseView& view);
+    explicit CourseCanvas(QWidget* parent);
 
-    // The view has another picture.
-    void pictureChanged();
+    // Null for none. The picture must outlive its use here. A point that the user reads stays if the new picture has
+    // it too.
+    void setPicture(const CoursePicture* picture);
     // The point that the user reads, -1 for none.
     qsizetype currentPoint() const { return m_current; }
+
+Q_SIGNALS:
+    // The user has chosen a record in the picture: its index in the list of records.
+    void recordChosen(int record);
+    void copyWanted();
+    // `global` is where the menu is to open.
+    void menuWanted(QPoint global);
 
 protected:
     void changeEvent(QEvent* event) override;
@@ -42,9 +49,11 @@ private:
     void forget();
     QRect picturePlace() const; // within the focus frame
     void drawReading(QPainter& painter) const;
+    CourseLook look() const { return { font(), palette() }; }
+    void pictureChanged();
     void redraw();
 
-    CourseView& m_view;
+    const CoursePicture* m_picture = nullptr;
     QList<CoursePoint> m_points; // made when they are first needed
     QPixmap m_drawn; // the picture alone
     qsizetype m_current = -1;

@@ -47,8 +47,11 @@ QString tableText(const CourseTable& table)
 
 CourseView::CourseView(QWidget* parent)
     : QWidget(parent)
-    , m_canvas(new CourseCanvas(*this))
+    , m_canvas(new CourseCanvas(this))
 {
+    connect(m_canvas, &CourseCanvas::recordChosen, this, &CourseView::recordChosen);
+    connect(m_canvas, &CourseCanvas::copyWanted, this, &CourseView::copyPicture);
+    connect(m_canvas, &CourseCanvas::menuWanted, this, &CourseView::openMenu);
     hide();
 }
 
@@ -56,12 +59,12 @@ CourseView::~CourseView() = default;
 
 void CourseView::setPicture(std::unique_ptr<CoursePicture> picture)
 {
+    m_canvas->setPicture(picture.get()); // before the old picture goes
     m_picture = std::move(picture);
     setVisible(m_picture != nullptr);
     if (!m_picture)
-        return m_canvas->pictureChanged();
+        return;
     m_canvas->setAccessibleName(u"Course: "_s + toQString(m_picture->table().title));
-    m_canvas->pictureChanged();
     if (m_isTable)
         fillTable();
 }

@@ -44,7 +44,6 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
-    friend class CourseCanvas;
     void openMenu(QPoint global);
     void fillTable();
     QImage image() const;

@@ -108,11 +108,7 @@ void DetailsPane::showRecord(int selected)
     m_patient = toQString(currentPatient(control));
     const auto index = static_cast<std::size_t>(selected);
     const ListedRecord& record = m_records.all()[index];
-    m_course->setPicture(courseOf({ .records = m_records.all(),
-        .selected = selected,
-        .now = control.services().desktop().now(),
-        .registryDue = Text(control.services().registryDue(currentPatient(control))),
-        .birthDate = birthDate(control.services()) }));
+    m_course->setPicture(courseOf(courseSource(m_records)));
     std::vector<RecordField> fields = recordFields(record, recordBefore(m_records.all(), index));
     HeadingTexts heading = headingOf(m_records.all(), index, placeOfVisit(control.services()));
     // The picture of functional status names its items itself.

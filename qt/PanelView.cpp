@@ -1,12 +1,12 @@
 #include "qt/PanelView.h"
 
-#include "api/PanelActions.h"
 #include "control/kalmevRepHistCtrl.h"
 #include "qt/AwayStrip.h"
 #include "qt/CountLine.h"
 #include "qt/DetailsPane.h"
 #include "qt/FindBar.h"
 #include "qt/ListArea.h"
+#include "qt/PublishedAction.h"
 #include "qt/RecordListView.h"
 #include "qt/Scale.h"
 #include "qt/TakeAlong.h"
@@ -16,6 +16,7 @@
 #include "toolkit/QtText.h"
 
 #include <QAction>
+#include <QActionEvent>
 #include <QApplication>
 #include <QFocusEvent>
 
@@ -45,7 +46,7 @@ PanelView::PanelView(kalmevRepHistCtrl& control, ViewDesktop& desktop)
     for (ButtonView& button : m_buttons)
         button.setRefuge(m_area->list());
     m_area->setDetails(*m_details);
-    publish(m_details->action(), "View");
+    publish(*this, m_details->action(), "View");
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* focused) { followFocus(focused); });
     publishFind();
     new PrintActions(m_records, *this);
@@ -83,7 +84,7 @@ void PanelView::publishFind()
     auto* const find = new QAction(u"Find Records"_s, this);
     find->setShortcut(QKeySequence::Find);
     connect(find, &QAction::triggered, &m_area->findBar(), &FindBar::find);
-    publish(*find, "View");
+    publish(*this, *find, "View");
 }
 
 // Focus in other parts of the window does not change the active panel.
@@ -106,11 +107,11 @@ void PanelView::setActive(bool active)
         action->setShortcutContext(active ? Qt::WindowShortcut : Qt::WidgetWithChildrenShortcut);
 }
 
-void PanelView::publish(QAction& action, const char* menu)
+void PanelView::actionEvent(QActionEvent* event)
 {
-    action.setProperty(MenuProperty, QString::fromLatin1(menu));
-    action.setShortcutContext(m_active ? Qt::WindowShortcut : Qt::WidgetWithChildrenShortcut);
-    addAction(&action);
+    if (event->type() == QEvent::ActionAdded)
+        event->action()->setShortcutContext(m_active ? Qt::WindowShortcut : Qt::WidgetWithChildrenShortcut);
+    QWidget::actionEvent(event);
 }
 
 void PanelView::setNaturalSizes()

@@ -27,9 +27,6 @@ public:
     // Both must outlive the view; the control must be initialized.
     PanelView(kalmevRepHistCtrl& control, ViewDesktop& desktop);
 
-    // Publishes an action (api/PanelActions.h) that works while the panel is active.
-    void publish(QAction& action, const char* menu);
-
     // How the user has arranged the panel.
     ViewState viewState() const;
     void setViewState(const ViewState& state);
@@ -40,6 +37,7 @@ public:
     QSize minimumSizeHint() const override;
 
 protected:
+    void actionEvent(QActionEvent* event) override; // published actions work while the panel is active
     void showEvent(QShowEvent* event) override;
     void focusInEvent(QFocusEvent* event) override; // passes the focus on to the list
     void keyPressEvent(QKeyEvent* event) override; // Escape closes the bar
@@ -56,6 +54,7 @@ private:
     void showConnection();
 
     kalmevRepHistCtrl& m_control;
+    bool m_active = true; // before the parts, which publish actions
     ShownRecords m_records;
     ImageView m_icon;
     ComboBoxView m_type;
@@ -65,7 +64,6 @@ private:
     TakeAlong* m_takeAlong;
     std::array<ButtonView, 3> m_buttons;
     AwayStrip* m_away = nullptr; // made when the connection is lost for the first time
-    bool m_active = true;
     bool m_follows = false; // the host's connection
 };
 

@@ -3,7 +3,7 @@
 #include "api/Failure.h"
 #include "control/kalmevRepHistCtrl.h"
 #include "qt/ExportDialog.h"
-#include "qt/PanelView.h"
+#include "qt/PublishedAction.h"
 #include "qt/RecordCopy.h"
 #include "qt/ShownRecords.h"
 #include "qt/print/FilterWords.h"
@@ -28,7 +28,7 @@ QString records(int count) { return u"%1 record%2"_s.arg(count).arg(count == 1 ?
 
 }
 
-TakeAlong::TakeAlong(PanelView& panel, ShownRecords& records)
+TakeAlong::TakeAlong(QWidget& panel, ShownRecords& records)
     : QObject(&panel)
     , m_panel(panel)
     , m_records(records)
@@ -47,7 +47,7 @@ QAction* TakeAlong::add(const QString& caption, const char* menu, void (TakeAlon
 {
     auto* const action = new QAction(caption, this);
     connect(action, &QAction::triggered, this, work);
-    m_panel.publish(*action, menu);
+    publish(m_panel, *action, menu);
     return action;
 }
 

@@ -5,11 +5,11 @@
 #include <QObject>
 
 class QAction;
+class QWidget;
 
 namespace health {
 
 class ListExport;
-class PanelView;
 class ShownRecords;
 struct FhirChoices;
 
@@ -17,7 +17,7 @@ struct FhirChoices;
 class TakeAlong : public QObject {
 public:
     // Publishes the commands as actions of the panel. Both must outlive the object.
-    TakeAlong(PanelView& panel, ShownRecords& records);
+    TakeAlong(QWidget& panel, ShownRecords& records);
 
     // The commands for the row's menu.
     const std::vector<QAction*>& copyActions() const { return m_copies; }
@@ -42,7 +42,7 @@ private:
     void report(const QString& text);
     void refuse(const QString& text);
 
-    PanelView& m_panel;
+    QWidget& m_panel;
     ShownRecords& m_records;
     std::vector<QAction*> m_copies; // of the selected record, of all
     std::vector<QAction*> m_exports;

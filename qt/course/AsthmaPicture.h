@@ -1,7 +1,7 @@
 #pragma once
 
 #include "qt/course/AsthmaLayout.h"
-#include "qt/course/CourseOf.h"
+#include "qt/course/CourseSource.h"
 
 namespace health {
 

@@ -1,6 +1,7 @@
 #pragma once
 
-#include "qt/course/CourseOf.h"
+#include "qt/course/CoursePicture.h"
+#include "qt/course/CourseSource.h"
 #include "records/FunctionalCourse.h"
 
 namespace health {

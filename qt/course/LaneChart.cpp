@@ -1,7 +1,5 @@
 #include "qt/course/LaneChart.h"
 
-#include "qt/course/LaneLayout.h"
-
 #include <QFontMetrics>
 #include <QPainter>
 #include <QPainterPath>
@@ -10,73 +8,40 @@
 
 namespace health {
 
-LaneChart::LaneChart(LaneContent content)
-    : m_content(std::move(content))
-{
-    findSpan();
-}
+namespace {
 
-void LaneChart::findSpan()
+// Of all that the axis shows; nothing if that is today alone.
+std::optional<LaneSpan> spanOf(const LaneContent& content)
 {
-    const auto include = [this](Moment moment) {
-        m_last = m_first ? std::max(m_last, moment) : moment;
-        m_first = m_first ? std::min(*m_first, moment) : moment;
+    std::optional<LaneSpan> span;
+    const auto include = [&](Moment moment) {
+        span = span ? LaneSpan { std::min(span->first, moment), std::max(span->last, moment) }
+                    : LaneSpan { moment, moment };
     };
-    for (const Lane& lane : m_content.lanes) {
+    for (const Lane& lane : content.lanes) {
         for (const LaneMark& mark : lane.marks) {
             include(mark.first);
             include(mark.last);
         }
     }
-    if (!m_first) // nothing but today: no axis
-        return;
-    if (m_content.today)
-        include(*m_content.today);
-    for (const LaneTick& tick : m_content.ticks)
+    if (!span)
+        return span;
+    if (content.today)
+        include(*content.today);
+    for (const LaneTick& tick : content.ticks)
         include(tick.day);
-}
-
-bool LaneChart::hasSecondTickLine() const
-{
-    return std::ranges::any_of(m_content.ticks, [](const LaneTick& tick) { return !tick.below.isEmpty(); });
-}
-
-int LaneChart::heightFor(int width, const CourseLook& look) const
-{
-    return Layout(*this, { 0, 0, width, 0 }, look).bottom();
-}
-
-QList<CoursePoint> LaneChart::points(const QRect& place, const CourseLook& look) const
-{
-    const Layout layout(*this, place, look);
-    QList<CoursePoint> points;
-    const auto add = [&](const QRect& where, const QString& text, int record) {
-        if (!text.isEmpty())
-            points.append({ where & place, text, record });
-    };
-    for (qsizetype i = 0; i < m_content.lanes.size(); ++i) {
-        const Lane& lane = m_content.lanes[i];
-        add(layout.point(lane, i), lane.text, lane.record);
-        for (const LaneMark& mark : lane.marks) {
-            // Larger than the mark, so that it can be hit.
-            const int more = layout.measures.u();
-            add(layout.mark(mark, i).adjusted(-more, -more, more, more), mark.text, mark.record);
-        }
-    }
-    if (m_content.reading == LaneContent::Reading::ByTime)
-        std::ranges::stable_sort(points, {}, [](const CoursePoint& point) { return point.place.center().x(); });
-    return points;
+    return span;
 }
 
 // Draws one chart.
-class LaneChart::Artist {
+class LaneArtist {
 public:
-    Artist(QPainter& painter, const LaneChart& chart, const QRect& place, const CourseLook& look)
+    LaneArtist(QPainter& painter, const LaneLayout& layout, const CourseLook& look)
         : m_painter(painter)
-        , m_content(chart.m_content)
-        , m_layout(chart, place, look)
+        , m_content(layout.content)
+        , m_layout(layout)
         , m_look(look)
-        , m_clip(painter.hasClipping() ? painter.clipBoundingRect().toAlignedRect() : place)
+        , m_clip(painter.hasClipping() ? painter.clipBoundingRect().toAlignedRect() : layout.place)
     {
     }
 
@@ -89,7 +54,7 @@ public:
             if (m_layout.lane(i).intersects(m_clip))
                 drawLane(m_content.lanes[i], i);
         }
-        if (m_layout.chart.hasAxis())
+        if (m_layout.hasAxis())
             drawAxis();
         for (qsizetype i = 0; i < m_content.lanes.size(); ++i)
             drawMarks(m_content.lanes[i], i);
@@ -212,7 +177,7 @@ private:
 
     QPainter& m_painter;
     const LaneContent& m_content;
-    const Layout m_layout;
+    const LaneLayout& m_layout;
     const CourseLook& m_look;
     QRect m_clip;
     const QFont m_strong = semibold(m_look.font);
@@ -220,10 +185,42 @@ private:
     const QFont m_smallStrong = semibold(m_small);
 };
 
+}
+
+LaneChart::LaneChart(LaneContent content)
+    : m_content(std::move(content))
+    , m_span(spanOf(m_content))
+{
+}
+
+int LaneChart::heightFor(int width, const CourseLook& look) const { return layOut({ 0, 0, width, 0 }, look).bottom(); }
+
+QList<CoursePoint> LaneChart::points(const QRect& place, const CourseLook& look) const
+{
+    const LaneLayout layout = layOut(place, look);
+    QList<CoursePoint> points;
+    const auto add = [&](const QRect& where, const QString& text, int record) {
+        if (!text.isEmpty())
+            points.append({ where & place, text, record });
+    };
+    for (qsizetype i = 0; i < m_content.lanes.size(); ++i) {
+        const Lane& lane = m_content.lanes[i];
+        add(layout.point(lane, i), lane.text, lane.record);
+        for (const LaneMark& mark : lane.marks) {
+            // Larger than the mark, so that it can be hit.
+            const int more = layout.measures.u();
+            add(layout.mark(mark, i).adjusted(-more, -more, more, more), mark.text, mark.record);
+        }
+    }
+    if (m_content.reading == LaneContent::Reading::ByTime)
+        std::ranges::stable_sort(points, {}, [](const CoursePoint& point) { return point.place.center().x(); });
+    return points;
+}
+
 void LaneChart::draw(QPainter& painter, const QRect& place, const CourseLook& look) const
 {
     painter.save();
-    Artist(painter, *this, place, look).draw();
+    LaneArtist(painter, layOut(place, look), look).draw();
     painter.restore();
 }
 

@@ -15,10 +15,17 @@ constexpr double DotSize = 0.5; // em
 constexpr double LaneHeight = 1.42; // em
 constexpr double BarHeight = 0.62; // em
 
+bool hasSecondTickLine(const LaneContent& content)
+{
+    return std::ranges::any_of(content.ticks, [](const LaneTick& tick) { return !tick.below.isEmpty(); });
 }
 
-LaneChart::Layout::Layout(const LaneChart& laid, const QRect& whole, const CourseLook& look)
-    : chart(laid)
+}
+
+LaneLayout::LaneLayout(
+    const LaneContent& laid, const std::optional<LaneSpan>& axis, const QRect& whole, const CourseLook& look)
+    : content(laid)
+    , span(axis)
     , place(whole)
     , measures(look.font)
     , lineHeight(measures.em())
@@ -26,7 +33,6 @@ LaneChart::Layout::Layout(const LaneChart& laid, const QRect& whole, const Cours
     , laneHeight(measures.ems(LaneHeight))
 {
     divideWidth(look);
-    const LaneContent& content = chart.m_content;
     const RunFlow heading = phraseFlow(content.heading, look);
     lanesTop = place.top();
     if (!heading.isEmpty())
@@ -34,16 +40,16 @@ LaneChart::Layout::Layout(const LaneChart& laid, const QRect& whole, const Cours
     axisTop = lanesTop + static_cast<int>(content.lanes.size()) * laneHeight;
     tickHeight = QFontMetrics(scaled(look.font, TypeSize::ChartDate)).height();
     notesTop = axisTop;
-    if (chart.hasAxis())
-        notesTop += measures.u() + tickHeight * (chart.hasSecondTickLine() ? 2 : 1);
+    if (hasAxis())
+        notesTop += measures.u() + tickHeight * (hasSecondTickLine(content) ? 2 : 1);
     const RunFlow note = noteFlow(content.note, look);
     notesHeight = note.isEmpty() ? 0 : measures.rowGap() + note.heightFor(place.width(), lineHeight);
 }
 
-void LaneChart::Layout::divideWidth(const CourseLook& look)
+void LaneLayout::divideWidth(const CourseLook& look)
 {
     const QFontMetrics metrics(semibold(look.font));
-    for (const Lane& lane : chart.m_content.lanes) {
+    for (const Lane& lane : content.lanes) {
         labelWidth = std::max(labelWidth, metrics.horizontalAdvance(lane.label));
         ownWords.append(metrics.horizontalAdvance(lane.words));
         wordsWidth = std::max(wordsWidth, ownWords.last());
@@ -66,12 +72,12 @@ void LaneChart::Layout::divideWidth(const CourseLook& look)
     trackRight -= withGap(wordsWidth);
 }
 
-QRect LaneChart::Layout::lane(qsizetype index) const
+QRect LaneLayout::lane(qsizetype index) const
 {
     return { place.left(), lanesTop + static_cast<int>(index) * laneHeight, place.width(), laneHeight };
 }
 
-QRect LaneChart::Layout::label(qsizetype index) const
+QRect LaneLayout::label(qsizetype index) const
 {
     const QRect whole = lane(index);
     const int left = whole.left() + measures.u();
@@ -83,7 +89,7 @@ QRect LaneChart::Layout::label(qsizetype index) const
 }
 
 // Above the marks, long words leave a third of the width to the label.
-QRect LaneChart::Layout::words(qsizetype index) const
+QRect LaneLayout::words(qsizetype index) const
 {
     const QRect whole = lane(index);
     const int right = whole.right() + 1 - measures.u();
@@ -93,7 +99,7 @@ QRect LaneChart::Layout::words(qsizetype index) const
     return { right - width, whole.top(), width, measures.em() + measures.u() };
 }
 
-QRect LaneChart::Layout::track(qsizetype index) const
+QRect LaneLayout::track(qsizetype index) const
 {
     const QRect whole = lane(index);
     const int top = isStacked ? label(index).bottom() + 1 : whole.top();
@@ -101,18 +107,18 @@ QRect LaneChart::Layout::track(qsizetype index) const
 }
 
 // The first and the last moment keep a dot's room from the ends. A single moment stands in the middle.
-int LaneChart::Layout::x(Moment moment) const
+int LaneLayout::x(Moment moment) const
 {
     const int left = trackLeft + dot;
     const int right = std::max(left, trackRight - 1 - dot);
-    const auto whole = (chart.m_last - *chart.m_first).count();
+    const auto whole = (span->last - span->first).count();
     if (whole == 0)
         return (left + right) / 2;
-    const double part = static_cast<double>((moment - *chart.m_first).count()) / static_cast<double>(whole);
+    const double part = static_cast<double>((moment - span->first).count()) / static_cast<double>(whole);
     return left + qRound(part * (right - left));
 }
 
-QRect LaneChart::Layout::mark(const LaneMark& mark, qsizetype lane) const
+QRect LaneLayout::mark(const LaneMark& mark, qsizetype lane) const
 {
     const QRect room = track(lane);
     const int left = x(mark.first);
@@ -131,7 +137,7 @@ QRect LaneChart::Layout::mark(const LaneMark& mark, qsizetype lane) const
     return { left, top, std::max(right - left, measures.hairline()), height };
 }
 
-QRect LaneChart::Layout::point(const Lane& lane, qsizetype index) const
+QRect LaneLayout::point(const Lane& lane, qsizetype index) const
 {
     const bool hasPoints = std::ranges::any_of(lane.marks, [](const LaneMark& mark) { return !mark.text.isEmpty(); });
     return hasPoints ? label(index) : this->lane(index);

@@ -1,15 +1,25 @@
 #pragma once
 
-#include "qt/course/LaneChart.h"
+#include "qt/course/ChartText.h"
+#include "qt/course/LaneContent.h"
 #include "toolkit/Measures.h"
 
 namespace health {
 
+// The time between the first and the last moment on an axis.
+struct LaneSpan {
+    Moment first;
+    Moment last;
+};
+
 // Where the parts of a chart with lanes lie. In a narrow place, the label and the words of a lane stand above its
 // marks.
-struct LaneChart::Layout {
-    Layout(const LaneChart& laid, const QRect& whole, const CourseLook& look);
+struct LaneLayout {
+    // Without a span, the chart has no axis. The content must outlive the layout.
+    LaneLayout(
+        const LaneContent& laid, const std::optional<LaneSpan>& axis, const QRect& whole, const CourseLook& look);
 
+    bool hasAxis() const { return span.has_value(); }
     int bottom() const { return notesTop + notesHeight; }
     QRect lane(qsizetype index) const;
     QRect label(qsizetype index) const;
@@ -20,7 +30,8 @@ struct LaneChart::Layout {
     // Where the point of a lane lies.
     QRect point(const Lane& lane, qsizetype index) const;
 
-    const LaneChart& chart;
+    const LaneContent& content;
+    std::optional<LaneSpan> span; // of the axis
     QRect place;
     Measures measures;
     int lineHeight;

@@ -1,7 +1,10 @@
 // The pictures of kinds of record that are drawn as lanes of time.
 #pragma once
 
-#include "qt/course/CourseOf.h"
+#include "qt/course/CoursePicture.h"
+#include "qt/course/CourseSource.h"
+
+#include <memory>
 
 namespace health {
 

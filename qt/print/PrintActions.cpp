@@ -1,9 +1,9 @@
 #include "qt/print/PrintActions.h"
 
 #include "control/kalmevRepHistCtrl.h"
-#include "qt/PanelView.h"
+#include "qt/PublishedAction.h"
 #include "qt/ShownRecords.h"
-#include "qt/course/CourseOf.h"
+#include "qt/course/CourseSource.h"
 #include "qt/print/CoursePrintout.h"
 #include "qt/print/FilterWords.h"
 #include "qt/print/ListPrintout.h"
@@ -18,7 +18,7 @@ constexpr TextView PrintModule = L"PrintActions";
 
 }
 
-PrintActions::PrintActions(ShownRecords& records, PanelView& panel)
+PrintActions::PrintActions(ShownRecords& records, QWidget& panel)
     : QObject(&panel)
     , m_records(records)
     , m_list(u"Print &List..."_s)
@@ -29,7 +29,7 @@ PrintActions::PrintActions(ShownRecords& records, PanelView& panel)
     connect(&m_list, &QAction::triggered, this, &PrintActions::printList);
     connect(&m_course, &QAction::triggered, this, &PrintActions::printCourse);
     for (QAction* const action : { &m_list, &m_course })
-        panel.publish(*action, "File");
+        publish(panel, *action, "File");
     connect(&records, &ShownRecords::reloaded, this, &PrintActions::follow);
     connect(&records, &ShownRecords::rearranged, this, &PrintActions::follow);
     connect(&records, &ShownRecords::selectionChanged, this, &PrintActions::follow);
@@ -60,10 +60,7 @@ void PrintActions::printCourse()
 {
     modShared& shared = m_records.control().services();
     shared.trap(PrintModule, L"printCourse", [&] {
-        CoursePrintout printout({ .records = m_records.all(),
-            .selected = m_records.selected(),
-            .now = shared.desktop().now(),
-            .registryDue = Text(shared.registryDue(shared.patientText())) });
+        CoursePrintout printout(courseSource(m_records));
         shared.ShowPages(printout);
     });
 }

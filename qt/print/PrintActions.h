@@ -5,14 +5,13 @@
 
 namespace health {
 
-class PanelView;
 class ShownRecords;
 
 // The panel's commands that print the list and the course of the selected record's kind. They make no call.
 class PrintActions : public QObject {
 public:
     // Publishes the actions in the panel, which owns the object. The records must outlive it.
-    PrintActions(ShownRecords& records, PanelView& panel);
+    PrintActions(ShownRecords& records, QWidget& panel);
 
 private:
     void follow();

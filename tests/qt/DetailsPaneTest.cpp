@@ -1,10 +1,8 @@
 #include "qt/DetailsPane.h"
-#include "control/kalmevRepHistCtrl.h"
+
 #include "qt/CourseView.h"
 #include "qt/FieldList.h"
-#include "qt/PanelView.h"
-#include "qt/QtDesktop.h"
-#include "tests/support/ScriptedHost.h"
+#include "tests/support/PanelFixture.h"
 
 #include <QAction>
 #include <QApplication>
@@ -19,22 +17,17 @@ namespace {
 constexpr TextView Records = L"3^^3261121.0815|81^MILD INTERMITTENT|1^93^49^420^YES\r\n"
                              L"2^1^3260922.143|7^MILD PERSISTENT|2^61^95^400^NO\r\n";
 
-class DetailsPaneTest : public testing::Test {
+class DetailsPaneTest : public PanelFixture {
 protected:
     void open()
     {
-        host.patient->patientNumber = 12;
         host.encounter->visit = 81;
         host.encounter->shown = L"11/21/2026 08:15, Pediatric Clinic";
         host.session->reply(L"MEVVAST GET", Records);
-        control.UserControl_Initialize();
-        view = std::make_unique<PanelView>(control, desktop);
-        view->resize(1200, 800);
-        view->show();
+        showPanel(12, { 1200, 800 });
         pane = view->findChild<DetailsPane*>();
         fields = pane->findChild<FieldList*>();
         course = pane->findChild<CourseView*>();
-        QTest::qWait(20);
     }
 
     void choose(int row)
@@ -43,11 +36,6 @@ protected:
         QTest::qWait(10);
     }
 
-    ScriptedHost host;
-    QtDesktop desktop;
-    modShared shared { desktop };
-    kalmevRepHistCtrl control { shared, host };
-    std::unique_ptr<PanelView> view;
     DetailsPane* pane = nullptr;
     FieldList* fields = nullptr;
     CourseView* course = nullptr;

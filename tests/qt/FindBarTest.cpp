@@ -1,11 +1,9 @@
 #include "qt/FindBar.h"
-#include "control/kalmevRepHistCtrl.h"
+
 #include "qt/CountLine.h"
-#include "qt/PanelView.h"
 #include "qt/PillButton.h"
-#include "qt/QtDesktop.h"
 #include "qt/ViewState.h"
-#include "tests/support/ScriptedHost.h"
+#include "tests/support/PanelFixture.h"
 #include "toolkit/QtText.h"
 
 #include <QApplication>
@@ -24,7 +22,7 @@ namespace health::test {
 namespace {
 
 // The panel of a patient with seven records of three kinds.
-class FindBarTest : public testing::Test {
+class FindBarTest : public PanelFixture {
 protected:
     void SetUp() override
     {
@@ -32,11 +30,7 @@ protected:
             L"MEVVAST GET", L"1^^3260310|81^MILD\r\n2^^3260312|81^SEVERE\r\n3^^3250310|81^MODERATE\r\n");
         host.session->reply(L"MEVVTXC GET", L"4^^3260101|81^PAIN^^OAK,KATHÉ\r\n");
         host.session->reply(L"MEVREF GET", refusals);
-        host.patient->patientNumber = 12;
-        control.UserControl_Initialize();
-        view = std::make_unique<PanelView>(control, desktop);
-        view->resize(1000, 500);
-        view->show();
+        showPanel(12, { 1000, 500 });
         ASSERT_TRUE(QTest::qWaitForWindowActive(view.get()));
         table = view->findChild<QTableView*>();
         bar = view->findChild<FindBar*>();
@@ -106,11 +100,6 @@ protected:
 
     static constexpr TextView refusals =
         L"6^^^EXAM^3^EYE^^^3240310^^^her eye\r\n7^^^EXAM^3^EAR^^^^^^\r\n8^^^EXAM^3^TOE^^^3260311^1^^\r\n";
-    ScriptedHost host;
-    QtDesktop desktop;
-    modShared shared { desktop };
-    kalmevRepHistCtrl control { shared, host };
-    std::unique_ptr<PanelView> view;
     QTableView* table = nullptr;
     FindBar* bar = nullptr;
     QLineEdit* words = nullptr;

@@ -1,7 +1,6 @@
 #include "qt/PanelView.h"
-#include "control/kalmevRepHistCtrl.h"
-#include "qt/QtDesktop.h"
-#include "tests/support/ScriptedHost.h"
+
+#include "tests/support/PanelFixture.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -17,37 +16,20 @@
 namespace health::test {
 namespace {
 
-// The panel on a scripted host, with real widgets.
-class PanelViewTest : public testing::Test {
+class PanelViewTest : public PanelFixture {
 protected:
-    void open(long patient)
-    {
-        host.patient->patientNumber = patient;
-        control.UserControl_Initialize();
-        view = std::make_unique<PanelView>(control, desktop);
-        view->resize(900, 500);
-        view->show();
-        QTest::qWait(20);
-    }
-
     void turnWheel(QWidget& widget)
     {
         QWheelEvent wheel(QPointF(5, 5), widget.mapToGlobal(QPointF(5, 5)), {}, QPoint(0, -120), Qt::NoButton, {},
             Qt::NoScrollPhase, false);
         QCoreApplication::sendEvent(&widget, &wheel);
     }
-
-    ScriptedHost host;
-    QtDesktop desktop;
-    modShared shared { desktop };
-    kalmevRepHistCtrl control { shared, host };
-    std::unique_ptr<PanelView> view;
 };
 
 TEST_F(PanelViewTest, ReloadKeepsTheFocusOnACommand)
 {
     host.session->reply(L"MEVREF GET", L"8^^^EXAM^3^X\r\n");
-    open(12);
+    showPanel(12);
     control.fgData.choose(0);
     auto* const edit = view->findChildren<QPushButton*>()[kalmevRepHistCtrl::Edit];
     edit->setFocus();
@@ -60,7 +42,7 @@ TEST_F(PanelViewTest, ReloadKeepsTheFocusOnACommand)
 
 TEST_F(PanelViewTest, NothingIsCutOffAtAnyTextSize)
 {
-    open(12);
+    showPanel(12);
     for (const double factor : { 1.0, 1.5, 2.0 }) {
         QFont font = QApplication::font();
         font.setPointSizeF(font.pointSizeF() * factor);
@@ -81,7 +63,7 @@ TEST_F(PanelViewTest, NothingIsCutOffAtAnyTextSize)
 
 TEST_F(PanelViewTest, WheelChangesTheListOfTypesOnlyWithTheFocus)
 {
-    open(12);
+    showPanel(12);
     auto* const types = view->findChild<QComboBox*>();
     view->activateWindow();
     view->findChild<QTableView*>()->setFocus();
@@ -99,7 +81,7 @@ TEST_F(PanelViewTest, ContextMenuShowsVisitDetailAndCopies)
 {
     host.session->reply(L"MEVVELD GET", L"1^^3260310|81^NEEDS HELP\r\n");
     host.session->reply(L"MEVUTL GETRPT", L"REPORT\r\n");
-    open(12);
+    showPanel(12);
     control.fgData.choose(0);
     const auto choose = [&](int entry) {
         QStringList entries;
@@ -129,7 +111,7 @@ TEST_F(PanelViewTest, ContextMenuShowsVisitDetailAndCopies)
 TEST_F(PanelViewTest, GreyCommandSaysWhyAtTheMouseByItsKeyAndWhenPressed)
 {
     host.session->reply(L"MEVVELD GET", L"1^1^3260310|81^NEEDS HELP\r\n2^^3260310|81^NEEDS HELP\r\n");
-    open(12);
+    showPanel(12);
     ASSERT_TRUE(QTest::qWaitForWindowActive(view.get()));
     control.fgData.choose(0);
     const QPushButton* edit = nullptr;
@@ -183,7 +165,7 @@ TEST_F(PanelViewTest, AccessKeysActInThePanelThatHadTheFocusLast)
     host.session->reply(L"MEVREF GET", L"8^^^EXAM^3^X\r\n");
     QWidget window;
     kalmevRepHistCtrl other { shared, host };
-    open(12);
+    showPanel(12);
     other.UserControl_Initialize();
     PanelView second(other, desktop);
     std::vector<int> pressed;

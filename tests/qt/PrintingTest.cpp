@@ -1,14 +1,14 @@
 // The list and the course on paper, from the panel's action to the host's pages.
-#include "control/kalmevRepHistCtrl.h"
 #include "host/report/PrintoutPages.h"
-#include "qt/PanelView.h"
-#include "qt/QtDesktop.h"
 #include "qt/print/FilterWords.h"
 #include "qt/print/FlowingPrintout.h"
-#include "tests/support/ScriptedHost.h"
+#include "tests/support/PanelFixture.h"
 #include "tests/support/TextPrinter.h"
 
+#include <QDialog>
+#include <QLabel>
 #include <QTest>
+#include <QTimer>
 
 #include <gtest/gtest.h>
 
@@ -17,16 +17,11 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-class Printing : public testing::Test {
+class Printing : public PanelFixture {
 protected:
     void open()
     {
-        host.patient->patientNumber = 12;
-        control.UserControl_Initialize();
-        view = std::make_unique<PanelView>(control, desktop);
-        view->resize(900, 500);
-        view->show();
-        QTest::qWait(20);
+        showPanel(12);
         host.print->onPages = [this](Printout& printout) {
             PrintoutPages pages(
                 printout, { { "Hartley, Marigold Rose", "Number 12   Female   Age 29 years" }, "Sorrel, Ada" });
@@ -53,11 +48,6 @@ protected:
         return nullptr;
     }
 
-    ScriptedHost host;
-    QtDesktop desktop;
-    modShared shared { desktop };
-    kalmevRepHistCtrl control { shared, host };
-    std::unique_ptr<PanelView> view;
     TextPrinter printer;
     QString title;
     QString spoken;
@@ -142,6 +132,16 @@ TEST_F(Printing, CourseHasTheRecordInFull)
     const QString text = printer.pages().join(QString());
     for (const QString& part : { u"EYEEXAM2"_s, u"Commentnumber2"_s, u"Hartley,MarigoldRose"_s, u"Page1of1"_s })
         EXPECT_TRUE(text.contains(part)) << part.toStdString();
+}
+
+TEST_F(Printing, CourseOfAnInfantHasTheAges)
+{
+    host.patient->born = L"2025-12-01";
+    host.session->reply(L"MEVVIF GET", L"1^^3260310|81^MOSTLY FORMULA|4\r\n");
+    open();
+    control.fgData.choose(0);
+    action("Print Course...")->trigger();
+    EXPECT_TRUE(printer.pages().join(QString()).contains(u"3months"_s));
 }
 
 TEST_F(Printing, HostThatCannotShowPagesIsSaidToTheUser)

@@ -1,10 +1,7 @@
 #include "qt/RecordListView.h"
 
-#include "control/kalmevRepHistCtrl.h"
 #include "qt/AwayStrip.h"
-#include "qt/PanelView.h"
-#include "qt/QtDesktop.h"
-#include "tests/support/ScriptedHost.h"
+#include "tests/support/PanelFixture.h"
 
 #include <QApplication>
 #include <QPushButton>
@@ -17,16 +14,11 @@ namespace health::test {
 namespace {
 
 // The panel's list on a scripted host.
-class RecordListViewTest : public testing::Test {
+class RecordListViewTest : public PanelFixture {
 protected:
     void open(long patient)
     {
-        host.patient->patientNumber = patient;
-        control.UserControl_Initialize();
-        view = std::make_unique<PanelView>(control, desktop);
-        view->resize(900, 500);
-        view->show();
-        QTest::qWait(20);
+        showPanel(patient);
         list = dynamic_cast<RecordListView*>(view->findChild<QTableView*>());
         ASSERT_NE(list, nullptr);
     }
@@ -43,11 +35,6 @@ protected:
         return list->model()->index(row, 0).data(Qt::AccessibleDescriptionRole).toString();
     }
 
-    ScriptedHost host;
-    QtDesktop desktop;
-    modShared shared { desktop };
-    kalmevRepHistCtrl control { shared, host };
-    std::unique_ptr<PanelView> view;
     RecordListView* list = nullptr;
 };
 

@@ -1,11 +1,8 @@
 #include "qt/TakeAlong.h"
 
 #include "api/PanelActions.h"
-#include "control/kalmevRepHistCtrl.h"
-#include "qt/PanelView.h"
-#include "qt/QtDesktop.h"
 #include "qt/ShownRecords.h"
-#include "tests/support/ScriptedHost.h"
+#include "tests/support/PanelFixture.h"
 
 #include <QAction>
 #include <QApplication>
@@ -26,17 +23,13 @@ namespace health::test {
 namespace {
 
 // The panel's list is copied and exported by its published actions.
-class TakeAlongTest : public testing::Test {
+class TakeAlongTest : public PanelFixture {
 protected:
     void open()
     {
-        host.patient->patientNumber = 12;
         host.session->reply(L"MEVVAST GET", L"3^^3260310|81^MILD PERSISTENT|2^90^80^450^YES^NO^YES^NO\r\n");
         host.session->reply(L"MEVREF GET", L"8^^^EXAM^3^EYE EXAM^^^3260309^^^\r\n");
-        control.UserControl_Initialize();
-        view = std::make_unique<PanelView>(control, desktop);
-        view->show();
-        QTest::qWait(20);
+        showPanel(12);
     }
 
     QAction* action(const QString& caption) const
@@ -72,11 +65,6 @@ protected:
         action(caption)->trigger();
     }
 
-    ScriptedHost host;
-    QtDesktop desktop;
-    modShared shared { desktop };
-    kalmevRepHistCtrl control { shared, host };
-    std::unique_ptr<PanelView> view;
     QStringList seen; // titles of dialogs
     QStringList texts;
 };
