@@ -136,6 +136,7 @@ TEST_F(Printing, CourseHasTheRecordInFull)
 
 TEST_F(Printing, CourseOfAnInfantHasTheAges)
 {
+    host.patient->patientAge = L"0";
     host.patient->born = L"2025-12-01";
     host.session->reply(L"MEVVIF GET", L"1^^3260310|81^MOSTLY FORMULA|4\r\n");
     open();
