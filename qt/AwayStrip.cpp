@@ -6,6 +6,7 @@
 #include "toolkit/Inks.h"
 #include "toolkit/Measures.h"
 
+#include <QEvent>
 #include <QPainter>
 #include <QPushButton>
 

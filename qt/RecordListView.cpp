@@ -24,7 +24,7 @@ namespace {
 
 constexpr TextView LoadingHint = L"Loading ...";
 constexpr TextView NoRecordsHint = L"No personal health records.";
-constexpr qint64 PatienceMilliseconds = 300; // a short load shows nothing
+constexpr qint64 LoadingPatience = 300; // milliseconds; a short load shows nothing
 
 ListState withoutPatient()
 {
@@ -183,7 +183,7 @@ void RecordListView::paintEvent(QPaintEvent* event)
     }
     QPainter painter(viewport());
     painter.fillRect(event->rect(), palette().color(QPalette::Base));
-    if (m_loading.isValid() && m_loading.elapsed() < PatienceMilliseconds)
+    if (m_loading.isValid() && m_loading.elapsed() < LoadingPatience)
         return;
     const QRect middle = viewport()->rect().adjusted(-m_gutter->width(), 0, 0, 0);
     drawState(painter, middle, *this, shown);

@@ -9,7 +9,7 @@
 namespace health {
 
 namespace {
-constexpr int FlashMilliseconds = 1500;
+constexpr int RowFlashMilliseconds = 1500;
 constexpr float Opacity = 0.2F;
 }
 
@@ -17,7 +17,7 @@ RowFlash::RowFlash(QWidget& rows)
     : m_rows(rows)
 {
     m_end.setSingleShot(true);
-    m_end.setInterval(FlashMilliseconds);
+    m_end.setInterval(RowFlashMilliseconds);
     QObject::connect(&m_end, &QTimer::timeout, &rows, [&rows] { rows.update(); });
 }
 

@@ -9,8 +9,8 @@ namespace health {
 using namespace Qt::StringLiterals;
 
 namespace {
-constexpr double Width = 11.5; // em
-constexpr double SymbolWidth = 1.2; // em
+constexpr double SearchWidth = 11.5; // em
+constexpr double MagnifierWidth = 1.2; // em
 }
 
 SearchLine::SearchLine(QWidget* parent)
@@ -27,7 +27,7 @@ SearchLine::SearchLine(QWidget* parent)
     connect(this, &QLineEdit::textChanged, this, [this](const QString& text) { m_clear->setVisible(!text.isEmpty()); });
 }
 
-QSize SearchLine::sizeHint() const { return { Measures(*this).ems(Width), Measures(*this).fieldHeight() }; }
+QSize SearchLine::sizeHint() const { return { Measures(*this).ems(SearchWidth), Measures(*this).fieldHeight() }; }
 
 void SearchLine::resizeEvent(QResizeEvent* event)
 {
@@ -35,7 +35,7 @@ void SearchLine::resizeEvent(QResizeEvent* event)
     const QSize size = m_clear->sizeHint();
     m_clear->setGeometry(width() - size.width() - Measures(*this).hairline(), (height() - size.height()) / 2,
         size.width(), size.height());
-    setTextMargins(Measures(*this).ems(SymbolWidth), 0, size.width(), 0);
+    setTextMargins(Measures(*this).ems(MagnifierWidth), 0, size.width(), 0);
 }
 
 void SearchLine::paintEvent(QPaintEvent* event)
@@ -43,7 +43,7 @@ void SearchLine::paintEvent(QPaintEvent* event)
     EntryLine::paintEvent(event);
     QPainter painter(this);
     const Measures measures(*this);
-    const QRect place(measures.u(), 0, measures.ems(SymbolWidth), height());
+    const QRect place(measures.u(), 0, measures.ems(MagnifierWidth), height());
     drawSymbol(painter, place, *this, Symbol::Magnifier, colourOf(Ink::Quiet, palette()));
 }
 

@@ -15,7 +15,7 @@ constexpr double QuietContrast = 5;
 constexpr double VisitContrast = 6;
 constexpr double LineContrast = 3; // the guidelines' minimum for edges of controls
 constexpr double LineContrastWhenFlat = 7;
-constexpr int Steps = 100;
+constexpr int MixingSteps = 100;
 constexpr std::size_t InkCount = static_cast<std::size_t>(Ink::HeaderStrip) + 1;
 
 QColor active(const QPalette& palette, QPalette::ColorRole role) { return palette.color(QPalette::Active, role); }
@@ -24,8 +24,8 @@ QColor active(const QPalette& palette, QPalette::ColorRole role) { return palett
 template<typename Way>
 QColor firstWith(double least, const QList<QColor>& backgrounds, Way way)
 {
-    for (int step = 0; step < Steps; ++step) {
-        const QColor colour = way(static_cast<double>(step) / Steps);
+    for (int step = 0; step < MixingSteps; ++step) {
+        const QColor colour = way(static_cast<double>(step) / MixingSteps);
         const auto visible = [&](const QColor& background) { return contrast(colour, background) >= least; };
         if (std::all_of(backgrounds.begin(), backgrounds.end(), visible))
             return colour;

@@ -52,7 +52,7 @@ DisturbedStream::DisturbedStream(QIODevice& inner, Disturbances& disturbances)
     open(ReadWrite | Unbuffered);
 }
 
-void DisturbedStream::lose()
+void DisturbedStream::dropStream()
 {
     m_lost = true;
     m_delayed.clear();
@@ -160,7 +160,7 @@ void DisturbedStream::pass(const QByteArray& request)
     if (!isLost(name))
         return;
     m_inner.waitForBytesWritten(TurnMilliseconds);
-    lose();
+    dropStream();
 }
 
 bool DisturbedStream::isLost(const QByteArray& name)
@@ -228,7 +228,7 @@ void DisturbedTransport::loseConnection()
 {
     if (!m_stream || m_stream->isLost())
         return;
-    m_stream->lose();
+    m_stream->dropStream();
     Q_EMIT ended();
 }
 
@@ -255,7 +255,7 @@ void DisturbedTransport::open()
 void DisturbedTransport::close()
 {
     if (m_stream)
-        m_stream->lose(); // it is deleted later than the stream that it reads
+        m_stream->dropStream(); // it is deleted later than the stream that it reads
     m_stream.reset();
     m_inner->close();
 }

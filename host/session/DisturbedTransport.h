@@ -43,7 +43,7 @@ public:
     DisturbedStream(QIODevice& inner, Disturbances& disturbances);
 
     // Nothing more passes in either direction.
-    void lose();
+    void dropStream();
     bool isLost() const { return m_lost; }
     // Answers are on their way.
     bool hasMore() const { return !m_lost && (!m_ready.isEmpty() || !m_delayed.empty()); }

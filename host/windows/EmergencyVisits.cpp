@@ -222,11 +222,11 @@ void EmergencyVisits::add()
 {
     if (!m_context.mayChange())
         return;
-    open({});
+    openForm({});
 }
 
 // A picker before the form belongs to the main window, which then gets the focus back.
-void EmergencyVisits::open(const Record& record)
+void EmergencyVisits::openForm(const Record& record)
 {
     m_open(record.number, record.visit);
     if (!isVisible())
@@ -243,7 +243,7 @@ void EmergencyVisits::edit()
     }
     if (!m_context.mayChange())
         return;
-    open(selected());
+    openForm(selected());
 }
 
 bool EmergencyVisits::eventFilter(QObject* watched, QEvent* event)

@@ -47,7 +47,7 @@ private:
     void reload();
     void add();
     void edit();
-    void open(const Record& record);
+    void openForm(const Record& record);
     void updateButtons();
     Record selected() const;
 

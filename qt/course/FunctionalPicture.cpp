@@ -15,7 +15,6 @@ namespace {
 
 using Level = FunctionalCourse::Level;
 using Change = FunctionalCourse::Change;
-using Value = FunctionalCourse::Value;
 using Assessment = FunctionalCourse::Assessment;
 
 constexpr std::size_t CountRow = FunctionalLayout::Rows - 1;
@@ -89,7 +88,7 @@ private:
         drawText(CountRow, count.empty() ? u"–"_s : toQString(count), isLast ? m_strong : m_look.font);
     }
 
-    static Ink inkOf(const Value& value)
+    static Ink inkOf(const FunctionalCourse::Value& value)
     {
         if (value.change == Change::NeedsMoreHelp)
             return Ink::Caution;
@@ -98,7 +97,7 @@ private:
         return value.level == Level::NeedsHelp || value.level == Level::TotallyDependent ? Ink::Words : Ink::Quiet;
     }
 
-    void drawValue(const QRect& cell, const Value& value, std::size_t assessment)
+    void drawValue(const QRect& cell, const FunctionalCourse::Value& value, std::size_t assessment)
     {
         const QColor ink = colour(inkOf(value));
         const QRect circle = m_layout.circleIn(cell, assessment);
@@ -130,7 +129,7 @@ private:
         m_painter.setBrush(Qt::NoBrush);
     }
 
-    void drawLevel(const QRect& circle, const Value& value, const QColor& ink)
+    void drawLevel(const QRect& circle, const FunctionalCourse::Value& value, const QColor& ink)
     {
         if (value.level == Level::NotRecorded || value.level == Level::Other) {
             const QString sign = value.level == Level::Other ? u"?"_s : u"–"_s;
@@ -199,7 +198,7 @@ private:
 
     void drawLegendLevel(const QRect& place, Level level)
     {
-        Value value;
+        FunctionalCourse::Value value;
         value.level = level;
         drawLevel(place, value, colour(Ink::Quiet));
     }

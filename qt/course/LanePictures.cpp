@@ -102,9 +102,10 @@ void sortTicks(LaneContent& content)
         ticks.move(ticks.size() - 1, 0);
     if (ticks.size() > 2)
         ticks.move(1, 2);
-    const auto others = std::ranges::stable_partition(ticks, &LaneTick::isSelected);
+    const auto others =
+        std::stable_partition(ticks.begin(), ticks.end(), [](const LaneTick& tick) { return tick.isSelected; });
     if (content.today)
-        ticks.insert(others.begin(), { *content.today, u"today"_s, {}, false });
+        ticks.insert(others, { *content.today, u"today"_s, {}, false });
 }
 
 void addTicks(LaneContent& content)
@@ -149,7 +150,7 @@ std::unique_ptr<CoursePicture> feedingPicture(const CourseSource& source)
 
 std::unique_ptr<CoursePicture> reproductivePicture(const CourseSource& source)
 {
-    using Kind = ReproductiveCourse::Event::Kind;
+    using EventKind = ReproductiveCourse::Event::Kind;
     const ReproductiveCourse course(source.records, source.selected, source.now);
     LaneContent content;
     for (const ReproductiveCourse::Count& count : course.counts()) {
@@ -161,13 +162,13 @@ std::unique_ptr<CoursePicture> reproductivePicture(const CourseSource& source)
     Lane lane;
     QList<LaneTick> between; // less important than the ends
     for (const ReproductiveCourse::Event& event : course.events()) {
-        const bool isEnd = event.kind == Kind::LastPeriod || event.kind == Kind::Delivery;
+        const bool isEnd = event.kind == EventKind::LastPeriod || event.kind == EventKind::Delivery;
         LaneMark mark;
         mark.first = mark.last = event.day;
         mark.text = toQString(event.text);
         mark.record = course.record();
         mark.isSelected = isEnd;
-        if (event.kind == Kind::SecondTrimester || event.kind == Kind::ThirdTrimester)
+        if (event.kind == EventKind::SecondTrimester || event.kind == EventKind::ThirdTrimester)
             mark.shape = LaneMark::Shape::Tick;
         const LaneTick tick { event.day, toQString(event.name), toQString(dateText(event.day)), isEnd };
         (isEnd ? content.ticks : between).append(tick);
