@@ -10,7 +10,7 @@
 
 namespace health {
 
-// One asthma record. The system states no units, so there are none.
+// One asthma record. Lung values have no unit, because the system does not state it.
 struct AsthmaReading {
     static constexpr std::size_t LungValues = 3;
     static constexpr std::array<TextView, LungValues> Captions { L"FEV 1", L"FEF 25-75", L"PEF" };

@@ -94,7 +94,7 @@ struct ValueCode {
 
 std::span<const ValueCode> valueCodes();
 
-// The code of a stored text; null for a text that is none of the choices.
+// The code of a stored text; null if the text is not one of the choices.
 const ValueCode* valueCode(Choices choices, TextView stored);
 
 // The unit in which a child's age is stored: D, W, M or Y.

@@ -20,7 +20,7 @@ public:
         Independent,
         NeedsHelp,
         TotallyDependent,
-        Other, // a text that is none of the three: not counted, and compared with nothing
+        Other, // an unknown text: neither counted nor compared
     };
 
     // Compared with the last assessment before it that has one of the three levels.
