@@ -1,6 +1,7 @@
 // The cost of an export by the number of records.
 #include "records/ListExport.h"
 
+#include "bench/FunctionalStatusReply.h"
 #include "control/kalmevRepHistCtrl.h"
 #include "records/CsvExport.h"
 #include "tests/support/ScriptedHost.h"
@@ -12,25 +13,12 @@
 namespace health {
 namespace {
 
-Text assessments(long rows)
-{
-    static constexpr TextView levels[] = { L"INDEPENDENT", L"NEEDS HELP", L"TOTALLY DEPENDENT" };
-    Text reply;
-    for (long row = 0; row < rows; ++row) {
-        reply += std::to_wstring(row + 1) + L"^^3260310.143|" + std::to_wstring(row / 10 + 1);
-        for (int item = 0; item < 12; ++item)
-            reply += L'^' + Text(levels[(row + item) % 3]);
-        reply += L"^IMPROVEMENT^NO\r\n";
-    }
-    return reply;
-}
-
 // A list of functional status assessments.
 struct ExportedList {
     explicit ExportedList(long rows)
     {
         host.patient->patientNumber = 12;
-        host.session->reply(L"MEVVELD GET", assessments(rows));
+        host.session->reply(L"MEVVELD GET", functionalStatusReply(rows));
         control.UserControl_Initialize();
         control.UserControl_Show();
         records = listedRecords(control);

@@ -1,4 +1,5 @@
 // The cost of LoadGrid per row, compared with a plain copy of the reply and with splitting it by QString.
+#include "bench/FunctionalStatusReply.h"
 #include "control/kalmevRepHistCtrl.h"
 #include "tests/support/ScriptedHost.h"
 
@@ -11,19 +12,6 @@
 
 namespace health {
 namespace {
-
-Text functionalStatusReply(long rows)
-{
-    static constexpr TextView levels[] = { L"INDEPENDENT", L"NEEDS HELP", L"TOTALLY DEPENDENT" };
-    Text reply;
-    for (long row = 0; row < rows; ++row) {
-        reply += std::to_wstring(row + 1) + L"^^3260310.143|" + std::to_wstring(row / 10 + 1);
-        for (int item = 0; item < 12; ++item)
-            reply += L'^' + Text(levels[(row + item) % 3]);
-        reply += L"^IMPROVEMENT^NO\r\n";
-    }
-    return reply;
-}
 
 void countRows(benchmark::State& state) { state.SetItemsProcessed(state.iterations() * state.range(0)); }
 

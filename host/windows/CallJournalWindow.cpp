@@ -3,6 +3,7 @@
 #include "api/Failure.h"
 #include "host/desktop/PrivateFile.h"
 #include "host/session/JournalText.h"
+#include "host/windows/ActionButton.h"
 #include "host/windows/FailureBox.h"
 #include "host/windows/JournalModel.h"
 #include "host/windows/ListPicker.h"
@@ -132,11 +133,7 @@ QWidget* CallJournalWindow::makeButtons()
 {
     auto* const buttons = new QDialogButtonBox(QDialogButtonBox::Close);
     const auto add = [&](const QString& caption, const QString& tip, auto work) {
-        QPushButton* const button = buttons->addButton(caption, QDialogButtonBox::ActionRole);
-        button->setAutoDefault(false);
-        button->setToolTip(tip);
-        button->setAccessibleDescription(tip);
-        connect(button, &QPushButton::clicked, this, work);
+        connect(addActionButton(*buttons, caption, tip), &QPushButton::clicked, this, work);
     };
     add(u"&Save As..."_s, u"Save the table as a file, without patients' data"_s, &CallJournalWindow::chooseFile);
     add(u"C&opy"_s, u"Copy the selected rows, or all if none is selected, without patients' data"_s,

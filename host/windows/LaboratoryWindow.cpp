@@ -1,6 +1,7 @@
 #include "host/windows/LaboratoryWindow.h"
 
 #include "host/session/DisturbedTransport.h"
+#include "host/windows/ActionButton.h"
 #include "toolkit/Measures.h"
 
 #include <QCheckBox>
@@ -118,11 +119,7 @@ QWidget* LaboratoryWindow::makeButtons()
 {
     auto* const buttons = new QDialogButtonBox(QDialogButtonBox::Close);
     const auto add = [&](const QString& caption, const QString& tip, auto work) {
-        QPushButton* const button = buttons->addButton(caption, QDialogButtonBox::ActionRole);
-        button->setAutoDefault(false);
-        button->setToolTip(tip);
-        button->setAccessibleDescription(tip);
-        connect(button, &QPushButton::clicked, this, work);
+        connect(addActionButton(*buttons, caption, tip), &QPushButton::clicked, this, work);
     };
     add(u"&Normal"_s, u"Switch all disturbances off"_s, [this] { m_transport->disturb({}); });
     add(u"Lose Connection N&ow"_s, u"Cut the connection once"_s, [this] { m_transport->loseConnection(); });
