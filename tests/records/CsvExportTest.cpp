@@ -50,6 +50,15 @@ TEST_F(CsvExport, WritesAFileForEachKind)
     EXPECT_NE(all.at("patient-12-infant-feeding.csv").find("1/2 BREAST & 1/2 FORMULA"), std::string::npos);
 }
 
+TEST_F(CsvExport, ALineBreakStaysInItsCell)
+{
+    reply(L"MEVREF GET", L"8^^^EXAM^14^^^^3260310^^^One\nTwo\r\n9^^^EXAM^14^^^^3260310^^^One\rTwo\r\n");
+    open(12, L"M");
+    const std::string refusals = files().at("patient-12-refusal.csv");
+    EXPECT_NE(refusals.find("\"One\nTwo\""), std::string::npos) << refusals;
+    EXPECT_NE(refusals.find("\"One\rTwo\""), std::string::npos) << refusals;
+}
+
 TEST_F(CsvExport, NoCellIsAFormula)
 {
     for (const TextView formula : { L"=1+1", L"+cmd", L"-2+3", L"@SUM(A1)", L"\tx", L"\rx", L"\nx", L"  =1", L"\"=1",
